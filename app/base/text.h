@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+
+/// The part before the first NUL character, or the whole text when it has none.
+QString cutAtNul(const QString &text);
+
+/// Removes blanks (U+0020 only) at the right.
+QString trimRight(const QString &text);
+
+/// Half-width to full-width and back: letters, digits, signs and kana (ﾔﾏﾀﾞ ↔ ヤマダ, voiced marks joined).
+QString toFullWidth(const QString &text);
+QString toHalfWidth(const QString &text);
+
+/// A text in the form in which search compares it: case, width and kana kind (hiragana or
+/// katakana) are ignored; voiced and unvoiced kana stay apart. Equal forms match.
+QString foldForSearch(const QString &text);
+
+/// Length in bytes in code page 932; a character that the page lacks counts 2, as its substitute does.
+qsizetype byteLength932(const QString &text);
+
+/// Cut to at most `bytes` bytes of code page 932, never splitting a two-byte character.
+QString cutToBytes932(const QString &text, qsizetype bytes);
+
+/// Cut or filled with blanks at the right (or the left) to exactly `bytes` bytes of code page 932.
+QString padRight932(const QString &text, qsizetype bytes);
+QString padLeft932(const QString &text, qsizetype bytes);

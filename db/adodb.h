@@ -1,0 +1,99 @@
+#pragma once
+
+#include "db/provider.h"
+#include "db/recordset.h"
+
+#include <QString>
+#include <functional>
+#include <memory>
+
+/// Cursor types, lock types and options as callers of iOpenRecSet give them. Every recordset here is a
+/// snapshot that is read whole; the values are taken for the callers' sake and change nothing.
+enum CursorType { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
+enum LockType { adLockReadOnly = 1, adLockPessimistic = 2, adLockOptimistic = 3 };
+
+/// The database connection of the run. Operations give 0, or −1 with the reason appended to sErrMsg;
+/// sErrMsg only grows.
+class cT_ADODB {
+public:
+    using ProviderFactory = std::function<std::unique_ptr<DbProvider>(const QString &connectionString)>;
+
+    explicit cT_ADODB(ProviderFactory factory = makeProvider);
+    ~cT_ADODB();
+    cT_ADODB(const cT_ADODB &) = delete;
+    cT_ADODB &operator=(const cT_ADODB &) = delete;
+
+    const QString &sErrMsg() const { return m_errors; }
+    /// The connection's default database name; empty without a connection.
+    QString sDbName() const;
+    short ihehe() const { return 0; }
+
+    short iInit(const QString &connectionString);
+    QString csGetComputerName() const;
+
+    /// Appends the provider's errors to `text` and clears them; nothing when there are none.
+    void vAddAdoErrorLog(QString &text);
+
+    short iConnect();
+    short iDisConnect();
+
+    /// Opens `rows` with the rows of one SELECT.
+    short iOpenRecSet(Recordset &rows, const QString &sql, int cursorType = adOpenKeyset,
+                      int lockType = adLockReadOnly, int options = 0);
+    short iCloseRecSet(Recordset &rows);
+    short iExecSQL(const QString &sql, qint64 *affected = nullptr);
+
+    /// After a failed statement a transaction is over: until iRollback every operation in it fails.
+    short iBeginTrans();
+    short iCommitTrans();
+    short iRollback();
+
+    /// Command time-out in seconds; 0 and less leave it as it is.
+    short iSetTimeout(short seconds);
+
+    bool isConnected() const;
+
+    /// @name Null-safe readers: Null gives an empty text, 0, 0, an invalid date.
+    ///@{
+    static QString csNull(const Recordset &rows, int row, int column);
+    static short iNull(const Recordset &rows, int row, int column);
+    static qint64 mNull(const Recordset &rows, int row, int column);
+    static QDate tNull(const Recordset &rows, int row, int column);
+    ///@}
+
+private:
+    short failed();
+
+    ProviderFactory m_factory;
+    std::unique_ptr<DbProvider> m_provider;
+    QString m_connectionString;
+    QString m_errors;
+    bool m_inTransaction = false;
+    bool m_transactionOver = false;
+};
+
+/// A transaction that rolls back unless it is committed.
+class Transaction {
+public:
+    /// Begins; ask begun() whether it worked.
+    explicit Transaction(cT_ADODB &db) : m_db(db), m_open(db.iBeginTrans() == 0) {}
+    ~Transaction() {
+        if (m_open)
+            m_db.iRollback();
+    }
+    Transaction(const Transaction &) = delete;
+    Transaction &operator=(const Transaction &) = delete;
+
+    bool begun() const { return m_open; }
+    /// 0, or −1: then everything since the begin is undone.
+    short commit() {
+        if (!m_open || m_db.iCommitTrans() != 0)
+            return -1;
+        m_open = false;
+        return 0;
+    }
+
+private:
+    cT_ADODB &m_db;
+    bool m_open;
+};

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "db/recordset.h"
+
+#include <QList>
+#include <QString>
+#include <memory>
+
+/// One error as the database's provider reports it.
+struct ProviderError {
+    qint32 number = 0; ///< the interface's error number, e.g. −2147467259
+    QString description;
+    QString source;
+    QString sqlState;
+    qint32 nativeError = 0;
+};
+
+/// What cT_ADODB needs of a database. Every operation gives false on failure and leaves the reasons in
+/// errors(). A provider that finds its connection broken closes itself: isOpen() is then false.
+class DbProvider {
+public:
+    virtual ~DbProvider() = default;
+
+    virtual bool open(const QString &connectionString) = 0;
+    virtual void close() = 0;
+    virtual bool isOpen() const = 0;
+    virtual QString databaseName() const = 0;
+
+    /// Runs one statement in SQL Server's dialect that gives rows, and reads them all.
+    virtual bool query(const QString &sql, Recordset &rows) = 0;
+    /// Runs one statement; `affected`, when not null, takes the number of changed rows.
+    virtual bool execute(const QString &sql, qint64 *affected) = 0;
+
+    virtual bool begin() = 0;
+    virtual bool commit() = 0;
+    virtual bool rollback() = 0;
+
+    /// Seconds after which a running statement is given up; 0 waits for ever.
+    virtual void setCommandTimeout(int seconds) = 0;
+
+    const QList<ProviderError> &errors() const { return m_errors; }
+    void clearErrors() { m_errors.clear(); }
+
+protected:
+    QList<ProviderError> m_errors;
+};
+
+/// The provider that a connection string asks for: "Provider=SQLite;…" the embedded database, everything
+/// else ODBC. Not opened yet.
+std::unique_ptr<DbProvider> makeProvider(const QString &connectionString);

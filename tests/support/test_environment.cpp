@@ -1,0 +1,37 @@
+#include "tests/support/test_environment.h"
+
+#include <QFileInfo>
+#include <ostream>
+
+void PrintTo(const QString &text, std::ostream *out) {
+    *out << (text.isNull() ? "(null)" : '"' + text.toStdString() + '"');
+}
+
+void PrintTo(const QStringList &texts, std::ostream *out) {
+    for (const QString &text : texts)
+        PrintTo(text, out);
+}
+
+void PrintTo(const QByteArray &bytes, std::ostream *out) {
+    *out << bytes.toPercentEncoding(" \r\n=[];").toStdString();
+}
+
+void PrintTo(const QDate &date, std::ostream *out) {
+    *out << date.toString(Qt::ISODate).toStdString();
+}
+
+Answer RecordedMessages::show(const Message &message) {
+    shown.append(message);
+    if (answers.empty())
+        return message.defaultAnswer;
+    const Answer answer = answers.front();
+    answers.pop_front();
+    return answer;
+}
+
+bool RecordedProcesses::start(const QString &program, const QStringList &arguments, const QString &folder) {
+    if (missing.contains(QFileInfo(program).fileName()))
+        return false;
+    started.append({program, arguments, folder});
+    return true;
+}

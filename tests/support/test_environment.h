@@ -1,0 +1,54 @@
+#pragma once
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "app/base/processes.h"
+
+#include <QList>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <deque>
+#include <iosfwd>
+
+/// So that a failed comparison shows the text and not its bytes.
+void PrintTo(const QString &text, std::ostream *out);
+void PrintTo(const QStringList &texts, std::ostream *out);
+void PrintTo(const QByteArray &bytes, std::ostream *out);
+void PrintTo(const QDate &date, std::ostream *out);
+
+/// A clock that stands still until it is set.
+class FixedClock : public Clock {
+public:
+    explicit FixedClock(const QDateTime &at) : m_now(at) {}
+    explicit FixedClock(const QDate &day) : m_now(day, QTime(9, 0)) {}
+    QDateTime now() const override { return m_now; }
+    void set(const QDate &day) { m_now = QDateTime(day, QTime(9, 0)); }
+
+private:
+    QDateTime m_now;
+};
+
+/// Records every box and answers from a script; without one, the box's default.
+class RecordedMessages : public Messages {
+public:
+    Answer show(const Message &message) override;
+
+    QList<Message> shown;
+    std::deque<Answer> answers;
+};
+
+/// Records what was started; `missing` programs cannot be.
+class RecordedProcesses : public Processes {
+public:
+    struct Start {
+        QString program;
+        QStringList arguments;
+        QString folder;
+    };
+    bool start(const QString &program, const QStringList &arguments, const QString &folder) override;
+
+    QList<Start> started;
+    QStringList missing; ///< file names
+};
