@@ -1,0 +1,16 @@
+#pragma once
+
+#include "db/tables/keys.h"
+
+#include <QString>
+
+/// Conditions joined by " and ", each column qualified by the table, e.g.
+/// "RIYOUSHA.iKyotenCd = 1 and RIYOUSHA.iKyotenEb = 1 and RIYOUSHA.nIDNo = 7". No WHERE of their own; an
+/// empty table name leaves the columns unqualified.
+QString sqlWhere(const Branch &branch, QStringView table);
+QString sqlWhere(const PatientKey &patient, QStringView table);
+QString sqlWhere(const ConsentRowKey &row, QStringView table = u"RIYOUSHA_DOUI_REC");
+
+/// The two tables agree on the branch, on the patient.
+QString sqlSameBranch(QStringView left, QStringView right);
+QString sqlSamePatient(QStringView left, QStringView right);
