@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QDate>
+#include <QStyledItemDelegate>
+
+/// Edits a cell's date (a QDate under Qt::EditRole, invalid for empty) in a date box. Enter and Tab do not
+/// leave a box that holds no date; a click elsewhere does, then the cell keeps its date and rejected() tells.
+class DateDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    /// Where the step keys begin in an empty cell.
+    void setToday(const QDate &today) { m_today = today; }
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                          const QModelIndex &index) const override;
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override;
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override;
+    QString displayText(const QVariant &value, const QLocale &locale) const override;
+
+Q_SIGNALS:
+    void rejected(const QString &text) const;
+
+protected:
+    bool eventFilter(QObject *editor, QEvent *event) override;
+
+private:
+    QDate m_today;
+};

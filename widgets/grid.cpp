@@ -1,0 +1,100 @@
+#include "widgets/grid.h"
+
+#include <QHeaderView>
+#include <QHelpEvent>
+#include <QKeyEvent>
+#include <QToolTip>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+Grid::Grid(QWidget *parent) : QTableView(parent) {
+    setAlternatingRowColors(true);
+    setSelectionMode(SingleSelection);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setVerticalScrollMode(ScrollPerItem);
+    verticalHeader()->setVisible(false);
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    horizontalHeader()->setSectionsMovable(true);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    sizeRows();
+}
+
+void Grid::fitColumns(int widest) {
+    if (!model())
+        return;
+    // A handful of rows tells the width; looking at all of them would touch every cell.
+    horizontalHeader()->setResizeContentsPrecision(50);
+    const int limit = widthOf(widest);
+    for (int column = 0; column < model()->columnCount(); ++column) {
+        if (isColumnHidden(column))
+            continue;
+        const int wanted = qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column));
+        setColumnWidth(column, std::clamp(wanted + widthOf(0), widthOf(4), limit));
+    }
+}
+
+int Grid::widthOf(int characters) const {
+    const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
+    return characters * fontMetrics().averageCharWidth() + 2 * margin;
+}
+
+QByteArray Grid::layoutState() const {
+    return horizontalHeader()->saveState();
+}
+
+bool Grid::restoreLayout(const QByteArray &state) {
+    return horizontalHeader()->restoreState(state);
+}
+
+void Grid::goTo(int row, int column) {
+    if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0)
+        return;
+    const QModelIndex index = model()->index(std::clamp(row, 0, model()->rowCount() - 1),
+                                             std::clamp(column, 0, model()->columnCount() - 1));
+    setCurrentIndex(index);
+    scrollTo(index);
+}
+
+void Grid::keyPressEvent(QKeyEvent *event) {
+    const bool wholeRows = selectionBehavior() == SelectRows && event->modifiers() == Qt::NoModifier;
+    if (wholeRows && (event->key() == Qt::Key_Home || event->key() == Qt::Key_End)) {
+        goTo(event->key() == Qt::Key_Home ? 0 : model()->rowCount() - 1, qMax(0, currentIndex().column()));
+        return;
+    }
+    QTableView::keyPressEvent(event);
+}
+
+void Grid::changeEvent(QEvent *event) {
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::FontChange || event->type() == QEvent::StyleChange)
+        sizeRows();
+}
+
+bool Grid::viewportEvent(QEvent *event) {
+    if (event->type() == QEvent::ToolTip && showWholeText(*static_cast<QHelpEvent *>(event)))
+        return true;
+    return QTableView::viewportEvent(event);
+}
+
+void Grid::sizeRows() {
+    verticalHeader()->setMinimumSectionSize(fontMetrics().height());
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+}
+
+bool Grid::showWholeText(const QHelpEvent &event) {
+    const QModelIndex index = indexAt(event.pos());
+    if (!index.isValid() || index.data(Qt::ToolTipRole).isValid())
+        return false;
+    const QString text = index.data(Qt::DisplayRole).toString();
+    const int room = columnWidth(index.column()) - 2 * widthOf(0);
+    if (fontMetrics().horizontalAdvance(text) <= room)
+        return false;
+    QToolTip::showText(event.globalPos(), text.toHtmlEscaped().replace(u'\n', u"<br>"_s), viewport(),
+                       visualRect(index));
+    return true;
+}

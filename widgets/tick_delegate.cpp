@@ -1,0 +1,73 @@
+#include "widgets/tick_delegate.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+namespace {
+
+QStyle *styleOf(const QStyleOptionViewItem &option) {
+    return option.widget ? option.widget->style() : QApplication::style();
+}
+
+bool isTicked(const QModelIndex &index) {
+    return index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
+}
+
+} // namespace
+
+void TickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                         const QModelIndex &index) const {
+    QStyleOptionViewItem cell = option;
+    initStyleOption(&cell, index);
+    cell.text.clear();
+    cell.features &= ~QStyleOptionViewItem::ViewItemFeatures(QStyleOptionViewItem::HasCheckIndicator |
+                                                             QStyleOptionViewItem::HasDisplay);
+    styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &cell, painter, option.widget);
+    if (!index.data(Qt::CheckStateRole).isValid())
+        return;
+
+    const int side = qMin(option.fontMetrics.height(), option.rect.height() - 2);
+    QRect box(0, 0, side, side);
+    box.moveCenter(option.rect.center());
+    const QPixmap &picture = isTicked(index) ? m_on : m_off;
+    if (!picture.isNull()) {
+        painter->setRenderHint(QPainter::SmoothPixmapTransform);
+        const QSize fitted = picture.size().scaled(box.size(), Qt::KeepAspectRatio);
+        QRect at(QPoint(), fitted);
+        at.moveCenter(box.center());
+        painter->drawPixmap(at, picture);
+        return;
+    }
+    cell.rect = box;
+    cell.state.setFlag(QStyle::State_On, isTicked(index));
+    cell.state.setFlag(QStyle::State_Off, !isTicked(index));
+    cell.state.setFlag(QStyle::State_HasFocus, false);
+    styleOf(option)->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &cell, painter, option.widget);
+}
+
+QSize TickDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const {
+    return {option.fontMetrics.height() * 2, option.fontMetrics.height()};
+}
+
+bool TickDelegate::editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                               const QModelIndex &index) {
+    const Qt::ItemFlags flags = index.flags();
+    if (!flags.testFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEnabled) ||
+        !index.data(Qt::CheckStateRole).isValid())
+        return false;
+    if (event->type() == QEvent::MouseButtonRelease) {
+        const auto *mouse = static_cast<QMouseEvent *>(event);
+        if (mouse->button() != Qt::LeftButton || !option.rect.contains(mouse->position().toPoint()))
+            return false;
+    } else if (event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        if (key != Qt::Key_Space && key != Qt::Key_Select)
+            return false;
+    } else {
+        // A double click is two clicks here, not the start of an edit.
+        return event->type() == QEvent::MouseButtonDblClick;
+    }
+    return model->setData(index, isTicked(index) ? Qt::Unchecked : Qt::Checked, Qt::CheckStateRole);
+}

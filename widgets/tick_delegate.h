@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPixmap>
+#include <QStyledItemDelegate>
+
+/// Paints a checkable cell as one of two pictures in its middle, as high as a line of text; without pictures,
+/// as the desktop's own check box. A click anywhere in the cell or Space toggles it through
+/// Qt::CheckStateRole.
+class TickDelegate : public QStyledItemDelegate {
+    Q_OBJECT
+
+public:
+    explicit TickDelegate(const QPixmap &off = {}, const QPixmap &on = {}, QObject *parent = nullptr)
+        : QStyledItemDelegate(parent), m_off(off), m_on(on) {}
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override;
+    QSize sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const override;
+
+protected:
+    bool editorEvent(QEvent *event, QAbstractItemModel *model, const QStyleOptionViewItem &option,
+                     const QModelIndex &index) override;
+
+private:
+    QPixmap m_off;
+    QPixmap m_on;
+};
