@@ -1,0 +1,110 @@
+#include "db/tables/base/table_core.h"
+
+#include "db/adodb.h"
+#include "db/sql_text.h"
+
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+short TableCore::iInit(cT_ADODB &db) {
+    m_db = &db;
+    return 0;
+}
+
+short TableCore::iGetComputerName(QString &name) {
+    name = m_db ? m_db->csGetComputerName() : QString();
+    return name.isEmpty() ? -1 : 0;
+}
+
+short TableCore::fail(const QString &reason) {
+    m_error = reason;
+    return -1;
+}
+
+short TableCore::failInvalid() {
+    return fail(m_text.name.toString() + u"が無効です。"_s);
+}
+
+short TableCore::failDatabase() {
+    return fail(m_db ? m_db->sErrMsg() : u"データベースに接続されていません。"_s);
+}
+
+short TableCore::takeComputerName(QString &name) {
+    return iGetComputerName(name) == 0 ? 0 : fail(u"コンピューター名の取得に失敗しました。"_s);
+}
+
+short TableCore::open(Recordset &rows, const QString &sql) {
+    if (!m_db || m_db->iOpenRecSet(rows, sql) != 0)
+        return failDatabase();
+    return 0;
+}
+
+short TableCore::readMax(qint32 &result, const QString &sql) {
+    Recordset rows;
+    if (open(rows, sql) != 0)
+        return -1;
+    result = rows.rowCount() > 0 ? static_cast<qint32>(rows.number(0, 0)) : 0;
+    return 0;
+}
+
+short TableCore::readExists(bool &exists, const QString &sql) {
+    Recordset rows;
+    if (open(rows, sql) != 0)
+        return -1;
+    exists = rows.rowCount() > 0;
+    return 0;
+}
+
+short TableCore::write(Writing writing, QStringList literals, bool transaction,
+                       const std::function<short()> &afterwards) {
+    if (writing == Writing::Delete)
+        return execute(deleteSql(m_text, literals), transaction, {});
+    QString computer;
+    if (takeComputerName(computer) != 0)
+        return -1;
+    for (size_t i = 0; i < m_text.columns.size(); ++i) {
+        if (m_text.columns[i].use == ColumnUse::PcName)
+            literals[qsizetype(i)] = sqlText(computer);
+        else if (m_text.columns[i].use == ColumnUse::UpDateTime)
+            literals[qsizetype(i)] = u"GetDate()"_s;
+    }
+    const QString sql =
+        writing == Writing::Insert ? insertSql(m_text, literals) : updateSql(m_text, literals);
+    return execute(sql, transaction, afterwards);
+}
+
+short TableCore::execute(const QString &sql, bool transaction, const std::function<short()> &afterwards) {
+    if (!m_db)
+        return failDatabase();
+    std::optional<Transaction> own;
+    if (transaction && !own.emplace(*m_db).begun())
+        return failDatabase();
+    if (m_db->iExecSQL(sql, &m_affected) != 0)
+        return failDatabase();
+    if (afterwards && afterwards() != 0)
+        return -1;
+    if (own && own->commit() != 0)
+        return failDatabase();
+    return 0;
+}
+
+short TableCore::executeAll(const QStringList &statements) {
+    for (const QString &sql : statements)
+        if (execute(sql, false, {}) != 0)
+            return -1;
+    return 0;
+}
+
+short TableCore::copyTo(QStringView table, const QList<Copy> &copies) {
+    QString computer;
+    if (takeComputerName(computer) != 0)
+        return -1;
+    QStringList statements;
+    for (Copy copy : copies) {
+        copy.assignments.append({u"cPcName"_s, sqlText(computer)});
+        copy.assignments.append({u"tUpDateTime"_s, u"GetDate()"_s});
+        statements.append(copySql(table, copy.assignments, copy.where));
+    }
+    return executeAll(statements);
+}
