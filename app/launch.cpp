@@ -1,0 +1,123 @@
+#include "app/launch.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/base/ini_file.h"
+#include "app/base/massage_ini.h"
+#include "app/base/messages.h"
+#include "app/base/siblings.h"
+#include "app/base/text.h"
+#include "app/branch_query.h"
+#include "db/adodb.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int Served = 0;
+constexpr int NotStarted = 1;
+
+const QString menuProgram = u"Main.exe"_s;
+const QString noMode = u"処理モードが設定されていません。"_s;
+
+} // namespace
+
+int Launch::run(const QString &commandLine) {
+    m_screens.showBackground();
+
+    const std::optional<LaunchMode> mode = readMode(commandLine);
+    if (!mode) {
+        m_environment.messages.warn(noMode, u"　エラー！！"_s);
+        m_environment.messages.fail(u"起動できません！"_s);
+        startSibling(m_environment, menuProgram);
+        return NotStarted;
+    }
+
+    const QString connectionString = readConnectionString();
+    if (connectionString.isEmpty())
+        return NotStarted;
+
+    cT_ADODB db;
+    if (!connect(db, connectionString) || !findBranch(db))
+        return NotStarted;
+    return *mode == LaunchMode::ConsentList ? serveConsentList(db) : serveConsentPrinting(db);
+}
+
+std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {
+    if (!commandLine.isEmpty())
+        return modeFromCommandLine(commandLine);
+    return modeFromAnswer(
+        m_input.ask(u"モード番号を入力してください。\r\n"_s + noMode, u"起動エラー！！"_s, u"1"_s));
+}
+
+QString Launch::readConnectionString() {
+    clsOplIniFile ini;
+    if (ini.iInit(Folders::file(m_environment.folders.program(), u"adodb.ini"_s)) != 0) {
+        failStart(ini.sErrMsg());
+        return {};
+    }
+    const QString value = trimRight(cutAtNul(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
+    if (value.isEmpty())
+        failStart(u"接続文字列取得できません。"_s);
+    return value;
+}
+
+bool Launch::connect(cT_ADODB &db, const QString &connectionString) {
+    if (db.iInit(connectionString) == 0 && db.iConnect() == 0)
+        return true;
+    failStart(db.sErrMsg());
+    return false;
+}
+
+bool Launch::findBranch(cT_ADODB &db) {
+    const QString &folder = m_environment.folders.program();
+    const QString code = readMassageIni(folder, u"KYOTEN_CD"_s, {});
+    const QString number = readMassageIni(folder, u"KYOTEN_EB"_s, {});
+    if (!code.isEmpty() || !number.isEmpty()) {
+        bool codeOk = false;
+        bool numberOk = false;
+        m_environment.branch = {code.toShort(&codeOk), number.toShort(&numberOk)};
+        // Half a branch, or none, must not fall back to another branch's patients.
+        if (!codeOk || !numberOk)
+            failStart(
+                u"Massage.iniの拠点（KYOTEN_CD=%1、KYOTEN_EB=%2）が正しくありません。"_s.arg(code, number));
+        return codeOk && numberOk;
+    }
+
+    std::optional<Branch> first;
+    if (iReadFirstUsedBranch(db, first) != 0)
+        failStart(db.sErrMsg());
+    else if (!first)
+        failStart(u"使用中の拠点がKYOTENに登録されていません。"_s);
+    m_environment.branch = first.value_or(Branch{});
+    return first.has_value();
+}
+
+int Launch::serveConsentList(cT_ADODB &db) {
+    auto screen = m_screens.makeConsentList();
+    const bool ready = screen->iInit(db, 0) == 0;
+    if (ready)
+        screen->showModal();
+    else
+        m_environment.messages.show({screen->sErrMsg(), MessageIcon::None, {}});
+    screen.reset();
+    startSibling(m_environment, menuProgram);
+    return ready ? Served : NotStarted;
+}
+
+int Launch::serveConsentPrinting(cT_ADODB &db) {
+    auto screen = m_screens.makePrintScreen();
+    if (screen->iInit(db, {}, {}, {}, 0) == 0) {
+        screen->showModal();
+        return Served;
+    }
+    // The menu program, told by its argument, shows what went wrong; there is no message here.
+    screen.reset();
+    startSibling(m_environment, menuProgram, {u"2"_s});
+    return NotStarted;
+}
+
+void Launch::failStart(const QString &reason) {
+    // The label is the suite's old one; support staff look for it although no such routine is involved.
+    m_environment.messages.failIn(reason, u"iGetKanjaData() でエラー");
+}
