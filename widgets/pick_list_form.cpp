@@ -1,0 +1,179 @@
+#include "widgets/pick_list_form.h"
+
+#include "app/base/messages.h"
+#include "ui_pick_list_form.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScreen>
+
+using namespace Qt::Literals::StringLiterals;
+
+PickListForm::PickListForm(Messages &messages, QWidget *parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::PickListForm>()), m_messages(messages) {
+    m_ui->setupUi(this);
+    m_ui->boxConditions->setVisible(false);
+    m_ui->ssList->setModel(&m_model);
+    QHeaderView *header = m_ui->ssList->horizontalHeader();
+    header->setSortIndicator(-1, Qt::AscendingOrder);
+    header->setSortIndicatorClearable(true);
+    m_ui->ssList->setSortingEnabled(true);
+    wire();
+    const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+PickListForm::~PickListForm() = default;
+
+short PickListForm::iInit() {
+    QString reason;
+    if (!load(reason))
+        return fail(reason);
+    if (m_model.total() == 0)
+        m_messages.warn(emptyText());
+    m_ui->ssList->fitColumns();
+    m_ui->txtShibori->setFocus();
+    return 0;
+}
+
+void PickListForm::vWhenSeledOK() {
+    const QModelIndex current = m_ui->ssList->currentIndex();
+    if (!current.isValid()) {
+        m_messages.warn(u"有効な行が選択されていません！"_s);
+        return;
+    }
+    m_seled = m_model.at(current.row());
+    m_seledRow = m_model.sourceRow(current.row());
+    accept();
+}
+
+QByteArray PickListForm::layoutState() const {
+    return m_ui->ssList->layoutState();
+}
+
+void PickListForm::restoreLayout(const QByteArray &state) {
+    if (!state.isEmpty())
+        m_ui->ssList->restoreLayout(state);
+}
+
+QWidget *PickListForm::conditions() const {
+    m_ui->boxConditions->setVisible(true);
+    return m_ui->boxConditions;
+}
+
+bool PickListForm::refresh(bool sayEmpty) {
+    QString reason;
+    if (!load(reason)) {
+        m_messages.fail(reason);
+        return false;
+    }
+    if (m_model.total() == 0 && sayEmpty)
+        m_messages.warn(emptyText());
+    return m_model.rowCount() > 0;
+}
+
+void PickListForm::watchCondition(QLineEdit *box, const std::function<bool()> &changed) {
+    box->installEventFilter(this);
+    connect(box, &QLineEdit::returnPressed, this, [this, changed] {
+        if (changed() ? refresh() : m_model.rowCount() > 0)
+            enterTable();
+    });
+    // Not said here: the box may have been left for the button that closes the form.
+    connect(box, &QLineEdit::editingFinished, this, [this, changed] {
+        if (changed())
+            refresh(false);
+    });
+}
+
+short PickListForm::fail(const QString &reason) {
+    m_error = reason;
+    return -1;
+}
+
+bool PickListForm::eventFilter(QObject *watched, QEvent *event) {
+    if (event->type() == QEvent::KeyPress) {
+        const auto *key = static_cast<QKeyEvent *>(event);
+        if (watched == m_ui->ssList ? keyInGrid(*key) : keyInBox(static_cast<QWidget *>(watched), key->key()))
+            return true;
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+// A list that cannot be read leaves the former one in place.
+bool PickListForm::load(QString &reason) {
+    Recordset rows;
+    if (!readGuarded(rows, reason))
+        return false;
+    m_model.setRows(std::move(rows));
+    m_ui->lblJouken->setText(summary());
+    m_ui->lblJouken->setVisible(!summary().isEmpty());
+    showCount();
+    return true;
+}
+
+// A list too long for the machine's memory must not end the program.
+bool PickListForm::readGuarded(Recordset &rows, QString &reason) {
+    try {
+        return readList(rows, reason);
+    } catch (const std::exception &fault) {
+        reason = u"システムエラーが発生しました！\r"_s + QString::fromLocal8Bit(fault.what());
+        return false;
+    }
+}
+
+void PickListForm::enterTable() {
+    m_ui->ssList->setFocus();
+}
+
+void PickListForm::wire() {
+    m_ui->txtShibori->installEventFilter(this);
+    m_ui->ssList->installEventFilter(this);
+    connect(m_ui->txtShibori, &QLineEdit::textChanged, this, [this](const QString &typed) {
+        m_model.narrow(typed);
+        showCount();
+    });
+    connect(&m_model, &QAbstractItemModel::modelReset, this, [this] { m_ui->ssList->goTo(0, 0); });
+    connect(m_ui->ssList, &QAbstractItemView::doubleClicked, this, &PickListForm::vWhenSeledOK);
+    connect(m_ui->cmdSearch, &QPushButton::clicked, this, [this] { refresh(); });
+    connect(m_ui->cmdSelect, &QPushButton::clicked, this, &PickListForm::vWhenSeledOK);
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+void PickListForm::showCount() {
+    const int shown = m_model.rowCount();
+    m_ui->lblKensu->setText(shown == m_model.total() ? u"%L1 件"_s.arg(shown)
+                                                     : u"%L1 / %L2 件"_s.arg(shown).arg(m_model.total()));
+}
+
+bool PickListForm::keyInBox(const QWidget *box, int key) {
+    if (key == Qt::Key_Down || key == Qt::Key_PageDown) {
+        enterTable();
+        return true;
+    }
+    if (box != m_ui->txtShibori || (key != Qt::Key_Return && key != Qt::Key_Enter))
+        return false;
+    vWhenSeledOK();
+    return true;
+}
+
+bool PickListForm::keyInGrid(const QKeyEvent &key) {
+    if (key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter) {
+        vWhenSeledOK();
+        return true;
+    }
+    if (key.key() == Qt::Key_Up && m_ui->ssList->currentIndex().row() <= 0) {
+        m_ui->txtShibori->setFocus();
+        return true;
+    }
+    const bool letter = !key.text().isEmpty() && key.text().at(0).isPrint() &&
+                        !(key.modifiers() & (Qt::ControlModifier | Qt::AltModifier));
+    if (letter) {
+        m_ui->txtShibori->setFocus();
+        m_ui->txtShibori->end(false);
+        m_ui->txtShibori->insert(key.text());
+    } else if (key.key() == Qt::Key_Backspace) {
+        m_ui->txtShibori->setFocus();
+        m_ui->txtShibori->backspace();
+    }
+    return letter || key.key() == Qt::Key_Backspace;
+}

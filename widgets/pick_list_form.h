@@ -1,0 +1,90 @@
+#pragma once
+
+#include "app/base/code_lookup.h"
+#include "widgets/pick_list_model.h"
+
+#include <QDialog>
+#include <functional>
+#include <memory>
+
+class Grid;
+class Messages;
+class QLineEdit;
+namespace Ui {
+class PickListForm;
+}
+
+/// The form behind every selection button: conditions of the search above, a box that narrows while one
+/// types, and the rows. Enter or a double click takes the current row, Esc leaves, Down goes into the table,
+/// letters typed in the table go back to the box. A search derives from it and tells what to read.
+class PickListForm : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit PickListForm(Messages &messages, QWidget *parent = nullptr);
+    ~PickListForm() override;
+
+    /// Why iInit failed.
+    const QString &CsErrStr() const { return m_error; }
+
+    /// Reads the first list. 0, or −1 with CsErrStr.
+    virtual short iInit();
+
+    /// Takes the current row and closes; says so when there is none.
+    void vWhenSeledOK();
+
+    /// What was taken; an empty code when the form was left.
+    const CodeName &seled() const { return m_seled; }
+    /// The taken row's whole record; −1 when the form was left.
+    int seledRow() const { return m_seledRow; }
+    const Recordset &rows() const { return m_model.rows(); }
+
+    /// Column widths, order and sort, for the next form of the same search.
+    QByteArray layoutState() const;
+    void restoreLayout(const QByteArray &state);
+
+protected:
+    void setColumns(const QList<PickListColumn> &columns, const QString &codeField,
+                    const QString &nameField) {
+        m_model.setColumns(columns, codeField, nameField);
+    }
+    /// Where a search lays out its conditions; unused, it takes no room.
+    QWidget *conditions() const;
+
+    /// Reads the rows under the present conditions.
+    /// @param reason filled with the text for the user when it fails
+    virtual bool readList(Recordset &rows, QString &reason) = 0;
+    /// Said when the conditions leave no row.
+    virtual QString emptyText() const = 0;
+    /// The conditions in words, shown below the table.
+    virtual QString summary() const { return {}; }
+
+    /// Reads the list again after a condition changed; a failure is said, an empty list if asked.
+    /// @return whether there are rows
+    bool refresh(bool sayEmpty = true);
+
+    /// Reads the list again when the box is left with another text; Enter also goes into the table.
+    /// @param changed whether the conditions differ from those of the rows shown
+    void watchCondition(QLineEdit *box, const std::function<bool()> &changed);
+
+    short fail(const QString &reason);
+    Messages &messages() const { return m_messages; }
+
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    bool load(QString &reason);
+    bool readGuarded(Recordset &rows, QString &reason);
+    void enterTable();
+    void wire();
+    void showCount();
+    bool keyInBox(const QWidget *box, int key);
+    bool keyInGrid(const QKeyEvent &key);
+
+    std::unique_ptr<Ui::PickListForm> m_ui;
+    Messages &m_messages;
+    PickListModel m_model;
+    QString m_error;
+    CodeName m_seled;
+    int m_seledRow = -1;
+};

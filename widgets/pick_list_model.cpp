@@ -1,0 +1,154 @@
+#include "widgets/pick_list_model.h"
+
+#include "app/base/text.h"
+
+#include <QCollator>
+#include <QRegularExpression>
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QChar RowEnd = u'\n';
+constexpr QChar CellEnd = u'\t';
+
+bool isNoise(QChar c) {
+    return c == u' ' || c == u'\u3000' || c == u'-' || c == u'\n' || c == u'\t' || c == u'\r';
+}
+
+QString withoutNoise(QString text) {
+    text.removeIf(isNoise);
+    return text;
+}
+
+} // namespace
+
+void PickListModel::setColumns(const QList<PickListColumn> &columns, const QString &codeField,
+                               const QString &nameField) {
+    beginResetModel();
+    m_columns = columns;
+    m_codeField = codeField;
+    m_nameField = nameField;
+    endResetModel();
+}
+
+void PickListModel::setRows(Recordset rows) {
+    beginResetModel();
+    m_rows = std::move(rows);
+    m_positions.clear();
+    for (const PickListColumn &column : m_columns)
+        m_positions.push_back(m_rows.column(column.field));
+    foldRows();
+    orderRows();
+    showMatches();
+    endResetModel();
+}
+
+void PickListModel::narrow(const QString &typed) {
+    QStringList words;
+    for (const QString &word : typed.split(QRegularExpression(u"[\\s\u3000]+"_s), Qt::SkipEmptyParts)) {
+        if (const QString folded = foldForSearch(withoutNoise(word)); !folded.isEmpty())
+            words.append(folded);
+    }
+    beginResetModel();
+    m_words = words;
+    showMatches();
+    endResetModel();
+}
+
+CodeName PickListModel::at(int shownRow) const {
+    if (shownRow < 0 || shownRow >= rowCount())
+        return {};
+    const int row = sourceRow(shownRow);
+    return {m_rows.text(row, m_rows.column(m_codeField)), m_rows.text(row, m_rows.column(m_nameField))};
+}
+
+int PickListModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_shown.size());
+}
+
+int PickListModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_columns.size());
+}
+
+QVariant PickListModel::data(const QModelIndex &index, int role) const {
+    const size_t column = size_t(index.column());
+    if (role == Qt::TextAlignmentRole && m_columns.at(index.column()).number)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    if (role != Qt::DisplayRole || m_positions.at(column) < 0)
+        return {};
+    return m_rows.text(sourceRow(index.row()), m_positions.at(column));
+}
+
+QVariant PickListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < m_columns.size())
+        return m_columns.at(section).caption;
+    return {};
+}
+
+void PickListModel::sort(int column, Qt::SortOrder order) {
+    beginResetModel();
+    m_sortColumn = column < columnCount() ? column : -1;
+    m_sortOrder = order;
+    orderRows();
+    showMatches();
+    endResetModel();
+}
+
+// All rows are folded in one call: the conversion costs far more to start than to run.
+void PickListModel::foldRows() {
+    QString all;
+    for (int row = 0; row < m_rows.rowCount(); ++row) {
+        for (const int position : m_positions) {
+            if (position >= 0)
+                all += withoutNoise(m_rows.text(row, position)) + CellEnd;
+        }
+        all += RowEnd;
+    }
+    m_folded = foldForSearch(all);
+    m_spans.clear();
+    m_spans.reserve(size_t(m_rows.rowCount()));
+    for (qsizetype begin = 0, end = 0; (end = m_folded.indexOf(RowEnd, begin)) >= 0; begin = end + 1)
+        m_spans.push_back({begin, end - begin});
+    Q_ASSERT(m_spans.size() == size_t(m_rows.rowCount()));
+}
+
+void PickListModel::orderRows() {
+    m_order.resize(size_t(m_rows.rowCount()));
+    std::iota(m_order.begin(), m_order.end(), 0);
+    const int position = m_sortColumn < 0 ? -1 : m_positions.at(size_t(m_sortColumn));
+    if (position < 0)
+        return;
+    const bool down = m_sortOrder == Qt::DescendingOrder;
+    const auto sortBy = [&](const auto &keys) {
+        std::stable_sort(m_order.begin(), m_order.end(), [&](int a, int b) {
+            return down ? keys[size_t(b)] < keys[size_t(a)] : keys[size_t(a)] < keys[size_t(b)];
+        });
+    };
+    if (m_columns.at(m_sortColumn).number) {
+        std::vector<qint64> keys;
+        for (const int row : m_order)
+            keys.push_back(m_rows.number(row, position));
+        sortBy(keys);
+    } else {
+        const QCollator collator(QLocale(QLocale::Japanese, QLocale::Japan));
+        std::vector<QCollatorSortKey> keys;
+        for (const int row : m_order)
+            keys.push_back(collator.sortKey(m_rows.text(row, position)));
+        sortBy(keys);
+    }
+}
+
+void PickListModel::showMatches() {
+    m_shown.clear();
+    const QStringView folded(m_folded);
+    for (const int row : m_order) {
+        const Span span = m_spans[size_t(row)];
+        const QStringView texts = folded.mid(span.begin, span.length);
+        if (std::all_of(m_words.begin(), m_words.end(),
+                        [&](const QString &word) { return texts.contains(word); }))
+            m_shown.push_back(row);
+    }
+}

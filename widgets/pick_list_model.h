@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/base/code_lookup.h"
+#include "db/recordset.h"
+
+#include <QAbstractTableModel>
+#include <vector>
+
+/// A column of a pick list.
+struct PickListColumn {
+    QString caption;
+    QString field;       ///< column of the recordset
+    bool number = false; ///< shown at the right, sorted by value
+};
+
+/// The rows of one query, narrowed by typed text without going back to the database. Every row is folded once
+/// when it is read, so that a key stroke only looks for text in one block.
+class PickListModel : public QAbstractTableModel {
+    Q_OBJECT
+
+public:
+    using QAbstractTableModel::QAbstractTableModel;
+
+    /// @param codeField, nameField the columns that make a row's CodeName
+    void setColumns(const QList<PickListColumn> &columns, const QString &codeField, const QString &nameField);
+
+    /// Takes the rows; what was narrowed to and sorted by stays in force.
+    void setRows(Recordset rows);
+
+    /// Keeps the rows in which every word of `typed` occurs in some column; case, width, kana kind, blanks
+    /// and hyphens do not count. Empty text keeps all.
+    void narrow(const QString &typed);
+
+    /// How many rows there are without narrowing.
+    int total() const { return m_rows.rowCount(); }
+
+    /// Code and name of a shown row; empty for a row that is not there.
+    CodeName at(int shownRow) const;
+    /// The row of the recordset behind a shown row.
+    int sourceRow(int shownRow) const { return m_shown.at(size_t(shownRow)); }
+    const Recordset &rows() const { return m_rows; }
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    /// Column −1 brings the query's own order back.
+    void sort(int column, Qt::SortOrder order) override;
+
+private:
+    struct Span {
+        qsizetype begin = 0;
+        qsizetype length = 0;
+    };
+    void foldRows();
+    void orderRows();
+    void showMatches();
+
+    QList<PickListColumn> m_columns;
+    QString m_codeField;
+    QString m_nameField;
+    std::vector<int> m_positions; ///< of the columns in the recordset; −1 where it has none
+    Recordset m_rows;
+    QString m_folded; ///< every row's texts, folded, one after the other
+    std::vector<Span> m_spans;
+    QStringList m_words; ///< folded
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+    std::vector<int> m_order; ///< all rows in sorted order
+    std::vector<int> m_shown;
+};
