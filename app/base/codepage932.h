@@ -2,20 +2,37 @@
 
 #include <QByteArray>
 #include <QString>
-#include <QStringList>
 
 /// Text as code page 932 bytes, and what had to be replaced on the way.
 struct Encoded932 {
     QByteArray bytes;
-    bool touched = false; ///< some character was replaced by a near one or by 〓
+    bool touched = false; ///< some character was replaced by a near one, by 〓, or dropped
 };
 
 /// Encodes for files. A character that the page lacks becomes a near one where there is one
-/// (〜 → ～, − → －, — → ―, ‖ → ∥), else 〓.
+/// (〜 → ～, − → －, — → ―, ‖ → ∥), else 〓. Separate voiced marks are joined with their kana, variation
+/// selectors are dropped.
 Encoded932 encode932(const QString &text);
 
 /// Decodes bytes of a file; a byte that is no character becomes U+FFFD.
-QString decode932(const QByteArray &bytes);
+QString decode932(QByteArrayView bytes);
 
 /// Whether every character of the text can be written in code page 932 without replacement.
 bool fits932(QStringView text);
+
+/// Whether the byte opens a two-byte character.
+constexpr bool isLead932(char byte) {
+    const auto b = static_cast<unsigned char>(byte);
+    return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
+}
+
+/// One step of the encoder, for measuring and cutting: what the text's next character is written as.
+struct Step932 {
+    quint16 code;     ///< one byte up to 0xFF, else two; meaningless when `bytes` is 0
+    qint8 bytes;      ///< 0 for a dropped character
+    qint8 characters; ///< UTF-16 units taken from the text
+    bool touched;
+};
+
+/// The step at a position inside the text.
+Step932 step932(QStringView text, qsizetype at);

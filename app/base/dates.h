@@ -5,7 +5,8 @@
 
 /// Date to text by a pattern: `ggg` era name in kanji, `g` its Latin initial, `ee`/`e` year within the
 /// era, `yyyy` Western year, `mm`/`m` and `dd`/`d` month and day; other characters are copied.
-/// An invalid date gives an empty text. Eras come from the system's Japanese calendar.
+/// An invalid date gives an empty text. Eras come from the system's Japanese calendar; a day before 明治 has
+/// an empty era and its Western year.
 QString formatDate(const QDate &date, QStringView pattern);
 
 /// "yyyy/mm/dd", empty for an invalid date.
@@ -14,9 +15,11 @@ QString dateText(const QDate &date);
 /// The date at the front of "yyyy/mm/dd" or "yyyy-mm-dd" text as databases hand it over, a time behind it
 /// ignored; invalid when there is none.
 QDate dateFromDatabase(QStringView text);
+QDate dateFromDatabase(QLatin1StringView text);
 
 /// What a person types into a date box: 2026/11/21, 2026-11-21, 20261121, R8.11.21, R081121, 令和8年11月21日,
-/// full-width digits allowed. Invalid when it is no date.
+/// full-width digits allowed, also what the patterns above write. Invalid when it is no date, and when the
+/// day lies outside the era named.
 QDate dateFromInput(const QString &text);
 
 /// Key of a date: the integer yyyymmdd, 0 for an invalid date; and back, invalid for impossible keys.

@@ -1,0 +1,220 @@
+#include "app/base/codepage932.h"
+
+#include <array>
+#include <unicode/ucnv.h>
+#include <unicode/unorm2.h>
+#include <vector>
+
+namespace {
+
+constexpr quint16 geta = 0x81AC; // 〓
+constexpr QChar replacement = QChar::ReplacementCharacter;
+
+/// Both directions of the page, from ICU's converter once and then looked up. A zero entry is no character
+/// (NUL itself is seen to by the callers).
+struct Tables {
+    std::array<char16_t, 0x10000> toUnicode{};
+    std::array<quint16, 0x10000> fromUnicode{};
+};
+
+quint16 code(char lead, char trail) {
+    return quint16(static_cast<unsigned char>(lead) << 8 | static_cast<unsigned char>(trail));
+}
+
+/// All codes of the page, each followed by a line feed, by which its decoded form is found.
+QByteArray allCodes() {
+    QByteArray bytes;
+    for (int lead = 1; lead <= 0xFF; ++lead) {
+        if (!isLead932(char(lead))) {
+            bytes += char(lead);
+            bytes += '\n';
+            continue;
+        }
+        for (int trail = 0x40; trail <= 0xFC; ++trail) {
+            if (trail == 0x7F)
+                continue;
+            bytes += char(lead);
+            bytes += char(trail);
+            bytes += '\n';
+        }
+    }
+    return bytes;
+}
+
+void fillToUnicode(UConverter *converter, Tables &tables) {
+    const QByteArray bytes = allCodes();
+    std::vector<char16_t> text(size_t(bytes.size()) + 1);
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_toUChars(converter, text.data(), int32_t(text.size()), bytes.constData(), int32_t(bytes.size()),
+                  &status);
+    size_t at = 0;
+    for (qsizetype i = 0; i < bytes.size(); ++at) {
+        const bool two = isLead932(bytes[i]);
+        const quint16 c = two ? code(bytes[i], bytes[i + 1]) : quint8(bytes[i]);
+        // An impossible pair may decode to more than one character: none of them counts. The converter's
+        // own marks for what it cannot decode are U+FFFD and, for single bytes, U+001A.
+        const bool single = text[at + 1] == u'\n';
+        if (single && text[at] != 0xFFFD && text[at] != 0x1A)
+            tables.toUnicode[c] = text[at];
+        while (text[++at] != u'\n') {
+        }
+        i += two ? 3 : 2;
+    }
+    // The converter turns these controls round, as hosts did; Windows does not.
+    for (const char16_t control : {u'\n', u'\x1A', u'\x1C', u'\x7F'})
+        tables.toUnicode[control] = control;
+}
+
+/// Several codes decode to one character; the converter knows which of them Windows writes.
+void fillFromUnicode(UConverter *converter, Tables &tables) {
+    std::vector<char16_t> text;
+    std::array<bool, 0x10000> seen{};
+    for (const char16_t c : tables.toUnicode) {
+        if (c >= 0x80 && !seen[c])
+            text.push_back(c);
+        seen[c] = true;
+    }
+    QByteArray bytes(qsizetype(text.size()) * 2 + 1, '\0');
+    UErrorCode status = U_ZERO_ERROR;
+    ucnv_setFallback(converter, true);
+    ucnv_fromUChars(converter, bytes.data(), int32_t(bytes.size()), text.data(), int32_t(text.size()),
+                    &status);
+    qsizetype at = 0;
+    for (const char16_t c : text) {
+        const bool two = isLead932(bytes[at]);
+        tables.fromUnicode[c] = two ? code(bytes[at], bytes[at + 1]) : quint8(bytes[at]);
+        at += two ? 2 : 1;
+    }
+    for (quint16 c = 1; c < 0x80; ++c)
+        tables.fromUnicode[c] = c;
+}
+
+Tables makeTables() {
+    UErrorCode status = U_ZERO_ERROR;
+    const icu::LocalUConverterPointer converter(ucnv_open("ibm-943_P15A-2003", &status));
+    if (U_FAILURE(status))
+        qFatal("ICU has no converter for code page 932: %s", u_errorName(status));
+    Tables tables;
+    fillToUnicode(converter.getAlias(), tables);
+    fillFromUnicode(converter.getAlias(), tables);
+    return tables;
+}
+
+const Tables &tables() {
+    static const Tables made = makeTables();
+    return made;
+}
+
+/// The character of the page that stands nearest, 0 when there is none.
+char16_t near(char16_t c) {
+    switch (c) {
+    case u'〜':
+        return u'～';
+    case u'−':
+        return u'－';
+    case u'–':
+        return u'－';
+    case u'—':
+        return u'―';
+    case u'‖':
+        return u'∥';
+    case u'¢':
+        return u'￠';
+    case u'£':
+        return u'￡';
+    case u'¬':
+        return u'￢';
+    case u'¦':
+        return u'￤';
+    case u'¥':
+        return u'￥';
+    case u'‾':
+        return u'￣';
+    case u'\u00A0':
+        return u' ';
+    default:
+        return 0;
+    }
+}
+
+bool isVariationSelector(char32_t c) {
+    return (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0100 && c <= 0xE01EF);
+}
+
+Step932 stepOf(quint16 c, int characters, bool touched) {
+    return {c, qint8(c > 0xFF ? 2 : 1), qint8(characters), touched};
+}
+
+/// The kana that a base and a separate voiced mark make up, 0 when they make none.
+char16_t joined(char16_t base, char16_t mark) {
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2 *nfc = unorm2_getNFCInstance(&status);
+    const UChar32 c = U_SUCCESS(status) ? unorm2_composePair(nfc, base, mark) : U_SENTINEL;
+    return c > 0 && c < 0x10000 ? char16_t(c) : char16_t(0);
+}
+
+} // namespace
+
+Step932 step932(QStringView text, qsizetype at) {
+    const char16_t c = text[at].unicode();
+    const char16_t next = at + 1 < text.size() ? text[at + 1].unicode() : u'\0';
+    if (c < 0x80)
+        return {c, 1, 1, false};
+    const auto &codes = tables().fromUnicode;
+    if (next == u'\u3099' || next == u'\u309A')
+        if (const char16_t kana = joined(c, next); kana != 0 && codes[kana] != 0)
+            return stepOf(codes[kana], 2, true);
+    if (codes[c] != 0)
+        return stepOf(codes[c], 1, false);
+    if (const char16_t other = near(c); other != 0)
+        return stepOf(codes[other], 1, true);
+    const bool pair = QChar::isHighSurrogate(c) && QChar::isLowSurrogate(next);
+    if (isVariationSelector(pair ? QChar::surrogateToUcs4(c, next) : c))
+        return {0, 0, qint8(pair ? 2 : 1), true};
+    return stepOf(geta, pair ? 2 : 1, true);
+}
+
+Encoded932 encode932(const QString &text) {
+    Encoded932 encoded;
+    encoded.bytes.resize(text.size() * 2);
+    char *out = encoded.bytes.data();
+    for (qsizetype i = 0; i < text.size();) {
+        const Step932 step = step932(text, i);
+        if (step.bytes == 2)
+            *out++ = char(step.code >> 8);
+        if (step.bytes != 0)
+            *out++ = char(step.code & 0xFF);
+        encoded.touched |= step.touched;
+        i += step.characters;
+    }
+    encoded.bytes.truncate(out - encoded.bytes.constData());
+    return encoded;
+}
+
+QString decode932(QByteArrayView bytes) {
+    const auto &characters = tables().toUnicode;
+    QString text(bytes.size(), Qt::Uninitialized);
+    QChar *out = text.data();
+    for (qsizetype i = 0; i < bytes.size(); ++i) {
+        const char byte = bytes[i];
+        if (static_cast<unsigned char>(byte) < 0x80) {
+            *out++ = QLatin1Char(byte);
+            continue;
+        }
+        char16_t c = characters[static_cast<unsigned char>(byte)];
+        if (isLead932(byte) && i + 1 < bytes.size())
+            if (c = characters[code(byte, bytes[i + 1])]; c != 0)
+                ++i;
+        *out++ = c != 0 ? QChar(c) : replacement;
+    }
+    text.truncate(out - text.constData());
+    return text;
+}
+
+bool fits932(QStringView text) {
+    const auto &codes = tables().fromUnicode;
+    for (const QChar c : text)
+        if (c.unicode() >= 0x80 && codes[c.unicode()] == 0)
+            return false;
+    return true;
+}

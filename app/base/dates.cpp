@@ -1,0 +1,197 @@
+#include "app/base/dates.h"
+
+#include "app/base/eras.h"
+#include "app/base/text.h"
+
+#include <QRegularExpression>
+#include <optional>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void appendNumber(QString &text, int number, int digits) {
+    QChar buffer[11];
+    QChar *const end = buffer + std::size(buffer);
+    QChar *at = end;
+    for (; number > 0 || digits > 0; number /= 10, --digits)
+        *--at = QChar(u'0' + number % 10);
+    text.append(at, end - at);
+}
+
+qsizetype runLength(QStringView pattern, qsizetype at) {
+    qsizetype end = at + 1;
+    while (end < pattern.size() && pattern[end] == pattern[at])
+        ++end;
+    return end - at;
+}
+
+/// A date taken apart for a pattern; the era is looked up only when the pattern asks for it.
+class DateWriter {
+public:
+    explicit DateWriter(const QDate &date) : m_date(date) { date.getDate(&m_year, &m_month, &m_day); }
+
+    /// Writes the field that a run of one letter stands for.
+    /// @return how many letters of the run were taken, 0 when they are no field
+    int write(QString &text, QChar letter, qsizetype run) {
+        const int digits = run >= 2 ? 2 : 1;
+        switch (letter.unicode()) {
+        case u'g':
+            return writeEra(text, run);
+        case u'e':
+            appendNumber(text, era() ? m_year - era()->start.year() + 1 : m_year, digits);
+            return digits;
+        case u'm':
+            appendNumber(text, m_month, digits);
+            return digits;
+        case u'd':
+            appendNumber(text, m_day, digits);
+            return digits;
+        case u'y':
+            if (run < 4)
+                return 0;
+            appendNumber(text, m_year, 4);
+            return 4;
+        default:
+            return 0;
+        }
+    }
+
+private:
+    int writeEra(QString &text, qsizetype run) {
+        const bool inFull = run >= 3;
+        if (era() && inFull)
+            text.append(era()->name);
+        else if (era())
+            text.append(era()->initial);
+        return inFull ? 3 : 1;
+    }
+
+    const Era *era() {
+        if (!m_era)
+            m_era = eraOf(m_date);
+        return *m_era;
+    }
+
+    QDate m_date;
+    int m_year = 0;
+    int m_month = 0;
+    int m_day = 0;
+    std::optional<const Era *> m_era;
+};
+
+bool isDigit(char16_t c) {
+    return c >= u'0' && c <= u'9';
+}
+
+/// Takes up to `most` digits from the front; −1 when there is none.
+template <typename View> int takeNumber(View &text, qsizetype most) {
+    int number = 0;
+    qsizetype length = 0;
+    for (; length < most && length < text.size(); ++length) {
+        const char16_t c = QChar(text[length]).unicode();
+        if (!isDigit(c))
+            break;
+        number = number * 10 + (c - u'0');
+    }
+    text = text.sliced(length);
+    return length == 0 ? -1 : number;
+}
+
+template <typename View> bool takeSeparator(View &text) {
+    if (text.isEmpty() || (text[0] != u'/' && text[0] != u'-'))
+        return false;
+    text = text.sliced(1);
+    return true;
+}
+
+template <typename View> QDate readDatabaseDate(View text) {
+    const int year = takeNumber(text, 4);
+    if (year < 0 || !takeSeparator(text))
+        return {};
+    const int month = takeNumber(text, 2);
+    if (month < 0 || !takeSeparator(text))
+        return {};
+    const int day = takeNumber(text, 2);
+    const bool ends = text.isEmpty() || !isDigit(QChar(text[0]).unicode());
+    return ends ? QDate(year, month, day) : QDate();
+}
+
+const Era *eraNamed(QStringView name) {
+    for (const Era &era : systemEras())
+        if (name == era.name || (name.size() == 1 && name[0].toUpper() == era.initial))
+            return &era;
+    return nullptr;
+}
+
+QDate dateInEra(const Era &era, int year, int month, int day) {
+    const QDate date(era.start.year() + year - 1, month, day);
+    return year >= 1 && eraOf(date) == &era ? date : QDate();
+}
+
+} // namespace
+
+QString formatDate(const QDate &date, QStringView pattern) {
+    QString text;
+    if (!date.isValid())
+        return text;
+    text.reserve(pattern.size() + 4);
+    DateWriter writer(date);
+    for (qsizetype i = 0; i < pattern.size();) {
+        const int taken = writer.write(text, pattern[i], runLength(pattern, i));
+        if (taken == 0)
+            text.append(pattern[i]);
+        i += qMax(taken, 1);
+    }
+    return text;
+}
+
+QString dateText(const QDate &date) {
+    return formatDate(date, u"yyyy/mm/dd");
+}
+
+QDate dateFromDatabase(QStringView text) {
+    return readDatabaseDate(text);
+}
+
+QDate dateFromDatabase(QLatin1StringView text) {
+    return readDatabaseDate(text);
+}
+
+QDate dateFromInput(const QString &text) {
+    static const QRegularExpression separated(
+        u"^(\\D*?)(\\d{1,4}|元)(?:[/.-](\\d{1,2})[/.-](\\d{1,2})|年(\\d{1,2})月(\\d{1,2})日?)$"_s);
+    static const QRegularExpression digitsOnly(u"^(?:(\\d{4})|([A-Za-z])(\\d{2}))(\\d{2})(\\d{2})$"_s);
+
+    const QString input = toHalfWidth(text).remove(u' ');
+    if (const auto m = digitsOnly.match(input); m.hasMatch()) {
+        const int month = m.capturedView(4).toInt();
+        const int day = m.capturedView(5).toInt();
+        if (m.hasCaptured(1))
+            return QDate(m.capturedView(1).toInt(), month, day);
+        const Era *const era = eraNamed(m.capturedView(2));
+        return era ? dateInEra(*era, m.capturedView(3).toInt(), month, day) : QDate();
+    }
+    const auto m = separated.match(input);
+    if (!m.hasMatch())
+        return {};
+    const int month = (m.hasCaptured(3) ? m.capturedView(3) : m.capturedView(5)).toInt();
+    const int day = (m.hasCaptured(4) ? m.capturedView(4) : m.capturedView(6)).toInt();
+    const QStringView year = m.capturedView(2);
+    if (m.capturedLength(1) == 0)
+        return year.size() == 4 ? QDate(year.toInt(), month, day) : QDate();
+    const Era *const era = eraNamed(m.capturedView(1));
+    return era ? dateInEra(*era, year == u"元" ? 1 : year.toInt(), month, day) : QDate();
+}
+
+int dateKey(const QDate &date) {
+    return date.isValid() ? date.year() * 10000 + date.month() * 100 + date.day() : 0;
+}
+
+QDate dateFromKey(int key) {
+    return key > 0 ? QDate(key / 10000, key / 100 % 100, key % 100) : QDate();
+}
+
+QString weekdayText(const QDate &date) {
+    return date.isValid() ? QString(u"月火水木金土日"[date.dayOfWeek() - 1]) : QString();
+}

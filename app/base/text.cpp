@@ -1,0 +1,161 @@
+#include "app/base/text.h"
+
+#include "app/base/codepage932.h"
+
+#include <array>
+#include <memory>
+#include <unicode/translit.h>
+#include <unicode/uchar.h>
+#include <unicode/unorm2.h>
+
+namespace {
+
+constexpr char16_t voicedMark = u'\u3099';     // ゛ as a combining mark
+constexpr char16_t halfVoicedMark = u'\u309A'; // ゜
+
+std::unique_ptr<icu::Transliterator> makeTransliterator(const char16_t *id) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::unique_ptr<icu::Transliterator> made(
+        icu::Transliterator::createInstance(id, UTRANS_FORWARD, status));
+    if (U_FAILURE(status))
+        qFatal("ICU cannot convert widths: %s", u_errorName(status));
+    return made;
+}
+
+// Other characters with a twin (￥ →) are left alone: code page 932 has one form of them only.
+const icu::Transliterator &toFull() {
+    static const auto transliterator = makeTransliterator(u"[\\u0020-\\u007E｡-ﾟ] Halfwidth-Fullwidth");
+    return *transliterator;
+}
+
+const icu::Transliterator &toHalf() {
+    static const auto transliterator = makeTransliterator(u"[！-～\\u3000-ー] Fullwidth-Halfwidth");
+    return *transliterator;
+}
+
+QString transliterated(const icu::Transliterator &transliterator, QStringView text) {
+    icu::UnicodeString out(text.utf16(), int32_t(text.size()));
+    transliterator.transliterate(out);
+    return QString(reinterpret_cast<const QChar *>(out.getBuffer()), out.length());
+}
+
+using FoldTable = std::array<char16_t, 0x10000>;
+
+/// What each character is compared as. Half-width kana become full-width, hiragana katakana, full-width
+/// letters and signs half-width, letters small.
+FoldTable makeFoldTable() {
+    FoldTable table;
+    for (int c = 0; c < int(table.size()); ++c) {
+        const UChar32 folded = u_foldCase(c, U_FOLD_CASE_DEFAULT);
+        table[size_t(c)] = char16_t(folded < 0x10000 ? folded : c);
+    }
+    constexpr int katakanaFromHiragana = u'ア' - u'あ';
+    for (char16_t c = u'ぁ'; c <= u'ゖ'; ++c)
+        table[c] = char16_t(c + katakanaFromHiragana);
+    table[u'ゝ'] = u'ヽ';
+    table[u'ゞ'] = u'ヾ';
+    for (char16_t c = u'\uFF01'; c <= u'\uFF9F'; ++c) {
+        const bool kana = c >= u'\uFF61';
+        const QString other = transliterated(kana ? toFull() : toHalf(), QStringView(&c, 1));
+        if (other.size() == 1)
+            table[c] = char16_t(u_foldCase(other[0].unicode(), U_FOLD_CASE_DEFAULT));
+    }
+    table[u'\u3000'] = u' ';
+    table[u'ﾞ'] = table[u'゛'] = voicedMark;
+    table[u'ﾟ'] = table[u'゜'] = halfVoicedMark;
+    return table;
+}
+
+const FoldTable &foldTable() {
+    static const FoldTable table = makeFoldTable();
+    return table;
+}
+
+char16_t composed(char16_t base, char16_t mark) {
+    UErrorCode status = U_ZERO_ERROR;
+    const UNormalizer2 *nfc = unorm2_getNFCInstance(&status);
+    const UChar32 c = U_SUCCESS(status) ? unorm2_composePair(nfc, base, mark) : U_SENTINEL;
+    return c > 0 && c < 0x10000 ? char16_t(c) : char16_t(0);
+}
+
+/// UTF-16 units of the longest front of the text that takes at most `bytes` bytes.
+struct Front {
+    qsizetype characters = 0;
+    qsizetype bytes = 0;
+};
+
+Front frontOf(QStringView text, qsizetype bytes) {
+    Front front;
+    while (front.characters < text.size()) {
+        const Step932 step = step932(text, front.characters);
+        if (front.bytes + step.bytes > bytes)
+            break;
+        front.bytes += step.bytes;
+        front.characters += step.characters;
+    }
+    return front;
+}
+
+} // namespace
+
+QString cutAtNul(const QString &text) {
+    const qsizetype nul = text.indexOf(QChar::Null);
+    return nul < 0 ? text : text.left(nul);
+}
+
+QString trimRight(const QString &text) {
+    qsizetype end = text.size();
+    while (end > 0 && text[end - 1] == u' ')
+        --end;
+    return text.left(end);
+}
+
+QString toFullWidth(const QString &text) {
+    return transliterated(toFull(), text);
+}
+
+QString toHalfWidth(const QString &text) {
+    return transliterated(toHalf(), text);
+}
+
+QString foldForSearch(const QString &text) {
+    const FoldTable &table = foldTable();
+    qsizetype same = 0;
+    while (same < text.size() && table[text[same].unicode()] == text[same] && text[same] != voicedMark &&
+           text[same] != halfVoicedMark)
+        ++same;
+    if (same == text.size())
+        return text;
+
+    QString folded(text.size(), Qt::Uninitialized);
+    QChar *out = std::copy_n(text.constData(), same, folded.data());
+    for (qsizetype i = same; i < text.size(); ++i) {
+        const char16_t c = table[text[i].unicode()];
+        if ((c == voicedMark || c == halfVoicedMark) && out != folded.constData())
+            if (const char16_t kana = composed(out[-1].unicode(), c); kana != 0) {
+                out[-1] = QChar(kana);
+                continue;
+            }
+        *out++ = QChar(c);
+    }
+    folded.truncate(out - folded.constData());
+    return folded;
+}
+
+qsizetype byteLength932(const QString &text) {
+    return frontOf(text, std::numeric_limits<qsizetype>::max()).bytes;
+}
+
+QString cutToBytes932(const QString &text, qsizetype bytes) {
+    return text.left(frontOf(text, bytes).characters);
+}
+
+QString padRight932(const QString &text, qsizetype bytes) {
+    const Front front = frontOf(text, bytes);
+    return text.left(front.characters) + QString(qMax(bytes - front.bytes, qsizetype(0)), u' ');
+}
+
+QString padLeft932(const QString &text, qsizetype bytes) {
+    const Front front = frontOf(text, bytes);
+    return QString(qMax(bytes - front.bytes, qsizetype(0)), u' ') + text.left(front.characters);
+}
