@@ -20,8 +20,8 @@ CodeNamePair::CodeNamePair(CodeBox *code, QLineEdit *name, QAbstractButton *butt
     name->setFocusPolicy(Qt::NoFocus);
     code->installEventFilter(this);
     connect(code, &QLineEdit::textChanged, this, [this] {
-        if (m_code->code() != m_row.code)
-            m_name->clear();
+        m_refused.clear();
+        m_name->setText(m_code->code() == m_row.code ? m_row.name : QString());
     });
     connect(button, &QAbstractButton::clicked, this, &CodeNamePair::choose);
 }
@@ -43,6 +43,7 @@ bool CodeNamePair::settle() {
         return true;
     }
     const QScopedValueRollback busy(m_busy, true);
+    m_refused = m_code->code();
     m_messages.warn(answer.reason);
     m_code->setFocus();
     m_code->selectAll();
@@ -98,7 +99,8 @@ void CodeNamePair::settleLater() {
     QMetaObject::invokeMethod(
         this,
         [this] {
-            if (m_code->isVisible() && !m_code->hasFocus() && !m_button->isDown())
+            if (m_code->isVisible() && !m_code->hasFocus() && !m_button->isDown() &&
+                (m_refused.isEmpty() || m_code->code() != m_refused))
                 settle();
         },
         Qt::QueuedConnection);

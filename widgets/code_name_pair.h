@@ -20,7 +20,7 @@ struct CodeSearch {
 };
 
 /// Joins a code box, the read-only name box beside it and the button that opens the pick list. A typed code
-/// is looked up on Enter and on leaving the box; a wrong one is said and keeps the focus. An empty code
+/// is looked up on Enter and on leaving the box; a wrong one is said and keeps the focus, once. An empty code
 /// empties the name. Down in the code box opens the pick list as the button does.
 class CodeNamePair : public QObject {
     Q_OBJECT
@@ -63,5 +63,6 @@ private:
     CodeSearch m_search;
     Messages &m_messages;
     CodeName m_row;
+    QString m_refused;   ///< the wrong code that was said last
     bool m_busy = false; ///< a message or the pick list is open
 };
