@@ -14,7 +14,7 @@ allowed_rooms() {
     db/*) echo "$db" ;;
     widgets/*) echo "$db widgets" ;;
     viewer/*) echo "$base viewer" ;;
-    sample/*) echo "$db sample" ;;
+    sample/*) echo "$db widgets sample" ;;
     print/*_form.* | print/*_panel.*) echo "$db print $forms" ;;
     print/*) echo "$db print" ;;
     *) is_core "$1" && echo "$db consent masters print" || echo "$db consent masters print $forms" ;;
@@ -65,8 +65,8 @@ check_trade() {
 }
 
 check() {
+    core_files=$(realpath -e "$2")
     cd "$1"
-    core_files=$2
     offences=0
     local file count=0
     while read -r file; do
