@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 
 frmBack::frmBack(const QString &picture) : m_picture(picture), m_wall(new QLabel(this)) {
     setObjectName(u"frmBack"_s);
-    setWindowTitle(u"同意書管理"_s);
+    setWindowTitle(u"背景"_s);
     setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::WindowStaysOnBottomHint |
                    Qt::WindowDoesNotAcceptFocus);
     setAttribute(Qt::WA_ShowWithoutActivating);
