@@ -1,34 +1,9 @@
 # Works the program with keys on a virtual screen and photographs what it shows.
 
+. scripts/keys.sh
+
 tour_shots=tour
 tour_count=0
-
-# window TITLE [SECONDS]: waits until a window whose title holds the text is shown, and gives it the keys.
-window() {
-    local id='' tries=$((${2:-20} * 10))
-    for _ in $(seq "$tries"); do
-        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1) || true
-        [ -n "$id" ] && break
-        sleep 0.1
-    done
-    [ -n "$id" ] || die "Tour: no window \"$1\" after ${2:-20} seconds."
-    xdotool windowactivate --sync "$id" 2>/dev/null || true
-}
-
-# gone TITLE: waits until no window of that title is left.
-gone() {
-    for _ in $(seq 100); do
-        xdotool search --onlyvisible --name "$1" >/dev/null 2>&1 || return 0
-        sleep 0.1
-    done
-    die "Tour: the window \"$1\" does not close."
-}
-
-# key KEY…: presses keys one after the other (names as xdotool has them: F4, Return, alt+y).
-key() { xdotool key --clearmodifiers --delay 80 "$@"; }
-
-# write TEXT: types a text.
-write() { xdotool type --clearmodifiers --delay 40 "$1"; }
 
 screen_sum() { import -silent -window root ppm:- | sha1sum; }
 
@@ -75,6 +50,6 @@ tour_list() {
 # The list goes back to the menu program.
 tour_end() {
     key F12
-    wait "$program_pid" || die "Tour: the program ended with an error."
+    wait "$program_pid" || die "The program ended with an error."
     shot menu-program
 }
