@@ -63,6 +63,8 @@ public:
 
 private:
     short failed();
+    short refused(const QString &reason);
+    bool ready();
 
     ProviderFactory m_factory;
     std::unique_ptr<DbProvider> m_provider;

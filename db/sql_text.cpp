@@ -1,0 +1,37 @@
+#include "db/sql_text.h"
+
+#include "app/base/codepage932.h"
+#include "app/base/dates.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString quoted(const QString &text) {
+    QString doubled = text;
+    doubled.replace(u'\'', u"''"_s);
+    // The server would turn a character that the code page lacks into '?' in a plain literal.
+    return (fits932(text) ? u"'"_s : u"N'"_s) + doubled + u"'"_s;
+}
+
+} // namespace
+
+QString sqlText(const QString &text) {
+    return text.isNull() ? u"Null"_s : quoted(text);
+}
+
+QString sqlTextOrNull(const QString &text) {
+    return text.isEmpty() ? u"Null"_s : quoted(text);
+}
+
+QString sqlDate(const QDate &date) {
+    return date.isValid() ? u"'"_s + dateText(date) + u"'"_s : u"Null"_s;
+}
+
+QString sqlNumber(qint64 number) {
+    return QString::number(number);
+}
+
+QString sqlContains(const QString &text) {
+    return quoted(u"%"_s + text + u"%"_s);
+}
