@@ -195,17 +195,12 @@ QString decode932(QByteArrayView bytes) {
     const auto &characters = tables().toUnicode;
     QString text(bytes.size(), Qt::Uninitialized);
     QChar *out = text.data();
-    for (qsizetype i = 0; i < bytes.size(); ++i) {
+    for (qsizetype i = 0; i < bytes.size();) {
         const char byte = bytes[i];
-        if (static_cast<unsigned char>(byte) < 0x80) {
-            *out++ = QLatin1Char(byte);
-            continue;
-        }
-        char16_t c = characters[static_cast<unsigned char>(byte)];
-        if (isLead932(byte) && i + 1 < bytes.size())
-            if (c = characters[code(byte, bytes[i + 1])]; c != 0)
-                ++i;
-        *out++ = c != 0 ? QChar(c) : replacement;
+        const qsizetype length = characterLength932(bytes, i);
+        const char16_t c = characters[length == 2 ? code(byte, bytes[i + 1]) : quint8(byte)];
+        *out++ = c != 0 || byte == '\0' ? QChar(c) : replacement;
+        i += length;
     }
     text.truncate(out - text.constData());
     return text;

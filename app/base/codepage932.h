@@ -14,7 +14,7 @@ struct Encoded932 {
 /// selectors are dropped.
 Encoded932 encode932(const QString &text);
 
-/// Decodes bytes of a file; a byte that is no character becomes U+FFFD.
+/// Decodes bytes of a file; a byte or a pair of bytes that is no character becomes U+FFFD.
 QString decode932(QByteArrayView bytes);
 
 /// Whether every character of the text can be written in code page 932 without replacement.
@@ -24,6 +24,15 @@ bool fits932(QStringView text);
 constexpr bool isLead932(char byte) {
     const auto b = static_cast<unsigned char>(byte);
     return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
+}
+
+/// Bytes of the character at a place inside the text. A lead byte takes only a possible trail byte with it,
+/// so that half a character never swallows a line end or a digit.
+constexpr qsizetype characterLength932(QByteArrayView bytes, qsizetype at) {
+    if (!isLead932(bytes[at]) || at + 1 >= bytes.size())
+        return 1;
+    const auto trail = static_cast<unsigned char>(bytes[at + 1]);
+    return trail >= 0x40 && trail != 0x7F && trail <= 0xFC ? 2 : 1;
 }
 
 /// One step of the encoder, for measuring and cutting: what the text's next character is written as.
