@@ -1,16 +1,15 @@
 #pragma once
 
-#include <QString>
-#include <functional>
+#include "app/base/massage_ini.h"
 
-class Messages;
+#include <QString>
 
 /// The suite's folders. System folders are named by lines of Massage.ini in the program folder; a
 /// relative value is taken below the program folder, a missing line means the program folder itself.
 class Folders {
 public:
-    /// @param program the program folder; reads Massage.ini there (missing: every folder is the program
-    /// folder)
+    /// @param program the program folder; Massage.ini is read there, now (missing: every folder is the
+    /// program folder)
     explicit Folders(const QString &program);
 
     /// $DOUISHO_FOLDER when set, else the folder of the executable.
@@ -25,10 +24,11 @@ public:
     /// A folder by its line of Massage.ini, full path without closing separator.
     QString systemFolder(QStringView key) const;
 
-    /// Full path of a file in a folder; when there is a file whose name differs in case only, that one.
-    /// Backslashes in `name` separate folders.
+    /// Full path of a file in a folder; where there is a file or folder whose name differs in case only, that
+    /// one. Backslashes in `name` separate folders.
     static QString file(const QString &folder, const QString &name);
 
 private:
     QString m_program;
+    MassageIni m_settings;
 };
