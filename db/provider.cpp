@@ -1,0 +1,10 @@
+#include "db/provider.h"
+
+#include "db/connection_string.h"
+#include "db/sqlite/sqlite_provider.h"
+
+std::unique_ptr<DbProvider> makeProvider(const QString &connectionString) {
+    if (ConnectionString(connectionString).kind() == ConnectionString::Kind::Embedded)
+        return std::make_unique<SqliteProvider>();
+    return nullptr;
+}
