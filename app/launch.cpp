@@ -70,9 +70,9 @@ bool Launch::connect(cT_ADODB &db, const QString &connectionString) {
 }
 
 bool Launch::findBranch(cT_ADODB &db) {
-    const QString &folder = m_environment.folders.program();
-    const QString code = readMassageIni(folder, u"KYOTEN_CD"_s, {});
-    const QString number = readMassageIni(folder, u"KYOTEN_EB"_s, {});
+    const MassageIni settings(m_environment.folders.program());
+    const QString code = settings.value(u"KYOTEN_CD").value_or(QString());
+    const QString number = settings.value(u"KYOTEN_EB").value_or(QString());
     if (!code.isEmpty() || !number.isEmpty()) {
         bool codeOk = false;
         bool numberOk = false;
