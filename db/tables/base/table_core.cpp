@@ -89,22 +89,15 @@ short TableCore::execute(const QString &sql, bool transaction, const std::functi
     return 0;
 }
 
-short TableCore::executeAll(const QStringList &statements) {
-    for (const QString &sql : statements)
-        if (execute(sql, false, {}) != 0)
-            return -1;
-    return 0;
-}
-
 short TableCore::copyTo(QStringView table, const QList<Copy> &copies) {
     QString computer;
     if (takeComputerName(computer) != 0)
         return -1;
-    QStringList statements;
     for (Copy copy : copies) {
         copy.assignments.append({u"cPcName"_s, sqlText(computer)});
         copy.assignments.append({u"tUpDateTime"_s, u"GetDate()"_s});
-        statements.append(copySql(table, copy.assignments, copy.where));
+        if (execute(copySql(table, copy.assignments, copy.where), false, {}) != 0)
+            return -1;
     }
-    return executeAll(statements);
+    return 0;
 }

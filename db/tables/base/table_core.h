@@ -52,14 +52,12 @@ protected:
     short write(Writing writing, QStringList literals, bool transaction,
                 const std::function<short()> &afterwards);
 
-    /// Runs statements one after the other in the caller's transaction, up to the first that fails.
-    short executeAll(const QStringList &statements);
-
-    /// Writes columns of another table's rows and that table's audit columns, in the caller's transaction.
+    /// Columns of another table's rows that repeat columns of this one.
     struct Copy {
         QList<std::pair<QString, QString>> assignments; ///< column, literal
-        QString where;
+        QString where;                                  ///< without its WHERE
     };
+    /// Writes them and the audit columns there, in the caller's transaction.
     short copyTo(QStringView table, const QList<Copy> &copies);
 
 private:

@@ -46,7 +46,7 @@ QString updateSql(const TableText &table, const QStringList &literals);
 QString deleteSql(const TableText &table, const QStringList &literals);
 /// `qualified`: with the table's name before each column, as reading through joins needs it.
 QString keyConditions(const TableText &table, const QStringList &literals, bool qualified);
-/// Update of some columns of another table, audit columns included; `where` comes without its WHERE.
+/// Update of some columns of any table; `where` comes without its WHERE.
 QString copySql(QStringView table, const QList<std::pair<QString, QString>> &assignments,
                 const QString &where);
 ///@}
