@@ -1,0 +1,153 @@
+#include "consent/renewal/renewal_run.h"
+
+#include "consent/rules/holidays_query.h"
+#include "consent/rules/period_settings_query.h"
+#include "consent/rules/update_permit_query.h"
+#include "tests/consent/consent_rows.h"
+#include "tests/support/failing_provider.h"
+#include "tests/support/test_environment.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using enum RenewalOutcome;
+
+namespace {
+
+RenewalRow rowOf(qint32 patient, const QDate &answer, short deformity = 0, qint32 nDate = 20251120) {
+    return {.key = {{1, 1, patient}, nDate, deformity, deformity == 0 ? 0 : nDate},
+            .name = u"利用者%1"_s.arg(patient),
+            .consentDate = QDate(2025, 11, 20),
+            .reConsent = {answer, {{2026, 6, 1}, {2026, 11, 30}}},
+            .newest = true};
+}
+
+class RenewalRuns : public testing::Test {
+protected:
+    void insert(const RenewalRow &row) {
+        const QString date = row.reConsent.date.toString(u"yyyy/MM/dd"_s);
+        QMap<QString, QString> literals =
+            answered(date, u"2026/06/01"_s, u"2026/11/30"_s, row.key.iHenkeiFlg != 0);
+        literals.insert({{u"iNewestFlg"_s, u"1"_s}, {u"tDouiDay"_s, u"'2025/11/20'"_s}});
+        rows.insert(row.key, literals);
+    }
+    static QList<RenewalOutcome> outcomes(const QList<RenewalResult> &results) {
+        QList<RenewalOutcome> list;
+        for (const RenewalResult &result : results)
+            list.append(result.outcome);
+        return list;
+    }
+
+    TestDatabase database;
+    ConsentRows rows{database};
+    RenewalRun run{database.db};
+};
+
+} // namespace
+
+TEST_F(RenewalRuns, RefusedRowsAreNamedAndTheOthersRenewed) {
+    const QDate answer(2026, 5, 20);
+    QList<RenewalRow> ticked{rowOf(1, answer), rowOf(2, {}), rowOf(3, answer, 1), rowOf(4, answer),
+                             rowOf(5, {2025, 11, 20})};
+    for (const RenewalRow &row : ticked)
+        if (row.key.patient.nIDNo != 4)
+            insert(row);
+    QList<int> seen;
+    const QList<RenewalResult> results = run.renew(ticked, [&](int done, int total) {
+        seen.append(done);
+        return total == 5;
+    });
+    EXPECT_EQ(outcomes(results), (QList{Renewed, Refused, Renewed, Refused, Refused}));
+    EXPECT_EQ(results[1].reason, u"再同意日が入力されていません。"_s);
+    EXPECT_EQ(results[3].reason, u"RIYOUSHA_DOUI_REC元データ取得時にエラーが発生しました。"_s);
+    EXPECT_EQ(results[4].row.name, u"利用者5"_s);
+    EXPECT_EQ(seen, (QList{1, 2, 3, 4, 5}));
+    EXPECT_EQ(rows.newest({1, 1, 1}), QStringList{u"20260520/0/0"_s});
+    EXPECT_EQ(rows.newest({1, 1, 3}), QStringList{u"20260520/1/20260520"_s});
+    EXPECT_EQ(countOutcome(results, Renewed), 2);
+}
+
+TEST_F(RenewalRuns, CancelLeavesTheRestAsItWas) {
+    QList<RenewalRow> ticked;
+    for (qint32 patient = 1; patient <= 5; ++patient) {
+        ticked.append(rowOf(patient, {2026, 5, 20}));
+        insert(ticked.last());
+    }
+    const QList<RenewalResult> results = run.renew(ticked, [](int done, int) { return done < 2; });
+    EXPECT_EQ(outcomes(results), (QList{Renewed, Renewed, NotReached, NotReached, NotReached}));
+    EXPECT_EQ(rows.all().size(), 7);
+    EXPECT_FALSE(results.last().reason.isEmpty());
+}
+
+// Both rows of a patient go onto one date, or one onto the other's own date: the later would destroy what
+// the earlier made, or the earlier what the later still needs.
+TEST_F(RenewalRuns, RowsThatWouldDestroyEachOtherAreRefused) {
+    const QDate answer(2026, 5, 20);
+    const QList<RenewalRow> ticked{rowOf(1, answer, 1, 20251120), rowOf(1, answer, 1, 20251121),
+                                   rowOf(2, answer), rowOf(2, {2026, 5, 21}, 0, 20260520)};
+    for (const RenewalRow &row : ticked)
+        insert(row);
+    EXPECT_EQ(outcomes(run.renew(ticked)), (QList{Refused, Refused, Refused, Renewed}));
+    EXPECT_EQ(rows.all().size(), 5);
+}
+
+TEST_F(RenewalRuns, FailureOfOneRowDoesNotStopTheOthersAndALostConnectionDoes) {
+    QList<RenewalRow> ticked;
+    for (qint32 patient = 1; patient <= 3; ++patient) {
+        ticked.append(rowOf(patient, {2026, 5, 20}));
+        insert(ticked.last());
+    }
+    FailingConnection failing(database.connectionString(), 3);
+    EXPECT_EQ(outcomes(RenewalRun(failing.db).renew(ticked)), (QList{Failed, Renewed, Renewed}));
+
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+    for (const RenewalRow &row : ticked)
+        insert(row);
+    const QList<RenewalResult> lost = RenewalRun(failing.db).renew(ticked, [&](int done, int) {
+        if (done == 1)
+            failing.db.iDisConnect();
+        return true;
+    });
+    EXPECT_EQ(outcomes(lost), (QList{Renewed, Failed, NotReached}));
+    EXPECT_EQ(rows.all().size(), 4);
+}
+
+TEST(RuleQueries, ReadWhatTheRulesNeedOfTheBranch) {
+    TestDatabase database;
+    database.run(u"INSERT INTO HOLIDAY (iKyotenCd, iKyotenEb, iYear, iMonth, iDay, iChkCalendar) VALUES"
+                 " (1, 1, 2026, 5, 3, 1), (1, 1, 2026, 5, 4, 0), (1, 1, 2026, 5, 5, -1),"
+                 " (1, 1, 2026, 5, 6, NULL), (1, 2, 2026, 5, 7, 1), (1, 1, 2026, 2, 30, 1)"_s);
+    Holidays holidays;
+    ASSERT_EQ(readHolidays(database.db, {1, 1}, holidays), 0) << database.db.sErrMsg().toStdString();
+    QList<int> found;
+    for (QDate day(2026, 2, 1); day < QDate(2026, 6, 1); day = day.addDays(1))
+        if (holidays.contains(day))
+            found.append(day.month() * 100 + day.day());
+    EXPECT_EQ(found, (QList{503, 505}));
+
+    database.run(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1), (1, 2), (1, 3);"
+                 "INSERT INTO CORP_SUB (iKyotenCd, iKyotenEb, iDouiUpdatePermitDay) VALUES"
+                 " (1, 1, -1), (1, 2, NULL)"_s);
+    for (const auto &[branch, expected] : {std::pair(1, -1), std::pair(2, 0), std::pair(3, 0)}) {
+        int day = 99;
+        EXPECT_EQ(readUpdateReferenceDay(database.db, {1, short(branch)}, day), 0);
+        EXPECT_EQ(day, expected);
+    }
+
+    database.run(u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, iDouiKikan1,"
+                 " iDouiKikan2, iDoui1CalcType, iKikanCalcType) VALUES"
+                 " (1, 1, 9, '2026/01', 1, 1, 1, 1, 1), (1, 1, 9, '2026/03', 2, 2, 2, 2, 2),"
+                 " (1, 1, 9, '2026/03', 1, 3, NULL, 2, 1)"_s);
+    PeriodSettings settings{.iDouiKikan1 = 99};
+    ASSERT_EQ(readPeriodSettings(database.db, {1, 1, 9}, settings), 0);
+    EXPECT_EQ(settings.iDouiKikan1, 3);
+    EXPECT_EQ(settings.iDouiKikan2, 0);
+    EXPECT_EQ(settings.iDoui1CalcType, 2);
+    ASSERT_EQ(readPeriodSettings(database.db, {1, 1, 10}, settings), 0);
+    EXPECT_EQ(settings.iDouiKikan1, 0);
+
+    database.run(u"DROP TABLE HOLIDAY; DROP TABLE DOUIKIROKU"_s);
+    EXPECT_EQ(readHolidays(database.db, {1, 1}, holidays), -1);
+    EXPECT_TRUE(holidays.contains({2026, 5, 3})) << "what was read before is kept";
+    EXPECT_EQ(readPeriodSettings(database.db, {1, 1, 9}, settings), -1);
+}
