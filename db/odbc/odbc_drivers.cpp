@@ -1,0 +1,24 @@
+#include "db/odbc/odbc_drivers.h"
+
+#include "db/odbc/odbc_api.h"
+
+#include <array>
+
+QStringList installedOdbcDrivers() {
+    QStringList drivers;
+    SQLHENV environment = nullptr;
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment)))
+        return drivers;
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    std::array<SQLWCHAR, 257> name{};
+    std::array<SQLWCHAR, 1024> attributes{};
+    SQLSMALLINT length = 0;
+    SQLUSMALLINT direction = SQL_FETCH_FIRST;
+    while (SQL_SUCCEEDED(SQLDriversW(environment, direction, name.data(), SQLSMALLINT(name.size()), &length,
+                                     attributes.data(), SQLSMALLINT(attributes.size()), &length))) {
+        drivers.append(QString::fromUtf16(reinterpret_cast<const char16_t *>(name.data())));
+        direction = SQL_FETCH_NEXT;
+    }
+    SQLFreeHandle(SQL_HANDLE_ENV, environment);
+    return drivers;
+}

@@ -1,0 +1,180 @@
+#include "db/odbc/odbc_provider.h"
+
+#include "db/odbc/odbc_drivers.h"
+#include "db/odbc/odbc_errors.h"
+#include "db/odbc/odbc_rows.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+OdbcProvider::OdbcProvider(std::chrono::seconds loginLimit) : m_loginLimit(loginLimit) {}
+
+OdbcProvider::~OdbcProvider() {
+    OdbcProvider::close();
+}
+
+bool OdbcProvider::open(const QString &connectionString) {
+    close();
+    const OdbcTarget target = odbcTarget(ConnectionString(connectionString), installedOdbcDrivers());
+    m_password = target.password;
+    if (!target.reason.isEmpty())
+        return fail({odbcError(u"08001"_s, target.reason)});
+
+    QList<ProviderError> errors;
+    m_connection =
+        logInWithin(std::min(m_loginLimit, std::chrono::seconds(target.loginSeconds)), target, errors);
+    if (m_connection)
+        return true;
+    if (errors.isEmpty())
+        errors = {odbcError(u"08001"_s, {})};
+    errors.first().description.prepend(u"%1に接続できません。"_s.arg(target.name()));
+    return fail(errors);
+}
+
+void OdbcProvider::close() {
+    if (m_connection && m_inTransaction && !m_connection->isDead())
+        m_connection->endTransaction(false);
+    m_inTransaction = false;
+    m_connection.reset();
+}
+
+QString OdbcProvider::databaseName() const {
+    return m_connection ? m_connection->databaseName() : QString();
+}
+
+bool OdbcProvider::fail(QList<ProviderError> errors) {
+    hidePassword(errors, m_password);
+    m_errors += errors;
+    if (m_connection && (saysConnectionLost(errors) || m_connection->isDead()))
+        close();
+    return false;
+}
+
+bool OdbcProvider::failStatement(const OdbcStatement &statement) {
+    QList<ProviderError> errors = odbcDiagnostics(SQL_HANDLE_STMT, statement.handle());
+    if (errors.isEmpty())
+        errors = {odbcError(u"HY000"_s, u"原因不明のエラーです。"_s)};
+    return failInTransaction(errors);
+}
+
+/// A transaction ends with the statement that fails in it: servers differ in what is left of it, and some
+/// drivers report a later commit as a success although everything was undone.
+bool OdbcProvider::failInTransaction(const QList<ProviderError> &errors) {
+    fail(errors);
+    if (m_connection && m_inTransaction)
+        rollback();
+    return false;
+}
+
+bool OdbcProvider::failConnection() {
+    QList<ProviderError> errors = odbcDiagnostics(SQL_HANDLE_DBC, m_connection->handle());
+    if (errors.isEmpty())
+        errors = {m_connection->isDead() ? odbcError(u"08S01"_s, u"データベースとの接続が切れました。"_s)
+                                         : odbcError(u"HY000"_s, u"原因不明のエラーです。"_s)};
+    return fail(errors);
+}
+
+bool OdbcProvider::notOpen() {
+    return fail({odbcError(u"08003"_s, u"データベースに接続していません。"_s)});
+}
+
+/// Executes; a statement that has nothing to do (SQL_NO_DATA) succeeds.
+bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql) {
+    if (!statement.handle())
+        return failConnection();
+    // Some drivers have no time-out; the statement runs without one then.
+    SQLSetStmtAttrW(statement.handle(), SQL_ATTR_QUERY_TIMEOUT,
+                    reinterpret_cast<SQLPOINTER>(SQLULEN(std::max(0, m_commandTimeout))), 0);
+    const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(sql), SQLINTEGER(sql.size()));
+    return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement);
+}
+
+bool OdbcProvider::query(const QString &sql, Recordset &rows) {
+    rows.close();
+    if (!m_connection)
+        return notOpen();
+    const OdbcStatement statement(*m_connection);
+    if (!run(statement, sql))
+        return false;
+    // Counts of changed rows may stand before the rows.
+    SQLSMALLINT columns = 0;
+    while (SQL_SUCCEEDED(SQLNumResultCols(statement.handle(), &columns)) && columns == 0) {
+        const SQLRETURN more = SQLMoreResults(statement.handle());
+        if (more == SQL_NO_DATA)
+            return fail({odbcError(u"24000"_s, u"SQL が行を返しません。"_s)});
+        if (!SQL_SUCCEEDED(more))
+            return failStatement(statement);
+    }
+    OdbcRowReader reader(statement.handle(), m_connection->readsCellsOfBlocks());
+    if (reader.readAll(rows))
+        return true;
+    rows.close();
+    return failInTransaction(reader.errors());
+}
+
+bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
+    if (affected)
+        *affected = 0;
+    if (!m_connection)
+        return notOpen();
+    const OdbcStatement statement(*m_connection);
+    if (!run(statement, sql))
+        return false;
+    SQLLEN count = -1;
+    if (SQL_SUCCEEDED(SQLRowCount(statement.handle(), &count)) && affected)
+        *affected = std::max<SQLLEN>(count, 0);
+    // An error of a later statement in the batch shows only when its result is asked for.
+    for (;;) {
+        const SQLRETURN more = SQLMoreResults(statement.handle());
+        if (more == SQL_NO_DATA)
+            return true;
+        if (!SQL_SUCCEEDED(more))
+            return failStatement(statement);
+    }
+}
+
+bool OdbcProvider::begin() {
+    if (!m_connection)
+        return notOpen();
+    if (m_inTransaction)
+        return fail({odbcError(u"25000"_s, u"トランザクションはすでに始まっています。"_s)});
+    if (!m_connection->setAutoCommit(false))
+        return failConnection();
+    m_inTransaction = true;
+    return true;
+}
+
+bool OdbcProvider::commit() {
+    if (!m_connection)
+        return notOpen();
+    if (!m_inTransaction)
+        return fail({odbcError(u"25000"_s, u"トランザクションが始まっていません。"_s)});
+    // A driver may report success for a connection that it knows to be dead.
+    if (m_connection->endTransaction(true) && !m_connection->isDead())
+        return leaveTransaction();
+    failConnection();
+    if (m_connection)
+        rollback();
+    return false;
+}
+
+bool OdbcProvider::rollback() {
+    if (!m_connection || !m_inTransaction)
+        return true;
+    if (m_connection->endTransaction(false))
+        return leaveTransaction();
+    failConnection();
+    close(); // the server undoes what is left of the transaction
+    return false;
+}
+
+/// Back to statements that take effect at once; a connection that refuses would keep the next one open.
+bool OdbcProvider::leaveTransaction() {
+    m_inTransaction = false;
+    if (m_connection->setAutoCommit(true))
+        return true;
+    failConnection();
+    close();
+    return false;
+}
