@@ -44,7 +44,7 @@ bool CodeNamePair::settle() {
     }
     const QScopedValueRollback busy(m_busy, true);
     m_refused = m_code->code();
-    m_messages.warn(answer.reason);
+    answer.failed ? m_messages.fail(answer.reason) : m_messages.warn(answer.reason);
     m_code->setFocus();
     m_code->selectAll();
     return false;

@@ -17,9 +17,10 @@ PickListForm::PickListForm(Messages &messages, QWidget *parent)
     QHeaderView *header = m_ui->ssList->horizontalHeader();
     header->setSortIndicator(-1, Qt::AscendingOrder);
     header->setSortIndicatorClearable(true);
+    header->setStretchLastSection(true);
     m_ui->ssList->setSortingEnabled(true);
     wire();
-    const QSize wanted(fontMetrics().averageCharWidth() * 110, fontMetrics().height() * 34);
+    const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 76, fontMetrics().height() * 38);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 

@@ -33,8 +33,8 @@ public:
     /// Takes the current row and closes; says so when there is none.
     void vWhenSeledOK();
 
-    /// What was taken; an empty code when the form was left.
-    const CodeName &seled() const { return m_seled; }
+    /// Hands over what was taken; an empty code when the form was left.
+    void vGetSeledInf(CodeName &seled) const { seled = m_seled; }
     /// The taken row's whole record; −1 when the form was left.
     int seledRow() const { return m_seledRow; }
     const Recordset &rows() const { return m_model.rows(); }

@@ -83,9 +83,11 @@ QVariant PickListModel::data(const QModelIndex &index, int role) const {
 }
 
 QVariant PickListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation == Qt::Horizontal && role == Qt::DisplayRole && section < m_columns.size())
-        return m_columns.at(section).caption;
-    return {};
+    if (orientation != Qt::Horizontal || section >= m_columns.size())
+        return {};
+    if (role == Qt::TextAlignmentRole && m_columns.at(section).number)
+        return QVariant::fromValue(Qt::AlignRight | Qt::AlignVCenter);
+    return role == Qt::DisplayRole ? m_columns.at(section).caption : QVariant();
 }
 
 void PickListModel::sort(int column, Qt::SortOrder order) {

@@ -13,8 +13,10 @@ struct CodeName {
 /// What a typed code stands for, or why it stands for nothing.
 struct CodeLookup {
     CodeName row;
-    QString reason; ///< a sentence for the user; empty when the code was found
+    QString reason;      ///< a sentence for the user; empty when the code was found
+    bool failed = false; ///< the question could not be answered: the reason is no judgement on the code
 
     bool found() const { return reason.isEmpty(); }
-    static CodeLookup refused(const QString &why) { return {{}, why}; }
+    static CodeLookup refused(const QString &why) { return {{}, why, false}; }
+    static CodeLookup failure(const QString &why) { return {{}, why, true}; }
 };

@@ -96,11 +96,11 @@ CodeLookup MasterSearch::lookup(const QString &code) {
     if (const QString fault = readForSearch(db(), masterRowSql(m_master, office(), code), rows);
         !fault.isEmpty()) {
         fail(searchFault(fault, u"lookup() でエラー"));
-        return CodeLookup::refused(CsErrStr());
+        return CodeLookup::failure(CsErrStr());
     }
     if (rows.rowCount() == 0)
         return CodeLookup::refused(lookOf(m_master).emptyText);
-    return {{rows.text(0, rows.column(u"code")), rows.text(0, rows.column(u"name"))}, {}};
+    return {{rows.text(0, rows.column(u"code")), rows.text(0, rows.column(u"name"))}, {}, false};
 }
 
 std::unique_ptr<PickListForm> MasterSearch::makeForm(QWidget *parent) {

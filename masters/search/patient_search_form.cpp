@@ -47,8 +47,8 @@ CodeLookup cls患者検索::lookup(const QString &code) {
     const qint64 number = code.toLongLong();
     QString name;
     if (iSetRiyouName(number, name) != 0)
-        return CodeLookup::refused(CsErrStr());
-    return {{QString::number(number), name}, {}};
+        return CsErrStr() == noPatient() ? CodeLookup::refused(CsErrStr()) : CodeLookup::failure(CsErrStr());
+    return {{QString::number(number), name}, {}, false};
 }
 
 std::unique_ptr<PickListForm> cls患者検索::makeForm(QWidget *parent) {
@@ -90,11 +90,6 @@ short frm患者検索::iInit() {
     if (const QString fault = connectForSearch(m_db); !fault.isEmpty())
         return fail(fault);
     return iMastDataLoad() == 0 ? PickListForm::iInit() : short(-1);
-}
-
-void frm患者検索::vGetSeledInf(qint64 &nSeledCD, QString &csSeledName) const {
-    nSeledCD = seled().code.toLongLong();
-    csSeledName = seled().name;
 }
 
 bool frm患者検索::readList(Recordset &rows, QString &reason) {

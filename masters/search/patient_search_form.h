@@ -50,9 +50,6 @@ public:
 
     short iInit() override;
 
-    /// Hands over the taken row; number 0 when the form was left.
-    void vGetSeledInf(qint64 &nSeledCD, QString &csSeledName) const;
-
 protected:
     bool readList(Recordset &rows, QString &reason) override;
     QString emptyText() const override;

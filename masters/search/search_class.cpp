@@ -12,7 +12,7 @@ short SearchClass::iDspStart(QWidget *parent) {
     form->restoreLayout(m_layout);
     form->exec();
     m_layout = form->layoutState();
-    m_seled = form->seled();
+    form->vGetSeledInf(m_seled);
     taken(*form);
     return 0;
 }

@@ -15,6 +15,7 @@ StaffChoice::StaffChoice(CodeBox *number, QComboBox *names, Messages &messages, 
     : QObject(number), m_number(number), m_names(names), m_messages(messages) {
     number->setDigits(6);
     number->installEventFilter(this);
+    connect(number, &QLineEdit::textEdited, this, [this] { m_refused = -1; });
     connect(names, &QComboBox::currentIndexChanged, this, [this, changed = std::move(changed)](int index) {
         if (index < 0)
             return;
@@ -45,6 +46,7 @@ bool StaffChoice::settle() {
         return true;
     }
     const QScopedValueRollback busy(m_busy, true);
+    m_refused = m_number->number();
     m_messages.warn(u"施術者の検索に失敗しました"_s);
     m_number->setFocus();
     m_number->selectAll();
@@ -65,7 +67,10 @@ bool StaffChoice::eventFilter(QObject *watched, QEvent *event) {
             QMetaObject::invokeMethod(
                 this,
                 [this] {
-                    if (m_number->isVisible())
+                    // A number that has been refused holds nobody in the box a second time.
+                    if (m_number->number() == m_refused)
+                        m_number->setNumber(number());
+                    else if (m_number->isVisible())
                         settle();
                 },
                 Qt::QueuedConnection);

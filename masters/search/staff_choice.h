@@ -30,5 +30,6 @@ private:
     CodeBox *m_number;
     QComboBox *m_names;
     Messages &m_messages;
+    qint64 m_refused = -1; ///< the wrong number that was said last
     bool m_busy = false;
 };

@@ -25,7 +25,9 @@ QString officeCode(const Branch &office) {
 short cls施術者検索::iChkStaff(qint64 nIDNo, QString &csName) {
     csName.clear();
     Recordset rows;
-    if (const QString fault = readForSearch(db(), staffCheckSql(nIDNo, office()), rows); !fault.isEmpty())
+    const QString fault = readForSearch(db(), staffCheckSql(nIDNo, office()), rows);
+    m_checkFailed = !fault.isEmpty();
+    if (m_checkFailed)
         return fail(searchFault(fault, u"iChkStaff でエラー"));
     if (rows.rowCount() == 0)
         return fail(u"対象の施術者が存在しません。"_s);
@@ -39,8 +41,8 @@ CodeLookup cls施術者検索::lookup(const QString &code) {
     const qint64 number = code.toLongLong();
     QString name;
     if (iChkStaff(number, name) != 0)
-        return CodeLookup::refused(CsErrStr());
-    return {{QString::number(number), name}, {}};
+        return m_checkFailed ? CodeLookup::failure(CsErrStr()) : CodeLookup::refused(CsErrStr());
+    return {{QString::number(number), name}, {}, false};
 }
 
 std::unique_ptr<PickListForm> cls施術者検索::makeForm(QWidget *parent) {
@@ -84,11 +86,6 @@ short frm施術者検索::iInit() {
     if (loadOffices() != 0 || iMastDataLoad() != 0)
         return -1;
     return PickListForm::iInit();
-}
-
-void frm施術者検索::vGetSeledInf(qint64 &nSeledCD, QString &csSeledName) const {
-    nSeledCD = seled().code.toLongLong();
-    csSeledName = seled().name;
 }
 
 bool frm施術者検索::readList(Recordset &rows, QString &reason) {

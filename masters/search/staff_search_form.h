@@ -37,6 +37,7 @@ protected:
 
 private:
     Branch m_office;
+    bool m_checkFailed = false; ///< the last check failed, and said nothing about the number
 };
 
 /// The form of the staff search.
@@ -47,9 +48,6 @@ public:
     ~frm施術者検索() override;
 
     short iInit() override;
-
-    /// Hands over the taken row; number 0 when the form was left.
-    void vGetSeledInf(qint64 &nSeledCD, QString &csSeledName) const;
 
 protected:
     bool readList(Recordset &rows, QString &reason) override;

@@ -16,9 +16,9 @@ namespace {
 
 CodeLookup known(const QString &code) {
     if (code.toInt() == 5)
-        return {{u"5"_s, u"佐藤医院"_s}, {}};
+        return {{u"5"_s, u"佐藤医院"_s}, {}, false};
     if (code.toInt() == 6)
-        return {{u"6"_s, u"鈴木医院"_s}, {}};
+        return {{u"6"_s, u"鈴木医院"_s}, {}, false};
     return CodeLookup::refused(u"ありません。"_s);
 }
 
