@@ -1,0 +1,200 @@
+#include "sample/bulk_database.h"
+#include "sample/holidays.h"
+#include "sample/masters.h"
+
+#include <QMap>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sample {
+
+namespace {
+
+constexpr int consentForm = 1;
+constexpr int requestLetter = 2;
+
+struct CodeRow {
+    int category;
+    int number;
+    QString name;
+    std::optional<int> unused;
+};
+
+void loadCodes(BulkDatabase &db) {
+    using R = const CodeRow &;
+    // Categories: 1 outcome, 2 kind of insurance, 3 degree of care, 4 walking.
+    db.insertAll<CodeRow>(
+        "CODE",
+        {{"iBunrui", [](Cell c, R r) { c.put(r.category); }},
+         {"nIDNo", [](Cell c, R r) { c.put(r.number); }},
+         {"nIDIndex", [](Cell c, R) { c.put(1); }},
+         {"cName", [](Cell c, R r) { c.put(r.name); }},
+         {"iUseFlg", [](Cell c, R r) { c.put(r.unused); }}},
+        {{1, 0, u"継続"_s, {}},    {1, 1, u"治癒"_s, 0},        {1, 2, u"中止"_s, 0},
+         {1, 3, u"死亡"_s, 0},     {1, 15, u"転医"_s, {}},      {2, 1, u"国民健康保険"_s, 0},
+         {2, 2, u"社会保険"_s, 0}, {2, 3, u"後期高齢者"_s, {}}, {2, 4, u"老人保健"_s, 1},
+         {3, 1, u"要支援1"_s, 0},  {3, 2, u"要支援2"_s, 0},     {3, 3, u"要介護1"_s, 0},
+         {3, 4, u"要介護2"_s, 0},  {3, 5, u"要介護3"_s, 0},     {3, 6, u"要介護4"_s, 0},
+         {3, 7, u"要介護5"_s, 0},  {4, 1, u"独歩"_s, 0},        {4, 2, u"介助歩行"_s, 0},
+         {4, 3, u"車椅子"_s, {}},  {4, 4, u"寝たきり"_s, {}}});
+}
+
+void loadPractice(BulkDatabase &db, QDate day) {
+    const QString stamp = u"'SAMPLE-PC', '%1 09:00:00'"_s.arg(day.addDays(-60).toString(u"yyyy/MM/dd"));
+    const QString branches =
+        u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, cKyotenName, iUsedFlg, cYubinNo, cAddress1, cTelNo, "
+        u"cFaxNo, "
+        "cPcName, tUpDateTime) VALUES "
+        "(1, 0, 'ひなた訪問治療院　本部', 1, '992-1011', '緑川県若葉市中央1丁目2－3', '0999-20-0001', "
+        "'0999-20-0002', %1),"
+        "(1, 1, 'ひなた訪問治療院　若葉院', 1, '992-1011', '緑川県若葉市中央1丁目2－3', '0999-20-0001', "
+        "'0999-20-0002', %1),"
+        "(2, 0, 'ひなた訪問治療院　美浜地区', 1, NULL, NULL, NULL, NULL, %1),"
+        "(2, 1, 'ひなた訪問治療院　美浜院', 1, '992-2015', '緑川県美浜市港町4丁目5－6', '0999-30-0001', NULL, %1)"_s;
+    db.execute(branches.arg(stamp));
+    const QString companies =
+        u"INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, iType, cShamei1, cShameiKana1, cDaihyo, "
+        u"cDaihyoKana, "
+        "cYubinNo, cAddress1, cAddress2, cTelNo, cFaxNo, cPcName, tUpDateTime) VALUES "
+        "(1, 1, 1, 0, '株式会社ひなた', 'カブシキガイシャヒナタ', '日向　陽子', 'ヒナタ　ヨウコ', "
+        "'992-1011', "
+        "'緑川県若葉市中央1丁目2－3', 'ひなたビル２階', '0999-20-0001', '0999-20-0002', %1),"
+        "(2, 1, 2, 1, '株式会社ひなた　美浜支店', 'カブシキガイシャヒナタミハマシテン', '髙橋　誠', "
+        "'タカハシ　マコト', "
+        "'992-2015', '緑川県美浜市港町4丁目5－6', NULL, '0999-30-0001', NULL, %1)"_s;
+    db.execute(companies.arg(stamp));
+    // The first branch keeps the reference day of the suite's default, the second renews at the month's end.
+    const QString settings =
+        u"INSERT INTO CORP_SUB (iKyotenCd, iKyotenEb, iDouiUpdatePermitDay, cDouiByoumei1_Def, "
+        u"iSyokaiDouiON, "
+        "iSyokaiDouiMasTypeNo, iSyokaiDouiHariTypeNo, iSaiDouiON, iSaiDouiMasTypeNo, iSaiDouiHariTypeNo, "
+        "iDouiiraiON, iDouiiraiMasTypeNo, iDouiiraiHariTypeNo, iDouiDispSejyutu, iDouiDispIshidata, "
+        "iDouiDispRiyouNo) VALUES (1, 1, NULL, '脳梗塞後遺症', 1, 1, 3, 1, 2, 4, 1, 12, 16, 1, 1, 1),"
+        "(2, 1, -1, NULL, 1, 1, 3, 1, 2, 4, 1, 12, 16, 1, 1, 0)"_s;
+    db.execute(settings);
+}
+
+struct Form {
+    Branch branch;
+    int id;
+    QString file;
+    QString name;
+    int printType;
+    int again;       ///< 0 for a first consent
+    int acupuncture; ///< 0 for massage
+    int deleted;
+};
+
+QList<Form> formsOf(Branch branch) {
+    return {
+        {branch, 1, u"同意書_マッサージ初回.wfd"_s, u"同意書（マッサージ・初回）"_s, consentForm, 0, 0, 0},
+        {branch, 2, u"同意書_マッサージ再同意.wfd"_s, u"同意書（マッサージ・再同意）"_s, consentForm, 1, 0,
+         0},
+        {branch, 3, u"同意書_鍼灸初回.wfd"_s, u"同意書（鍼灸・初回）"_s, consentForm, 0, 1, 0},
+        {branch, 4, u"同意書_鍼灸再同意.wfd"_s, u"同意書（鍼灸・再同意）"_s, consentForm, 1, 1, 0},
+        {branch, 5, u"埼玉口頭同意M.wfd"_s, u"口頭同意（マッサージ）"_s, consentForm, 1, 0, 0},
+        {branch, 6, u"埼玉口頭同意H.wfd"_s, u"口頭同意（鍼灸）"_s, consentForm, 1, 1, 0},
+        {branch, 7, u"同意書_マッサージ_B5.wfd"_s, u"同意書（マッサージ・Ｂ５旧様式）"_s, consentForm, 1, 0,
+         1},
+        {branch, 11, u"同意依頼書_CARE01.wfd"_s, u"新規利用者"_s, requestLetter, 0, 0, 0},
+        {branch, 12, u"同意依頼書_CARE02_マ継続.wfd"_s, u"マッサージ継続"_s, requestLetter, 1, 0, 0},
+        {branch, 13, u"同意依頼書_CARE02_変継続.wfd"_s, u"変形徒手継続"_s, requestLetter, 1, 0, 0},
+        {branch, 14, u"同意依頼書_CARE03_マto変.wfd"_s, u"変形徒手追加"_s, requestLetter, 1, 0, 0},
+        {branch, 15, u"同意依頼書_CARE04_先生変更.wfd"_s, u"医師変更"_s, requestLetter, 1, 0, 0},
+        {branch, 16, u"同意依頼書_CARE01.wfd"_s, u"新規利用者（鍼灸）"_s, requestLetter, 0, 1, 0},
+    };
+}
+
+/// Each branch has its forms, and branch 0 the same for prints over all branches.
+void loadForms(BulkDatabase &db) {
+    using R = const Form &;
+    QList<Form> forms = formsOf(Branch{0, 0});
+    for (const Branch &branch : sampleBranches())
+        forms += formsOf(branch);
+    db.insertAll<Form>("SHINSEISYO",
+                       {{"iKyotenCd", [](Cell c, R r) { c.put(r.branch.iKyotenCd); }},
+                        {"iKyotenEb", [](Cell c, R r) { c.put(r.branch.iKyotenEb); }},
+                        {"nIDNo", [](Cell c, R r) { c.put(r.id); }},
+                        {"cFileName", [](Cell c, R r) { c.put(r.file); }},
+                        {"cDispName", [](Cell c, R r) { c.put(r.name); }},
+                        {"iPrintType", [](Cell c, R r) { c.put(r.printType); }},
+                        {"iKubun", [](Cell c, R r) { c.put(r.again); }},
+                        {"iSejutsuKubun", [](Cell c, R r) { c.put(r.acupuncture); }},
+                        {"iDelFlg", [](Cell c, R r) { c.put(r.deleted); }}},
+                       forms);
+}
+
+struct DayOff {
+    Branch branch;
+    QDate date;
+    QString name;
+    bool counts;
+};
+
+/// National holidays, the practice's own days off, and days that the calendar notes but the practice works.
+QMap<QDate, DayOff> daysOff(Branch branch, int year) {
+    QMap<QDate, DayOff> days;
+    for (const int date : {13, 14, 15})
+        days[QDate(year, 8, date)] = {branch, QDate(year, 8, date), u"お盆"_s, false};
+    for (const QDate &date : {QDate(year, 1, 2), QDate(year, 1, 3), QDate(year, 12, 30), QDate(year, 12, 31)})
+        days[date] = {branch, date, u"年末年始休み"_s, true};
+    for (const Holiday &holiday : nationalHolidays(year))
+        days[holiday.date] = {branch, holiday.date, holiday.name, true};
+    return days;
+}
+
+void loadHolidays(BulkDatabase &db, QDate day) {
+    using R = const DayOff &;
+    QList<DayOff> days;
+    for (const Branch &branch : sampleBranches())
+        for (int year = day.year() - 2; year <= day.year() + 2; ++year)
+            days += daysOff(branch, year).values();
+    db.insertAll<DayOff>("HOLIDAY",
+                         {{"iKyotenCd", [](Cell c, R r) { c.put(r.branch.iKyotenCd); }},
+                          {"iKyotenEb", [](Cell c, R r) { c.put(r.branch.iKyotenEb); }},
+                          {"iYear", [](Cell c, R r) { c.put(r.date.year()); }},
+                          {"iMonth", [](Cell c, R r) { c.put(r.date.month()); }},
+                          {"iDay", [](Cell c, R r) { c.put(r.date.day()); }},
+                          {"iChkCalendar", [](Cell c, R r) { c.put(r.counts); }},
+                          {"cName", [](Cell c, R r) { c.put(r.name); }}},
+                         days);
+}
+
+/// Prices of two periods, so that a month finds the ones of its time.
+void loadPrices(BulkDatabase &db) {
+    db.execute(u"INSERT INTO 療養費単価 (cStartDate, cEndDate, iTankaKbn, nTankaCode, nTanka) VALUES "
+               "('2022/06/01', '2024/05/31', 1, 1, 350), ('2022/06/01', '2024/05/31', 1, 2, 450),"
+               "('2022/06/01', '2024/05/31', 1, 3, 125), ('2022/06/01', '2024/05/31', 1, 4, 160),"
+               "('2022/06/01', '2024/05/31', 1, 11, 1550), ('2022/06/01', '2024/05/31', 1, 12, 1610),"
+               "('2022/06/01', '2024/05/31', 1, 15, 34), ('2022/06/01', '2024/05/31', 1, 16, 1780),"
+               "('2022/06/01', '2024/05/31', 1, 17, 1860), ('2022/06/01', '2024/05/31', 1, 18, 460),"
+               "('2022/06/01', '2024/05/31', 2, 1, 2300), ('2022/06/01', '2024/05/31', 2, 2, 2550),"
+               "('2024/06/01', '2099/12/31', 1, 1, 450), ('2024/06/01', '2099/12/31', 1, 2, 470),"
+               "('2024/06/01', '2099/12/31', 1, 3, 180), ('2024/06/01', '2099/12/31', 1, 4, 300),"
+               "('2024/06/01', '2099/12/31', 1, 11, 1610), ('2024/06/01', '2099/12/31', 1, 12, 1770),"
+               "('2024/06/01', '2099/12/31', 1, 15, 100), ('2024/06/01', '2099/12/31', 1, 16, 1950),"
+               "('2024/06/01', '2099/12/31', 1, 17, 2230), ('2024/06/01', '2099/12/31', 1, 18, 480),"
+               "('2024/06/01', '2099/12/31', 2, 1, 2300), ('2024/06/01', '2099/12/31', 2, 2, 2550),"
+               "('2022/06/01', '2099/12/31', 9, 1, 500), ('2022/06/01', '2099/12/31', 9, 2, 1000),"
+               "('2022/06/01', '2099/12/31', 9, 3, 1500), ('2022/06/01', '2099/12/31', 9, 11, 4000),"
+               "('2022/06/01', '2099/12/31', 9, 12, 500)"_s);
+    for (const Branch &branch : sampleBranches())
+        db.execute(
+            u"INSERT INTO 往療費区分 (iKyotenCd, iKyotenEb, cStartDate, cEndDate, dMinLen, dMaxLen, nMinLen, "
+            "nMaxLen, nKingakuOuryou, nKingakuSejyutsu) VALUES "
+            "(%1, %2, '2022/06/01', '2099/12/31', 0, 4, 0, 4000, 2300, 0),"
+            "(%1, %2, '2022/06/01', '2099/12/31', 4, 16, 4000, 16000, 2550, 0)"_s.arg(branch.iKyotenCd)
+                .arg(branch.iKyotenEb));
+}
+
+} // namespace
+
+void loadFixedTables(BulkDatabase &db, QDate day) {
+    loadPractice(db, day);
+    loadCodes(db);
+    loadForms(db);
+    loadHolidays(db, day);
+    loadPrices(db);
+}
+
+} // namespace sample

@@ -1,0 +1,135 @@
+#include "sample/installation.h"
+
+#include "app/base/codepage932.h"
+#include "app/base/file_write.h"
+#include "sample/ini_files.h"
+#include "sample/pictures.h"
+#include "sample/sample_database.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace sample {
+
+namespace {
+
+// The mark of a folder that may be written to. It is set first and completed last, so that a run that was
+// broken off is told from a whole installation.
+const QString markName() {
+    return u"sample-installation.txt"_s;
+}
+const QByteArray unfinished("unfinished\r\n");
+const QByteArray finished("finished\r\n");
+
+QByteArray readMark(const QDir &folder) {
+    QFile file(folder.filePath(markName()));
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+/// A file of the private-profile kind gives values up to 255 bytes, and a semicolon or quote would end the
+/// data source.
+QString whyUnusable(const QString &database) {
+    const QString value = u"Provider=SQLite;Data Source="_s + database;
+    const Encoded932 encoded = encode932(value);
+    if (encoded.touched)
+        return u"フォルダ「%1」の名前に、設定ファイルに書けない文字があります。"_s;
+    if (encoded.bytes.size() > 255)
+        return u"フォルダ「%1」の名前が長すぎます。"_s;
+    if (database.contains(u';') || database.contains(u'"') || database.contains(u'\''))
+        return u"フォルダ「%1」の名前に、接続文字列に使えない文字（; \" '）があります。"_s;
+    return {};
+}
+
+bool writeSettings(const QDir &folder, const QString &database, QString *reason) {
+    for (const TextFile &file : settingsFiles(database))
+        if (!writeFileWhole(folder.filePath(file.path), encode932(file.text).bytes, reason))
+            return false;
+    return true;
+}
+
+bool writePictures(const QDir &folder, QString *reason) {
+    const QDir data(folder.filePath(SampleFolder::data.toString()));
+    const QDir icons(folder.filePath(SampleFolder::icons.toString()));
+    return writeFileWhole(data.filePath(u"00.BMP"_s), tickOff(), reason) &&
+           writeFileWhole(data.filePath(u"01.BMP"_s), tickOn(), reason) &&
+           writeFileWhole(icons.filePath(u"ImgWall.BMP"_s), wallPaper(), reason);
+}
+
+/// The menu program under the suite's name: a link, so that a rebuild is picked up, or a copy where links
+/// are not to be had.
+bool placeMenu(const QDir &folder, const QString &programs, QString *reason) {
+    if (programs.isEmpty())
+        return true;
+#ifdef Q_OS_WIN
+    const QString menu = QDir(programs).absoluteFilePath(u"douisho-menu.exe"_s);
+#else
+    const QString menu = QDir(programs).absoluteFilePath(u"douisho-menu"_s);
+#endif
+    const QString place = folder.filePath(u"Main.exe"_s);
+    QFile::remove(place);
+#ifdef Q_OS_WIN
+    const bool placed = QFile::copy(menu, place);
+#else
+    const bool placed = QFileInfo::exists(menu) && QFile::link(menu, place);
+#endif
+    if (!placed)
+        *reason = u"メニュープログラム「%1」を「%2」に置けません。"_s.arg(menu, place);
+    return placed;
+}
+
+/// Beside its place first: a program that has the old one open keeps it whole.
+bool makeDatabase(const QString &path, const SampleOptions &options, QString *reason) {
+    const QString beside = path + u".new"_s;
+    QFile::remove(beside);
+    if (!makeSampleDatabase(beside, options.day, options.patients, reason))
+        return false;
+    for (const QString &old : {path + u"-wal"_s, path + u"-shm"_s, path})
+        QFile::remove(old);
+    if (QFile::rename(beside, path))
+        return true;
+    *reason = u"データベース「%1」を作成できません。"_s.arg(path);
+    return false;
+}
+
+bool makeAll(const QDir &folder, const QString &database, const SampleOptions &options, QString *reason) {
+    if (!folder.mkpath(u"."_s) || !writeFileWhole(folder.filePath(markName()), unfinished, reason))
+        return false;
+    for (const QStringView name :
+         {SampleFolder::system, SampleFolder::temporary, SampleFolder::icons, SampleFolder::data})
+        folder.mkpath(name.toString());
+    return makeDatabase(database, options, reason) && writeSettings(folder, database, reason) &&
+           writePictures(folder, reason) && placeMenu(folder, options.programs, reason) &&
+           writeFileWhole(folder.filePath(markName()), finished, reason);
+}
+
+} // namespace
+
+SampleResult makeInstallation(const SampleOptions &options) {
+    const QDir folder(QDir(options.folder).absolutePath());
+    const QString name = QDir::toNativeSeparators(folder.path());
+    const QByteArray mark = readMark(folder);
+    if (QFileInfo(folder.path()).isFile())
+        return {SampleOutcome::Refused, u"「%1」はファイルです。フォルダを指定してください。"_s.arg(name)};
+    if (mark.isEmpty() && folder.exists() &&
+        !folder.isEmpty(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot))
+        return {SampleOutcome::Refused,
+                u"フォルダ「%1」は見本ではありません。上書きしないで終了します。"_s.arg(name)};
+    if (mark == finished && !options.again)
+        return {SampleOutcome::LeftAsItIs,
+                u"フォルダ「%1」には見本があります。そのまま残します。（作り直すには --again）"_s.arg(name)};
+
+    const QString database = folder.filePath(u"%1/douisho.db"_s.arg(SampleFolder::data));
+    if (const QString why = whyUnusable(database); !why.isEmpty())
+        return {SampleOutcome::Refused, why.arg(name)};
+    QString reason = u"フォルダ「%1」を作成できません。"_s.arg(name);
+    if (!makeAll(folder, database, options, &reason))
+        return {SampleOutcome::Failed, reason};
+    return {SampleOutcome::Made,
+            u"フォルダ「%1」に見本を作成しました。（%2、利用者%3人）"_s.arg(
+                name, options.day.toString(u"yyyy/MM/dd"), QString::number(options.patients))};
+}
+
+} // namespace sample

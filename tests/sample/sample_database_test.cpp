@@ -1,0 +1,290 @@
+#include "db/adodb.h"
+#include "sample/consents.h"
+#include "sample/sample_database.h"
+#include "tests/support/test_environment.h"
+
+#include <QFile>
+#include <QRegularExpression>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A database that the maker made, read through the program's own connection.
+class Sample {
+public:
+    explicit Sample(const QDate &day, int patients = 300) {
+        QString reason;
+        m_made = sample::makeSampleDatabase(path(), day, patients, &reason);
+        EXPECT_TRUE(m_made) << reason.toStdString();
+        m_db.iInit(u"Provider=SQLite;Data Source="_s + path());
+        EXPECT_EQ(m_db.iConnect(), 0) << m_db.sErrMsg().toStdString();
+    }
+
+    Recordset read(const QString &sql) {
+        Recordset rows;
+        if (!m_made)
+            return rows;
+        EXPECT_EQ(m_db.iOpenRecSet(rows, sql), 0) << sql.toStdString() << '\n'
+                                                  << m_db.sErrMsg().toStdString();
+        return rows;
+    }
+    qint64 number(const QString &sql) {
+        const Recordset rows = read(sql);
+        return rows.rowCount() > 0 ? rows.number(0, 0) : -1;
+    }
+
+private:
+    QString path() const { return m_folder.filePath(u"sample.db"_s); }
+
+    QTemporaryDir m_folder;
+    bool m_made = false;
+    cT_ADODB m_db;
+};
+
+QByteArray bytesOf(const QDate &day, int patients) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(u"sample.db"_s);
+    QString reason;
+    EXPECT_TRUE(sample::makeSampleDatabase(path, day, patients, &reason)) << reason.toStdString();
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+}
+
+TEST(SampleDatabase, IsTheSameForTheSameArgumentsOnly) {
+    const QDate day(2026, 11, 21);
+    const QByteArray bytes = bytesOf(day, 60);
+    EXPECT_TRUE(bytes == bytesOf(day, 60));
+    EXPECT_FALSE(bytes == bytesOf(day.addDays(1), 60));
+    EXPECT_FALSE(bytes == bytesOf(day, 61));
+}
+
+/// Month ends, leap days and both sides of the middle of a month, on which the rules turn.
+class OnDay : public testing::TestWithParam<QDate> {};
+
+const QString newestMassage = u"SELECT * FROM RIYOUSHA_DOUI_REC WHERE iNewestFlg = 1 AND iHenkeiFlg = 0"_s;
+
+TEST_P(OnDay, NothingContradictsItself) {
+    Sample sample(GetParam());
+    const QString today = GetParam().toString(u"yyyy/MM/dd");
+    const QString patientKey = u"iKyotenCd, iKyotenEb, nIDNo"_s;
+    const QString samePatient =
+        u"P.iKyotenCd = C.iKyotenCd AND P.iKyotenEb = C.iKyotenEb AND P.nIDNo = C.nIDNo"_s;
+    struct Case {
+        const char *fault;
+        QString rows;
+    };
+    const QList<Case> cases = {
+        {"several newest rows of one kind",
+         u"SELECT 1 FROM RIYOUSHA_DOUI_REC WHERE iNewestFlg = 1 GROUP BY %1, iHenkeiFlg HAVING COUNT(*) > 1"_s
+             .arg(patientKey)},
+        {"a patient without a newest massage row",
+         u"SELECT 1 FROM RIYOUSHA AS P WHERE NOT EXISTS (SELECT 1 FROM RIYOUSHA_DOUI_REC AS C WHERE %1 AND "
+         "C.iNewestFlg = 1 AND C.iHenkeiFlg = 0)"_s.arg(samePatient)},
+        {"a newest row that is not the latest for claims",
+         u"SELECT 1 FROM RIYOUSHA_DOUI_REC AS C WHERE C.iNewestFlg = 1 AND (C.iReceptDisabledFlg <> 0 OR "
+         u"EXISTS "
+         "(SELECT 1 FROM RIYOUSHA_DOUI_REC AS P WHERE %1 AND P.iHenkeiFlg = C.iHenkeiFlg AND "
+         "P.iReceptDisabledFlg = 0 AND P.nDate > C.nDate))"_s.arg(samePatient)},
+        {"a consent of the future", u"SELECT 1 FROM RIYOUSHA_DOUI_REC WHERE tDouiDay > '%1'"_s.arg(today)},
+        {"a period that ends before it starts, or starts before its consent",
+         u"SELECT 1 FROM RIYOUSHA_DOUI_REC WHERE tDouiKaryoE < tDouiKaryoS OR tDouiKaryoS < tDouiDay OR "
+         "tShinsatsuDay > tDouiDay"_s},
+        {"a re-consent that cannot be renewed",
+         u"SELECT 1 FROM RIYOUSHA_DOUI_REC WHERE tSaiDouiDay <= tDouiDay OR tSaiDouiDay > '%1' OR "
+         u"tSaiDouiKaryoS <= "
+         "tDouiKaryoE OR tSaiDouiKaryoE < tSaiDouiKaryoS"_s.arg(today)},
+        {"an answer without a request, or without a date",
+         u"SELECT 1 FROM RIYOUSHA_DOUI_REC WHERE iGetFlg + iGetFlgHenkei > 0 AND (iOutputFlg + "
+         u"iOutputFlgHenkei = 0 "
+         "OR tSaiDouiDay IS NULL)"_s},
+        {"a patient's summary that is not the newest consent",
+         u"SELECT 1 FROM RIYOUSHA AS P INNER JOIN RIYOUSHA_DOUI_REC AS C ON %1 WHERE C.iNewestFlg = 1 AND "
+         "C.iHenkeiFlg = 0 AND (P.tDouiDay1 <> C.tDouiDay OR P.tDouiKaryoE1 <> C.tDouiKaryoE)"_s.arg(
+             samePatient)},
+        {"a consent, sub-row or setting of nobody", u"SELECT %1 FROM RIYOUSHA_DOUI_REC UNION SELECT %1 FROM "
+                                                    u"RIYOUSHA_SUB UNION SELECT %1 FROM DOUIKIROKU "
+                                                    "EXCEPT SELECT %1 FROM RIYOUSHA"_s.arg(patientKey)},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(sample.read(c.rows).rowCount(), 0) << c.fault;
+}
+
+TEST_P(OnDay, EveryPeriodFollowsTheMidMonthRule) {
+    Sample sample(GetParam());
+    const Recordset rows =
+        sample.read(u"SELECT tDouiDay, tDouiKaryoE, nDouiUpMonth FROM RIYOUSHA_DOUI_REC"_s);
+    ASSERT_GT(rows.rowCount(), 600);
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const QDate day = rows.date(row, 0);
+        const QDate end = rows.date(row, 1);
+        // From the 16th of one month to the 15th of the next, all consents end with one month.
+        const QDate turned = day.addDays(-15);
+        ASSERT_EQ(end.day(), end.daysInMonth()) << rows.text(row, 1).toStdString();
+        ASSERT_EQ((end.year() - turned.year()) * 12 + end.month() - turned.month(), rows.number(row, 2))
+            << rows.text(row, 0).toStdString();
+    }
+}
+
+TEST_P(OnDay, ThereIsWorkToDo) {
+    Sample sample(GetParam());
+    const QDate first(GetParam().year(), GetParam().month(), 1);
+    const QString dueInTheList = u" AND tDouiKaryoE >= '%1' AND tDouiKaryoE <= '%2'"_s.arg(
+        first.toString(u"yyyy/MM/dd"), first.addMonths(6).addDays(-1).toString(u"yyyy/MM/dd"));
+    EXPECT_GT(sample.read(newestMassage + dueInTheList).rowCount(), 150);
+    struct Case {
+        const char *what;
+        QString condition;
+        int least;
+    };
+    const QString lastMonth = first.addMonths(-1).toString(u"yyyy/MM/dd");
+    const QList<Case> cases = {
+        {"ready to be renewed",
+         u"iGetFlg = 1 AND tSaiDouiKaryoE IS NOT NULL AND tDouiKaryoE >= '%1'"_s.arg(lastMonth), 30},
+        {"asked, not answered", u"iOutputFlg = 1 AND iGetFlg = 0"_s, 20},
+        {"lapsed", u"tDouiKaryoE < '%1'"_s.arg(GetParam().toString(u"yyyy/MM/dd")), 10},
+        {"by word of mouth", u"iDouiShubetsu = 1"_s, 5},
+        {"acupuncture", u"iHKHariUmu = 1"_s, 40},
+        {"mail sent", u"iSendFlg = 1"_s, 5},
+        {"own request methods", u"cKobetuDouiIrai LIKE '%,%'"_s, 1},
+        {"with a remark", u"cItiranBikou <> ''"_s, 20},
+    };
+    for (const Case &c : cases)
+        EXPECT_GE(sample.read(newestMassage + u" AND "_s + c.condition).rowCount(), c.least) << c.what;
+    EXPECT_GE(
+        sample.number(u"SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC WHERE iNewestFlg = 1 AND iHenkeiFlg = 1 AND "
+                      "iGetFlgHenkei = 1 AND tDouiDayTempHenkei IS NOT NULL"_s),
+        5);
+}
+
+std::string nameOfDay(const testing::TestParamInfo<QDate> &day) {
+    return day.param.toString(u"yyyyMMdd").toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Days, OnDay,
+                         testing::Values(QDate(2026, 11, 21), QDate(2024, 2, 29), QDate(2026, 11, 1),
+                                         QDate(2027, 1, 15), QDate(2027, 1, 16), QDate(2026, 12, 31)),
+                         nameOfDay);
+
+TEST(SampleDatabase, NamesOnlyMastersThatExist) {
+    Sample sample(QDate(2026, 11, 21));
+    struct Link {
+        QString table;
+        QString column;
+        QString master;
+        QString key;
+    };
+    QList<Link> links = {
+        {u"RIYOUSHA_DOUI_REC"_s, u"cIsiCd"_s, u"DOCTOR"_s, u"cIDNo"_s},
+        {u"RIYOUSHA"_s, u"nDouiIsiCd"_s, u"DOCTOR"_s, u"CAST(cIDNo AS INT)"_s},
+        {u"RIYOUSHA"_s, u"cHokenNo"_s, u"HOKENJA"_s, u"cHokenNo"_s},
+        {u"RIYOUSHA"_s, u"nSisetsuCd"_s, u"SISETSU"_s, u"nIDNo"_s},
+        {u"RIYOUSHA"_s, u"nCareManeCd"_s, u"CAREMANE"_s, u"nIDNo"_s},
+        {u"RIYOUSHA_SUB"_s, u"iIsiCd2"_s, u"DOCTOR"_s, u"cIDNo"_s},
+        {u"RIYOUSHA_SUB"_s, u"iSisetsuCode"_s, u"SISETSU"_s, u"nIDNo"_s},
+        {u"RIYOUSHA_SUB"_s, u"iAddressSisetsuCd"_s, u"SISETSU"_s, u"nIDNo"_s},
+        {u"DOCTOR"_s, u"iSisetsuCode"_s, u"SISETSU"_s, u"nIDNo"_s},
+        {u"CAREMANE"_s, u"iJigyosyoCode"_s, u"SISETSU"_s, u"nIDNo"_s},
+    };
+    const QString branch = u"CAST(iKyotenCd AS VARCHAR) || '-' || "_s; // masters of a branch
+    for (const QString &staff : {u"nTantou"_s, u"nTantou2"_s, u"nTantou5"_s})
+        links.append({u"RIYOUSHA"_s, branch + staff, u"STAFF"_s, branch + u"nIDNo"_s});
+    links.append({u"RIYOUSHA_SUB"_s, branch + u"iSoudaninId"_s, u"SOUDAN"_s, branch + u"nIDNo"_s});
+    links.append({u"RIYOUSHA_SUB"_s, branch + u"iDouishoId"_s, u"SHINSEISYO"_s, branch + u"nIDNo"_s});
+    for (const Link &link : links) {
+        const QString used = u"SELECT %1 FROM %2 WHERE (%1) IS NOT NULL"_s.arg(link.column, link.table);
+        EXPECT_GT(sample.read(used).rowCount(), 0) << link.column.toStdString();
+        EXPECT_EQ(sample.read(used + u" EXCEPT SELECT %1 FROM %2"_s.arg(link.key, link.master)).rowCount(), 0)
+            << link.column.toStdString();
+    }
+}
+
+TEST(SampleDatabase, HoldsWhatRealDataHolds) {
+    Sample sample(QDate(2026, 11, 21));
+    struct Count {
+        QString sql;
+        qint64 least;
+        qint64 most;
+    };
+    const QList<Count> counts = {
+        {u"SELECT COUNT(*) FROM RIYOUSHA"_s, 300, 300},
+        {u"SELECT COUNT(*) FROM RIYOUSHA WHERE iKyotenCd = 1"_s, 180, 180},
+        {u"SELECT COUNT(*) FROM KYOTEN WHERE iKyotenEb <> 0"_s, 2, 2},
+        {u"SELECT COUNT(*) FROM DOCTOR"_s, 25, 25},
+        {u"SELECT COUNT(DISTINCT iSisetsuCode) FROM DOCTOR"_s, 15, 15},
+        {u"SELECT COUNT(DISTINCT iYear) FROM HOLIDAY"_s, 5, 5},
+        {u"SELECT COUNT(*) FROM HOLIDAY WHERE iChkCalendar = 0"_s, 1, 99},
+        {u"SELECT COUNT(*) FROM RIYOUSHA WHERE cName LIKE '%髙%' OR cName LIKE '%﨑%'"_s, 5, 60},
+        {u"SELECT COUNT(*) FROM RIYOUSHA WHERE cName LIKE '%𠮷%'"_s, 1, 30},
+        {u"SELECT COUNT(*) FROM RIYOUSHA WHERE tExpireDay IS NOT NULL AND iTenki IN (1, 3, 15)"_s, 3, 20},
+        {u"SELECT COUNT(*) FROM RIYOUSHA WHERE tExpireDay IS NOT NULL AND (iTenki IS NULL OR iTenki = 2)"_s,
+         2, 20},
+        {u"SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC WHERE iReceptDisabledFlg = 1 AND iHenkeiFlg = 0"_s, 5, 200},
+        {u"SELECT COUNT(*) FROM STAFF WHERE iChusiFlg IS NULL"_s, 1, 16},
+        {u"SELECT COUNT(*) FROM RIYOUSHA AS P LEFT JOIN RIYOUSHA_SUB AS S ON S.nIDNo = P.nIDNo WHERE S.nIDNo IS NULL"_s,
+         1, 15},
+        {u"SELECT COUNT(*) FROM RIYOUSHA AS P LEFT JOIN DOUIKIROKU AS S ON S.nIDNo = P.nIDNo WHERE S.nIDNo IS NULL"_s,
+         3, 40},
+    };
+    for (const Count &count : counts) {
+        const qint64 found = sample.number(count.sql);
+        EXPECT_GE(found, count.least) << count.sql.toStdString();
+        EXPECT_LE(found, count.most) << count.sql.toStdString();
+    }
+    const QStringList sometimesNull = {
+        u"RIYOUSHA.iTenki"_s,
+        u"RIYOUSHA.nTantou"_s,
+        u"RIYOUSHA.tHatsubyou"_s,
+        u"RIYOUSHA.tDouiDay2"_s,
+        u"RIYOUSHA.cTelNo"_s,
+        u"RIYOUSHA.cAdress2"_s,
+        u"RIYOUSHA.tUpDateTime"_s,
+        u"SOUDAN.cMail1"_s,
+        u"SISETSU.cDouiIrai"_s,
+        u"RIYOUSHA_DOUI_REC.cIsiCd"_s,
+        u"RIYOUSHA_DOUI_REC.cItiranBikou"_s,
+        u"RIYOUSHA_DOUI_REC.iReceptDisabledFlg"_s,
+        u"RIYOUSHA_DOUI_REC.iDouiIraiType"_s,
+        u"RIYOUSHA_DOUI_REC.iSendFlg"_s,
+        u"RIYOUSHA_DOUI_REC.tUpDateTime"_s,
+        u"DOUIKIROKU.iKikanCalcType"_s,
+        u"DOUIKIROKU.iDouiKikan1"_s,
+        u"CORP_SUB.iDouiUpdatePermitDay"_s,
+    };
+    for (const QString &column : sometimesNull) {
+        const QString sql = u"SELECT COUNT(*), COUNT(%1) FROM %2"_s.arg(column, column.section(u'.', 0, 0));
+        const Recordset rows = sample.read(sql);
+        EXPECT_GT(rows.number(0, 1), 0) << column.toStdString() << " is always Null";
+        EXPECT_LT(rows.number(0, 1), rows.number(0, 0)) << column.toStdString() << " is never Null";
+    }
+}
+
+TEST(Schema, KeepsToWhatBothServersTake) {
+    static const QRegularExpression column(u"^    \\w+ (SMALLINT|INT|FLOAT|DATETIME|MONEY|DECIMAL\\(9, "
+                                           u"3\\)|NVARCHAR\\([1-9]\\d{0,2}\\)|NVARCHAR\\(4000\\))"
+                                           "( COLLATE Japanese_CI_AS)?( NOT NULL)?,$"_s,
+                                           QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression constraint(
+        u"^    CONSTRAINT \\w+ (PRIMARY KEY \\([\\w, ]+\\)|FOREIGN KEY \\([\\w, ]+\\) REFERENCES \\w+ \\([\\w, ]+\\)),?$"_s,
+        QRegularExpression::UseUnicodePropertiesOption);
+    static const QRegularExpression index(u"^CREATE INDEX \\w+ ON \\w+ \\([\\w, ]+\\)$"_s);
+    int tables = 0;
+    for (const QString &statement : sample::schemaStatements()) {
+        QStringList lines = statement.split(u'\n');
+        if (lines.size() == 1) {
+            EXPECT_TRUE(index.match(statement).hasMatch()) << statement.toStdString();
+            continue;
+        }
+        ++tables;
+        EXPECT_TRUE(lines.takeFirst().startsWith(u"CREATE TABLE "));
+        EXPECT_EQ(lines.takeLast(), u")"_s);
+        for (const QString &line : lines)
+            EXPECT_TRUE(column.match(line).hasMatch() || constraint.match(line).hasMatch())
+                << line.toStdString();
+    }
+    EXPECT_EQ(tables, 19);
+}
+
+} // namespace
