@@ -2,7 +2,7 @@
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
 #include "app/forms/version_form.h"
-#include "app/forms/wait_message_form.h"
+#include "widgets/wait_message_form.h"
 #include "app/version.h"
 #include "tests/support/test_environment.h"
 #include "widgets/qt_messages.h"

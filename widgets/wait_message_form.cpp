@@ -1,4 +1,4 @@
-#include "app/forms/wait_message_form.h"
+#include "widgets/wait_message_form.h"
 
 #include "ui_wait_message_form.h"
 #include "widgets/message_text.h"

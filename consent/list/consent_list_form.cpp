@@ -1,0 +1,405 @@
+#include "consent/list/consent_list_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/folders.h"
+#include "app/base/messages.h"
+#include "app/base/processes.h"
+#include "app/base/settings.h"
+#include "consent/list/list_advisor.h"
+#include "consent/list/list_filter_panel.h"
+#include "consent/list/list_grid.h"
+#include "consent/list/list_order_form.h"
+#include "consent/list/list_renewal_form.h"
+#include "consent/list/list_searches.h"
+#include "db/adodb.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A link option: its menu entry, where it is kept and what it changes.
+struct LinkCommand {
+    QStringView command;
+    Setting setting;
+    bool LinkOptions::*flag;
+};
+
+constexpr LinkCommand linkCommands[] = {
+    {u"mnPeriodNotFollowByHenkei", Setting::変形連動, &LinkOptions::deformity},
+    {u"mnHoliday", Setting::祝日考慮, &LinkOptions::holidays},
+    {u"mnSameDouiDay", Setting::前回取得日連動, &LinkOptions::previousDay},
+};
+
+} // namespace
+
+struct frm同意書管理::Parts {
+    Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
+        : advisor(environment.branch, db), list(environment, db, model, advisor), searches(db, environment) {}
+
+    ListAdvisor advisor;
+    ConsentList list;
+    ListSearchForms searches;
+};
+
+frm同意書管理::frm同意書管理(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_model(new PaintedListModel(this)) {
+    setObjectName(u"frm同意書管理"_s);
+    setWindowTitle(u"同意書管理"_s);
+    setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
+                   Qt::WindowCloseButtonHint);
+    layOut();
+    wire();
+}
+
+frm同意書管理::~frm同意書管理() = default;
+
+void frm同意書管理::layOut() {
+    m_panel = new ListFilterPanel(this);
+    m_grid = new ListGrid(m_environment.folders, m_environment.clock.today(), this);
+    m_grid->attach(m_model);
+    m_progress = new QProgressBar(this);
+    m_progress->setObjectName(u"pctKeika"_s);
+    m_progress->setVisible(false);
+    m_status = new QLabel(this);
+    m_status->setObjectName(u"lblStatus"_s);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_panel);
+    layout->addWidget(m_grid, 1);
+    addCommands();
+    auto *foot = new QHBoxLayout;
+    foot->addWidget(m_status, 1);
+    foot->addWidget(m_progress);
+    layout->addLayout(foot);
+    new EnterMovesOn(m_panel);
+    resize(1240, 740);
+}
+
+// Buttons and menu entries come from one table; a command is one action wherever it is shown.
+void frm同意書管理::addCommands() {
+    constexpr int buttonsInRow = 12;
+    auto *bar = new QMenuBar(this);
+    auto *buttons = new QGridLayout;
+    QHash<int, QMenu *> menus;
+    int placed = 0;
+    for (const ListCommand &command : listCommands()) {
+        const QString name = command.action.isEmpty() ? command.button + u"_action"_s : command.action;
+        auto *entry = new QAction(command.caption, this);
+        entry->setObjectName(name);
+        entry->setShortcut(QKeySequence(command.key));
+        entry->setEnabled(command.ready);
+        entry->setCheckable(command.checkable);
+        entry->setToolTip(command.hint);
+        entry->setStatusTip(command.hint);
+        addAction(entry);
+        if (!menus.contains(command.menu)) {
+            menus[command.menu] = bar->addMenu(listMenuCaption(command.menu));
+            menus[command.menu]->setToolTipsVisible(true);
+        }
+        menus[command.menu]->addAction(entry);
+        const QString id = command.button.isEmpty() ? command.action : command.button;
+        m_actions.insert(id, entry);
+        connect(entry, &QAction::triggered, this, [this, id] { run(id); });
+        if (command.button.isEmpty())
+            continue;
+        const QString caption =
+            command.key.isEmpty() ? command.caption : command.caption + u" "_s + command.key;
+        auto *button = new QPushButton(caption, this);
+        button->setObjectName(command.button);
+        button->setToolTip(command.hint);
+        button->setEnabled(command.ready);
+        button->setAutoDefault(false);
+        button->setFocusPolicy(Qt::TabFocus);
+        connect(button, &QPushButton::clicked, entry, &QAction::trigger);
+        connect(entry, &QAction::enabledChanged, button, &QPushButton::setEnabled);
+        buttons->addWidget(button, placed / buttonsInRow, placed % buttonsInRow);
+        ++placed;
+    }
+    static_cast<QVBoxLayout *>(layout())->addLayout(buttons);
+    layout()->setMenuBar(bar);
+}
+
+void frm同意書管理::wire() {
+    connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
+    connect(m_panel, &ListFilterPanel::narrowed, this,
+            [this] { keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); }); });
+    connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { search(); });
+    connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
+    connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
+    connect(m_grid, &ListGrid::rejected, this, [this](const QString &text) {
+        m_environment.messages.warn(
+            u"「%1」は日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s.arg(
+                text));
+    });
+}
+
+short frm同意書管理::iInit(cT_ADODB &db, short) {
+    m_db = &db;
+    m_parts = std::make_unique<Parts>(m_environment, db, *m_model);
+    QString reason;
+    const RequestMethods methods = readRequestMethods(m_environment.folders, &reason);
+    if (!reason.isEmpty())
+        m_environment.messages.failIn(reason, u"iInit()でエラー");
+    m_parts->list.setMethods(methods);
+    m_grid->setMethods(methods);
+    m_panel->setSearches(m_parts->searches.searches(m_environment.messages), m_environment.messages);
+
+    const Settings settings(m_environment.folders);
+    ListFilter &filter = m_parts->list.filter();
+    filter.order = listOrderOf(settings.number(Setting::一覧並び順));
+    filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
+    for (const LinkCommand &link : linkCommands) {
+        const bool on = settings.number(link.setting) != 0;
+        m_actions.value(link.command.toString())->setChecked(on);
+        m_parts->advisor.links.*link.flag = on;
+    }
+    m_panel->clear(filter.from, filter.to);
+    if (m_parts->list.iSearch() != 0) {
+        m_error = m_parts->list.sErrMsg();
+        return -1;
+    }
+    m_grid->goTo(0, int(ListColumn::Target));
+    m_grid->setFocus();
+    return 0;
+}
+
+void frm同意書管理::run(const QString &command) {
+    using Work = void (*)(frm同意書管理 &);
+    static const QHash<QString, Work> commands{
+        {u"mnF04"_s, [](frm同意書管理 &form) { form.search(); }},
+        {u"cmdUpdate"_s, [](frm同意書管理 &form) { form.reread(); }},
+        {u"cmdSave"_s, [](frm同意書管理 &form) { form.saveAsked(); }},
+        {u"cmdGet"_s, [](frm同意書管理 &form) { form.renew(); }},
+        {u"cmdAllCheck"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Target); }},
+        {u"cmdAllCheckGet"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Received); }},
+        {u"cmdDspOrder"_s, [](frm同意書管理 &form) { form.chooseOrder(); }},
+        {u"cmdSeal"_s, [](frm同意書管理 &form) { form.startSeal(); }},
+        {u"mnDispHelp"_s, [](frm同意書管理 &form) { form.showHelp(); }},
+        {u"cmdMenu"_s, [](frm同意書管理 &form) { form.reject(); }},
+        {u"cmdEnd"_s, [](frm同意書管理 &form) { form.reject(); }},
+    };
+    m_grid->commitEditor();
+    if (const Work work = commands.value(command))
+        work(*this);
+    else if (const QAction *entry = m_actions.value(command); entry->isCheckable())
+        toggleLink(command, entry->isChecked());
+}
+
+void frm同意書管理::showState() {
+    const int shown = m_model->rowCount();
+    const int all = m_model->records().count();
+    const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
+    m_panel->showCounts(u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
+                            .arg(m_model->targetCount())
+                            .arg(m_model->receivedRecords().size()));
+    const int changed = int(m_model->changedRows().size());
+    m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
+}
+
+// The cell that was current stays current, at its height in the window, wherever its row went.
+void frm同意書管理::keepPlace(const std::function<void()> &work) {
+    const QModelIndex current = m_grid->currentIndex();
+    std::optional<ConsentRowKey> key;
+    int column = 0, fromTop = 0;
+    if (current.isValid()) {
+        key = m_model->records().key(m_model->recordOfRow(current.row()));
+        column = current.column();
+        fromTop = current.row() - m_grid->verticalScrollBar()->value();
+    }
+    const int across = m_grid->horizontalScrollBar()->value();
+    work();
+    int row = 0;
+    if (key)
+        for (int record = 0; record < m_model->records().count(); ++record)
+            if (m_model->records().key(record) == *key) {
+                row = qMax(0, m_model->rowOfRecord(record));
+                break;
+            }
+    m_grid->goTo(row, column);
+    m_grid->verticalScrollBar()->setValue(row - fromTop);
+    m_grid->horizontalScrollBar()->setValue(across);
+    QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
+}
+
+void frm同意書管理::failDb(const QString &reason) {
+    m_environment.messages.fail(reason, u"DB-error"_s);
+}
+
+bool frm同意書管理::search() {
+    ListFilter filter = m_parts->list.filter();
+    if (!m_panel->read(filter))
+        return false;
+    if (const QString why = whyRangeIsWrong(filter); !why.isEmpty()) {
+        m_environment.messages.warn(why);
+        m_panel->focusRange();
+        return false;
+    }
+    if (!maySwitch())
+        return false;
+    m_parts->list.filter() = filter;
+    bool read = false;
+    keepPlace([&] { read = m_parts->list.iSearch() == 0; });
+    if (!read) {
+        failDb(m_parts->list.sErrMsg());
+        return false;
+    }
+    m_actions.value(u"cmdGet"_s)->setEnabled(filter.view == ListView::Newest);
+    m_grid->setFocus();
+    return true;
+}
+
+void frm同意書管理::clearFilter() {
+    ListFilter fresh;
+    fresh.setDefaultRange(m_environment.clock.today());
+    m_panel->clear(fresh.from, fresh.to);
+    search();
+}
+
+void frm同意書管理::reread() {
+    QStringList dropped;
+    bool read = false;
+    keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
+    if (!read)
+        failDb(m_parts->list.sErrMsg());
+    else if (!dropped.isEmpty())
+        m_environment.messages.warn(
+            u"次の行は他の端末で変更されたため、最新の内容に置き換えました。必要な変更を入力しなおしてください。\r\n\r\n"_s +
+            dropped.join(u"\r\n"));
+}
+
+bool frm同意書管理::save() {
+    SaveOutcome outcome;
+    keepPlace([&] { outcome = m_parts->list.save(); });
+    switch (outcome.kind) {
+    case SaveOutcome::Saved:
+        return true;
+    case SaveOutcome::Wrong:
+        m_environment.messages.warn(outcome.text);
+        m_grid->goTo(m_model->rowOfRecord(outcome.record), int(ListColumn::NextEnd));
+        return false;
+    case SaveOutcome::Failed:
+        failDb(outcome.text);
+        return false;
+    case SaveOutcome::Conflict:
+        break;
+    }
+    if (m_environment.messages.ask(
+            u"次の行は、読み込んだ後に他の端末で変更されたため、保存できませんでした。"
+            "何も保存されていません。\r\n\r\n"_s +
+            outcome.rows.join(u"\r\n") +
+            u"\r\n\r\n他の変更を残したまま、最新の内容を読み直します。よろしいですか？"_s))
+        reread();
+    return false;
+}
+
+void frm同意書管理::saveAsked() {
+    if (!m_model->hasChanges()) {
+        m_environment.messages.inform(u"変更された行はありません。"_s);
+        return;
+    }
+    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s))
+        save();
+}
+
+// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
+bool frm同意書管理::maySwitch() {
+    if (!m_model->hasChanges())
+        return true;
+    const Answer answer = m_environment.messages.show(
+        {u"変更されています。保存しますか？\r\nいいえを選んだ場合、変更分はキャンセルされます。"_s,
+         MessageIcon::Question,
+         {},
+         MessageButtons::YesNoCancel,
+         Answer::Yes});
+    if (answer == Answer::No)
+        m_model->dropChanges();
+    return answer == Answer::No || (answer == Answer::Yes && save());
+}
+
+void frm同意書管理::tickAll(ListColumn column) {
+    m_model->tickAll(column, !m_model->allTicked(column));
+}
+
+void frm同意書管理::chooseOrder() {
+    ListFilter &filter = m_parts->list.filter();
+    ListOrderForm form(filter.order, filter.patientOrder, this);
+    if (form.exec() != QDialog::Accepted || !maySwitch())
+        return;
+    filter.order = form.order();
+    filter.patientOrder = form.patientOrder();
+    Settings settings(m_environment.folders);
+    if (settings.iWrite(Setting::一覧並び順, int(filter.order)) != 0 ||
+        settings.iWrite(Setting::利用者並び順, int(filter.patientOrder)) != 0)
+        m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
+    m_grid->sortByColumn(-1, Qt::AscendingOrder);
+    search();
+}
+
+void frm同意書管理::jumpTo(qint32 patient) {
+    if (patient == 0)
+        return;
+    QString warning;
+    if (m_parts->list.iJumpTo(patient, &warning) != 0) {
+        failDb(m_parts->list.sErrMsg());
+        return;
+    }
+    if (!warning.isEmpty()) {
+        m_environment.messages.warn(warning);
+        return;
+    }
+    m_panel->setRange(m_parts->list.filter().from, m_parts->list.filter().to);
+    search();
+}
+
+void frm同意書管理::startSeal() {
+    const QString &folder = m_environment.folders.program();
+    if (!m_environment.processes.start(Folders::file(folder, u"Dovrinシール.exe"_s), {}, folder))
+        m_environment.messages.fail(u"実行ファイルが見つかりません。"_s, u"実行ファイルエラー！"_s);
+}
+
+void frm同意書管理::showHelp() {
+    m_environment.messages.inform(
+        u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
+        "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"
+        "Space　対象・連絡・受領・依頼のチェック\r\n"
+        "文字・数字キー、ダブルクリック　項目の入力（日付は 20261121、R8.11.21 でも入力できます）\r\n"
+        "Delete　項目を空にする\r\n見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
+        "期間にマウスを置くと、期間の決まり方を表示します"_s,
+        u"一覧の見かた"_s);
+}
+
+void frm同意書管理::toggleLink(const QString &command, bool on) {
+    for (const LinkCommand &link : linkCommands) {
+        if (link.command != command)
+            continue;
+        Settings settings(m_environment.folders);
+        if (settings.iSwitch(link.setting, on) == 0) {
+            m_parts->advisor.links.*link.flag = on;
+            return;
+        }
+        m_environment.messages.failIn(settings.sErrMsg(), QString(command + u"_Click()でエラー"_s));
+        m_actions.value(command)->setChecked(!on);
+    }
+}
+
+void frm同意書管理::reject() {
+    m_grid->commitEditor();
+    if (maySwitch())
+        QDialog::reject();
+}
+
+void frm同意書管理::renew() {
+    if (renewReceived({m_environment, *m_db, *m_model, m_parts->list.filter().from, [this] { return save(); },
+                       *m_progress, this}))
+        reread();
+}

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "consent/list/list.h"
+#include "consent/list/list_commands.h"
+
+#include <QDialog>
+#include <QHash>
+#include <functional>
+#include <memory>
+
+class ListFilterPanel;
+class ListGrid;
+class PaintedListModel;
+class QAction;
+class QLabel;
+class QProgressBar;
+struct Environment;
+
+/// The consent management list. Created, initialised by iInit and shown modally by exec().
+class frm同意書管理 : public QDialog {
+public:
+    explicit frm同意書管理(Environment &environment, QWidget *parent = nullptr);
+    ~frm同意書管理() override;
+
+    /// Reads settings and the first list. 0, or −1 with sErrMsg.
+    /// @param number not used; the launcher gives 0
+    short iInit(cT_ADODB &db, short number);
+    QString sErrMsg() const { return m_error; }
+
+    /// Esc and the window's close button: leaves, unless unsaved edits keep the user here.
+    void reject() override;
+
+private:
+    struct Parts;
+
+    void layOut();
+    void addCommands();
+    void wire();
+    void run(const QString &command);
+    void showState();
+
+    bool search();
+    void clearFilter();
+    void reread();
+    bool save();
+    void saveAsked();
+    bool maySwitch();
+    void tickAll(ListColumn column);
+    void chooseOrder();
+    void jumpTo(qint32 patient);
+    void renew();
+    void startSeal();
+    void showHelp();
+    void toggleLink(const QString &command, bool on);
+
+    void keepPlace(const std::function<void()> &work);
+    void failDb(const QString &reason);
+
+    Environment &m_environment;
+    cT_ADODB *m_db = nullptr;
+    QString m_error;
+    std::unique_ptr<Parts> m_parts;      ///< made by iInit
+    QHash<QString, QAction *> m_actions; ///< by button, or by menu entry where there is no button
+    PaintedListModel *m_model;
+    ListFilterPanel *m_panel;
+    ListGrid *m_grid;
+    QProgressBar *m_progress;
+    QLabel *m_status;
+};

@@ -1,0 +1,120 @@
+#include "consent/list/list.h"
+
+#include "app/base/clock.h"
+#include "consent/list/list_query.h"
+#include "consent/list/list_save_query.h"
+#include "db/adodb.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+ConsentList::ConsentList(const Environment &environment, cT_ADODB &db, ConsentListModel &model,
+                         PeriodAdvisor &advisor)
+    : m_environment(environment), m_db(db), m_model(model), m_advisor(advisor) {
+    m_filter.setDefaultRange(environment.clock.today());
+    m_read = m_filter;
+}
+
+ListContext ConsentList::context() const {
+    return {m_environment.clock.today(),      m_read.from, m_read.to,
+            m_read.view == ListView::History, m_methods,   &m_advisor};
+}
+
+// The connection's error text only grows: what this operation added is what the user has to see.
+short ConsentList::failed(qsizetype errorsBefore) {
+    m_error = m_db.sErrMsg().mid(errorsBefore);
+    return -1;
+}
+
+short ConsentList::read(Recordset &rows) {
+    const qsizetype errors = m_db.sErrMsg().size();
+    if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, listSql(m_environment.branch, m_read)) != 0)
+        return failed(errors);
+    return 0;
+}
+
+short ConsentList::iSearch() {
+    const ListFilter before = m_read;
+    m_read = m_filter;
+    Recordset rows;
+    if (read(rows) != 0) {
+        m_read = before;
+        return -1;
+    }
+    m_model.load(std::move(rows), context());
+    return 0;
+}
+
+short ConsentList::iReread(QStringList *dropped) {
+    Recordset rows;
+    if (read(rows) != 0)
+        return -1;
+    *dropped = m_model.reload(std::move(rows), context());
+    return 0;
+}
+
+SaveOutcome ConsentList::save() {
+    SaveOutcome outcome;
+    outcome.record = m_model.firstWrong(&outcome.text);
+    if (outcome.record >= 0) {
+        outcome.kind = SaveOutcome::Wrong;
+        return outcome;
+    }
+    const std::vector<ChangedRow> changed = m_model.changedRows();
+    if (changed.empty())
+        return outcome;
+
+    const qsizetype errors = m_db.sErrMsg().size();
+    const auto fail = [&] {
+        failed(errors);
+        return SaveOutcome{SaveOutcome::Failed, -1, m_error, {}};
+    };
+    if (m_db.iConnect() != 0)
+        return fail();
+    {
+        const QString computer = m_db.csGetComputerName();
+        Transaction transaction(m_db);
+        if (!transaction.begun())
+            return fail();
+        for (const ChangedRow &row : changed) {
+            qint64 affected = 0;
+            if (m_db.iExecSQL(saveRowSql(row.read, row.now, computer), &affected) != 0)
+                return fail();
+            if (affected == 0)
+                outcome.rows.append(m_model.who(row.record));
+        }
+        if (!outcome.rows.isEmpty()) {
+            outcome.kind = SaveOutcome::Conflict;
+            return outcome;
+        }
+        if (transaction.commit() != 0)
+            return fail();
+    }
+    m_model.acceptChanges();
+    QStringList dropped;
+    iReread(&dropped);
+    return outcome;
+}
+
+short ConsentList::iJumpTo(qint32 patient, QString *warning) {
+    const qsizetype errors = m_db.sErrMsg().size();
+    Recordset rows;
+    if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, patientJumpSql(m_environment.branch, patient)) != 0)
+        return failed(errors);
+    if (rows.rowCount() == 0) {
+        *warning = u"該当する利用者データがありません。"_s;
+        return 0;
+    }
+    const QDate first = rows.date(0, rows.column(u"tDouiKaryoE1"));
+    const QDate second = rows.date(0, rows.column(u"tDouiKaryoE2"));
+    const QDate end = !first.isValid() ? second : !second.isValid() ? first : qMax(first, second);
+    if (!end.isValid()) {
+        *warning = u"該当する利用者には要加療期間の入力がないため表示できません。"_s;
+        return 0;
+    }
+    m_filter.patient = patient;
+    if (end < m_filter.from)
+        m_filter.from = QDate(end.year(), end.month(), 1);
+    if (end > m_filter.to)
+        m_filter.to = QDate(end.year(), end.month(), end.daysInMonth());
+    return 0;
+}

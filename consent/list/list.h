@@ -1,0 +1,63 @@
+#pragma once
+
+#include "app/base/environment.h"
+#include "consent/list/list_filter.h"
+#include "consent/list/list_model.h"
+
+#include <QString>
+#include <QStringList>
+
+class cT_ADODB;
+
+/// What came of saving the edits.
+struct SaveOutcome {
+    enum Kind {
+        Saved,    ///< also when nothing had changed
+        Wrong,    ///< an entry cannot be saved: `text` says why, `record` which
+        Conflict, ///< colleagues changed `rows` since they were read; nothing was written
+        Failed    ///< the database refused: `text`; nothing was written
+    };
+    Kind kind = Saved;
+    int record = -1;
+    QString text;
+    QStringList rows;
+};
+
+/// The consent list without its form: reads it, keeps its filter and writes its edits.
+class ConsentList {
+public:
+    /// The arguments must outlive the list.
+    ConsentList(const Environment &environment, cT_ADODB &db, ConsentListModel &model,
+                PeriodAdvisor &advisor);
+
+    ListFilter &filter() { return m_filter; }
+    const QString &sErrMsg() const { return m_error; }
+    void setMethods(const RequestMethods &methods) { m_methods = methods; }
+
+    /// Reads the list by the filter, without edits. 0, or −1: then the list is what it was.
+    short iSearch();
+    /// Reads it again by the filter of the last search and keeps the edits. `dropped` takes the rows whose
+    /// edits a colleague's change has overtaken.
+    short iReread(QStringList *dropped);
+    /// Writes all edits in one transaction, then reads the list again.
+    SaveOutcome save();
+
+    /// Moves the range so that it shows the end of the patient's consent.
+    /// @param warning why the patient cannot be shown; the range is unchanged then
+    /// @return −1 on a database failure
+    short iJumpTo(qint32 patient, QString *warning);
+
+private:
+    short read(Recordset &rows);
+    ListContext context() const;
+    short failed(qsizetype errorsBefore);
+
+    const Environment &m_environment;
+    cT_ADODB &m_db;
+    ConsentListModel &m_model;
+    PeriodAdvisor &m_advisor;
+    RequestMethods m_methods;
+    ListFilter m_filter;
+    ListFilter m_read; ///< what the rows were read by
+    QString m_error;
+};

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "app/base/branch.h"
+#include "consent/list/period_advisor.h"
+#include "consent/rules/period.h"
+
+#include <QHash>
+#include <optional>
+
+class cT_ADODB;
+
+/// The link options of the list's menu.
+struct LinkOptions {
+    bool deformity = false;   ///< 変形連動
+    bool holidays = false;    ///< 祝日考慮
+    bool previousDay = false; ///< 前回取得日連動
+};
+
+/// Periods by the rules, with the patients' settings and the branch's holidays from the database. What was
+/// read is kept until forget(). Where the database fails, settings count as absent and no day as a holiday.
+class ListAdvisor : public PeriodAdvisor {
+public:
+    ListAdvisor(const Branch &branch, cT_ADODB &db) : m_branch(branch), m_db(db) {}
+
+    LinkOptions links;
+
+    void forget();
+
+    QDate reconsentDay(const RunningConsent &running) override;
+    bool followsMassage() const override { return links.deformity; }
+    Period nextPeriod(const RunningConsent &running, const QDate &reconsent) override;
+    QString explainNext(const RunningConsent &running, const QDate &reconsent, const Period &next) override;
+    QString explainRunning(const RunningConsent &running) override;
+
+private:
+    PeriodReckoning reckon(const RunningConsent &running, const QDate &reconsent);
+    PeriodRule rule(const RunningConsent &running);
+    /// Null while holidays are not to be considered.
+    const Holidays *holidays();
+
+    Branch m_branch;
+    cT_ADODB &m_db;
+    std::optional<Holidays> m_holidays;
+    QHash<qint32, PeriodSettings> m_settings; ///< by patient number
+};

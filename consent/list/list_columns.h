@@ -1,0 +1,66 @@
+#pragma once
+
+#include <QString>
+#include <span>
+
+/// The grid's columns, in their first order.
+enum class ListColumn {
+    Target,
+    Contact,
+    Sent,
+    Received,
+    Procedure,
+    Requested,
+    Number,
+    Name,
+    Kind,
+    FirstTreatment,
+    ConsentEnd,
+    Period,
+    State,
+    Reconsent,
+    NextStart,
+    NextEnd,
+    HospitalNumber,
+    Hospital,
+    Doctor,
+    Method,
+    Remark,
+    PlaceZip,
+    PlaceAddress,
+    ReceiptZip,
+    ReceiptAddress,
+    ReceiptTel,
+    ReceiptFax,
+    ReceiptMobile,
+    ReceiptAddressee,
+    ContactZip,
+    ContactAddress,
+    ContactTel,
+    ContactFax,
+    ContactMobile,
+    ContactAddressee,
+    HospitalAddress,
+    Diagnosis,
+    Treatment,
+    Count
+};
+
+/// What a cell holds and how it is edited.
+enum class CellKind { Text, Number, Date, Tick, Choice };
+
+struct ListColumnInfo {
+    ListColumn column;
+    QString caption;
+    CellKind kind;
+    bool editable;
+    int characters; ///< first width, in full-width characters
+    QString hint;   ///< tool tip of the header; may be empty
+};
+
+/// One entry for each column, at the column's position.
+std::span<const ListColumnInfo> listColumns();
+
+inline const ListColumnInfo &listColumn(int column) {
+    return listColumns()[size_t(column)];
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QDate>
+#include <QString>
+
+enum class ListView { Newest, History };
+enum class TreatmentKind { All, Massage, Acupuncture };
+
+/// How the consent is given: on paper or by word of mouth.
+enum class Procedure { All, Written, Oral };
+
+/// Stored as these numbers under "一覧並び順".
+enum class ListOrder { HospitalAndDoctor = 0, LaterDoctor = 1, HospitalKana = 2, Patient = 3 };
+/// Stored as these numbers under "利用者並び順".
+enum class PatientOrder { Number = 0, Kana = 1 };
+
+/// What the consent list shows. A number 0 and an empty text do not limit the list.
+struct ListFilter {
+    QDate from; ///< the consent's period ends on this day or later
+    QDate to;   ///< and on this day or earlier
+    ListView view = ListView::Newest;
+    TreatmentKind kind = TreatmentKind::All;
+    Procedure procedure = Procedure::All;
+    QString doctor; ///< code as in DOCTOR.cIDno
+    qint32 hospital = 0;
+    qint32 facility = 0; ///< where the patient lives
+    qint32 staff = 0;
+    QString insurer;
+    qint32 counsellor = 0;
+    qint32 patient = 0;
+    QString requestMethod; ///< text looked for in the list remark, blanks ignored
+    bool ended = false;    ///< patients with an expiry day too
+    ListOrder order = ListOrder::HospitalAndDoctor;
+    PatientOrder patientOrder = PatientOrder::Number;
+
+    /// The range that the list starts with: this month and the five after it.
+    void setDefaultRange(const QDate &today) {
+        from = QDate(today.year(), today.month(), 1);
+        to = from.addMonths(6).addDays(-1);
+    }
+};
+
+/// Why the list cannot be read with this filter, in the user's words; empty when it can.
+QString whyRangeIsWrong(const ListFilter &filter);
+
+/// A stored number as an order; numbers that mean nothing give the first one.
+ListOrder listOrderOf(int number);
+PatientOrder patientOrderOf(int number);

@@ -1,0 +1,121 @@
+#include "consent/list/list_filter_panel.h"
+
+#include "app/base/messages.h"
+#include "ui_list_filter_panel.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+// Pointers only: a pair belongs to its code box.
+struct ListFilterPanel::Pairs {
+    CodeNamePair *doctor, *hospital, *facility, *staff, *insurer, *counsellor, *patient;
+
+    std::array<CodeNamePair *, 7> all() const {
+        return {doctor, hospital, facility, staff, insurer, counsellor, patient};
+    }
+};
+
+ListFilterPanel::ListFilterPanel(QWidget *parent)
+    : QWidget(parent), m_ui(std::make_unique<Ui::ListFilterPanel>()) {
+    m_ui->setupUi(this);
+    connect(m_ui->txt_SiboriName, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
+    connect(m_ui->txt_SiboriKana, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
+    connect(m_ui->but_Read, &QPushButton::clicked, this, &ListFilterPanel::searchAsked);
+    connect(m_ui->but_Clear, &QPushButton::clicked, this, &ListFilterPanel::clearAsked);
+}
+
+ListFilterPanel::~ListFilterPanel() = default;
+
+void ListFilterPanel::setSearches(const ListSearches &searches, Messages &messages) {
+    const auto pair = [&](CodeBox *code, QLineEdit *name, QPushButton *button, const CodeSearch &search) {
+        return new CodeNamePair(code, name, button, search, messages);
+    };
+    m_pairs = std::make_unique<Pairs>(Pairs{
+        pair(m_ui->txtcDoctorNo, m_ui->txtcDoctorName, m_ui->btnSelDoctor, searches.doctor),
+        pair(m_ui->txtcSisetsuNo, m_ui->txtcSisetsuName, m_ui->btnSelSisetsu, searches.hospital),
+        pair(m_ui->txtcSisetsuNo2, m_ui->txtcSisetsuName2, m_ui->btnSelSisetsu2, searches.facility),
+        pair(m_ui->txtcSejutsuNo, m_ui->txtcSejutsuName, m_ui->btnSelSejutsu, searches.staff),
+        pair(m_ui->txtcHokenshaNo, m_ui->txtcHokenshaName, m_ui->btnSelHokensha, searches.insurer),
+        pair(m_ui->txtcSoudanshaNo, m_ui->txtcSoudanshaName, m_ui->btnSelSoudansha, searches.counsellor),
+        pair(m_ui->txtcRiyoushaNo, m_ui->txtcRiyoushaName, m_ui->btnSelRiyousha, searches.patient)});
+    connect(m_pairs->patient, &CodeNamePair::changed, this,
+            [this](const CodeName &row) { Q_EMIT patientChosen(row.code.toInt()); });
+}
+
+bool ListFilterPanel::settleAll() {
+    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo}) {
+        if (box->settle())
+            continue;
+        box->setFocus();
+        return false;
+    }
+    if (m_pairs)
+        for (CodeNamePair *pair : m_pairs->all())
+            if (!pair->settle())
+                return false;
+    return true;
+}
+
+bool ListFilterPanel::read(ListFilter &filter) {
+    if (!settleAll())
+        return false;
+    filter.from = m_ui->imD_KikanFrom->date();
+    filter.to = m_ui->imD_KikanTo->date();
+    filter.view = m_ui->optRireki_1->isChecked() ? ListView::History : ListView::Newest;
+    filter.kind = m_ui->optSejutuKbn_1->isChecked()   ? TreatmentKind::Massage
+                  : m_ui->optSejutuKbn_2->isChecked() ? TreatmentKind::Acupuncture
+                                                      : TreatmentKind::All;
+    filter.procedure = m_ui->optTejun_1->isChecked()   ? Procedure::Written
+                       : m_ui->optTejun_2->isChecked() ? Procedure::Oral
+                                                       : Procedure::All;
+    filter.ended = m_ui->chkEndKanja->isChecked();
+    filter.requestMethod = m_ui->txtIraiHouhou->text();
+    filter.requestMethod.remove(u' ').remove(u'\u3000');
+    if (!m_pairs)
+        return true;
+    filter.doctor = m_pairs->doctor->row().code;
+    filter.hospital = m_pairs->hospital->row().code.toInt();
+    filter.facility = m_pairs->facility->row().code.toInt();
+    filter.staff = m_pairs->staff->row().code.toInt();
+    filter.insurer = m_pairs->insurer->row().code;
+    filter.counsellor = m_pairs->counsellor->row().code.toInt();
+    filter.patient = m_pairs->patient->row().code.toInt();
+    return true;
+}
+
+void ListFilterPanel::setRange(const QDate &from, const QDate &to) {
+    m_ui->imD_KikanFrom->setDate(from);
+    m_ui->imD_KikanTo->setDate(to);
+}
+
+void ListFilterPanel::clear(const QDate &from, const QDate &to) {
+    setRange(from, to);
+    m_ui->optRireki_0->setChecked(true);
+    m_ui->optSejutuKbn_0->setChecked(true);
+    m_ui->optTejun_0->setChecked(true);
+    m_ui->chkEndKanja->setChecked(false);
+    m_ui->txtIraiHouhou->clear();
+    m_ui->txt_SiboriName->clear();
+    m_ui->txt_SiboriKana->clear();
+    if (m_pairs)
+        for (CodeNamePair *pair : m_pairs->all())
+            pair->clear();
+}
+
+QString ListFilterPanel::narrowName() const {
+    return m_ui->txt_SiboriName->text();
+}
+
+QString ListFilterPanel::narrowKana() const {
+    return m_ui->txt_SiboriKana->text();
+}
+
+void ListFilterPanel::showCounts(const QString &text) {
+    m_ui->lblCount->setText(text);
+}
+
+void ListFilterPanel::focusRange() {
+    m_ui->imD_KikanFrom->setFocus();
+    m_ui->imD_KikanFrom->selectAll();
+}

@@ -1,0 +1,60 @@
+#pragma once
+
+#include "consent/list/list_filter.h"
+#include "widgets/code_name_pair.h"
+
+#include <QWidget>
+#include <functional>
+#include <memory>
+
+namespace Ui {
+class ListFilterPanel;
+}
+
+/// The searches behind the panel's seven code boxes.
+struct ListSearches {
+    CodeSearch doctor;
+    CodeSearch hospital;
+    CodeSearch facility;
+    CodeSearch staff;
+    CodeSearch insurer;
+    CodeSearch counsellor;
+    CodeSearch patient;
+};
+
+/// The controls over the list that say what it shows. They keep what was entered until clear().
+class ListFilterPanel : public QWidget {
+    Q_OBJECT
+public:
+    explicit ListFilterPanel(QWidget *parent = nullptr);
+    ~ListFilterPanel() override;
+
+    void setSearches(const ListSearches &searches, Messages &messages);
+
+    /// What the controls say. The sort orders are not here.
+    /// @return false when an entry cannot be used; that has been said and the control has the focus
+    bool read(ListFilter &filter);
+    void setRange(const QDate &from, const QDate &to);
+    /// Empties every entry and sets the range.
+    void clear(const QDate &from, const QDate &to);
+
+    QString narrowName() const;
+    QString narrowKana() const;
+    /// Rows shown, ticked 対象 and ticked 受領.
+    void showCounts(const QString &text);
+    void focusRange();
+
+Q_SIGNALS:
+    void narrowed();
+    void searchAsked();
+    void clearAsked();
+    /// Another patient was chosen, or none.
+    void patientChosen(qint32 patient);
+
+private:
+    struct Pairs;
+    bool settleAll();
+
+    std::unique_ptr<Ui::ListFilterPanel> m_ui;
+    std::unique_ptr<Pairs> m_pairs;
+};

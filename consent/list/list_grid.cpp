@@ -1,0 +1,126 @@
+#include "consent/list/list_grid.h"
+
+#include "app/base/folders.h"
+#include "widgets/date_delegate.h"
+#include "widgets/tick_delegate.h"
+
+#include <QComboBox>
+#include <QFont>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QPalette>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Edits a row's request method as a choice from the practice's list.
+class MethodDelegate : public QStyledItemDelegate {
+public:
+    MethodDelegate(const RequestMethods &methods, QObject *parent)
+        : QStyledItemDelegate(parent), m_methods(methods) {}
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const override {
+        auto *box = new QComboBox(parent);
+        box->addItem(u"（なし）"_s);
+        box->addItems(m_methods.texts);
+        return box;
+    }
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override {
+        static_cast<QComboBox *>(editor)->setCurrentIndex(index.data(Qt::EditRole).toInt());
+    }
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override {
+        const int chosen = static_cast<QComboBox *>(editor)->currentIndex();
+        // A number that the list no longer has stays until something else is chosen.
+        if (chosen >= 0)
+            model->setData(index, chosen, Qt::EditRole);
+    }
+
+private:
+    const RequestMethods &m_methods;
+};
+
+QColor readable(const QColor &colour, const QPalette &palette) {
+    return palette.color(QPalette::Base).lightness() < 128 ? colour.lighter(190) : colour;
+}
+
+} // namespace
+
+void PaintedListModel::setPalette(const QPalette &palette) {
+    m_soon = readable(QColor(0x8a, 0x4b, 0x00), palette);
+    m_ended = readable(QColor(0xb0, 0x00, 0x20), palette);
+    m_edited = palette.color(QPalette::Highlight);
+    m_edited.setAlpha(48);
+}
+
+QVariant PaintedListModel::data(const QModelIndex &index, int role) const {
+    if (role == Qt::FontRole || role == Qt::ForegroundRole) {
+        const auto urgency = Urgency(ConsentListModel::data(index, UrgencyRole).toInt());
+        if (urgency == Urgency::None)
+            return {};
+        if (role == Qt::ForegroundRole)
+            return urgency == Urgency::Ended ? m_ended : m_soon;
+        QFont font;
+        font.setBold(true);
+        return font;
+    }
+    if (role == Qt::BackgroundRole)
+        return ConsentListModel::data(index, EditedRole).toBool() ? QVariant(m_edited) : QVariant();
+    return ConsentListModel::data(index, role);
+}
+
+ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) : Grid(parent) {
+    setObjectName(u"ssDouiD"_s);
+    setSelectionBehavior(SelectItems);
+    setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
+    setSortingEnabled(true);
+    horizontalHeader()->setSortIndicatorClearable(true);
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+
+    const auto picture = [&](const QString &name) { return QPixmap(Folders::file(folders.data(), name)); };
+    auto *ticks = new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this);
+    auto *dates = new DateDelegate(this);
+    dates->setToday(today);
+    connect(dates, &DateDelegate::rejected, this, &ListGrid::rejected);
+    auto *methods = new MethodDelegate(m_methods, this);
+    for (const ListColumnInfo &info : listColumns()) {
+        if (info.kind == CellKind::Tick)
+            setItemDelegateForColumn(int(info.column), ticks);
+        else if (info.kind == CellKind::Date && info.editable)
+            setItemDelegateForColumn(int(info.column), dates);
+        else if (info.kind == CellKind::Choice)
+            setItemDelegateForColumn(int(info.column), methods);
+    }
+}
+
+void ListGrid::attach(PaintedListModel *model) {
+    model->setPalette(palette());
+    setModel(model);
+    const int wide = fontMetrics().horizontalAdvance(u"国"_s);
+    for (const ListColumnInfo &info : listColumns()) {
+        const int caption = horizontalHeader()->sectionSizeHint(int(info.column));
+        setColumnWidth(int(info.column), qMax(caption, info.characters * wide + wide));
+    }
+}
+
+void ListGrid::setMethods(const RequestMethods &methods) {
+    m_methods = methods;
+}
+
+void ListGrid::commitEditor() {
+    if (QWidget *editor = indexWidget(currentIndex()); editor && state() == EditingState)
+        commitData(editor);
+}
+
+// Delete empties a cell as it does in every table that people know.
+void ListGrid::keyPressEvent(QKeyEvent *event) {
+    const QModelIndex current = currentIndex();
+    if (event->key() == Qt::Key_Delete && current.flags().testFlag(Qt::ItemIsEditable)) {
+        const CellKind kind = listColumn(current.column()).kind;
+        model()->setData(current, kind == CellKind::Date     ? QVariant(QDate())
+                                  : kind == CellKind::Choice ? QVariant(0)
+                                                             : QVariant(QString()));
+        return;
+    }
+    Grid::keyPressEvent(event);
+}

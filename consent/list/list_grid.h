@@ -1,0 +1,44 @@
+#pragma once
+
+#include "consent/list/list_model.h"
+#include "widgets/grid.h"
+
+class DateDelegate;
+class Folders;
+
+/// The list's model with the look of its rows: urgent rows bold and coloured, edited cells italic.
+class PaintedListModel : public ConsentListModel {
+    Q_OBJECT
+public:
+    using ConsentListModel::ConsentListModel;
+    void setPalette(const QPalette &palette);
+    QVariant data(const QModelIndex &index, int role) const override;
+
+private:
+    QColor m_soon;
+    QColor m_ended;
+    QColor m_edited;
+};
+
+/// The consent list's grid: columns by caption, the editors of its cells and the tick pictures.
+class ListGrid : public Grid {
+    Q_OBJECT
+public:
+    ListGrid(const Folders &folders, const QDate &today, QWidget *parent = nullptr);
+
+    /// Takes the model and gives the columns their first widths.
+    void attach(PaintedListModel *model);
+    void setMethods(const RequestMethods &methods);
+    /// Writes an open editor's value into the model.
+    void commitEditor();
+
+Q_SIGNALS:
+    /// Text that is no date was left in a cell.
+    void rejected(const QString &text);
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    RequestMethods m_methods;
+};

@@ -1,0 +1,436 @@
+#include "consent/list/list_model.h"
+
+#include "app/base/dates.h"
+#include "app/base/text.h"
+
+#include <algorithm>
+#include <numeric>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// A row's identity as one text, for finding it again after the list was read anew.
+QString identity(const ConsentRowKey &key) {
+    return u"%1/%2/%3/%4/%5/%6"_s.arg(key.patient.iKyotenCd)
+        .arg(key.patient.iKyotenEb)
+        .arg(key.patient.nIDNo)
+        .arg(key.nDate)
+        .arg(key.iHenkeiFlg)
+        .arg(key.nHenkeiDouiDate);
+}
+
+} // namespace
+
+void ConsentListModel::take(Recordset rows, const ListContext &context) {
+    m_context = context;
+    m_records = ListRecords(std::move(rows));
+    m_edits.clear();
+    m_written.clear();
+    m_target.assign(size_t(m_records.count()), false);
+    m_foldedNames.clear();
+    m_foldedKana.clear();
+}
+
+void ConsentListModel::load(Recordset rows, const ListContext &context) {
+    beginResetModel();
+    take(std::move(rows), context);
+    show();
+    endResetModel();
+    Q_EMIT stateChanged();
+}
+
+QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
+    const ListRecords before = m_records;
+    const QHash<int, ConsentRowValues> edits = m_edits;
+    QHash<QString, int> targets;
+    for (int record = 0; record < before.count(); ++record)
+        if (isTarget(record))
+            targets.insert(identity(before.key(record)), record);
+
+    beginResetModel();
+    take(std::move(rows), context);
+    QHash<QString, int> now;
+    if (!edits.isEmpty() || !targets.isEmpty())
+        for (int record = 0; record < m_records.count(); ++record)
+            now.insert(identity(m_records.key(record)), record);
+    for (auto it = targets.cbegin(); it != targets.cend(); ++it)
+        if (const int record = now.value(it.key(), -1); record >= 0)
+            m_target[size_t(record)] = true;
+    QStringList dropped;
+    for (auto it = edits.cbegin(); it != edits.cend(); ++it) {
+        const int record = now.value(identity(before.key(it.key())), -1);
+        const auto updated = [](const ListRecords &records, int at) {
+            return records.text(at, ListField::UpdateTime);
+        };
+        if (record >= 0 && updated(m_records, record) == updated(before, it.key()) &&
+            m_records.values(record).same(before.values(it.key())))
+            m_edits.insert(record, it.value());
+        else
+            dropped.append(before.text(it.key(), ListField::Number) + u" "_s +
+                           before.text(it.key(), ListField::Name));
+    }
+    show();
+    endResetModel();
+    Q_EMIT stateChanged();
+    return dropped;
+}
+
+ConsentRowValues ConsentListModel::values(int record) const {
+    const auto edit = m_edits.constFind(record);
+    return edit != m_edits.cend() ? *edit : stored(record);
+}
+
+ConsentRowValues ConsentListModel::stored(int record) const {
+    const auto written = m_written.constFind(record);
+    return written != m_written.cend() ? *written : m_records.values(record);
+}
+
+int ConsentListModel::rowOfRecord(int record) const {
+    const auto found = std::find(m_shown.begin(), m_shown.end(), record);
+    return found == m_shown.end() ? -1 : int(found - m_shown.begin());
+}
+
+QString ConsentListModel::who(int record) const {
+    return m_records.text(record, ListField::Number) + u" "_s + m_records.text(record, ListField::Name);
+}
+
+int ConsentListModel::targetCount() const {
+    return int(std::count(m_target.begin(), m_target.end(), true));
+}
+
+std::vector<int> ConsentListModel::targetRecords() const {
+    std::vector<int> records;
+    for (const int record : m_shown)
+        if (isTarget(record))
+            records.push_back(record);
+    return records;
+}
+
+std::vector<int> ConsentListModel::receivedRecords() const {
+    std::vector<int> records;
+    for (const int record : m_shown)
+        if (values(record).received != 0)
+            records.push_back(record);
+    return records;
+}
+
+std::vector<ChangedRow> ConsentListModel::changedRows() const {
+    std::vector<ChangedRow> changed;
+    for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
+        changed.push_back(
+            {it.key(),
+             {m_records.key(it.key()), stored(it.key()), m_records.text(it.key(), ListField::UpdateTime)},
+             it.value()});
+    std::sort(changed.begin(), changed.end(),
+              [](const ChangedRow &a, const ChangedRow &b) { return a.record < b.record; });
+    return changed;
+}
+
+void ConsentListModel::dropChanges() {
+    m_edits.clear();
+    if (!m_shown.empty())
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    Q_EMIT stateChanged();
+}
+
+void ConsentListModel::acceptChanges() {
+    for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
+        m_written.insert(it.key(), it.value());
+    dropChanges();
+}
+
+int ConsentListModel::firstWrong(QString *why) const {
+    for (const ChangedRow &row : changedRows()) {
+        if (!row.now.nextStart.isValid() || !row.now.nextEnd.isValid() ||
+            row.now.nextStart <= row.now.nextEnd)
+            continue;
+        *why =
+            who(row.record) +
+            u"\r\n要加療終了が要加療開始より前の日付です。要加療開始、要加療終了を入力しなおしてください。"_s;
+        return row.record;
+    }
+    return -1;
+}
+
+void ConsentListModel::prepareNarrowing() {
+    if (m_foldedNames.size() == size_t(m_records.count()))
+        return;
+    m_foldedNames.clear();
+    m_foldedKana.clear();
+    m_foldedNames.reserve(size_t(m_records.count()));
+    m_foldedKana.reserve(size_t(m_records.count()));
+    for (int record = 0; record < m_records.count(); ++record) {
+        m_foldedNames.push_back(foldForSearch(m_records.text(record, ListField::Name)));
+        m_foldedKana.push_back(foldForSearch(m_records.text(record, ListField::NameKana)));
+    }
+}
+
+void ConsentListModel::narrow(const QString &name, const QString &kana) {
+    const QString foldedName = foldForSearch(name);
+    const QString foldedKana = foldForSearch(kana);
+    if (foldedName == m_name && foldedKana == m_kana)
+        return;
+    beginResetModel();
+    m_name = foldedName;
+    m_kana = foldedKana;
+    show();
+    endResetModel();
+    Q_EMIT stateChanged();
+}
+
+bool ConsentListModel::narrowedAway(int record) const {
+    return (!m_name.isEmpty() && !m_foldedNames[size_t(record)].contains(m_name)) ||
+           (!m_kana.isEmpty() && !m_foldedKana[size_t(record)].contains(m_kana));
+}
+
+// Works out which records are shown and in which order.
+void ConsentListModel::show() {
+    if (!m_name.isEmpty() || !m_kana.isEmpty())
+        prepareNarrowing();
+    m_shown.clear();
+    m_shown.reserve(size_t(m_records.count()));
+    for (int record = 0; record < m_records.count(); ++record)
+        if (!narrowedAway(record))
+            m_shown.push_back(record);
+    if (m_sortColumn < 0)
+        return;
+
+    const auto column = ListColumn(m_sortColumn);
+    const bool byNumber =
+        listColumn(m_sortColumn).kind == CellKind::Number || listColumn(m_sortColumn).kind == CellKind::Tick;
+    const bool descending = m_sortOrder == Qt::DescendingOrder;
+    std::vector<std::pair<qint64, int>> numbers;
+    std::vector<std::pair<QString, int>> texts;
+    for (const int record : m_shown) {
+        if (column == ListColumn::Target) {
+            numbers.emplace_back(isTarget(record) ? 1 : 0, record);
+            continue;
+        }
+        const ConsentRowValues now = values(record);
+        const QVariant key = cellSortKey({m_records, record, now, m_context}, column);
+        if (byNumber)
+            numbers.emplace_back(key.toLongLong(), record);
+        else
+            texts.emplace_back(key.toString(), record);
+    }
+    const auto apply = [&](auto &keys) {
+        std::stable_sort(keys.begin(), keys.end(), [descending](const auto &a, const auto &b) {
+            return descending ? b.first < a.first : a.first < b.first;
+        });
+        std::transform(keys.begin(), keys.end(), m_shown.begin(), [](const auto &key) { return key.second; });
+    };
+    if (byNumber)
+        apply(numbers);
+    else
+        apply(texts);
+}
+
+void ConsentListModel::sort(int column, Qt::SortOrder order) {
+    Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
+    const QModelIndexList before = persistentIndexList();
+    std::vector<int> records;
+    for (const QModelIndex &index : before)
+        records.push_back(recordOfRow(index.row()));
+    m_sortColumn = column;
+    m_sortOrder = order;
+    show();
+    std::vector<int> rows(size_t(m_records.count()), -1);
+    for (size_t row = 0; row < m_shown.size(); ++row)
+        rows[size_t(m_shown[row])] = int(row);
+    QModelIndexList after;
+    for (qsizetype i = 0; i < before.size(); ++i)
+        after.append(index(rows[size_t(records[size_t(i)])], before[i].column()));
+    changePersistentIndexList(before, after);
+    Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
+}
+
+bool ConsentListModel::mayEdit(int record, ListColumn column) const {
+    if (column == ListColumn::Target)
+        return true;
+    if (m_context.readOnly || !listColumn(int(column)).editable)
+        return false;
+    // A deformity-correction row has no contact mark, method and remark of its own.
+    const bool massageOnly =
+        column == ListColumn::Contact || column == ListColumn::Method || column == ListColumn::Remark;
+    return !(massageOnly && m_records.isDeformity(record));
+}
+
+void ConsentListModel::store(int record, const ConsentRowValues &now) {
+    if (now.same(stored(record)))
+        m_edits.remove(record);
+    else
+        m_edits.insert(record, now);
+}
+
+bool ConsentListModel::edited(int record, ListColumn column) const {
+    const auto edit = m_edits.constFind(record);
+    return edit != m_edits.cend() && cellDiffers(*edit, stored(record), column);
+}
+
+void ConsentListModel::tickAll(ListColumn column, bool on) {
+    for (const int record : m_shown) {
+        if (!mayEdit(record, column))
+            continue;
+        if (column == ListColumn::Target) {
+            m_target[size_t(record)] = on;
+            continue;
+        }
+        ConsentRowValues now = values(record);
+        Nullable<short> &tick = *tickOf(now, column);
+        if ((tick != 0) == on)
+            continue;
+        tick = short(on ? 1 : 0);
+        store(record, now);
+    }
+    if (!m_shown.empty())
+        Q_EMIT dataChanged(index(0, int(column)), index(rowCount() - 1, int(column)));
+    Q_EMIT stateChanged();
+}
+
+bool ConsentListModel::allTicked(ListColumn column) const {
+    return std::all_of(m_shown.begin(), m_shown.end(), [&](int record) {
+        if (!mayEdit(record, column))
+            return true;
+        ConsentRowValues now = values(record);
+        return column == ListColumn::Target ? isTarget(record) : *tickOf(now, column) != 0;
+    });
+}
+
+int ConsentListModel::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_shown.size());
+}
+
+int ConsentListModel::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(ListColumn::Count);
+}
+
+QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
+    if (!index.isValid())
+        return {};
+    const int record = recordOfRow(index.row());
+    const auto column = ListColumn(index.column());
+    const ListColumnInfo &info = listColumn(index.column());
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+    case Qt::CheckStateRole: {
+        if ((role == Qt::CheckStateRole) != (info.kind == CellKind::Tick))
+            return {};
+        if (column == ListColumn::Target)
+            return isTarget(record) ? Qt::Checked : Qt::Unchecked;
+        ConsentRowValues now = values(record);
+        if (role == Qt::CheckStateRole)
+            return *tickOf(now, column) != 0 ? Qt::Checked : Qt::Unchecked;
+        if (role == Qt::EditRole && info.editable)
+            return cellEditValue(now, column);
+        return cellText({m_records, record, now, m_context}, column);
+    }
+    case Qt::ToolTipRole:
+        return toolTip(record, column);
+    case Qt::TextAlignmentRole:
+        return QVariant(Qt::AlignVCenter | (info.kind == CellKind::Number ? Qt::AlignRight : Qt::AlignLeft));
+    case UrgencyRole:
+        return int(urgencyOf(m_records.date(record, ListField::PeriodEnd), m_context.today));
+    case EditedRole:
+        return edited(record, column);
+    default:
+        return {};
+    }
+}
+
+QString ConsentListModel::toolTip(int record, ListColumn column) const {
+    const ConsentRowValues now = values(record);
+    if (m_context.advisor && (column == ListColumn::Period || column == ListColumn::ConsentEnd))
+        return m_context.advisor->explainRunning(m_records.running(record));
+    const bool next =
+        column == ListColumn::Reconsent || column == ListColumn::NextStart || column == ListColumn::NextEnd;
+    if (m_context.advisor && next && now.reconsent.isValid())
+        return m_context.advisor->explainNext(m_records.running(record), now.reconsent,
+                                              {now.nextStart, now.nextEnd});
+    return cellText({m_records, record, now, m_context}, column);
+}
+
+QVariant ConsentListModel::headerData(int section, Qt::Orientation orientation, int role) const {
+    if (orientation == Qt::Vertical)
+        return role == Qt::DisplayRole ? QVariant(section + 1) : QVariant();
+    if (section < 0 || section >= int(ListColumn::Count))
+        return {};
+    if (role == Qt::DisplayRole)
+        return listColumn(section).caption;
+    if (role == Qt::ToolTipRole)
+        return listColumn(section).hint;
+    return {};
+}
+
+Qt::ItemFlags ConsentListModel::flags(const QModelIndex &index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
+    if (!mayEdit(recordOfRow(index.row()), ListColumn(index.column())))
+        return flags;
+    return flags |
+           (listColumn(index.column()).kind == CellKind::Tick ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
+}
+
+bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, int role) {
+    if (!index.isValid() || !mayEdit(recordOfRow(index.row()), ListColumn(index.column())))
+        return false;
+    const int record = recordOfRow(index.row());
+    const auto column = ListColumn(index.column());
+    ConsentRowValues now = values(record);
+    if (role == Qt::CheckStateRole) {
+        const bool on = value.toInt() == Qt::Checked;
+        if (column == ListColumn::Target)
+            m_target[size_t(record)] = on;
+        else if (Nullable<short> *tick = tickOf(now, column))
+            *tick = short(on ? 1 : 0);
+        else
+            return false;
+    } else if (role == Qt::EditRole) {
+        if (cellEditValue(now, column) == value)
+            return true;
+        if (!setCellValue(now, column, value))
+            return false;
+    } else {
+        return false;
+    }
+    const QDate before = values(record).reconsent;
+    if (column == ListColumn::Received && now.received != 0 && !before.isValid() && m_context.advisor)
+        now.reconsent = m_context.advisor->reconsentDay(m_records.running(record));
+    if (now.reconsent != before) {
+        propose(record, now);
+        followMassage(record, now.reconsent);
+    }
+    store(record, now);
+    Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
+    Q_EMIT stateChanged();
+    return true;
+}
+
+// The patient's deformity-correction rows take the massage row's new re-consent date; their own dates and
+// periods are proposed by it, not copied.
+void ConsentListModel::followMassage(int record, const QDate &reconsent) {
+    if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
+        return;
+    const PatientKey patient = m_records.key(record).patient;
+    for (int other = 0; other < m_records.count(); ++other) {
+        if (!m_records.isDeformity(other) || m_records.key(other).patient != patient)
+            continue;
+        ConsentRowValues now = values(other);
+        now.reconsent = reconsent;
+        propose(other, now);
+        store(other, now);
+        if (const int row = rowOfRecord(other); row >= 0)
+            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
+    }
+}
+
+// A new re-consent date proposes the next period; taking the date away takes the period away.
+void ConsentListModel::propose(int record, ConsentRowValues &now) const {
+    Period next;
+    if (now.reconsent.isValid() && m_context.advisor)
+        next = m_context.advisor->nextPeriod(m_records.running(record), now.reconsent);
+    now.nextStart = next.start;
+    now.nextEnd = next.end;
+}

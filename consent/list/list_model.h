@@ -1,0 +1,105 @@
+#pragma once
+
+#include "consent/list/list_cells.h"
+#include "consent/list/list_columns.h"
+#include "consent/list/list_record.h"
+#include "consent/list/list_save_query.h"
+#include "consent/list/request_methods.h"
+
+#include <QAbstractTableModel>
+#include <QHash>
+#include <vector>
+
+/// A row whose values differ from what was read.
+struct ChangedRow {
+    int record;
+    ReadRow read;
+    ConsentRowValues now;
+};
+
+/// The grid's rows: what the query gave, the edits over it, what is narrowed away and the order shown.
+/// A row number counts what is shown, a record number what was read.
+class ConsentListModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    /// Gives a row's Urgency as an int.
+    static constexpr int UrgencyRole = Qt::UserRole + 1;
+    /// Whether the cell's value has been edited and not saved.
+    static constexpr int EditedRole = Qt::UserRole + 2;
+
+    explicit ConsentListModel(QObject *parent = nullptr) : QAbstractTableModel(parent) {}
+
+    /// Shows new rows, without edits and ticks.
+    void load(Recordset rows, const ListContext &context);
+    /// Shows new rows; edits and 対象 ticks stay on the rows that are still there with the values that were
+    /// edited over. Gives the rows whose edits were dropped because a colleague changed or removed them.
+    QStringList reload(Recordset rows, const ListContext &context);
+
+    const ListRecords &records() const { return m_records; }
+    ConsentRowValues values(int record) const;
+    int recordOfRow(int row) const { return m_shown[size_t(row)]; }
+    /// −1 when the record is narrowed away.
+    int rowOfRecord(int record) const;
+    bool isTarget(int record) const { return m_target[size_t(record)]; }
+    /// "IDNo. name" of a record, for messages.
+    QString who(int record) const;
+
+    int targetCount() const;
+    /// Records ticked 対象 that are shown, in the order shown.
+    std::vector<int> targetRecords() const;
+    std::vector<int> receivedRecords() const;
+    bool hasChanges() const { return !m_edits.isEmpty(); }
+    std::vector<ChangedRow> changedRows() const;
+    void dropChanges();
+    /// The edits have been written: they are what the rows hold now.
+    void acceptChanges();
+    /// The first changed record whose values cannot be saved, and why; −1 when all can.
+    int firstWrong(QString *why) const;
+
+    /// Shows only patients whose name and kana contain these texts; case, width and kana kind are ignored.
+    void narrow(const QString &name, const QString &kana);
+    /// Prepares the texts that narrow() compares, so that the first key stroke need not.
+    void prepareNarrowing();
+    /// Ticks or clears a tick column on every shown row that may be edited.
+    void tickAll(ListColumn column, bool on);
+    /// Whether every shown row that may be edited is ticked.
+    bool allTicked(ListColumn column) const;
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    /// By the column's own order; column −1 gives the order of the query back.
+    void sort(int column, Qt::SortOrder order) override;
+
+Q_SIGNALS:
+    /// Edits, ticks or the shown rows changed.
+    void stateChanged();
+
+private:
+    void take(Recordset rows, const ListContext &context);
+    void show();
+    bool narrowedAway(int record) const;
+    bool mayEdit(int record, ListColumn column) const;
+    ConsentRowValues stored(int record) const;
+    void store(int record, const ConsentRowValues &values);
+    void propose(int record, ConsentRowValues &now) const;
+    void followMassage(int record, const QDate &reconsent);
+    bool edited(int record, ListColumn column) const;
+    QString toolTip(int record, ListColumn column) const;
+
+    ListContext m_context;
+    ListRecords m_records;
+    QHash<int, ConsentRowValues> m_edits;   ///< by record
+    QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
+    std::vector<bool> m_target;
+    std::vector<int> m_shown; ///< records, in the order shown
+    std::vector<QString> m_foldedNames;
+    std::vector<QString> m_foldedKana;
+    QString m_name; ///< folded
+    QString m_kana; ///< folded
+    int m_sortColumn = -1;
+    Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
+};

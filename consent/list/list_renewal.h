@@ -1,0 +1,11 @@
+#pragma once
+
+#include "consent/renewal/renewal_run.h"
+
+class ConsentListModel;
+
+/// The shown rows ticked 受領, as the user sees them.
+QList<RenewalRow> rowsToRenew(const ConsentListModel &model);
+
+/// What became of a renewal, for the user: how many were renewed, and each row that was not with the reason.
+QString renewalSummary(const QList<RenewalResult> &results);

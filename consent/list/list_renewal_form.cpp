@@ -1,0 +1,68 @@
+#include "consent/list/list_renewal_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "consent/list/list_renewal.h"
+#include "consent/rules/renewal_permit.h"
+#include "consent/rules/update_permit_query.h"
+#include "db/adodb.h"
+#include "widgets/wait_message_form.h"
+
+#include <QProgressBar>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool permitted(const ListRenewalRequest &request) {
+    const qsizetype errors = request.db.sErrMsg().size();
+    int day = 0;
+    if (request.db.iConnect() != 0 ||
+        readUpdateReferenceDay(request.db, request.environment.branch, day) != 0) {
+        request.environment.messages.fail(request.db.sErrMsg().mid(errors), u"DB-error"_s);
+        return false;
+    }
+    const RenewalPermit permit = renewalPermit(request.environment.clock.today(), request.rangeStart, day);
+    if (!permit.permitted)
+        request.environment.messages.fail(permit.refusal);
+    return permit.permitted;
+}
+
+QList<RenewalResult> renewWithProgress(const ListRenewalRequest &request, const QList<RenewalRow> &rows) {
+    frmWaitMsg wait(request.parent);
+    wait.showProgress(u"同意を更新しています。"_s, frmWaitMsg::Cancel::Allowed);
+    request.progress.setRange(0, int(rows.size()));
+    request.progress.setVisible(true);
+    const QList<RenewalResult> results = RenewalRun(request.db).renew(rows, [&](int done, int total) {
+        request.progress.setValue(done);
+        wait.setProgress(done, total);
+        return !wait.cancelled();
+    });
+    request.progress.setVisible(false);
+    return results;
+}
+
+} // namespace
+
+bool renewReceived(const ListRenewalRequest &request) {
+    Messages &messages = request.environment.messages;
+    if (!permitted(request) ||
+        !messages.ask(u"同意受領分の更新を行います。よろしいですか？"_s, u"同意更新の確認"_s) ||
+        !request.save())
+        return false;
+    const QList<RenewalRow> rows = rowsToRenew(request.model);
+    if (rows.isEmpty()) {
+        messages.warn(
+            u"「受領」にチェックされた行がありません。更新する行の「受領」にチェックしてください。"_s);
+        return false;
+    }
+    const QList<RenewalResult> results = renewWithProgress(request, rows);
+    const bool all = countOutcome(results, RenewalOutcome::Renewed) == results.size();
+    const QString text = u"更新が終了しました。\r\n\r\n"_s + renewalSummary(results);
+    if (all)
+        messages.inform(text);
+    else
+        messages.warn(text);
+    return true;
+}

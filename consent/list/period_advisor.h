@@ -1,0 +1,33 @@
+#pragma once
+
+#include "db/tables/keys.h"
+
+#include <QDate>
+#include <QString>
+
+/// What a list row says of its running consent, for reckoning the next one.
+struct RunningConsent {
+    PatientKey patient;
+    bool deformity = false; ///< 変形徒手
+    int months = 0;         ///< with which the row's period was reckoned; 0 when not recorded
+    QDate consentDay;
+    Period period;
+};
+
+/// Reckons and explains periods for the list. The list's model asks it; a test may put its own in place.
+class PeriodAdvisor {
+public:
+    virtual ~PeriodAdvisor() = default;
+
+    /// The re-consent date to propose for a row that was received without one; invalid for none.
+    virtual QDate reconsentDay(const RunningConsent &running) = 0;
+    /// Whether a massage row's re-consent date goes for the patient's deformity-correction row too.
+    virtual bool followsMassage() const = 0;
+    /// The period after the running one for a re-consent on the given day.
+    virtual Period nextPeriod(const RunningConsent &running, const QDate &reconsent) = 0;
+    /// How the next period comes about, and whether the given one differs from the rule.
+    virtual QString explainNext(const RunningConsent &running, const QDate &reconsent,
+                                const Period &next) = 0;
+    /// How the running period came about, and whether it differs from the rule.
+    virtual QString explainRunning(const RunningConsent &running) = 0;
+};
