@@ -1,8 +1,9 @@
 #include "app/base/codepage932.h"
 
+#include "app/base/kana.h"
+
 #include <array>
 #include <unicode/ucnv.h>
-#include <unicode/unorm2.h>
 #include <vector>
 
 namespace {
@@ -111,7 +112,6 @@ char16_t near(char16_t c) {
     case u'〜':
         return u'～';
     case u'−':
-        return u'－';
     case u'–':
         return u'－';
     case u'—':
@@ -145,14 +145,6 @@ Step932 stepOf(quint16 c, int characters, bool touched) {
     return {c, qint8(c > 0xFF ? 2 : 1), qint8(characters), touched};
 }
 
-/// The kana that a base and a separate voiced mark make up, 0 when they make none.
-char16_t joined(char16_t base, char16_t mark) {
-    UErrorCode status = U_ZERO_ERROR;
-    const UNormalizer2 *nfc = unorm2_getNFCInstance(&status);
-    const UChar32 c = U_SUCCESS(status) ? unorm2_composePair(nfc, base, mark) : U_SENTINEL;
-    return c > 0 && c < 0x10000 ? char16_t(c) : char16_t(0);
-}
-
 } // namespace
 
 Step932 step932(QStringView text, qsizetype at) {
@@ -161,8 +153,8 @@ Step932 step932(QStringView text, qsizetype at) {
     if (c < 0x80)
         return {c, 1, 1, false};
     const auto &codes = tables().fromUnicode;
-    if (next == u'\u3099' || next == u'\u309A')
-        if (const char16_t kana = joined(c, next); kana != 0 && codes[kana] != 0)
+    if (next == voicedMark || next == halfVoicedMark)
+        if (const char16_t kana = joinedKana(c, next); kana != 0 && codes[kana] != 0)
             return stepOf(codes[kana], 2, true);
     if (codes[c] != 0)
         return stepOf(codes[c], 1, false);

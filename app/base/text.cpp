@@ -1,6 +1,7 @@
 #include "app/base/text.h"
 
 #include "app/base/codepage932.h"
+#include "app/base/kana.h"
 
 #include <array>
 #include <memory>
@@ -9,9 +10,6 @@
 #include <unicode/unorm2.h>
 
 namespace {
-
-constexpr char16_t voicedMark = u'\u3099';     // ゛ as a combining mark
-constexpr char16_t halfVoicedMark = u'\u309A'; // ゜
 
 std::unique_ptr<icu::Transliterator> makeTransliterator(const char16_t *id) {
     UErrorCode status = U_ZERO_ERROR;
@@ -41,6 +39,17 @@ QString transliterated(const icu::Transliterator &transliterator, QStringView te
 
 using FoldTable = std::array<char16_t, 0x10000>;
 
+/// The ordinary form of a full-width or half-width character, 0 when there is none. Asked of the normaliser:
+/// to build a transliterator takes milliseconds of the first search.
+char16_t twinOf(char16_t c) {
+    UErrorCode status = U_ZERO_ERROR;
+    std::array<char16_t, 4> twin;
+    const UNormalizer2 *nfkc = unorm2_getNFKCInstance(&status);
+    const int32_t length =
+        U_SUCCESS(status) ? unorm2_getDecomposition(nfkc, c, twin.data(), int32_t(twin.size()), &status) : 0;
+    return U_SUCCESS(status) && length == 1 ? twin[0] : char16_t(0);
+}
+
 /// What each character is compared as. Half-width kana become full-width, hiragana katakana, full-width
 /// letters and signs half-width, letters small.
 FoldTable makeFoldTable() {
@@ -54,28 +63,18 @@ FoldTable makeFoldTable() {
         table[c] = char16_t(c + katakanaFromHiragana);
     table[u'ゝ'] = u'ヽ';
     table[u'ゞ'] = u'ヾ';
-    for (char16_t c = u'\uFF01'; c <= u'\uFF9F'; ++c) {
-        const bool kana = c >= u'\uFF61';
-        const QString other = transliterated(kana ? toFull() : toHalf(), QStringView(&c, 1));
-        if (other.size() == 1)
-            table[c] = char16_t(u_foldCase(other[0].unicode(), U_FOLD_CASE_DEFAULT));
-    }
+    for (char16_t c = u'\uFF01'; c <= u'\uFF9F'; ++c)
+        if (const char16_t twin = twinOf(c); twin != 0)
+            table[c] = char16_t(u_foldCase(twin, U_FOLD_CASE_DEFAULT));
     table[u'\u3000'] = u' ';
-    table[u'ﾞ'] = table[u'゛'] = voicedMark;
-    table[u'ﾟ'] = table[u'゜'] = halfVoicedMark;
+    table[u'゛'] = voicedMark;
+    table[u'゜'] = halfVoicedMark;
     return table;
 }
 
 const FoldTable &foldTable() {
     static const FoldTable table = makeFoldTable();
     return table;
-}
-
-char16_t composed(char16_t base, char16_t mark) {
-    UErrorCode status = U_ZERO_ERROR;
-    const UNormalizer2 *nfc = unorm2_getNFCInstance(&status);
-    const UChar32 c = U_SUCCESS(status) ? unorm2_composePair(nfc, base, mark) : U_SENTINEL;
-    return c > 0 && c < 0x10000 ? char16_t(c) : char16_t(0);
 }
 
 /// UTF-16 units of the longest front of the text that takes at most `bytes` bytes.
@@ -132,7 +131,7 @@ QString foldForSearch(const QString &text) {
     for (qsizetype i = same; i < text.size(); ++i) {
         const char16_t c = table[text[i].unicode()];
         if ((c == voicedMark || c == halfVoicedMark) && out != folded.constData())
-            if (const char16_t kana = composed(out[-1].unicode(), c); kana != 0) {
+            if (const char16_t kana = joinedKana(out[-1].unicode(), c); kana != 0) {
                 out[-1] = QChar(kana);
                 continue;
             }
