@@ -100,8 +100,9 @@ bool makeAll(const QDir &folder, const QString &database, const SampleOptions &o
     for (const QStringView name :
          {SampleFolder::system, SampleFolder::temporary, SampleFolder::icons, SampleFolder::data})
         folder.mkpath(name.toString());
-    return makeDatabase(database, options, reason) && writeSettings(folder, database, reason) &&
-           writePictures(folder, reason) && placeMenu(folder, options.programs, reason) &&
+    // The database last, for it takes longest.
+    return placeMenu(folder, options.programs, reason) && writeSettings(folder, database, reason) &&
+           writePictures(folder, reason) && makeDatabase(database, options, reason) &&
            writeFileWhole(folder.filePath(markName()), finished, reason);
 }
 

@@ -65,7 +65,7 @@ int main(int argc, char **argv) {
     QCommandLineParser parser;
     describeOptions(parser);
     if (!parser.parse(app.arguments())) {
-        say(stderr, u"引数が正しくありません：%1"_s.arg(parser.unknownOptionNames().join(u", "_s)));
+        say(stderr, u"引数が正しくありません：%1"_s.arg(parser.errorText()));
         return 2;
     }
     if (parser.isSet(u"help"_s)) {

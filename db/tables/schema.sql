@@ -12,7 +12,8 @@
 -- The sibling programs delete and rewrite patients, doctors and facilities in an order of their own.
 -- A foreign key on those would stop them, so only the settings of a branch have one.
 
--- Branches. Sub-number 0 is the head row of a branch code and is never offered. iUsedFlg: 1 in use, 2 in use for searches only, 0 closed.
+-- Branches. Sub-number 0 is the head row of a branch code and is never offered. iUsedFlg: 1 in use, 2 in
+-- use for searches only, 0 closed.
 CREATE TABLE KYOTEN (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,
@@ -98,7 +99,8 @@ CREATE TABLE CORP (
     CONSTRAINT PK_CORP PRIMARY KEY (iKyotenCd, iKyotenEb, nIDNo)
 );
 
--- Switches of a branch that the consent work reads. iDouiUpdatePermitDay: day of the month, Null or 0 means 11, -1 the last day.
+-- Switches of a branch that the consent work reads. iDouiUpdatePermitDay: day of the month, Null or 0
+-- means 11, -1 the last day.
 CREATE TABLE CORP_SUB (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,
@@ -128,7 +130,8 @@ CREATE TABLE CORP_SUB (
     CONSTRAINT FK_CORP_SUB_KYOTEN FOREIGN KEY (iKyotenCd, iKyotenEb) REFERENCES KYOTEN (iKyotenCd, iKyotenEb)
 );
 
--- Facilities: medical institutions, homes, care offices. cDouiIrai: how consent requests go to this institution.
+-- Facilities: medical institutions, homes, care offices. cDouiIrai: how consent requests go to this
+-- institution.
 CREATE TABLE SISETSU (
     nIDNo INT NOT NULL,
     iType SMALLINT,
@@ -326,7 +329,8 @@ CREATE TABLE HOKENJA (
     CONSTRAINT PK_HOKENJA PRIMARY KEY (cHokenNo)
 );
 
--- Form master. iPrintType: 1 consent form, 2 request letter. iKubun: 0 initial consent, else re-consent. Branch 0 holds the forms of the whole practice.
+-- Form master. iPrintType: 1 consent form, 2 request letter. iKubun: 0 initial consent, else re-consent.
+-- Branch 0 holds the forms of the whole practice.
 CREATE TABLE SHINSEISYO (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,
@@ -463,7 +467,8 @@ CREATE TABLE RIYOUSHA (
     CONSTRAINT PK_RIYOUSHA PRIMARY KEY (iKyotenCd, iKyotenEb, nIDNo)
 );
 
--- Addresses, facilities and document settings of a patient. iIsiCd2 is a doctor code and so a text, as DOCTOR.cIDNo is.
+-- Addresses, facilities and document settings of a patient. iIsiCd2 is a doctor code and so a text, as
+-- DOCTOR.cIDNo is.
 CREATE TABLE RIYOUSHA_SUB (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,
@@ -507,7 +512,8 @@ CREATE TABLE RIYOUSHA_SUB (
     CONSTRAINT PK_RIYOUSHA_SUB PRIMARY KEY (iKyotenCd, iKyotenEb, nIDNo)
 );
 
--- Consents, one row each. nDate and nHenkeiDouiDate are numbers yyyymmdd, nHenkeiDouiDate is 0 on massage and acupuncture rows.
+-- Consents, one row each. nDate and nHenkeiDouiDate are numbers yyyymmdd, nHenkeiDouiDate is 0 on massage
+-- and acupuncture rows.
 CREATE TABLE RIYOUSHA_DOUI_REC (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,
