@@ -1,5 +1,5 @@
+#include "consent/rules/period.h"
 #include "db/adodb.h"
-#include "sample/consents.h"
 #include "sample/sample_database.h"
 #include "tests/support/test_environment.h"
 
@@ -114,8 +114,8 @@ TEST_P(OnDay, NothingContradictsItself) {
 
 TEST_P(OnDay, EveryPeriodFollowsTheMidMonthRule) {
     Sample sample(GetParam());
-    const Recordset rows =
-        sample.read(u"SELECT tDouiDay, tDouiKaryoE, nDouiUpMonth FROM RIYOUSHA_DOUI_REC"_s);
+    const Recordset rows = sample.read(
+        u"SELECT tDouiDay, tDouiKaryoE, nDouiUpMonth, tDouiKaryoS, iHenkeiFlg FROM RIYOUSHA_DOUI_REC"_s);
     ASSERT_GT(rows.rowCount(), 600);
     for (int row = 0; row < rows.rowCount(); ++row) {
         const QDate day = rows.date(row, 0);
@@ -125,6 +125,10 @@ TEST_P(OnDay, EveryPeriodFollowsTheMidMonthRule) {
         ASSERT_EQ(end.day(), end.daysInMonth()) << rows.text(row, 1).toStdString();
         ASSERT_EQ((end.year() - turned.year()) * 12 + end.month() - turned.month(), rows.number(row, 2))
             << rows.text(row, 0).toStdString();
+        // Nor does the program's own rule find a difference to tell of.
+        const Period stored{rows.date(row, 3), end};
+        const PeriodRule rule = rows.number(row, 4) == 0 ? periodRule({}) : deformityRule({}, 1);
+        ASSERT_EQ(reckonStored(day, stored, rule, nullptr).period, stored) << rows.text(row, 0).toStdString();
     }
 }
 
