@@ -42,7 +42,7 @@ void fill(QDate &field, int seed) {
     field = QDate(2026, 11, 21).addDays(seed);
 }
 
-template <class R> void fillColumn(R &record, const Column<R> &column, int seed) {
+template <class R> void fillColumn(R &record, const TableColumn<R> &column, int seed) {
     std::visit([&](auto member) { fill(record.*member, seed); }, column.member);
 }
 
@@ -50,7 +50,7 @@ template <class R> void fillColumn(R &record, const Column<R> &column, int seed)
 template <class R> R keyed(int differing = -1) {
     R record;
     int position = 0;
-    for (const Column<R> &column : R::table().columns) {
+    for (const TableColumn<R> &column : R::table().columns) {
         if (column.use == ColumnUse::Key)
             fillColumn(record, column, position == differing ? position + 1 : position);
         ++position;
@@ -62,7 +62,7 @@ template <class R> R keyed(int differing = -1) {
 /// key's values; another seed gives other values.
 template <class R> R filled(int seed) {
     R record = keyed<R>();
-    for (const Column<R> &column : R::table().columns)
+    for (const TableColumn<R> &column : R::table().columns)
         if (column.use != ColumnUse::Key)
             fillColumn(record, column, seed++);
     return record;
@@ -73,7 +73,7 @@ template <class R> QStringList written(const R &record) {
     const QStringList literals = R::table().literals(record);
     QStringList list;
     for (qsizetype i = 0; i < literals.size(); ++i) {
-        const Column<R> &column = R::table().columns[size_t(i)];
+        const TableColumn<R> &column = R::table().columns[size_t(i)];
         if (column.use == ColumnUse::Key || column.use == ColumnUse::Value)
             list += column.name.toString() + u'=' + literals[i];
     }
@@ -120,7 +120,7 @@ TYPED_TEST_SUITE(RoundTrip, Records);
 // A column that the record lacks would be lost when a row is written anew.
 TYPED_TEST(RoundTrip, TheRecordHasEveryColumnOfTheSchema) {
     QStringList record;
-    for (const Column<TypeParam> &column : TypeParam::table().columns)
+    for (const TableColumn<TypeParam> &column : TypeParam::table().columns)
         if (column.use != ColumnUse::Joined)
             record += column.name.toString().toLower();
     Recordset rows;

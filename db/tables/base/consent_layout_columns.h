@@ -5,7 +5,7 @@
 
 /// The columns of the twelve settings, for a record class R that holds them.
 template <class R>
-inline constexpr auto consentLayoutColumns = std::to_array<Column<R>>({
+inline constexpr auto consentLayoutColumns = std::to_array<TableColumn<R>>({
     {u"iSyokaiDouiON", &R::iSyokaiDouiON},
     {u"iSyokaiDouiMasTypeNo", &R::iSyokaiDouiMasTypeNo},
     {u"iSyokaiDouiHariTypeNo", &R::iSyokaiDouiHariTypeNo},

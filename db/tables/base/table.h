@@ -10,7 +10,7 @@
 #include <vector>
 
 /// One column of record class R.
-template <class R> struct Column {
+template <class R> struct TableColumn {
     QStringView name;
     Member<R> member;
     ColumnUse use = ColumnUse::Value;
@@ -18,8 +18,9 @@ template <class R> struct Column {
 };
 
 /// Columns given in several parts, in one array.
-template <class R, size_t... sizes> constexpr auto joinColumns(const std::array<Column<R>, sizes> &...parts) {
-    std::array<Column<R>, (sizes + ...)> columns;
+template <class R, size_t... sizes>
+constexpr auto joinColumns(const std::array<TableColumn<R>, sizes> &...parts) {
+    std::array<TableColumn<R>, (sizes + ...)> columns;
     auto end = columns.begin();
     ((end = std::copy(parts.begin(), parts.end(), end)), ...);
     return columns;
@@ -28,13 +29,13 @@ template <class R, size_t... sizes> constexpr auto joinColumns(const std::array<
 /// A table and its columns in the record's order. Every record class gives its own through R::table().
 template <class R> struct TableDefinition {
     QStringView name;
-    std::span<const Column<R>> columns;
+    std::span<const TableColumn<R>> columns;
     QStringView joins = {}; ///< follows the table's name after FROM
 
     TableText text() const {
         TableText text{name, {}, joins};
         text.columns.reserve(columns.size());
-        for (const Column<R> &column : columns)
+        for (const TableColumn<R> &column : columns)
             text.columns.push_back({column.name, column.use, column.source});
         return text;
     }
@@ -42,7 +43,7 @@ template <class R> struct TableDefinition {
     QStringList literals(const R &record) const {
         QStringList literals;
         literals.reserve(qsizetype(columns.size()));
-        for (const Column<R> &column : columns)
+        for (const TableColumn<R> &column : columns)
             literals.append(
                 std::visit([&](auto member) { return sqlLiteral(record.*member); }, column.member));
         return literals;
@@ -51,7 +52,7 @@ template <class R> struct TableDefinition {
     R read(const Recordset &rows, int row) const {
         R record;
         int position = 0;
-        for (const Column<R> &column : columns) {
+        for (const TableColumn<R> &column : columns) {
             std::visit([&](auto member) { readField(rows, row, position, record.*member); }, column.member);
             ++position;
         }

@@ -8,7 +8,7 @@ template class Table<cD_CAREMANE>;
 
 namespace {
 
-constexpr Column<cD_CAREMANE> columns[] = {
+constexpr TableColumn<cD_CAREMANE> columns[] = {
     {u"nIDNo", &cD_CAREMANE::nIDNo, ColumnUse::Key},
     {u"cName", &cD_CAREMANE::cName},
     {u"cNameKana", &cD_CAREMANE::cNameKana},

@@ -8,7 +8,7 @@ template class Table<cD_CODE>;
 
 namespace {
 
-constexpr Column<cD_CODE> columns[] = {
+constexpr TableColumn<cD_CODE> columns[] = {
     {u"iBunrui", &cD_CODE::iBunrui, ColumnUse::Key},
     {u"nIDNo", &cD_CODE::nIDNo, ColumnUse::Key},
     {u"cName", &cD_CODE::cName},

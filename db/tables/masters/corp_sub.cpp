@@ -6,7 +6,7 @@ template class Table<cD_CORP_SUB>;
 
 namespace {
 
-constexpr auto columns = joinColumns(std::to_array<Column<cD_CORP_SUB>>({
+constexpr auto columns = joinColumns(std::to_array<TableColumn<cD_CORP_SUB>>({
                                          {u"iKyotenCd", &cD_CORP_SUB::iKyotenCd, ColumnUse::Key},
                                          {u"iKyotenEb", &cD_CORP_SUB::iKyotenEb, ColumnUse::Key},
                                          {u"iDouiUpdatePermitDay", &cD_CORP_SUB::iDouiUpdatePermitDay},
@@ -20,7 +20,7 @@ constexpr auto columns = joinColumns(std::to_array<Column<cD_CORP_SUB>>({
                                          {u"cDouiByoumei2_Def", &cD_CORP_SUB::cDouiByoumei2_Def},
                                      }),
                                      consentLayoutColumns<cD_CORP_SUB>,
-                                     std::to_array<Column<cD_CORP_SUB>>({
+                                     std::to_array<TableColumn<cD_CORP_SUB>>({
                                          {u"tUpDateTime", &cD_CORP_SUB::tUpDateTime, ColumnUse::UpDateTime},
                                      }));
 constexpr TableDefinition<cD_CORP_SUB> definition{u"CORP_SUB", columns};

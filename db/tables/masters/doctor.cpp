@@ -13,7 +13,7 @@ template class Table<cD_DOCTOR>;
 namespace {
 
 constexpr auto columns = joinColumns(
-    std::to_array<Column<cD_DOCTOR>>({
+    std::to_array<TableColumn<cD_DOCTOR>>({
         {u"cIDNo", &cD_DOCTOR::cIDNo, ColumnUse::Key},
         {u"cName", &cD_DOCTOR::cName},
         {u"cNameKana", &cD_DOCTOR::cNameKana},
@@ -38,7 +38,7 @@ constexpr auto columns = joinColumns(
         {u"iHandWritingFlg", &cD_DOCTOR::iHandWritingFlg},
     }),
     consentLayoutColumns<cD_DOCTOR>,
-    std::to_array<Column<cD_DOCTOR>>({
+    std::to_array<TableColumn<cD_DOCTOR>>({
         {u"cPcName", &cD_DOCTOR::cPcName, ColumnUse::PcName},
         {u"tUpDateTime", &cD_DOCTOR::tUpDateTime, ColumnUse::UpDateTime},
     }));

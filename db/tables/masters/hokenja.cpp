@@ -6,7 +6,7 @@ template class Table<cD_HOKENJA>;
 
 namespace {
 
-constexpr Column<cD_HOKENJA> columns[] = {
+constexpr TableColumn<cD_HOKENJA> columns[] = {
     {u"cHokenNo", &cD_HOKENJA::cHokenNo, ColumnUse::Key},
     {u"cHokenJName", &cD_HOKENJA::cHokenJName},
     {u"cHokenJNameKana", &cD_HOKENJA::cHokenJNameKana},

@@ -6,7 +6,7 @@ template class Table<cD_KYOTEN>;
 
 namespace {
 
-constexpr Column<cD_KYOTEN> columns[] = {
+constexpr TableColumn<cD_KYOTEN> columns[] = {
     {u"iKyotenCd", &cD_KYOTEN::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_KYOTEN::iKyotenEb, ColumnUse::Key},
     {u"cKyotenName", &cD_KYOTEN::cKyotenName},

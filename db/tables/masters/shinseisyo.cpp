@@ -9,7 +9,7 @@ template class Table<cD_SHINSEISYO>;
 
 namespace {
 
-constexpr Column<cD_SHINSEISYO> columns[] = {
+constexpr TableColumn<cD_SHINSEISYO> columns[] = {
     {u"iKyotenCd", &cD_SHINSEISYO::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_SHINSEISYO::iKyotenEb, ColumnUse::Key},
     {u"nIDNo", &cD_SHINSEISYO::nIDNo, ColumnUse::Key},

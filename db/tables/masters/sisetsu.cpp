@@ -9,7 +9,7 @@ template class Table<cD_SISETSU>;
 
 namespace {
 
-constexpr Column<cD_SISETSU> columns[] = {
+constexpr TableColumn<cD_SISETSU> columns[] = {
     {u"nIDNo", &cD_SISETSU::nIDNo, ColumnUse::Key},
     {u"iType", &cD_SISETSU::iType},
     {u"cSisetsuType", &cD_SISETSU::cSisetsuType},

@@ -8,7 +8,7 @@ template class Table<cD_SOUDAN>;
 
 namespace {
 
-constexpr Column<cD_SOUDAN> columns[] = {
+constexpr TableColumn<cD_SOUDAN> columns[] = {
     {u"iKyotenCd", &cD_SOUDAN::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_SOUDAN::iKyotenEb, ColumnUse::Key},
     {u"nIDNo", &cD_SOUDAN::nIDNo, ColumnUse::Key},

@@ -9,7 +9,7 @@ template class Table<cD_STAFF>;
 
 namespace {
 
-constexpr Column<cD_STAFF> columns[] = {
+constexpr TableColumn<cD_STAFF> columns[] = {
     {u"nIDNo", &cD_STAFF::nIDNo, ColumnUse::Key},
     {u"iKyotenCd", &cD_STAFF::iKyotenId, ColumnUse::Key},
     {u"iKyotenEb", &cD_STAFF::iKyotenEb, ColumnUse::Key},

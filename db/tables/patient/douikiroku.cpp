@@ -9,7 +9,7 @@ template class Table<cD_DOUIKIROKU>;
 
 namespace {
 
-constexpr Column<cD_DOUIKIROKU> columns[] = {
+constexpr TableColumn<cD_DOUIKIROKU> columns[] = {
     {u"iKyotenCd", &cD_DOUIKIROKU::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_DOUIKIROKU::iKyotenEb, ColumnUse::Key},
     {u"nIDNo", &cD_DOUIKIROKU::nIDNo, ColumnUse::Key},

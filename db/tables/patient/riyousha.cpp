@@ -8,7 +8,7 @@ template class Table<cD_RIYOUSHA>;
 
 namespace {
 
-constexpr Column<cD_RIYOUSHA> columns[] = {
+constexpr TableColumn<cD_RIYOUSHA> columns[] = {
     {u"iKyotenCd", &cD_RIYOUSHA::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_RIYOUSHA::iKyotenEb, ColumnUse::Key},
     {u"nIDNo", &cD_RIYOUSHA::nIDNo, ColumnUse::Key},

@@ -8,7 +8,7 @@ template class Table<cD_RIYOUSHA_DOUI_REC>;
 
 namespace {
 
-constexpr Column<cD_RIYOUSHA_DOUI_REC> columns[] = {
+constexpr TableColumn<cD_RIYOUSHA_DOUI_REC> columns[] = {
     {u"iKyotenCd", &cD_RIYOUSHA_DOUI_REC::iKyotenCd, ColumnUse::Key},
     {u"iKyotenEb", &cD_RIYOUSHA_DOUI_REC::iKyotenEb, ColumnUse::Key},
     {u"nIDNo", &cD_RIYOUSHA_DOUI_REC::nIDNo, ColumnUse::Key},

@@ -10,7 +10,7 @@ template class Table<cD_RIYOUSHA_SUB>;
 namespace {
 
 constexpr auto columns =
-    joinColumns(std::to_array<Column<cD_RIYOUSHA_SUB>>({
+    joinColumns(std::to_array<TableColumn<cD_RIYOUSHA_SUB>>({
                     {u"iKyotenCd", &cD_RIYOUSHA_SUB::iKyotenCd, ColumnUse::Key},
                     {u"iKyotenEb", &cD_RIYOUSHA_SUB::iKyotenEb, ColumnUse::Key},
                     {u"nIDNo", &cD_RIYOUSHA_SUB::nIDNo, ColumnUse::Key},
@@ -38,7 +38,7 @@ constexpr auto columns =
                     {u"cAtenaS0Renraku", &cD_RIYOUSHA_SUB::cAtenaS0Renraku},
                 }),
                 consentLayoutColumns<cD_RIYOUSHA_SUB>,
-                std::to_array<Column<cD_RIYOUSHA_SUB>>({
+                std::to_array<TableColumn<cD_RIYOUSHA_SUB>>({
                     {u"cPcName", &cD_RIYOUSHA_SUB::cPcName, ColumnUse::PcName},
                     {u"tUpDateTime", &cD_RIYOUSHA_SUB::tUpDateTime, ColumnUse::UpDateTime},
                 }));
