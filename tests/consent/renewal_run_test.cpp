@@ -91,6 +91,13 @@ TEST_F(RenewalRuns, RowsThatWouldDestroyEachOtherAreRefused) {
     EXPECT_EQ(rows.all().size(), 5);
 }
 
+TEST_F(RenewalRuns, RowThatIsTickedTwiceIsRenewedOnce) {
+    const RenewalRow row = rowOf(1, {2026, 5, 20});
+    insert(row);
+    EXPECT_EQ(outcomes(run.renew({row, row})), (QList{Renewed, Refused}));
+    EXPECT_EQ(rows.all().size(), 2);
+}
+
 TEST_F(RenewalRuns, FailureOfOneRowDoesNotStopTheOthersAndALostConnectionDoes) {
     QList<RenewalRow> ticked;
     for (qint32 patient = 1; patient <= 3; ++patient) {
