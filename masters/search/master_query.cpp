@@ -22,13 +22,13 @@ Source sourceOf(Master master, const Branch &office) {
         "SISETSU.cSisetsuType AS kind, SISETSU.cAddress1 AS address, SISETSU.cTelNo AS tel"_s;
     switch (master) {
     case Master::Doctor:
-        return {u"DOCTOR.cIDno"_s,
-                true,
-                u"DOCTOR.cName AS name, DOCTOR.cNameKana AS kana, DOCTOR.cKikan AS kikan, "
-                "SISETSU.cShamei1 AS hospital, DOCTOR.cTelNo AS tel"_s,
-                u"DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode"_s,
-                {},
-                u"CAST(DOCTOR.cIDno AS NUMERIC(10))"_s};
+        return {
+            u"DOCTOR.cIDno"_s,
+            true,
+            u"DOCTOR.cName AS name, DOCTOR.cNameKana AS kana, DOCTOR.cKikan AS kikan, DOCTOR.cTelNo AS tel"_s,
+            u"DOCTOR"_s,
+            {},
+            u"CAST(DOCTOR.cIDno AS NUMERIC(10))"_s};
     case Master::Hospital:
         // A hospital without a doctor would filter every consent away.
         return {u"SISETSU.nIDNo"_s,

@@ -21,13 +21,13 @@ struct Look {
 
 Look lookOf(Master master) {
     const QList<PickListColumn> ofFacility{
-        {u"種別"_s, u"kind"_s}, {u"住所"_s, u"address"_s}, {u"TEL"_s, u"tel"_s}};
+        {u"種別"_s, u"kind"_s}, {u"TEL"_s, u"tel"_s}, {u"住所"_s, u"address"_s}};
     switch (master) {
     case Master::Doctor:
         return {u"frm医師検索"_s,
                 u"医師検索"_s,
                 u"該当する医師データがありません。"_s,
-                {{u"医療機関"_s, u"kikan"_s}, {u"病院"_s, u"hospital"_s}, {u"TEL"_s, u"tel"_s}},
+                {{u"TEL"_s, u"tel"_s}, {u"医療機関"_s, u"kikan"_s}},
                 true,
                 u"医師名"_s};
     case Master::Hospital:
@@ -40,7 +40,7 @@ Look lookOf(Master master) {
         return {u"frm保険者検索"_s,
                 u"保険者検索"_s,
                 u"該当する保険者データがありません。"_s,
-                {{u"住所"_s, u"address"_s}, {u"TEL"_s, u"tel"_s}},
+                {{u"TEL"_s, u"tel"_s}, {u"住所"_s, u"address"_s}},
                 false,
                 u"保険者名"_s};
     case Master::Counsellor:
@@ -49,7 +49,7 @@ Look lookOf(Master master) {
     return {u"frm相談者検索"_s,
             u"相談者検索"_s,
             u"該当する相談者データがありません。"_s,
-            {{u"所属"_s, u"facility"_s}, {u"TEL"_s, u"tel"_s}},
+            {{u"TEL"_s, u"tel"_s}, {u"所属"_s, u"facility"_s}},
             true,
             u"相談者名"_s};
 }
