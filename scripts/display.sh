@@ -1,11 +1,14 @@
 # A virtual screen, for machines without one. Everything started here is stopped by stop_display.
 
 display_pids=()
+display_folder=
 
 # start_display SIZE: an X server on a free display that no network reaches, with a window manager.
 start_display() {
     local number_file
-    number_file=$(mktemp)
+    display_folder=$(mktemp -d)
+    number_file=$display_folder/number
+    export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$display_folder}"
     Xvfb -displayfd 5 -screen 0 "${1}x24" -nolisten tcp -noreset 5>"$number_file" >/dev/null 2>&1 </dev/null &
     display_pids+=($!)
     for _ in $(seq 100); do
@@ -13,7 +16,6 @@ start_display() {
         sleep 0.1
     done
     DISPLAY=":$(cat "$number_file")"
-    rm -f "$number_file"
     [ "$DISPLAY" != ":" ] || die "The virtual screen (Xvfb) does not start."
     export DISPLAY
     unset WAYLAND_DISPLAY
@@ -62,4 +64,5 @@ stop_display() {
         wait "${display_pids[i]}" 2>/dev/null || true
     done
     display_pids=()
+    [ -z "$display_folder" ] || rm -rf "$display_folder"
 }

@@ -26,10 +26,40 @@ make_tour() {
     rm -f "$tour_shots"/*.png
     make_installation "$1"
     start_display "${TOUR_SIZE:-1280x800}"
+    tour_refused_mode "$1"
+    tour_printing "$1"
     tour_start "$1"
     tour_list
     tour_end
     say "$tour_count screenshots in $tour_shots/"
+}
+
+# The program goes back to the menu program, which is closed.
+leave_menu() {
+    window '業務メニュー'
+    [ $# -eq 0 ] || shot "$1"
+    key F12
+    gone '業務メニュー'
+}
+
+tour_refused_mode() {
+    start_program "$1" 3
+    window '　エラー！！'
+    shot mode-not-set
+    key Return
+    gone '　エラー！！'
+    window '同意書管理'
+    shot cannot-start
+    key Return
+    leave_menu
+}
+
+tour_printing() {
+    start_program "$1" 0
+    window '同意書印刷'
+    shot consent-printing
+    key F12
+    wait "$program_pid" || die "The program ended with an error."
 }
 
 # A start without a mode asks for one.
@@ -47,9 +77,8 @@ tour_list() {
     shot searched-again
 }
 
-# The list goes back to the menu program.
 tour_end() {
     key F12
+    leave_menu menu-program
     wait "$program_pid" || die "The program ended with an error."
-    shot menu-program
 }

@@ -1,0 +1,58 @@
+#include "app/screens.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/forms/back_form.h"
+#include "app/forms/consent_print_placeholder.h"
+#include "app/forms/input_box.h"
+#include "consent/list/consent_list_form.h"
+
+namespace {
+
+class ListScreen : public ConsentListScreen {
+public:
+    explicit ListScreen(Environment &environment) : m_form(environment) {}
+    short iInit(cT_ADODB &db, short number) override { return m_form.iInit(db, number); }
+    QString sErrMsg() const override { return m_form.sErrMsg(); }
+    void showModal() override { m_form.exec(); }
+
+private:
+    frm同意書管理 m_form;
+};
+
+class PrintScreen : public ConsentPrintScreen {
+public:
+    short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3,
+                short number) override {
+        return m_form.iInit(db, text1, text2, text3, number);
+    }
+    QString sErrMsg() const override { return m_form.sErrMsg(); }
+    void showModal() override { m_form.exec(); }
+
+private:
+    frm同意書印刷 m_form;
+};
+
+} // namespace
+
+QString QtTextInput::ask(const QString &prompt, const QString &title, const QString &proposal) {
+    InputBox box(prompt, title, proposal);
+    return box.exec() == QDialog::Accepted ? box.text() : QString();
+}
+
+QtScreens::QtScreens(Environment &environment) : m_environment(environment) {}
+QtScreens::~QtScreens() = default;
+
+void QtScreens::showBackground() {
+    const Folders &folders = m_environment.folders;
+    m_back = std::make_unique<frmBack>(frmBack::findPicture({folders.program(), folders.icons()}));
+    m_back->showMaximized();
+}
+
+std::unique_ptr<ConsentListScreen> QtScreens::makeConsentList() {
+    return std::make_unique<ListScreen>(m_environment);
+}
+
+std::unique_ptr<ConsentPrintScreen> QtScreens::makePrintScreen() {
+    return std::make_unique<PrintScreen>();
+}
