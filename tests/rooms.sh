@@ -4,31 +4,34 @@
 #   rooms.sh --self-test  checks that offences are found
 set -euo pipefail
 
-# The rooms of ours that a file may include, by its place; the first line that fits counts.
-allowed_rooms() {
+# Whether the build puts a file into the library without widgets.
+declare -A core
+is_core() { [ -n "${core[$1]:-}" ]; }
+
+# The rooms that a file may include, by its place; the first line that fits counts.
+set_allowed() {
     local base='app/base' db='app/base db' forms='widgets app/forms'
     case "$1" in
-    app/base/*) echo "$base" ;;
-    app/forms/*) echo "$base db $forms" ;;
-    app/*) echo "$db consent masters print $forms app" ;;
-    db/*) echo "$db" ;;
-    widgets/*) echo "$db widgets" ;;
-    viewer/*) echo "$base viewer" ;;
-    sample/*) echo "$db widgets sample" ;;
-    print/*_form.* | print/*_panel.*) echo "$db print $forms" ;;
-    print/*) echo "$db print" ;;
-    *) is_core "$1" && echo "$db consent masters print" || echo "$db consent masters print $forms" ;;
+    app/base/*) allowed=$base ;;
+    app/forms/*) allowed="$db $forms" ;;
+    app/*) allowed="$db consent masters print $forms app" ;;
+    db/*) allowed=$db ;;
+    widgets/*) allowed="$db widgets" ;;
+    viewer/*) allowed="$base viewer" ;;
+    sample/*) allowed="$db widgets sample" ;;
+    print/*) allowed="$db print" ;;
+    *) allowed="$db consent masters print" ;;
     esac
+    if ! is_core "$1" && [[ $1 =~ ^(print|consent|masters)/ ]]; then
+        allowed+=" $forms"
+    fi
 }
 
-# Whether the build puts a file into the library without widgets.
-is_core() { grep -qxF "$1" "$core_files"; }
-
-room_of() {
-    case "$1" in
-    app/base/* | app/forms/*) echo "${1%%/*}/$(cut -d/ -f2 <<<"$1")" ;;
-    *) echo "${1%%/*}" ;;
-    esac
+set_room() {
+    room=${1%%/*}
+    if [[ $1 =~ ^app/(base|forms)/ ]]; then
+        room=app/${BASH_REMATCH[1]}
+    fi
 }
 
 offence() {
@@ -37,46 +40,57 @@ offence() {
 }
 
 check_includes() {
-    local file=$1 included room allowed
-    allowed=" $(allowed_rooms "$file") "
-    while read -r included; do
-        room=$(room_of "$included")
-        [[ $allowed == *" $room "* ]] || offence "$file" "may not include $included"
-    done < <(sed -n 's/^ *# *include *"\([^"]*\/[^"]*\)".*/\1/p' "$file")
+    local file included room allowed
+    while IFS=: read -r file included; do
+        included=${included#*\"}
+        included=${included%\"*}
+        set_allowed "$file"
+        set_room "$included"
+        [[ " $allowed " == *" $room "* ]] || offence "$file" "may not include $included"
+    done < <(grep -HoE '^ *# *include *"[^"]+/[^"]+"' "${files[@]}")
 }
 
-check_trade() {
-    local file=$1
-    if is_core "$file" && grep -nE '# *include *(<Qt(Widgets|Gui|PrintSupport)/|"ui_|"[^"]*_form\.h")' "$file"; then
-        offence "$file" 'is in the core and may not name a widget'
-    fi
-    case "$file" in
-    *_form.* | *_panel.* | widgets/*)
-        if grep -nE 'u"[^"]*\b(SELECT|INSERT INTO|UPDATE [A-Z]|DELETE FROM)\b' "$file"; then
-            offence "$file" 'is a form and may hold no SQL'
-        fi
-        ;;
-    *_query.*)
-        if grep -n '"app/base/messages.h"' "$file"; then
-            offence "$file" 'reads rows and may not talk to the user'
-        fi
-        ;;
-    esac
+# refuse PATTERN WHY FILE…: no line of the files may fit the pattern.
+refuse() {
+    local pattern=$1 why=$2 found
+    shift 2
+    [ $# -gt 0 ] || return 0
+    while IFS= read -r found; do
+        offence "$found" "$why"
+    done < <(grep -HnE "$pattern" "$@")
 }
 
+check_trades() {
+    local file
+    local -a cores=() forms=() queries=()
+    for file in "${files[@]}"; do
+        if is_core "$file"; then cores+=("$file"); fi
+        case "$file" in
+        *_form.* | *_panel.* | widgets/*) forms+=("$file") ;;
+        *_query.*) queries+=("$file") ;;
+        esac
+    done
+    refuse '# *include *(<Qt(Widgets|Gui|PrintSupport)/|"ui_|"[^"]*_form\.h")' \
+        'the core may not name a widget' "${cores[@]}"
+    refuse 'u"[^"]*\b(SELECT|INSERT INTO|UPDATE [A-Z]|DELETE FROM)\b' 'a form may hold no SQL' "${forms[@]}"
+    refuse '"app/base/messages\.h"' 'a reader of rows may not talk to the user' "${queries[@]}"
+}
+
+# check TOP LIST
 check() {
-    core_files=$(realpath -e "$2")
+    local name list
+    list=$(realpath -e "$2")
+    while IFS= read -r name; do
+        [ -z "$name" ] || core[$name]=1
+    done <"$list"
     cd "$1"
     offences=0
-    local file count=0
-    while read -r file; do
-        count=$((count + 1))
-        check_includes "$file"
-        check_trade "$file"
-    done < <(find app db consent masters print widgets viewer sample \
+    mapfile -t files < <(find app db consent masters print widgets viewer sample \
         \( -name '*.h' -o -name '*.cpp' \) -print 2>/dev/null | sort)
-    [ "$count" -gt 0 ] || offence "$1" 'holds no sources'
-    echo "$count files, $offences offences"
+    [ ${#files[@]} -gt 0 ] || { echo "$1 holds no sources"; return 1; }
+    check_includes
+    check_trades
+    echo "${#files[@]} files, $offences offences"
     [ "$offences" -eq 0 ]
 }
 
