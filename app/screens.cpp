@@ -14,7 +14,11 @@ public:
     explicit ListScreen(Environment &environment) : m_form(environment) {}
     short iInit(cT_ADODB &db, short number) override { return m_form.iInit(db, number); }
     QString sErrMsg() const override { return m_form.sErrMsg(); }
-    void showModal() override { m_form.exec(); }
+    void showModal() override {
+        // Twenty columns want all the room there is.
+        m_form.setWindowState(m_form.windowState() | Qt::WindowMaximized);
+        m_form.exec();
+    }
 
 private:
     frm同意書管理 m_form;
