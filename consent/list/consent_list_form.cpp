@@ -6,6 +6,7 @@
 #include "app/base/processes.h"
 #include "app/base/settings.h"
 #include "consent/list/list_advisor.h"
+#include "consent/list/list_command_bar.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/list/list_order_form.h"
@@ -18,8 +19,8 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
-#include <QPushButton>
 #include <QScrollBar>
+#include <QSettings>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -39,6 +40,13 @@ constexpr LinkCommand linkCommands[] = {
     {u"mnHoliday", Setting::祝日考慮, &LinkOptions::holidays},
     {u"mnSameDouiDay", Setting::前回取得日連動, &LinkOptions::previousDay},
 };
+
+// Column widths and order are this user's own, not the practice's.
+QSettings windowSettings() {
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s);
+}
+
+const QString gridLayoutKey = u"consent_list/columns"_s;
 
 } // namespace
 
@@ -67,6 +75,7 @@ void frm同意書管理::layOut() {
     m_panel = new ListFilterPanel(this);
     m_grid = new ListGrid(m_environment.folders, m_environment.clock.today(), this);
     m_grid->attach(m_model);
+    m_commands = new ListCommandBar(this);
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(u"pctKeika"_s);
     m_progress->setVisible(false);
@@ -76,60 +85,18 @@ void frm同意書管理::layOut() {
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_panel);
     layout->addWidget(m_grid, 1);
-    addCommands();
+    layout->addWidget(m_commands);
+    layout->setMenuBar(m_commands->menuBar());
     auto *foot = new QHBoxLayout;
     foot->addWidget(m_status, 1);
     foot->addWidget(m_progress);
     layout->addLayout(foot);
     new EnterMovesOn(m_panel);
-    resize(1240, 740);
-}
-
-// Buttons and menu entries come from one table; a command is one action wherever it is shown.
-void frm同意書管理::addCommands() {
-    constexpr int buttonsInRow = 12;
-    auto *bar = new QMenuBar(this);
-    auto *buttons = new QGridLayout;
-    QHash<int, QMenu *> menus;
-    int placed = 0;
-    for (const ListCommand &command : listCommands()) {
-        const QString name = command.action.isEmpty() ? command.button + u"_action"_s : command.action;
-        auto *entry = new QAction(command.caption, this);
-        entry->setObjectName(name);
-        entry->setShortcut(QKeySequence(command.key));
-        entry->setEnabled(command.ready);
-        entry->setCheckable(command.checkable);
-        entry->setToolTip(command.hint);
-        entry->setStatusTip(command.hint);
-        addAction(entry);
-        if (!menus.contains(command.menu)) {
-            menus[command.menu] = bar->addMenu(listMenuCaption(command.menu));
-            menus[command.menu]->setToolTipsVisible(true);
-        }
-        menus[command.menu]->addAction(entry);
-        const QString id = command.button.isEmpty() ? command.action : command.button;
-        m_actions.insert(id, entry);
-        connect(entry, &QAction::triggered, this, [this, id] { run(id); });
-        if (command.button.isEmpty())
-            continue;
-        const QString caption =
-            command.key.isEmpty() ? command.caption : command.caption + u" "_s + command.key;
-        auto *button = new QPushButton(caption, this);
-        button->setObjectName(command.button);
-        button->setToolTip(command.hint);
-        button->setEnabled(command.ready);
-        button->setAutoDefault(false);
-        button->setFocusPolicy(Qt::TabFocus);
-        connect(button, &QPushButton::clicked, entry, &QAction::trigger);
-        connect(entry, &QAction::enabledChanged, button, &QPushButton::setEnabled);
-        buttons->addWidget(button, placed / buttonsInRow, placed % buttonsInRow);
-        ++placed;
-    }
-    static_cast<QVBoxLayout *>(layout())->addLayout(buttons);
-    layout()->setMenuBar(bar);
+    resize(m_grid->widthOf(190), fontMetrics().height() * 42);
 }
 
 void frm同意書管理::wire() {
+    connect(m_commands, &ListCommandBar::triggered, this, [this](const QString &command) { run(command); });
     connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
     connect(m_panel, &ListFilterPanel::narrowed, this,
             [this] { keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); }); });
@@ -160,7 +127,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
     for (const LinkCommand &link : linkCommands) {
         const bool on = settings.number(link.setting) != 0;
-        m_actions.value(link.command.toString())->setChecked(on);
+        m_commands->action(link.command.toString())->setChecked(on);
         m_parts->advisor.links.*link.flag = on;
     }
     m_panel->clear(filter.from, filter.to);
@@ -168,6 +135,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
         m_error = m_parts->list.sErrMsg();
         return -1;
     }
+    m_grid->restoreColumns(windowSettings().value(gridLayoutKey).toByteArray());
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
     return 0;
@@ -191,7 +159,7 @@ void frm同意書管理::run(const QString &command) {
     m_grid->commitEditor();
     if (const Work work = commands.value(command))
         work(*this);
-    else if (const QAction *entry = m_actions.value(command); entry->isCheckable())
+    else if (const QAction *entry = m_commands->action(command); entry->isCheckable())
         toggleLink(command, entry->isChecked());
 }
 
@@ -253,7 +221,7 @@ bool frm同意書管理::search() {
         failDb(m_parts->list.sErrMsg());
         return false;
     }
-    m_actions.value(u"cmdGet"_s)->setEnabled(filter.view == ListView::Newest);
+    m_commands->action(u"cmdGet"_s)->setEnabled(filter.view == ListView::Newest);
     m_grid->setFocus();
     return true;
 }
@@ -388,14 +356,16 @@ void frm同意書管理::toggleLink(const QString &command, bool on) {
             return;
         }
         m_environment.messages.failIn(settings.sErrMsg(), QString(command + u"_Click()でエラー"_s));
-        m_actions.value(command)->setChecked(!on);
+        m_commands->action(command)->setChecked(!on);
     }
 }
 
 void frm同意書管理::reject() {
     m_grid->commitEditor();
-    if (maySwitch())
-        QDialog::reject();
+    if (!maySwitch())
+        return;
+    windowSettings().setValue(gridLayoutKey, m_grid->layoutState());
+    QDialog::reject();
 }
 
 void frm同意書管理::renew() {

@@ -1,17 +1,15 @@
 #pragma once
 
 #include "consent/list/list.h"
-#include "consent/list/list_commands.h"
 
 #include <QDialog>
-#include <QHash>
 #include <functional>
 #include <memory>
 
+class ListCommandBar;
 class ListFilterPanel;
 class ListGrid;
 class PaintedListModel;
-class QAction;
 class QLabel;
 class QProgressBar;
 struct Environment;
@@ -34,7 +32,6 @@ private:
     struct Parts;
 
     void layOut();
-    void addCommands();
     void wire();
     void run(const QString &command);
     void showState();
@@ -59,11 +56,11 @@ private:
     Environment &m_environment;
     cT_ADODB *m_db = nullptr;
     QString m_error;
-    std::unique_ptr<Parts> m_parts;      ///< made by iInit
-    QHash<QString, QAction *> m_actions; ///< by button, or by menu entry where there is no button
+    std::unique_ptr<Parts> m_parts; ///< made by iInit
     PaintedListModel *m_model;
     ListFilterPanel *m_panel;
     ListGrid *m_grid;
+    ListCommandBar *m_commands;
     QProgressBar *m_progress;
     QLabel *m_status;
 };

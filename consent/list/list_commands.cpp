@@ -83,8 +83,6 @@ QString listMenuCaption(ListCommand::Menu menu) {
         return u"説明(&Z)"_s;
     case ListCommand::Leave:
         return u"終了(&X)"_s;
-    case ListCommand::None:
-        break;
     }
     return {};
 }

@@ -5,7 +5,7 @@
 
 /// A command of the consent list, as its button and its menu entry show it.
 struct ListCommand {
-    enum Menu { Consent, Request, Print, Settings, Help, Leave, None };
+    enum Menu { Consent, Request, Print, Settings, Help, Leave };
 
     QString button; ///< objectName of the button; empty: menu only
     QString action; ///< objectName of the menu entry; empty: no entry of its own

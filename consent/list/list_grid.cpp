@@ -107,6 +107,12 @@ void ListGrid::setMethods(const RequestMethods &methods) {
     m_methods = methods;
 }
 
+void ListGrid::restoreColumns(const QByteArray &state) {
+    if (!state.isEmpty())
+        restoreLayout(state);
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
 void ListGrid::commitEditor() {
     if (QWidget *editor = indexWidget(currentIndex()); editor && state() == EditingState)
         commitData(editor);

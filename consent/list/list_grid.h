@@ -29,6 +29,8 @@ public:
     /// Takes the model and gives the columns their first widths.
     void attach(PaintedListModel *model);
     void setMethods(const RequestMethods &methods);
+    /// Takes widths and order from an earlier run's layoutState(); the rows stay in the order of the query.
+    void restoreColumns(const QByteArray &state);
     /// Writes an open editor's value into the model.
     void commitEditor();
 

@@ -2,9 +2,9 @@
 
 #include "app/base/dates.h"
 #include "app/base/text.h"
+#include "consent/list/list_order.h"
 
 #include <algorithm>
-#include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -193,37 +193,10 @@ void ConsentListModel::show() {
     for (int record = 0; record < m_records.count(); ++record)
         if (!narrowedAway(record))
             m_shown.push_back(record);
-    if (m_sortColumn < 0)
-        return;
-
-    const auto column = ListColumn(m_sortColumn);
-    const bool byNumber =
-        listColumn(m_sortColumn).kind == CellKind::Number || listColumn(m_sortColumn).kind == CellKind::Tick;
-    const bool descending = m_sortOrder == Qt::DescendingOrder;
-    std::vector<std::pair<qint64, int>> numbers;
-    std::vector<std::pair<QString, int>> texts;
-    for (const int record : m_shown) {
-        if (column == ListColumn::Target) {
-            numbers.emplace_back(isTarget(record) ? 1 : 0, record);
-            continue;
-        }
-        const ConsentRowValues now = values(record);
-        const QVariant key = cellSortKey({m_records, record, now, m_context}, column);
-        if (byNumber)
-            numbers.emplace_back(key.toLongLong(), record);
-        else
-            texts.emplace_back(key.toString(), record);
-    }
-    const auto apply = [&](auto &keys) {
-        std::stable_sort(keys.begin(), keys.end(), [descending](const auto &a, const auto &b) {
-            return descending ? b.first < a.first : a.first < b.first;
-        });
-        std::transform(keys.begin(), keys.end(), m_shown.begin(), [](const auto &key) { return key.second; });
-    };
-    if (byNumber)
-        apply(numbers);
-    else
-        apply(texts);
+    if (m_sortColumn >= 0)
+        orderRecords(
+            m_shown, ListColumn(m_sortColumn), m_sortOrder == Qt::DescendingOrder, m_records, m_context,
+            [this](int record) { return values(record); }, [this](int record) { return isTarget(record); });
 }
 
 void ConsentListModel::sort(int column, Qt::SortOrder order) {

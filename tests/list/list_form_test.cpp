@@ -185,7 +185,11 @@ TEST_F(ListFormTest, OrdersAndLinksAreKeptForTheNextRun) {
     QTest::mouseClick(control<QPushButton>(u"cmdDspOrder"_s), Qt::LeftButton);
     EXPECT_EQ(at(0, ListColumn::Number), u"2"_s) << "patients by kana";
     form->findChild<QAction *>(u"mnHoliday"_s)->trigger();
+    grid->setColumnWidth(int(ListColumn::Remark), 333);
+    grid->sortByColumn(int(ListColumn::Number), Qt::AscendingOrder);
+    form->reject();
     open();
+    EXPECT_EQ(grid->columnWidth(int(ListColumn::Remark)), 333);
     EXPECT_EQ(at(0, ListColumn::Number), u"2"_s);
     EXPECT_TRUE(form->findChild<QAction *>(u"mnHoliday"_s)->isChecked());
     EXPECT_FALSE(form->findChild<QAction *>(u"mnSameDouiDay"_s)->isChecked());
@@ -203,4 +207,43 @@ TEST_F(ListFormTest, CommandsOfLaterScreensAreGreyedAndExplained) {
     processes.missing = QStringList{u"Dovrinシール.exe"_s};
     QTest::mouseClick(control<QPushButton>(u"cmdSeal"_s), Qt::LeftButton);
     EXPECT_EQ(messages.shown.back().text, u"実行ファイルが見つかりません。"_s);
+}
+
+TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
+    // Row 1 has its answer, row 2 no date, row 3 a date but no period; the edit on row 1 is saved first.
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1, iReceptDisabledFlg = 0;"
+                 "UPDATE RIYOUSHA_DOUI_REC SET tSaiDouiDay = '2026/11/20' WHERE nIDNo = 3"_s);
+    open();
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    ASSERT_EQ(messages.shown.size(), 1);
+    EXPECT_EQ(messages.shown[0].text, u"選択された同意書の更新を行うことはできません。\r\n"
+                                      "更新基準日(11日)を過ぎてから更新可能となります。"_s);
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+
+    control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    go(0, ListColumn::Reconsent);
+    type(u"20261118"_s);
+    messages.shown.clear();
+    messages.answers = {Answer::No};
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    ASSERT_EQ(messages.shown.size(), 1);
+    EXPECT_EQ(messages.shown[0].text, u"同意受領分の更新を行います。よろしいですか？"_s);
+    EXPECT_EQ(messages.shown[0].title, u"同意更新の確認"_s);
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"NULL"_s);
+
+    messages.shown.clear();
+    messages.answers = {Answer::Yes};
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    ASSERT_EQ(messages.shown.size(), 2);
+    const QString text = messages.shown[1].text;
+    EXPECT_TRUE(text.startsWith(u"更新が終了しました。"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"更新した同意：1 件"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"2 利用者2　再同意日が入力されていません。"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"3 利用者3　要加療期間が入力されていません。"_s)) << text.toStdString();
+    EXPECT_EQ(database.rows(u"SELECT nDate, iNewestFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, iGetFlg"
+                            " FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1 ORDER BY nDate"_s),
+              QStringList({u"20260601|0|2026/06/01|2026/06/01|2026/12/31|1"_s,
+                           u"20261118|1|2026/11/18|2027/01/01|2027/05/31|0"_s}));
+    EXPECT_EQ(grid->model()->rowCount(), 2) << "read again: the renewed row ends outside the range";
 }
