@@ -14,6 +14,7 @@ namespace {
 
 constexpr size_t blockBytes = 512 * 1024;
 constexpr size_t mostBlockRows = 1000;
+constexpr size_t mostReservedCells = 4000000; ///< a row count before the rows is a hint, too
 constexpr SQLULEN usualTextLength = 255; ///< characters that are bound where longer ones can be fetched again
 constexpr SQLULEN mostTrustedLength = 4000; ///< a size above is no bound but "unlimited"
 constexpr size_t decimalLength = 64;
@@ -60,7 +61,7 @@ bool OdbcRowReader::readAll(Recordset &rows) {
 
     SQLLEN expected = 0;
     if (SQL_SUCCEEDED(SQLRowCount(m_statement, &expected)) && expected > 0)
-        rows.reserve(std::min<size_t>(size_t(expected), 1000000 / m_columns.size()), 0);
+        rows.reserve(std::min<size_t>(size_t(expected), mostReservedCells / m_columns.size()), 0);
     for (;;) {
         const SQLRETURN result = SQLFetch(m_statement);
         if (result == SQL_NO_DATA)
