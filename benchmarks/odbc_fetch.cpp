@@ -71,7 +71,7 @@ int bareLoop(SQLHDBC connection) {
     SQLHSTMT statement = nullptr;
     SQLAllocHandle(SQL_HANDLE_STMT, connection, &statement);
     SQLULEN fetched = 0;
-    SQLSetStmtAttrW(statement, SQL_ATTR_ROW_ARRAY_SIZE, reinterpret_cast<SQLPOINTER>(blockRows), 0);
+    SQLSetStmtAttrW(statement, SQL_ATTR_ROW_ARRAY_SIZE, odbcAttribute(blockRows), 0);
     SQLSetStmtAttrW(statement, SQL_ATTR_ROWS_FETCHED_PTR, &fetched, 0);
     SQLExecDirectW(statement, odbcText(select), SQL_NTS);
     std::array<std::vector<char>, columnCount> values;

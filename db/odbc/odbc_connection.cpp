@@ -17,10 +17,6 @@ SQLWCHAR *odbcText(const QString &text) {
 
 namespace {
 
-SQLPOINTER attribute(SQLULEN value) {
-    return reinterpret_cast<SQLPOINTER>(value);
-}
-
 /// What the waiting thread and the thread that logs in share.
 struct LogIn {
     std::mutex mutex;
@@ -61,7 +57,7 @@ bool OdbcConnection::allocate(QList<ProviderError> &errors) {
         errors = {odbcError(u"HY001"_s, u"ODBC を初期化できません。"_s)};
         return false;
     }
-    if (!SQL_SUCCEEDED(SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, attribute(SQL_OV_ODBC3), 0)) ||
+    if (!SQL_SUCCEEDED(SQLSetEnvAttr(m_environment, SQL_ATTR_ODBC_VERSION, odbcAttribute(SQL_OV_ODBC3), 0)) ||
         !SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_DBC, m_environment, &m_connection))) {
         errors = odbcDiagnostics(SQL_HANDLE_ENV, m_environment);
         return false;
@@ -73,10 +69,9 @@ bool OdbcConnection::logIn(const OdbcTarget &target, std::chrono::seconds timeou
                            QList<ProviderError> &errors) {
     if (!allocate(errors))
         return false;
-    SQLSetConnectAttrW(m_connection, SQL_ATTR_LOGIN_TIMEOUT, attribute(SQLULEN(timeout.count())), 0);
+    SQLSetConnectAttrW(m_connection, SQL_ATTR_LOGIN_TIMEOUT, odbcAttribute(SQLULEN(timeout.count())), 0);
     const SQLRETURN result = SQLDriverConnectW(m_connection, nullptr, odbcText(target.connectionString),
-                                               SQLSMALLINT(target.connectionString.size()), nullptr, 0,
-                                               nullptr, SQL_DRIVER_NOPROMPT);
+                                               SQL_NTS, nullptr, 0, nullptr, SQL_DRIVER_NOPROMPT);
     if (!SQL_SUCCEEDED(result)) {
         errors = odbcDiagnostics(SQL_HANDLE_DBC, m_connection);
         return false;
@@ -101,7 +96,7 @@ void OdbcConnection::learnAbout() {
 
 bool OdbcConnection::setAutoCommit(bool on) {
     return SQL_SUCCEEDED(SQLSetConnectAttrW(m_connection, SQL_ATTR_AUTOCOMMIT,
-                                            attribute(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF),
+                                            odbcAttribute(on ? SQL_AUTOCOMMIT_ON : SQL_AUTOCOMMIT_OFF),
                                             SQL_IS_UINTEGER));
 }
 
@@ -136,8 +131,9 @@ std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const Od
     return std::move(shared->connection);
 }
 
-OdbcStatement::OdbcStatement(const OdbcConnection &connection) {
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, connection.handle(), &m_statement)))
+OdbcStatement::OdbcStatement(std::shared_ptr<const OdbcConnection> connection)
+    : m_connection(std::move(connection)) {
+    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_connection->handle(), &m_statement)))
         m_statement = nullptr;
 }
 

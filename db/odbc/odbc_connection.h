@@ -47,10 +47,10 @@ private:
 std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const OdbcTarget &target,
                                             QList<ProviderError> &errors);
 
-/// A statement handle.
+/// A statement handle. It keeps its connection: closing that under it would free the handle twice.
 class OdbcStatement {
 public:
-    explicit OdbcStatement(const OdbcConnection &connection);
+    explicit OdbcStatement(std::shared_ptr<const OdbcConnection> connection);
     ~OdbcStatement();
     OdbcStatement(const OdbcStatement &) = delete;
     OdbcStatement &operator=(const OdbcStatement &) = delete;
@@ -58,6 +58,7 @@ public:
     SQLHSTMT handle() const { return m_statement; }
 
 private:
+    std::shared_ptr<const OdbcConnection> m_connection;
     SQLHSTMT m_statement = nullptr;
 };
 

@@ -9,7 +9,7 @@ QStringList installedOdbcDrivers() {
     SQLHENV environment = nullptr;
     if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_ENV, SQL_NULL_HANDLE, &environment)))
         return drivers;
-    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, reinterpret_cast<SQLPOINTER>(SQL_OV_ODBC3), 0);
+    SQLSetEnvAttr(environment, SQL_ATTR_ODBC_VERSION, odbcAttribute(SQL_OV_ODBC3), 0);
     std::array<SQLWCHAR, 257> name{};
     std::array<SQLWCHAR, 1024> attributes{};
     SQLSMALLINT length = 0;

@@ -85,7 +85,7 @@ bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql) {
         return failConnection();
     // Some drivers have no time-out; the statement runs without one then.
     SQLSetStmtAttrW(statement.handle(), SQL_ATTR_QUERY_TIMEOUT,
-                    reinterpret_cast<SQLPOINTER>(SQLULEN(std::max(0, m_commandTimeout))), 0);
+                    odbcAttribute(SQLULEN(std::max(0, m_commandTimeout))), 0);
     const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(sql), SQLINTEGER(sql.size()));
     return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement);
 }
@@ -94,7 +94,7 @@ bool OdbcProvider::query(const QString &sql, Recordset &rows) {
     rows.close();
     if (!m_connection)
         return notOpen();
-    const OdbcStatement statement(*m_connection);
+    const OdbcStatement statement(m_connection);
     if (!run(statement, sql))
         return false;
     // Counts of changed rows may stand before the rows.
@@ -118,7 +118,7 @@ bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
         *affected = 0;
     if (!m_connection)
         return notOpen();
-    const OdbcStatement statement(*m_connection);
+    const OdbcStatement statement(m_connection);
     if (!run(statement, sql))
         return false;
     SQLLEN count = -1;

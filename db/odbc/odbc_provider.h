@@ -39,7 +39,7 @@ private:
     bool leaveTransaction();
 
     std::chrono::seconds m_loginLimit;
-    std::unique_ptr<OdbcConnection> m_connection;
+    std::shared_ptr<OdbcConnection> m_connection;
     QString m_password;
     int m_commandTimeout = 0;
     bool m_inTransaction = false;

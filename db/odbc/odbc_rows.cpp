@@ -12,13 +12,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr size_t blockBytes = 512 * 1024;
+constexpr size_t blockBytes = size_t{512} * 1024;
 constexpr size_t mostBlockRows = 1000;
 constexpr size_t mostReservedCells = 4000000; ///< a row count before the rows is a hint, too
 constexpr SQLULEN usualTextLength = 255; ///< characters that are bound where longer ones can be fetched again
 constexpr SQLULEN mostTrustedLength = 4000; ///< a size above is no bound but "unlimited"
 constexpr size_t decimalLength = 64;
-constexpr size_t firstLongChunk = 16 * 1024;
+constexpr size_t firstLongChunk = size_t{16} * 1024;
 
 /// A texts' end takes one more unit in every buffer.
 constexpr size_t textBytes(size_t length) {
@@ -27,10 +27,6 @@ constexpr size_t textBytes(size_t length) {
 
 size_t aligned(size_t offset) {
     return (offset + 7) / 8 * 8;
-}
-
-SQLPOINTER attribute(size_t value) {
-    return reinterpret_cast<SQLPOINTER>(value);
 }
 
 template <class T> T valueAt(const char *from) {
@@ -178,16 +174,16 @@ SQLSMALLINT cType(int kind) {
 bool OdbcRowReader::bind() {
     m_rowStatus.assign(m_blockRows, SQL_ROW_SUCCESS);
     const bool set =
-        SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROW_BIND_TYPE, attribute(m_rowBytes), 0)) &&
-        SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, attribute(m_blockRows), 0)) &&
+        SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROW_BIND_TYPE, odbcAttribute(m_rowBytes), 0)) &&
+        SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROW_ARRAY_SIZE, odbcAttribute(m_blockRows), 0)) &&
         SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROW_STATUS_PTR, m_rowStatus.data(), 0)) &&
         SQL_SUCCEEDED(SQLSetStmtAttrW(m_statement, SQL_ATTR_ROWS_FETCHED_PTR, &m_fetched, 0));
     if (!set)
         return failed();
-    for (SQLUSMALLINT number = 1; number <= m_columns.size(); ++number) {
-        const Column &column = m_columns[number - 1u];
+    for (size_t i = 0; i < m_columns.size(); ++i) {
+        const Column &column = m_columns[i];
         if (column.bound &&
-            !SQL_SUCCEEDED(SQLBindCol(m_statement, number, cType(int(column.kind)),
+            !SQL_SUCCEEDED(SQLBindCol(m_statement, SQLUSMALLINT(i + 1), cType(int(column.kind)),
                                       rowStart(0) + column.offset, SQLLEN(column.capacity),
                                       reinterpret_cast<SQLLEN *>(rowStart(0) + column.indicator))))
             return failed();
@@ -203,8 +199,8 @@ bool OdbcRowReader::appendBlock(Recordset &rows, size_t count) {
 }
 
 bool OdbcRowReader::appendRow(Recordset &rows, size_t row) {
-    for (SQLUSMALLINT number = 1; number <= m_columns.size(); ++number)
-        if (!appendCell(rows, row, number))
+    for (size_t i = 0; i < m_columns.size(); ++i)
+        if (!appendCell(rows, row, SQLUSMALLINT(i + 1)))
             return false;
     return true;
 }

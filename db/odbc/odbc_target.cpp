@@ -66,10 +66,20 @@ ServerAddress serverAddress(const QString &text) {
     return address;
 }
 
+/// Left to choose a version, FreeTDS tries one after the other, for ever with a server that says nothing and
+/// ever deeper in its stack. Every server settles for less than this one.
+constexpr QStringView versionKeyword = u"TDS_Version";
+constexpr QStringView version = u"7.4";
+
+bool isFreeTds(const QString &driver) {
+    return driver.contains(u"FreeTDS", Qt::CaseInsensitive) ||
+           driver.contains(u"tdsodbc", Qt::CaseInsensitive);
+}
+
 class Mapper {
 public:
     Mapper(const ConnectionString &source, const QString &driver)
-        : m_source(source), m_freeTds(driver == u"FreeTDS") {
+        : m_source(source), m_freeTds(isFreeTds(driver)) {
         m_target.driver = driver;
     }
 
@@ -78,9 +88,7 @@ public:
             write(u"Driver"_s, m_target.driver);
             if (addServer() && addLogin() && addOptions()) {
                 if (m_freeTds) {
-                    // Without a version FreeTDS tries one after the other, for ever with a server that says
-                    // nothing; every server settles for less than 7.4.
-                    write(u"TDS_Version"_s, u"7.4"_s);
+                    write(versionKeyword.toString(), version.toString());
                     write(u"ClientCharset"_s, u"UTF-8"_s);
                 }
                 m_target.connectionString = m_written;
@@ -289,6 +297,11 @@ OdbcTarget passedAsItIs(const ConnectionString &source) {
     OdbcTarget target;
     target.connectionString = source.text();
     target.driver = source.value(u"Driver");
+    if (isFreeTds(target.driver) && source.value(versionKeyword).isNull()) {
+        if (!target.connectionString.endsWith(u';'))
+            target.connectionString += u';';
+        target.connectionString += u"%1=%2;"_s.arg(versionKeyword, version);
+    }
     target.password = source.value(u"PWD");
     if (target.password.isNull())
         target.password = source.value(u"Password");

@@ -22,8 +22,8 @@ struct OdbcTarget {
 };
 
 /// Maps an OLE DB string to the keywords of the best SQL Server driver among `installed`; an ODBC string
-/// passes as it is. A keyword that neither OLE DB nor we know is an error: silence would hide a typing
-/// mistake in "Use Encryption for Data".
+/// passes as it is, but for FreeTDS's protocol version. A keyword that neither OLE DB nor we know is an
+/// error: silence would hide a typing mistake in "Use Encryption for Data".
 OdbcTarget odbcTarget(const ConnectionString &source, const QStringList &installed);
 
 /// The SQL Server driver to use: on Linux FreeTDS, else Microsoft's, the newest first; null without any.

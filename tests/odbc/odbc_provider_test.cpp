@@ -1,3 +1,4 @@
+#include "db/adodb.h"
 #include "db/odbc/odbc_provider.h"
 #include "db/odbc/odbc_rows.h"
 #include "tests/odbc/postgres_server.h"
@@ -107,8 +108,8 @@ INSTANTIATE_TEST_SUITE_P(Drivers, OdbcLongTextTest, testing::Bool(), [](const au
 TEST_P(OdbcLongTextTest, TextsOfAnyLengthArriveWhole) {
     QList<ProviderError> errors;
     const OdbcTarget target = odbcTarget(ConnectionString(server->connectionString()), {});
-    OdbcConnection connection;
-    ASSERT_TRUE(connection.logIn(target, std::chrono::seconds(10), errors));
+    const auto connection = std::make_shared<OdbcConnection>();
+    ASSERT_TRUE(connection->logIn(target, std::chrono::seconds(10), errors));
     const OdbcStatement statement(connection);
     // Lengths around the bound length, around a chunk of a long text, and well beyond; every third row Null.
     const QString sql =
@@ -295,4 +296,32 @@ TEST_F(OdbcProviderTest, AWrongPasswordIsNotRepeated) {
     EXPECT_TRUE(other.errors().first().description.contains(u"サーバー「127.0.0.1」")) << errorText(other);
     EXPECT_TRUE(other.errors().first().description.contains(u"password authentication failed"));
     EXPECT_EQ(errorText(other).find("falsch"), std::string::npos);
+}
+
+TEST_F(OdbcProviderTest, TheConnectionClassRecoversFromALostServer) {
+    cT_ADODB ado;
+    ado.iInit(server->connectionString());
+    ASSERT_EQ(ado.iConnect(), 0) << ado.sErrMsg().toStdString();
+    EXPECT_EQ(ado.sDbName(), u"postgres"_s);
+    EXPECT_EQ(ado.sErrMsg(), u""_s);
+    // A failed statement ends its transaction, and the next one may begin.
+    ASSERT_EQ(ado.iBeginTrans(), 0);
+    EXPECT_EQ(ado.iExecSQL(u"SELEC 1"_s), -1);
+    EXPECT_EQ(ado.iRollback(), 0);
+    ASSERT_EQ(ado.iBeginTrans(), 0);
+
+    server->kill();
+    const qsizetype before = ado.sErrMsg().size();
+    EXPECT_EQ(ado.iExecSQL(u"CREATE TABLE lost (a int)"_s), -1);
+    EXPECT_TRUE(ado.sErrMsg().mid(before).startsWith(u"\rConnection State=0\rError Number: -2147467259\r"))
+        << ado.sErrMsg().toStdString();
+    EXPECT_FALSE(ado.isConnected());
+    EXPECT_EQ(ado.iRollback(), 0);
+    EXPECT_EQ(ado.iConnect(), -1) << "the server is away";
+
+    ASSERT_TRUE(server->start()) << server->problem().toStdString();
+    ASSERT_EQ(ado.iConnect(), 0) << ado.sErrMsg().toStdString();
+    Recordset rows;
+    EXPECT_EQ(ado.iOpenRecSet(rows, u"SELECT '同意' AS x"_s), 0);
+    EXPECT_EQ(rows.text(0, 0), u"同意"_s);
 }

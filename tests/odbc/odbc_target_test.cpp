@@ -156,7 +156,7 @@ TEST(OdbcTarget, OdbcStringsPassAsTheyAre) {
     } cases[] = {
         {u"Driver={My Driver};Server=srv;UID=u;PWD={a;b};Odd=1"_s, u"srv"_s, u"My Driver"_s, u"a;b"_s},
         {u"DSN=suite;Password=p"_s, u"suite"_s, u""_s, u"p"_s},
-        {u"driver=FreeTDS;Servername=conf"_s, u"conf"_s, u"FreeTDS"_s, u""_s},
+        {u"driver=FreeTDS;Servername=conf;tds_version=7.1"_s, u"conf"_s, u"FreeTDS"_s, u""_s},
     };
     for (const auto &c : cases) {
         const OdbcTarget target = odbcTarget(ConnectionString(c.text), {});
@@ -166,6 +166,11 @@ TEST(OdbcTarget, OdbcStringsPassAsTheyAre) {
         EXPECT_EQ(target.driver, c.driver);
         EXPECT_EQ(target.password, c.password);
     }
+    // FreeTDS alone is told a version where none is given.
+    EXPECT_EQ(mapped(u"Driver={FreeTDS};Server=srv"_s, {}),
+              u"Driver={FreeTDS};Server=srv;TDS_Version=7.4;"_s);
+    EXPECT_EQ(mapped(u"Driver=/usr/lib/libtdsodbc.so;Server=srv;"_s, {}),
+              u"Driver=/usr/lib/libtdsodbc.so;Server=srv;TDS_Version=7.4;"_s);
 }
 
 TEST(OdbcTarget, WhatCannotBeMappedIsRefusedWithTheServersName) {

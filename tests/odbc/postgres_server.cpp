@@ -59,10 +59,10 @@ quint16 freePort() {
     const int socket = ::socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
     sockaddr_in address = loopback(0);
     socklen_t size = sizeof address;
-    ::bind(socket, reinterpret_cast<const sockaddr *>(&address), size);
-    ::getsockname(socket, reinterpret_cast<sockaddr *>(&address), &size);
+    auto *where = reinterpret_cast<sockaddr *>(&address);
+    const bool found = ::bind(socket, where, size) == 0 && ::getsockname(socket, where, &size) == 0;
     ::close(socket);
-    return ntohs(address.sin_port);
+    return found ? ntohs(address.sin_port) : quint16(0);
 }
 
 QString odbcDriverLibrary(const QString &fileName) {
@@ -177,6 +177,6 @@ void PostgresServer::kill() {
 }
 
 QString PostgresServer::connectionString(const QString &password) const {
-    return u"Driver=%1;Server=127.0.0.1;Port=%2;Database=postgres;UID=douisho;PWD=%3;BoolsAsChar=0;"_s.arg(
-        m_driver, QString::number(m_port), password);
+    return u"Driver=%1;Server=127.0.0.1;Port=%2;Database=postgres;UID=douisho;PWD=%3;BoolsAsChar=0;CommLog=0;"_s
+        .arg(m_driver, QString::number(m_port), password);
 }
