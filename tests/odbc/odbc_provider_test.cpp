@@ -134,23 +134,6 @@ TEST_P(OdbcLongTextTest, TextsOfAnyLengthArriveWhole) {
     }
 }
 
-TEST_F(OdbcProviderTest, AffectedRowsAreCounted) {
-    run(u"CREATE TEMP TABLE t (a int)"_s);
-    const struct {
-        QString sql;
-        qint64 affected;
-    } cases[] = {
-        {u"INSERT INTO t VALUES (1), (2), (3)"_s, 3}, {u"UPDATE t SET a = 5 WHERE a > 1"_s, 2},
-        {u"UPDATE t SET a = 5 WHERE a = 99"_s, 0},    {u"DELETE FROM t WHERE a = 99"_s, 0},
-        {u"SET search_path TO public"_s, 0},          {u"DELETE FROM t"_s, 3},
-    };
-    for (const auto &c : cases) {
-        qint64 affected = -1;
-        EXPECT_TRUE(db.execute(c.sql, &affected)) << errorText(db);
-        EXPECT_EQ(affected, c.affected) << c.sql.toStdString();
-    }
-}
-
 TEST_F(OdbcProviderTest, ErrorsHaveTheNumbersOfTheirKind) {
     run(u"CREATE TEMP TABLE t (a int PRIMARY KEY, b varchar(3) NOT NULL)"_s);
     run(u"INSERT INTO t VALUES (1, 'x')"_s);
@@ -185,17 +168,6 @@ TEST_F(OdbcProviderTest, ErrorsHaveTheNumbersOfTheirKind) {
     EXPECT_FALSE(rows.isOpen());
     EXPECT_FALSE(db.query(u"UPDATE t SET b = 'w'"_s, rows)) << "gives no rows";
     EXPECT_EQ(one(u"SELECT count(*) FROM t"_s), u"1"_s);
-}
-
-TEST_F(OdbcProviderTest, AStatementIsGivenUpAfterTheTimeOut) {
-    db.setCommandTimeout(1);
-    Recordset rows;
-    EXPECT_FALSE(db.query(u"SELECT pg_sleep(20)"_s, rows));
-    ASSERT_FALSE(db.errors().isEmpty());
-    EXPECT_EQ(db.errors().first().number, -2147217871) << errorText(db);
-    EXPECT_EQ(one(u"SELECT 1"_s), u"1"_s);
-    db.setCommandTimeout(0);
-    EXPECT_EQ(one(u"SELECT 'done' FROM pg_sleep(1.2)"_s), u"done"_s);
 }
 
 TEST_F(OdbcProviderTest, ATransactionIsKeptOrUndoneWhole) {
