@@ -156,8 +156,8 @@ double renewByProgram(const QString &path, QStringList &script) {
 void writeScript(const QString &path, const QStringList &statements) {
     QString text = u"PRAGMA foreign_keys = ON;\nPRAGMA journal_mode = WAL;\nPRAGMA synchronous = FULL;\n"_s;
     for (const QString &statement : statements)
-        text += embeddedDialect(statement).replace(u"GetDate()"_s,
-                                                   u"strftime('%Y/%m/%d %H:%M:%S', 'now', 'localtime')"_s) +
+        text += QString::fromUtf8(embeddedDialect(statement.toUtf8()))
+                    .replace(u"GetDate()"_s, u"strftime('%Y/%m/%d %H:%M:%S', 'now', 'localtime')"_s) +
                 u";\n"_s;
     QFile file(path);
     if (!file.open(QIODevice::WriteOnly) || file.write(text.toUtf8()) < 0)

@@ -1,190 +1,367 @@
 #include "db/sqlite/dialect.h"
 
-#include "db/sqlite/sql_tokens.h"
+#include "db/sqlite/sql_words.h"
 
-#include <QSet>
-#include <vector>
-
-using namespace Qt::Literals::StringLiterals;
+#include <algorithm>
+#include <optional>
+#include <string>
 
 namespace {
 
-bool isTextType(const QString &type) {
-    return type.contains(u"CHAR"_s, Qt::CaseInsensitive) || type.contains(u"TEXT"_s, Qt::CaseInsensitive);
-}
+using Kind = SqlToken::Kind;
 
-// The system marks the type of a column by the first letters of its name.
-bool isTextColumn(const QString &name) {
-    const auto capitalAt = [&name](qsizetype at) { return at < name.size() && name[at].isUpper(); };
-    return ((name.startsWith(u'c') || name.startsWith(u's')) && capitalAt(1)) ||
-           (name.startsWith(u"cs"_s) && capitalAt(2));
-}
+/// A SELECT with TOP whose LIMIT is still to be written.
+struct Top {
+    size_t selectAt;
+    std::string count;
+};
 
-/// One pass over a statement's tokens.
-class Rewriting {
+/// CONVERT(type, value, style) or CAST(value AS type).
+struct Conversion {
+    size_t headAt; ///< the function's name
+    size_t valueAt;
+    ConversionTarget target = ConversionTarget::Text;
+    std::string length = {};             ///< of VARCHAR(n); empty: unlimited
+    std::optional<size_t> valueEnd = {}; ///< where `, style` or `AS type` begins
+    bool styled = false;                 ///< has a style
+};
+
+/// What lies between two parentheses, between CASE and END, or at the top of a statement.
+struct Frame {
+    bool isCase = false;
+    bool isSelect = false;
+    bool compound = false; ///< behind a UNION
+    std::optional<Top> top = {};
+    std::optional<size_t> orderAt = {}; ///< end of the token before ORDER BY
+    std::optional<Conversion> conversion = {};
+
+    // The chain of + that is being read.
+    std::vector<size_t> plusAt = {};
+    ValueType chain = ValueType::Unknown;
+
+    std::optional<ValueType> fixed = {};   ///< type of a function's value, whatever its arguments are
+    ValueType values = ValueType::Unknown; ///< of the chains that give the frame its value
+    bool chainIsValue = true;              ///< false in the conditions of a CASE
+};
+
+class Rewriter {
 public:
-    explicit Rewriting(const QString &sql) : m_tokens(sqlTokens(sql)) {}
+    explicit Rewriter(const QByteArray &sql)
+        : m_sql(sql), m_tokens(sqlTokens({sql.constData(), size_t(sql.size())})), m_frames(1) {}
 
-    QString run() {
-        for (size_t at = 0; at < m_tokens.size(); ++at) {
-            dropNationalMark(at);
-            takeTop(at);
-            renameCalls(at);
-            joinTexts(at);
-        }
-        return text();
+    QByteArray rewritten() {
+        for (m_i = 0; m_i < m_tokens.size(); ++m_i)
+            pass(m_tokens[m_i]);
+        while (m_frames.size() > 1)
+            leave(lastEnd());
+        finish(frame(), lastEnd());
+        return applied();
     }
 
 private:
-    struct Insertion {
-        size_t before; ///< token
-        QString text;
+    struct Edit {
+        size_t at;
+        size_t length;
+        std::string text;
     };
 
-    const SqlToken *next(size_t at) const {
-        const size_t found = nextSolid(m_tokens, at);
-        return found < m_tokens.size() ? &m_tokens[found] : nullptr;
+    Frame &frame() { return m_frames.back(); }
+    const SqlToken *ahead(size_t n) const { return m_i + n < m_tokens.size() ? &m_tokens[m_i + n] : nullptr; }
+    bool signAhead(size_t n, std::string_view sign) const { return ahead(n) && ahead(n)->isSign(sign); }
+    /// End of the token before the current one.
+    size_t lastEnd() const { return m_i == 0 ? 0 : m_tokens[std::min(m_i, m_tokens.size()) - 1].end(); }
+    void edit(size_t at, size_t length, std::string text) {
+        m_edits.push_back({at, length, std::move(text)});
     }
 
-    void dropNationalMark(size_t at) {
-        if (m_tokens[at].isWord(u"N") && at + 1 < m_tokens.size() &&
-            m_tokens[at + 1].kind == SqlToken::Literal)
-            m_tokens[at].text.clear();
-    }
-
-    // TOP n or TOP (n) goes behind the SELECT that it belongs to.
-    void takeTop(size_t at) {
-        if (!m_tokens[at].isWord(u"SELECT"))
-            return;
-        size_t top = nextSolid(m_tokens, at);
-        if (top < m_tokens.size() && (m_tokens[top].isWord(u"DISTINCT") || m_tokens[top].isWord(u"ALL")))
-            top = nextSolid(m_tokens, top);
-        if (top >= m_tokens.size() || !m_tokens[top].isWord(u"TOP"))
-            return;
-        const size_t count = nextSolid(m_tokens, top);
-        if (count >= m_tokens.size())
-            return;
-        const size_t last = m_tokens[count].is(u"(") ? closing(m_tokens, count) : count;
-        QString limit;
-        for (size_t i = count; i <= last && i < m_tokens.size(); ++i) {
-            limit += m_tokens[i].text;
-            m_tokens[i].text.clear();
+    void pass(const SqlToken &token) {
+        switch (token.kind) {
+        case Kind::Number:
+            return operand(ValueType::Number);
+        case Kind::Text:
+            if (token.text[0] != '\'')
+                edit(token.at, 1, {});
+            return operand(ValueType::Text);
+        case Kind::Sign:
+            return passSign(token);
+        case Kind::Word:
+            return passWord(token);
         }
-        m_tokens[top].text.clear();
-        m_insertions.push_back({endOfSelect(m_tokens, at), u" LIMIT "_s + limit});
     }
 
-    void renameCalls(size_t at) {
-        SqlToken &token = m_tokens[at];
-        const size_t open = nextSolid(m_tokens, at);
-        if (token.kind != SqlToken::Word || open >= m_tokens.size() || !m_tokens[open].is(u"("))
+    void operand(ValueType type) {
+        frame().chain = combined(frame().chain, type);
+        m_afterOperand = true;
+    }
+
+    void endChain() {
+        Frame &f = frame();
+        if (f.chain == ValueType::Text)
+            for (const size_t at : f.plusAt)
+                edit(at, 1, "||");
+        if (f.chainIsValue)
+            f.values = combined(f.values, f.chain);
+        f.plusAt.clear();
+        f.chain = ValueType::Unknown;
+        m_afterOperand = false;
+    }
+
+    void passSign(const SqlToken &token) {
+        if (token.text == "(")
+            return enter({});
+        if (token.text == ")")
+            return leave(lastEnd());
+        if (token.text == "+" && m_afterOperand) {
+            frame().plusAt.push_back(token.at);
+            m_afterOperand = false;
+        } else if (std::string_view("-*/%").find(token.text) != std::string_view::npos) {
+            // `*` without an operand before it stands for all columns.
+            frame().chain = m_afterOperand ? ValueType::Number : frame().chain;
+            m_afterOperand = !m_afterOperand && token.text == "*";
+        } else if (token.text == ";") {
+            while (m_frames.size() > 1)
+                leave(lastEnd());
+            finish(frame(), lastEnd());
+            frame() = Frame();
+        } else if (token.text != "+") {
+            passSeparator(token);
+        }
+    }
+
+    void passSeparator(const SqlToken &token) {
+        endChain();
+        Frame &f = frame();
+        if (token.text != "," || !f.conversion || f.conversion->valueEnd)
             return;
-        if (token.isWord(u"ISNULL")) {
-            token.text = u"ifnull"_s;
-        } else if (token.isWord(u"CONVERT")) {
-            // The type becomes a literal, its length with it.
-            size_t comma = nextSolid(m_tokens, open);
-            QString type;
-            for (int depth = 0; comma < m_tokens.size(); ++comma) {
-                if (depth == 0 && m_tokens[comma].is(u","))
-                    break;
-                depth += m_tokens[comma].is(u"(") ? 1 : m_tokens[comma].is(u")") ? -1 : 0;
-                type += m_tokens[comma].text;
-                m_tokens[comma].text.clear();
-            }
-            token.text = u"convert_as"_s;
-            m_tokens[open].text = u"('"_s + type.trimmed() + u"'"_s;
-            if (isTextType(type))
-                m_textCalls.insert(qsizetype(open));
-        } else if (token.isWord(u"CAST")) {
-            const size_t close = closing(m_tokens, open);
-            bool afterAs = false;
-            for (size_t i = open; i < close; ++i) {
-                if (afterAs && isTextType(m_tokens[i].text))
-                    m_textCalls.insert(qsizetype(open));
-                afterAs = afterAs || m_tokens[i].isWord(u"AS");
-            }
+        f.conversion->valueEnd = lastEnd();
+        f.conversion->styled = true;
+    }
+
+    void passWord(const SqlToken &token) {
+        if (token.isWord("CASE")) {
+            if (m_afterOperand)
+                endChain();
+            m_frames.push_back({.isCase = true, .chainIsValue = false});
+        } else if (token.isWord("END")) {
+            if (frame().isCase)
+                leave(lastEnd());
+        } else if (token.isWord("COLLATE")) {
+            ++m_i;
+        } else if (signAhead(1, "(") &&
+                   (!isKeyword(token) || token.isWord("LEFT") || token.isWord("RIGHT"))) {
+            passCall(token);
+        } else if (isKeyword(token)) {
+            passKeyword(token);
         } else {
-            static const QSet<QString> textFunctions{u"SUBSTRING"_s, u"REPLACE"_s, u"LTRIM"_s, u"RTRIM"_s,
-                                                     u"TRIM"_s,      u"UPPER"_s,   u"LOWER"_s, u"LEFT"_s,
-                                                     u"RIGHT"_s,     u"GETDATE"_s};
-            if (textFunctions.contains(token.text.toUpper()))
-                m_textCalls.insert(qsizetype(open));
+            passName();
         }
     }
 
-    void joinTexts(size_t at) {
-        if (!m_tokens[at].is(u"+"))
-            return;
-        const size_t before = previousSolid(m_tokens, at);
-        if (before >= m_tokens.size())
-            return;
-        if (endsText(before) || beginsText(nextSolid(m_tokens, at)))
-            m_tokens[at].text = u"||"_s;
+    void passName() {
+        // A word right behind an operand is its alias.
+        if (m_afterOperand)
+            endChain();
+        while (signAhead(1, ".") && ahead(2))
+            m_i += 2;
+        const SqlToken &name = m_tokens[m_i];
+        operand(name.kind == Kind::Word ? typeOfColumn(name.text) : ValueType::Unknown);
     }
 
-    // Whether the operand that ends with this token is a text.
-    bool endsText(size_t at) const {
-        const SqlToken &token = m_tokens[at];
-        if (token.kind == SqlToken::Literal || (token.isName() && isTextColumn(token.name())))
-            return true;
-        if (token.is(u")") && m_textCalls.contains(qsizetype(opening(m_tokens, at))))
-            return true;
-        // a || b + c: the join goes on, whatever b is.
-        size_t start = token.is(u")") ? opening(m_tokens, at) : at;
-        for (size_t i = previousSolid(m_tokens, start); i < m_tokens.size(); i = previousSolid(m_tokens, i)) {
-            if (m_tokens[i].is(u"||"))
-                return true;
-            if (!m_tokens[i].is(u".") && !m_tokens[i].isName())
-                return false;
-        }
-        return false;
+    void passKeyword(const SqlToken &token) {
+        endChain();
+        Frame &f = frame();
+        if (token.isWord("SELECT"))
+            passSelect(token);
+        else if (token.isWord("UNION") || token.isWord("EXCEPT") || token.isWord("INTERSECT"))
+            passUnion(f);
+        else if (token.isWord("ORDER") && isByAhead())
+            f.orderAt = lastEnd();
+        else if (token.isWord("AS") && f.conversion && !f.conversion->valueEnd && ahead(1))
+            passCastType(*f.conversion);
+        if (f.isCase)
+            f.chainIsValue = token.isWord("THEN") || token.isWord("ELSE");
     }
 
-    // Whether the operand that begins with this token is a text; calls before it are not renamed yet.
-    bool beginsText(size_t at) {
-        if (at >= m_tokens.size())
+    bool isByAhead() const { return ahead(1) && ahead(1)->isWord("BY"); }
+
+    void passSelect(const SqlToken &select) {
+        frame().isSelect = true;
+        size_t n = 1;
+        while (ahead(n) && (ahead(n)->isWord("DISTINCT") || ahead(n)->isWord("ALL")))
+            ++n;
+        if (!ahead(n) || !ahead(n)->isWord("TOP"))
+            return;
+        const bool bracketed = signAhead(n + 1, "(");
+        const SqlToken *count = ahead(n + (bracketed ? 2 : 1));
+        if (!count || count->kind != Kind::Number || (bracketed && !signAhead(n + 3, ")")))
+            return;
+        const size_t last = n + (bracketed ? 3 : 1);
+        edit(ahead(n)->at, ahead(last)->end() - ahead(n)->at, {});
+        frame().top = Top{select.at, std::string(count->text)};
+        m_i += last;
+    }
+
+    // LIMIT counts for a whole compound, TOP for one SELECT of it: those become sub-selects.
+    void passUnion(Frame &f) {
+        wrapTop(f, lastEnd());
+        f.compound = true;
+        f.orderAt.reset();
+    }
+
+    void wrapTop(Frame &f, size_t end) {
+        if (!f.top)
+            return;
+        edit(f.top->selectAt, 0, "SELECT * FROM (");
+        edit(end, 0, " LIMIT " + f.top->count + ")");
+        f.top.reset();
+    }
+
+    void passCall(const SqlToken &name) {
+        if (m_afterOperand)
+            endChain();
+        Frame called;
+        if (!hasTypeOfArguments(name))
+            called.fixed = typeOfFunction(name);
+        if (name.isWord("ISNULL"))
+            edit(name.at, name.text.size(), "ifnull");
+        else if (name.isWord("LEFT") || name.isWord("RIGHT"))
+            edit(name.at, name.text.size(), name.isWord("LEFT") ? "left_text" : "right_text");
+        else if (name.isWord("CAST"))
+            called.conversion = Conversion{.headAt = name.at, .valueAt = ahead(1)->end()};
+        else if (name.isWord("CONVERT") && passConvertHead(called, name))
+            return enter(std::move(called));
+        ++m_i; // the parenthesis
+        enter(std::move(called));
+    }
+
+    /// Past `CONVERT(type(length),`; false when it is not of that form.
+    bool passConvertHead(Frame &called, const SqlToken &name) {
+        const SqlToken *type = ahead(2);
+        if (!type || type->kind != Kind::Word)
             return false;
-        if (m_tokens[at].isWord(u"N") && at + 1 < m_tokens.size() &&
-            m_tokens[at + 1].kind == SqlToken::Literal)
-            return true;
-        if (m_tokens[at].kind == SqlToken::Literal)
-            return true;
-        const size_t open = nextSolid(m_tokens, at);
-        if (open < m_tokens.size() && m_tokens[open].is(u"(")) {
-            renameCalls(at);
-            return m_textCalls.contains(qsizetype(open));
+        size_t n = 3;
+        std::string length;
+        if (signAhead(n, "(") && ahead(n + 1)) {
+            length = ahead(n + 1)->kind == Kind::Number ? std::string(ahead(n + 1)->text) : std::string();
+            while (ahead(n) && !signAhead(n, ")"))
+                ++n;
+            ++n;
         }
-        while (const SqlToken *dot = next(at)) {
-            if (!dot->is(u"."))
-                break;
-            at = nextSolid(m_tokens, nextSolid(m_tokens, at));
-            if (at >= m_tokens.size())
-                return false;
-        }
-        return m_tokens[at].isName() && isTextColumn(m_tokens[at].name());
+        if (!signAhead(n, ","))
+            return false;
+        called.conversion = Conversion{name.at, ahead(n)->end(), conversionTarget(*type), length};
+        m_i += n;
+        return true;
     }
 
-    QString text() const {
-        QString text;
-        for (size_t at = 0; at <= m_tokens.size(); ++at) {
-            // The inner SELECT's limit was found later and stands first where both end together.
-            for (auto it = m_insertions.rbegin(); it != m_insertions.rend(); ++it)
-                if (it->before == at)
-                    text += it->text;
-            if (at < m_tokens.size())
-                text += m_tokens[at].text;
-        }
-        return text;
+    void passCastType(Conversion &cast) {
+        cast.target = conversionTarget(*ahead(1));
+        cast.valueEnd = lastEnd();
+        // The rest up to the parenthesis is the type.
+        if (cast.target == ConversionTarget::Text && signAhead(2, "(") && ahead(3) &&
+            ahead(3)->kind == Kind::Number)
+            cast.length = ahead(3)->text;
+        while (ahead(1) && !signAhead(1, ")"))
+            m_i += signAhead(2, "(") ? skipBracket(2) : 1;
     }
 
+    /// Number of tokens from the current one to the parenthesis that closes the one `n` ahead.
+    size_t skipBracket(size_t n) const {
+        while (ahead(n) && !signAhead(n, ")"))
+            ++n;
+        return n;
+    }
+
+    void enter(Frame inner) {
+        if (m_afterOperand)
+            endChain();
+        m_frames.push_back(std::move(inner));
+        m_afterOperand = false;
+    }
+
+    void leave(size_t end) {
+        if (m_frames.size() == 1) // one closing sign too many
+            return endChain();
+        finish(frame(), end);
+        const Frame left = std::move(m_frames.back());
+        m_frames.pop_back();
+        operand(typeOf(left));
+    }
+
+    static ValueType typeOf(const Frame &f) {
+        if (f.conversion)
+            return f.conversion->target == ConversionTarget::Text      ? ValueType::Text
+                   : f.conversion->target == ConversionTarget::Integer ? ValueType::Number
+                   : f.conversion->target == ConversionTarget::Number  ? ValueType::Number
+                                                                       : ValueType::Unknown;
+        return f.isSelect ? ValueType::Unknown : f.fixed.value_or(f.values);
+    }
+
+    void finish(Frame &f, size_t end) {
+        // A style is no part of the value that is converted.
+        const bool styled = f.conversion && f.conversion->styled;
+        const ValueType value = styled ? f.values : combined(f.values, f.chain);
+        endChain();
+        if (f.conversion)
+            finishConversion(*f.conversion, value, end);
+        if (f.top && f.compound)
+            wrapTop(f, f.orderAt.value_or(end));
+        else if (f.top)
+            edit(end, 0, " LIMIT " + f.top->count);
+    }
+
+    /// @param value type of what is converted
+    /// @param end where the conversion's last argument ends
+    void finishConversion(const Conversion &c, ValueType value, size_t end) {
+        const bool convert = m_sql[qsizetype(c.headAt) + 1] == 'O' || m_sql[qsizetype(c.headAt) + 1] == 'o';
+        if (!convert && c.target != ConversionTarget::Date && c.target != ConversionTarget::DateTime)
+            return; // SQLite's own CAST does
+        const size_t valueEnd = c.valueEnd.value_or(end);
+        const bool asDate = c.target == ConversionTarget::Date ||
+                            (c.target == ConversionTarget::Text && c.styled && value == ValueType::Unknown);
+        std::string head = asDate ? "convert_date(" : "CAST(";
+        std::string tail = c.target == ConversionTarget::Integer  ? " AS INTEGER"
+                           : c.target == ConversionTarget::Number ? " AS NUMERIC"
+                                                                  : " AS TEXT";
+        if (asDate)
+            tail = c.target == ConversionTarget::Date
+                       ? ", 111"
+                       : std::string(m_sql.constData() + valueEnd, end - valueEnd);
+        if (c.target == ConversionTarget::Text && !c.length.empty()) {
+            head = "substr(" + head;
+            tail += "), 1, " + c.length;
+        }
+        edit(c.headAt, c.valueAt - c.headAt, head);
+        edit(valueEnd, end - valueEnd, tail);
+    }
+
+    QByteArray applied() {
+        if (m_edits.empty())
+            return m_sql;
+        std::ranges::stable_sort(m_edits, {}, &Edit::at);
+        QByteArray out;
+        out.reserve(m_sql.size() + 64);
+        size_t from = 0;
+        for (const Edit &e : m_edits) {
+            if (e.at < from)
+                continue;
+            out.append(m_sql.constData() + from, qsizetype(e.at - from));
+            out.append(e.text.data(), qsizetype(e.text.size()));
+            from = e.at + e.length;
+        }
+        return out.append(m_sql.constData() + from, m_sql.size() - qsizetype(from));
+    }
+
+    QByteArray m_sql;
     std::vector<SqlToken> m_tokens;
-    std::vector<Insertion> m_insertions;
-    QSet<qsizetype> m_textCalls; ///< opening brackets of calls that give a text
+    std::vector<Frame> m_frames;
+    std::vector<Edit> m_edits;
+    size_t m_i = 0;
+    bool m_afterOperand = false;
 };
 
 } // namespace
 
-QString embeddedDialect(const QString &sql) {
-    return Rewriting(sql).run();
+QByteArray embeddedDialect(const QByteArray &sql) {
+    return Rewriter(sql).rewritten();
 }

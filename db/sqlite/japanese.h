@@ -1,32 +1,43 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <memory>
+#include <string_view>
+#include <unicode/coll.h>
 
-struct UCollator;
-
-/// Compares texts as the server's collation Japanese_CI_AS does: case, width and kana kind are ignored,
-/// voiced and unvoiced kana stay apart.
+/// Order and equality of texts like the server's collation Japanese_CI_AS: case, width and kana kind are
+/// ignored, voiced marks are not, nor do blanks at the end count.
 class JapaneseCollator {
 public:
     JapaneseCollator();
-    ~JapaneseCollator();
-    JapaneseCollator(const JapaneseCollator &) = delete;
-    JapaneseCollator &operator=(const JapaneseCollator &) = delete;
 
-    /// Negative, 0 or positive; both texts in UTF-8, lengths in bytes.
-    int compare(const char *left, int leftLength, const char *right, int rightLength) const;
+    /// Whether the collation data were found; if not, compare must not be called.
+    bool isValid() const { return m_collator != nullptr; }
+
+    /// Less than, equal to or greater than 0; both texts are UTF-8.
+    int compare(std::string_view a, std::string_view b) const;
 
 private:
-    UCollator *m_collator;
+    int compareSlowly(std::string_view a, std::string_view b) const;
+
+    std::unique_ptr<icu::Collator> m_collator;
+    /// Rank of each printable ASCII character, the collator's own order; 0 sends a text to the collator.
+    std::array<unsigned char, 256> m_rank = {};
 };
 
-/// A LIKE pattern with % and _, ready for many texts.
+/// A LIKE pattern that compares like the server's Japanese collation: case, width and kana kind are ignored.
+/// % stands for any text, _ for one character; full-width ％ and ＿ stand for themselves.
 class LikePattern {
 public:
-    explicit LikePattern(const QString &pattern);
+    /// @param escape character that takes the next one's meaning away; null: none
+    explicit LikePattern(const QString &pattern, QChar escape = {});
+
     bool matches(const QString &text) const;
 
 private:
-    QString m_pattern; ///< folded, with stand-ins for the wildcards
+    bool matchesFolded(QStringView text) const;
+
+    QString m_pattern;   ///< folded; wildcards are noncharacters
+    QString m_contained; ///< of a pattern `%text%`
 };

@@ -1,119 +1,121 @@
 #include "db/sqlite/sql_tokens.h"
 
+#include <algorithm>
+
 namespace {
 
-bool beginsWord(QChar c) {
-    return c.isLetter() || c == u'_' || c == u'@' || c == u'#' || c.unicode() > 0x7f;
+constexpr bool isBlank(char c) {
+    return c == ' ' || (c >= '\t' && c <= '\r');
 }
 
-// Behind the closing sign of what begins at `at`; a doubled sign stands for one.
-qsizetype quotedEnd(const QString &sql, qsizetype at, QChar close) {
-    for (qsizetype i = at + 1; i < sql.size(); ++i) {
-        if (sql[i] != close)
-            continue;
-        if (i + 1 < sql.size() && sql[i + 1] == close)
-            ++i;
-        else
-            return i + 1;
+constexpr bool isDigit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Every byte of a character beyond ASCII belongs to a name.
+constexpr bool isNameCharacter(char c) {
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || isDigit(c) || c == '_' || c == '@' ||
+           c == '#' || c == '$' || static_cast<unsigned char>(c) >= 0x80;
+}
+
+class Scanner {
+public:
+    explicit Scanner(std::string_view sql) : m_sql(sql) {}
+
+    std::vector<SqlToken> all() {
+        std::vector<SqlToken> tokens;
+        // A token of an ordinary statement takes some six bytes, the blanks around it included.
+        tokens.reserve(std::min<size_t>(m_sql.size() / 6 + 8, 4096));
+        for (skipBlanks(); m_at < m_sql.size(); skipBlanks())
+            tokens.push_back(next());
+        return tokens;
     }
-    return sql.size();
-}
 
-template <class Test> qsizetype whileTrue(const QString &sql, qsizetype at, Test test) {
-    while (at < sql.size() && test(sql[at]))
-        ++at;
-    return at;
-}
+private:
+    char peek(size_t ahead = 0) const { return m_at + ahead < m_sql.size() ? m_sql[m_at + ahead] : '\0'; }
 
-qsizetype behind(const QString &sql, QStringView sign, qsizetype from) {
-    const qsizetype at = sql.indexOf(sign, from);
-    return at < 0 ? sql.size() : at + sign.size();
-}
+    void skipBlanks() {
+        while (m_at < m_sql.size()) {
+            if (isBlank(peek()))
+                ++m_at;
+            else if (peek() == '-' && peek(1) == '-')
+                m_at = std::min(m_sql.find('\n', m_at), m_sql.size());
+            else if (peek() == '/' && peek(1) == '*')
+                skipPast("*/", m_at + 2);
+            else
+                return;
+        }
+    }
 
-qsizetype tokenEnd(const QString &sql, qsizetype at, SqlToken::Kind &kind) {
-    const QChar c = sql[at];
-    const QStringView rest = QStringView(sql).mid(at);
-    kind = SqlToken::Space;
-    if (c.isSpace())
-        return whileTrue(sql, at, [](QChar x) { return x.isSpace(); });
-    if (rest.startsWith(u"--"))
-        return behind(sql, u"\n", at);
-    if (rest.startsWith(u"/*"))
-        return behind(sql, u"*/", at + 2);
-    kind = SqlToken::Literal;
-    if (c == u'\'')
-        return quotedEnd(sql, at, c);
-    kind = SqlToken::QuotedName;
-    if (c == u'"')
-        return quotedEnd(sql, at, c);
-    if (c == u'[')
-        return quotedEnd(sql, at, u']');
-    kind = SqlToken::Number;
-    if (c.isDigit())
-        return whileTrue(sql, at, [](QChar x) { return x.isLetterOrNumber() || x == u'.'; });
-    kind = SqlToken::Word;
-    if (beginsWord(c))
-        return whileTrue(sql, at, [](QChar x) { return beginsWord(x) || x.isDigit() || x == u'$'; });
-    kind = SqlToken::Symbol;
-    return at + (rest.startsWith(u"||") ? 2 : 1);
-}
+    void skipPast(std::string_view closing, size_t from) {
+        const size_t found = m_sql.find(closing, from);
+        m_at = found == std::string_view::npos ? m_sql.size() : found + closing.size();
+    }
 
-int bracket(const SqlToken &token) {
-    return token.is(u"(") || token.text.startsWith(u"('") ? 1 : token.is(u")") ? -1 : 0;
-}
+    /// From the opening sign at m_at; a doubled closing sign stands for itself.
+    void skipQuoted(char closing) {
+        ++m_at;
+        do
+            skipPast({&closing, 1}, m_at);
+        while (peek() == closing && ++m_at);
+    }
+
+    template <class Predicate> void skipWhile(Predicate predicate) {
+        while (m_at < m_sql.size() && predicate(m_sql[m_at]))
+            ++m_at;
+    }
+
+    SqlToken next() {
+        const size_t from = m_at;
+        const SqlToken::Kind kind = pass();
+        return {kind, from, m_sql.substr(from, m_at - from)};
+    }
+
+    SqlToken::Kind pass() {
+        const char c = peek();
+        if ((c == 'N' || c == 'n') && peek(1) == '\'')
+            ++m_at;
+        if (peek() == '\'') {
+            skipQuoted('\'');
+            return SqlToken::Kind::Text;
+        }
+        if (c == '[' || c == '"') {
+            skipQuoted(c == '[' ? ']' : '"');
+            return SqlToken::Kind::Word;
+        }
+        if (isDigit(c) || (c == '.' && isDigit(peek(1)))) {
+            skipWhile([](char d) { return isNameCharacter(d) || d == '.'; });
+            return SqlToken::Kind::Number;
+        }
+        if (isNameCharacter(c)) {
+            skipWhile(isNameCharacter);
+            return SqlToken::Kind::Word;
+        }
+        passSign();
+        return SqlToken::Kind::Sign;
+    }
+
+    void passSign() {
+        constexpr std::string_view pairs[] = {"<=", ">=", "<>", "!=", "||"};
+        const std::string_view two = m_sql.substr(m_at, 2);
+        m_at += std::ranges::find(pairs, two) != std::end(pairs) ? 2 : 1;
+    }
+
+    std::string_view m_sql;
+    size_t m_at = 0;
+};
 
 } // namespace
 
-std::vector<SqlToken> sqlTokens(const QString &sql) {
-    std::vector<SqlToken> tokens;
-    for (qsizetype at = 0; at < sql.size();) {
-        SqlToken::Kind kind;
-        const qsizetype end = tokenEnd(sql, at, kind);
-        tokens.push_back({kind, sql.mid(at, end - at)});
-        at = end;
-    }
-    return tokens;
+bool equalsUpper(std::string_view text, std::string_view upper) {
+    return std::ranges::equal(
+        text, upper, [](char a, char b) { return (a >= 'a' && a <= 'z' ? char(a - 'a' + 'A') : a) == b; });
 }
 
-size_t nextSolid(const std::vector<SqlToken> &tokens, size_t at) {
-    for (++at; at < tokens.size(); ++at)
-        if (tokens[at].kind != SqlToken::Space && !tokens[at].text.isEmpty())
-            break;
-    return std::min(at, tokens.size());
+bool SqlToken::isWord(std::string_view upper) const {
+    return kind == Kind::Word && equalsUpper(text, upper);
 }
 
-size_t previousSolid(const std::vector<SqlToken> &tokens, size_t at) {
-    while (at-- > 0)
-        if (tokens[at].kind != SqlToken::Space && !tokens[at].text.isEmpty())
-            return at;
-    return tokens.size();
-}
-
-size_t closing(const std::vector<SqlToken> &tokens, size_t at) {
-    int depth = 0;
-    for (size_t i = at; i < tokens.size(); ++i)
-        if ((depth += bracket(tokens[i])) == 0)
-            return i;
-    return tokens.size() - 1;
-}
-
-size_t opening(const std::vector<SqlToken> &tokens, size_t at) {
-    int depth = 0;
-    for (size_t i = at + 1; i-- > 0;)
-        if ((depth += bracket(tokens[i])) == 0)
-            return i;
-    return 0;
-}
-
-size_t endOfSelect(const std::vector<SqlToken> &tokens, size_t at) {
-    int depth = 0;
-    for (size_t i = at; i < tokens.size(); ++i) {
-        depth += bracket(tokens[i]);
-        const bool ends = depth < 0 || (depth == 0 && (tokens[i].is(u";") || tokens[i].isWord(u"UNION")));
-        if (ends)
-            return i;
-    }
-    // Before a closing comment, which would swallow what is added behind it.
-    const size_t last = previousSolid(tokens, tokens.size());
-    return last < tokens.size() ? last + 1 : tokens.size();
+std::vector<SqlToken> sqlTokens(std::string_view sql) {
+    return Scanner(sql).all();
 }

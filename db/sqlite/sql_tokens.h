@@ -1,34 +1,29 @@
 #pragma once
 
-#include <QString>
+#include <string_view>
 #include <vector>
 
-/// A piece of SQL text. Joined in order, the pieces are the text again.
+/// One word, literal or sign of an SQL statement; blanks and comments lie between tokens.
 struct SqlToken {
-    enum Kind { Space, Word, Number, Literal, QuotedName, Symbol };
+    enum class Kind {
+        Word,   ///< name or keyword, also as [name] and "name"
+        Number, ///< without a sign
+        Text,   ///< '…' or N'…'
+        Sign    ///< anything else, one or two characters
+    };
 
     Kind kind;
-    QString text;
+    size_t at; ///< offset in the statement, in bytes
+    std::string_view text;
 
-    bool is(QStringView symbol) const { return kind == Symbol && text == symbol; }
-    bool isWord(QStringView word) const {
-        return kind == Word && text.compare(word, Qt::CaseInsensitive) == 0;
-    }
-    bool isName() const { return kind == Word || kind == QuotedName; }
-    /// Without brackets or quotes.
-    QString name() const { return kind == QuotedName ? text.mid(1, text.size() - 2) : text; }
+    size_t end() const { return at + text.size(); }
+    /// A keyword or unquoted name, ASCII case ignored; `upper` is in capitals.
+    bool isWord(std::string_view upper) const;
+    bool isSign(std::string_view sign) const { return kind == Kind::Sign && text == sign; }
 };
 
-/// Takes SQL text apart; comments count as space. An unclosed literal runs to the end.
-std::vector<SqlToken> sqlTokens(const QString &sql);
+/// Takes UTF-8 SQL text apart. Never fails: a literal without end reaches to the end of the text.
+std::vector<SqlToken> sqlTokens(std::string_view sql);
 
-/// The next and the previous token that is no space and not emptied; the number of tokens when there is none.
-size_t nextSolid(const std::vector<SqlToken> &tokens, size_t at);
-size_t previousSolid(const std::vector<SqlToken> &tokens, size_t at);
-
-/// The bracket that belongs to the one at `at`; the last token, or the first, when there is none.
-size_t closing(const std::vector<SqlToken> &tokens, size_t at);
-size_t opening(const std::vector<SqlToken> &tokens, size_t at);
-
-/// Where the SELECT at `at` ends: its closing bracket, a UNION, a semicolon or the end.
-size_t endOfSelect(const std::vector<SqlToken> &tokens, size_t at);
+/// ASCII case ignored; `upper` is in capitals.
+bool equalsUpper(std::string_view text, std::string_view upper);

@@ -33,7 +33,9 @@ Meaning meaningOf(int code, const QString &detail) {
     case SQLITE_FULL:
         return {u"HY000"_s, u"ディスクの空きがなく、データベースファイルに書き込めません。"_s};
     case SQLITE_CONSTRAINT:
-        return {u"23000"_s, {}};
+        return {u"23000"_s, u"データの決まりに反するため、書き込めません。"_s};
+    case SQLITE_IOERR:
+        return {u"08S01"_s, u"データベースファイルを読み書きできません。"_s};
     default:
         break;
     }
@@ -55,4 +57,13 @@ ProviderError sqliteError(int code, const QString &detail, const QString &path) 
     error.nativeError = code;
     error.number = adoErrorNumber(meaning.state);
     return error;
+}
+
+ProviderError connectionError(const QString &description) {
+    const QString state = u"08001"_s;
+    return {adoErrorNumber(state), description, u"SQLite"_s, state, SQLITE_CANTOPEN};
+}
+
+bool breaksConnection(int code) {
+    return (code & 0xff) == SQLITE_IOERR || (code & 0xff) == SQLITE_NOTADB || code == SQLITE_READONLY_DBMOVED;
 }

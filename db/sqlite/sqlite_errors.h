@@ -7,3 +7,9 @@
 /// @param detail the engine's own text
 /// @param path of the database file
 ProviderError sqliteError(int code, const QString &detail, const QString &path);
+
+/// An error that is found before the engine is asked.
+ProviderError connectionError(const QString &description);
+
+/// After this the connection is of no more use: the file has gone, or is no database.
+bool breaksConnection(int code);

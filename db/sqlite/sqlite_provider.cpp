@@ -1,185 +1,250 @@
 #include "db/sqlite/sqlite_provider.h"
 
+#include "app/base/folders.h"
 #include "db/connection_string.h"
 #include "db/sqlite/dialect.h"
-#include "db/sqlite/functions.h"
 #include "db/sqlite/sqlite_errors.h"
 
+#include <QDir>
 #include <QFileInfo>
+#include <QUrl>
+#include <algorithm>
+#include <array>
+#include <limits>
 #include <sqlite3.h>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-constexpr int busyTimeout = 10'000;        // milliseconds
-constexpr int stepsBetweenLooks = 100'000; // virtual machine steps between two looks at the clock
+
+constexpr int defaultBusyTimeout = 10000;     // milliseconds
+constexpr int stepsBetweenTimeChecks = 10000; // of SQLite's virtual machine: a fraction of a millisecond
+
+struct Finalize {
+    void operator()(sqlite3_stmt *statement) const { sqlite3_finalize(statement); }
+};
+using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+
+/// Keywords beyond these are refused: one misspelt would change where data are read from.
+bool isKnownKeyword(const QString &keyword) {
+    static constexpr std::array<QStringView, 3> known = {u"Provider", u"Data Source", u"Busy Timeout"};
+    return std::ranges::any_of(known, [&](QStringView k) { return sameKeyword(keyword, k); });
+}
+
+QString fullPath(QString path) {
+#ifndef Q_OS_WIN
+    path.replace(u'\\', u'/');
+#endif
+    return QDir::cleanPath(QDir(Folders::programFolderOfThisRun()).absoluteFilePath(path));
+}
+
+QStringList columnNames(sqlite3_stmt *statement) {
+    QStringList names;
+    for (int i = 0, n = sqlite3_column_count(statement); i < n; ++i)
+        names.append(QString::fromUtf8(sqlite3_column_name(statement, i)));
+    return names;
+}
+
+void appendCell(Recordset &rows, sqlite3_stmt *statement, int column) {
+    switch (sqlite3_column_type(statement, column)) {
+    case SQLITE_NULL:
+        return rows.appendNull();
+    case SQLITE_INTEGER:
+        return rows.appendInteger(sqlite3_column_int64(statement, column));
+    case SQLITE_FLOAT:
+        return rows.appendReal(sqlite3_column_double(statement, column));
+    default:
+        const void *text = sqlite3_column_text(statement, column);
+        return rows.appendText(text, size_t(sqlite3_column_bytes(statement, column)));
+    }
+}
+
+/// Steps a statement to its end; SQLITE_DONE when all went well.
+int readRows(Recordset &rows, sqlite3_stmt *statement) {
+    const QStringList names = columnNames(statement);
+    rows.open(names, Recordset::Encoding::Utf8);
+    const int columns = int(names.size());
+    int result;
+    while ((result = sqlite3_step(statement)) == SQLITE_ROW)
+        for (int column = 0; column < columns; ++column)
+            appendCell(rows, statement, column);
+    return result;
+}
+
+int stepToEnd(sqlite3_stmt *statement) {
+    int result;
+    do
+        result = sqlite3_step(statement);
+    while (result == SQLITE_ROW);
+    return result;
+}
+
 } // namespace
 
-SqliteProvider::SqliteProvider() = default;
-
-SqliteProvider::~SqliteProvider() {
-    close();
-}
-
-void SqliteProvider::Finalize::operator()(sqlite3_stmt *statement) const {
-    sqlite3_finalize(statement);
-}
-
-bool SqliteProvider::open(const QString &connectionString) {
-    close();
-    const ConnectionString string(connectionString);
-    m_path = string.value(u"Data Source");
-    if (!string.isValid() || m_path.isEmpty()) {
-        m_errors.append(sqliteError(
-            SQLITE_CANTOPEN,
-            string.isValid() ? u"接続文字列に Data Source がありません。"_s : string.reason(), m_path));
-        return false;
-    }
-    const int result =
-        sqlite3_open_v2(m_path.toUtf8().constData(), &m_handle, SQLITE_OPEN_READWRITE, nullptr);
-    sqlite3_extended_result_codes(m_handle, 1);
-    const bool opened = result == SQLITE_OK ? prepareFile() : fail(result);
-    if (!opened)
-        close();
-    return opened;
-}
-
-bool SqliteProvider::prepareFile() {
-    sqlite3_busy_timeout(m_handle, busyTimeout);
-    sqlite3_progress_handler(
-        m_handle, stepsBetweenLooks,
-        [](void *self) {
-            const auto *provider = static_cast<const SqliteProvider *>(self);
-            return int(provider->m_timeout > 0 &&
-                       provider->m_clock.hasExpired(qint64(provider->m_timeout) * 1000));
-        },
-        this);
-    startClock();
-    if (!addServerFunctions(m_handle))
-        return fail(sqlite3_extended_errcode(m_handle));
-    // The first look at the file tells whether it is a database at all.
-    if (!run("SELECT count(*) FROM sqlite_master") || !run("PRAGMA foreign_keys = ON"))
-        return false;
-    const bool writable = sqlite3_db_readonly(m_handle, "main") == 0;
-    // With the write-ahead log, durable commits need no wait for readers; a power cut must not lose a
-    // consent.
-    return !writable || (run("PRAGMA journal_mode = WAL") && run("PRAGMA synchronous = FULL"));
-}
-
-void SqliteProvider::close() {
-    sqlite3_close_v2(m_handle);
-    m_handle = nullptr;
+void SqliteProvider::Close::operator()(sqlite3 *db) const {
+    sqlite3_close_v2(db);
 }
 
 QString SqliteProvider::databaseName() const {
     return QFileInfo(m_path).completeBaseName();
 }
 
-bool SqliteProvider::fail(int code) {
-    m_errors.append(sqliteError(code, QString::fromUtf8(sqlite3_errmsg(m_handle)), m_path));
+bool SqliteProvider::open(const QString &connectionString) {
+    close();
+    const auto refuse = [this](const QString &description) {
+        m_errors.append(connectionError(description));
+        return false;
+    };
+    const ConnectionString parsed(connectionString);
+    if (!parsed.isValid())
+        return refuse(parsed.reason());
+    for (const ConnectionItem &item : parsed.items())
+        if (!isKnownKeyword(item.keyword))
+            return refuse(u"接続文字列の項目「%1」は使えません。"_s.arg(item.keyword));
+    const QString source = parsed.value(u"Data Source");
+    if (source.isEmpty())
+        return refuse(u"接続文字列に Data Source（データベースファイル）がありません。"_s);
+
+    m_path = fullPath(source);
+    const QFileInfo file(m_path);
+    if (!file.exists())
+        return refuse(u"データベースファイルがありません。（%1）"_s.arg(m_path));
+    if (!file.isFile())
+        return refuse(u"データベースファイルではありません。（%1）"_s.arg(m_path));
+    bool given = false;
+    const int busy = parsed.value(u"Busy Timeout").toInt(&given);
+    return openFile(given ? busy : defaultBusyTimeout);
+}
+
+bool SqliteProvider::openFile(int busyMilliseconds) {
+    sqlite3 *db = nullptr;
+    int result = sqlite3_open_v2(m_path.toUtf8().constData(), &db,
+                                 SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+    m_db.reset(db);
+    if (result == SQLITE_OK)
+        result = configure(busyMilliseconds);
+    if (result == SQLITE_OK)
+        return true;
+    const bool unwritable = (result & 0xff) == SQLITE_CANTOPEN || (result & 0xff) == SQLITE_READONLY;
+    if (unwritable && fallBackToImmutable(busyMilliseconds))
+        return true;
+    fail(result);
+    close();
     return false;
 }
 
-// A transaction ends with the statement that fails in it.
-bool SqliteProvider::failStatement(int code) {
-    fail(code);
-    if (!sqlite3_get_autocommit(m_handle))
-        sqlite3_exec(m_handle, "ROLLBACK", nullptr, nullptr, nullptr);
-    return false;
-}
-
-bool SqliteProvider::run(const char *sql) {
-    const int result = sqlite3_exec(m_handle, sql, nullptr, nullptr, nullptr);
-    return result == SQLITE_OK || fail(sqlite3_extended_errcode(m_handle));
-}
-
-// Null with an error when the text cannot be prepared; null without one for blank text.
-SqliteProvider::Statement SqliteProvider::prepare(const char *&rest) {
-    sqlite3_stmt *raw = nullptr;
-    const int result = sqlite3_prepare_v2(m_handle, rest, -1, &raw, &rest);
+/// A write-ahead-log database whose file or folder cannot be written can only be read as one that nobody
+/// changes. With a log beside it that would miss its newest rows, so then it stays an error.
+bool SqliteProvider::fallBackToImmutable(int busyMilliseconds) {
+    if (QFileInfo(m_path + u"-wal"_s).size() > 0)
+        return false;
+    const QByteArray uri = QUrl::fromLocalFile(m_path).toEncoded() + "?immutable=1";
+    sqlite3 *db = nullptr;
+    const int result = sqlite3_open_v2(uri.constData(), &db,
+                                       SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);
+    std::unique_ptr<sqlite3, Close> opened(db);
     if (result != SQLITE_OK)
-        failStatement(sqlite3_extended_errcode(m_handle));
-    return Statement(raw);
+        return false;
+    m_db.swap(opened);
+    if (configure(busyMilliseconds) == SQLITE_OK)
+        return true;
+    m_db.swap(opened); // whose error is the one to tell
+    return false;
 }
 
-bool SqliteProvider::query(const QString &sql, Recordset &rows) {
-    startClock();
-    const QByteArray text = embeddedDialect(sql).toUtf8();
-    const char *rest = text.constData();
-    const qsizetype errors = m_errors.size();
-    const Statement statement = prepare(rest);
-    if (!statement)
-        return m_errors.size() == errors ? fail(SQLITE_MISUSE) : false;
+int SqliteProvider::configure(int busyMilliseconds) {
+    sqlite3_extended_result_codes(m_db.get(), 1);
+    sqlite3_busy_timeout(m_db.get(), busyMilliseconds);
+    sqlite3_progress_handler(m_db.get(), stepsBetweenTimeChecks, isOverdue, this);
+    m_deadline = Clock::time_point::max();
+    int result = addServerFunctions(m_db.get(), m_time);
+    // The first reading, which finds files that are no database.
+    if (result == SQLITE_OK)
+        result = executePlain("PRAGMA schema_version; PRAGMA foreign_keys = ON");
+    // Where the log cannot be had, say because a colleague is reading, the file stays as it is and works.
+    if (result == SQLITE_OK && sqlite3_db_readonly(m_db.get(), "main") == 0)
+        executePlain("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+    return result;
+}
 
-    sqlite3_stmt *s = statement.get();
-    QStringList names;
-    const int count = sqlite3_column_count(s);
-    for (int i = 0; i < count; ++i)
-        names.append(QString::fromUtf8(sqlite3_column_name(s, i)));
-    rows.open(names, Recordset::Encoding::Utf8);
-    int result;
-    while ((result = sqlite3_step(s)) == SQLITE_ROW) {
-        for (int i = 0; i < count; ++i) {
-            switch (sqlite3_column_type(s, i)) {
-            case SQLITE_NULL:
-                rows.appendNull();
-                break;
-            case SQLITE_INTEGER:
-                rows.appendInteger(sqlite3_column_int64(s, i));
-                break;
-            case SQLITE_FLOAT:
-                rows.appendReal(sqlite3_column_double(s, i));
-                break;
-            default: {
-                const void *bytes = sqlite3_column_text(s, i);
-                rows.appendText(bytes, size_t(sqlite3_column_bytes(s, i)));
-            }
-            }
-        }
+void SqliteProvider::close() {
+    m_db.reset();
+}
+
+int SqliteProvider::executePlain(const char *sql) {
+    return sqlite3_exec(m_db.get(), sql, nullptr, nullptr, nullptr);
+}
+
+int SqliteProvider::isOverdue(void *self) {
+    return Clock::now() > static_cast<SqliteProvider *>(self)->m_deadline ? 1 : 0;
+}
+
+/// Reports the error; a transaction is rolled back at once, as a server may do.
+bool SqliteProvider::fail(int result) {
+    const QString message = QString::fromUtf8(sqlite3_errmsg(m_db.get()));
+    m_errors.append(sqliteError(result, message, m_path));
+    m_deadline = Clock::time_point::max();
+    if (sqlite3_get_autocommit(m_db.get()) == 0)
+        executePlain("ROLLBACK");
+    if (breaksConnection(result))
+        close();
+    return false;
+}
+
+bool SqliteProvider::run(const QString &sql, Recordset *rows, qint64 *affected) {
+    if (!m_db) {
+        m_errors.append(connectionError(u"データベースに接続していません。"_s));
+        return false;
     }
-    return result == SQLITE_DONE || failStatement(sqlite3_extended_errcode(m_handle));
-}
+    const QByteArray text = embeddedDialect(sql.toUtf8());
+    m_time.text.clear();
+    m_deadline = m_timeout.count() > 0 ? Clock::now() + m_timeout : Clock::time_point::max();
 
-bool SqliteProvider::execute(const QString &sql, qint64 *affected) {
-    startClock();
-    const QByteArray text = embeddedDialect(sql).toUtf8();
-    qint64 changed = 0;
-    const qsizetype errors = m_errors.size();
-    for (const char *rest = text.constData(); *rest;) {
-        const Statement statement = prepare(rest);
-        if (!statement) {
-            if (m_errors.size() != errors)
-                return false;
+    const char *at = text.constData();
+    const char *const end = at + text.size();
+    while (at < end) {
+        sqlite3_stmt *prepared = nullptr;
+        const auto left = std::min<qptrdiff>(end - at, std::numeric_limits<int>::max());
+        int result = sqlite3_prepare_v2(m_db.get(), at, int(left), &prepared, &at);
+        const Statement statement(prepared);
+        if (result != SQLITE_OK)
+            return fail(result);
+        if (!statement) // nothing but blanks and comments
             continue;
-        }
-        const qint64 before = sqlite3_total_changes64(m_handle);
-        int result;
-        while ((result = sqlite3_step(statement.get())) == SQLITE_ROW)
-            ;
+        const qint64 before = sqlite3_total_changes64(m_db.get());
+        if (rows && sqlite3_column_count(prepared) > 0)
+            result = readRows(*std::exchange(rows, nullptr), prepared);
+        else
+            result = stepToEnd(prepared);
         if (result != SQLITE_DONE)
-            return failStatement(sqlite3_extended_errcode(m_handle));
-        if (sqlite3_total_changes64(m_handle) != before)
-            changed += sqlite3_changes64(m_handle);
+            return fail(result);
+        if (affected && sqlite3_total_changes64(m_db.get()) != before)
+            *affected += sqlite3_changes64(m_db.get());
     }
-    if (affected)
-        *affected = changed;
     return true;
 }
 
+bool SqliteProvider::query(const QString &sql, Recordset &rows) {
+    return run(sql, &rows, nullptr);
+}
+
+bool SqliteProvider::execute(const QString &sql, qint64 *affected) {
+    if (affected)
+        *affected = 0;
+    return run(sql, nullptr, affected);
+}
+
+// Immediate: a transaction of this program always writes, and waiting for the lock at its begin cannot
+// end in two transactions that wait for each other.
 bool SqliteProvider::begin() {
-    startClock();
-    return run("BEGIN IMMEDIATE");
+    return run(u"BEGIN IMMEDIATE"_s, nullptr, nullptr);
 }
 
 bool SqliteProvider::commit() {
-    startClock();
-    if (run("COMMIT"))
-        return true;
-    sqlite3_exec(m_handle, "ROLLBACK", nullptr, nullptr, nullptr);
-    return false;
+    return run(u"COMMIT"_s, nullptr, nullptr);
 }
 
 bool SqliteProvider::rollback() {
-    startClock();
-    return sqlite3_get_autocommit(m_handle) || run("ROLLBACK");
+    return run(u"ROLLBACK"_s, nullptr, nullptr);
 }

@@ -1,51 +1,53 @@
 #pragma once
 
 #include "db/provider.h"
+#include "db/sqlite/functions.h"
 
-#include <QElapsedTimer>
+#include <chrono>
 #include <memory>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
-/// The embedded database: one file, shared by the programs of one machine. Opens "Provider=SQLite;Data
-/// Source=path"; a relative path is taken from the current directory, and a file that is not there is not
-/// made. Statements come in the server's dialect.
+/// The embedded database, one file: "Provider=SQLite;Data Source=file". A relative path counts from the
+/// program folder. "Busy Timeout=n" (milliseconds) says how long to wait for another program's lock.
+/// A missing file is not made; a file that cannot be written is opened for reading.
 class SqliteProvider : public DbProvider {
 public:
-    SqliteProvider();
-    ~SqliteProvider() override;
-
     bool open(const QString &connectionString) override;
     void close() override;
-    bool isOpen() const override { return m_handle != nullptr; }
+    bool isOpen() const override { return m_db != nullptr; }
+    /// The file's name without folder and suffix.
     QString databaseName() const override;
 
     bool query(const QString &sql, Recordset &rows) override;
+    /// Takes several statements too, one after the other; `affected` counts the rows of all.
     bool execute(const QString &sql, qint64 *affected) override;
 
-    /// Takes the write lock at once, so that two programs wait for each other here and not half-way.
     bool begin() override;
     bool commit() override;
     bool rollback() override;
 
-    void setCommandTimeout(int seconds) override { m_timeout = seconds; }
+    void setCommandTimeout(int seconds) override { m_timeout = std::chrono::seconds(seconds); }
 
 private:
-    struct Finalize {
-        void operator()(sqlite3_stmt *statement) const;
+    struct Close {
+        void operator()(sqlite3 *db) const;
     };
-    using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
+    using Clock = std::chrono::steady_clock;
 
-    bool prepareFile();
-    Statement prepare(const char *&rest);
-    bool run(const char *sql);
-    bool fail(int code);
-    bool failStatement(int code);
-    void startClock() { m_clock.start(); }
+    bool openFile(int busyMilliseconds);
+    int configure(int busyMilliseconds);
+    bool fallBackToImmutable(int busyMilliseconds);
+    /// Takes the rows of the first statement that gives rows, when `rows` is not null.
+    bool run(const QString &sql, Recordset *rows, qint64 *affected);
+    bool fail(int result);
+    int executePlain(const char *sql);
+    static int isOverdue(void *self);
 
-    sqlite3 *m_handle = nullptr;
+    std::unique_ptr<sqlite3, Close> m_db;
     QString m_path;
-    int m_timeout = 0; ///< seconds, 0: none
-    QElapsedTimer m_clock;
+    StatementTime m_time;
+    std::chrono::seconds m_timeout{0};
+    Clock::time_point m_deadline;
 };
