@@ -1,6 +1,9 @@
 #include "db/adodb.h"
 
 #include <QSysInfo>
+#include <algorithm>
+#include <exception>
+#include <limits>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -64,9 +67,10 @@ short cT_ADODB::iConnect() {
     if (!m_provider)
         m_provider = m_factory(m_connectionString);
     if (!m_provider)
-        return failed();
+        return refused(u"接続文字列に合うデータベースがありません。"_s);
     if (!m_provider->isOpen()) {
-        m_inTransaction = m_transactionOver = false;
+        // A transaction went with the lost connection: what belongs to it must not be sent outside it.
+        m_transactionOver = m_inTransaction;
         m_provider->open(m_connectionString);
         // Not open, but no error either, counts as open: what follows will tell.
         if (!m_provider->isOpen() && !m_provider->errors().isEmpty())
@@ -80,19 +84,16 @@ short cT_ADODB::iDisConnect() {
         return 0;
     m_provider->close();
     m_provider.reset();
-    m_inTransaction = m_transactionOver = false;
+    m_transactionOver = m_inTransaction;
     return 0;
 }
 
 short cT_ADODB::iOpenRecSet(Recordset &rows, const QString &sql, int, int, int) {
     rows.close();
-    if (!ready())
-        return -1;
-    if (m_provider->query(sql, rows))
-        return 0;
-    rows.close();
-    m_transactionOver = m_inTransaction;
-    return failed();
+    const short status = attempt([&] { return m_provider->query(sql, rows); });
+    if (status != 0)
+        rows.close();
+    return status;
 }
 
 short cT_ADODB::iCloseRecSet(Recordset &rows) {
@@ -101,12 +102,7 @@ short cT_ADODB::iCloseRecSet(Recordset &rows) {
 }
 
 short cT_ADODB::iExecSQL(const QString &sql, qint64 *affected) {
-    if (!ready())
-        return -1;
-    if (m_provider->execute(sql, affected))
-        return 0;
-    m_transactionOver = m_inTransaction;
-    return failed();
+    return attempt([&] { return m_provider->execute(sql, affected); });
 }
 
 short cT_ADODB::iBeginTrans() {
@@ -114,10 +110,9 @@ short cT_ADODB::iBeginTrans() {
         return -1;
     if (m_inTransaction)
         return refused(u"トランザクションは既に開始されています。"_s);
-    if (!m_provider->begin())
-        return failed();
-    m_inTransaction = true;
-    return 0;
+    const short status = attempt([this] { return m_provider->begin(); });
+    m_inTransaction = status == 0;
+    return status;
 }
 
 short cT_ADODB::iCommitTrans() {
@@ -125,23 +120,19 @@ short cT_ADODB::iCommitTrans() {
         return -1;
     if (!m_inTransaction)
         return refused(u"トランザクションが開始されていません。"_s);
-    if (m_provider->commit()) {
-        m_inTransaction = false;
-        return 0;
-    }
-    m_transactionOver = true;
-    return failed();
+    const short status = attempt([this] { return m_provider->commit(); });
+    m_inTransaction = status != 0;
+    return status;
 }
 
 short cT_ADODB::iRollback() {
-    if (!m_provider || !m_inTransaction)
+    if (!m_inTransaction)
         return refused(u"トランザクションが開始されていません。"_s);
     const bool over = m_transactionOver;
     m_inTransaction = m_transactionOver = false;
     // A failed statement has ended the transaction already; there is nothing left to undo.
-    const bool done = over || !m_provider->isOpen() || m_provider->rollback();
-    if (!m_provider->errors().isEmpty())
-        vAddAdoErrorLog(m_errors);
+    const bool done = over || !isConnected() || m_provider->rollback();
+    vAddAdoErrorLog(m_errors);
     return done ? 0 : -1;
 }
 
@@ -149,6 +140,21 @@ short cT_ADODB::iSetTimeout(short seconds) {
     if (seconds > 0 && m_provider)
         m_provider->setCommandTimeout(seconds);
     return 0;
+}
+
+/// Sends something to the provider. A failure ends a running transaction; what is thrown (for want of memory,
+/// say) is a failure.
+template <class Operation> short cT_ADODB::attempt(Operation operation) {
+    if (!ready())
+        return -1;
+    try {
+        if (operation())
+            return 0;
+    } catch (const std::exception &error) {
+        refused(QString::fromLocal8Bit(error.what()));
+    }
+    m_transactionOver = m_inTransaction;
+    return failed();
 }
 
 // Whether a statement may be sent; the reason stands in sErrMsg when not.
@@ -172,7 +178,8 @@ QString cT_ADODB::csNull(const Recordset &rows, int row, int column) {
 }
 
 short cT_ADODB::iNull(const Recordset &rows, int row, int column) {
-    return short(rows.number(row, column));
+    using Limits = std::numeric_limits<short>;
+    return short(std::clamp<qint64>(rows.number(row, column), Limits::min(), Limits::max()));
 }
 
 qint64 cT_ADODB::mNull(const Recordset &rows, int row, int column) {

@@ -65,6 +65,7 @@ private:
     short failed();
     short refused(const QString &reason);
     bool ready();
+    template <class Operation> short attempt(Operation operation);
 
     ProviderFactory m_factory;
     std::unique_ptr<DbProvider> m_provider;

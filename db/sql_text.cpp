@@ -9,6 +9,7 @@ namespace {
 
 QString quoted(const QString &text) {
     QString doubled = text;
+    doubled.remove(QChar::Null); // which would end the statement
     doubled.replace(u'\'', u"''"_s);
     // The server would turn a character that the code page lacks into '?' in a plain literal.
     return (fits932(text) ? u"'"_s : u"N'"_s) + doubled + u"'"_s;
