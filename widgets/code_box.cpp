@@ -40,6 +40,7 @@ CodeBox::CodeBox(QWidget *parent) : QLineEdit(parent) {
     setValidator(new DigitsValidator(this));
     setInputMethodHints(Qt::ImhDigitsOnly);
     setAlignment(Qt::AlignRight);
+    setSizePolicy(QSizePolicy::Maximum, QSizePolicy::Fixed);
     setDigits(10);
 }
 
@@ -58,8 +59,8 @@ void CodeBox::setDigits(int digits) {
     updateGeometry();
 }
 
-QSize CodeBox::sizeHint() const {
+QSize CodeBox::sizeFor(int digits) const {
     const int surplus = QLineEdit::sizeHint().width() - 17 * fontMetrics().horizontalAdvance(u'x');
-    const int digits = fontMetrics().horizontalAdvance(QString(maxLength() + 1, u'0'));
-    return {digits + qMax(surplus, fontMetrics().averageCharWidth()), QLineEdit::sizeHint().height()};
+    const int text = fontMetrics().horizontalAdvance(QString(digits + 1, u'0'));
+    return {text + qMax(surplus, fontMetrics().averageCharWidth()), QLineEdit::sizeHint().height()};
 }

@@ -20,6 +20,10 @@ public:
     /// How many digits the box takes and is wide for; 10 unless told.
     void setDigits(int digits);
 
-    QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return sizeHint(); }
+    /// Room for eight digits, six where a form is squeezed; longer codes scroll.
+    QSize sizeHint() const override { return sizeFor(qMin(maxLength(), 8)); }
+    QSize minimumSizeHint() const override { return sizeFor(qMin(maxLength(), 6)); }
+
+private:
+    QSize sizeFor(int digits) const;
 };

@@ -1,7 +1,8 @@
 #include "consent/list/list_command_bar.h"
 
+#include "widgets/flow_layout.h"
+
 #include <QAction>
-#include <QGridLayout>
 #include <QMenuBar>
 #include <QPushButton>
 
@@ -12,8 +13,7 @@ ListCommandBar::ListCommandBar(QWidget *window) : QWidget(window), m_menuBar(new
         m_menus[menu] = m_menuBar->addMenu(listMenuCaption(ListCommand::Menu(menu)));
         m_menus[menu]->setToolTipsVisible(true);
     }
-    auto *layout = new QGridLayout(this);
-    layout->setContentsMargins({});
+    auto *layout = new FlowLayout(this, FlowLayout::Widths::Uniform);
     for (const ListCommand &command : listCommands()) {
         QAction *action = makeAction(command, window);
         if (!command.button.isEmpty())
@@ -27,7 +27,7 @@ QAction *ListCommandBar::makeAction(const ListCommand &command, QWidget *window)
     action->setShortcut(QKeySequence(command.key));
     action->setEnabled(command.ready);
     action->setCheckable(command.checkable);
-    action->setToolTip(command.hint);
+    action->setToolTip(command.key.isEmpty() ? command.hint : command.hint + u"（%1）"_s.arg(command.key));
     window->addAction(action);
     m_menus[command.menu]->addAction(action);
     const QString id = command.button.isEmpty() ? command.action : command.button;
@@ -36,17 +36,17 @@ QAction *ListCommandBar::makeAction(const ListCommand &command, QWidget *window)
     return action;
 }
 
-void ListCommandBar::addButton(const ListCommand &command, QAction *action, QGridLayout *layout) {
-    constexpr int inRow = 12;
-    const QString caption = command.key.isEmpty() ? command.caption : command.caption + u" "_s + command.key;
+void ListCommandBar::addButton(const ListCommand &command, QAction *action, QLayout *layout) {
+    // A key alone stands on the button; one with a modifier would make all of them wider.
+    const bool plainKey = !command.key.isEmpty() && !command.key.contains(u'+');
+    const QString caption = plainKey ? command.caption + u" "_s + command.key : command.caption;
     auto *button = new QPushButton(caption, this);
     button->setObjectName(command.button);
-    button->setToolTip(command.hint);
+    button->setToolTip(action->toolTip());
     button->setEnabled(command.ready);
     button->setAutoDefault(false);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::enabledChanged, button, &QPushButton::setEnabled);
-    const int placed = layout->count();
-    layout->addWidget(button, placed / inRow, placed % inRow);
+    layout->addWidget(button);
 }

@@ -6,7 +6,7 @@
 #include <QWidget>
 
 class QAction;
-class QGridLayout;
+class QLayout;
 class QMenu;
 class QMenuBar;
 
@@ -26,7 +26,7 @@ Q_SIGNALS:
 
 private:
     QAction *makeAction(const ListCommand &command, QWidget *window);
-    void addButton(const ListCommand &command, QAction *action, QGridLayout *layout);
+    void addButton(const ListCommand &command, QAction *action, QLayout *layout);
 
     QMenuBar *m_menuBar;
     QHash<int, QMenu *> m_menus;

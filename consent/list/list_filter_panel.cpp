@@ -2,6 +2,7 @@
 
 #include "app/base/messages.h"
 #include "ui_list_filter_panel.h"
+#include "widgets/flow_layout.h"
 
 #include <array>
 
@@ -19,6 +20,10 @@ struct ListFilterPanel::Pairs {
 ListFilterPanel::ListFilterPanel(QWidget *parent)
     : QWidget(parent), m_ui(std::make_unique<Ui::ListFilterPanel>()) {
     m_ui->setupUi(this);
+    auto *range = new FlowLayout(m_ui->boxRange);
+    for (QWidget *part : std::initializer_list<QWidget *>{m_ui->boxKikan, m_ui->boxRireki, m_ui->boxSejutuKbn,
+                                                          m_ui->boxTejun, m_ui->chkEndKanja})
+        range->addWidget(part);
     connect(m_ui->txt_SiboriName, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->txt_SiboriKana, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->but_Read, &QPushButton::clicked, this, &ListFilterPanel::searchAsked);
