@@ -14,13 +14,13 @@ namespace {
 constexpr QChar RowEnd = u'\n';
 constexpr QChar CellEnd = u'\t';
 
-bool isNoise(QChar c) {
-    return c == u' ' || c == u'\u3000' || c == u'-' || c == u'\n' || c == u'\t' || c == u'\r';
+bool breaksLine(QChar c) {
+    return c == RowEnd || c == CellEnd || c == u'\r';
 }
 
-QString withoutNoise(QString text) {
-    text.removeIf(isNoise);
-    return text;
+// Blanks and hyphens, of whichever width, once they are folded.
+bool isNoise(QChar c) {
+    return c == u' ' || c == u'-';
 }
 
 } // namespace
@@ -49,7 +49,7 @@ void PickListModel::setRows(Recordset rows) {
 void PickListModel::narrow(const QString &typed) {
     QStringList words;
     for (const QString &word : typed.split(QRegularExpression(u"[\\s\u3000]+"_s), Qt::SkipEmptyParts)) {
-        if (const QString folded = foldForSearch(withoutNoise(word)); !folded.isEmpty())
+        if (const QString folded = foldForSearch(word).removeIf(isNoise); !folded.isEmpty())
             words.append(folded);
     }
     beginResetModel();
@@ -105,11 +105,11 @@ void PickListModel::foldRows() {
     for (int row = 0; row < m_rows.rowCount(); ++row) {
         for (const int position : m_positions) {
             if (position >= 0)
-                all += withoutNoise(m_rows.text(row, position)) + CellEnd;
+                all += m_rows.text(row, position).removeIf(breaksLine) + CellEnd;
         }
         all += RowEnd;
     }
-    m_folded = foldForSearch(all);
+    m_folded = foldForSearch(all).removeIf(isNoise);
     m_spans.clear();
     m_spans.reserve(size_t(m_rows.rowCount()));
     for (qsizetype begin = 0, end = 0; (end = m_folded.indexOf(RowEnd, begin)) >= 0; begin = end + 1)
