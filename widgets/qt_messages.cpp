@@ -58,7 +58,9 @@ Answer QtMessages::show(const Message &message) {
     box.setWindowTitle(message.title.isEmpty() ? u"同意書管理"_s : message.title);
     box.setIcon(iconOf(message.icon));
     box.setTextFormat(Qt::PlainText);
-    box.setText(displayedText(message.text));
+    const LongText text = partedText(displayedText(message.text));
+    box.setText(text.shown);
+    box.setDetailedText(text.whole);
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
 
     const QList<Choice> choices = choicesOf(message.buttons);

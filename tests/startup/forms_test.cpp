@@ -2,10 +2,10 @@
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
 #include "app/forms/version_form.h"
-#include "widgets/wait_message_form.h"
 #include "app/version.h"
 #include "tests/support/test_environment.h"
 #include "widgets/qt_messages.h"
+#include "widgets/wait_message_form.h"
 
 #include <QApplication>
 #include <QFile>
@@ -102,6 +102,29 @@ TEST(QtMessages, ShowsTextTitleAndIconAsGiven) {
     EXPECT_EQ(title, u"　エラー！！"_s);
     EXPECT_EQ(icon, QMessageBox::Warning);
     EXPECT_TRUE(flags & Qt::TextSelectableByMouse);
+}
+
+TEST(QtMessages, ALongTextLeavesTheButtonsOnTheScreen) {
+    QStringList lines;
+    for (int i = 1; i <= 400; ++i)
+        lines.append(u"%1 利用者"_s.arg(i));
+    lines.append(u"よろしいですか？"_s);
+    for (const QString &text : {lines.join(u"\r\n"_s), QString(20'000, u'あ')}) {
+        QSize size;
+        QString shown, whole;
+        whenShown([&](QWidget *window) {
+            const auto *box = qobject_cast<QMessageBox *>(window);
+            ASSERT_NE(box, nullptr);
+            size = box->size();
+            shown = box->text();
+            whole = box->detailedText();
+            QTest::keyClick(window, Qt::Key_Return);
+        });
+        EXPECT_TRUE(QtMessages().ask(text));
+        EXPECT_LE(size.height(), 700);
+        EXPECT_TRUE(shown.endsWith(text.right(8))) << "the question stays";
+        EXPECT_EQ(whole, QString(text).remove(u'\r'));
+    }
 }
 
 TEST(InputBoxForm, ReplacesTheProposalByWhatIsTyped) {
