@@ -94,7 +94,9 @@ bool Grid::showWholeText(const QHelpEvent &event) {
     const int room = columnWidth(index.column()) - 2 * widthOf(0);
     if (fontMetrics().horizontalAdvance(text) <= room)
         return false;
-    QToolTip::showText(event.globalPos(), text.toHtmlEscaped().replace(u'\n', u"<br>"_s), viewport(),
+    constexpr qsizetype most = 600; // a tip that covers the table helps nobody
+    const QString tip = text.size() > most ? text.left(most) + u"…"_s : text;
+    QToolTip::showText(event.globalPos(), tip.toHtmlEscaped().replace(u'\n', u"<br>"_s), viewport(),
                        visualRect(index));
     return true;
 }
