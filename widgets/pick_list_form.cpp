@@ -79,9 +79,10 @@ void PickListForm::watchCondition(QLineEdit *box, const std::function<bool()> &c
         if (changed() ? refresh() : m_model.rowCount() > 0)
             enterTable();
     });
-    // Not said here: the box may have been left for the button that closes the form.
-    connect(box, &QLineEdit::editingFinished, this, [this, changed] {
-        if (changed())
+    // An empty list is not said here: the box may have been left for the button that closes the form. Enter
+    // ends here too; what it could not read has been said.
+    connect(box, &QLineEdit::editingFinished, this, [this, box, changed] {
+        if (!box->hasFocus() && changed())
             refresh(false);
     });
 }

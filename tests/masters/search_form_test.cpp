@@ -297,6 +297,7 @@ TEST_F(Searches, AListThatFailsKeepsItsRows) {
         database.run(u"ALTER TABLE RIYOUSHA RENAME TO RIYOUSHA_AWAY"_s);
         enter(form, u"txtName"_s, u"山"_s);
         EXPECT_TRUE(lastMessage().endsWith(u"\r\niDsp1ranSub() でエラー"_s)) << lastMessage().toStdString();
+        EXPECT_EQ(messages.shown.size(), 1) << "said once";
         EXPECT_EQ(codes(form), u"1 2 3"_s);
     });
 }
