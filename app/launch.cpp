@@ -56,7 +56,7 @@ QString Launch::readConnectionString() {
         failStart(ini.sErrMsg());
         return {};
     }
-    const QString value = trimRight(cutAtNul(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
+    QString value = trimRight(cutAtNul(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
     if (value.isEmpty())
         failStart(u"接続文字列取得できません。"_s);
     return value;
@@ -71,6 +71,7 @@ bool Launch::connect(cT_ADODB &db, const QString &connectionString) {
 
 bool Launch::findBranch(cT_ADODB &db) {
     const MassageIni settings(m_environment.folders.program());
+    settings.warnIfMissing(m_environment.messages);
     const QString code = settings.value(u"KYOTEN_CD").value_or(QString());
     const QString number = settings.value(u"KYOTEN_EB").value_or(QString());
     if (!code.isEmpty() || !number.isEmpty()) {

@@ -3,12 +3,15 @@
 #include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "app/base/profile_text.h"
+#include "app/base/text.h"
 
 #include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+const QString warning = u"警告！"_s;
 
 /// U+3000 may be part of a folder's name and is kept.
 QString trimmedOfBlanks(QStringView text) {
@@ -35,7 +38,7 @@ MassageIni::MassageIni(const QString &folder) {
             continue;
         const QString key = trimmedOfBlanks(line.first(equals)).toUpper();
         if (!m_values.contains(key))
-            m_values.insert(key, trimmedOfBlanks(line.sliced(equals + 1)));
+            m_values.insert(key, trimmedOfBlanks(cutAtNul(line.sliced(equals + 1).toString())));
     }
 }
 
@@ -44,14 +47,19 @@ std::optional<QString> MassageIni::value(QStringView key) const {
     return found == m_values.cend() ? std::nullopt : std::optional(*found);
 }
 
+void MassageIni::warnIfMissing(Messages &messages) const {
+    if (!m_there)
+        messages.fail(u"システム設定ファイルが見つかりません。"_s, warning);
+}
+
 QString readMassageIni(const QString &folder, const QString &key, const QString &fallback, Messages *warn) {
     const MassageIni ini(folder);
     if (const auto value = ini.value(key))
         return *value;
-    const QString title = u"警告！"_s;
-    if (warn && !ini.isThere())
-        warn->fail(u"システム設定ファイルが見つかりません。"_s, title);
-    else if (warn)
-        warn->fail(u"システム設定ファイルに、指定の項目が見つかりません。\r["_s + key + u']', title);
+    if (!warn)
+        return fallback;
+    ini.warnIfMissing(*warn);
+    if (ini.isThere())
+        warn->fail(u"システム設定ファイルに、指定の項目が見つかりません。\r["_s + key + u']', warning);
     return fallback;
 }

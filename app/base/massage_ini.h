@@ -15,6 +15,8 @@ public:
 
     /// Whether the file is there and can be read.
     bool isThere() const { return m_there; }
+    /// Tells the user that there is none.
+    void warnIfMissing(Messages &messages) const;
 
     /// The value of the key's first line, ASCII case ignored; nothing when the line is missing.
     std::optional<QString> value(QStringView key) const;

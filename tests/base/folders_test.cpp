@@ -72,7 +72,7 @@ TEST_F(ProgramFolder, MassageIniWarnsWhenAsked) {
     RecordedMessages messages;
     EXPECT_EQ(readMassageIni(program, u"SYSTEM_SYS"_s, u"d"_s), u"d"_s);
     EXPECT_EQ(readMassageIni(program, u"SYSTEM_SYS"_s, u"d"_s, &messages), u"d"_s);
-    put(u"Massage.ini"_s, u"[x]\r\n;\r\n\tSYSTEM_TMP =\t 表\\\"一時\"  \r\n"_s);
+    put(u"Massage.ini"_s, u"[x]\r\n;\r\n\tSYSTEM_TMP =\t 表\\\"一時\"  \0;\r\n"_s);
     EXPECT_EQ(readMassageIni(program, u"SYSTEM_SYS"_s, u"d"_s, &messages), u"d"_s);
     EXPECT_EQ(readMassageIni(program, u"SYSTEM_TMP"_s, u"d"_s, &messages), u"表\\\"一時\""_s);
 

@@ -103,6 +103,7 @@ protected:
         suite.run(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, iUsedFlg) VALUES"
                   " (1, 0, 1), (1, 1, 0), (2, 3, 2), (2, 4, 1)"_s);
         writeConnection(suite.connectionString());
+        write(u"Massage.ini"_s, {});
     }
 
     void write(const QString &name, const QByteArray &bytes) const {
@@ -212,6 +213,13 @@ TEST_F(LaunchTest, ShowsTheDatabasesOwnTextWhenItCannotBeOpened) {
     EXPECT_TRUE(failed[1].contains(u"none"_s)) << failed[1].toStdString();
     EXPECT_TRUE(failed[1].endsWith(label));
     EXPECT_EQ(exitCode, 1);
+}
+
+TEST_F(LaunchTest, WarnsWhenMassageIniIsMissing) {
+    QFile::remove(suite.folder() + u"/Massage.ini"_s);
+    EXPECT_EQ(run(u"1"_s).mid(0, 3),
+              (Transcript{u"background"_s, u"critical [警告！] システム設定ファイルが見つかりません。"_s,
+                          u"list iInit 0"_s}));
 }
 
 TEST_F(LaunchTest, TreatsTheModesUnlikeWhenAScreenCannotBeginItsWork) {
