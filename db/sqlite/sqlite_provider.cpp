@@ -161,15 +161,24 @@ int SqliteProvider::configure(int busyMilliseconds) {
     int result = addServerFunctions(m_db.get(), m_time);
     // The first reading, which finds files that are no database.
     if (result == SQLITE_OK)
-        result = executePlain("PRAGMA schema_version; PRAGMA foreign_keys = ON");
-    // Where the log cannot be had, say because a colleague is reading, the file stays as it is and works.
-    if (result == SQLITE_OK && sqlite3_db_readonly(m_db.get(), "main") == 0)
-        executePlain("PRAGMA journal_mode = WAL; PRAGMA synchronous = FULL");
+        result = executePlain("PRAGMA schema_version; PRAGMA foreign_keys = ON; PRAGMA synchronous = FULL");
     return result;
+}
+
+/// The file keeps its kind of journal, so the log waits for the first write: to open or read a file, which
+/// may be none of ours, must not change it. Where it cannot be had, say because a colleague is reading, the
+/// file stays as it is and works.
+void SqliteProvider::chooseLog() {
+    if (m_logIsChosen || !m_db || sqlite3_get_autocommit(m_db.get()) == 0)
+        return;
+    m_logIsChosen = true;
+    if (sqlite3_db_readonly(m_db.get(), "main") == 0)
+        executePlain("PRAGMA journal_mode = WAL");
 }
 
 void SqliteProvider::close() {
     m_db.reset();
+    m_logIsChosen = false;
 }
 
 int SqliteProvider::executePlain(const char *sql) {
@@ -232,12 +241,14 @@ bool SqliteProvider::query(const QString &sql, Recordset &rows) {
 bool SqliteProvider::execute(const QString &sql, qint64 *affected) {
     if (affected)
         *affected = 0;
+    chooseLog();
     return run(sql, nullptr, affected);
 }
 
 // Immediate: a transaction of this program always writes, and waiting for the lock at its begin cannot
 // end in two transactions that wait for each other.
 bool SqliteProvider::begin() {
+    chooseLog();
     return run(u"BEGIN IMMEDIATE"_s, nullptr, nullptr);
 }
 

@@ -39,6 +39,7 @@ private:
     bool openFile(int busyMilliseconds);
     int configure(int busyMilliseconds);
     bool fallBackToImmutable(int busyMilliseconds);
+    void chooseLog();
     /// Takes the rows of the first statement that gives rows, when `rows` is not null.
     bool run(const QString &sql, Recordset *rows, qint64 *affected);
     bool fail(int result);
@@ -47,6 +48,7 @@ private:
 
     std::unique_ptr<sqlite3, Close> m_db;
     QString m_path;
+    bool m_logIsChosen = false;
     StatementTime m_time;
     std::chrono::seconds m_timeout{0};
     Clock::time_point m_deadline;

@@ -215,6 +215,19 @@ TEST_F(LaunchTest, ShowsTheDatabasesOwnTextWhenItCannotBeOpened) {
     EXPECT_EQ(exitCode, 1);
 }
 
+TEST_F(LaunchTest, LeavesAFileThatIsNotItsDatabaseAsItWas) {
+    const QString path = suite.folder() + u"/other.db"_s;
+    writeConnection(u"Provider=SQLite;Data Source="_s + path);
+    for (const QByteArray &content : {QByteArray(), QByteArray(4000, 'x')}) {
+        write(u"other.db"_s, content);
+        EXPECT_TRUE(run(u"1"_s).last().contains(path)) << log.join(u'\n').toStdString();
+        EXPECT_EQ(exitCode, 1);
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+        EXPECT_EQ(file.readAll(), content);
+    }
+}
+
 TEST_F(LaunchTest, WarnsWhenMassageIniIsMissing) {
     QFile::remove(suite.folder() + u"/Massage.ini"_s);
     EXPECT_EQ(run(u"1"_s).mid(0, 3),
