@@ -1,5 +1,7 @@
 #include "db/odbc/odbc_errors.h"
 
+#include "db/ado_error.h"
+
 #include <QRegularExpression>
 #include <algorithm>
 #include <array>
@@ -10,8 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 static_assert(sizeof(SQLWCHAR) == sizeof(char16_t), "texts go to ODBC as UTF-16");
 
 namespace {
-
-constexpr qint32 generalError = -2147467259; // E_FAIL
 
 /// The description without the brackets in front of it, which name the layers that the error came through.
 void splitSource(ProviderError &error) {
@@ -47,33 +47,12 @@ bool readRecord(SQLSMALLINT handleType, SQLHANDLE handle, SQLSMALLINT index, Pro
 
 } // namespace
 
-qint32 odbcErrorNumber(QStringView sqlState) {
-    const struct {
-        QStringView state; ///< or its beginning
-        qint32 number;
-    } numbers[] = {
-        {u"HYT", -2147217871},   // time-out
-        {u"57014", -2147217871}, // cancelled by the server: its own time-out
-        {u"28", -2147217843},    // log-in refused
-        {u"23", -2147217873},    // integrity
-        {u"42", -2147217900},    // syntax, unknown table or column
-        {u"37000", -2147217900}, // the same in ODBC 2
-        {u"22001", -2147217833}, // value too long
-        {u"22003", -2147217833}, // number out of range
-        {u"22", -2147217913},    // value of the wrong kind
-    };
-    for (const auto &known : numbers)
-        if (sqlState.startsWith(known.state))
-            return known.number;
-    return generalError;
-}
-
 QList<ProviderError> odbcDiagnostics(SQLSMALLINT handleType, SQLHANDLE handle) {
     constexpr SQLSMALLINT enough = 100; // a driver that never ends its list
     QList<ProviderError> errors;
     ProviderError error;
     for (SQLSMALLINT i = 1; i <= enough && readRecord(handleType, handle, i, error); ++i) {
-        error.number = odbcErrorNumber(error.sqlState);
+        error.number = adoErrorNumber(error.sqlState);
         errors.append(error);
     }
     // A general remark ("The statement has been terminated.") goes with the error that it is about.
@@ -87,7 +66,7 @@ QList<ProviderError> odbcDiagnostics(SQLSMALLINT handleType, SQLHANDLE handle) {
 }
 
 ProviderError odbcError(const QString &sqlState, const QString &description) {
-    return {odbcErrorNumber(sqlState), description, u"ODBC"_s, sqlState, 0};
+    return {adoErrorNumber(sqlState), description, u"ODBC"_s, sqlState, 0};
 }
 
 bool saysConnectionLost(const QList<ProviderError> &errors) {

@@ -8,9 +8,6 @@
 /// Every diagnostic record of a handle, in the driver's order: the real error may stand behind a general one.
 QList<ProviderError> odbcDiagnostics(SQLSMALLINT handleType, SQLHANDLE handle);
 
-/// Number under which the suite's programs know an error of this SQL state.
-qint32 odbcErrorNumber(QStringView sqlState);
-
 /// An error of our own with the given state.
 ProviderError odbcError(const QString &sqlState, const QString &description);
 
