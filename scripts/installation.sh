@@ -2,9 +2,10 @@
 
 bin=$PWD/build/release/bin
 
-# make_installation FOLDER: a sample, unless the folder holds an installation already.
+# make_installation FOLDER: a sample, unless the folder holds an installation already. One whose making was
+# broken off is made again.
 make_installation() {
-    [ -e "$1/adodb.ini" ] && return
+    [ -e "$1/adodb.ini" ] && ! grep -qs unfinished "$1/sample-installation.txt" && return
     say "Making a sample installation in $1"
     "$bin/douisho-sample" --folder "$1" --programs "$bin"
 }
