@@ -16,6 +16,7 @@
 #include "widgets/enter_moves_on.h"
 
 #include <QAction>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -139,6 +140,14 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
     return 0;
+}
+
+// Enter belongs to the boxes and the grid: a dialog would take it for itself, and it would not move on.
+void frm同意書管理::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 void frm同意書管理::run(const QString &command) {

@@ -70,6 +70,9 @@ TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
     EXPECT_EQ(control<DateBox>(u"imD_KikanFrom"_s)->text(), u"2026/11/01"_s);
     EXPECT_EQ(control<DateBox>(u"imD_KikanTo"_s)->text(), u"2027/04/30"_s);
     ASSERT_EQ(grid->model()->rowCount(), 3);
+    control<DateBox>(u"imD_KikanFrom"_s)->setFocus();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"imD_KikanTo"_s) << "Enter moves on";
 
     go(0, ListColumn::Received);
     QTest::keyClick(grid, Qt::Key_Space);
