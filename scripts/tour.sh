@@ -119,11 +119,11 @@ tour_edit() {
     key Escape
     gone '並び順'
     key ctrl+Home
-    for _ in $(seq 13); do key Right; done
+    for _ in $(seq 11); do key Right; done
     write "$(date +%Y%m%d)"
     shot typing-a-date
-    key Return
-    for _ in $(seq 10); do key Left; done
+    key Return Up
+    for _ in $(seq 8); do key Left; done
     key space
     shot edited
     key F5

@@ -104,11 +104,21 @@ void frm同意書管理::wire() {
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { search(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
-    connect(m_grid, &ListGrid::rejected, this, [this](const QString &text) {
-        m_environment.messages.warn(
-            u"「%1」は日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s.arg(
-                text));
-    });
+    connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
+    connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { failDb(why); });
+}
+
+void frm同意書管理::sayNoDate() {
+    m_environment.messages.warn(
+        u"日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s);
+}
+
+// A command goes by what the cells hold; one that is being typed and is no date stops it.
+bool frm同意書管理::settleCell() {
+    if (m_grid->commitEditor())
+        return true;
+    sayNoDate();
+    return false;
 }
 
 short frm同意書管理::iInit(cT_ADODB &db, short) {
@@ -165,7 +175,8 @@ void frm同意書管理::run(const QString &command) {
         {u"cmdMenu"_s, [](frm同意書管理 &form) { form.reject(); }},
         {u"cmdEnd"_s, [](frm同意書管理 &form) { form.reject(); }},
     };
-    m_grid->commitEditor();
+    if (!settleCell())
+        return;
     if (const Work work = commands.value(command))
         work(*this);
     else if (const QAction *entry = m_commands->action(command); entry->isCheckable())
@@ -177,31 +188,37 @@ void frm同意書管理::showState() {
     const int all = m_model->records().count();
     const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
     m_panel->showCounts(u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
-                            .arg(m_model->targetCount())
+                            .arg(m_model->targetRecords().size())
                             .arg(m_model->receivedRecords().size()));
-    const int changed = int(m_model->changedRows().size());
+    const int changed = m_model->changedCount();
     m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
+}
+
+// Where the row of a key is now; a renewed row has another key, the patient's row of the same kind stands in.
+int frm同意書管理::rowOf(const ConsentRowKey &key, int otherwise) const {
+    int sibling = -1;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const ConsentRowKey other = m_model->records().key(m_model->recordOfRow(row));
+        if (other == key)
+            return row;
+        if (sibling < 0 && other.patient == key.patient && other.iHenkeiFlg == key.iHenkeiFlg)
+            sibling = row;
+    }
+    return sibling >= 0 ? sibling : otherwise;
 }
 
 // The cell that was current stays current, at its height in the window, wherever its row went.
 void frm同意書管理::keepPlace(const std::function<void()> &work) {
     const QModelIndex current = m_grid->currentIndex();
+    const int before = qMax(0, current.row());
+    const int column = qMax(0, current.column());
     std::optional<ConsentRowKey> key;
-    int column = 0, fromTop = 0;
-    if (current.isValid()) {
-        key = m_model->records().key(m_model->recordOfRow(current.row()));
-        column = current.column();
-        fromTop = current.row() - m_grid->verticalScrollBar()->value();
-    }
+    if (current.isValid())
+        key = m_model->records().key(m_model->recordOfRow(before));
+    const int fromTop = before - m_grid->verticalScrollBar()->value();
     const int across = m_grid->horizontalScrollBar()->value();
     work();
-    int row = 0;
-    if (key)
-        for (int record = 0; record < m_model->records().count(); ++record)
-            if (m_model->records().key(record) == *key) {
-                row = qMax(0, m_model->rowOfRecord(record));
-                break;
-            }
+    const int row = key ? rowOf(*key, before) : 0;
     m_grid->goTo(row, column);
     m_grid->verticalScrollBar()->setValue(row - fromTop);
     m_grid->horizontalScrollBar()->setValue(across);
@@ -230,12 +247,15 @@ bool frm同意書管理::search() {
         failDb(m_parts->list.sErrMsg());
         return false;
     }
-    m_commands->action(u"cmdGet"_s)->setEnabled(filter.view == ListView::Newest);
+    for (const QString &command : {u"cmdGet"_s, u"cmdSave"_s, u"cmdAllCheckGet"_s})
+        m_commands->action(command)->setEnabled(filter.view == ListView::Newest);
     m_grid->setFocus();
     return true;
 }
 
 void frm同意書管理::clearFilter() {
+    if (!maySwitch())
+        return;
     ListFilter fresh;
     fresh.setDefaultRange(m_environment.clock.today());
     m_panel->clear(fresh.from, fresh.to);
@@ -259,6 +279,9 @@ bool frm同意書管理::save() {
     keepPlace([&] { outcome = m_parts->list.save(); });
     switch (outcome.kind) {
     case SaveOutcome::Saved:
+        if (!outcome.text.isEmpty())
+            failDb(u"保存しました。ただし、一覧を読み直せませんでした。再読込（Shift+F4）をしてください。"_s +
+                   outcome.text);
         return true;
     case SaveOutcome::Wrong:
         m_environment.messages.warn(outcome.text);
@@ -310,23 +333,29 @@ void frm同意書管理::tickAll(ListColumn column) {
 void frm同意書管理::chooseOrder() {
     ListFilter &filter = m_parts->list.filter();
     ListOrderForm form(filter.order, filter.patientOrder, this);
-    if (form.exec() != QDialog::Accepted || !maySwitch())
+    if (form.exec() != QDialog::Accepted)
         return;
+    const ListFilter before = filter;
     filter.order = form.order();
     filter.patientOrder = form.patientOrder();
+    m_grid->sortByColumn(-1, Qt::AscendingOrder);
+    if (!search()) {
+        filter = before;
+        return;
+    }
     Settings settings(m_environment.folders);
     if (settings.iWrite(Setting::一覧並び順, int(filter.order)) != 0 ||
         settings.iWrite(Setting::利用者並び順, int(filter.patientOrder)) != 0)
         m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
-    m_grid->sortByColumn(-1, Qt::AscendingOrder);
-    search();
 }
 
 void frm同意書管理::jumpTo(qint32 patient) {
     if (patient == 0)
         return;
     QString warning;
-    if (m_parts->list.iJumpTo(patient, &warning) != 0) {
+    ListFilter filter = m_parts->list.filter();
+    m_panel->readRange(filter.from, filter.to);
+    if (m_parts->list.iJumpTo(patient, filter, &warning) != 0) {
         failDb(m_parts->list.sErrMsg());
         return;
     }
@@ -334,7 +363,7 @@ void frm同意書管理::jumpTo(qint32 patient) {
         m_environment.messages.warn(warning);
         return;
     }
-    m_panel->setRange(m_parts->list.filter().from, m_parts->list.filter().to);
+    m_panel->setRange(filter.from, filter.to);
     search();
 }
 
@@ -370,15 +399,14 @@ void frm同意書管理::toggleLink(const QString &command, bool on) {
 }
 
 void frm同意書管理::reject() {
-    m_grid->commitEditor();
-    if (!maySwitch())
+    if (!settleCell() || !maySwitch())
         return;
     windowSettings().setValue(gridLayoutKey, m_grid->layoutState());
     QDialog::reject();
 }
 
 void frm同意書管理::renew() {
-    if (renewReceived({m_environment, *m_db, *m_model, m_parts->list.filter().from, [this] { return save(); },
-                       *m_progress, this}))
+    if (renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
+                       [this] { return save(); }, *m_progress, this}))
         reread();
 }

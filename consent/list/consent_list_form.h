@@ -53,6 +53,9 @@ private:
     void showHelp();
     void toggleLink(const QString &command, bool on);
 
+    void sayNoDate();
+    bool settleCell();
+    int rowOf(const ConsentRowKey &key, int otherwise) const;
     void keepPlace(const std::function<void()> &work);
     void failDb(const QString &reason);
 

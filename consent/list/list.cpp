@@ -40,6 +40,7 @@ short ConsentList::iSearch() {
         m_read = before;
         return -1;
     }
+    m_advisor.forget();
     m_model.load(std::move(rows), context());
     return 0;
 }
@@ -48,6 +49,7 @@ short ConsentList::iReread(QStringList *dropped) {
     Recordset rows;
     if (read(rows) != 0)
         return -1;
+    m_advisor.forget();
     *dropped = m_model.reload(std::move(rows), context());
     return 0;
 }
@@ -91,11 +93,12 @@ SaveOutcome ConsentList::save() {
     }
     m_model.acceptChanges();
     QStringList dropped;
-    iReread(&dropped);
+    if (iReread(&dropped) != 0)
+        outcome.text = m_error;
     return outcome;
 }
 
-short ConsentList::iJumpTo(qint32 patient, QString *warning) {
+short ConsentList::iJumpTo(qint32 patient, ListFilter &filter, QString *warning) {
     const qsizetype errors = m_db.sErrMsg().size();
     Recordset rows;
     if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, patientJumpSql(m_environment.branch, patient)) != 0)
@@ -111,10 +114,10 @@ short ConsentList::iJumpTo(qint32 patient, QString *warning) {
         *warning = u"該当する利用者には要加療期間の入力がないため表示できません。"_s;
         return 0;
     }
-    m_filter.patient = patient;
-    if (end < m_filter.from)
-        m_filter.from = QDate(end.year(), end.month(), 1);
-    if (end > m_filter.to)
-        m_filter.to = QDate(end.year(), end.month(), end.daysInMonth());
+    filter.patient = patient;
+    if (end < filter.from)
+        filter.from = QDate(end.year(), end.month(), 1);
+    if (end > filter.to)
+        filter.to = QDate(end.year(), end.month(), end.daysInMonth());
     return 0;
 }

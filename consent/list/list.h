@@ -12,7 +12,7 @@ class cT_ADODB;
 /// What came of saving the edits.
 struct SaveOutcome {
     enum Kind {
-        Saved,    ///< also when nothing had changed
+        Saved,    ///< also when nothing had changed; `text`: the list could not be read again
         Wrong,    ///< an entry cannot be saved: `text` says why, `record` which
         Conflict, ///< colleagues changed `rows` since they were read; nothing was written
         Failed    ///< the database refused: `text`; nothing was written
@@ -31,6 +31,8 @@ public:
                 PeriodAdvisor &advisor);
 
     ListFilter &filter() { return m_filter; }
+    /// What the rows shown were read by.
+    const ListFilter &readFilter() const { return m_read; }
     const QString &sErrMsg() const { return m_error; }
     void setMethods(const RequestMethods &methods) { m_methods = methods; }
 
@@ -42,10 +44,10 @@ public:
     /// Writes all edits in one transaction, then reads the list again.
     SaveOutcome save();
 
-    /// Moves the range so that it shows the end of the patient's consent.
-    /// @param warning why the patient cannot be shown; the range is unchanged then
+    /// Puts a patient into a filter and widens its range to the end of the patient's period.
+    /// @param warning why the patient cannot be shown; the filter is unchanged then
     /// @return −1 on a database failure
-    short iJumpTo(qint32 patient, QString *warning);
+    short iJumpTo(qint32 patient, ListFilter &filter, QString *warning);
 
 private:
     short read(Recordset &rows);

@@ -3,6 +3,7 @@
 #include "consent/rules/holidays_query.h"
 #include "consent/rules/period_settings_query.h"
 #include "consent/rules/period_text.h"
+#include "db/adodb.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -22,48 +23,73 @@ void ListAdvisor::forget() {
     m_settings.clear();
 }
 
+void ListAdvisor::troubled(qsizetype errorsBefore) {
+    m_trouble =
+        u"期間の設定を読み込めないため、要加療期間を計算できません。"_s + m_db.sErrMsg().mid(errorsBefore);
+}
+
 const Holidays *ListAdvisor::holidays() {
-    if (!links.holidays)
-        return nullptr;
     if (!m_holidays) {
+        const qsizetype errors = m_db.sErrMsg().size();
         Holidays read;
-        readHolidays(m_db, m_branch, read);
+        if (readHolidays(m_db, m_branch, read) != 0) {
+            troubled(errors);
+            return nullptr;
+        }
         m_holidays = std::move(read);
     }
     return &*m_holidays;
 }
 
-PeriodRule ListAdvisor::rule(const RunningConsent &running) {
-    auto settings = m_settings.find(running.patient.nIDNo);
-    if (settings == m_settings.end()) {
+const PeriodSettings *ListAdvisor::settings(const PatientKey &patient) {
+    auto known = m_settings.find(patient.nIDNo);
+    if (known == m_settings.end()) {
+        const qsizetype errors = m_db.sErrMsg().size();
         PeriodSettings read;
-        readPeriodSettings(m_db, running.patient, read);
-        settings = m_settings.insert(running.patient.nIDNo, read);
+        if (readPeriodSettings(m_db, patient, read) != 0) {
+            troubled(errors);
+            return nullptr;
+        }
+        known = m_settings.insert(patient.nIDNo, read);
     }
-    return running.deformity ? deformityRule(*settings, running.months) : periodRule(*settings);
+    return &*known;
 }
 
-PeriodReckoning ListAdvisor::reckon(const RunningConsent &running, const QDate &reconsent) {
-    return reckonNext(reconsent, running.period.end, rule(running), holidays());
+std::optional<ListAdvisor::Basis> ListAdvisor::basis(const RunningConsent &running) {
+    m_trouble.clear();
+    const PeriodSettings *stored = settings(running.patient);
+    const Holidays *daysOff = stored && links.holidays ? holidays() : nullptr;
+    if (!m_trouble.isEmpty())
+        return std::nullopt;
+    return Basis{running.deformity ? deformityRule(*stored, running.months) : periodRule(*stored), daysOff};
 }
 
 QDate ListAdvisor::reconsentDay(const RunningConsent &running) {
+    m_trouble.clear();
     if (!links.previousDay || !running.consentDay.isValid())
         return {};
-    return running.consentDay.addMonths(legalMonths(rule(running).months, running.consentDay));
+    const std::optional<Basis> by = basis(running);
+    return by ? running.consentDay.addMonths(legalMonths(by->rule.months, running.consentDay)) : QDate();
 }
 
 Period ListAdvisor::nextPeriod(const RunningConsent &running, const QDate &reconsent) {
-    return reckon(running, reconsent).period;
+    const std::optional<Basis> by = basis(running);
+    return by ? reckonNext(reconsent, running.period.end, by->rule, by->holidays).period : Period();
 }
 
 QString ListAdvisor::explainNext(const RunningConsent &running, const QDate &reconsent, const Period &next) {
-    const PeriodReckoning reckoning = reckon(running, reconsent);
+    const std::optional<Basis> by = basis(running);
+    if (!by)
+        return m_trouble;
+    const PeriodReckoning reckoning = reckonNext(reconsent, running.period.end, by->rule, by->holidays);
     return lines(explainPeriod(reckoning, ConsentName::ReConsent), periodDifference(next, reckoning));
 }
 
 QString ListAdvisor::explainRunning(const RunningConsent &running) {
+    const std::optional<Basis> by = basis(running);
+    if (!by)
+        return m_trouble;
     const PeriodReckoning reckoning =
-        reckonStored(running.consentDay, running.period, rule(running), holidays());
+        reckonStored(running.consentDay, running.period, by->rule, by->holidays);
     return lines(explainPeriod(reckoning, ConsentName::Consent), periodDifference(running.period, reckoning));
 }

@@ -17,14 +17,15 @@ struct LinkOptions {
 };
 
 /// Periods by the rules, with the patients' settings and the branch's holidays from the database. What was
-/// read is kept until forget(). Where the database fails, settings count as absent and no day as a holiday.
+/// read is kept until forget(). Where the database fails nothing is proposed: a guess could be paid for.
 class ListAdvisor : public PeriodAdvisor {
 public:
     ListAdvisor(const Branch &branch, cT_ADODB &db) : m_branch(branch), m_db(db) {}
 
     LinkOptions links;
 
-    void forget();
+    void forget() override;
+    QString trouble() const override { return m_trouble; }
 
     QDate reconsentDay(const RunningConsent &running) override;
     bool followsMassage() const override { return links.deformity; }
@@ -33,13 +34,19 @@ public:
     QString explainRunning(const RunningConsent &running) override;
 
 private:
-    PeriodReckoning reckon(const RunningConsent &running, const QDate &reconsent);
-    PeriodRule rule(const RunningConsent &running);
-    /// Null while holidays are not to be considered.
+    /// What the rule needs of the database; nothing, with trouble(), when it cannot be had.
+    struct Basis {
+        PeriodRule rule;
+        const Holidays *holidays; ///< null while they are not to be considered
+    };
+    std::optional<Basis> basis(const RunningConsent &running);
     const Holidays *holidays();
+    const PeriodSettings *settings(const PatientKey &patient);
+    void troubled(qsizetype errorsBefore);
 
     Branch m_branch;
     cT_ADODB &m_db;
+    QString m_trouble;
     std::optional<Holidays> m_holidays;
     QHash<qint32, PeriodSettings> m_settings; ///< by patient number
 };

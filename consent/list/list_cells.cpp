@@ -14,8 +14,40 @@ QString joined(const QString &first, const QString &second, const QString &betwe
     return first.isEmpty() || second.isEmpty() ? first + second : first + between + second;
 }
 
-QString addressText(const ListRecords &records, int record, F first, F second) {
-    return joined(records.text(record, first), records.text(record, second), u" "_s);
+/// A column that shows one field of the query, or two with a blank between.
+struct PlainCell {
+    ListColumn column;
+    F field;
+    F second = F::Count;
+};
+
+const PlainCell *plainCell(ListColumn column) {
+    using C = ListColumn;
+    static constexpr PlainCell cells[] = {
+        {C::Number, F::Number},
+        {C::Name, F::Name},
+        {C::HospitalNumber, F::HospitalNumber},
+        {C::PlaceZip, F::Zip},
+        {C::PlaceAddress, F::Address1, F::Address2},
+        {C::ReceiptZip, F::ReceiptZip},
+        {C::ReceiptAddress, F::ReceiptAddress1, F::ReceiptAddress2},
+        {C::ReceiptTel, F::ReceiptTel},
+        {C::ReceiptFax, F::ReceiptFax},
+        {C::ReceiptMobile, F::ReceiptMobile},
+        {C::ReceiptAddressee, F::ReceiptAddressee},
+        {C::ContactZip, F::ContactZip},
+        {C::ContactAddress, F::ContactAddress1, F::ContactAddress2},
+        {C::ContactTel, F::ContactTel},
+        {C::ContactFax, F::ContactFax},
+        {C::ContactMobile, F::ContactMobile},
+        {C::ContactAddressee, F::ContactAddressee},
+        {C::HospitalAddress, F::DoctorAddress1, F::DoctorAddress2},
+        {C::Diagnosis, F::Diagnosis},
+    };
+    for (const PlainCell &cell : cells)
+        if (cell.column == column)
+            return &cell;
+    return nullptr;
 }
 
 QString kindText(const ListRecords &records, int record) {
@@ -30,12 +62,12 @@ QString periodText(const Period &period) {
     return dateText(period.start) + u"～"_s + dateText(period.end);
 }
 
-QString endText(const QDate &end, const QDate &today) {
-    switch (urgencyOf(end, today)) {
+QString endText(const ListContext &context, const QDate &end) {
+    switch (urgencyIn(context, end)) {
     case Urgency::Ended:
         return u"■ "_s + dateText(end) + u" 期限切れ"_s;
     case Urgency::DueSoon:
-        return u"▲ "_s + dateText(end) + u" あと%1日"_s.arg(today.daysTo(end));
+        return u"▲ "_s + dateText(end) + u" あと%1日"_s.arg(context.today.daysTo(end));
     case Urgency::None:
         break;
     }
@@ -92,91 +124,53 @@ Urgency urgencyOf(const QDate &periodEnd, const QDate &today) {
     return days < 0 ? Urgency::Ended : days <= soon ? Urgency::DueSoon : Urgency::None;
 }
 
+Urgency urgencyIn(const ListContext &context, const QDate &periodEnd) {
+    return context.readOnly ? Urgency::None : urgencyOf(periodEnd, context.today);
+}
+
 QString cellText(const ListCellSource &row, ListColumn column) {
     using C = ListColumn;
-    const auto text = [&](F field) { return row.records.text(row.record, field); };
-    const auto address = [&](F first, F second) {
-        return addressText(row.records, row.record, first, second);
-    };
+    const ListRecords &records = row.records;
+    if (const PlainCell *plain = plainCell(column))
+        return joined(records.text(row.record, plain->field),
+                      plain->second == F::Count ? QString() : records.text(row.record, plain->second),
+                      u" "_s);
     switch (column) {
     case C::Sent:
-        return row.records.flag(row.record, F::Sent) ? u"送信済"_s : u"未送信"_s;
+        return records.flag(row.record, F::Sent) ? u"送信済"_s : u"未送信"_s;
     case C::Procedure:
-        return row.records.flag(row.record, F::Procedure) ? u"口頭"_s : u"書面"_s;
-    case C::Number:
-        return text(F::Number);
-    case C::Name:
-        return text(F::Name);
+        return records.flag(row.record, F::Procedure) ? u"口頭"_s : u"書面"_s;
     case C::Kind:
-        return kindText(row.records, row.record);
+        return kindText(records, row.record);
     case C::FirstTreatment:
-        return dateText(row.records.date(row.record, F::FirstTreatment));
+        return dateText(records.date(row.record, F::FirstTreatment));
     case C::ConsentEnd:
-        return endText(row.records.date(row.record, F::PeriodEnd), row.context.today);
+        return endText(row.context, records.date(row.record, F::PeriodEnd));
     case C::Period:
-        return periodText(row.records.period(row.record));
+        return periodText(records.period(row.record));
     case C::State:
-        return periodStateText(row.records.period(row.record), {row.context.from, row.context.to});
+        return periodStateText(records.period(row.record), {row.context.from, row.context.to});
     case C::Reconsent:
         return dateText(row.values.reconsent);
     case C::NextStart:
         return dateText(row.values.nextStart);
     case C::NextEnd:
         return dateText(row.values.nextEnd);
-    case C::HospitalNumber:
-        return text(F::HospitalNumber);
     case C::Hospital: {
-        const QString hospital = textOr(row.records, row.record, F::HospitalName, F::DoctorHospital);
-        return hospital.isEmpty() ? text(F::ConsentHospital) : hospital;
+        const QString hospital = textOr(records, row.record, F::HospitalName, F::DoctorHospital);
+        return hospital.isEmpty() ? records.text(row.record, F::ConsentHospital) : hospital;
     }
     case C::Doctor:
-        return textOr(row.records, row.record, F::DoctorName, F::ConsentDoctor);
+        return textOr(records, row.record, F::DoctorName, F::ConsentDoctor);
     case C::Method:
         return methodText(row);
     case C::Remark:
         return row.values.remark;
-    case C::PlaceZip:
-        return text(F::Zip);
-    case C::PlaceAddress:
-        return address(F::Address1, F::Address2);
-    case C::ReceiptZip:
-        return text(F::ReceiptZip);
-    case C::ReceiptAddress:
-        return address(F::ReceiptAddress1, F::ReceiptAddress2);
-    case C::ReceiptTel:
-        return text(F::ReceiptTel);
-    case C::ReceiptFax:
-        return text(F::ReceiptFax);
-    case C::ReceiptMobile:
-        return text(F::ReceiptMobile);
-    case C::ReceiptAddressee:
-        return text(F::ReceiptAddressee);
-    case C::ContactZip:
-        return text(F::ContactZip);
-    case C::ContactAddress:
-        return address(F::ContactAddress1, F::ContactAddress2);
-    case C::ContactTel:
-        return text(F::ContactTel);
-    case C::ContactFax:
-        return text(F::ContactFax);
-    case C::ContactMobile:
-        return text(F::ContactMobile);
-    case C::ContactAddressee:
-        return text(F::ContactAddressee);
-    case C::HospitalAddress:
-        return address(F::DoctorAddress1, F::DoctorAddress2);
-    case C::Diagnosis:
-        return text(F::Diagnosis);
     case C::Treatment:
-        return treatmentText(row.records, row.record);
-    case C::Target:
-    case C::Contact:
-    case C::Received:
-    case C::Requested:
-    case C::Count:
-        break;
+        return treatmentText(records, row.record);
+    default:
+        return {};
     }
-    return {};
 }
 
 QVariant cellSortKey(const ListCellSource &row, ListColumn column) {

@@ -20,6 +20,9 @@ struct ListContext {
     PeriodAdvisor *advisor = nullptr; ///< outlives the list's rows
 };
 
+/// The urgency that a list shows: none in the history, whose rows have been followed by others.
+Urgency urgencyIn(const ListContext &context, const QDate &periodEnd);
+
 /// One row of the list as its cells see it.
 struct ListCellSource {
     const ListRecords &records;

@@ -20,11 +20,10 @@ std::span<const ListColumnInfo> listColumns() {
         {C::FirstTreatment, u"初療年月日"_s, Date, false, 6, {}},
         {C::ConsentEnd, u"同意期間終了日"_s, Date, false, 11,
          u"要加療期間の終了日。14日以内は▲、過ぎた行は■"_s},
-        {C::Period, u"要加療期間"_s, Date, false, 12, u"現在の同意の要加療期間"_s},
-        {C::State, u"要加療途中"_s, Text, false, 6, u"対象期間の中での要加療期間の状態"_s},
         {C::Reconsent, u"再同意日"_s, Date, true, 6, u"入力すると次回の要加療期間を計算します"_s},
         {C::NextStart, u"要加療開始"_s, Date, true, 6, u"次回の要加療期間の開始日"_s},
         {C::NextEnd, u"要加療終了"_s, Date, true, 6, u"次回の要加療期間の終了日"_s},
+        {C::Period, u"要加療期間"_s, Date, false, 12, u"現在の同意の要加療期間"_s},
         {C::HospitalNumber, u"病院No"_s, Number, false, 4, {}},
         {C::Hospital, u"病院名"_s, Text, false, 11, {}},
         {C::Doctor, u"担当医師"_s, Text, false, 7, {}},
@@ -47,6 +46,7 @@ std::span<const ListColumnInfo> listColumns() {
         {C::HospitalAddress, u"病院住所"_s, Text, false, 16, {}},
         {C::Diagnosis, u"傷病名"_s, Text, false, 10, {}},
         {C::Treatment, u"施術部位/内容"_s, Text, false, 14, {}},
+        {C::State, u"要加療途中"_s, Text, false, 6, u"対象期間の中での要加療期間の状態"_s},
     }};
     return columns;
 }

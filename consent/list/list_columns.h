@@ -16,11 +16,10 @@ enum class ListColumn {
     Kind,
     FirstTreatment,
     ConsentEnd,
-    Period,
-    State,
     Reconsent,
     NextStart,
     NextEnd,
+    Period,
     HospitalNumber,
     Hospital,
     Doctor,
@@ -43,6 +42,7 @@ enum class ListColumn {
     HospitalAddress,
     Diagnosis,
     Treatment,
+    State,
     Count
 };
 

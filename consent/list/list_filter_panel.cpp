@@ -89,6 +89,13 @@ bool ListFilterPanel::read(ListFilter &filter) {
     return true;
 }
 
+void ListFilterPanel::readRange(QDate &from, QDate &to) const {
+    if (m_ui->imD_KikanFrom->date().isValid())
+        from = m_ui->imD_KikanFrom->date();
+    if (m_ui->imD_KikanTo->date().isValid())
+        to = m_ui->imD_KikanTo->date();
+}
+
 void ListFilterPanel::setRange(const QDate &from, const QDate &to) {
     m_ui->imD_KikanFrom->setDate(from);
     m_ui->imD_KikanTo->setDate(to);

@@ -34,6 +34,8 @@ public:
     /// What the controls say. The sort orders are not here.
     /// @return false when an entry cannot be used; that has been said and the control has the focus
     bool read(ListFilter &filter);
+    /// The range as it is typed; a box that holds no date leaves its end as it is.
+    void readRange(QDate &from, QDate &to) const;
     void setRange(const QDate &from, const QDate &to);
     /// Empties every entry and sets the range.
     void clear(const QDate &from, const QDate &to);

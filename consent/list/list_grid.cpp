@@ -1,6 +1,7 @@
 #include "consent/list/list_grid.h"
 
 #include "app/base/folders.h"
+#include "widgets/date_box.h"
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
 
@@ -113,9 +114,21 @@ void ListGrid::restoreColumns(const QByteArray &state) {
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 }
 
-void ListGrid::commitEditor() {
-    if (QWidget *editor = indexWidget(currentIndex()); editor && state() == EditingState)
-        commitData(editor);
+bool ListGrid::commitEditor() {
+    QWidget *editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (!editor)
+        return true;
+    if (auto *box = qobject_cast<DateBox *>(editor); box && !box->settle())
+        return false;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return true;
+}
+
+void ListGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
+    Grid::closeEditor(editor, hint);
+    if (hint == QAbstractItemDelegate::SubmitModelCache && currentIndex().row() + 1 < model()->rowCount())
+        goTo(currentIndex().row() + 1, currentIndex().column());
 }
 
 // Delete empties a cell as it does in every table that people know.

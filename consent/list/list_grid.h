@@ -6,7 +6,7 @@
 class DateDelegate;
 class Folders;
 
-/// The list's model with the look of its rows: urgent rows bold and coloured, edited cells italic.
+/// The list's model with the look of its rows: urgent rows bold and coloured, edited cells tinted.
 class PaintedListModel : public ConsentListModel {
     Q_OBJECT
 public:
@@ -31,8 +31,9 @@ public:
     void setMethods(const RequestMethods &methods);
     /// Takes widths and order from an earlier run's layoutState(); the rows stay in the order of the query.
     void restoreColumns(const QByteArray &state);
-    /// Writes an open editor's value into the model.
-    void commitEditor();
+    /// Writes an open editor's value into the model and closes it.
+    /// @return false when it holds text that is no date: it stays open
+    bool commitEditor();
 
 Q_SIGNALS:
     /// Text that is no date was left in a cell.
@@ -40,6 +41,10 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+
+protected Q_SLOTS:
+    /// Enter goes on to the row below: answers are entered down a column.
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
     RequestMethods m_methods;

@@ -20,6 +20,30 @@ QString identity(const ConsentRowKey &key) {
         .arg(key.nHenkeiDouiDate);
 }
 
+// Nobody has written the row since it was read. A row that was saved and not read again has no update time.
+bool sameRow(const ReadRow &now, const ReadRow &before) {
+    return now.values.same(before.values) &&
+           (before.updateTime.isEmpty() || now.updateTime == before.updateTime);
+}
+
+// What the user had typed into a row, so that it need not be looked up on paper again.
+QString typedText(const ChangedRow &row) {
+    QStringList typed;
+    for (const ListColumnInfo &info : listColumns()) {
+        if (!cellDiffers(row.now, row.read.values, info.column))
+            continue;
+        const QVariant value = cellEditValue(row.now, info.column);
+        const QString text = value.typeId() == QMetaType::QDate ? dateText(value.toDate()) : value.toString();
+        if (info.kind == CellKind::Date || info.kind == CellKind::Text)
+            typed.append(info.caption + u" "_s + text);
+    }
+    return typed.isEmpty() ? QString() : u"　（入力内容："_s + typed.join(u"、"_s) + u"）"_s;
+}
+
+QString withoutBlanks(QString folded) {
+    return folded.removeIf([](QChar c) { return c.isSpace(); });
+}
+
 } // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
@@ -41,34 +65,31 @@ void ConsentListModel::load(Recordset rows, const ListContext &context) {
 }
 
 QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
-    const ListRecords before = m_records;
-    const QHash<int, ConsentRowValues> edits = m_edits;
-    QHash<QString, int> targets;
-    for (int record = 0; record < before.count(); ++record)
+    std::vector<ChangedRow> edits = changedRows();
+    QStringList names;
+    for (const ChangedRow &edit : edits)
+        names.append(who(edit.record));
+    std::vector<ConsentRowKey> targets;
+    for (int record = 0; record < m_records.count(); ++record)
         if (isTarget(record))
-            targets.insert(identity(before.key(record)), record);
+            targets.push_back(m_records.key(record));
 
     beginResetModel();
     take(std::move(rows), context);
     QHash<QString, int> now;
-    if (!edits.isEmpty() || !targets.isEmpty())
+    if (!edits.empty() || !targets.empty())
         for (int record = 0; record < m_records.count(); ++record)
             now.insert(identity(m_records.key(record)), record);
-    for (auto it = targets.cbegin(); it != targets.cend(); ++it)
-        if (const int record = now.value(it.key(), -1); record >= 0)
+    for (const ConsentRowKey &key : targets)
+        if (const int record = now.value(identity(key), -1); record >= 0)
             m_target[size_t(record)] = true;
     QStringList dropped;
-    for (auto it = edits.cbegin(); it != edits.cend(); ++it) {
-        const int record = now.value(identity(before.key(it.key())), -1);
-        const auto updated = [](const ListRecords &records, int at) {
-            return records.text(at, ListField::UpdateTime);
-        };
-        if (record >= 0 && updated(m_records, record) == updated(before, it.key()) &&
-            m_records.values(record).same(before.values(it.key())))
-            m_edits.insert(record, it.value());
+    for (size_t i = 0; i < edits.size(); ++i) {
+        const int record = now.value(identity(edits[i].read.key), -1);
+        if (record >= 0 && sameRow(m_records.row(record), edits[i].read))
+            m_edits.insert(record, edits[i].now);
         else
-            dropped.append(before.text(it.key(), ListField::Number) + u" "_s +
-                           before.text(it.key(), ListField::Name));
+            dropped.append(names[qsizetype(i)] + typedText(edits[i]));
     }
     show();
     endResetModel();
@@ -86,6 +107,24 @@ ConsentRowValues ConsentListModel::stored(int record) const {
     return written != m_written.cend() ? *written : m_records.values(record);
 }
 
+// What the database holds of a row as far as is known here.
+ReadRow ConsentListModel::storedRow(int record) const {
+    ReadRow row = m_records.row(record);
+    if (const auto written = m_written.constFind(record); written != m_written.cend()) {
+        row.values = *written;
+        row.updateTime.clear();
+        row.oddReconsent.clear();
+        row.oddStart.clear();
+        row.oddEnd.clear();
+    }
+    return row;
+}
+
+bool ConsentListModel::isReceived(int record) const {
+    const bool known = m_edits.contains(record) || m_written.contains(record);
+    return known ? values(record).received != 0 : m_records.received(record);
+}
+
 int ConsentListModel::rowOfRecord(int record) const {
     const auto found = std::find(m_shown.begin(), m_shown.end(), record);
     return found == m_shown.end() ? -1 : int(found - m_shown.begin());
@@ -93,10 +132,6 @@ int ConsentListModel::rowOfRecord(int record) const {
 
 QString ConsentListModel::who(int record) const {
     return m_records.text(record, ListField::Number) + u" "_s + m_records.text(record, ListField::Name);
-}
-
-int ConsentListModel::targetCount() const {
-    return int(std::count(m_target.begin(), m_target.end(), true));
 }
 
 std::vector<int> ConsentListModel::targetRecords() const {
@@ -110,18 +145,22 @@ std::vector<int> ConsentListModel::targetRecords() const {
 std::vector<int> ConsentListModel::receivedRecords() const {
     std::vector<int> records;
     for (const int record : m_shown)
-        if (values(record).received != 0)
+        if (isReceived(record))
             records.push_back(record);
     return records;
+}
+
+int ConsentListModel::receivedOutOfSight() const {
+    int all = 0;
+    for (int record = 0; record < m_records.count(); ++record)
+        all += isReceived(record);
+    return all - int(receivedRecords().size());
 }
 
 std::vector<ChangedRow> ConsentListModel::changedRows() const {
     std::vector<ChangedRow> changed;
     for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
-        changed.push_back(
-            {it.key(),
-             {m_records.key(it.key()), stored(it.key()), m_records.text(it.key(), ListField::UpdateTime)},
-             it.value()});
+        changed.push_back({it.key(), storedRow(it.key()), it.value()});
     std::sort(changed.begin(), changed.end(),
               [](const ChangedRow &a, const ChangedRow &b) { return a.record < b.record; });
     return changed;
@@ -161,14 +200,14 @@ void ConsentListModel::prepareNarrowing() {
     m_foldedNames.reserve(size_t(m_records.count()));
     m_foldedKana.reserve(size_t(m_records.count()));
     for (int record = 0; record < m_records.count(); ++record) {
-        m_foldedNames.push_back(foldForSearch(m_records.text(record, ListField::Name)));
-        m_foldedKana.push_back(foldForSearch(m_records.text(record, ListField::NameKana)));
+        m_foldedNames.push_back(withoutBlanks(foldForSearch(m_records.text(record, ListField::Name))));
+        m_foldedKana.push_back(withoutBlanks(foldForSearch(m_records.text(record, ListField::NameKana))));
     }
 }
 
 void ConsentListModel::narrow(const QString &name, const QString &kana) {
-    const QString foldedName = foldForSearch(name);
-    const QString foldedKana = foldForSearch(kana);
+    const QString foldedName = withoutBlanks(foldForSearch(name));
+    const QString foldedKana = withoutBlanks(foldForSearch(kana));
     if (foldedName == m_name && foldedKana == m_kana)
         return;
     beginResetModel();
@@ -241,24 +280,32 @@ bool ConsentListModel::edited(int record, ListColumn column) const {
     return edit != m_edits.cend() && cellDiffers(*edit, stored(record), column);
 }
 
-void ConsentListModel::tickAll(ListColumn column, bool on) {
-    for (const int record : m_shown) {
-        if (!mayEdit(record, column))
-            continue;
-        if (column == ListColumn::Target) {
-            m_target[size_t(record)] = on;
-            continue;
-        }
-        ConsentRowValues now = values(record);
-        Nullable<short> &tick = *tickOf(now, column);
-        if ((tick != 0) == on)
-            continue;
-        tick = short(on ? 1 : 0);
-        store(record, now);
+// A tick may bring a proposed re-consent date with it.
+void ConsentListModel::setTick(int record, ListColumn column, bool on) {
+    if (column == ListColumn::Target) {
+        m_target[size_t(record)] = on;
+        return;
     }
+    ConsentRowValues now = values(record);
+    Nullable<short> &tick = *tickOf(now, column);
+    if ((tick != 0) == on)
+        return;
+    tick = short(on ? 1 : 0);
+    if (column == ListColumn::Received && on && !now.reconsent.isValid() && m_context.advisor) {
+        now.reconsent = m_context.advisor->reconsentDay(m_records.running(record));
+        takeReconsent(record, now);
+    }
+    store(record, now);
+}
+
+void ConsentListModel::tickAll(ListColumn column, bool on) {
+    for (const int record : m_shown)
+        if (mayEdit(record, column))
+            setTick(record, column, on);
     if (!m_shown.empty())
-        Q_EMIT dataChanged(index(0, int(column)), index(rowCount() - 1, int(column)));
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     Q_EMIT stateChanged();
+    tellTrouble();
 }
 
 bool ConsentListModel::allTicked(ListColumn column) const {
@@ -304,7 +351,7 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
     case Qt::TextAlignmentRole:
         return QVariant(Qt::AlignVCenter | (info.kind == CellKind::Number ? Qt::AlignRight : Qt::AlignLeft));
     case UrgencyRole:
-        return int(urgencyOf(m_records.date(record, ListField::PeriodEnd), m_context.today));
+        return int(urgencyIn(m_context, m_records.date(record, ListField::PeriodEnd)));
     case EditedRole:
         return edited(record, column);
     default:
@@ -321,7 +368,7 @@ QString ConsentListModel::toolTip(int record, ListColumn column) const {
     if (m_context.advisor && next && now.reconsent.isValid())
         return m_context.advisor->explainNext(m_records.running(record), now.reconsent,
                                               {now.nextStart, now.nextEnd});
-    return cellText({m_records, record, now, m_context}, column);
+    return {};
 }
 
 QVariant ConsentListModel::headerData(int section, Qt::Orientation orientation, int role) const {
@@ -351,34 +398,36 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
         return false;
     const int record = recordOfRow(index.row());
     const auto column = ListColumn(index.column());
-    ConsentRowValues now = values(record);
-    if (role == Qt::CheckStateRole) {
-        const bool on = value.toInt() == Qt::Checked;
-        if (column == ListColumn::Target)
-            m_target[size_t(record)] = on;
-        else if (Nullable<short> *tick = tickOf(now, column))
-            *tick = short(on ? 1 : 0);
-        else
-            return false;
-    } else if (role == Qt::EditRole) {
+    const bool isTick = listColumn(index.column()).kind == CellKind::Tick;
+    if (isTick != (role == Qt::CheckStateRole))
+        return false;
+    if (isTick) {
+        setTick(record, column, value.toInt() == Qt::Checked);
+    } else {
+        ConsentRowValues now = values(record);
         if (cellEditValue(now, column) == value)
             return true;
         if (!setCellValue(now, column, value))
             return false;
-    } else {
-        return false;
+        if (column == ListColumn::Reconsent)
+            takeReconsent(record, now);
+        store(record, now);
     }
-    const QDate before = values(record).reconsent;
-    if (column == ListColumn::Received && now.received != 0 && !before.isValid() && m_context.advisor)
-        now.reconsent = m_context.advisor->reconsentDay(m_records.running(record));
-    if (now.reconsent != before) {
-        propose(record, now);
-        followMassage(record, now.reconsent);
-    }
-    store(record, now);
     Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
     Q_EMIT stateChanged();
+    tellTrouble();
     return true;
+}
+
+// A new re-consent date proposes the next period, for the patient's deformity-correction rows too.
+void ConsentListModel::takeReconsent(int record, ConsentRowValues &now) {
+    propose(record, now);
+    followMassage(record, now.reconsent);
+}
+
+void ConsentListModel::tellTrouble() {
+    if (m_context.advisor && !m_context.advisor->trouble().isEmpty())
+        Q_EMIT troubled(m_context.advisor->trouble());
 }
 
 // The patient's deformity-correction rows take the massage row's new re-consent date; their own dates and

@@ -44,10 +44,13 @@ public:
     /// "IDNo. name" of a record, for messages.
     QString who(int record) const;
 
-    int targetCount() const;
     /// Records ticked 対象 that are shown, in the order shown.
     std::vector<int> targetRecords() const;
+    /// Records ticked 受領 that are shown, in the order shown.
     std::vector<int> receivedRecords() const;
+    /// How many more are ticked 受領 and narrowed away.
+    int receivedOutOfSight() const;
+    int changedCount() const { return int(m_edits.size()); }
     bool hasChanges() const { return !m_edits.isEmpty(); }
     std::vector<ChangedRow> changedRows() const;
     void dropChanges();
@@ -77,6 +80,8 @@ public:
 Q_SIGNALS:
     /// Edits, ticks or the shown rows changed.
     void stateChanged();
+    /// A period could not be reckoned, and why.
+    void troubled(const QString &why);
 
 private:
     void take(Recordset rows, const ListContext &context);
@@ -84,6 +89,11 @@ private:
     bool narrowedAway(int record) const;
     bool mayEdit(int record, ListColumn column) const;
     ConsentRowValues stored(int record) const;
+    ReadRow storedRow(int record) const;
+    bool isReceived(int record) const;
+    void setTick(int record, ListColumn column, bool on);
+    void takeReconsent(int record, ConsentRowValues &now);
+    void tellTrouble();
     void store(int record, const ConsentRowValues &values);
     void propose(int record, ConsentRowValues &now) const;
     void followMassage(int record, const QDate &reconsent);

@@ -118,19 +118,36 @@ RunningConsent ListRecords::running(int record) const {
 }
 
 ConsentRowValues ListRecords::values(int record) const {
-    const bool deformity = isDeformity(record);
-    const auto either = [&](ListField massage, ListField own) { return deformity ? own : massage; };
+    using F = ListField;
     ConsentRowValues values;
-    values.contact = nullable(record, ListField::Contact);
-    values.requested = nullable(record, either(ListField::Requested, ListField::RequestedDeformity));
-    values.received = nullable(record, either(ListField::Received, ListField::ReceivedDeformity));
-    values.method = nullable(record, ListField::Method);
-    values.hospitalOut = nullable(record, ListField::HospitalOut);
-    values.doctorOut = nullable(record, ListField::DoctorOut);
-    values.reconsent = date(record, either(ListField::Reconsent, ListField::ReconsentDeformity));
-    values.nextStart = date(record, either(ListField::NextStart, ListField::NextStartDeformity));
-    values.nextEnd = date(record, either(ListField::NextEnd, ListField::NextEndDeformity));
-    values.remark = text(record, ListField::Remark);
-    values.ownRequest = text(record, ListField::OwnRequest);
+    values.contact = nullable(record, F::Contact);
+    values.requested = nullable(record, either(record, F::Requested, F::RequestedDeformity));
+    values.received = nullable(record, either(record, F::Received, F::ReceivedDeformity));
+    values.method = nullable(record, F::Method);
+    values.hospitalOut = nullable(record, F::HospitalOut);
+    values.doctorOut = nullable(record, F::DoctorOut);
+    values.reconsent = date(record, either(record, F::Reconsent, F::ReconsentDeformity));
+    values.nextStart = date(record, either(record, F::NextStart, F::NextStartDeformity));
+    values.nextEnd = date(record, either(record, F::NextEnd, F::NextEndDeformity));
+    values.remark = text(record, F::Remark);
+    values.ownRequest = text(record, F::OwnRequest);
     return values;
+}
+
+bool ListRecords::received(int record) const {
+    return flag(record, either(record, ListField::Received, ListField::ReceivedDeformity));
+}
+
+ReadRow ListRecords::row(int record) const {
+    using F = ListField;
+    const auto odd = [&](F massage, F deformity) {
+        const F field = either(record, massage, deformity);
+        return date(record, field).isValid() ? QString() : text(record, field);
+    };
+    return {key(record),
+            values(record),
+            text(record, F::UpdateTime),
+            odd(F::Reconsent, F::ReconsentDeformity),
+            odd(F::NextStart, F::NextStartDeformity),
+            odd(F::NextEnd, F::NextEndDeformity)};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "consent/list/list_row.h"
+#include "consent/list/list_save_query.h"
 #include "consent/list/period_advisor.h"
 #include "db/recordset.h"
 #include "db/tables/keys.h"
@@ -102,10 +103,17 @@ public:
     RunningConsent running(int record) const;
     /// The values as they were read.
     ConsentRowValues values(int record) const;
+    bool received(int record) const;
+    /// The row as saving compares it.
+    ReadRow row(int record) const;
 
 private:
     int at(ListField field) const { return m_columns[size_t(field)]; }
     Nullable<short> nullable(int record, ListField field) const;
+    /// A field of a massage row or its fellow of a deformity-correction row.
+    ListField either(int record, ListField massage, ListField deformity) const {
+        return isDeformity(record) ? deformity : massage;
+    }
 
     Recordset m_rows;
     std::array<int, size_t(ListField::Count)> m_columns{};

@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "consent/list/list_model.h"
 #include "consent/list/list_renewal.h"
 #include "consent/rules/renewal_permit.h"
 #include "consent/rules/update_permit_query.h"
@@ -47,20 +48,21 @@ QList<RenewalResult> renewWithProgress(const ListRenewalRequest &request, const 
 
 bool renewReceived(const ListRenewalRequest &request) {
     Messages &messages = request.environment.messages;
-    if (!permitted(request) ||
-        !messages.ask(u"同意受領分の更新を行います。よろしいですか？"_s, u"同意更新の確認"_s) ||
-        !request.save())
+    if (!permitted(request))
         return false;
-    const QList<RenewalRow> rows = rowsToRenew(request.model);
-    if (rows.isEmpty()) {
+    if (request.model.receivedRecords().empty()) {
         messages.warn(
             u"「受領」にチェックされた行がありません。更新する行の「受領」にチェックしてください。"_s);
         return false;
     }
-    const QList<RenewalResult> results = renewWithProgress(request, rows);
-    const bool all = countOutcome(results, RenewalOutcome::Renewed) == results.size();
-    const QString text = u"更新が終了しました。\r\n\r\n"_s + renewalSummary(results);
-    if (all)
+    if (!messages.ask(u"同意受領分の更新を行います。よろしいですか？"_s, u"同意更新の確認"_s) ||
+        !request.save())
+        return false;
+    const QList<RenewalResult> results = renewWithProgress(request, rowsToRenew(request.model));
+    QString text = u"更新が終了しました。\r\n\r\n"_s + renewalSummary(results);
+    if (const int hidden = request.model.receivedOutOfSight())
+        text += u"\r\n\r\n絞り込みで表示していない受領 %L1 件は、更新していません。"_s.arg(hidden);
+    if (countOutcome(results, RenewalOutcome::Renewed) == results.size())
         messages.inform(text);
     else
         messages.warn(text);

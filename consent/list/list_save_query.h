@@ -9,7 +9,9 @@
 struct ReadRow {
     ConsentRowKey key;
     ConsentRowValues values;
-    QString updateTime; ///< tUpDateTime as the database gave it; empty: the row has none
+    QString updateTime; ///< tUpDateTime as the database gave it; empty: the row has none, or not known
+    /// What stands where a date should be and is none; empty for dates and empty cells.
+    QString oddReconsent, oddStart, oddEnd;
 };
 
 /// The UPDATE that writes a changed list row back. It finds the row only while it is the newest and nobody

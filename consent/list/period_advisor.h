@@ -23,11 +23,17 @@ public:
     virtual QDate reconsentDay(const RunningConsent &running) = 0;
     /// Whether a massage row's re-consent date goes for the patient's deformity-correction row too.
     virtual bool followsMassage() const = 0;
-    /// The period after the running one for a re-consent on the given day.
+    /// The period after the running one for a re-consent on the given day; empty where the rule gives none or
+    /// trouble() says why it could not be reckoned.
     virtual Period nextPeriod(const RunningConsent &running, const QDate &reconsent) = 0;
     /// How the next period comes about, and whether the given one differs from the rule.
     virtual QString explainNext(const RunningConsent &running, const QDate &reconsent,
                                 const Period &next) = 0;
     /// How the running period came about, and whether it differs from the rule.
     virtual QString explainRunning(const RunningConsent &running) = 0;
+
+    /// Why the last call could not look up what the rule needs; empty when it could.
+    virtual QString trouble() const = 0;
+    /// What was looked up may have changed: it is looked up anew.
+    virtual void forget() = 0;
 };

@@ -20,6 +20,9 @@ public:
     }
     QString explainRunning(const RunningConsent &) override { return QStringLiteral("running"); }
 
+    QString trouble() const override { return {}; }
+    void forget() override {}
+
     QDate proposedDay;
     bool follows = false;
 };

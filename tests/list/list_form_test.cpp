@@ -79,6 +79,7 @@ TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
     go(0, ListColumn::Reconsent);
     type(u"R8.12.10"_s);
     EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/10"_s);
+    EXPECT_EQ(grid->currentIndex().row(), 1) << "on to the next answer";
     EXPECT_EQ(at(0, ListColumn::NextStart), u"2027/01/01"_s) << "the day after the running period";
     EXPECT_EQ(at(0, ListColumn::NextEnd), u"2027/05/31"_s);
     go(0, ListColumn::Remark);
@@ -102,6 +103,13 @@ TEST_F(ListFormTest, WrongEntriesAreSaidAndNothingIsLost) {
     QTest::keyClicks(editor, u"026/02/30"_s);
     QTest::keyClick(editor, Qt::Key_Return);
     EXPECT_EQ(QApplication::focusWidget(), editor) << "an impossible date is not left";
+    for (const Qt::Key command : {Qt::Key_F5, Qt::Key_F12}) {
+        QTest::keyClick(form.get(), command);
+        EXPECT_TRUE(form->isVisible());
+        EXPECT_EQ(QApplication::focusWidget(), editor) << "what is typed stays, to be mended";
+    }
+    EXPECT_EQ(messages.shown.size(), 2);
+    messages.shown.clear();
     QTest::keyClick(editor, Qt::Key_Escape);
     EXPECT_EQ(at(1, ListColumn::Reconsent), u""_s);
 
@@ -237,7 +245,9 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
 
     messages.shown.clear();
     messages.answers = {Answer::Yes};
+    go(1, ListColumn::Remark);
     QTest::keyClick(form.get(), Qt::Key_F6);
+    EXPECT_EQ(at(grid->currentIndex().row(), ListColumn::Number), u"2"_s) << "the cursor keeps its row";
     ASSERT_EQ(messages.shown.size(), 2);
     const QString text = messages.shown[1].text;
     EXPECT_TRUE(text.startsWith(u"更新が終了しました。"_s)) << text.toStdString();

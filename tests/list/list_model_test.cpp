@@ -2,7 +2,10 @@
 
 #include "tests/list/list_fixture.h"
 
+#include "consent/list/list_advisor.h"
+
 #include <QAbstractItemModelTester>
+#include <QSignalSpy>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -74,9 +77,10 @@ TEST_F(ListModelTest, AReconsentDateProposesThePeriodAndTheUserOverrulesIt) {
 
 TEST_F(ListModelTest, HistoryIsARecord) {
     patient(1, u"甲"_s, u"ｺｳ"_s);
-    consent(1, u"2026/12/31"_s, u"iNewestFlg = 0"_s);
+    consent(1, u"2026/11/20"_s, u"iNewestFlg = 0"_s);
     list.filter().view = ListView::History;
     found();
+    EXPECT_EQ(text(1, ListColumn::ConsentEnd), u"2026/11/20"_s) << "what has been followed is not urgent";
     EXPECT_FALSE(edit(1, ListColumn::Remark, u"x"_s));
     EXPECT_FALSE(tick(1, ListColumn::Received, true));
     EXPECT_TRUE(tick(1, ListColumn::Target, true));
@@ -99,10 +103,10 @@ TEST_F(ListModelTest, NarrowsByNameAndKanaWhateverTheirWriting) {
     EXPECT_EQ(narrowed({}, u"ヤマ"_s), QStringList({u"1"_s, u"2"_s, u"3"_s}));
     EXPECT_EQ(narrowed({}, u"ﾊﾊﾞ"_s), QStringList({u"4"_s})) << "voiced marks are letters of their own";
     EXPECT_EQ(narrowed(u"山田a"_s, u"やま"_s), QStringList({u"1"_s}));
+    EXPECT_EQ(narrowed(u" 山　田Ａ"_s, {}), QStringList({u"1"_s})) << "blanks are ignored";
     model.tickAll(ListColumn::Target, true);
     EXPECT_EQ(narrowed({}, {}).size(), 5);
-    EXPECT_EQ(model.targetCount(), 2) << "ticking all touches shown rows only";
-    EXPECT_EQ(model.targetRecords().size(), 2u);
+    EXPECT_EQ(model.targetRecords().size(), 2u) << "ticking all touches shown rows only";
 }
 
 TEST_F(ListModelTest, SortsByColumnAndBack) {
@@ -140,7 +144,30 @@ TEST_F(ListModelTest, LinksProposeForReceivedAndForDeformityRows) {
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s);
     EXPECT_EQ(text(1, ListColumn::NextEnd), u"2026/12/11"_s);
     EXPECT_EQ(text(1, ListColumn::Reconsent, true), u"2026/12/01"_s);
-    EXPECT_EQ(text(1, ListColumn::Received, true), u""_s);
+    model.dropChanges();
+    model.tickAll(ListColumn::Received, true);
+    EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s) << "ticking all is ticking each";
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 3), true));
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s) << "a deformity row leads no other";
+}
+
+TEST_F(ListModelTest, WithoutTheSettingsNoPeriodIsGuessed) {
+    patient(1, u"甲"_s, u"ｺｳ"_s);
+    consent(1, u"2026/12/31"_s);
+    database.run(u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, iDouiKikan1,"
+                 " iKikanCalcType) VALUES (1, 1, 1, '2026/11', 1, 1, 2)"_s);
+    ListAdvisor real({1, 1}, database.db);
+    ConsentList byRules(environment, database.db, model, real);
+    ASSERT_EQ(byRules.iSearch(), 0);
+    QSignalSpy troubled(&model, &ConsentListModel::troubled);
+    database.run(u"ALTER TABLE DOUIKIROKU RENAME TO AWAY"_s);
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 10)));
+    EXPECT_EQ(text(1, ListColumn::NextEnd), u""_s);
+    ASSERT_EQ(troubled.count(), 1);
+    EXPECT_TRUE(troubled[0][0].toString().contains(u"DOUIKIROKU"_s));
+
+    database.run(u"ALTER TABLE AWAY RENAME TO DOUIKIROKU"_s);
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 11)));
+    EXPECT_EQ(text(1, ListColumn::NextStart), u"2027/01/01"_s);
+    EXPECT_EQ(text(1, ListColumn::NextEnd), u"2027/01/31"_s) << "one month, in whole months";
 }

@@ -109,15 +109,16 @@ TEST_F(ListQueryTest, JumpWidensTheRangeToThePatient) {
     patient(1, u"先"_s, u"ｱ"_s, u"tDouiKaryoE1 = '2025/01/31', tDouiKaryoE2 = '2027/08/15'"_s);
     patient(2, u"期間なし"_s, u"ｲ"_s);
     QString warning;
-    ASSERT_EQ(list.iJumpTo(1, &warning), 0);
+    ListFilter filter = list.filter();
+    ASSERT_EQ(list.iJumpTo(1, filter, &warning), 0);
     EXPECT_EQ(warning, QString());
-    EXPECT_EQ(list.filter().from, QDate(2026, 11, 1));
-    EXPECT_EQ(list.filter().to, QDate(2027, 8, 31));
-    EXPECT_EQ(list.filter().patient, 1);
+    EXPECT_EQ(filter.from, QDate(2026, 11, 1));
+    EXPECT_EQ(filter.to, QDate(2027, 8, 31));
+    EXPECT_EQ(filter.patient, 1);
 
-    ASSERT_EQ(list.iJumpTo(2, &warning), 0);
+    ASSERT_EQ(list.iJumpTo(2, filter, &warning), 0);
     EXPECT_EQ(warning, u"該当する利用者には要加療期間の入力がないため表示できません。"_s);
-    ASSERT_EQ(list.iJumpTo(99, &warning), 0);
+    ASSERT_EQ(list.iJumpTo(99, filter, &warning), 0);
     EXPECT_EQ(warning, u"該当する利用者データがありません。"_s);
 }
 

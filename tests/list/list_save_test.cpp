@@ -97,9 +97,10 @@ TEST_F(ListSaveTest, AColleaguesChangeIsNeverOverwritten) {
 
         QStringList dropped;
         ASSERT_EQ(list.iReread(&dropped), 0);
-        EXPECT_EQ(dropped, QStringList{u"1 利用者1"_s}) << c.what;
+        EXPECT_EQ(dropped.size(), 1) << c.what;
+        EXPECT_TRUE(dropped[0].startsWith(u"1 利用者1　（入力内容：再同意日 2026/11/19"_s)) << c.what;
         EXPECT_EQ(cell(2, ListColumn::Reconsent).data(Qt::EditRole).toDate(), QDate(2026, 11, 20)) << c.what;
-        EXPECT_EQ(model.targetCount(), 1) << c.what;
+        EXPECT_EQ(model.targetRecords().size(), 1u) << c.what;
         EXPECT_EQ(list.save().kind, SaveOutcome::Saved) << c.what;
         EXPECT_EQ(stored(2, u"tSaiDouiDay"_s), u"2026/11/20"_s) << c.what;
         EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"NULL"_s) << c.what;
@@ -136,4 +137,37 @@ TEST_F(ListSaveTest, AFailingDatabaseKeepsRowsAndEdits) {
     database.run(u"ALTER TABLE STAFF_AWAY RENAME TO STAFF"_s);
     EXPECT_EQ(list.save().kind, SaveOutcome::Saved);
     EXPECT_EQ(stored(2, u"tSaiDouiDay"_s), u"2026/11/20"_s);
+}
+
+TEST_F(ListSaveTest, SavedButNotReadAgainIsSaidAndTheNextEditIsKept) {
+    database.run(
+        u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/20 10:00:00.000', cItiranBikou = '前'"_s);
+    found();
+    EXPECT_TRUE(edit(1, ListColumn::Remark, u""_s));
+    database.run(u"ALTER TABLE SOUDAN RENAME TO SOUDAN_AWAY"_s);
+    const SaveOutcome outcome = list.save();
+    EXPECT_EQ(outcome.kind, SaveOutcome::Saved);
+    EXPECT_TRUE(outcome.text.contains(u"SOUDAN"_s)) << outcome.text.toStdString();
+    EXPECT_EQ(stored(1, u"cItiranBikou"_s), u"NULL"_s);
+
+    EXPECT_TRUE(edit(1, ListColumn::Remark, u"後"_s));
+    database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
+    QStringList dropped;
+    ASSERT_EQ(list.iReread(&dropped), 0);
+    EXPECT_EQ(dropped, QStringList());
+    EXPECT_EQ(list.save().kind, SaveOutcome::Saved);
+    EXPECT_EQ(stored(1, u"cItiranBikou"_s), u"後"_s);
+}
+
+TEST_F(ListSaveTest, WhatIsNoDateStaysUntilOneIsEntered) {
+    for (const QString &time : {u"NULL"_s, u"'2026/11/20 10:00:00.000'"_s}) {
+        database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tSaiDouiDay = '2026/02/30', tUpDateTime = "_s + time);
+        found();
+        EXPECT_TRUE(edit(1, ListColumn::Remark, u"備考"_s + time.left(1)));
+        ASSERT_EQ(list.save().kind, SaveOutcome::Saved) << time.toStdString();
+        EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2026/02/30"_s);
+    }
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 11, 20)));
+    ASSERT_EQ(list.save().kind, SaveOutcome::Saved);
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2026/11/20"_s);
 }
