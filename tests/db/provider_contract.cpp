@@ -144,6 +144,7 @@ TEST_P(ProviderContract, AffectedRowsAreCounted) {
         {u"INSERT INTO CONTRACT (nNo) SELECT nNo + 10 FROM CONTRACT"_s, 3},
         {u"DELETE FROM CONTRACT WHERE nNo = 99"_s, 0},
         {u"DELETE FROM CONTRACT"_s, 6},
+        {u"DROP TABLE IF EXISTS CONTRACT"_s, 0},
     };
     for (const auto &c : cases) {
         qint64 affected = -1;

@@ -209,3 +209,23 @@ TEST_F(SqliteFile, AFileDamagedInTheMiddleIsReportedByName) {
     EXPECT_TRUE(reason.starts_with("HY000 データベースファイルが壊れています。")) << reason;
     EXPECT_NE(reason.find(path().toStdString()), std::string::npos);
 }
+
+TEST_F(SqliteFile, AFileThatGoesAwayIsNoticedAndFoundAgain) {
+    run(u"CREATE TABLE T (a int)"_s);
+    db.close(); // which moves everything from the log into the file
+    const QByteArray good = read(path());
+    ASSERT_TRUE(db.open(connectionString()));
+    for (const QByteArray &bytes : {QByteArray(), QByteArray(good.size(), 'x')}) {
+        write(path(), bytes); // as on a share that is torn down
+        EXPECT_FALSE(db.execute(u"INSERT INTO T VALUES (1)"_s, nullptr));
+        EXPECT_NE(errors().find(path().toStdString()), std::string::npos);
+    }
+    db.close();
+    EXPECT_FALSE(db.begin());
+    EXPECT_EQ(errors(), "08001 データベースに接続していません。");
+
+    write(path(), good);
+    ASSERT_TRUE(db.open(connectionString())) << errors();
+    run(u"INSERT INTO T VALUES (1)"_s);
+    EXPECT_EQ(cells(u"SELECT a FROM T"_s), u"1"_s);
+}
