@@ -170,7 +170,7 @@ int registerCollation(sqlite3 *db) {
         sqlite3_create_collation_v2(db, "Japanese_CI_AS", SQLITE_UTF8, collation.get(), compareJapanese,
                                     [](void *old) { delete static_cast<JapaneseCollator *>(old); });
     if (result == SQLITE_OK)
-        collation.release();
+        static_cast<void>(collation.release()); // the connection has it now
     return result;
 }
 

@@ -45,9 +45,12 @@ bool isKeyword(const SqlToken &token) {
         "UNION",  "UNIQUE",    "UPDATE",   "VALUES", "WHEN",    "WHERE",     "WITH"};
     const char first =
         token.text[0] >= 'a' && token.text[0] <= 'z' ? char(token.text[0] - 'a' + 'A') : token.text[0];
-    const auto sameFirst =
-        std::ranges::equal_range(keywords, first, {}, [](std::string_view keyword) { return keyword[0]; });
-    return std::ranges::any_of(sameFirst, [&](std::string_view keyword) { return token.isWord(keyword); });
+    const auto *keyword =
+        std::ranges::lower_bound(keywords, first, {}, [](std::string_view k) { return k[0]; });
+    while (keyword != keywords.end() && (*keyword)[0] == first)
+        if (token.isWord(*keyword++))
+            return true;
+    return false;
 }
 
 ValueType typeOfFunction(const SqlToken &name) {
