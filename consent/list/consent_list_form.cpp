@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "app/base/processes.h"
 #include "app/base/settings.h"
+#include "consent/list/kept_columns.h"
 #include "consent/list/list_advisor.h"
 #include "consent/list/list_command_bar.h"
 #include "consent/list/list_filter_panel.h"
@@ -21,7 +22,6 @@
 #include <QMenuBar>
 #include <QProgressBar>
 #include <QScrollBar>
-#include <QSettings>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -41,13 +41,6 @@ constexpr LinkCommand linkCommands[] = {
     {u"mnHoliday", Setting::祝日考慮, &LinkOptions::holidays},
     {u"mnSameDouiDay", Setting::前回取得日連動, &LinkOptions::previousDay},
 };
-
-// Column widths and order are this user's own, not the practice's.
-QSettings windowSettings() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s);
-}
-
-const QString gridLayoutKey = u"consent_list/columns"_s;
 
 } // namespace
 
@@ -146,7 +139,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
         m_error = m_parts->list.sErrMsg();
         return -1;
     }
-    m_grid->restoreColumns(windowSettings().value(gridLayoutKey).toByteArray());
+    m_grid->restoreColumns(keptColumns());
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
     return 0;
@@ -374,14 +367,7 @@ void frm同意書管理::startSeal() {
 }
 
 void frm同意書管理::showHelp() {
-    m_environment.messages.inform(
-        u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
-        "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"
-        "Space　対象・連絡・受領・依頼のチェック\r\n"
-        "文字・数字キー、ダブルクリック　項目の入力（日付は 20261121、R8.11.21 でも入力できます）\r\n"
-        "Delete　項目を空にする\r\n見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
-        "期間にマウスを置くと、期間の決まり方を表示します"_s,
-        u"一覧の見かた"_s);
+    m_environment.messages.inform(listHelp(), u"一覧の見かた"_s);
 }
 
 void frm同意書管理::toggleLink(const QString &command, bool on) {
@@ -401,7 +387,7 @@ void frm同意書管理::toggleLink(const QString &command, bool on) {
 void frm同意書管理::reject() {
     if (!settleCell() || !maySwitch())
         return;
-    windowSettings().setValue(gridLayoutKey, m_grid->layoutState());
+    keepColumns(m_grid->layoutState());
     QDialog::reject();
 }
 

@@ -22,3 +22,6 @@ std::span<const ListCommand> listCommands();
 
 /// Caption of a menu, with its mnemonic.
 QString listMenuCaption(ListCommand::Menu menu);
+
+/// What the list's marks mean and which keys it answers, for the user.
+QString listHelp();

@@ -1,50 +1,11 @@
 #include "consent/list/list_model.h"
 
 #include "app/base/dates.h"
-#include "app/base/text.h"
 #include "consent/list/list_order.h"
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-// A row's identity as one text, for finding it again after the list was read anew.
-QString identity(const ConsentRowKey &key) {
-    return u"%1/%2/%3/%4/%5/%6"_s.arg(key.patient.iKyotenCd)
-        .arg(key.patient.iKyotenEb)
-        .arg(key.patient.nIDNo)
-        .arg(key.nDate)
-        .arg(key.iHenkeiFlg)
-        .arg(key.nHenkeiDouiDate);
-}
-
-// Nobody has written the row since it was read. A row that was saved and not read again has no update time.
-bool sameRow(const ReadRow &now, const ReadRow &before) {
-    return now.values.same(before.values) &&
-           (before.updateTime.isEmpty() || now.updateTime == before.updateTime);
-}
-
-// What the user had typed into a row, so that it need not be looked up on paper again.
-QString typedText(const ChangedRow &row) {
-    QStringList typed;
-    for (const ListColumnInfo &info : listColumns()) {
-        if (!cellDiffers(row.now, row.read.values, info.column))
-            continue;
-        const QVariant value = cellEditValue(row.now, info.column);
-        const QString text = value.typeId() == QMetaType::QDate ? dateText(value.toDate()) : value.toString();
-        if (info.kind == CellKind::Date || info.kind == CellKind::Text)
-            typed.append(info.caption + u" "_s + text);
-    }
-    return typed.isEmpty() ? QString() : u"　（入力内容："_s + typed.join(u"、"_s) + u"）"_s;
-}
-
-QString withoutBlanks(QString folded) {
-    return folded.removeIf([](QChar c) { return c.isSpace(); });
-}
-
-} // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_context = context;
@@ -52,8 +13,7 @@ void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_edits.clear();
     m_written.clear();
     m_target.assign(size_t(m_records.count()), false);
-    m_foldedNames.clear();
-    m_foldedKana.clear();
+    m_narrowing.forget();
 }
 
 void ConsentListModel::load(Recordset rows, const ListContext &context) {
@@ -79,14 +39,14 @@ QStringList ConsentListModel::reload(Recordset rows, const ListContext &context)
     QHash<QString, int> now;
     if (!edits.empty() || !targets.empty())
         for (int record = 0; record < m_records.count(); ++record)
-            now.insert(identity(m_records.key(record)), record);
+            now.insert(rowIdentity(m_records.key(record)), record);
     for (const ConsentRowKey &key : targets)
-        if (const int record = now.value(identity(key), -1); record >= 0)
+        if (const int record = now.value(rowIdentity(key), -1); record >= 0)
             m_target[size_t(record)] = true;
     QStringList dropped;
     for (size_t i = 0; i < edits.size(); ++i) {
-        const int record = now.value(identity(edits[i].read.key), -1);
-        if (record >= 0 && sameRow(m_records.row(record), edits[i].read))
+        const int record = now.value(rowIdentity(edits[i].read.key), -1);
+        if (record >= 0 && isSameRow(m_records.row(record), edits[i].read))
             m_edits.insert(record, edits[i].now);
         else
             dropped.append(names[qsizetype(i)] + typedText(edits[i]));
@@ -193,44 +153,26 @@ int ConsentListModel::firstWrong(QString *why) const {
 }
 
 void ConsentListModel::prepareNarrowing() {
-    if (m_foldedNames.size() == size_t(m_records.count()))
-        return;
-    m_foldedNames.clear();
-    m_foldedKana.clear();
-    m_foldedNames.reserve(size_t(m_records.count()));
-    m_foldedKana.reserve(size_t(m_records.count()));
-    for (int record = 0; record < m_records.count(); ++record) {
-        m_foldedNames.push_back(withoutBlanks(foldForSearch(m_records.text(record, ListField::Name))));
-        m_foldedKana.push_back(withoutBlanks(foldForSearch(m_records.text(record, ListField::NameKana))));
-    }
+    m_narrowing.prepare(m_records);
 }
 
 void ConsentListModel::narrow(const QString &name, const QString &kana) {
-    const QString foldedName = withoutBlanks(foldForSearch(name));
-    const QString foldedKana = withoutBlanks(foldForSearch(kana));
-    if (foldedName == m_name && foldedKana == m_kana)
+    if (!m_narrowing.set(name, kana))
         return;
     beginResetModel();
-    m_name = foldedName;
-    m_kana = foldedKana;
     show();
     endResetModel();
     Q_EMIT stateChanged();
 }
 
-bool ConsentListModel::narrowedAway(int record) const {
-    return (!m_name.isEmpty() && !m_foldedNames[size_t(record)].contains(m_name)) ||
-           (!m_kana.isEmpty() && !m_foldedKana[size_t(record)].contains(m_kana));
-}
-
 // Works out which records are shown and in which order.
 void ConsentListModel::show() {
-    if (!m_name.isEmpty() || !m_kana.isEmpty())
+    if (m_narrowing.isSet())
         prepareNarrowing();
     m_shown.clear();
     m_shown.reserve(size_t(m_records.count()));
     for (int record = 0; record < m_records.count(); ++record)
-        if (!narrowedAway(record))
+        if (!m_narrowing.hides(record))
             m_shown.push_back(record);
     if (m_sortColumn >= 0)
         orderRecords(

@@ -2,20 +2,14 @@
 
 #include "consent/list/list_cells.h"
 #include "consent/list/list_columns.h"
+#include "consent/list/list_edits.h"
+#include "consent/list/list_narrowing.h"
 #include "consent/list/list_record.h"
-#include "consent/list/list_save_query.h"
 #include "consent/list/request_methods.h"
 
 #include <QAbstractTableModel>
 #include <QHash>
 #include <vector>
-
-/// A row whose values differ from what was read.
-struct ChangedRow {
-    int record;
-    ReadRow read;
-    ConsentRowValues now;
-};
 
 /// The grid's rows: what the query gave, the edits over it, what is narrowed away and the order shown.
 /// A row number counts what is shown, a record number what was read.
@@ -86,7 +80,6 @@ Q_SIGNALS:
 private:
     void take(Recordset rows, const ListContext &context);
     void show();
-    bool narrowedAway(int record) const;
     bool mayEdit(int record, ListColumn column) const;
     ConsentRowValues stored(int record) const;
     ReadRow storedRow(int record) const;
@@ -106,10 +99,7 @@ private:
     QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
     std::vector<bool> m_target;
     std::vector<int> m_shown; ///< records, in the order shown
-    std::vector<QString> m_foldedNames;
-    std::vector<QString> m_foldedKana;
-    QString m_name; ///< folded
-    QString m_kana; ///< folded
+    ListNarrowing m_narrowing;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
 };
