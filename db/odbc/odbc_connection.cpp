@@ -2,6 +2,7 @@
 
 #include "db/odbc/odbc_errors.h"
 
+#include <QCoreApplication>
 #include <array>
 #include <condition_variable>
 #include <mutex>
@@ -39,6 +40,20 @@ void logIn(const std::shared_ptr<LogIn> &shared, const OdbcTarget &target, std::
     shared->errors = errors;
     shared->isDone = true;
     shared->done.notify_one();
+}
+
+/// Windows are painted meanwhile, but take no input: what is under way would be begun anew.
+bool waitForLogIn(LogIn &shared, std::unique_lock<std::mutex> &lock, std::chrono::seconds limit) {
+    constexpr std::chrono::milliseconds betweenPaints(50);
+    const auto end = std::chrono::steady_clock::now() + limit;
+    while (!shared.done.wait_for(lock, betweenPaints, [&] { return shared.isDone; })) {
+        if (std::chrono::steady_clock::now() >= end)
+            return false;
+        lock.unlock();
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        lock.lock();
+    }
+    return true;
 }
 
 } // namespace
@@ -122,7 +137,7 @@ std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const Od
         return nullptr;
     }
     std::unique_lock lock(shared->mutex);
-    if (!shared->done.wait_for(lock, limit, [&] { return shared->isDone; })) {
+    if (!waitForLogIn(*shared, lock, limit)) {
         shared->isAbandoned = true;
         errors = {odbcError(u"HYT00"_s, u"%1秒以内に応答がありません。"_s.arg(limit.count()))};
         return nullptr;
