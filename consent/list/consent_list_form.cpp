@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "app/base/processes.h"
 #include "app/base/settings.h"
+#include "app/base/version.h"
 #include "consent/list/kept_columns.h"
 #include "consent/list/list_advisor.h"
 #include "consent/list/list_command_bar.h"
@@ -15,6 +16,7 @@
 #include "consent/list/list_searches.h"
 #include "db/adodb.h"
 #include "widgets/enter_moves_on.h"
+#include "widgets/version_form.h"
 
 #include <QAction>
 #include <QKeyEvent>
@@ -165,6 +167,7 @@ void frm同意書管理::run(const QString &command) {
         {u"cmdDspOrder"_s, [](frm同意書管理 &form) { form.chooseOrder(); }},
         {u"cmdSeal"_s, [](frm同意書管理 &form) { form.startSeal(); }},
         {u"mnDispHelp"_s, [](frm同意書管理 &form) { form.showHelp(); }},
+        {u"mnVersion"_s, [](frm同意書管理 &form) { form.showVersion(); }},
         {u"cmdMenu"_s, [](frm同意書管理 &form) { form.reject(); }},
         {u"cmdEnd"_s, [](frm同意書管理 &form) { form.reject(); }},
     };
@@ -368,6 +371,10 @@ void frm同意書管理::startSeal() {
 
 void frm同意書管理::showHelp() {
     m_environment.messages.inform(listHelp(), u"一覧の見かた"_s);
+}
+
+void frm同意書管理::showVersion() {
+    frmVer(programVersion(m_environment.folders), this).exec();
 }
 
 void frm同意書管理::toggleLink(const QString &command, bool on) {

@@ -51,6 +51,7 @@ private:
     void renew();
     void startSeal();
     void showHelp();
+    void showVersion();
     void toggleLink(const QString &command, bool on);
 
     void sayNoDate();

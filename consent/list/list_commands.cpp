@@ -62,6 +62,8 @@ std::span<const ListCommand> listCommands() {
                     u"以前の月別の同意記録を同意履歴に変換します（準備中）"_s, Settings, false},
         ListCommand{u""_s, u"mnDispHelp"_s, u"一覧の見かた"_s, u"Shift+F1"_s, u"印とキー操作を説明します"_s,
                     Help, true},
+        ListCommand{u""_s, u"mnVersion"_s, u"バージョン情報"_s, u""_s,
+                    u"プログラムのバージョンを表示します"_s, Help, true},
         ListCommand{u"cmdMenu"_s, u"mnF12S"_s, u"メニュー"_s, u"Shift+F12"_s,
                     u"この画面を閉じて、メニューに戻ります"_s, Leave, true},
         ListCommand{u"cmdEnd"_s, u"mnF12"_s, u"終了"_s, u"F12"_s, u"この画面を閉じます"_s, Leave, true},

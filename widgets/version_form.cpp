@@ -1,4 +1,4 @@
-#include "app/forms/version_form.h"
+#include "widgets/version_form.h"
 
 #include "ui_version_form.h"
 

@@ -1,4 +1,4 @@
-#include "app/version.h"
+#include "app/base/version.h"
 
 #include "app/base/folders.h"
 #include "app/base/ini_file.h"
