@@ -2,6 +2,9 @@
 
 #include "app/base/dates.h"
 
+#include <algorithm>
+#include <cstring>
+
 using namespace Qt::Literals::StringLiterals;
 
 int Recordset::column(QStringView name) const {
@@ -14,11 +17,10 @@ int Recordset::column(QStringView name) const {
 QString Recordset::textOf(const Cell &cell) const {
     if (cell.length == 0)
         return u""_s;
-    const char *data = m_block.data() + cell.offset;
     if (m_encoding == Encoding::Utf8)
-        return QString::fromUtf8(data, qsizetype(cell.length));
-    // The block is kept at even offsets in UTF-16, so that the cast is aligned.
-    return QString(reinterpret_cast<const QChar *>(data), qsizetype(cell.length / 2));
+        return QString::fromUtf8(cell.text, qsizetype(cell.length));
+    // A block of UTF-16 holds texts of even lengths only, so that the cast is aligned.
+    return QString(reinterpret_cast<const QChar *>(cell.text), qsizetype(cell.length / 2));
 }
 
 QString Recordset::text(int row, int column) const {
@@ -71,10 +73,9 @@ QDate Recordset::date(int row, int column) const {
     if (c.kind != Kind::Text || c.length == 0)
         return {};
     // Read in place: a list of ten thousand rows has several dates a row.
-    const char *data = m_block.data() + c.offset;
     if (m_encoding == Encoding::Utf8)
-        return dateFromDatabase(QLatin1StringView(data, qsizetype(c.length)));
-    return dateFromDatabase(QStringView(reinterpret_cast<const QChar *>(data), qsizetype(c.length / 2)));
+        return dateFromDatabase(QLatin1StringView(c.text, qsizetype(c.length)));
+    return dateFromDatabase(QStringView(reinterpret_cast<const QChar *>(c.text), qsizetype(c.length / 2)));
 }
 
 void Recordset::open(const QStringList &columns, Encoding encoding) {
@@ -84,32 +85,47 @@ void Recordset::open(const QStringList &columns, Encoding encoding) {
     m_encoding = encoding;
 }
 
-void Recordset::reserve(size_t rows, size_t textBytes) {
-    m_cells.reserve(rows * size_t(m_columns.size()));
-    m_block.reserve(textBytes);
+void Recordset::beginPart() {
+    const bool first = m_cells.empty();
+    m_cells.emplace_back();
+    // Most recordsets are a row or two; one that has filled a part will fill more.
+    if (!first)
+        m_cells.back().reserve(rowsInPart * size_t(m_columns.size()));
 }
 
-void Recordset::appendNull() {
-    m_cells.emplace_back();
+// Blocks double from a page to a megabyte; a longer text gets one of its own.
+char *Recordset::roomFor(size_t bytes) {
+    if (bytes > m_freeBytes) {
+        constexpr size_t smallest = 4096, steps = 8;
+        const size_t size = std::max(bytes, smallest << std::min(m_blocks.size(), steps));
+        m_free = m_blocks.emplace_back(std::make_shared_for_overwrite<char[]>(size)).get();
+        m_freeBytes = size;
+    }
+    char *room = m_free;
+    m_free += bytes;
+    m_freeBytes -= bytes;
+    return room;
 }
 
 void Recordset::appendInteger(qint64 value) {
-    Cell &c = m_cells.emplace_back();
+    Cell &c = append();
     c.integer = value;
     c.kind = Kind::Integer;
 }
 
 void Recordset::appendReal(double value) {
-    Cell &c = m_cells.emplace_back();
+    Cell &c = append();
     c.real = value;
     c.kind = Kind::Real;
 }
 
 void Recordset::appendText(const void *data, size_t bytes) {
-    Cell &c = m_cells.emplace_back();
-    c.offset = m_block.size();
+    Cell &c = append();
     c.length = quint32(bytes);
     c.kind = Kind::Text;
-    const char *from = static_cast<const char *>(data);
-    m_block.insert(m_block.end(), from, from + bytes);
+    if (bytes == 0)
+        return;
+    char *room = roomFor(bytes);
+    std::memcpy(room, data, bytes);
+    c.text = room;
 }

@@ -57,7 +57,7 @@ bool OdbcRowReader::readAll(Recordset &rows) {
 
     SQLLEN expected = 0;
     if (SQL_SUCCEEDED(SQLRowCount(m_statement, &expected)) && expected > 0)
-        rows.reserve(std::min<size_t>(size_t(expected), mostReservedCells / m_columns.size()), 0);
+        rows.reserve(std::min<size_t>(size_t(expected), mostReservedCells / m_columns.size()));
     for (;;) {
         const SQLRETURN result = SQLFetch(m_statement);
         if (result == SQL_NO_DATA)
