@@ -3,6 +3,7 @@
 #include "app/base/codepage932.h"
 #include "app/base/kana.h"
 
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <unicode/translit.h>
@@ -114,6 +115,9 @@ QString toFullWidth(const QString &text) {
 }
 
 QString toHalfWidth(const QString &text) {
+    // The start-up reads dates and numbers; to build the transliterator would take a third of it.
+    if (std::all_of(text.begin(), text.end(), [](QChar c) { return c < QChar(0x80); }))
+        return text;
     return transliterated(toHalf(), text);
 }
 
