@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QPixmap>
 #include <QWidget>
 
@@ -15,10 +16,16 @@ public:
     static QString findPicture(const QStringList &folders);
 
 protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
+    void fit();
+
+    QString m_file; ///< of the picture, until it is loaded
+    QBasicTimer m_afterPainting;
     QPixmap m_picture;
     QLabel *m_wall;
 };

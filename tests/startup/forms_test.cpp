@@ -187,7 +187,7 @@ TEST(Background, NeverTakesTheKeysFromAScreen) {
 
     frmBack back(picture);
     back.showMaximized();
-    EXPECT_FALSE(control<QLabel>(back, u"ImgWall")->pixmap().isNull());
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !control<QLabel>(back, u"ImgWall")->pixmap().isNull(); }));
     QDialog screen;
     screen.show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(&screen));
