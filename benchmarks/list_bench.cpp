@@ -1,0 +1,149 @@
+// The consent list of an office with 200,000 patients: its query beside a bare loop over the engine's C
+// interface, and what the user waits for at the screen. `list_bench FOLDER` uses the sample installation in
+// that folder, or makes it there; without a folder a temporary one is made.
+
+#include "benchmarks/bare_database.h"
+#include "benchmarks/figures.h"
+#include "benchmarks/list_screen.h"
+#include "consent/list/list_query.h"
+#include "db/adodb.h"
+#include "db/sqlite/dialect.h"
+#include "sample/installation.h"
+
+#include <QApplication>
+#include <QTemporaryDir>
+#include <algorithm>
+#include <cstdio>
+#include <numeric>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QDate day(2026, 11, 21);
+constexpr Branch branch{1, 1};
+constexpr int patients = 200'000;
+constexpr int repetitions = 9;
+
+/// About ten thousand of the sample's consents end in this month.
+ListFilter january() {
+    ListFilter filter;
+    filter.from = QDate(2027, 1, 1);
+    filter.to = QDate(2027, 1, 31);
+    return filter;
+}
+
+void makeSample(const QString &folder) {
+    const sample::SampleResult made =
+        sample::makeInstallation({.folder = folder, .day = day, .patients = patients, .programs = {}});
+    if (made.outcome != sample::SampleOutcome::Made && made.outcome != sample::SampleOutcome::LeftAsItIs)
+        stop(made.sentence);
+}
+
+void loadByProgram(cT_ADODB &db, ConsentListModel &model) {
+    const ListFilter filter = january();
+    Recordset rows;
+    if (db.iOpenRecSet(rows, listSql(branch, filter)) != 0)
+        stop(db.sErrMsg());
+    model.load(std::move(rows), {day, filter.from, filter.to, false, {}, nullptr});
+}
+
+/// The three ways to the same rows, in turns, so that a busy machine disturbs all alike.
+void measureQuery(Figures &figures, const BareDatabase &bare, cT_ADODB &db, ListScreen &screen) {
+    const QByteArray sql = embeddedDialect(listSql(branch, january()).toUtf8());
+    std::vector<double> loop, loaded, painted;
+    ConsentListModel model;
+    size_t rows = 0;
+    for (int i = 0; i <= repetitions; ++i) {
+        loop.push_back(millisecondsOf([&] { rows = bare.stepThrough(sql); }));
+        loaded.push_back(millisecondsOf([&] { loadByProgram(db, model); }));
+        painted.push_back(screen.search(january().from, january().to));
+        if (size_t(model.rowCount()) != rows || size_t(screen.rowCount()) != rows)
+            stop(u"the three ways found %1, %2 and %3 rows"_s.arg(rows)
+                     .arg(model.rowCount())
+                     .arg(screen.rowCount()));
+        if (i == 0) { // warms the caches
+            loop.clear();
+            loaded.clear();
+            painted.clear();
+        }
+    }
+    std::printf("%zu rows, %d patients, medians of %d\n", rows, patients, repetitions);
+    figures.compare("query into the grid's model", median(loaded), "bare loop", median(loop), 1.0);
+    figures.compare("F4 to painted grid", median(painted), "bare loop", median(loop), 1.2);
+}
+
+void measureScrolling(Figures &figures, ListScreen &screen) {
+    const std::vector<double> pages = screen.pageDown();
+    figures.limit("scroll by one page, slowest page", *std::max_element(pages.begin(), pages.end()), 100);
+    figures.note("scroll page by page from top to bottom", std::accumulate(pages.begin(), pages.end(), 0.0));
+    std::vector<double> jumps;
+    for (int i = 0; i < repetitions; ++i)
+        jumps.push_back(screen.jumpToEnd());
+    figures.limit("scroll from top to bottom at once", median(jumps), 100);
+}
+
+void measureSorting(Figures &figures, ListScreen &screen) {
+    double slowest = 0;
+    QString slowestColumn;
+    for (const ListColumnInfo &info : listColumns()) {
+        // Upwards, downwards and back to the order of the query.
+        const double up = screen.clickHeader(info.column);
+        const double down = screen.clickHeader(info.column);
+        screen.clickHeader(info.column);
+        if (info.column == ListColumn::Name)
+            figures.limit("sort by the patient's name", up, 100);
+        if (qMax(up, down) > slowest) {
+            slowest = qMax(up, down);
+            slowestColumn = info.caption;
+        }
+    }
+    figures.limit(u"sort by the slowest column (%1)"_s.arg(slowestColumn).toUtf8().constData(), slowest, 100);
+}
+
+void measureNarrowing(Figures &figures, ListScreen &screen) {
+    std::vector<double> first, others;
+    for (int i = 0; i < repetitions; ++i) {
+        screen.search(january().from, january().to);
+        // At once, while the list may still be making its preparations.
+        const std::vector<double> strokes = screen.narrowByKana(u"ヤマモト"_s);
+        first.push_back(strokes.front());
+        others.insert(others.end(), strokes.begin() + 1, strokes.end());
+    }
+    figures.limit("narrow by kana, first key stroke", median(first), 16);
+    figures.limit("narrow by kana, following key strokes", median(others), 16);
+    figures.note("narrow by kana, slowest key stroke", *std::max_element(others.begin(), others.end()));
+}
+
+void checkPlan(Figures &figures, const BareDatabase &bare) {
+    const QStringList plan = bare.plan(embeddedDialect(listSql(branch, january()).toUtf8()));
+    for (const QString &line : plan)
+        std::printf("    %s\n", line.toUtf8().constData());
+    figures.check("newest view without a full scan of RIYOUSHA_DOUI_REC",
+                  plan.filter(u"SCAN RIYOUSHA_DOUI_REC"_s).isEmpty());
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const QApplication application(argc, argv);
+    const QTemporaryDir temporary;
+    const QString folder = QApplication::arguments().value(1, temporary.path());
+    makeSample(folder);
+
+    const QString database = Folders(folder).data() + u"/douisho.db"_s;
+    const BareDatabase bare(database);
+    cT_ADODB db;
+    db.iInit(u"Provider=SQLite;Data Source="_s + database);
+    if (db.iConnect() != 0)
+        stop(db.sErrMsg());
+    ListScreen screen(folder, day, branch, db);
+
+    Figures figures;
+    measureQuery(figures, bare, db, screen);
+    measureScrolling(figures, screen);
+    measureSorting(figures, screen);
+    measureNarrowing(figures, screen);
+    checkPlan(figures, bare);
+    return figures.exitCode();
+}
