@@ -3,8 +3,8 @@
 #include "app/base/clock.h"
 #include "app/base/folders.h"
 #include "app/base/messages.h"
-#include "app/base/processes.h"
 #include "app/base/settings.h"
+#include "app/base/siblings.h"
 #include "app/base/version.h"
 #include "consent/list/kept_columns.h"
 #include "consent/list/list_advisor.h"
@@ -364,9 +364,7 @@ void frm同意書管理::jumpTo(qint32 patient) {
 }
 
 void frm同意書管理::startSeal() {
-    const QString &folder = m_environment.folders.program();
-    if (!m_environment.processes.start(Folders::file(folder, u"Dovrinシール.exe"_s), {}, folder))
-        m_environment.messages.fail(u"実行ファイルが見つかりません。"_s, u"実行ファイルエラー！"_s);
+    startSibling(m_environment, u"Dovrinシール.exe"_s);
 }
 
 void frm同意書管理::showHelp() {
