@@ -11,12 +11,18 @@ namespace {
 constexpr quint16 geta = 0x81AC; // 〓
 constexpr QChar replacement = QChar::ReplacementCharacter;
 
-/// Both directions of the page, from ICU's converter once and then looked up. A zero entry is no character
-/// (NUL itself is seen to by the callers).
-struct Tables {
-    std::array<char16_t, 0x10000> toUnicode{};
-    std::array<quint16, 0x10000> fromUnicode{};
-};
+/// One direction of the page, from ICU's converter once and then looked up. A zero entry is no character (NUL
+/// itself is seen to by the callers). Each is made when it is needed: the start only reads.
+using ToUnicode = std::array<char16_t, 0x10000>;
+using FromUnicode = std::array<quint16, 0x10000>;
+
+icu::LocalUConverterPointer makeConverter() {
+    UErrorCode status = U_ZERO_ERROR;
+    icu::LocalUConverterPointer converter(ucnv_open("ibm-943_P15A-2003", &status));
+    if (U_FAILURE(status))
+        qFatal("ICU has no converter for code page 932: %s", u_errorName(status));
+    return converter;
+}
 
 quint16 code(char lead, char trail) {
     return quint16(static_cast<unsigned char>(lead) << 8 | static_cast<unsigned char>(trail));
@@ -42,12 +48,13 @@ QByteArray allCodes() {
     return bytes;
 }
 
-void fillToUnicode(UConverter *converter, Tables &tables) {
+ToUnicode makeToUnicode() {
+    ToUnicode table{};
     const QByteArray bytes = allCodes();
     std::vector<char16_t> text(size_t(bytes.size()) + 1);
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_toUChars(converter, text.data(), int32_t(text.size()), bytes.constData(), int32_t(bytes.size()),
-                  &status);
+    ucnv_toUChars(makeConverter().getAlias(), text.data(), int32_t(text.size()), bytes.constData(),
+                  int32_t(bytes.size()), &status);
     size_t at = 0;
     for (qsizetype i = 0; i < bytes.size(); ++at) {
         const bool two = isLead932(bytes[i]);
@@ -56,54 +63,52 @@ void fillToUnicode(UConverter *converter, Tables &tables) {
         // own marks for what it cannot decode are U+FFFD and, for single bytes, U+001A.
         const bool single = text[at + 1] == u'\n';
         if (single && text[at] != 0xFFFD && text[at] != 0x1A)
-            tables.toUnicode[c] = text[at];
+            table[c] = text[at];
         while (text[++at] != u'\n') {
         }
         i += two ? 3 : 2;
     }
     // The converter turns these controls round, as hosts did; Windows does not.
     for (const char16_t control : {u'\n', u'\x1A', u'\x1C', u'\x7F'})
-        tables.toUnicode[control] = control;
+        table[control] = control;
+    return table;
+}
+
+const ToUnicode &toUnicode() {
+    static const ToUnicode table = makeToUnicode();
+    return table;
 }
 
 /// Several codes decode to one character; the converter knows which of them Windows writes.
-void fillFromUnicode(UConverter *converter, Tables &tables) {
+FromUnicode makeFromUnicode() {
+    FromUnicode table{};
     std::vector<char16_t> text;
     std::array<bool, 0x10000> seen{};
-    for (const char16_t c : tables.toUnicode) {
+    for (const char16_t c : toUnicode()) {
         if (c >= 0x80 && !seen[c])
             text.push_back(c);
         seen[c] = true;
     }
     QByteArray bytes(qsizetype(text.size()) * 2 + 1, '\0');
     UErrorCode status = U_ZERO_ERROR;
-    ucnv_setFallback(converter, true);
-    ucnv_fromUChars(converter, bytes.data(), int32_t(bytes.size()), text.data(), int32_t(text.size()),
-                    &status);
+    const icu::LocalUConverterPointer converter = makeConverter();
+    ucnv_setFallback(converter.getAlias(), true);
+    ucnv_fromUChars(converter.getAlias(), bytes.data(), int32_t(bytes.size()), text.data(),
+                    int32_t(text.size()), &status);
     qsizetype at = 0;
     for (const char16_t c : text) {
         const bool two = isLead932(bytes[at]);
-        tables.fromUnicode[c] = two ? code(bytes[at], bytes[at + 1]) : quint8(bytes[at]);
+        table[c] = two ? code(bytes[at], bytes[at + 1]) : quint8(bytes[at]);
         at += two ? 2 : 1;
     }
     for (quint16 c = 1; c < 0x80; ++c)
-        tables.fromUnicode[c] = c;
+        table[c] = c;
+    return table;
 }
 
-Tables makeTables() {
-    UErrorCode status = U_ZERO_ERROR;
-    const icu::LocalUConverterPointer converter(ucnv_open("ibm-943_P15A-2003", &status));
-    if (U_FAILURE(status))
-        qFatal("ICU has no converter for code page 932: %s", u_errorName(status));
-    Tables tables;
-    fillToUnicode(converter.getAlias(), tables);
-    fillFromUnicode(converter.getAlias(), tables);
-    return tables;
-}
-
-const Tables &tables() {
-    static const Tables made = makeTables();
-    return made;
+const FromUnicode &fromUnicode() {
+    static const FromUnicode table = makeFromUnicode();
+    return table;
 }
 
 /// The character of the page that stands nearest, 0 when there is none.
@@ -152,7 +157,7 @@ Step932 step932(QStringView text, qsizetype at) {
     const char16_t next = at + 1 < text.size() ? text[at + 1].unicode() : u'\0';
     if (c < 0x80)
         return {c, 1, 1, false};
-    const auto &codes = tables().fromUnicode;
+    const auto &codes = fromUnicode();
     if (next == voicedMark || next == halfVoicedMark)
         if (const char16_t kana = joinedKana(c, next); kana != 0 && codes[kana] != 0)
             return stepOf(codes[kana], 2, true);
@@ -184,7 +189,7 @@ Encoded932 encode932(const QString &text) {
 }
 
 QString decode932(QByteArrayView bytes) {
-    const auto &characters = tables().toUnicode;
+    const auto &characters = toUnicode();
     QString text(bytes.size(), Qt::Uninitialized);
     QChar *out = text.data();
     for (qsizetype i = 0; i < bytes.size();) {
@@ -199,7 +204,7 @@ QString decode932(QByteArrayView bytes) {
 }
 
 bool fits932(QStringView text) {
-    const auto &codes = tables().fromUnicode;
+    const auto &codes = fromUnicode();
     for (const QChar c : text)
         if (c.unicode() >= 0x80 && codes[c.unicode()] == 0)
             return false;

@@ -150,6 +150,8 @@ qsizetype byteLength932(const QString &text) {
 }
 
 QString cutToBytes932(const QString &text, qsizetype bytes) {
+    if (text.size() <= bytes / 2) // no character takes more than two
+        return text;
     return text.left(frontOf(text, bytes).characters);
 }
 
