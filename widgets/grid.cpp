@@ -8,7 +8,38 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+/// Measures its captions in the font that they are shown in. The base class allows for the bold face that it
+/// gives to the current section; to load that face is a good part of showing the first window.
+class GridHeader : public QHeaderView {
+public:
+    explicit GridHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
+        setSectionsClickable(true);
+        setSectionsMovable(true);
+        setHighlightSections(false);
+        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    }
+
+protected:
+    QSize sectionSizeFromContents(int section) const override {
+        if (!model()) // while its owner is being destroyed
+            return QHeaderView::sectionSizeFromContents(section);
+        QStyleOptionHeader option;
+        initStyleOption(&option);
+        option.section = section;
+        option.orientation = Qt::Horizontal;
+        option.text = model()->headerData(section, Qt::Horizontal).toString();
+        if (isSortIndicatorShown())
+            option.sortIndicator = QStyleOptionHeader::SortDown;
+        return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
+    }
+};
+
+} // namespace
+
 Grid::Grid(QWidget *parent) : QTableView(parent) {
+    setHorizontalHeader(new GridHeader(this));
     setAlternatingRowColors(true);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);
@@ -18,9 +49,6 @@ Grid::Grid(QWidget *parent) : QTableView(parent) {
     setVerticalScrollMode(ScrollPerItem);
     verticalHeader()->setVisible(false);
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    horizontalHeader()->setSectionsMovable(true);
-    horizontalHeader()->setHighlightSections(false);
-    horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     sizeRows();
 }
 
