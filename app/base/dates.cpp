@@ -159,6 +159,10 @@ QDate dateFromDatabase(QLatin1StringView text) {
 }
 
 QDate dateFromInput(const QString &text) {
+    // What the program writes itself is by far the most frequent; it needs no pattern.
+    if (text.size() == 10)
+        if (const QDate date = dateFromDatabase(text); date.isValid() && dateText(date) == text)
+            return date;
     static const QRegularExpression separated(
         u"^(\\D*?)(\\d{1,4}|元)(?:[/.-](\\d{1,2})[/.-](\\d{1,2})|年(\\d{1,2})月(\\d{1,2})日?)$"_s);
     static const QRegularExpression digitsOnly(u"^(?:(\\d{4})|([A-Za-z])(\\d{2}))(\\d{2})(\\d{2})$"_s);
