@@ -46,17 +46,18 @@ QStringList columnNames(sqlite3_stmt *statement) {
     return names;
 }
 
-void appendCell(Recordset &rows, sqlite3_stmt *statement, int column) {
-    switch (sqlite3_column_type(statement, column)) {
+// One look-up a cell: a value may be asked directly, for a connection is used by one thread only.
+void appendCell(Recordset &rows, sqlite3_value *value) {
+    switch (sqlite3_value_type(value)) {
     case SQLITE_NULL:
         return rows.appendNull();
     case SQLITE_INTEGER:
-        return rows.appendInteger(sqlite3_column_int64(statement, column));
+        return rows.appendInteger(sqlite3_value_int64(value));
     case SQLITE_FLOAT:
-        return rows.appendReal(sqlite3_column_double(statement, column));
+        return rows.appendReal(sqlite3_value_double(value));
     default:
-        const void *text = sqlite3_column_text(statement, column);
-        return rows.appendText(text, size_t(sqlite3_column_bytes(statement, column)));
+        const void *text = sqlite3_value_text(value);
+        return rows.appendText(text, size_t(sqlite3_value_bytes(value)));
     }
 }
 
@@ -68,7 +69,7 @@ int readRows(Recordset &rows, sqlite3_stmt *statement) {
     int result;
     while ((result = sqlite3_step(statement)) == SQLITE_ROW)
         for (int column = 0; column < columns; ++column)
-            appendCell(rows, statement, column);
+            appendCell(rows, sqlite3_column_value(statement, column));
     return result;
 }
 
