@@ -128,12 +128,21 @@ void DateBox::readText() {
 
 void DateBox::mark(bool wrong) {
     m_mark->setVisible(wrong);
-    QFont marked = font();
-    marked.setItalic(wrong);
-    setFont(marked);
-    setToolTip(wrong || m_date.isValid() ? explanation() : QString());
+    if (font().italic() != wrong) {
+        QFont marked = font();
+        marked.setItalic(wrong);
+        setFont(marked);
+    }
+    // The era of a date takes the calendar; it is looked up when somebody asks.
+    setToolTip(wrong ? explanation() : QString());
     m_mark->setToolTip(toolTip());
     setAccessibleDescription(toolTip());
+}
+
+bool DateBox::event(QEvent *event) {
+    if (event->type() == QEvent::ToolTip)
+        setToolTip(explanation());
+    return QLineEdit::event(event);
 }
 
 void DateBox::announce() {

@@ -45,6 +45,7 @@ Q_SIGNALS:
     void inputRejected(const QString &text);
 
 protected:
+    bool event(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
     void focusOutEvent(QFocusEvent *event) override;
 

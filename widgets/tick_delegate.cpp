@@ -33,11 +33,11 @@ void TickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     box.moveCenter(option.rect.center());
     const QPixmap &picture = isTicked(index) ? m_on : m_off;
     if (!picture.isNull()) {
-        painter->setRenderHint(QPainter::SmoothPixmapTransform);
-        const QSize fitted = picture.size().scaled(box.size(), Qt::KeepAspectRatio);
-        QRect at(QPoint(), fitted);
+        const QPixmap &fitted =
+            scaled(picture, isTicked(index), side, painter->device()->devicePixelRatioF());
+        QRect at(QPoint(), fitted.deviceIndependentSize().toSize());
         at.moveCenter(box.center());
-        painter->drawPixmap(at, picture);
+        painter->drawPixmap(at, fitted);
         return;
     }
     cell.rect = box;
@@ -45,6 +45,17 @@ void TickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     cell.state.setFlag(QStyle::State_Off, !isTicked(index));
     cell.state.setFlag(QStyle::State_HasFocus, false);
     styleOf(option)->drawPrimitive(QStyle::PE_IndicatorItemViewItemCheck, &cell, painter, option.widget);
+}
+
+// Every cell shows one of two pictures in one size: they are scaled once.
+const QPixmap &TickDelegate::scaled(const QPixmap &picture, bool ticked, int side, qreal ratio) const {
+    QPixmap &kept = m_scaled[ticked ? 1 : 0];
+    const QSize size = picture.size().scaled(QSize(side, side) * ratio, Qt::KeepAspectRatio);
+    if (kept.size() != size) {
+        kept = picture.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        kept.setDevicePixelRatio(ratio);
+    }
+    return kept;
 }
 
 QSize TickDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &) const {

@@ -22,6 +22,9 @@ protected:
                      const QModelIndex &index) override;
 
 private:
+    const QPixmap &scaled(const QPixmap &picture, bool ticked, int side, qreal ratio) const;
+
     QPixmap m_off;
     QPixmap m_on;
+    mutable QPixmap m_scaled[2]; ///< off and on, in the size last painted
 };

@@ -10,6 +10,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPalette>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -61,6 +62,9 @@ QVariant PaintedListModel::data(const QModelIndex &index, int role) const {
             return {};
         if (role == Qt::ForegroundRole)
             return urgency == Urgency::Ended ? m_ended : m_soon;
+        // The cell that says why carries the weight; a whole row of bold shouts.
+        if (index.column() != int(ListColumn::ConsentEnd))
+            return {};
         QFont font;
         font.setBold(true);
         return font;
@@ -97,10 +101,14 @@ ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) 
 void ListGrid::attach(PaintedListModel *model) {
     model->setPalette(palette());
     setModel(model);
+    // Reckoned from the number of characters: measuring every caption would load the glyphs of columns that
+    // nobody sees at the start.
     const int wide = fontMetrics().horizontalAdvance(u"国"_s);
     for (const ListColumnInfo &info : listColumns()) {
-        const int caption = horizontalHeader()->sectionSizeHint(int(info.column));
-        setColumnWidth(int(info.column), qMax(caption, info.characters * wide + wide));
+        const auto narrow = std::count_if(info.caption.begin(), info.caption.end(),
+                                          [](QChar c) { return c.unicode() < 0x80; });
+        const int caption = int(info.caption.size() - narrow / 2);
+        setColumnWidth(int(info.column), (qMax(caption, info.characters) + 1) * wide);
     }
 }
 

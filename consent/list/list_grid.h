@@ -6,7 +6,8 @@
 class DateDelegate;
 class Folders;
 
-/// The list's model with the look of its rows: urgent rows bold and coloured, edited cells tinted.
+/// The list's model with the look of its rows: urgent rows coloured with their end in bold, edited cells
+/// tinted.
 class PaintedListModel : public ConsentListModel {
     Q_OBJECT
 public:

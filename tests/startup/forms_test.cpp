@@ -1,10 +1,10 @@
 #include "app/base/folders.h"
+#include "app/base/version.h"
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
-#include "widgets/version_form.h"
-#include "app/base/version.h"
 #include "tests/support/test_environment.h"
 #include "widgets/qt_messages.h"
+#include "widgets/version_form.h"
 #include "widgets/wait_message_form.h"
 
 #include <QApplication>

@@ -114,6 +114,8 @@ TEST(DateBox, TellsOfChangesOnceTheyStand) {
     QTest::keyClick(&form.box, Qt::Key_Return);
     QTest::keyClick(&form.box, Qt::Key_Return);
     EXPECT_EQ(changed.count(), 1);
+    QHelpEvent hover(QEvent::ToolTip, {}, {});
+    QApplication::sendEvent(&form.box, &hover);
     EXPECT_EQ(form.box.toolTip(), u"令和8年11月21日（土）"_s);
     form.box.clear();
     QTest::keyClick(&form.box, Qt::Key_Tab);
