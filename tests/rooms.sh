@@ -16,7 +16,7 @@ set_allowed() {
     app/forms/*) allowed="$db $forms" ;;
     app/*) allowed="$db consent masters print $forms app" ;;
     db/*) allowed=$db ;;
-    widgets/*) allowed="$db widgets" ;;
+    widgets/*) allowed="$db widgets viewer" ;;
     viewer/*) allowed="$base viewer" ;;
     sample/*) allowed="$db widgets sample" ;;
     print/*) allowed="$db print" ;;

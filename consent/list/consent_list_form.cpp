@@ -13,6 +13,7 @@
 #include "consent/list/list_grid.h"
 #include "consent/list/list_order_form.h"
 #include "consent/list/list_renewal_form.h"
+#include "consent/list/list_screens.h"
 #include "consent/list/list_searches.h"
 #include "db/adodb.h"
 #include "widgets/enter_moves_on.h"
@@ -175,6 +176,8 @@ void frm同意書管理::run(const QString &command) {
         return;
     if (const Work work = commands.value(command))
         work(*this);
+    else if (openScreen(command))
+        return;
     else if (const QAction *entry = m_commands->action(command); entry->isCheckable())
         toggleLink(command, entry->isChecked());
 }
@@ -373,6 +376,20 @@ void frm同意書管理::showHelp() {
 
 void frm同意書管理::showVersion() {
     frmVer(programVersion(m_environment.folders), this).exec();
+}
+
+// The screens write rows of their own: what the list holds unsaved is settled before.
+bool frm同意書管理::openScreen(const QString &command) {
+    const OpenScreen opener = screenOf(command);
+    if (!opener)
+        return false;
+    if (!maySwitch())
+        return true;
+    const QModelIndex current = m_grid->currentIndex();
+    const int record = current.isValid() ? m_model->recordOfRow(current.row()) : -1;
+    if (opener({m_environment, *m_db, *m_model, record, this}))
+        reread();
+    return true;
 }
 
 void frm同意書管理::toggleLink(const QString &command, bool on) {

@@ -52,6 +52,7 @@ private:
     void startSeal();
     void showHelp();
     void showVersion();
+    bool openScreen(const QString &command);
     void toggleLink(const QString &command, bool on);
 
     void sayNoDate();
