@@ -11,6 +11,7 @@
 #include "consent/list/list_command_bar.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
+#include "consent/list/list_links.h"
 #include "consent/list/list_order_form.h"
 #include "consent/list/list_renewal_form.h"
 #include "consent/list/list_screens.h"
@@ -29,23 +30,6 @@
 #include <QVBoxLayout>
 
 using namespace Qt::Literals::StringLiterals;
-
-namespace {
-
-/// A link option: its menu entry, where it is kept and what it changes.
-struct LinkCommand {
-    QStringView command;
-    Setting setting;
-    bool LinkOptions::*flag;
-};
-
-constexpr LinkCommand linkCommands[] = {
-    {u"mnPeriodNotFollowByHenkei", Setting::変形連動, &LinkOptions::deformity},
-    {u"mnHoliday", Setting::祝日考慮, &LinkOptions::holidays},
-    {u"mnSameDouiDay", Setting::前回取得日連動, &LinkOptions::previousDay},
-};
-
-} // namespace
 
 struct frm同意書管理::Parts {
     Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
@@ -132,10 +116,9 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     ListFilter &filter = m_parts->list.filter();
     filter.order = listOrderOf(settings.number(Setting::一覧並び順));
     filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
-    for (const LinkCommand &link : linkCommands) {
-        const bool on = settings.number(link.setting) != 0;
-        m_commands->action(link.command.toString())->setChecked(on);
-        m_parts->advisor.links.*link.flag = on;
+    for (const ListLink &link : listLinks()) {
+        m_parts->advisor.links.*link.flag = settings.isOn(link.setting);
+        m_commands->action(link.command)->setChecked(settings.isOn(link.setting));
     }
     m_panel->clear(filter.from, filter.to);
     if (m_parts->list.iSearch() != 0) {
@@ -393,17 +376,11 @@ bool frm同意書管理::openScreen(const QString &command) {
 }
 
 void frm同意書管理::toggleLink(const QString &command, bool on) {
-    for (const LinkCommand &link : linkCommands) {
-        if (link.command != command)
-            continue;
-        Settings settings(m_environment.folders);
-        if (settings.iSwitch(link.setting, on) == 0) {
-            m_parts->advisor.links.*link.flag = on;
-            return;
-        }
-        m_environment.messages.failIn(settings.sErrMsg(), QString(command + u"_Click()でエラー"_s));
-        m_commands->action(command)->setChecked(!on);
-    }
+    QString reason;
+    if (switchLink(command, on, m_parts->advisor.links, m_environment.folders, &reason))
+        return;
+    m_environment.messages.failIn(reason, QString(command + u"_Click()でエラー"_s));
+    m_commands->action(command)->setChecked(!on);
 }
 
 void frm同意書管理::reject() {
