@@ -1,6 +1,7 @@
 #pragma once
 
 #include "viewer/data/data_table.h"
+#include "viewer/document/picture_store.h"
 #include "viewer/layout/layout.h"
 
 #include <QRectF>
@@ -25,7 +26,8 @@ struct ItemValue {
 struct Report {
     std::shared_ptr<const Layout> layout;
     QString title;
-    QString folder; ///< where relative pictures lie
+    QString folder;                               ///< where relative pictures lie
+    std::shared_ptr<const PictureStore> pictures; ///< of a finished document; null: they are read from files
     std::vector<ReportSource> sources;
     std::vector<ItemValue> values;
     int repeatStart = 0;  ///< the page section, from 1, from which pages repeat for every record; 0: all

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QColor>
 #include <QMarginsF>
 #include <QPointF>
@@ -110,7 +111,8 @@ struct Watermark {
 };
 
 struct Layout {
-    QString name; ///< file name, for messages
+    QString name;      ///< file name, for messages
+    QByteArray source; ///< the bytes that were read, which a finished document carries
     QString title;
     QString dataName; ///< the source whose records are printed; empty: the first
     QSizeF paper{210, 297};
