@@ -1,0 +1,81 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <chrono>
+#include <functional>
+#include <vector>
+
+struct Environment;
+
+/// One report of a batch, its data file written.
+struct BatchReport {
+    QString subject; ///< whom it concerns, for messages
+    QString name;    ///< titles are this and the running number: "同意書" gives 同意書1, 同意書2 …
+    QString dataName;
+    QString dataFile;  ///< full path
+    QString imageItem; ///< item whose value is a picture's path; may be empty
+    QString layout;    ///< full path
+};
+
+enum class BatchPaper { A4, Custom };
+
+/// How a batch is printed.
+struct BatchOrder {
+    QString commandFile = QStringLiteral("Com.dat"); ///< set printing: "DouiCom.dat"
+    BatchPaper paper = BatchPaper::A4;
+    bool preview = false; ///< show, not print
+    /// What a chunk may take in the image builder; then it is ended and the next chunk is tried.
+    std::chrono::milliseconds builderTimeout = std::chrono::minutes(5);
+};
+
+/// A chunk of at most 100 reports.
+struct BatchChunk {
+    enum class State {
+        Done,           ///< built and handed to the viewer
+        SomeFailed,     ///< handed to the viewer without the reports that `reason` names
+        BuilderMissing, ///< and of no later chunk is one made
+        BuilderFailed,
+        BuilderHung,
+        ViewerMissing, ///< the document is built; nothing shows or prints it
+        NotWritten,    ///< the work folder takes no files; no later chunk is tried
+    };
+    int number = 0; ///< from 1
+    int reports = 0;
+    QString document; ///< full path
+    State state = State::Done;
+    QString reason; ///< of what went wrong, for the user
+};
+
+struct BatchResult {
+    std::vector<BatchChunk> chunks;
+    QStringList missingLayouts; ///< "name（layout）" of the reports left out for want of their layout file
+    QStringList touched;        ///< texts changed for code page 932; filled by the caller's writer
+    int reports = 0;            ///< handed to the viewer
+    int asked = 0;
+    bool cancelled = false;
+
+    bool allPrinted() const { return !cancelled && reports == asked; }
+};
+
+/// Prints many reports: for every chunk of 100 a command file, a document made by the image builder, and the
+/// viewer started with it.
+class BatchPrint {
+public:
+    static constexpr int reportsInChunk = 100;
+
+    /// Writes the data of report `position` (from 0) and describes it; false with a reason when the file
+    /// cannot be written, which ends the batch.
+    using MakeReport = std::function<bool(int position, BatchReport &report, QString *reason)>;
+    /// Called before the first chunk, between chunks and while the builder works: reports done, all. False
+    /// ends the batch before its next chunk.
+    using Progress = std::function<bool(int done, int all)>;
+
+    BatchPrint(Environment &environment, BatchOrder order);
+
+    BatchResult run(int reports, const MakeReport &makeReport, const Progress &goOn);
+
+private:
+    Environment &m_environment;
+    BatchOrder m_order;
+};

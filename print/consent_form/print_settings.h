@@ -1,0 +1,64 @@
+#pragma once
+
+#include "print/consent_form/form_options.h"
+
+class Folders;
+
+/// The last choices of the printing screen: section 同意書 of 印刷設定.ini.
+struct ConsentPrintSettings {
+    FormKind kind = FormKind::Massage;
+    FormOrder order = FormOrder::Number;
+    FormStyle style = FormStyle::ByPatient;
+    OralForms oral = OralForms::None;
+    bool treatmentContent = true;
+    bool doctorBlock = true;
+    bool ignoreLayoutSettings = false;
+    bool company = true;
+    bool patientSettings = true;
+    bool doctorSettings = false; ///< written only: every session starts without
+    qint32 patient = 0;          ///< last patient printed; 0 none
+    bool submissionDate = false;
+
+    /// Reads the stored choices; what is missing or means nothing keeps its default.
+    /// @return 0, or −1 with the reason when there is no such file or it cannot be read
+    short iRead(const Folders &folders, QString &reason);
+    /// Writes all of them back; a missing file is made.
+    short iWrite(const Folders &folders, QString &reason) const;
+
+    /// Puts them into options, the submission date and the sender company left as they are where they are
+    /// switched on and emptied where they are off.
+    void applyTo(ConsentFormOptions &options) const;
+};
+
+/// What the printing screens read of 患者管理設定.ini.
+struct PatientManagementSettings {
+    bool niigata = false;     ///< [ENTRY] 新潟対応
+    bool oralSaitama = false; ///< [ENTRY] or [同意記録] 埼玉口頭同意: oral consents have fixed layouts
+    bool consentRecord = false; ///< [ENTRY] 同意記録
+    int company = 0;            ///< [同意記録] 同意印刷本社No: position of the sender in the list
+
+    short iRead(const Folders &folders, QString &reason);
+    short iWriteOralSaitama(const Folders &folders, bool on, QString &reason) const;
+};
+
+/// The choices of set printing, setprintdoui.ini in the data folder.
+struct SetPrintSettings {
+    bool consentForms = true;
+    bool requestLetters = false;
+    bool envelopes = false;
+    bool progressReports = false; ///< 経過報告書
+    bool treatmentContent = true;
+    bool doctorBlock = true;
+    bool customPaper = false; ///< the engine's paper #256 instead of A4
+    bool preview = true;      ///< show, not print
+
+    /// A missing file gives the defaults.
+    void read(const Folders &folders);
+    short iWrite(const Folders &folders, QString &reason) const;
+};
+
+/// Kind of treatment progress report: [同意記録管理] 施術経過報告書帳票種類 of 印刷設定.ini; 0 when absent.
+int progressReportKind(const Folders &folders);
+
+/// Whether nippou.ini lies in the data folder; set printing stops without it.
+bool hasNippouIni(const Folders &folders);
