@@ -15,8 +15,20 @@ struct DataFormat {
     bool header = true; ///< the first line holds the item names; without it they are 項目1, 項目2 …
 };
 
-/// The records of a data file (code page 932, lines ending in CR LF or LF). Only the bytes and where each
-/// record begins are kept; a value is decoded when it is looked at.
+/// One record, its fields found once. Refers to the table's bytes.
+class DataRecord {
+public:
+    /// Empty when there is no such column.
+    QString value(int column) const;
+
+private:
+    friend class DataTable;
+    std::vector<QByteArrayView> m_fields; ///< as they stand in the file, quotes and all
+    char m_quote = '"';
+};
+
+/// The records of a data file (code page 932; CR LF, LF or CR ends a line, empty lines do not count). Only
+/// the bytes and where each record begins are kept; a value is decoded when it is looked at.
 class DataTable {
 public:
     /// Null with a problem when the file cannot be read, a record has too few or too many fields, a quoted
@@ -31,6 +43,8 @@ public:
     int column(QStringView name) const;
     int rowCount() const { return int(m_rows.size()); }
     QString value(int row, int column) const;
+    /// For a reader of many values of one record.
+    DataRecord record(int row) const;
 
     const QByteArray &bytes() const { return m_bytes; }
     const DataFormat &format() const { return m_format; }

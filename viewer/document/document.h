@@ -10,6 +10,7 @@
 #include <vector>
 
 class QPainter;
+struct Sheet;
 
 struct ReportSource {
     QString name; ///< data name
@@ -50,6 +51,8 @@ public:
     const QString &title() const { return m_title; }
     const std::vector<Report> &reports() const { return m_reports; }
     int pageCount() const;
+    /// The page worked out, for whoever draws it; it must not outlive the document.
+    Sheet sheet(int page) const;
     /// Millimetres.
     QSizeF pageSize(int page) const;
     /// Draws a page from 0 at the painter's origin; the painter's unit must be one millimetre.
@@ -59,6 +62,9 @@ public:
     QStringList warnings() const;
 
 private:
+    struct Workings;
+
     QString m_title;
     std::vector<Report> m_reports;
+    std::shared_ptr<Workings> m_workings; ///< shared by copies; null without reports
 };

@@ -15,8 +15,7 @@
 
 /// A report layout as it was read: what stands where, in millimetres. It knows neither data nor painter.
 
-/// Shows an element only when an item's value is one of `values` (or none of them, when `inverted`). Without
-/// an item the element always shows.
+/// Shows an element only when an item's value is one of `values` (or none of them, when `inverted`).
 struct ShowWhen {
     QString item;
     QStringList values; ///< empty: when the value is filled
@@ -82,7 +81,7 @@ struct ImageBox {
 };
 
 struct Element {
-    ShowWhen when;
+    std::vector<ShowWhen> when; ///< all of them: its own and those of the uses it came through
     std::variant<TextBox, LineShape, BoxShape, MarkShape, ImageBox> shape;
     int line = 0; ///< of the layout file, for messages
 };
@@ -96,7 +95,9 @@ struct Section {
         Foot    ///< at the bottom of every sheet of a list
     };
     Kind kind = Page;
-    double height = 0; ///< mm; not of a page
+    enum First { Every, OnlyFirst, NotFirst };
+    double height = 0;   ///< mm; not of a page
+    First first = Every; ///< Head: on which sheets
     QString by;
     bool newPage = false; ///< Group: begins a new sheet when the value changes
     bool repeated = true; ///< Group: shown again at the top of the next sheet

@@ -1,0 +1,81 @@
+#include "viewer/data/fields.h"
+
+#include "app/base/codepage932.h"
+
+namespace {
+
+qsizetype skipBlanks(QByteArrayView line, qsizetype at, char separator) {
+    while (at < line.size() && line[at] == ' ' && separator != ' ')
+        ++at;
+    return at;
+}
+
+/// Behind the closing quote of the text that begins behind its opening quote; −1 when there is none.
+qsizetype closingQuote(QByteArrayView line, qsizetype at, char quote) {
+    while (at < line.size()) {
+        if (line[at] != quote)
+            at += characterLength932(line, at);
+        else if (at + 1 < line.size() && line[at + 1] == quote)
+            at += 2;
+        else
+            return at + 1;
+    }
+    return -1;
+}
+
+} // namespace
+
+qsizetype lineEnd(QByteArrayView bytes, qsizetype at) {
+    while (at < bytes.size() && bytes[at] != '\n' && bytes[at] != '\r')
+        ++at;
+    return at;
+}
+
+qsizetype nextLine(QByteArrayView bytes, qsizetype lineEnd) {
+    const bool pair = lineEnd + 1 < bytes.size() && bytes[lineEnd] == '\r' && bytes[lineEnd + 1] == '\n';
+    return lineEnd + (pair ? 2 : 1);
+}
+
+qsizetype fieldEnd(QByteArrayView line, qsizetype at, FieldSigns signs, FieldFault *fault) {
+    qsizetype end = skipBlanks(line, at, signs.separator);
+    *fault = FieldFault::None;
+    if (signs.quote != 0 && end < line.size() && line[end] == signs.quote) {
+        end = closingQuote(line, end + 1, signs.quote);
+        if (end < 0) {
+            *fault = FieldFault::QuoteNotClosed;
+            return line.size();
+        }
+        end = skipBlanks(line, end, signs.separator);
+        if (end < line.size() && line[end] != signs.separator)
+            *fault = FieldFault::TextAfterQuote;
+        return end;
+    }
+    while (end < line.size() && line[end] != signs.separator)
+        end += characterLength932(line, end);
+    return end;
+}
+
+qsizetype splitFields(QByteArrayView line, FieldSigns signs, std::vector<QByteArrayView> *fields,
+                      FieldFault *fault) {
+    fields->clear();
+    for (qsizetype at = 0;;) {
+        const qsizetype end = fieldEnd(line, at, signs, fault);
+        if (*fault != FieldFault::None)
+            return at;
+        fields->push_back(line.sliced(at, end - at));
+        if (end >= line.size())
+            return -1;
+        at = end + 1;
+    }
+}
+
+QString fieldText(QByteArrayView field, char quote) {
+    const QByteArrayView bare = field.trimmed();
+    if (quote == 0 || bare.size() < 2 || bare[0] != quote)
+        return decode932(bare);
+    QString text = decode932(bare.sliced(1, bare.size() - 2));
+    const QChar sign = QLatin1Char(quote);
+    if (text.contains(sign))
+        text.replace(QString(2, sign), QString(sign));
+    return text;
+}

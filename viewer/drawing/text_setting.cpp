@@ -1,0 +1,198 @@
+#include "viewer/drawing/text_setting.h"
+
+#include "viewer/drawing/line_breaks.h"
+#include "viewer/drawing/vertical_signs.h"
+
+#include <algorithm>
+
+namespace {
+
+/// Of the square that a Japanese sign fills, how much stands above the baseline.
+constexpr double aboveBaseline = 0.88;
+constexpr double slack = 1e-6; // mm
+
+class TextSetting {
+public:
+    TextSetting(const TextBox &box, const QString &text, const Typeface &typeface)
+        : m_box(box),
+          m_length(box.vertical ? box.area.height() : box.area.width()),
+          m_depth(box.vertical ? box.area.width() : box.area.height()) {
+        takeSigns(text, typeface);
+    }
+
+    std::vector<SheetText> set() {
+        m_size = millimetres(m_box.size);
+        breakAll();
+        if (m_box.shrink && !fits())
+            shrink();
+        std::vector<SheetText> texts;
+        for (size_t i = 0; i < m_lines.size(); ++i)
+            if (!m_lines[i].signs.empty())
+                texts.push_back(m_box.vertical ? column(m_lines[i], i) : row(m_lines[i], i));
+        return texts;
+    }
+
+private:
+    void takeSigns(const QString &text, const Typeface &typeface) {
+        const auto codes = text.toUcs4();
+        m_signs.reserve(size_t(codes.size()));
+        m_paragraphs.push_back(0);
+        for (const char32_t code : codes) {
+            if (code == U'\n')
+                m_paragraphs.push_back(m_signs.size());
+            else if (code >= U' ' && code != 0x7F)
+                m_signs.push_back(m_box.vertical ? verticalSign(code, typeface) : rowSign(code, typeface));
+        }
+        m_paragraphs.push_back(m_signs.size());
+    }
+
+    static Sign rowSign(char32_t code, const Typeface &typeface) {
+        const Glyph &glyph = typeface.glyph(code);
+        return {code, glyph, glyph.advance};
+    }
+
+    std::span<const Sign> paragraph(size_t i) const {
+        return std::span(m_signs).subspan(m_paragraphs[i], m_paragraphs[i + 1] - m_paragraphs[i]);
+    }
+
+    void breakAll() {
+        m_lines.clear();
+        for (size_t i = 0; i + 1 < m_paragraphs.size(); ++i) {
+            if (m_box.wrap)
+                std::ranges::copy(breakLines(paragraph(i), m_length / m_size), std::back_inserter(m_lines));
+            else
+                m_lines.push_back({paragraph(i), lengthOf(paragraph(i)), true});
+        }
+    }
+
+    /// Of all lines, side by side.
+    double depth() const { return (double(m_lines.size() - 1) * m_box.lineHeight + 1) * m_size; }
+
+    double longest() const { return std::ranges::max_element(m_lines, {}, &Line::length)->length * m_size; }
+
+    bool fits() const { return depth() <= m_depth + slack && longest() <= m_length + slack; }
+
+    void trySize(double size) {
+        m_size = size;
+        if (m_box.wrap)
+            breakAll();
+    }
+
+    void shrink() {
+        if (!m_box.wrap) {
+            m_size *= std::min({1.0, m_length / longest(), m_depth / depth()});
+            return;
+        }
+        double most = m_size;
+        double fitting = most;
+        // No box is so small that it ends below a thousandth of a millimetre.
+        do
+            trySize(fitting /= 2);
+        while (!fits() && fitting > 0.001);
+        for (int i = 0; i < 10; ++i) {
+            const double middle = (fitting + most) / 2;
+            trySize(middle);
+            (fits() ? fitting : most) = middle;
+        }
+        trySize(fitting);
+    }
+
+    bool isSpread(const Line &line, size_t index) const {
+        const bool single = index == 0 || m_lines[index - 1].endsParagraph;
+        return m_box.justify && line.length * m_size < m_length && (!line.endsParagraph || single);
+    }
+
+    /// Blank put between the signs of a line, mm.
+    double gap(const Line &line, bool spread) const {
+        const double rest = m_length - line.length * m_size;
+        return spread && line.signs.size() > 1 ? rest / double(line.signs.size() - 1) : 0;
+    }
+
+    /// Where something of a length begins in a space, by a part: 0 at its beginning, 1 at its end.
+    static double begin(double space, double length, double part) { return (space - length) * part; }
+
+    double partAcross() const {
+        return m_box.alignment & Qt::AlignHCenter ? 0.5 : m_box.alignment & Qt::AlignRight ? 1 : 0;
+    }
+    double partDown() const {
+        return m_box.alignment & Qt::AlignVCenter ? 0.5 : m_box.alignment & Qt::AlignBottom ? 1 : 0;
+    }
+
+    static QString textOf(const Line &line) {
+        std::u32string codes;
+        for (const Sign &sign : line.signs)
+            codes += sign.code;
+        return QString::fromUcs4(codes.data(), qsizetype(codes.size()));
+    }
+
+    SheetText row(const Line &line, size_t index) const {
+        const bool spread = isSpread(line, index);
+        const double space = gap(line, spread);
+        const bool alone = spread && line.signs.size() == 1;
+        const double length = spread && !alone ? m_length : line.length * m_size;
+        const double left = m_box.area.left() + begin(m_length, length, alone ? 0.5 : partAcross());
+        const double top = m_box.area.top() + begin(m_depth, depth(), partDown()) +
+                           double(index) * m_box.lineHeight * m_size;
+        SheetText text{{}, m_box.color, textOf(line), QRectF(left, top, length, m_size), space > 0};
+        const QTransform place = QTransform::fromTranslate(left, top + aboveBaseline * m_size);
+        double x = 0;
+        for (const Sign &sign : line.signs) {
+            if (sign.glyph.face) {
+                GlyphRun &run = runFor(text, sign, place);
+                run.glyphs.push_back(sign.glyph.index);
+                run.signs.push_back(sign.code);
+                run.at.emplace_back(x, 0);
+            }
+            x += sign.advance * m_size + space;
+        }
+        return text;
+    }
+
+    /// The last run when it has the sign's face and place, else a new one.
+    GlyphRun &runFor(SheetText &text, const Sign &sign, const QTransform &place) const {
+        if (text.runs.empty() || text.runs.back().face != sign.glyph.face || text.runs.back().place != place)
+            text.runs.push_back({sign.glyph.face, m_size, place, {}, {}, {}});
+        return text.runs.back();
+    }
+
+    /// Columns stand side by side from right to left.
+    SheetText column(const Line &line, size_t index) const {
+        const bool spread = isSpread(line, index);
+        const double space = gap(line, spread);
+        const bool alone = spread && line.signs.size() == 1;
+        const double length = spread && !alone ? m_length : line.length * m_size;
+        const double right = m_box.area.left() + begin(m_depth, depth(), partAcross()) + depth() -
+                             double(index) * m_box.lineHeight * m_size;
+        const double top = m_box.area.top() + begin(m_length, length, alone ? 0.5 : partDown());
+        SheetText text{{}, m_box.color, textOf(line), QRectF(right - m_size, top, m_size, length), true};
+        double y = top;
+        for (const Sign &sign : line.signs) {
+            if (sign.glyph.face) {
+                const QPointF middle(right - m_size / 2, y + sign.advance * m_size / 2);
+                const QTransform place = verticalPlace(sign, middle, m_size);
+                GlyphRun &run = runFor(text, sign, place);
+                run.glyphs.push_back(sign.glyph.index);
+                run.signs.push_back(sign.code);
+                run.at.emplace_back(0, 0);
+            }
+            y += sign.advance * m_size + space;
+        }
+        return text;
+    }
+
+    const TextBox &m_box;
+    double m_length; ///< mm, in the direction of writing
+    double m_depth;  ///< mm, across it
+    double m_size = 0;
+    std::vector<Sign> m_signs;
+    std::vector<size_t> m_paragraphs; ///< where each begins; the last is the end
+    std::vector<Line> m_lines;
+};
+
+} // namespace
+
+std::vector<SheetText> setText(const TextBox &box, const QString &text, const Typeface &typeface) {
+    if (text.isEmpty())
+        return {};
+    return TextSetting(box, text, typeface).set();
+}
