@@ -104,12 +104,8 @@ bool frm同意書管理::settleCell() {
 short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_db = &db;
     m_parts = std::make_unique<Parts>(m_environment, db, *m_model);
-    QString reason;
-    const RequestMethods methods = readRequestMethods(m_environment.folders, &reason);
-    if (!reason.isEmpty())
+    if (const QString reason = takeMethods(); !reason.isEmpty())
         m_environment.messages.failIn(reason, u"iInit()でエラー");
-    m_parts->list.setMethods(methods);
-    m_grid->setMethods(methods);
     m_panel->setSearches(m_parts->searches.searches(m_environment.messages), m_environment.messages);
 
     const Settings settings(m_environment.folders);
@@ -129,6 +125,16 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
     return 0;
+}
+
+QString frm同意書管理::takeMethods() {
+    QString reason;
+    const RequestMethods methods = readRequestMethods(m_environment.folders, &reason);
+    if (reason.isEmpty()) {
+        m_parts->list.setMethods(methods);
+        m_grid->setMethods(methods);
+    }
+    return reason;
 }
 
 // Enter belongs to the boxes and the grid: a dialog would take it for itself, and it would not move on.
@@ -245,6 +251,8 @@ void frm同意書管理::clearFilter() {
 }
 
 void frm同意書管理::reread() {
+    // Methods that cannot be read now stay as they are.
+    takeMethods();
     QStringList dropped;
     bool read = false;
     keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });

@@ -41,6 +41,7 @@ private:
 
     bool search();
     void clearFilter();
+    QString takeMethods();
     void reread();
     bool save();
     void saveAsked();

@@ -31,7 +31,7 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u"cmdIrai"_s, u""_s, u"同意依頼"_s, u""_s,
                     u"対象の利用者の同意依頼書を作成します（準備中）"_s, Request, false},
         ListCommand{u"cmdAddIrai"_s, u""_s, u"依頼方法"_s, u""_s,
-                    u"依頼方法の一覧と個別の依頼方法を編集します（準備中）"_s, Request, false},
+                    u"依頼方法の一覧と、選択した行の個別の依頼方法を編集します"_s, Request, true},
         ListCommand{u"cmdMail"_s, u""_s, u"メール"_s, u""_s,
                     u"連絡にチェックした利用者の相談者へメールを送ります（準備中）"_s, Request, false},
         ListCommand{u"cmdPrint"_s, u"mnF11"_s, u"依頼印刷"_s, u"F11"_s,

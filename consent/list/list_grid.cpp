@@ -24,18 +24,21 @@ public:
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const override {
         auto *box = new QComboBox(parent);
-        box->addItem(u"（なし）"_s);
-        box->addItems(m_methods.texts);
+        box->addItem(u"（なし）"_s, 0);
+        for (int number = 1; number <= m_methods.texts.size(); ++number)
+            if (const QString text = m_methods.text(number); !text.isEmpty())
+                box->addItem(text, number);
         return box;
     }
     void setEditorData(QWidget *editor, const QModelIndex &index) const override {
-        static_cast<QComboBox *>(editor)->setCurrentIndex(index.data(Qt::EditRole).toInt());
+        auto *box = static_cast<QComboBox *>(editor);
+        box->setCurrentIndex(box->findData(index.data(Qt::EditRole).toInt()));
     }
     void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override {
-        const int chosen = static_cast<QComboBox *>(editor)->currentIndex();
+        const QVariant chosen = static_cast<QComboBox *>(editor)->currentData();
         // A number that the list no longer has stays until something else is chosen.
-        if (chosen >= 0)
-            model->setData(index, chosen, Qt::EditRole);
+        if (chosen.isValid())
+            model->setData(index, chosen.toInt(), Qt::EditRole);
     }
 
 private:

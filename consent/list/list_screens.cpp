@@ -1,10 +1,14 @@
 #include "consent/list/list_screens.h"
 
+#include "consent/requests/request_screens.h"
+
 #include <QHash>
 
 using namespace Qt::Literals::StringLiterals;
 
 OpenScreen screenOf(const QString &command) {
-    static const QHash<QString, OpenScreen> screens{};
+    static const QHash<QString, OpenScreen> screens{
+        {u"cmdAddIrai"_s, openRequestMethods},
+    };
     return screens.value(command);
 }

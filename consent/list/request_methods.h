@@ -7,7 +7,11 @@ class Folders;
 /// The practice's list of ways to ask for a consent, from 同意依頼方法list.ini.
 /// A row's method number is 0 for none, otherwise the position in this list counted from 1.
 struct RequestMethods {
-    QStringList texts;
+    /// Entries that the file may have.
+    static constexpr int most = 500;
+
+    QStringList texts;      ///< an empty one: the number stands for nothing
+    QStringList oddities{}; ///< what was wrong in the file and how it was read, in the user's words
 
     /// The text of a method number; empty for 0 and for numbers that the list does not have.
     QString text(int number) const {
@@ -15,6 +19,18 @@ struct RequestMethods {
     }
 };
 
-/// Reads the list; without the file it is empty. At most 500 entries count.
+/// Reads the list; without the file it is empty. Entries keep their number whatever NUM says and whatever is
+/// missing between them.
 /// @param reason filled when the file is there but cannot be read
 RequestMethods readRequestMethods(const Folders &folders, QString *reason);
+
+/// Writes the list whole; comments and what the list does not know stay in the file. The texts must be such
+/// as the file can hold, see whyMethodIsWrong().
+/// @param reason filled with a sentence that names the file, when it fails; the file is as it was then
+bool writeRequestMethods(const Folders &folders, const QStringList &texts, QString *reason);
+
+/// A typed text as the file will hold it: without blanks round it, in characters of code page 932.
+QString normalMethod(const QString &typed);
+
+/// Why a normal text cannot be an entry, in the user's words; empty when it can.
+QString whyMethodIsWrong(const QString &text);
