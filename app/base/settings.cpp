@@ -16,6 +16,8 @@ Place placeOf(Setting setting) {
     const QString patients = u"患者管理設定.ini"_s;
     const QString consents = u"同意記録"_s;
     const QString list = u"同意書管理"_s;
+    const QString printing = u"印刷設定.ini"_s;
+    const QString letters = u"同意依頼書"_s;
     switch (setting) {
     case Setting::変形連動:
         return {patients, consents, u"変形連動"_s, u"0"_s};
@@ -29,6 +31,12 @@ Place placeOf(Setting setting) {
         return {patients, list, u"一覧並び順"_s, u"0"_s};
     case Setting::利用者並び順:
         return {patients, list, u"利用者並び順"_s, u"0"_s};
+    case Setting::依頼書出力方式:
+        return {printing, letters, u"出力方式"_s, u"0"_s};
+    case Setting::施術者氏名の印字:
+        return {printing, letters, u"施術者氏名の印字"_s, u"1"_s};
+    case Setting::施術者氏名選択:
+        return {printing, letters, u"施術者氏名選択"_s, u"0"_s};
     }
     Q_UNREACHABLE();
 }

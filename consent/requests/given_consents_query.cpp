@@ -1,0 +1,35 @@
+#include "consent/requests/given_consents_query.h"
+
+#include "db/adodb.h"
+#include "db/sql_text.h"
+#include "db/tables/keys_query.h"
+
+#include <QStringList>
+
+using namespace Qt::Literals::StringLiterals;
+
+short readGivenConsents(cT_ADODB &db, const Branch &branch, std::span<const ConsentRowKey> rows,
+                        std::vector<GivenConsent> &consents) {
+    consents.clear();
+    QStringList patients;
+    for (const ConsentRowKey &row : rows)
+        patients.append(sqlNumber(row.patient.nIDNo));
+    patients.removeDuplicates();
+    if (patients.isEmpty())
+        return 0;
+    Recordset found;
+    if (db.iConnect() != 0 ||
+        db.iOpenRecSet(found, u"SELECT nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, cIsiCd"
+                              " FROM RIYOUSHA_DOUI_REC WHERE "_s +
+                                  sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND nIDNo IN ("_s +
+                                  patients.join(u',') + u")"_s) != 0)
+        return -1;
+    for (int row = 0; row < found.rowCount(); ++row)
+        consents.push_back({{{branch.iKyotenCd, branch.iKyotenEb, qint32(found.number(row, 0))},
+                             qint32(found.number(row, 1)),
+                             short(found.number(row, 2)),
+                             qint32(found.number(row, 3))},
+                            found.date(row, 4),
+                            found.text(row, 5)});
+    return 0;
+}

@@ -1,0 +1,44 @@
+#include "consent/requests/letter_kind.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct KindInfo {
+    QString name, layout;
+};
+
+const KindInfo &infoOf(LetterKind kind) {
+    static const std::array<KindInfo, letterKinds> kinds{{
+        {u"新規利用者"_s, u"同意依頼書_CARE01.wfd"_s},
+        {u"マッサージ継続"_s, u"同意依頼書_CARE02_マ継続.wfd"_s},
+        {u"変形徒手継続"_s, u"同意依頼書_CARE02_変継続.wfd"_s},
+        {u"変形徒手追加"_s, u"同意依頼書_CARE03_マto変.wfd"_s},
+        {u"医師変更"_s, u"同意依頼書_CARE04_先生変更.wfd"_s},
+    }};
+    return kinds[size_t(kind)];
+}
+
+} // namespace
+
+QString letterKindName(LetterKind kind) {
+    return infoOf(kind).name;
+}
+
+QString letterKindLayout(LetterKind kind) {
+    return infoOf(kind).layout;
+}
+
+LetterKind proposeLetterKind(const LetterFacts &facts) {
+    const bool otherDoctor =
+        !facts.lastDoctor.isEmpty() && !facts.askedDoctor.isEmpty() && facts.lastDoctor != facts.askedDoctor;
+    if (otherDoctor)
+        return LetterKind::DoctorChanged;
+    if (facts.consentedBefore)
+        return facts.deformity ? LetterKind::DeformityContinued : LetterKind::MassageContinued;
+    if (facts.deformity && facts.treatedOtherwise)
+        return LetterKind::DeformityAdded;
+    return LetterKind::NewPatient;
+}

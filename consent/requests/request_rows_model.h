@@ -1,0 +1,51 @@
+#pragma once
+
+#include "consent/requests/request_rows.h"
+
+#include <QAbstractTableModel>
+
+/// The rows of the request screen with what is chosen for their letters.
+class RequestRowsModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum Column {
+        Paper,
+        Number,
+        Name,
+        Treatment,
+        Procedure,
+        End,
+        Kind,
+        ToHospital,
+        Hospital,
+        Doctor,
+        DoctorChanged,
+        Requested,
+        ColumnCount
+    };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void load(std::vector<RequestRow> rows);
+    const std::vector<RequestRow> &rows() const { return m_rows; }
+    void askDoctor(int row, const QString &code, const QString &name, const QString &hospital);
+    /// Ticks Paper or ToHospital on all rows, or clears it when all are ticked.
+    void tickAll(Column column);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+Q_SIGNALS:
+    /// What is chosen changed.
+    void chosen();
+
+private:
+    QString text(const RequestRow &row, Column column) const;
+    static bool *tick(RequestRow &row, int column);
+
+    std::vector<RequestRow> m_rows;
+};

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "print/engine/data_file.h"
+#include "print/request_letter/letter_rows.h"
+
+#include <QStringList>
+
+/// What the user chooses for all letters of a run.
+struct LetterOptions {
+    QDate day;            ///< printed as the day of output
+    bool grouped = false; ///< several patients of one doctor in one letter
+    bool printPractitioner = true;
+    int practitioner = 0; ///< which of the patient's practitioners; 0 the responsible one
+    QString remark;       ///< printed on every letter
+};
+
+/// One letter: its rows, as positions in the source's rows. The first row's patient is the letter's own.
+struct Letter {
+    static constexpr size_t mostPatients = 10;
+
+    std::vector<size_t> rows;
+};
+
+/// Divides the rows into letters, in the rows' order. Grouped, rows of the same doctor, addressee and layout
+/// share a letter, ten at most; a row that names no doctor stands alone.
+std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const LetterSource &source,
+                                   bool grouped);
+
+/// The 37 columns of a letter's record.
+const QStringList &letterColumns();
+std::vector<DataValue> letterRecord(const Letter &letter, std::span<const LetterOrder> orders,
+                                    const LetterSource &source, const LetterOptions &options);
+
+/// The patients, as "number name", who have no practitioner of the kind chosen.
+QStringList withoutPractitioner(const LetterSource &source, const LetterOptions &options);
+
+/// "IDNo. name" of a row, for messages.
+QString letterWho(const LetterRow &row);
