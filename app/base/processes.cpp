@@ -1,10 +1,113 @@
 #include "app/base/processes.h"
 
+#include "app/base/folders.h"
+
+#include <QCoreApplication>
+#include <QDeadlineTimer>
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
+
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <linux/close_range.h>
+#endif
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr std::chrono::milliseconds betweenLooks{20};
+
+QStringList searchFolders(const QString &first) {
+    const QStringList path = qEnvironmentVariable("PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
+    return QStringList{first} + path + QStringList{QCoreApplication::applicationDirPath()};
+}
+
+/// Descriptors that a library opened without the mark would be held open by everything that is started.
+void keepDescriptorsToThisProcess() {
+#ifdef Q_OS_LINUX
+    if (close_range(3, ~0U, CLOSE_RANGE_CLOEXEC) == 0)
+        return;
+#endif
+#ifdef Q_OS_UNIX
+    const int end = int(sysconf(_SC_OPEN_MAX));
+    for (int descriptor = 3; descriptor < end; ++descriptor)
+        fcntl(descriptor, F_SETFD, FD_CLOEXEC);
+#endif
+}
+
+void prepare(QProcess &process, const QString &program, const QStringList &arguments, const QString &folder) {
+    process.setProgram(program);
+    process.setArguments(arguments);
+    process.setWorkingDirectory(folder);
+    process.setStandardInputFile(QProcess::nullDevice());
+    keepDescriptorsToThisProcess();
+}
+
+/// Ends a program and what it started, and takes it off the system's list.
+void kill(QProcess &process) {
+#ifdef Q_OS_UNIX
+    if (process.processId() > 0)
+        ::kill(-pid_t(process.processId()), SIGKILL);
+#endif
+    process.kill();
+    process.waitForFinished(-1);
+}
+
+} // namespace
+
+QString SystemProcesses::find(const QString &name, const QString &folder) const {
+    QStringList names{name};
+    if (name.endsWith(u".exe", Qt::CaseInsensitive))
+        names.append(name.chopped(4));
+    else
+        names.append(name + u".exe"_s);
+    for (const QString &place : searchFolders(folder))
+        for (const QString &spelling : names) {
+            const QFileInfo file(Folders::file(place, spelling));
+            if (file.isFile() && file.isExecutable())
+                return file.absoluteFilePath();
+        }
+    return {};
+}
 
 bool SystemProcesses::start(const QString &program, const QStringList &arguments, const QString &folder) {
     if (!QFileInfo(program).isExecutable())
         return false;
-    return QProcess::startDetached(program, arguments, folder);
+    QProcess process;
+    prepare(process, program, arguments, folder);
+    return process.startDetached();
+}
+
+ProcessEnd SystemProcesses::run(const QString &program, const QStringList &arguments, const QString &folder,
+                                std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) {
+    const QDeadlineTimer deadline(timeOut);
+    QProcess process;
+    prepare(process, program, arguments, folder);
+    process.setProcessChannelMode(QProcess::ForwardedChannels);
+#ifdef Q_OS_UNIX
+    // A group of its own, by which it can be killed with its children.
+    process.setChildProcessModifier([] { setpgid(0, 0); });
+#endif
+    process.start();
+    if (!process.waitForStarted(-1))
+        return {ProcessEnd::NotStarted};
+    while (!process.waitForFinished(int(betweenLooks.count()))) {
+        // The callback may have run the event loop, which notices the end as well.
+        const bool wanted = !goOn || goOn();
+        if (process.state() == QProcess::NotRunning)
+            break;
+        if (wanted && !deadline.hasExpired())
+            continue;
+        kill(process);
+        return {wanted ? ProcessEnd::TimedOut : ProcessEnd::GivenUp};
+    }
+    if (process.exitStatus() == QProcess::CrashExit)
+        return {ProcessEnd::Crashed};
+    return {ProcessEnd::Exited, process.exitCode()};
 }

@@ -20,11 +20,12 @@ public:
     int count() const { return m_count; }
     /// Writes the file whole beside its place and moves it over.
     bool write(const QString &path, QString *reason) const;
-    /// Texts in which a character that the code page lacks was replaced.
+    /// Texts in which a character that the code page lacks was replaced, each once.
     const QStringList &touched() const { return m_touched; }
 
 private:
     void addText(const QString &text);
+    void endLine();
 
     QByteArray m_bytes;
     qsizetype m_columns;

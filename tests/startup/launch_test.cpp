@@ -32,7 +32,7 @@ private:
     Transcript &m_log;
 };
 
-class TranscribedProcesses : public Processes {
+class TranscribedProcesses : public RecordedProcesses {
 public:
     TranscribedProcesses(Transcript &log, const bool &works) : m_log(log), m_works(works) {}
     bool start(const QString &program, const QStringList &arguments, const QString &folder) override {

@@ -29,9 +29,21 @@ Answer RecordedMessages::show(const Message &message) {
     return answer;
 }
 
+QString RecordedProcesses::find(const QString &name, const QString &folder) const {
+    return missing.contains(name) ? QString() : folder + u'/' + name;
+}
+
 bool RecordedProcesses::start(const QString &program, const QStringList &arguments, const QString &folder) {
     if (missing.contains(QFileInfo(program).fileName()))
         return false;
     started.append({program, arguments, folder});
     return true;
+}
+
+ProcessEnd RecordedProcesses::run(const QString &program, const QStringList &arguments, const QString &folder,
+                                  std::chrono::milliseconds, const std::function<bool()> &) {
+    if (!start(program, arguments, folder))
+        return {};
+    started.back().waitedFor = true;
+    return act ? act(started.back()) : ProcessEnd{ProcessEnd::Exited, 0};
 }

@@ -39,16 +39,23 @@ public:
     std::deque<Answer> answers;
 };
 
-/// Records what was started; `missing` programs cannot be.
+/// Records what was started, waited for or not; `missing` programs are not found and cannot be started. All
+/// others are found in the folder that is searched first.
 class RecordedProcesses : public Processes {
 public:
     struct Start {
         QString program;
         QStringList arguments;
         QString folder;
+        bool waitedFor = false;
     };
+    QString find(const QString &name, const QString &folder) const override;
     bool start(const QString &program, const QStringList &arguments, const QString &folder) override;
+    ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
+                   std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;
 
     QList<Start> started;
     QStringList missing; ///< file names
+    /// What a program that is waited for does; without it, it succeeds.
+    std::function<ProcessEnd(const Start &)> act;
 };

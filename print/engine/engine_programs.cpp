@@ -1,0 +1,54 @@
+#include "print/engine/engine_programs.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/base/processes.h"
+
+#include <QDir>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// As the engine installs them.
+QString fileName(EngineProgram which) {
+    switch (which) {
+    case EngineProgram::Viewer:
+        return u"wfrfv10.exe"_s;
+    case EngineProgram::ImageBuilder:
+        return u"wfrimg10.exe"_s;
+    case EngineProgram::ActiveXViewer:
+        return u"WrVb6Viewer.exe"_s;
+    }
+    return {};
+}
+
+} // namespace
+
+QString engineWorkFolder(const Environment &environment) {
+    const QString folder = QDir::toNativeSeparators(environment.folders.temporary());
+    return folder.endsWith(QDir::separator()) ? folder : folder + QDir::separator();
+}
+
+QString findEngineProgram(const Environment &environment, EngineProgram which, QString *reason) {
+    const QString &folder = environment.folders.program();
+    const QString name = fileName(which);
+    const QString program = environment.processes.find(name, folder);
+    if (program.isEmpty() && reason)
+        *reason =
+            u"帳票プログラム「%1」が見つかりません。\r\nフォルダ「%2」に入っているか確認してください。"_s.arg(
+                name, QDir::toNativeSeparators(folder));
+    return program;
+}
+
+bool startEngineProgram(const Environment &environment, EngineProgram which, const QStringList &arguments,
+                        QString *reason) {
+    const QString program = findEngineProgram(environment, which, reason);
+    if (program.isEmpty())
+        return false;
+    if (environment.processes.start(program, arguments, environment.folders.program()))
+        return true;
+    if (reason)
+        *reason = u"帳票プログラム「%1」を起動できません。"_s.arg(QDir::toNativeSeparators(program));
+    return false;
+}

@@ -1,0 +1,213 @@
+#include "print/engine/wfd_print_exe.h"
+
+#include "print/engine/command_file.h"
+#include "print/engine/engine_programs.h"
+#include "print/engine/paper.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr short actualSize = 2;
+
+const QString commandFileName = u"WfdCom.dat"_s;
+
+QString itemName(const QString &section, const QString &subsection, const QString &item) {
+    const bool blank = std::ranges::all_of(subsection, [](QChar c) { return c == u' '; });
+    return section + u'.' + (blank ? item : subsection + u'.' + item);
+}
+
+QString paperLine(short paper) {
+    switch (paper) {
+    case PaperCode::a5:
+        return u"PrintPaper, A5"_s;
+    case PaperCode::b5:
+        return u"PrintPaper, B5"_s;
+    default:
+        return u"PrintPaper, A4"_s;
+    }
+}
+
+/// The merging programs take separator, quote and a True as further arguments.
+void addMergedSource(CommandFile &file, const QString &name, const QString &path) {
+    file.add(u"SetDataText,"_s + CommandFile::text(name) + u',' + file.path(path) +
+             u",\",\", \"\"\"\", True"_s);
+}
+
+} // namespace
+
+cls_WfdPrintExe::cls_WfdPrintExe(const Environment &environment)
+    : m_environment(environment), m_workFolder(engineWorkFolder(environment)), m_zoom(actualSize) {}
+
+short cls_WfdPrintExe::iInit(const QString &layout, const QString &title) {
+    m_workFolder = engineWorkFolder(m_environment);
+    m_layout = layout;
+    if (!title.isEmpty())
+        m_title = title;
+    m_offsetX = 0;
+    m_offsetY = 0;
+    m_zoom = actualSize;
+    m_repeatStart = 0;
+    m_values.clear();
+    return 0;
+}
+
+short cls_WfdPrintExe::iSetDataText(short slot, const QString &name, const QString &file) {
+    return setSlot(slot, {name, m_workFolder + file, false});
+}
+
+short cls_WfdPrintExe::iSetDataTextNoTitle(short slot, const QString &name, const QString &path) {
+    return setSlot(slot, {name, path, true});
+}
+
+short cls_WfdPrintExe::iSetOffset(qint32 x, qint32 y) {
+    m_offsetX = x;
+    m_offsetY = y;
+    return 0;
+}
+
+short cls_WfdPrintExe::iSetPrintZoom(short zoom) {
+    m_zoom = zoom;
+    return 0;
+}
+
+short cls_WfdPrintExe::iSetItemValue(const QString &section, const QString &subsection, const QString &item,
+                                     const QString &value) {
+    m_values.push_back({section, subsection, item, value});
+    return 0;
+}
+
+short cls_WfdPrintExe::iSetRepeatStart(short section) {
+    m_repeatStart = section;
+    return 0;
+}
+
+short cls_WfdPrintExe::iPreview(short paper) {
+    return WriteWfdCommand(Action::Show, paper) == 0 ? startViewer() : short(-1);
+}
+
+short cls_WfdPrintExe::iPreviewData() {
+    return WriteWfdCommand(Action::Show, PaperCode::a4);
+}
+
+short cls_WfdPrintExe::iPreviewActX() {
+    if (WriteWfdCommand(Action::Show, PaperCode::a4) != 0)
+        return -1;
+    // The host is given this folder whatever the work folder is; it counts from the program folder.
+    return start(EngineProgram::ActiveXViewer, {u"/c"_s, u"./TMP\\"_s + commandFileName});
+}
+
+short cls_WfdPrintExe::iPrintBk() {
+    return WriteWfdCommand(Action::Print, PaperCode::a4) == 0 ? startViewer() : short(-1);
+}
+
+short cls_WfdPrintExe::iPrintDialog(short paper) {
+    return WriteWfdCommand(Action::PrintFromDialog, paper) == 0 ? startViewer() : short(-1);
+}
+
+short cls_WfdPrintExe::addPrint(short count, const QString &name, const QStringList &files,
+                                const QStringList &layouts, const QString &title) {
+    const std::vector<short> none(size_t(std::max<short>(count, 0)), 0);
+    return addPrint_addCSV(count, name, files, {}, {}, layouts, none, title);
+}
+
+short cls_WfdPrintExe::addPrint_addCSV(short count, const QString &firstName, const QStringList &firstFiles,
+                                       const QString &secondName, const QStringList &secondFiles,
+                                       const QStringList &layouts, std::span<const short> secondUsed,
+                                       const QString &title) {
+    const auto used = secondUsed.first(std::min(size_t(std::max<short>(count, 0)), secondUsed.size()));
+    const auto lastUsed = std::find(used.rbegin(), used.rend(), short(1));
+    if (count < 1 || qsizetype(used.size()) < count || firstFiles.size() < count || layouts.size() < count ||
+        secondFiles.size() < used.rend() - lastUsed) {
+        m_error = u"印刷する帳票の数が正しくありません。"_s;
+        return -1;
+    }
+    CommandFile file;
+    file.add(u"setTitle,"_s + CommandFile::text(title));
+    for (qsizetype i = 0; i < count; ++i) {
+        addMergedSource(file, firstName, firstFiles[i]);
+        if (used[size_t(i)] == 1)
+            addMergedSource(file, secondName, secondFiles[i]);
+        file.add(u"setreport,"_s + file.path(layouts[i]));
+        if (i + 1 < count)
+            file.add(u"AddReport"_s);
+    }
+    return showMerged(file, title);
+}
+
+short cls_WfdPrintExe::setSlot(short slot, DataSlot data) {
+    if (slot < 1 || slot > short(m_slots.size())) {
+        m_error = u"データの番号 %1 は使用できません。"_s.arg(slot);
+        return -1;
+    }
+    m_slots[size_t(slot - 1)] = std::move(data);
+    return 0;
+}
+
+void cls_WfdPrintExe::addPlacement(CommandFile &file) const {
+    if (m_offsetX != 0)
+        file.add(u"PrintOffsetX, %1"_s.arg(m_offsetX));
+    if (m_offsetY != 0)
+        file.add(u"PrintOffsetY, %1"_s.arg(m_offsetY));
+    if (m_zoom != actualSize)
+        file.add(u"PrintZoom, %1"_s.arg(m_zoom));
+    if (m_repeatStart >= 1)
+        file.add(u"SectionRepeatStart, %1"_s.arg(m_repeatStart));
+}
+
+short cls_WfdPrintExe::WriteWfdCommand(Action action, short paper) {
+    CommandFile file;
+    file.add(u"FileName,"_s + file.path(m_layout));
+    if (!m_title.isEmpty())
+        file.add(u"Title,"_s + CommandFile::text(m_title));
+    for (const DataSlot &slot : m_slots)
+        if (!slot.name.isEmpty())
+            file.addSource(slot.name, slot.path, slot.headerless);
+    addPlacement(file);
+    if (paper == PaperCode::asBefore)
+        file.repeatLast();
+    else
+        file.add(paperLine(paper));
+    for (const FixedValue &v : m_values)
+        file.add(u"SetItemValue,"_s + CommandFile::text(itemName(v.section, v.subsection, v.item)) + u',' +
+                 CommandFile::text(v.value));
+    switch (action) {
+    case Action::Print:
+        file.add(u"PrintOut"_s);
+        break;
+    case Action::PrintFromDialog:
+        file.add(u"PrintOutFromDialog"_s);
+        break;
+    case Action::Show:
+        file.add(u"ShowWindow,2"_s);
+        break;
+    }
+    return writeCommands(file);
+}
+
+short cls_WfdPrintExe::writeCommands(const CommandFile &file) {
+    return file.write(m_workFolder + commandFileName, &m_error) ? 0 : -1;
+}
+
+short cls_WfdPrintExe::start(EngineProgram program, const QStringList &arguments) {
+    return startEngineProgram(m_environment, program, arguments, &m_error) ? 0 : -1;
+}
+
+short cls_WfdPrintExe::startViewer() {
+    return start(EngineProgram::Viewer, {u"/c"_s, m_workFolder + commandFileName});
+}
+
+short cls_WfdPrintExe::showMerged(const CommandFile &reports, const QString &title) {
+    const QString merged = m_workFolder + u"tmp.wfd"_s;
+    if (writeCommands(reports) != 0 ||
+        start(EngineProgram::ImageBuilder, {merged, u"/c"_s, m_workFolder + commandFileName}) != 0)
+        return -1;
+    // The builder is not waited for, and the viewer's commands take the place of its own.
+    CommandFile file;
+    file.add(u"Title,"_s + CommandFile::text(title));
+    file.add(u"FileName,"_s + file.path(merged));
+    file.add(u"PrintOutFromDialog"_s);
+    return writeCommands(file) == 0 ? startViewer() : short(-1);
+}

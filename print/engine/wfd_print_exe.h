@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <array>
+#include <span>
+#include <vector>
+
+class CommandFile;
+enum class EngineProgram;
+struct Environment;
+
+/// Drives the report engine for one document: writes the command file WfdCom.dat into the work folder and
+/// starts the engine's program with it. Call iInit, then the setters in any order, then one of the starting
+/// operations. Nothing waits for the started program, and no message is shown: every operation gives 0, or
+/// −1 with sErrMsg.
+class cls_WfdPrintExe {
+public:
+    explicit cls_WfdPrintExe(const Environment &environment);
+
+    /// @param layout full path of the layout
+    /// @param title the viewer's window title; an empty one leaves the title as it is
+    short iInit(const QString &layout, const QString &title);
+    /// @param slot 1 to 5; another leaves the slots unchanged
+    /// @param name under which the layout knows the data
+    /// @param file name of a file with a header row in the work folder
+    short iSetDataText(short slot, const QString &name, const QString &file);
+    /// @param path of a file without a header row, passed on unchanged
+    short iSetDataTextNoTitle(short slot, const QString &name, const QString &path);
+    /// Tenths of a millimetre.
+    short iSetOffset(qint32 x, qint32 y);
+    /// 2 is actual size, 10 and more are percent.
+    short iSetPrintZoom(short zoom);
+    /// A value that is the same on every page. @param subsection may be blank
+    short iSetItemValue(const QString &section, const QString &subsection, const QString &item,
+                        const QString &value);
+    /// The layout's section from which it repeats for every record; below 1: none.
+    short iSetRepeatStart(short section);
+
+    /// Shows the document. @param paper a PaperCode
+    short iPreview(short paper);
+    /// Writes the command file of a preview and starts nothing.
+    short iPreviewData();
+    short iPreviewActX();
+    /// Prints without a dialog.
+    short iPrintBk();
+    short iPrintDialog(short paper);
+
+    /// Merges reports into one document and offers the printer dialog for it. Report i takes file i of every
+    /// list; fewer entries than reports fail.
+    ///@{
+    short addPrint(short count, const QString &name, const QStringList &files, const QStringList &layouts,
+                   const QString &title);
+    /// @param secondUsed 1 where the report has a second data source
+    short addPrint_addCSV(short count, const QString &firstName, const QStringList &firstFiles,
+                          const QString &secondName, const QStringList &secondFiles,
+                          const QStringList &layouts, std::span<const short> secondUsed,
+                          const QString &title);
+    ///@}
+
+    /// Why the last operation failed, for the user.
+    const QString &sErrMsg() const { return m_error; }
+
+private:
+    enum class Action { Print, PrintFromDialog, Show };
+
+    struct DataSlot {
+        QString name; ///< empty: the slot is not used
+        QString path;
+        bool headerless = false;
+    };
+    struct FixedValue {
+        QString section, subsection, item, value;
+    };
+
+    short setSlot(short slot, DataSlot data);
+    short WriteWfdCommand(Action action, short paper);
+    void addPlacement(CommandFile &file) const;
+    short writeCommands(const CommandFile &file);
+    short start(EngineProgram program, const QStringList &arguments);
+    short startViewer();
+    short showMerged(const CommandFile &reports, const QString &title);
+
+    const Environment &m_environment;
+    QString m_workFolder; ///< with its closing separator
+    QString m_layout;
+    QString m_title;
+    std::array<DataSlot, 5> m_slots;
+    qint32 m_offsetX = 0;
+    qint32 m_offsetY = 0;
+    short m_zoom;
+    short m_repeatStart = 0;
+    std::vector<FixedValue> m_values;
+    QString m_error;
+};

@@ -1,0 +1,236 @@
+#include "app/base/codepage932.h"
+#include "app/base/folders.h"
+#include "print/engine/data_file.h"
+#include "print/engine/paper.h"
+#include "print/engine/viewer_document.h"
+#include "print/engine/wfd_print_exe.h"
+#include "tests/support/test_environment.h"
+
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString layout = u"/SYS/同意書_A5.wfd"_s;
+
+class Engine : public testing::Test {
+protected:
+    Engine() {
+        QFile ini(m_folder.filePath(u"Massage.ini"_s));
+        EXPECT_TRUE(ini.open(QIODevice::WriteOnly));
+        ini.write("[SYSTEM]\r\nSYSTEM_TMP=WORK\r\n");
+        ini.close();
+        EXPECT_TRUE(QDir(m_folder.path()).mkpath(u"WORK"_s));
+        m_folders.emplace(m_folder.path());
+        m_environment.emplace(Environment{*m_folders, m_clock, m_messages, m_processes, {}});
+    }
+    QString work(const QString &name) const { return m_folder.filePath(u"WORK/"_s + name); }
+    /// The command file's text, the folder written as "W/".
+    QString commands() const {
+        QFile file(work(u"WfdCom.dat"_s));
+        return file.open(QIODevice::ReadOnly) ? decode932(file.readAll()).replace(work(u""_s), u"W/"_s)
+                                              : QString();
+    }
+    QStringList startsOf(qsizetype i) const {
+        const RecordedProcesses::Start &start = m_processes.started[i];
+        EXPECT_EQ(start.folder, m_folder.path());
+        return (QStringList{QFileInfo(start.program).fileName()} + start.arguments)
+            .replaceInStrings(work(u""_s), u"W/"_s);
+    }
+
+    QTemporaryDir m_folder;
+    std::optional<Folders> m_folders;
+    FixedClock m_clock{QDate(2026, 11, 21)};
+    RecordedMessages m_messages;
+    RecordedProcesses m_processes;
+    std::optional<Environment> m_environment;
+};
+
+TEST_F(Engine, WritesTheCommandFileToTheByte) {
+    struct Case {
+        const char *what;
+        std::function<void(cls_WfdPrintExe &)> set;
+        short paper;
+        QString lines; ///< between the file name and the action
+    };
+    const auto data = [](cls_WfdPrintExe &e) { e.iSetDataText(1, u"同意書データ"_s, u"同意書データ.csv"_s); };
+    const QString source = u"SetDataText,\"同意書データ\",\"W/同意書データ.csv\"\r\n"_s;
+    const std::vector<Case> cases = {
+        {"nothing set", [](auto &) {}, 0, u"PrintPaper, A4\r\n"_s},
+        {"no title to repeat", [](auto &) {}, -1, u"FileName,\"/SYS/同意書_A5.wfd\"\r\n"_s},
+        {"a slot", data, 1, source + u"PrintPaper, A5\r\n"_s},
+        {"a slot without a name", [](auto &e) { e.iSetDataText(2, {}, u"x.csv"_s); }, 2,
+         u"PrintPaper, B5\r\n"_s},
+        {"slots in order, unchanged path",
+         [&](auto &e) {
+             e.iSetDataTextNoTitle(5, u"見出し無し"_s, u"x.csv"_s);
+             data(e);
+         },
+         7, source + u"SetDataText,\"見出し無し\",\"x.csv\",,,1\r\nPrintPaper, A4\r\n"_s},
+        {"data repeated", data, -1, source + source},
+        {"placement",
+         [](auto &e) {
+             e.iSetOffset(-15, 20);
+             e.iSetPrintZoom(95);
+             e.iSetRepeatStart(2);
+         },
+         0,
+         u"PrintOffsetX, -15\r\nPrintOffsetY, 20\r\nPrintZoom, 95\r\nSectionRepeatStart, 2\r\nPrintPaper, A4\r\n"_s},
+        {"one offset, repeated", [](auto &e) { e.iSetOffset(0, 3); }, -1,
+         u"PrintOffsetY, 3\r\nPrintOffsetY, 3\r\n"_s},
+        {"values",
+         [](auto &e) {
+             e.iSetItemValue(u"頁"_s, u"  "_s, u"社名"_s, u"髙橋\r\n\"鍼灸\"院"_s);
+             e.iSetItemValue(u"頁"_s, u"頭"_s, u"日付"_s, {});
+         },
+         0,
+         u"PrintPaper, A4\r\nSetItemValue,\"頁.社名\",\"髙橋 ＂鍼灸＂院\"\r\n"
+         "SetItemValue,\"頁.頭.日付\",\"\"\r\n"_s},
+    };
+    for (const Case &c : cases) {
+        SCOPED_TRACE(c.what);
+        cls_WfdPrintExe engine(*m_environment);
+        ASSERT_EQ(engine.iInit(layout, {}), 0);
+        c.set(engine);
+        EXPECT_EQ(engine.iPreview(c.paper), 0) << engine.sErrMsg().toStdString();
+        EXPECT_EQ(commands(), u"FileName,\"/SYS/同意書_A5.wfd\"\r\n"_s + c.lines + u"ShowWindow,2\r\n"_s);
+    }
+}
+
+TEST_F(Engine, StartsTheProgramOfEachOperation) {
+    struct Case {
+        std::function<short(cls_WfdPrintExe &)> start;
+        QString end;
+        QStringList started;
+    };
+    const QStringList viewer{u"wfrfv10.exe"_s, u"/c"_s, u"W/WfdCom.dat"_s};
+    const std::vector<Case> cases = {
+        {[](auto &e) { return e.iPreview(2); }, u"PrintPaper, B5\r\nShowWindow,2\r\n"_s, viewer},
+        {[](auto &e) { return e.iPrintBk(); }, u"PrintPaper, A4\r\nPrintOut\r\n"_s, viewer},
+        {[](auto &e) { return e.iPrintDialog(-1); }, u"Title,\"表題\"\r\nPrintOutFromDialog\r\n"_s, viewer},
+        {[](auto &e) { return e.iPreviewData(); }, u"PrintPaper, A4\r\nShowWindow,2\r\n"_s, {}},
+        {[](auto &e) { return e.iPreviewActX(); },
+         u"PrintPaper, A4\r\nShowWindow,2\r\n"_s,
+         {u"WrVb6Viewer.exe"_s, u"/c"_s, u"./TMP\\WfdCom.dat"_s}},
+    };
+    for (const Case &c : cases) {
+        m_processes.started.clear();
+        cls_WfdPrintExe engine(*m_environment);
+        engine.iInit(layout, u"表題"_s);
+        EXPECT_EQ(c.start(engine), 0);
+        EXPECT_EQ(commands(), u"FileName,\"/SYS/同意書_A5.wfd\"\r\nTitle,\"表題\"\r\n"_s + c.end);
+        ASSERT_EQ(m_processes.started.size(), c.started.isEmpty() ? 0 : 1);
+        if (!c.started.isEmpty()) {
+            EXPECT_EQ(startsOf(0), c.started);
+        }
+    }
+}
+
+TEST_F(Engine, MergesReports) {
+    // The commands as they are when the builder is started.
+    class Watching : public RecordedProcesses {
+    public:
+        std::function<void()> look;
+        bool start(const QString &program, const QStringList &arguments, const QString &folder) override {
+            look();
+            return RecordedProcesses::start(program, arguments, folder);
+        }
+    } processes;
+    QStringList seen;
+    processes.look = [&] { seen.append(commands()); };
+    Environment watched{*m_folders, m_clock, m_messages, processes, {}};
+    cls_WfdPrintExe merging(watched);
+    const std::array<short, 2> flags{0, 1};
+    ASSERT_EQ(merging.addPrint_addCSV(2, u"依頼"_s, {u"/a.csv"_s, u"/b.csv"_s}, u"別紙"_s, {{}, u"/c.csv"_s},
+                                      {u"/1.wfd"_s, u"/2.wfd"_s}, flags, u"表題"_s),
+              0);
+    const QString tail = u",\",\", \"\"\"\", True\r\n"_s;
+    EXPECT_EQ(seen, (QStringList{
+                        u"setTitle,\"表題\"\r\nSetDataText,\"依頼\",\"/a.csv\""_s + tail +
+                            u"setreport,\"/1.wfd\"\r\nAddReport\r\nSetDataText,\"依頼\",\"/b.csv\""_s + tail +
+                            u"SetDataText,\"別紙\",\"/c.csv\""_s + tail + u"setreport,\"/2.wfd\"\r\n"_s,
+                        u"Title,\"表題\"\r\nFileName,\"W/tmp.wfd\"\r\nPrintOutFromDialog\r\n"_s}));
+    m_processes.started = processes.started;
+    EXPECT_EQ(startsOf(0), (QStringList{u"wfrimg10.exe"_s, u"W/tmp.wfd"_s, u"/c"_s, u"W/WfdCom.dat"_s}));
+    EXPECT_EQ(startsOf(1), (QStringList{u"wfrfv10.exe"_s, u"/c"_s, u"W/WfdCom.dat"_s}));
+
+    seen.clear();
+    EXPECT_EQ(merging.addPrint(1, u"依頼"_s, {u"/a.csv"_s}, {u"/1.wfd"_s}, u"表題"_s), 0);
+    EXPECT_FALSE(seen[0].contains(u"AddReport"_s));
+    EXPECT_EQ(merging.addPrint(2, u"依頼"_s, {u"/a.csv"_s}, {u"/1.wfd"_s, u"/2.wfd"_s}, {}), -1);
+    EXPECT_EQ(merging.addPrint(0, u"依頼"_s, {}, {}, {}), -1);
+}
+
+TEST_F(Engine, FailsQuietlyAndSaysWhy) {
+    cls_WfdPrintExe engine(*m_environment);
+    engine.iInit(layout, {});
+    for (const short slot : std::array<short, 3>{-1, 0, 6})
+        EXPECT_EQ(engine.iSetDataText(slot, u"x"_s, u"x"_s), -1);
+    m_processes.missing = QStringList{u"wfrfv10.exe"_s};
+    EXPECT_EQ(engine.iPreview(0), -1);
+    EXPECT_TRUE(engine.sErrMsg().contains(u"「wfrfv10.exe」が見つかりません"_s));
+    EXPECT_EQ(commands(), u"FileName,\"/SYS/同意書_A5.wfd\"\r\nPrintPaper, A4\r\nShowWindow,2\r\n"_s);
+    m_processes.missing.clear();
+
+    engine.iInit(u"/SYS/\"同意書\".wfd"_s, {});
+    EXPECT_EQ(engine.iPreview(0), -1);
+    engine.iInit(u"/SYS/💊.wfd"_s, {});
+    EXPECT_EQ(engine.iPreview(0), -1);
+    EXPECT_TRUE(engine.sErrMsg().contains(u"💊.wfd"_s));
+
+    engine.iInit(layout, {});
+    ASSERT_TRUE(QDir(m_folder.filePath(u"WORK"_s)).removeRecursively());
+    EXPECT_EQ(engine.iPrintBk(), -1);
+    EXPECT_TRUE(engine.sErrMsg().contains(u"WfdCom.dat"_s));
+    EXPECT_EQ(engine.addPrint(1, u"依頼"_s, {u"/a.csv"_s}, {u"/1.wfd"_s}, {}), -1);
+    EXPECT_TRUE(m_processes.started.isEmpty());
+    EXPECT_TRUE(m_messages.shown.isEmpty());
+}
+
+TEST_F(Engine, WritesDataThatNoValueCanBreak) {
+    DataFile data({u"患者名"_s, u"部位1"_s, u"備考"_s});
+    data.add(std::vector<DataValue>{u"髙橋\"花子\""_s, qint64(1), u"一行\r\n二行\n三行\r"_s});
+    data.add(std::vector<DataValue>{u"𠮷田,♥"_s, qint64(-2), QString()});
+    QString reason;
+    ASSERT_TRUE(data.write(work(u"x.csv"_s), &reason)) << reason.toStdString();
+    QFile file(work(u"x.csv"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(decode932(file.readAll()),
+              u"\"患者名\",\"部位1\",\"備考\"\r\n"
+              "\"髙橋＂花子＂\",1,\"一行 二行 三行 \"\r\n\"〓田,〓\",-2,\"\"\r\n"_s);
+    EXPECT_EQ(data.count(), 2);
+    EXPECT_EQ(data.touched(), QStringList{u"𠮷田,♥"_s});
+    EXPECT_FALSE(data.write(work(u"none/x.csv"_s), &reason));
+    EXPECT_TRUE(reason.contains(u"x.csv"_s));
+}
+
+TEST_F(Engine, DrivesTheViewerThroughTheDocumentObject) {
+    cls_WfdPrint print(ViewerDocument::maker(*m_environment));
+    EXPECT_EQ(print.iPreview(), -1) << "nothing was made yet";
+    ASSERT_EQ(print.iInit(u"履歴"_s), 0);
+    EXPECT_EQ(print.iSetDataText(u"甲"_s, u"/a.csv"_s), 0);
+    EXPECT_EQ(print.iSetDataTextNoTitle(u"乙"_s, u"/b.csv"_s), 0);
+    EXPECT_EQ(print.iOpen(layout), 0);
+    const QString head =
+        u"FileName,\"/SYS/同意書_A5.wfd\"\r\nTitle,\"履歴\"\r\nSetDataText,\"甲\",\"/a.csv\"\r\n"
+        "SetDataText,\"乙\",\"/b.csv\",,,1\r\n"_s;
+    EXPECT_EQ(print.iPreview(), 0);
+    EXPECT_EQ(commands(), head + u"ShowWindow,2\r\n"_s);
+    EXPECT_EQ(print.iPrintBk(), 0);
+    EXPECT_EQ(commands(), head + u"PrintOut\r\n"_s);
+    m_processes.missing = QStringList{u"wfrfv10.exe"_s};
+    EXPECT_EQ(print.iPrintDialog(), -1);
+    EXPECT_FALSE(print.sErrMsg().isEmpty());
+}
+
+TEST(Paper, FollowsTheNameOfTheLayoutFile) {
+    EXPECT_EQ(paperCodeOf(u"/SYS_B5/同意書.wfd"_s), 0);
+    EXPECT_EQ(paperCodeOf(u"/SYS/同意書_B5.wfd"_s), 2);
+    EXPECT_EQ(paperCodeOf(u"同意書_A5_B5.wfd"_s), 2);
+    EXPECT_EQ(paperCodeOf(u"同意書_a5.wfd"_s), 1);
+}
+
+} // namespace
