@@ -1,5 +1,6 @@
 #include "db/tables/masters/caremane.h"
 #include "db/tables/masters/code.h"
+#include "db/tables/masters/corp.h"
 #include "db/tables/masters/corp_sub.h"
 #include "db/tables/masters/doctor.h"
 #include "db/tables/masters/hokenja.h"
@@ -113,8 +114,8 @@ protected:
 };
 
 using Records = testing::Types<cD_CODE, cD_DOCTOR, cD_SISETSU, cD_STAFF, cD_CAREMANE, cD_SHINSEISYO,
-                               cD_SOUDAN, cD_KYOTEN, cD_HOKENJA, cD_CORP_SUB, cD_RIYOUSHA, cD_RIYOUSHA_SUB,
-                               cD_RIYOUSHA_DOUI_REC, cD_DOUIKIROKU>;
+                               cD_SOUDAN, cD_KYOTEN, cD_HOKENJA, cD_CORP, cD_CORP_SUB, cD_RIYOUSHA,
+                               cD_RIYOUSHA_SUB, cD_RIYOUSHA_DOUI_REC, cD_DOUIKIROKU>;
 TYPED_TEST_SUITE(RoundTrip, Records);
 
 // A column that the record lacks would be lost when a row is written anew.
