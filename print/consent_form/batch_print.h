@@ -34,10 +34,10 @@ struct BatchChunk {
     enum class State {
         Done,           ///< built and handed to the viewer
         SomeFailed,     ///< handed to the viewer without the reports that `reason` names
-        BuilderMissing, ///< and of no later chunk is one made
+        BuilderMissing, ///< no later chunk is tried
         BuilderFailed,
         BuilderHung,
-        ViewerMissing, ///< the document is built; nothing shows or prints it
+        ViewerMissing, ///< the document is built, but nothing shows or prints it; no later chunk is tried
         NotWritten,    ///< the work folder takes no files; no later chunk is tried
     };
     int number = 0; ///< from 1
@@ -55,7 +55,8 @@ struct BatchResult {
     int asked = 0;
     bool cancelled = false;
 
-    bool allPrinted() const { return !cancelled && reports == asked; }
+    /// Whether every report asked for was handed over and none failed.
+    bool allPrinted() const;
 };
 
 /// Prints many reports: for every chunk of 100 a command file, a document made by the image builder, and the
@@ -67,8 +68,8 @@ public:
     /// Writes the data of report `position` (from 0) and describes it; false with a reason when the file
     /// cannot be written, which ends the batch.
     using MakeReport = std::function<bool(int position, BatchReport &report, QString *reason)>;
-    /// Called before the first chunk, between chunks and while the builder works: reports done, all. False
-    /// ends the batch before its next chunk.
+    /// Called before each chunk and many times a second while the builder works: reports done, all. False
+    /// ends the batch before its next chunk; a chunk that was begun is finished.
     using Progress = std::function<bool(int done, int all)>;
 
     BatchPrint(Environment &environment, BatchOrder order);

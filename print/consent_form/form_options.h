@@ -33,19 +33,19 @@ enum class FormMaster {
 
 /// Which consent forms are asked for and what is to stand on them. A plain value: a screen fills it.
 struct ConsentFormOptions {
-    Branch branch;
+    Branch branch{};
     FormMaster master = FormMaster::Branch;
 
     /// @name Whose forms
     /// With patient numbers given exactly these, whatever their outcome; otherwise all of the branch under
     /// treatment (outcome not 1, 3 or 15, no expiry day) who match. 0, empty and invalid do not limit.
     ///@{
-    std::vector<qint32> patients;
+    std::vector<qint32> patients{};
     FormKind kind = FormKind::All;
-    qint32 staff = 0;    ///< responsible staff (RIYOUSHA.nTantou)
-    QString doctor;      ///< code of the consenting doctor
-    QDate periodEndFrom; ///< the newest consent's period ends on this day or later
-    QDate periodEndTo;   ///< and on this day or earlier
+    qint32 staff = 0;      ///< responsible staff (RIYOUSHA.nTantou)
+    QString doctor{};      ///< code of the consenting doctor
+    QDate periodEndFrom{}; ///< the newest consent's period ends on this day or later
+    QDate periodEndTo{};   ///< and on this day or earlier
     ///@}
 
     FormOrder order = FormOrder::Number;
@@ -60,5 +60,5 @@ struct ConsentFormOptions {
     /// 印刷会社情報: position of the sender in the list of companies (iDataReadGrid); none: not printed. A
     /// position outside the list means the first company.
     std::optional<int> company = 0;
-    QDate submitted; ///< 提出日付; invalid: left open
+    QDate submitted{}; ///< 提出日付; invalid: left open
 };

@@ -1,0 +1,197 @@
+#include "print/consent_form/batch_print.h"
+
+#include "app/base/codepage932.h"
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/base/processes.h"
+#include "print/consent_form/batch_documents.h"
+#include "print/engine/command_file.h"
+#include "print/engine/engine_programs.h"
+
+#include <QDir>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <QThread>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+using State = BatchChunk::State;
+
+namespace {
+
+/// All chunks share the viewer's command file. A viewer that was just started gets this long to read it; the
+/// building of the next chunk takes longer as a rule.
+constexpr qint64 viewerReadsMs = 1000;
+constexpr int pauseMs = 20;
+
+QString textOf(const QString &path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? decode932(file.readAll()).trimmed() : QString();
+}
+
+/// One batch on its way.
+class Run {
+public:
+    Run(Environment &environment, const BatchOrder &order, int reports, const BatchPrint::MakeReport &make,
+        const BatchPrint::Progress &goOn)
+        : m_environment(environment),
+          m_order(order),
+          m_make(make),
+          m_goOn(goOn),
+          m_work(engineWorkFolder(environment)),
+          m_documents(m_work) {
+        m_result.asked = reports;
+    }
+
+    BatchResult print() {
+        m_documents.removeEarlier();
+        while (m_position < m_result.asked && !m_over) {
+            if (!goOn()) {
+                m_result.cancelled = true;
+                break;
+            }
+            printChunk();
+        }
+        return std::move(m_result);
+    }
+
+private:
+    void printChunk() {
+        BatchChunk chunk;
+        chunk.number = int(m_result.chunks.size()) + 1;
+        chunk.state = writeCommands(chunk);
+        if (chunk.state == State::Done && chunk.reports == 0)
+            return; // every layout was missing
+        if (chunk.state == State::Done)
+            chunk.state = build(chunk);
+        if (chunk.state == State::Done || chunk.state == State::SomeFailed)
+            hand(chunk);
+        m_over = chunk.state == State::NotWritten || chunk.state == State::BuilderMissing ||
+                 chunk.state == State::ViewerMissing;
+        m_result.chunks.push_back(std::move(chunk));
+    }
+
+    State writeCommands(BatchChunk &chunk) {
+        QFile::remove(m_work + m_order.commandFile);
+        CommandFile commands;
+        while (m_position < m_result.asked && chunk.reports < BatchPrint::reportsInChunk) {
+            BatchReport report;
+            if (!m_make(m_position, report, &chunk.reason))
+                return State::NotWritten;
+            ++m_position;
+            if (hasLayout(report))
+                addBlock(commands, report, chunk);
+        }
+        if (chunk.reports > 0 && !commands.write(m_work + m_order.commandFile, &chunk.reason))
+            return State::NotWritten;
+        return State::Done;
+    }
+
+    bool hasLayout(const BatchReport &report) {
+        auto known = m_layouts.constFind(report.layout);
+        if (known == m_layouts.constEnd())
+            known = m_layouts.insert(report.layout, QFileInfo(report.layout).isFile());
+        if (!known.value())
+            m_result.missingLayouts += u"%1（%2）"_s.arg(report.subject, QFileInfo(report.layout).fileName());
+        return known.value();
+    }
+
+    void addBlock(CommandFile &commands, const BatchReport &report, BatchChunk &chunk) {
+        if (chunk.reports > 0)
+            commands.add(u"AddReport"_s);
+        ++chunk.reports;
+        ++m_title;
+        commands.add(u"SetTitle,"_s + CommandFile::text(report.name + QString::number(m_title)));
+        if (!report.imageItem.isEmpty())
+            commands.add(u"SetImageField,"_s + CommandFile::text(report.imageItem));
+        commands.add(u"SetDataText,"_s + report.dataName + u',' + commands.path(report.dataFile));
+        commands.add(u"SetReport,"_s + commands.path(report.layout));
+    }
+
+    /// The document counts even where reports were left out of it.
+    State build(BatchChunk &chunk) {
+        chunk.document = m_documents.next();
+        const QString errors = m_work + u"err.txt"_s;
+        QFile::remove(errors);
+        const QString program = findEngineProgram(m_environment, EngineProgram::ImageBuilder, &chunk.reason);
+        if (program.isEmpty())
+            return State::BuilderMissing;
+        const ProcessEnd end = m_environment.processes.run(
+            program, {chunk.document, u"/c"_s, m_work + m_order.commandFile, u"/err"_s, errors},
+            m_environment.folders.program(), m_order.builderTimeout, [this] {
+                goOn();
+                return true;
+            });
+        chunk.reason = textOf(errors);
+        if (end.how == ProcessEnd::TimedOut)
+            return State::BuilderHung;
+        constexpr int someLeftOut = 3; // exit code
+        const bool built = end.how == ProcessEnd::Exited && QFileInfo(chunk.document).size() > 0;
+        if (!built || (end.exitCode != 0 && end.exitCode != someLeftOut))
+            return State::BuilderFailed;
+        return end.exitCode == 0 && chunk.reason.isEmpty() ? State::Done : State::SomeFailed;
+    }
+
+    void hand(BatchChunk &chunk) {
+        waitForLastViewer();
+        const QString path = m_work + u"cmdSetPrint.dat"_s;
+        CommandFile commands;
+        commands.add(u"FileName,"_s + commands.path(chunk.document));
+        commands.add(u"Title,"_s + CommandFile::text(u"セット印刷"_s));
+        commands.add(m_order.paper == BatchPaper::Custom ? u"PrintPaper, #256"_s : u"PrintPaper, A4"_s);
+        commands.add(m_order.preview ? u"ShowWindow,2"_s : u"PrintOut"_s);
+        if (!commands.write(path, &chunk.reason)) {
+            chunk.state = State::NotWritten;
+        } else if (!startEngineProgram(m_environment, EngineProgram::Viewer, {u"/c"_s, path},
+                                       &chunk.reason)) {
+            chunk.state = State::ViewerMissing;
+        } else {
+            m_result.reports += chunk.reports;
+            m_sinceViewer.start();
+        }
+    }
+
+    void waitForLastViewer() {
+        while (m_sinceViewer.isValid() && !m_sinceViewer.hasExpired(viewerReadsMs)) {
+            goOn();
+            QThread::msleep(pauseMs);
+        }
+    }
+
+    /// A "no" that comes in the middle of a chunk holds for the next.
+    bool goOn() {
+        m_wanted = (!m_goOn || m_goOn(m_position, m_result.asked)) && m_wanted;
+        return m_wanted;
+    }
+
+    Environment &m_environment;
+    const BatchOrder &m_order;
+    const BatchPrint::MakeReport &m_make;
+    const BatchPrint::Progress &m_goOn;
+    QString m_work; ///< with its closing separator
+    BatchDocuments m_documents;
+    BatchResult m_result;
+    QHash<QString, bool> m_layouts; ///< a few serve all reports
+    QElapsedTimer m_sinceViewer;    ///< since a viewer was started; invalid before the first
+    int m_position = 0;
+    int m_title = 0;
+    bool m_wanted = true;
+    bool m_over = false;
+};
+
+} // namespace
+
+bool BatchResult::allPrinted() const {
+    return !cancelled && reports == asked &&
+           std::all_of(chunks.begin(), chunks.end(),
+                       [](const BatchChunk &chunk) { return chunk.state == State::Done; });
+}
+
+BatchPrint::BatchPrint(Environment &environment, BatchOrder order)
+    : m_environment(environment), m_order(std::move(order)) {}
+
+BatchResult BatchPrint::run(int reports, const MakeReport &makeReport, const Progress &goOn) {
+    return Run(m_environment, m_order, reports, makeReport, goOn).print();
+}

@@ -1,0 +1,134 @@
+#include "print/consent_form/form_messages.h"
+
+#include "print/consent_form/batch_print.h"
+#include "print/consent_form/form_gather.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString newLine = u"\r\n"_s;
+constexpr qsizetype mostNames = 15;
+
+/// A list for a message box: the first names, and how many more there are.
+QString listed(const QStringList &names) {
+    QString text = names.mid(0, mostNames).join(newLine);
+    if (names.size() > mostNames)
+        text += newLine + u"ほか %1 件"_s.arg(names.size() - mostNames);
+    return text;
+}
+
+/// A heading and what stands under it, when anything does.
+void addPart(QString &text, const QString &heading, const QStringList &names) {
+    if (!names.isEmpty())
+        text += (text.isEmpty() ? QString() : newLine + newLine) + heading + newLine + listed(names);
+}
+
+QString stateText(BatchChunk::State state) {
+    switch (state) {
+    case BatchChunk::State::SomeFailed:
+        return u"一部を作成できませんでした。"_s;
+    case BatchChunk::State::BuilderMissing:
+        return u"帳票イメージ作成プログラムがありません。"_s;
+    case BatchChunk::State::BuilderFailed:
+        return u"帳票イメージの作成に失敗しました。"_s;
+    case BatchChunk::State::BuilderHung:
+        return u"帳票イメージの作成が時間内に終わりませんでした。"_s;
+    case BatchChunk::State::ViewerMissing:
+        return u"帳票を表示できませんでした。"_s;
+    case BatchChunk::State::NotWritten:
+        return u"作業フォルダに書き込めませんでした。"_s;
+    case BatchChunk::State::Done:
+        break;
+    }
+    return {};
+}
+
+QStringList faults(const BatchResult &result) {
+    QStringList lines;
+    for (const BatchChunk &chunk : result.chunks)
+        if (chunk.state != BatchChunk::State::Done)
+            lines +=
+                u"%1 組目（%2 件）：%3"_s.arg(chunk.number).arg(chunk.reports).arg(stateText(chunk.state)) +
+                (chunk.reason.isEmpty() ? QString() : newLine + chunk.reason);
+    return lines;
+}
+
+} // namespace
+
+Message layoutMissing(const QString &layout) {
+    return {u"同意書（"_s + layout + u"）が存在しません。"_s + newLine + u"処理を中止します。"_s,
+            MessageIcon::Exclamation, u"ファイルエラー"_s};
+}
+
+Message formNotRegistered(bool acupuncture) {
+    const QString kind = acupuncture ? u"鍼灸"_s : u"マッサージ"_s;
+    return {kind + u"用の同意書が、登録されていません。"_s + newLine +
+                u"帳票管理マスタ画面で登録してください。"_s,
+            MessageIcon::Exclamation, u"同意書未登録エラー"_s};
+}
+
+Message noConsentData() {
+    return {u"該当する同意書データがありません。"_s, MessageIcon::Information, {}};
+}
+
+Message noPatientData() {
+    return {u"該当する患者データがありません。"_s, MessageIcon::Information, {}};
+}
+
+Message patientReadFailed(const QString &reason) {
+    return {u"患者データの取得に失敗しました。"_s + newLine + reason, MessageIcon::Critical, {}};
+}
+
+Message printSettingsUnreadable(const QString &reason) {
+    return {u"印刷条件の取得に失敗しました。"_s + newLine + reason, MessageIcon::Critical, {}};
+}
+
+Message printFailed(const QString &reason) {
+    return {u"帳票の印刷に失敗しました。"_s + u'[' + reason + u']', MessageIcon::Critical, {}};
+}
+
+Message oralNotPrinted() {
+    return {u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s,
+            MessageIcon::Exclamation,
+            {},
+            MessageButtons::OkCancel,
+            Answer::Ok};
+}
+
+Message nothingToPrint() {
+    return {u"出力するデータがありません。"_s, MessageIcon::Information, {}};
+}
+
+Message nippouIniMissing() {
+    return {u"iControlInitでエラー:nippou.iniが見つかりません。"_s, MessageIcon::Critical, {}};
+}
+
+Message textsTouched(const QStringList &texts) {
+    return {u"次の文字列には帳票で使えない文字があり、近い文字か「〓」に置き換えました。"_s + newLine +
+                listed(texts),
+            MessageIcon::Exclamation,
+            {}};
+}
+
+Message patientsLeftOut(const std::vector<LeftOutPatient> &patients) {
+    QStringList oral;
+    QStringList unregistered;
+    for (const LeftOutPatient &patient : patients)
+        (patient.why == LeftOutPatient::Why::Oral ? oral : unregistered) +=
+            u"%1　%2"_s.arg(patient.patient.nIDNo).arg(patient.name);
+    QString text;
+    addPart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
+    addPart(text, u"同意書が登録されていないため、印刷できない利用者："_s, unregistered);
+    return {text, MessageIcon::Exclamation, {}};
+}
+
+Message batchSummary(const BatchResult &result) {
+    QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports);
+    if (result.cancelled)
+        text += newLine + u"途中で中止しました。"_s;
+    addPart(text, u"書式ファイルがないため、印刷できない利用者："_s, result.missingLayouts);
+    addPart(text, u"出力できなかった組："_s, faults(result));
+    addPart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s, result.touched);
+    return {text, result.allPrinted() ? MessageIcon::Information : MessageIcon::Exclamation, {}};
+}

@@ -1,0 +1,164 @@
+#pragma once
+
+#include "db/recordset.h"
+#include "db/tables/keys.h"
+
+#include <QString>
+#include <array>
+
+/// What the query reads of one patient. `Patient…`, `Doctor…` and `Branch…` of the layout settings stand in
+/// the order of LayoutSetting.
+enum class F {
+    // patient
+    KyotenCd,
+    KyotenEb,
+    Number,
+    Name,
+    Address1,
+    Address2,
+    Birthday,
+    Sex,
+    Relation,
+    Kind,
+    FirstTreatment,
+    Onset,
+    VisitsNeeded,
+    VisitReason1,
+    VisitReason2,
+    VisitReason3,
+    VisitReasonOther,
+    Walking,
+    CareDegree,
+    Staff,
+    SummaryDiagnosis,
+    ReacquireFrom,
+    ReacquireTo,
+    // newest massage or acupuncture consent
+    ConsentKey,
+    ConsentDay,
+    PeriodStart,
+    PeriodEnd,
+    NextDay,
+    NextStart,
+    NextEnd,
+    Oral,
+    ReacquireMonths,
+    DiagnosisMassage,
+    DiagnosisAcupuncture,
+    Diagnosis,
+    RecordDoctor,
+    RecordHospital,
+    RecordHospitalAddress,
+    Part1,
+    Part2,
+    Part3,
+    Part4,
+    Part5,
+    Warmth,
+    Electric,
+    Needle,
+    Moxa,
+    NeedleElectric,
+    Disease1,
+    Disease2,
+    Disease3,
+    Disease4,
+    Disease5,
+    Disease6,
+    Disease7,
+    ParalysisTrunk,
+    ParalysisRightArm,
+    ParalysisLeftArm,
+    ParalysisRightLeg,
+    ParalysisLeftLeg,
+    RightShoulder,
+    RightElbow,
+    RightWrist,
+    RightHip,
+    RightKnee,
+    RightAnkle,
+    LeftShoulder,
+    LeftElbow,
+    LeftWrist,
+    LeftHip,
+    LeftKnee,
+    LeftAnkle,
+    ContractureOther,
+    ContractureOtherText,
+    SymptomOther,
+    CorrectionStart,
+    CorrectionEnd,
+    // doctor and hospital
+    DoctorName,
+    DoctorHospital,
+    DoctorAddress1,
+    DoctorAddress2,
+    DoctorTelephone,
+    HandWriting,
+    HospitalNumber,
+    HospitalName,
+    HospitalAddress1,
+    HospitalAddress2,
+    HospitalTelephone,
+    // where the patient is treated
+    HomeNumber,
+    HomeAddress1,
+    HomeAddress2,
+    // staff and branch
+    StaffName,
+    BranchName,
+    BranchPostcode,
+    BranchAddress1,
+    BranchAddress2,
+    BranchTelephone,
+    // layouts
+    FormNumber,
+    FormFile,
+    FormAgain,
+    OralFormNumber,
+    OralFormFile,
+    PatientSettings,
+    DoctorSettings = PatientSettings + 9,
+    BranchSettings = DoctorSettings + 9,
+    Count = BranchSettings + 9
+};
+
+/// The layout settings that the consent form needs, in the order in which a table's are read.
+enum class LayoutSetting {
+    FirstOn,
+    FirstMassage,
+    FirstAcupuncture,
+    AgainOn,
+    AgainMassage,
+    AgainAcupuncture,
+    ShowTreatment,
+    ShowDoctor,
+    ShowNumber
+};
+
+/// The rows of the query, read by meaning; Null reads as an empty text, 0 and an invalid date.
+class FormRecords {
+public:
+    explicit FormRecords(Recordset rows) : m_rows(std::move(rows)) {}
+
+    int count() const { return m_rows.rowCount(); }
+    QString text(int record, F field) const { return m_rows.text(record, int(field)); }
+    qint64 number(int record, F field) const { return m_rows.number(record, int(field)); }
+    bool flag(int record, F field) const { return number(record, field) != 0; }
+    QDate date(int record, F field) const { return m_rows.date(record, int(field)); }
+    bool isNull(int record, F field) const { return m_rows.isNull(record, int(field)); }
+
+    PatientKey patient(int record) const {
+        return {short(number(record, F::KyotenCd)), short(number(record, F::KyotenEb)),
+                qint32(number(record, F::Number))};
+    }
+    bool isAcupuncture(int record) const { return flag(record, F::Kind); }
+
+private:
+    Recordset m_rows;
+};
+
+/// A field of one of the three tables that hold layout settings.
+constexpr F layoutField(F table, LayoutSetting setting) {
+    return F(int(table) + int(setting));
+}

@@ -1,0 +1,237 @@
+#include "print/consent_form/form_values.h"
+
+#include <array>
+#include <span>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace form_values {
+
+namespace {
+
+const QString separator = u"、"_s;
+
+struct Named {
+    F field;
+    QStringView name;
+};
+
+constexpr Named paralysisParts[] = {
+    {F::ParalysisTrunk, u"躯幹"},      {F::ParalysisRightArm, u"右上肢"}, {F::ParalysisLeftArm, u"左上肢"},
+    {F::ParalysisRightLeg, u"右下肢"}, {F::ParalysisLeftLeg, u"左下肢"},
+};
+
+constexpr Named joints[] = {
+    {F::RightShoulder, u"右肩"}, {F::RightElbow, u"右肘"}, {F::RightWrist, u"右手首"},
+    {F::RightHip, u"右股関節"},  {F::RightKnee, u"右膝"},  {F::RightAnkle, u"右足首"},
+    {F::LeftShoulder, u"左肩"},  {F::LeftElbow, u"左肘"},  {F::LeftWrist, u"左手首"},
+    {F::LeftHip, u"左股関節"},   {F::LeftKnee, u"左膝"},   {F::LeftAnkle, u"左足首"},
+};
+
+/// The seventh disease is another one, told in words elsewhere.
+constexpr Named diseases[] = {
+    {F::Disease1, u"神経痛"}, {F::Disease2, u"リウマチ"}, {F::Disease3, u"頸腕症候群"},
+    {F::Disease4, u"五十肩"}, {F::Disease5, u"腰痛症"},   {F::Disease6, u"頸椎捻挫後遺症"},
+};
+
+QStringList marked(X x, std::span<const Named> fields) {
+    QStringList names;
+    if (x.choice.treatment)
+        for (const Named &field : fields)
+            if (x.rows.flag(x.record, field.field))
+                names += field.name.toString();
+    return names;
+}
+
+/// The doctor's own row first, then the hospital's, then what the consent noted. Without the block empty.
+QString firstFilled(X x, std::initializer_list<QString> texts) {
+    if (doctorShown(x))
+        for (const QString &text : texts)
+            if (!text.isEmpty())
+                return text;
+    return {};
+}
+
+QString contractureOtherText(X x) {
+    const bool shown = x.choice.treatment && x.rows.flag(x.record, F::ContractureOther);
+    return shown ? textOf<F::ContractureOtherText>(x) : QString();
+}
+
+QString symptomText(X x) {
+    return x.choice.treatment ? textOf<F::SymptomOther>(x) : QString();
+}
+
+} // namespace
+
+QString shortDate(const QDate &date) {
+    return formatDate(date, u"e年m月d日");
+}
+
+QString longDate(const QDate &date) {
+    return formatDate(date, u"ggge年m月d日");
+}
+
+QString joined(const QString &first, const QString &second) {
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u'　' + second;
+}
+
+QString period(const QDate &start, const QDate &end) {
+    return start.isValid() || end.isValid() ? longDate(start) + u'～' + longDate(end) : QString();
+}
+
+/// A doctor who writes by hand gets the block blank.
+bool doctorShown(X x) {
+    return x.choice.doctor && !x.rows.flag(x.record, F::HandWriting);
+}
+
+DataValue paralysis(X x) {
+    return marked(x, paralysisParts).join(separator);
+}
+
+DataValue contracture(X x) {
+    QStringList parts = marked(x, joints);
+    if (const QString other = contractureOtherText(x); !other.isEmpty())
+        parts += other;
+    return parts.join(separator);
+}
+
+DataValue contractureOther(X x) {
+    return contractureOtherText(x);
+}
+
+DataValue muscles(X x) {
+    return qint64(!marked(x, paralysisParts).isEmpty());
+}
+
+DataValue kind(X x) {
+    return x.rows.isAcupuncture(x.record) ? u"鍼灸"_s : u"マッサージ"_s;
+}
+
+DataValue diagnosis(X x) {
+    if (x.rows.isNull(x.record, F::ConsentKey))
+        return textOf<F::SummaryDiagnosis>(x);
+    const QString ofKind =
+        x.rows.isAcupuncture(x.record) ? textOf<F::DiagnosisAcupuncture>(x) : textOf<F::DiagnosisMassage>(x);
+    return ofKind.isEmpty() ? textOf<F::Diagnosis>(x) : ofKind;
+}
+
+DataValue onset(X x) {
+    const QDate date = x.rows.date(x.record, F::Onset);
+    return date.isValid() ? shortDate(date) : u"不詳"_s;
+}
+
+DataValue onsetKnown(X x) {
+    return qint64(x.rows.date(x.record, F::Onset).isValid());
+}
+
+/// The form has no item for a correction that runs beside the massage.
+DataValue remark(X x) {
+    if (!x.choice.treatment)
+        return QString();
+    const QString correction =
+        period(x.rows.date(x.record, F::CorrectionStart), x.rows.date(x.record, F::CorrectionEnd));
+    return correction.isEmpty() ? QString() : u"変形徒手矯正術　"_s + correction;
+}
+
+/// Where the signed form goes back to.
+DataValue comment(X x) {
+    if (!x.sender || x.sender->cMailDestination.isEmpty())
+        return QString();
+    const QString &postcode = x.sender->cMailDestinationZipNo;
+    return u"返送先　"_s + (postcode.isEmpty() ? QString() : u"〒%1　"_s.arg(postcode)) +
+           x.sender->cMailDestination;
+}
+
+DataValue hospital(X x) {
+    return firstFilled(
+        x, {textOf<F::DoctorHospital>(x), textOf<F::HospitalName>(x), textOf<F::RecordHospital>(x)});
+}
+
+DataValue hospitalAddress(X x) {
+    return firstFilled(x, {addressOf<F::DoctorAddress1, F::DoctorAddress2>(x),
+                           addressOf<F::HospitalAddress1, F::HospitalAddress2>(x),
+                           textOf<F::RecordHospitalAddress>(x)});
+}
+
+DataValue doctor(X x) {
+    return firstFilled(x, {textOf<F::DoctorName>(x), textOf<F::RecordDoctor>(x)});
+}
+
+DataValue doctorTelephone(X x) {
+    return firstFilled(x, {textOf<F::DoctorTelephone>(x), textOf<F::HospitalTelephone>(x)});
+}
+
+DataValue hospitalNumber(X x) {
+    return doctorShown(x) ? numberOrEmpty<F::HospitalNumber>(x) : DataValue(QString());
+}
+
+DataValue diseaseCode(X x) {
+    constexpr F last = F::Disease7;
+    if (x.choice.treatment)
+        for (int field = int(F::Disease1); field <= int(last); ++field)
+            if (x.rows.flag(x.record, F(field)))
+                return qint64(field - int(F::Disease1) + 1);
+    return qint64(0);
+}
+
+DataValue diseaseNames(X x) {
+    return marked(x, diseases).join(separator);
+}
+
+DataValue practiceName(X x) {
+    return x.practice ? joined(x.practice->cShamei1, x.practice->cShamei2) : textOf<F::BranchName>(x);
+}
+
+DataValue practiceAddress(X x) {
+    return x.practice ? joined(x.practice->cAddress1, x.practice->cAddress2)
+                      : addressOf<F::BranchAddress1, F::BranchAddress2>(x);
+}
+
+/// A home that the patient lives in, otherwise the patient's own address.
+DataValue place(X x) {
+    const QString home = addressOf<F::HomeAddress1, F::HomeAddress2>(x);
+    return home.isEmpty() ? addressOf<F::Address1, F::Address2>(x) : home;
+}
+
+DataValue visits(X x) {
+    if (x.rows.isNull(x.record, F::VisitsNeeded))
+        return qint64(0);
+    return x.rows.flag(x.record, F::VisitsNeeded) ? qint64(1) : qint64(2);
+}
+
+DataValue symptom(X x) {
+    return symptomText(x);
+}
+
+DataValue hasSymptom(X x) {
+    return qint64(!symptomText(x).isEmpty());
+}
+
+DataValue reacquisition(X x) {
+    const QString days =
+        period(x.rows.date(x.record, F::ReacquireFrom), x.rows.date(x.record, F::ReacquireTo));
+    const qint64 months = x.rows.number(x.record, F::ReacquireMonths);
+    return days.isEmpty() && months > 0 ? u"%1ヶ月"_s.arg(months) : days;
+}
+
+DataValue senderName(X x) {
+    return x.sender ? joined(x.sender->cShamei1, x.sender->cShamei2) : QString();
+}
+
+DataValue senderAddress(X x) {
+    return x.sender ? joined(x.sender->cAddress1, x.sender->cAddress2) : QString();
+}
+
+DataValue sex(X x) {
+    const qint64 code = x.rows.number(x.record, F::Sex);
+    return code == 1 ? u"男"_s : code == 2 ? u"女"_s : QString();
+}
+
+DataValue careDegree(X x) {
+    static const std::array degrees{u"要支援1"_s, u"要支援2"_s, u"要介護1"_s, u"要介護2"_s,
+                                    u"要介護3"_s, u"要介護4"_s, u"要介護5"_s};
+    const qint64 degree = x.rows.number(x.record, F::CareDegree);
+    return degree >= 1 && degree <= qint64(degrees.size()) ? degrees[size_t(degree - 1)] : QString();
+}
+
+} // namespace form_values

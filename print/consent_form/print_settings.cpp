@@ -1,0 +1,182 @@
+#include "print/consent_form/print_settings.h"
+
+#include "app/base/folders.h"
+#include "app/base/ini_file.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <utility>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString printFile = u"印刷設定.ini"_s;
+const QString patientFile = u"患者管理設定.ini"_s;
+const QString setPrintFile = u"setprintdoui.ini"_s;
+const QString formSection = u"同意書"_s;
+const QString recordSection = u"同意記録"_s;
+const QString entrySection = u"ENTRY"_s;
+const QString setPrintSection = u"セット印刷"_s;
+const QString oralSaitamaKey = u"埼玉口頭同意"_s;
+
+QString pathOf(const Folders &folders, const QString &file) {
+    return Folders::file(folders.data(), file);
+}
+
+/// One section of a settings file.
+class Section {
+public:
+    Section(const QString &path, const QString &name) : m_name(name) { m_status = m_ini.iInit(path); }
+
+    short status(QString &reason) {
+        QFile file(m_ini.path());
+        if (m_status == 0 && file.open(QIODevice::ReadOnly))
+            return 0;
+        reason = m_status == 0 ? u"「%1」を読み込めません。\r\n"_s.arg(m_ini.path()) + file.errorString()
+                               : m_ini.sErrMsg();
+        return -1;
+    }
+    qint32 number(const QString &key, qint32 fallback) const {
+        return m_ini.nGetProfileLong(m_name, key, fallback);
+    }
+    bool flag(const QString &key, bool fallback) const { return number(key, fallback) != 0; }
+    /// A stored number that is none of the choice's keeps the fallback.
+    template <class Choice> Choice choice(const QString &key, Choice fallback, Choice last) const {
+        const qint32 stored = number(key, int(fallback));
+        return stored < 0 || stored > int(last) ? fallback : Choice(stored);
+    }
+
+    using Entry = std::pair<QString, QString>;
+    short write(std::initializer_list<Entry> entries, QString &reason) {
+        for (const auto &[key, value] : entries)
+            if (m_ini.iWriteProfileString(m_name, key, value) != 0) {
+                reason = m_ini.sErrMsg();
+                return -1;
+            }
+        return 0;
+    }
+
+private:
+    QString m_name;
+    clsOplIniFile m_ini;
+    short m_status;
+};
+
+QString stored(bool flag) {
+    return flag ? u"1"_s : u"0"_s;
+}
+
+template <class Choice> QString stored(Choice choice) {
+    return QString::number(int(choice));
+}
+
+} // namespace
+
+short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
+    Section section(pathOf(folders, printFile), formSection);
+    if (section.status(reason) != 0)
+        return -1;
+    kind = section.choice(u"施術区分"_s, kind, FormKind::All);
+    order = section.choice(u"ソート順"_s, order, FormOrder::PeriodEnd);
+    style = section.choice(u"出力様式"_s, style, FormStyle::Again);
+    oral = section.choice(u"出力様式2"_s, oral, OralForms::OwnLayout);
+    treatmentContent = section.flag(u"施術内容出力"_s, treatmentContent);
+    doctorBlock = section.flag(u"同意医師欄出力"_s, doctorBlock);
+    ignoreLayoutSettings = section.flag(u"同意書式設定を参照しない"_s, ignoreLayoutSettings);
+    company = section.flag(u"印刷会社情報"_s, company);
+    patientSettings = section.flag(u"利用者個別設定"_s, patientSettings);
+    patient = section.number(u"利用者ID"_s, patient);
+    submissionDate = section.flag(u"提出日付"_s, submissionDate);
+    return 0;
+}
+
+short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) const {
+    // The fixed layouts are a setting of the suite, not of this screen.
+    const OralForms oralChoice = oral == OralForms::Saitama ? OralForms::OwnLayout : oral;
+    const FormOrder storedOrder = order == FormOrder::AsChosen ? FormOrder::Number : order;
+    return Section(pathOf(folders, printFile), formSection)
+        .write({{u"施術区分"_s, stored(kind)},
+                {u"ソート順"_s, stored(storedOrder)},
+                {u"出力様式"_s, stored(style)},
+                {u"出力様式2"_s, stored(oralChoice)},
+                {u"施術内容出力"_s, stored(treatmentContent)},
+                {u"同意医師欄出力"_s, stored(doctorBlock)},
+                {u"同意書式設定を参照しない"_s, stored(ignoreLayoutSettings)},
+                {u"印刷会社情報"_s, stored(company)},
+                {u"利用者個別設定"_s, stored(patientSettings)},
+                {u"医師個別設定"_s, stored(doctorSettings)},
+                {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
+                {u"提出日付"_s, stored(submissionDate)}},
+               reason);
+}
+
+void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
+    options.kind = kind;
+    options.order = order;
+    options.style = style;
+    options.oral = oral;
+    options.treatmentContent = treatmentContent;
+    options.doctorBlock = doctorBlock;
+    options.ignoreLayoutSettings = ignoreLayoutSettings;
+    options.patientSettings = patientSettings;
+    options.doctorSettings = doctorSettings;
+    if (!company)
+        options.company.reset();
+    if (!submissionDate)
+        options.submitted = {};
+}
+
+short PatientManagementSettings::iRead(const Folders &folders, QString &reason) {
+    const QString path = pathOf(folders, patientFile);
+    Section entry(path, entrySection);
+    if (entry.status(reason) != 0)
+        return -1;
+    const Section record(path, recordSection);
+    niigata = entry.flag(u"新潟対応"_s, false);
+    oralSaitama = entry.flag(oralSaitamaKey, false) || record.flag(oralSaitamaKey, false);
+    consentRecord = entry.flag(u"同意記録"_s, false);
+    company = record.number(u"同意印刷本社No"_s, 0);
+    return 0;
+}
+
+short PatientManagementSettings::iWriteOralSaitama(const Folders &folders, bool on, QString &reason) const {
+    const QString path = pathOf(folders, patientFile);
+    for (const QString &section : {entrySection, recordSection})
+        if (Section(path, section).write({{oralSaitamaKey, stored(on)}}, reason) != 0)
+            return -1;
+    return 0;
+}
+
+void SetPrintSettings::read(const Folders &folders) {
+    const Section section(pathOf(folders, setPrintFile), setPrintSection);
+    consentForms = section.flag(u"同意書"_s, consentForms);
+    requestLetters = section.flag(u"同意依頼書"_s, requestLetters);
+    envelopes = section.flag(u"封筒"_s, envelopes);
+    progressReports = section.flag(u"経過報告書"_s, progressReports);
+    treatmentContent = section.flag(u"施術内容出力"_s, treatmentContent);
+    doctorBlock = section.flag(u"同意医師欄出力"_s, doctorBlock);
+    customPaper = section.flag(u"ユーザー定義用紙"_s, customPaper);
+    preview = section.flag(u"プレビュー"_s, preview);
+}
+
+short SetPrintSettings::iWrite(const Folders &folders, QString &reason) const {
+    return Section(pathOf(folders, setPrintFile), setPrintSection)
+        .write({{u"同意書"_s, stored(consentForms)},
+                {u"同意依頼書"_s, stored(requestLetters)},
+                {u"封筒"_s, stored(envelopes)},
+                {u"経過報告書"_s, stored(progressReports)},
+                {u"施術内容出力"_s, stored(treatmentContent)},
+                {u"同意医師欄出力"_s, stored(doctorBlock)},
+                {u"ユーザー定義用紙"_s, stored(customPaper)},
+                {u"プレビュー"_s, stored(preview)}},
+               reason);
+}
+
+int progressReportKind(const Folders &folders) {
+    return Section(pathOf(folders, printFile), u"同意記録管理"_s).number(u"施術経過報告書帳票種類"_s, 0);
+}
+
+bool hasNippouIni(const Folders &folders) {
+    return QFileInfo(pathOf(folders, u"nippou.ini"_s)).isFile();
+}
