@@ -48,8 +48,7 @@ QString textOf(char32_t sign) {
 
 } // namespace
 
-Face::Face(const QRawFont &font)
-    : m_font(font), m_widened(font.weight() >= QFont::DemiBold && weightOf(font) < 600) {}
+Face::Face(const QRawFont &font, bool bold) : m_font(font), m_widened(bold && weightOf(font) < 600) {}
 
 const QRawFont &Face::sized(double pixels) const {
     const int key = int(std::lround(pixels * 64));
@@ -119,7 +118,7 @@ const Face *Fonts::face(const QString &family, bool bold) {
     if (!face) {
         const QRawFont font = rawFont(family, bold, QFont::NoFontMerging);
         if (font.isValid())
-            face = std::make_shared<Face>(font);
+            face = std::make_shared<Face>(font, bold);
     }
     return face.get();
 }
@@ -137,8 +136,9 @@ const Face *Fonts::anyFaceWith(char32_t sign, bool bold) {
     if (runs.isEmpty() || runs[0].glyphIndexes().value(0) == 0)
         return nullptr;
     const QRawFont other = runs[0].rawFont();
-    std::shared_ptr<Face> &face = m_faces[other.familyName() + u"/"_s + other.styleName()];
+    std::shared_ptr<Face> &face =
+        m_faces[other.familyName() + u"/"_s + other.styleName() + (bold ? u"*"_s : QString())];
     if (!face)
-        face = std::make_shared<Face>(other);
+        face = std::make_shared<Face>(other, bold);
     return face.get();
 }

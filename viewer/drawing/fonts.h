@@ -10,7 +10,8 @@
 /// One font file's face, read once and set in any size.
 class Face {
 public:
-    explicit Face(const QRawFont &font);
+    /// @param bold that it is wanted bold
+    Face(const QRawFont &font, bool bold);
 
     /// At `unitsPerEm` pixels.
     const QRawFont &font() const { return m_font; }
@@ -20,6 +21,8 @@ public:
     bool isWidened() const { return m_widened; }
 
     static constexpr int unitsPerEm = 1000;
+    /// How much wider, of the font size.
+    static constexpr double widening = 1.0 / 30;
 
 private:
     QRawFont m_font;

@@ -18,7 +18,8 @@ struct GlyphRun {
     double size = 0; ///< mm
     QTransform place;
     std::vector<quint32> glyphs;
-    std::vector<char32_t> signs; ///< what each glyph stands for
+    std::vector<char32_t> signs;  ///< what each glyph stands for
+    std::vector<double> advances; ///< of the glyphs, in parts of the size
     std::vector<QPointF> at;
 };
 

@@ -35,6 +35,8 @@ void paintRun(QPainter &painter, const GlyphRun &run) {
     glyphs.setPositions(places);
     painter.setWorldTransform(QTransform::fromScale(1 / scale, 1 / scale) * run.place * before);
     painter.drawGlyphRun({}, glyphs);
+    if (run.face->isWidened())
+        painter.drawGlyphRun({run.size * scale * Face::widening, 0}, glyphs);
     painter.setWorldTransform(before);
 }
 

@@ -139,19 +139,24 @@ private:
         for (const Sign &sign : line.signs) {
             if (sign.glyph.face) {
                 GlyphRun &run = runFor(text, sign, place);
-                run.glyphs.push_back(sign.glyph.index);
-                run.signs.push_back(sign.code);
-                run.at.emplace_back(x, 0);
+                append(run, sign, {x, 0});
             }
             x += sign.advance * m_size + space;
         }
         return text;
     }
 
+    static void append(GlyphRun &run, const Sign &sign, QPointF at) {
+        run.glyphs.push_back(sign.glyph.index);
+        run.signs.push_back(sign.code);
+        run.advances.push_back(sign.glyph.advance);
+        run.at.push_back(at);
+    }
+
     /// The last run when it has the sign's face and place, else a new one.
     GlyphRun &runFor(SheetText &text, const Sign &sign, const QTransform &place) const {
         if (text.runs.empty() || text.runs.back().face != sign.glyph.face || text.runs.back().place != place)
-            text.runs.push_back({sign.glyph.face, m_size, place, {}, {}, {}});
+            text.runs.push_back({sign.glyph.face, m_size, place, {}, {}, {}, {}});
         return text.runs.back();
     }
 
@@ -171,9 +176,7 @@ private:
                 const QPointF middle(right - m_size / 2, y + sign.advance * m_size / 2);
                 const QTransform place = verticalPlace(sign, middle, m_size);
                 GlyphRun &run = runFor(text, sign, place);
-                run.glyphs.push_back(sign.glyph.index);
-                run.signs.push_back(sign.code);
-                run.at.emplace_back(0, 0);
+                append(run, sign, {0, 0});
             }
             y += sign.advance * m_size + space;
         }

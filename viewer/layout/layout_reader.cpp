@@ -27,6 +27,10 @@ private:
         std::vector<BlockPart> parts;
     };
 
+    /// Offsets must not go back.
+    Tag::Place placeOf(qsizetype offset);
+    qsizetype offset() const;
+    bool failAsXml();
     bool next();
     Tag tag() const;
     void readLayout();
@@ -48,8 +52,10 @@ private:
 
     const QString &m_text;
     QXmlStreamReader m_xml;
-    Tag::Place m_place;     ///< of the token that was read last
-    qsizetype m_offset = 0; ///< where it begins
+    Tag::Place m_place;      ///< of the token that was read last
+    qsizetype m_offset = 0;  ///< where it begins
+    qsizetype m_counted = 0; ///< up to here lines have been counted
+    Tag::Place m_counter{1, 1};
     Layout m_layout;
     TextDefaults m_defaults;
     Tag::Place m_root;
@@ -63,25 +69,46 @@ bool Reader::fail(Tag::Place place, const QString &text) {
     return false;
 }
 
-/// Reads the next token that is not a comment or the like. False at the end and when something is wrong.
+Tag::Place Reader::placeOf(qsizetype offset) {
+    for (; m_counted < std::min(offset, m_text.size()); ++m_counted) {
+        if (m_text[m_counted] == u'\n')
+            m_counter = {m_counter.line + 1, 1};
+        else if (!m_text[m_counted].isLowSurrogate())
+            ++m_counter.column;
+    }
+    return m_counter;
+}
+
+qsizetype Reader::offset() const {
+    return std::min(qsizetype(m_xml.characterOffset()), m_text.size());
+}
+
+bool Reader::failAsXml() {
+    return fail(placeOf(offset()), u"XMLとして読めません。"_s + m_xml.errorString());
+}
+
+/// Reads the next tag. False at the end and when something is wrong.
 bool Reader::next() {
     while (!failed()) {
-        m_offset = qsizetype(m_xml.characterOffset());
-        m_place = {int(m_xml.lineNumber()), int(m_xml.columnNumber()) + 1};
+        qsizetype begin = offset();
         switch (m_xml.readNext()) {
         case QXmlStreamReader::Invalid:
-            return fail({int(m_xml.lineNumber()), int(m_xml.columnNumber()) + 1},
-                        u"XMLとして読めません。"_s + m_xml.errorString());
+            return failAsXml();
         case QXmlStreamReader::DTD:
-            return fail(m_place, u"DOCTYPEは使えません。"_s);
+            return fail(placeOf(m_text.indexOf(u"<!DOCTYPE"_s)), u"DOCTYPEは使えません。"_s);
         case QXmlStreamReader::EndDocument:
             return false;
         case QXmlStreamReader::Characters:
+            while (begin < m_text.size() && m_text[begin].isSpace())
+                ++begin;
             if (!m_xml.isWhitespace())
-                return fail(m_place, u"ここに文字は書けません。文字は<text>の中に書きます。"_s);
+                return fail(placeOf(begin), u"ここに文字は書けません。文字は<text>の中に書きます。"_s);
             break;
         case QXmlStreamReader::StartElement:
         case QXmlStreamReader::EndElement:
+            // The reader may have looked ahead of the tag before it read it, never behind it.
+            m_offset = std::max<qsizetype>(m_text.lastIndexOf(u'<', offset() - 1), 0);
+            m_place = placeOf(m_offset);
             return true;
         default:
             break;
@@ -91,7 +118,7 @@ bool Reader::next() {
 }
 
 Tag Reader::tag() const {
-    const qsizetype end = qsizetype(m_xml.characterOffset());
+    const qsizetype end = offset();
     return Tag(m_xml.qualifiedName().toString(), m_xml.attributes(), m_place,
                QStringView(m_text).mid(m_offset, end - m_offset));
 }
@@ -273,16 +300,15 @@ QString withoutFileBreaks(QStringView content) {
 
 void Reader::readContent(TextBox &box) {
     const Tag::Place place = m_place;
-    const qsizetype begin = qsizetype(m_xml.characterOffset());
+    const qsizetype begin = offset();
     qsizetype end = begin;
     do {
-        end = qsizetype(m_xml.characterOffset());
+        end = offset();
         m_xml.readNext();
     } while (m_xml.isCharacters() || m_xml.isComment());
     if (!m_xml.isEndElement()) {
         if (m_xml.hasError())
-            fail({int(m_xml.lineNumber()), int(m_xml.columnNumber()) + 1},
-                 u"XMLとして読めません。"_s + m_xml.errorString());
+            failAsXml();
         else
             fail(place, u"<text>の中に要素は置けません。"_s);
         return;

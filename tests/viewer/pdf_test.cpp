@@ -1,0 +1,140 @@
+#include "tests/viewer/report_fixture.h"
+#include "viewer/output/pdf.h"
+
+#include <QFile>
+#include <QImage>
+#include <QPainter>
+#include <QProcess>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString run(const QString &program, const QStringList &arguments) {
+    QProcess process;
+    process.start(program, arguments);
+    if (!process.waitForFinished() || process.exitCode() != 0)
+        ADD_FAILURE() << program.toStdString() << process.readAllStandardError().toStdString();
+    return QString::fromUtf8(process.readAllStandardOutput());
+}
+
+class Pdf : public testing::Test {
+protected:
+    QByteArray write(const Document &document) {
+        QString reason;
+        EXPECT_TRUE(writePdf(document, path, {}, &reason)) << reason.toStdString();
+        QFile file(path);
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
+    QString texts() { return run(u"pdftotext"_s, {path, u"-"_s}); }
+
+    QTemporaryDir folder;
+    QString path = folder.filePath(u"文書.pdf"_s);
+};
+
+const QByteArray page = "<page><text x='10' y='10' w='60' h='8'>{名}</text>"
+                        "<text x='10' y='20' w='60' h='8' align='justify' bold='yes'>均等割付</text>"
+                        "<text x='80' y='20' w='20' h='80' vertical='yes'>縦（ー）書</text>"
+                        "<image x='10' y='150' w='20' h='20' item='絵'/>"
+                        "<ellipse x='40' y='150' w='20' h='20' fill='#ff0000'/></page>";
+
+TEST_F(Pdf, CanBeSearchedAndCarriesItsFonts) {
+    // The first two have a look-alike that shares their glyph, 𠮷 lies outside the basic plane.
+    Report report = reportOf(page, u"名,絵\nx,\n\"一八力 髙﨑\",\n"_s, "paper='A5'");
+    report.values = {{u"名"_s, u"一八力 髙﨑 𠮷野"_s}};
+    write(Document({report, reportOf("<page/>", {}, "paper='長3'")}, u"題"_s));
+    const QString text = texts();
+    EXPECT_TRUE(text.contains(u"一八力 髙﨑 𠮷野"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"均等割付"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"縦（ー）書"_s)) << text.toStdString();
+    const QStringList fonts = run(u"pdffonts"_s, {path}).split(u'\n', Qt::SkipEmptyParts).mid(2);
+    EXPECT_EQ(fonts.size(), 2);
+    for (const QString &font : fonts)
+        EXPECT_TRUE(font.contains(u"yes yes yes"_s)) << font.toStdString();
+    const QString info = run(u"pdfinfo"_s, {u"-l"_s, u"3"_s, path});
+    EXPECT_TRUE(info.contains(u"419.528 x 595.276"_s)) << info.toStdString();
+    EXPECT_TRUE(info.contains(u"340.157 x 666.142"_s)) << info.toStdString();
+}
+
+TEST_F(Pdf, HoldsAPictureOnceForAllPages) {
+    QImage noise(300, 300, QImage::Format_RGB32);
+    for (int y = 0; y < 300; ++y)
+        for (int x = 0; x < 300; ++x)
+            noise.setPixel(x, y, QRgb((x * 7919 + y * 104729) * 31 ^ x * y));
+    noise.save(folder.filePath(u"絵.png"_s));
+    Report report = reportOf(page, u"名,絵\n"_s + u"花子,絵.png\n"_s.repeated(30));
+    report.folder = folder.path();
+    const Document document({report}, {});
+    EXPECT_LT(write(document).size(), 2 * 300 * 300 * 3);
+    EXPECT_TRUE(document.warnings().isEmpty());
+}
+
+TEST_F(Pdf, ShowsTheSameAsTheScreen) {
+    Report report = reportOf(page, u"名,絵\n花子,\n"_s);
+    const Document document({report}, {});
+    write(document);
+    constexpr int dpi = 50;
+    QImage screen(413, 585, QImage::Format_RGB32); // A4
+    screen.fill(Qt::white);
+    {
+        QPainter painter(&screen);
+        painter.scale(dpi / 25.4, dpi / 25.4);
+        document.paint(painter, 0);
+    }
+    run(u"pdftoppm"_s, {u"-r"_s, QString::number(dpi), u"-png"_s, path, folder.filePath(u"p"_s)});
+    const QImage print = QImage(folder.filePath(u"p-1.png"_s)).copy(0, 0, 413, 585);
+    // Averages over squares of ten millimetres do not tell one smoothing from another.
+    const auto coarse = [](const QImage &image) {
+        return image.scaled(21, 29, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+    };
+    const QImage ours = coarse(screen), theirs = coarse(print);
+    int inked = 0;
+    for (int y = 0; y < 29; ++y)
+        for (int x = 0; x < 21; ++x) {
+            inked += qGray(ours.pixel(x, y)) < 250;
+            EXPECT_NEAR(qGray(ours.pixel(x, y)), qGray(theirs.pixel(x, y)), 24) << x << ' ' << y;
+            EXPECT_NEAR(qRed(ours.pixel(x, y)), qRed(theirs.pixel(x, y)), 24) << x << ' ' << y;
+        }
+    EXPECT_GT(inked, 10);
+}
+
+TEST_F(Pdf, PicturesThatAreNoneAreToldOf) {
+    QFile(folder.filePath(u"壊.png"_s)).open(QIODevice::WriteOnly);
+    // A header that promises 100,000 × 100,000 pixels.
+    const QByteArray bomb =
+        QByteArray::fromHex("89504e470d0a1a0a0000000d49484452000186a0000186a001000000008029366500000011494441"
+                            "54789c63601805a360140c77000003e80001b3a6d346");
+    QFile bombFile(folder.filePath(u"大.png"_s));
+    ASSERT_TRUE(bombFile.open(QIODevice::WriteOnly));
+    bombFile.write(bomb);
+    bombFile.close();
+    Report report = reportOf(page, u"名,絵\n甲,無.png\n乙,壊.png\n丙,大.png\n丁,\n"_s);
+    report.folder = folder.path();
+    const Document document({report}, {});
+    write(document);
+    const QString warnings = document.warnings().join(u'\n');
+    for (const QString &name : {u"無.png"_s, u"壊.png"_s, u"大.png"_s})
+        EXPECT_TRUE(warnings.contains(u"「"_s + name)) << warnings.toStdString();
+    EXPECT_TRUE(warnings.contains(u"大きすぎます"_s)) << warnings.toStdString();
+}
+
+TEST_F(Pdf, LeavesTheOldFileWhenGivenUp) {
+    const QByteArray old = write(Document({reportOf("<page/>", {})}, {}));
+    const Document document({reportOf("<page/>", u"a\n1\n2\n3\n"_s)}, {});
+    QString reason;
+    int calls = 0;
+    EXPECT_FALSE(writePdf(
+        document, path, [&](int done, int all) { return ++calls, done < 2 && all == 3; }, &reason));
+    EXPECT_EQ(calls, 2);
+    EXPECT_EQ(reason, QString());
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_EQ(file.readAll(), old);
+    EXPECT_FALSE(writePdf(document, u"/nowhere/x.pdf"_s, {}, &reason));
+    EXPECT_TRUE(reason.contains(u"x.pdf"_s));
+    EXPECT_FALSE(writePdf(Document(), path, {}, &reason));
+    EXPECT_FALSE(reason.isEmpty());
+}
+
+} // namespace
