@@ -8,7 +8,9 @@ using namespace Qt::Literals::StringLiterals;
 
 OpenScreen screenOf(const QString &command) {
     static const QHash<QString, OpenScreen> screens{
+        {u"cmdIrai"_s, openRequests},
         {u"cmdAddIrai"_s, openRequestMethods},
+        {u"cmdPrint"_s, printRequests},
     };
     return screens.value(command);
 }

@@ -3,6 +3,7 @@
 #include "ui_request_methods_form.h"
 
 #include "app/base/environment.h"
+#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "consent/list/request_methods.h"
 #include "consent/requests/method_uses_query.h"
@@ -29,7 +30,11 @@ RequestMethodsForm::RequestMethodsForm(Environment &environment, cT_ADODB &db, Q
     m_ui->setupUi(this);
     Grid *grid = m_ui->ssAddIrai;
     grid->setModel(m_model);
-    grid->setItemDelegateForColumn(MethodListModel::Own, new TickDelegate({}, {}, this));
+    const auto picture = [&](const QString &name) {
+        return QPixmap(Folders::file(environment.folders.data(), name));
+    };
+    grid->setItemDelegateForColumn(MethodListModel::Own,
+                                   new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this));
     grid->horizontalHeader()->setSectionResizeMode(MethodListModel::Text, QHeaderView::Stretch);
     m_ui->lblTrouble->hide();
     wire();

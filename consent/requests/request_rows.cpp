@@ -66,6 +66,13 @@ std::vector<RequestRow> requestRows(const ConsentListModel &model, std::span<con
     return rows;
 }
 
+int targetsOutOfSight(const ConsentListModel &model) {
+    int ticked = 0;
+    for (int record = 0; record < model.records().count(); ++record)
+        ticked += model.isTarget(record);
+    return ticked - int(model.targetRecords().size());
+}
+
 void askDoctor(RequestRow &row, const QString &code, const QString &name, const QString &hospital) {
     row.facts.askedDoctor = code;
     row.doctorName = name;

@@ -37,5 +37,8 @@ struct RequestRow {
 /// @param consents all consents of the patients
 std::vector<RequestRow> requestRows(const ConsentListModel &model, std::span<const GivenConsent> consents);
 
+/// How many more rows are ticked 対象 and narrowed away.
+int targetsOutOfSight(const ConsentListModel &model);
+
 /// Another doctor is asked: the kind is proposed anew.
 void askDoctor(RequestRow &row, const QString &code, const QString &name, const QString &hospital);

@@ -1,9 +1,14 @@
 #include "consent/requests/request_screens.h"
 
+#include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/list/list_model.h"
+#include "consent/requests/given_consents_query.h"
+#include "consent/requests/request_form.h"
 #include "consent/requests/request_methods_form.h"
+#include "consent/requests/request_printing.h"
+#include "db/adodb.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,6 +18,31 @@ namespace {
 bool mayOwnMethods(const ConsentListModel &model, int record) {
     const QModelIndex method = model.index(model.rowOfRecord(record), int(ListColumn::Method));
     return method.isValid() && model.flags(method).testFlag(Qt::ItemIsEditable);
+}
+
+/// The ticked rows with what is proposed for them; nothing when there are none or they cannot be read, which
+/// has been said.
+std::vector<RequestRow> tickedRows(const ListOpening &opening) {
+    std::vector<ConsentRowKey> keys;
+    for (const int record : opening.model.targetRecords())
+        keys.push_back(opening.model.records().key(record));
+    if (keys.empty()) {
+        opening.environment.messages.warn(u"出力するデータがありません。"_s);
+        return {};
+    }
+    const qsizetype errors = opening.db.sErrMsg().size();
+    std::vector<GivenConsent> consents;
+    if (readGivenConsents(opening.db, opening.environment.branch, keys, consents) != 0) {
+        opening.environment.messages.fail(opening.db.sErrMsg().mid(errors), u"DB-error"_s);
+        return {};
+    }
+    return requestRows(opening.model, consents);
+}
+
+/// "絞り込みで…", or nothing when all ticked rows are shown.
+QString outOfSightText(const ConsentListModel &model) {
+    const int hidden = targetsOutOfSight(model);
+    return hidden == 0 ? QString() : u"絞り込みで表示していない対象 %L1 件は含みません。"_s.arg(hidden);
 }
 
 } // namespace
@@ -28,4 +58,29 @@ bool openRequestMethods(const ListOpening &opening) {
     }
     form.exec();
     return form.written();
+}
+
+bool openRequests(const ListOpening &opening) {
+    std::vector<RequestRow> rows = tickedRows(opening);
+    if (rows.empty())
+        return false;
+    frm同意依頼 form(opening.environment, opening.db, opening.parent);
+    if (form.iInit(std::move(rows), outOfSightText(opening.model)) != 0) {
+        opening.environment.messages.warn(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return form.written();
+}
+
+bool printRequests(const ListOpening &opening) {
+    const std::vector<RequestRow> rows = tickedRows(opening);
+    if (rows.empty())
+        return false;
+    const LetterOptions options =
+        keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
+    const QString question = u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) +
+                             u"）。"_s + outOfSightText(opening.model) + u"\r\nよろしいですか？"_s;
+    return outputRequests(opening.environment, opening.db, rows, options, LetterOutput::Print, question) ==
+           LetterOutcome::Printed;
 }

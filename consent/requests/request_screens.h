@@ -6,4 +6,8 @@
 ///@{
 /// Request method list, and the individual methods of the current row.
 bool openRequestMethods(const ListOpening &opening);
+/// Request letters of the rows ticked 対象, prepared on a screen of their own.
+bool openRequests(const ListOpening &opening);
+/// The same letters at once, as they are proposed and with the last choices.
+bool printRequests(const ListOpening &opening);
 ///@}

@@ -55,7 +55,8 @@ TEST_F(LetterKindTest, FollowsTheRowsState) {
         EXPECT_EQ(letterKindName(proposed().kind), c.kind)
             << c.older.toStdString() << " / " << c.newest.toStdString();
     }
-    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDay = '2026/06/01', iDouiHospOutFlg = 1 WHERE iNewestFlg = 1"_s);
+    database.run(
+        u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDay = '2026/06/01', iDouiHospOutFlg = 1 WHERE iNewestFlg = 1"_s);
     RequestRow row = proposed();
     EXPECT_TRUE(row.toHospital) << "as the last letter went";
     askDoctor(row, u"2"_s, u"馬場"_s, u"朝日医院"_s);

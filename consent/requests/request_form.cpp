@@ -1,0 +1,175 @@
+#include "consent/requests/request_form.h"
+
+#include "ui_request_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/base/messages.h"
+#include "consent/requests/request_rows_model.h"
+#include "db/adodb.h"
+#include "masters/search/master_search_form.h"
+#include "print/request_letter/letter_query.h"
+#include "widgets/enter_moves_on.h"
+#include "widgets/tick_delegate.h"
+
+#include <QComboBox>
+#include <QKeyEvent>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Edits the kind of a row's letter as a choice.
+class KindDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const override {
+        auto *box = new QComboBox(parent);
+        for (int kind = 0; kind < letterKinds; ++kind)
+            box->addItem(letterKindName(LetterKind(kind)));
+        return box;
+    }
+    void setEditorData(QWidget *editor, const QModelIndex &index) const override {
+        static_cast<QComboBox *>(editor)->setCurrentIndex(index.data(Qt::EditRole).toInt());
+    }
+    void setModelData(QWidget *editor, QAbstractItemModel *model, const QModelIndex &index) const override {
+        model->setData(index, static_cast<QComboBox *>(editor)->currentIndex(), Qt::EditRole);
+    }
+};
+
+} // namespace
+
+frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget *parent)
+    : QDialog(parent),
+      m_environment(environment),
+      m_db(db),
+      m_ui(std::make_unique<Ui::RequestForm>()),
+      m_doctors(std::make_unique<MasterSearch>(Master::Doctor, db, environment)),
+      m_model(new RequestRowsModel(this)) {
+    m_ui->setupUi(this);
+    setObjectName(u"frm同意依頼"_s);
+    setWindowFlag(Qt::WindowMaximizeButtonHint);
+    Grid *grid = m_ui->ssIrai;
+    grid->setModel(m_model);
+    const auto picture = [&](const QString &name) {
+        return QPixmap(Folders::file(environment.folders.data(), name));
+    };
+    auto *ticks = new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this);
+    grid->setItemDelegateForColumn(RequestRowsModel::Paper, ticks);
+    grid->setItemDelegateForColumn(RequestRowsModel::ToHospital, ticks);
+    grid->setItemDelegateForColumn(RequestRowsModel::Kind, new KindDelegate(this));
+    m_ui->imD_Output->setToday(environment.clock.today());
+    wire();
+    new EnterMovesOn(m_ui->boxOptions);
+    resize(grid->widthOf(150), fontMetrics().height() * 34);
+}
+
+frm同意依頼::~frm同意依頼() = default;
+
+void frm同意依頼::wire() {
+    connect(m_model, &RequestRowsModel::chosen, this, [this] { showState(); });
+    connect(m_ui->chkMatome, &QCheckBox::toggled, this, [this] { showState(); });
+    connect(m_ui->chkSejutsu, &QCheckBox::toggled, m_ui->cmbSejutsu, &QWidget::setEnabled);
+    connect(m_ui->cmdAllPaper, &QPushButton::clicked, this,
+            [this] { m_model->tickAll(RequestRowsModel::Paper); });
+    connect(m_ui->cmdAllHosp, &QPushButton::clicked, this,
+            [this] { m_model->tickAll(RequestRowsModel::ToHospital); });
+    connect(m_ui->btnSelIsi, &QPushButton::clicked, this, [this] { chooseDoctor(); });
+    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { output(LetterOutput::Preview); });
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { output(LetterOutput::Print); });
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+short frm同意依頼::iInit(std::vector<RequestRow> rows, const QString &note) {
+    if (rows.empty()) {
+        m_error = u"出力するデータがありません。"_s;
+        return -1;
+    }
+    m_model->load(std::move(rows));
+    m_ui->lblNote->setText(note);
+    m_ui->lblNote->setVisible(!note.isEmpty());
+    showOptions();
+    m_ui->ssIrai->fitColumns();
+    m_ui->ssIrai->goTo(0, RequestRowsModel::Kind);
+    m_ui->imD_Output->setFocus();
+    return 0;
+}
+
+void frm同意依頼::showOptions() {
+    const LetterOptions options = keptLetterOptions(m_environment.folders, m_environment.clock.today());
+    m_ui->imD_Output->setDate(options.day);
+    m_ui->chkMatome->setChecked(options.grouped);
+    m_ui->chkSejutsu->setChecked(options.printPractitioner);
+    m_ui->cmbSejutsu->setCurrentIndex(options.practitioner);
+    m_ui->cmbSejutsu->setEnabled(options.printPractitioner);
+    showState();
+}
+
+void frm同意依頼::showState() {
+    const std::vector<RequestRow> rows = onPaper(m_model->rows());
+    m_ui->lblState->setText(rows.empty() ? u"用紙で依頼する行がありません。"_s
+                                         : u"%L1 件（"_s.arg(rows.size()) + kindSummary(rows) + u"）"_s);
+}
+
+// Enter belongs to the boxes and the grid.
+void frm同意依頼::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+bool frm同意依頼::readOptions(LetterOptions &options) {
+    if (!m_ui->imD_Output->settle() || !m_ui->imD_Output->date().isValid()) {
+        m_environment.messages.warn(
+            u"出力日を入力してください。2026/11/21、20261121、R8.11.21 のように入力できます。"_s);
+        m_ui->imD_Output->setFocus();
+        return false;
+    }
+    options = {m_ui->imD_Output->date(), m_ui->chkMatome->isChecked(), m_ui->chkSejutsu->isChecked(),
+               m_ui->cmbSejutsu->currentIndex(), m_ui->txtBikou->text().trimmed()};
+    return true;
+}
+
+void frm同意依頼::output(LetterOutput way) {
+    LetterOptions options;
+    if (!readOptions(options))
+        return;
+    QString reason;
+    if (!keepLetterOptions(m_environment.folders, options, &reason))
+        m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    const std::vector<RequestRow> rows = onPaper(m_model->rows());
+    switch (outputRequests(m_environment, m_db, rows, options, way, {})) {
+    case LetterOutcome::Stopped:
+        break;
+    case LetterOutcome::Shown:
+        m_ui->lblState->setText(u"プレビューを表示しました。「依頼」の印は、印刷したときに付きます。"_s);
+        break;
+    case LetterOutcome::Printed:
+        m_written = true;
+        accept();
+    }
+}
+
+void frm同意依頼::chooseDoctor() {
+    const int row = m_ui->ssIrai->currentIndex().row();
+    if (row < 0)
+        return;
+    if (m_doctors->iDspStart(this) != 0) {
+        m_environment.messages.fail(m_doctors->CsErrStr());
+        return;
+    }
+    const CodeName doctor = m_doctors->seled();
+    if (doctor.code.isEmpty())
+        return;
+    const qsizetype errors = m_db.sErrMsg().size();
+    QHash<QString, LetterDoctor> found;
+    if (readLetterDoctors(m_db, {doctor.code}, found) != 0) {
+        m_environment.messages.fail(m_db.sErrMsg().mid(errors), u"DB-error"_s);
+        return;
+    }
+    m_model->askDoctor(row, doctor.code, doctor.name, found.value(doctor.code).institution);
+    m_ui->ssIrai->setFocus();
+}

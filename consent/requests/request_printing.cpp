@@ -1,0 +1,148 @@
+#include "consent/requests/request_printing.h"
+
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "app/base/settings.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+std::vector<LetterOrder> ordersOf(std::span<const RequestRow> rows) {
+    std::vector<LetterOrder> orders;
+    for (const RequestRow &row : rows)
+        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind)});
+    return orders;
+}
+
+bool askAboutGone(Messages &messages, const LetterJob &job, std::span<const RequestRow> rows) {
+    QStringList gone;
+    for (const size_t order : job.goneOrders())
+        gone.append(rows[order].who());
+    return gone.isEmpty() ||
+           messages.ask(u"次の行は他の端末で更新または削除されたため、依頼書を出力できません。\r\n\r\n"_s +
+                            gone.join(u"\r\n"_s) + u"\r\n\r\n残りの依頼書を出力します。よろしいですか？"_s,
+                        u"同意依頼書"_s);
+}
+
+bool askAboutPractitioners(Messages &messages, const LetterJob &job, const LetterOptions &options) {
+    if (!options.printPractitioner)
+        return true;
+    const QStringList without = withoutPractitioner(job.source(), options);
+    return without.isEmpty() ||
+           messages.ask(u"施術者データがありません。\r\n\r\n"_s + without.join(u"\r\n"_s) +
+                            u"\r\n\r\n施術者氏名を空欄のまま出力します。よろしいですか？"_s,
+                        u"同意依頼書"_s);
+}
+
+// Everything that can be found out before a letter leaves.
+bool mayOutput(Messages &messages, const LetterJob &job, std::span<const RequestRow> rows,
+               const LetterOptions &options) {
+    if (job.source().rows.empty()) {
+        messages.warn(u"該当する同意依頼書データがありません。"_s);
+        return false;
+    }
+    if (!job.source().hasCompany) {
+        messages.warn(u"本社データがありません。"_s);
+        return false;
+    }
+    if (const QString layout = job.missingLayout(); !layout.isEmpty()) {
+        messages.fail(u"同意書（"_s + layout + u"）が存在しません。\r\n処理を中止します。"_s,
+                      u"ファイルエラー"_s);
+        return false;
+    }
+    return askAboutGone(messages, job, rows) && askAboutPractitioners(messages, job, options);
+}
+
+bool confirmPrint(Messages &messages, const QString &question) {
+    const QString note = u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s;
+    if (!question.isEmpty())
+        return messages.ask(note + u"\r\n\r\n"_s + question, u"依頼印刷"_s);
+    return messages.show({note, MessageIcon::Exclamation, u"依頼印刷"_s, MessageButtons::OkCancel,
+                          Answer::Ok}) == Answer::Ok;
+}
+
+void sayTouched(Messages &messages, const QStringList &touched) {
+    if (!touched.isEmpty())
+        messages.warn(
+            u"次の文言に帳票で使えない文字があるため、似た文字または〓に置き換えました。\r\n\r\n"_s +
+            touched.join(u"\r\n"_s));
+}
+
+void markRows(Messages &messages, LetterJob &job) {
+    QStringList overtaken;
+    if (job.iMark(&overtaken) != 0)
+        messages.fail(u"依頼書は出力しましたが、「依頼」の印を保存できませんでした。"
+                      "一覧で「依頼」にチェックして保存してください。\r\n"_s +
+                          job.sErrMsg(),
+                      u"DB-error"_s);
+    else if (!overtaken.isEmpty())
+        messages.warn(u"次の行は出力中に他の端末で変更されたため、「依頼」の印を付けていません。"
+                      "依頼書の内容を確認してください。\r\n\r\n"_s +
+                      overtaken.join(u"\r\n"_s));
+}
+
+} // namespace
+
+LetterOptions keptLetterOptions(const Folders &folders, const QDate &today) {
+    const Settings settings(folders);
+    LetterOptions options;
+    options.day = today;
+    options.grouped = settings.isOn(Setting::依頼書出力方式);
+    options.printPractitioner = settings.isOn(Setting::施術者氏名の印字);
+    const int practitioner = settings.number(Setting::施術者氏名選択);
+    options.practitioner = practitioner >= 0 && practitioner < LetterRow::practitioners ? practitioner : 0;
+    return options;
+}
+
+bool keepLetterOptions(const Folders &folders, const LetterOptions &options, QString *reason) {
+    Settings settings(folders);
+    if (settings.iSwitch(Setting::依頼書出力方式, options.grouped) == 0 &&
+        settings.iSwitch(Setting::施術者氏名の印字, options.printPractitioner) == 0 &&
+        settings.iWrite(Setting::施術者氏名選択, options.practitioner) == 0)
+        return true;
+    *reason = settings.sErrMsg();
+    return false;
+}
+
+std::vector<RequestRow> onPaper(std::span<const RequestRow> rows) {
+    std::vector<RequestRow> wanted;
+    std::ranges::copy_if(rows, std::back_inserter(wanted), &RequestRow::onPaper);
+    return wanted;
+}
+
+QString kindSummary(std::span<const RequestRow> rows) {
+    QStringList kinds;
+    for (int i = 0; i < letterKinds; ++i)
+        if (const auto count = std::ranges::count(rows, LetterKind(i), &RequestRow::kind))
+            kinds.append(letterKindName(LetterKind(i)) + u" %L1 件"_s.arg(count));
+    return kinds.join(u"、"_s);
+}
+
+LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,
+                             const LetterOptions &options, LetterOutput way, const QString &question) {
+    Messages &messages = environment.messages;
+    if (rows.empty()) {
+        messages.warn(u"出力するデータがありません。"_s);
+        return LetterOutcome::Stopped;
+    }
+    LetterJob job(environment, db);
+    if (job.iRead(ordersOf(rows)) != 0) {
+        messages.fail(job.sErrMsg(), u"DB-error"_s);
+        return LetterOutcome::Stopped;
+    }
+    if (!mayOutput(messages, job, rows, options) ||
+        (way == LetterOutput::Print && !confirmPrint(messages, question)))
+        return LetterOutcome::Stopped;
+    if (job.iOutput(options, way) != 0) {
+        messages.fail(u"帳票の印刷に失敗しました。["_s + job.sErrMsg() + u"]"_s);
+        return LetterOutcome::Stopped;
+    }
+    sayTouched(messages, job.touched());
+    if (way == LetterOutput::Preview)
+        return LetterOutcome::Shown;
+    markRows(messages, job);
+    return LetterOutcome::Printed;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "consent/requests/request_rows.h"
+#include "print/request_letter/letter_job.h"
+
+class Folders;
+
+/// The last choices for request letters, which all users of a data folder share.
+LetterOptions keptLetterOptions(const Folders &folders, const QDate &today);
+/// @return false with a reason when they cannot be stored
+bool keepLetterOptions(const Folders &folders, const LetterOptions &options, QString *reason);
+
+/// Rows of which a letter is wanted.
+std::vector<RequestRow> onPaper(std::span<const RequestRow> rows);
+/// "マッサージ継続 5 件、医師変更 1 件".
+QString kindSummary(std::span<const RequestRow> rows);
+
+/// What came of putting letters out.
+enum class LetterOutcome {
+    Stopped, ///< nothing was put out; why has been said, or the user chose so
+    Shown,   ///< in the preview; no row was marked
+    Printed  ///< the rows have been written
+};
+
+/// Puts out the letters of the rows and, when they were printed, marks the rows; says what is missing, what
+/// went wrong and which rows were overtaken.
+/// @param question asked, below the note about oral consents, before anything is printed; may be empty
+LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,
+                             const LetterOptions &options, LetterOutput way, const QString &question);

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "print/engine/data_file.h"
+
+#include <span>
+
+struct Environment;
+
+/// The letters of one layout.
+struct LetterSheet {
+    QString layout; ///< full path
+    QString file;   ///< full path of the data file
+    DataFile data;
+};
+
+/// Lets the engine's image builder make one document of several sheets, whose data files are written, and
+/// waits until it is there.
+/// @return the document's full path; empty with a reason when it could not be made
+QString mergeLetters(const Environment &environment, const QString &dataName,
+                     std::span<const LetterSheet> sheets, QString *reason);
