@@ -30,11 +30,15 @@ struct Job {
     int offsetX = 0, offsetY = 0; ///< tenths of a millimetre
     int zoom = 2;                 ///< 2 actual size, 10 and more percent
     int repeatStart = 0;
-    QString paper; ///< A4, A5, B5, #256; empty when none is asked for
-    JobAction action = JobAction::Show;
+    QString paper; ///< A3 to A5, B4, B5, #256 (the layout's own); empty when none is asked for
+    std::optional<JobAction> action; ///< none in a file for the image builder
     int windowStyle = 0;
+
+    /// Millimetres; empty when the paper is the layout's own or none is asked for.
+    QSizeF paperSize() const;
 };
 
-/// Reads a command file (code page 932). Keywords ignore case.
+/// Reads a command file (code page 932). Keywords ignore case. A report's settings stand before AddReport or
+/// the file's end, in any order; a line that stands twice does what it does once.
 /// @param problem filled with the line when a command is unknown, cut off or wrongly quoted
 std::optional<Job> readCommandFile(const QByteArray &bytes, const QString &name, Problem *problem);
