@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -58,26 +59,33 @@ bool writePictures(const QDir &folder, QString *reason) {
            writeFileWhole(icons.filePath(u"ImgWall.BMP"_s), wallPaper(), reason);
 }
 
-/// The menu program under the suite's name: a link, so that a rebuild is picked up, or a copy where links
-/// are not to be had.
-bool placeMenu(const QDir &folder, const QString &programs, QString *reason) {
-    if (programs.isEmpty())
-        return true;
-#ifdef Q_OS_WIN
-    const QString menu = QDir(programs).absoluteFilePath(u"douisho-menu.exe"_s);
-#else
-    const QString menu = QDir(programs).absoluteFilePath(u"douisho-menu"_s);
-#endif
-    const QString place = folder.filePath(u"Main.exe"_s);
+/// A program under the name by which the suite starts it: a link, so that a rebuild is picked up, or a copy
+/// where links are not to be had.
+bool placeProgram(const QString &program, const QString &place, QString *reason) {
     QFile::remove(place);
 #ifdef Q_OS_WIN
-    const bool placed = QFile::copy(menu, place);
+    const QString source = program + u".exe"_s;
+    const bool placed = QFile::copy(source, place);
 #else
-    const bool placed = QFileInfo::exists(menu) && QFile::link(menu, place);
+    const QString &source = program;
+    const bool placed = QFileInfo::exists(source) && QFile::link(source, place);
 #endif
     if (!placed)
-        *reason = u"メニュープログラム「%1」を「%2」に置けません。"_s.arg(menu, place);
+        *reason = u"プログラム「%1」を「%2」に置けません。"_s.arg(source, place);
     return placed;
+}
+
+bool placePrograms(const QDir &folder, const QString &programs, QString *reason) {
+    constexpr std::pair<QStringView, QStringView> placed[] = {
+        {u"douisho-menu", u"Main.exe"},
+        {u"wfrfv10", u"wfrfv10.exe"},
+        {u"wfrfv10", u"WrVb6Viewer.exe"},
+        {u"wfrimg10", u"wfrimg10.exe"},
+    };
+    return programs.isEmpty() || std::ranges::all_of(placed, [&](const auto &program) {
+               return placeProgram(QDir(programs).absoluteFilePath(program.first.toString()),
+                                   folder.filePath(program.second.toString()), reason);
+           });
 }
 
 /// Beside its place first: a program that has the old one open keeps it whole.
@@ -101,7 +109,7 @@ bool makeAll(const QDir &folder, const QString &database, const SampleOptions &o
          {SampleFolder::system, SampleFolder::temporary, SampleFolder::icons, SampleFolder::data})
         folder.mkpath(name.toString());
     // The database last, for it takes longest.
-    return placeMenu(folder, options.programs, reason) && writeSettings(folder, database, reason) &&
+    return placePrograms(folder, options.programs, reason) && writeSettings(folder, database, reason) &&
            writePictures(folder, reason) && makeDatabase(database, options, reason) &&
            writeFileWhole(folder.filePath(markName()), finished, reason);
 }

@@ -139,15 +139,20 @@ TEST_F(Installation, RefusesFoldersThatItMayNotTouch) {
     EXPECT_EQ(bytesOf(m_options.folder), "somebody's");
 }
 
-TEST_F(Installation, CallsTheMenuMainExe) {
+TEST_F(Installation, HoldsTheProgramsThatAreStartedByName) {
     m_options.programs = m_temporary.filePath(u"bin"_s);
     EXPECT_EQ(sample::makeInstallation(m_options).outcome, SampleOutcome::Failed); // no such program
     ASSERT_TRUE(QDir().mkpath(m_options.programs));
-    const QString menu = QDir(m_options.programs).filePath(u"douisho-menu"_s);
-    write(menu, "one");
+    const QDir programs(m_options.programs);
+    for (const QString &program : {u"douisho-menu"_s, u"wfrfv10"_s, u"wfrimg10"_s})
+        write(programs.filePath(program), "one");
     ASSERT_EQ(make(), SampleOutcome::Made);
-    write(menu, "rebuilt");
-    EXPECT_EQ(bytesOf(at(u"Main.exe"_s)), "rebuilt");
+    for (const QString &program : {u"douisho-menu"_s, u"wfrfv10"_s, u"wfrimg10"_s})
+        write(programs.filePath(program), program.toUtf8()); // rebuilt
+    EXPECT_EQ(bytesOf(at(u"Main.exe"_s)), "douisho-menu");
+    EXPECT_EQ(bytesOf(at(u"wfrfv10.exe"_s)), "wfrfv10");
+    EXPECT_EQ(bytesOf(at(u"WrVb6Viewer.exe"_s)), "wfrfv10");
+    EXPECT_EQ(bytesOf(at(u"wfrimg10.exe"_s)), "wfrimg10");
 }
 
 } // namespace

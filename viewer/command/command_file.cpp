@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "viewer/command/command_line.h"
+#include "viewer/layout/paper.h"
 
 #include <algorithm>
 
@@ -9,24 +10,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-struct Paper {
-    QStringView name;
-    QSizeF size;
-};
-
 constexpr QStringView ownPaper = u"#256";
 constexpr size_t mostSources = 100; // in one report
-
-const Paper papers[] = {
-    {u"A3", {297, 420}}, {u"A4", {210, 297}}, {u"A5", {148, 210}},
-    {u"B4", {257, 364}}, {u"B5", {182, 257}}, {ownPaper, {}},
-};
-
-const Paper *findPaper(QStringView name) {
-    const Paper *found = std::ranges::find_if(
-        papers, [&](const Paper &paper) { return paper.name.compare(name, Qt::CaseInsensitive) == 0; });
-    return found == std::end(papers) ? nullptr : found;
-}
 
 /// Carries out the lines of one command file. A command that fails leaves its reason in the problem.
 class JobReader {
@@ -162,10 +147,9 @@ bool JobReader::addReport() {
 }
 
 bool JobReader::setPaper() {
-    const Paper *paper = findPaper(argument(0));
-    if (!paper)
+    if (argument(0) != ownPaper && !paperSize(argument(0)))
         return refuse(u"用紙「%1」はありません。"_s.arg(argument(0).left(40)), 0);
-    m_job.paper = paper->name.toString();
+    m_job.paper = argument(0);
     return true;
 }
 
@@ -232,8 +216,7 @@ bool isUtf8(const QByteArray &bytes) {
 } // namespace
 
 QSizeF Job::paperSize() const {
-    const Paper *found = findPaper(paper);
-    return found ? found->size : QSizeF();
+    return ::paperSize(paper).value_or(QSizeF());
 }
 
 std::optional<Job> readCommandFile(const QByteArray &bytes, const QString &name, Problem *problem) {

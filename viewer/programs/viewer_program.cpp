@@ -1,0 +1,192 @@
+#include "viewer/programs/viewer_program.h"
+
+#include "viewer/command/job_document.h"
+#include "viewer/output/pdf.h"
+#include "viewer/programs/document_wait.h"
+#include "viewer/programs/program_arguments.h"
+#include "viewer/window/output_dialogs.h"
+#include "viewer/window/viewer_form.h"
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QEventLoop>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QProgressDialog>
+#include <QPushButton>
+#include <QThread>
+#include <QTimer>
+#include <QUrl>
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+using namespace std::chrono_literals;
+
+namespace {
+
+constexpr auto usualWait = 60s;
+constexpr auto lookAgain = 100ms;
+constexpr int failed = 1;
+constexpr int wrongUsage = 2;
+
+/// Shown while a finished document is being built.
+class WaitWindow {
+public:
+    explicit WaitWindow(const QString &path)
+        : m_dialog(
+              u"文書を作成しています。しばらくお待ちください。\n%1"_s.arg(QDir::toNativeSeparators(path)),
+              u"中止(&C)"_s, 0, 0) {
+        m_dialog.setWindowTitle(u"帳票表示"_s);
+        m_dialog.setMinimumDuration(500);
+        m_dialog.setValue(0);
+    }
+
+    bool pause() {
+        QEventLoop loop;
+        QTimer::singleShot(lookAgain, &loop, &QEventLoop::quit);
+        QObject::connect(&m_dialog, &QProgressDialog::canceled, &loop, &QEventLoop::quit);
+        loop.exec();
+        m_dialog.setValue(0);
+        return !m_dialog.wasCanceled();
+    }
+
+private:
+    QProgressDialog m_dialog;
+};
+
+/// One run of the viewer.
+class ViewerProgram {
+public:
+    explicit ViewerProgram(const ViewerRun &run) : m_run(run) {}
+
+    int run() {
+        const auto parsed = parseArguments(m_run.arguments, {u"/c"_s, u"/wait"_s});
+        if (!parsed || !parsed->file.isEmpty() || parsed->option(u"/c"_s).isEmpty())
+            return fail(u"使い方： wfrfv10 /c コマンドファイル [/wait 秒数]"_s, wrongUsage);
+        if (const QString seconds = parsed->option(u"/wait"_s); !seconds.isEmpty())
+            m_wait = std::chrono::seconds(qBound(0, seconds.toInt(), 3600));
+        m_commandFile = jobPath(QDir::currentPath(), parsed->option(u"/c"_s));
+
+        Problem problem;
+        const std::optional<Job> job = loadJob(m_commandFile, &problem);
+        if (!job)
+            return fail(problem.sentence());
+        if (!job->action)
+            return fail(u"%1：表示や印刷の命令（ShowWindow、PrintOut、PrintOutFromDialog）がありません。"
+                        "ファイルが途中で切れている可能性があります。"_s.arg(
+                            QDir::toNativeSeparators(m_commandFile)));
+        return load(*job);
+    }
+
+private:
+    int load(const Job &job) {
+        const QString folder = QFileInfo(m_commandFile).absolutePath();
+        QString finished;
+        if (job.reports.size() == 1 && job.reports[0].sources.empty()) {
+            finished = jobPath(folder, job.reports[0].layout);
+            const WaitResult waited = waitFor(finished);
+            if (waited == WaitResult::Cancelled)
+                return EXIT_SUCCESS;
+            if (waited == WaitResult::TimedOut)
+                return fail(u"文書「%1」が作成されません（%2秒待ちました）。もう一度印刷してください。"_s.arg(
+                    QDir::toNativeSeparators(finished), QString::number(m_wait.count())));
+        }
+        const LoadedJob loaded = loadReports(job, folder);
+        if (!loaded.failures.isEmpty())
+            return fail(loaded.failures.join(u"\n"_s));
+        m_pdfPath = pdfPathFor(m_commandFile, finished);
+        const Document document = loaded.document();
+        if (document.pageCount() == 0)
+            return fail(u"データがないため、表示するページがありません。（%1）"_s.arg(
+                QDir::toNativeSeparators(m_commandFile)));
+        return carryOut(job, document, loaded.notes);
+    }
+
+    WaitResult waitFor(const QString &path) const {
+        if (m_run.headless)
+            return waitForDocument(path, m_wait, [] {
+                QThread::msleep(lookAgain.count());
+                return true;
+            });
+        std::unique_ptr<WaitWindow> window;
+        return waitForDocument(path, m_wait, [&] {
+            if (!window)
+                window = std::make_unique<WaitWindow>(path);
+            return window->pause();
+        });
+    }
+
+    int carryOut(const Job &job, const Document &document, const QStringList &notes) {
+        if (m_run.headless)
+            return writePdfOnly(document, notes);
+        const PrintAdjustment adjustment{job.offsetX, job.offsetY, job.zoom};
+        switch (*job.action) {
+        case JobAction::Show:
+            return show(document, adjustment, notes);
+        case JobAction::Print:
+            return hasPrinter() ? codeOf(printAtOnce(document, adjustment)) : leavePdf(document);
+        case JobAction::PrintWithDialog:
+            return hasPrinter() ? codeOf(printFromDialog(document, adjustment, -1, nullptr))
+                                : leavePdf(document);
+        }
+        return failed;
+    }
+
+    static int codeOf(OutputEnd end) { return end == OutputEnd::Failed ? failed : EXIT_SUCCESS; }
+
+    int show(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes) const {
+        ViewerForm form(document, adjustment, m_pdfPath, notes);
+        m_run.maximised ? form.showMaximized() : form.show();
+        return QApplication::exec();
+    }
+
+    int writePdfOnly(const Document &document, const QStringList &notes) const {
+        for (const QString &note : notes + document.warnings())
+            std::fprintf(stderr, "%s\n", qUtf8Printable(note));
+        QString reason;
+        if (!writePdf(document, m_pdfPath, {}, &reason))
+            return fail(reason);
+        std::printf("%s\n", qUtf8Printable(QDir::toNativeSeparators(m_pdfPath)));
+        return EXIT_SUCCESS;
+    }
+
+    /// Where there is no printer.
+    int leavePdf(const Document &document) const {
+        const OutputEnd saved = savePdf(document, m_pdfPath, nullptr);
+        if (saved != OutputEnd::Done)
+            return codeOf(saved);
+        QMessageBox box(QMessageBox::Information, u"帳票印刷"_s,
+                        u"プリンターが見つからないため、PDFを作成しました。\n%1"_s.arg(
+                            QDir::toNativeSeparators(m_pdfPath)));
+        QPushButton *open = box.addButton(u"開く(&O)"_s, QMessageBox::ActionRole);
+        box.setDefaultButton(box.addButton(u"閉じる(&C)"_s, QMessageBox::RejectRole));
+        box.exec();
+        if (box.clickedButton() == open)
+            QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath));
+        return EXIT_SUCCESS;
+    }
+
+    int fail(const QString &text, int code = failed) const {
+        std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+        if (!m_run.headless)
+            QMessageBox::critical(nullptr, u"帳票表示"_s, text);
+        return code;
+    }
+
+    ViewerRun m_run;
+    QString m_commandFile;
+    QString m_pdfPath;
+    std::chrono::seconds m_wait = usualWait;
+};
+
+} // namespace
+
+int runViewer(const ViewerRun &run) {
+    return ViewerProgram(run).run();
+}
+
+QString pdfPathFor(const QString &commandFile, const QString &finishedDocument) {
+    const QString &named = finishedDocument.isEmpty() ? commandFile : finishedDocument;
+    return QFileInfo(commandFile).dir().absoluteFilePath(QFileInfo(named).completeBaseName() + u".pdf"_s);
+}

@@ -1,0 +1,66 @@
+#include "viewer/programs/viewer_program.h"
+
+#include <QApplication>
+#include <QFileInfo>
+#include <QFont>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+#include <cstdio>
+#include <exception>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Whether nobody would see a window. Another platform that the user names is believed.
+bool hasNoDisplay() {
+    const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
+    if (!platform.isEmpty())
+        return platform.startsWith("offscreen") || platform.startsWith("minimal");
+#if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
+    return false;
+#else
+    return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
+#endif
+}
+
+/// The viewer host's name asks for a window that fills the screen; links keep the name they were started by.
+bool isViewerHost(const char *program) {
+    return QFileInfo(QString::fromLocal8Bit(program))
+               .completeBaseName()
+               .compare(u"WrVb6Viewer"_s, Qt::CaseInsensitive) == 0;
+}
+
+/// An exception out of an event handler would end the program without a word.
+class Application : public QApplication {
+public:
+    using QApplication::QApplication;
+
+    bool notify(QObject *receiver, QEvent *event) override {
+        try {
+            return QApplication::notify(receiver, event);
+        } catch (const std::exception &error) {
+            std::fprintf(stderr, "%s\n", error.what());
+            exit(EXIT_FAILURE);
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const bool headless = hasNoDisplay();
+    if (headless)
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    Application application(argc, argv);
+    QCoreApplication::setApplicationName(u"wfrfv10"_s);
+    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
+    QTranslator translator;
+    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+    QFont::insertSubstitutions(QApplication::font().family(),
+                               {u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo UI"_s});
+    return runViewer({QCoreApplication::arguments().mid(1), headless, isViewerHost(argv[0])});
+}

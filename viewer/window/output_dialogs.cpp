@@ -1,0 +1,94 @@
+#include "viewer/window/output_dialogs.h"
+
+#include "viewer/document/document.h"
+#include "viewer/output/pdf.h"
+
+#include <QMessageBox>
+#include <QPrintDialog>
+#include <QPrinter>
+#include <QPrinterInfo>
+#include <QProgressDialog>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A progress window that appears when the work takes longer than a moment.
+class Progress {
+public:
+    Progress(const QString &text, QWidget *parent) : m_dialog(text, u"中止(&C)"_s, 0, 0, parent) {
+        m_dialog.setWindowTitle(u"帳票表示"_s);
+        m_dialog.setWindowModality(Qt::WindowModal);
+        m_text = text;
+    }
+
+    /// For the work to call; false when the user cancelled.
+    bool advance(int done, int all) {
+        m_dialog.setMaximum(all);
+        m_dialog.setLabelText(u"%1（%L2 / %L3 ページ）"_s.arg(m_text).arg(done).arg(all));
+        m_dialog.setValue(done);
+        return !m_dialog.wasCanceled();
+    }
+
+private:
+    QProgressDialog m_dialog;
+    QString m_text;
+};
+
+OutputEnd endOf(bool done, const QString &reason, QWidget *parent) {
+    if (done)
+        return OutputEnd::Done;
+    if (reason.isEmpty())
+        return OutputEnd::Cancelled;
+    QMessageBox::critical(parent, u"帳票表示"_s, reason);
+    return OutputEnd::Failed;
+}
+
+OutputEnd print(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,
+                int currentPage, QWidget *parent) {
+    printer.setDocName(document.title().isEmpty() ? u"帳票"_s : document.title());
+    Progress progress(u"印刷しています。"_s, parent);
+    QString reason;
+    const bool printed = printPages(
+        document, printer, adjustment, currentPage,
+        [&](int done, int all) { return progress.advance(done, all); }, &reason);
+    return endOf(printed, reason, parent);
+}
+
+} // namespace
+
+bool hasPrinter() {
+    return !QPrinterInfo::availablePrinterNames().isEmpty();
+}
+
+OutputEnd printFromDialog(const Document &document, const PrintAdjustment &adjustment, int currentPage,
+                          QWidget *parent) {
+    QPrinter printer(QPrinter::HighResolution);
+    choosePaper(printer, document.pageSize(0));
+    QPrintDialog dialog(&printer, parent);
+    dialog.setWindowTitle(u"印刷"_s);
+    dialog.setOption(QAbstractPrintDialog::PrintPageRange);
+    dialog.setOption(QAbstractPrintDialog::PrintCurrentPage, currentPage >= 0);
+    dialog.setMinMax(1, document.pageCount());
+    dialog.setFromTo(1, document.pageCount());
+    if (dialog.exec() != QDialog::Accepted)
+        return OutputEnd::Cancelled;
+    return print(document, printer, adjustment, currentPage, parent);
+}
+
+OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustment) {
+    const QPrinterInfo standard = QPrinterInfo::defaultPrinter();
+    if (standard.isNull())
+        return printFromDialog(document, adjustment, -1, nullptr);
+    QPrinter printer(standard, QPrinter::HighResolution);
+    choosePaper(printer, document.pageSize(0));
+    return print(document, printer, adjustment, -1, nullptr);
+}
+
+OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent) {
+    Progress progress(u"PDFを作成しています。"_s, parent);
+    QString reason;
+    const bool saved = writePdf(
+        document, path, [&](int done, int all) { return progress.advance(done, all); }, &reason);
+    return endOf(saved, reason, parent);
+}
