@@ -208,10 +208,9 @@ TEST_F(ListFormTest, OrdersAndLinksAreKeptForTheNextRun) {
 
 TEST_F(ListFormTest, CommandsOfLaterScreensAreGreyedAndExplained) {
     open();
-    for (const QString &name : {u"cmdNew"_s, u"cmdIrai"_s, u"CmdPrintDouisho"_s, u"cmdCsv"_s}) {
-        EXPECT_FALSE(control<QPushButton>(name)->isEnabled());
-        EXPECT_TRUE(control<QPushButton>(name)->toolTip().contains(u"準備中"_s));
-    }
+    const auto *later = control<QPushButton>(u"cmdKeika"_s);
+    EXPECT_FALSE(later->isEnabled());
+    EXPECT_TRUE(later->toolTip().contains(u"準備中"_s));
     QTest::mouseClick(control<QPushButton>(u"cmdSeal"_s), Qt::LeftButton);
     ASSERT_EQ(processes.started.size(), 1);
     EXPECT_TRUE(processes.started[0].program.endsWith(u"Dovrinシール.exe"_s));
