@@ -1,0 +1,198 @@
+#include "app/base/processes.h"
+#include "print/consent_form/batch_documents.h"
+#include "print/consent_form/batch_print.h"
+#include "print/consent_form/form_files.h"
+#include "tests/consent_form/practice.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+using State = BatchChunk::State;
+
+namespace {
+
+/// Batches of reports whose builder and viewer are scripted.
+struct Batch : testing::Test {
+    Batch() { builderDoes(0); }
+
+    /// The builder leaves its document, and ends so.
+    void builderDoes(int exitCode, const QString &errors = {}) {
+        practice.processes.act = [this, exitCode, errors](const RecordedProcesses::Start &start) {
+            commands.append(practice.written(u"Com.dat"_s));
+            practice.addFile(start.arguments.at(0));
+            practice.addFile(start.arguments.at(4), errors.toUtf8());
+            return ProcessEnd{ProcessEnd::Exited, exitCode};
+        };
+    }
+
+    BatchResult run(int reports, const BatchPrint::Progress &goOn = {}) {
+        const auto make = [this](int position, BatchReport &report, QString *reason) {
+            if (position == notWritten) {
+                *reason = u"満杯です"_s;
+                return false;
+            }
+            report = {u"利用者%1"_s.arg(position),
+                      u"同意書"_s,
+                      consentFormDataName(),
+                      practice.work(u"%1_同意書データ.csv"_s.arg(position)),
+                      qrImageItem(),
+                      practice.system(position == withoutLayout ? u"無い.wfd"_s : u"M再.wfd"_s)};
+            return true;
+        };
+        return BatchPrint(practice.environment, order).run(reports, make, goOn);
+    }
+
+    QString document(int number) const {
+        return practice.work(u"Output%1.wfd"_s.arg(number, 4, 10, QChar(u'0')));
+    }
+
+    Practice practice;
+    BatchOrder order;
+    QStringList commands; ///< Com.dat as the builder found it
+    int withoutLayout = -1;
+    int notWritten = -1;
+};
+
+TEST_F(Batch, FilesAndCommandLines) {
+    const BatchResult result = run(2);
+    EXPECT_TRUE(result.allPrinted());
+    EXPECT_EQ(commands.value(0), uR"(SetTitle,"同意書1"
+SetImageField,"QRコード"
+SetDataText,同意書データ,"%1"
+SetReport,"%3"
+AddReport
+SetTitle,"同意書2"
+SetImageField,"QRコード"
+SetDataText,同意書データ,"%2"
+SetReport,"%3"
+)"_s.arg(practice.work(u"0_同意書データ.csv"_s), practice.work(u"1_同意書データ.csv"_s),
+         practice.system(u"M再.wfd"_s))
+                                     .replace(u"\n"_s, u"\r\n"_s));
+    ASSERT_EQ(practice.processes.started.size(), 2);
+    EXPECT_EQ(practice.processes.started[0].arguments,
+              QStringList({document(1), u"/c"_s, practice.work(u"Com.dat"_s), u"/err"_s,
+                           practice.work(u"err.txt"_s)}));
+    EXPECT_EQ(practice.processes.started[1].arguments,
+              QStringList({u"/c"_s, practice.work(u"cmdSetPrint.dat"_s)}));
+    EXPECT_EQ(
+        practice.written(u"cmdSetPrint.dat"_s),
+        u"FileName,\"%1\"\r\nTitle,\"セット印刷\"\r\nPrintPaper, A4\r\nPrintOut\r\n"_s.arg(document(1)));
+
+    order = {.commandFile = u"DouiCom.dat"_s, .paper = BatchPaper::Custom, .preview = true};
+    run(1);
+    EXPECT_TRUE(QFile::exists(practice.work(u"DouiCom.dat"_s)));
+    EXPECT_TRUE(practice.written(u"cmdSetPrint.dat"_s).endsWith(u"PrintPaper, #256\r\nShowWindow,2\r\n"_s));
+}
+
+TEST_F(Batch, ChunksOfAHundredWithOneRunningNumber) {
+    EXPECT_EQ(run(100).chunks.size(), 1u);
+    commands.clear();
+    withoutLayout = 7;
+    const BatchResult result = run(102);
+    ASSERT_EQ(result.chunks.size(), 2u);
+    EXPECT_EQ(result.chunks[1].reports, 1);
+    EXPECT_EQ(commands.value(1).count(u"AddReport"_s), 0);
+    EXPECT_TRUE(commands.value(1).contains(u"\"同意書101\""_s));
+    EXPECT_EQ(result.missingLayouts, QStringList(u"利用者7（無い.wfd）"_s));
+    EXPECT_EQ(result.reports, 101);
+    EXPECT_FALSE(result.allPrinted());
+}
+
+TEST_F(Batch, WhatGoesWrongWithAChunk) {
+    const auto ends = [this](ProcessEnd::How how) {
+        practice.processes.act = [how](const RecordedProcesses::Start &) { return ProcessEnd{how, 0}; };
+    };
+    struct Case {
+        const char *name;
+        std::function<void()> prepare;
+        QList<State> chunks;
+        int reports;
+    };
+    const Case cases[] = {
+        {"some reports fail",
+         [this] { builderDoes(3, u"M"_s); },
+         {State::SomeFailed, State::SomeFailed},
+         101},
+        {"nothing is built",
+         [this] { builderDoes(1, u"M"_s); },
+         {State::BuilderFailed, State::BuilderFailed},
+         0},
+        {"crash", [&] { ends(ProcessEnd::Crashed); }, {State::BuilderFailed, State::BuilderFailed}, 0},
+        {"ends without a document",
+         [&] { ends(ProcessEnd::Exited); },
+         {State::BuilderFailed, State::BuilderFailed},
+         0},
+        {"hangs", [&] { ends(ProcessEnd::TimedOut); }, {State::BuilderHung, State::BuilderHung}, 0},
+        {"no builder",
+         [this] { practice.processes.missing = {u"wfrimg10.exe"_s}; },
+         {State::BuilderMissing},
+         0},
+        {"no viewer", [this] { practice.processes.missing = {u"wfrfv10.exe"_s}; }, {State::ViewerMissing}, 0},
+        {"work folder full", [this] { notWritten = 100; }, {State::Done, State::NotWritten}, 100},
+    };
+    for (const Case &c : cases) {
+        builderDoes(0);
+        practice.processes.missing.clear();
+        c.prepare();
+        const BatchResult result = run(101);
+        QList<State> states;
+        for (const BatchChunk &chunk : result.chunks)
+            states.append(chunk.state);
+        EXPECT_EQ(states, c.chunks) << c.name;
+        EXPECT_EQ(result.reports, c.reports) << c.name;
+        EXPECT_FALSE(result.allPrinted()) << c.name;
+        for (int number = 1; number <= 2; ++number)
+            QFile::remove(document(number));
+    }
+}
+
+TEST_F(Batch, StopsBetweenChunks) {
+    int asked = 0;
+    const BatchResult result = run(250, [&asked](int done, int all) {
+        ++asked;
+        EXPECT_EQ(all, 250);
+        return done < 100;
+    });
+    EXPECT_TRUE(result.cancelled);
+    EXPECT_EQ(result.reports, 100);
+    EXPECT_EQ(asked, 2);
+}
+
+TEST_F(Batch, ADocumentThatMayStillBeReadIsLeft) {
+    for (int number = 1; number <= 3; ++number) {
+        practice.addFile(document(number));
+        QFile file(document(number));
+        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+        const qint64 age = number == 2 ? 60 : BatchDocuments::mayBeReadSeconds + 60;
+        file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime);
+    }
+    const BatchResult result = run(101);
+    ASSERT_EQ(result.chunks.size(), 2u);
+    EXPECT_EQ(result.chunks[0].document, document(1));
+    EXPECT_EQ(result.chunks[1].document, document(3));
+    QFile left(document(2));
+    EXPECT_TRUE(left.exists());
+}
+
+// Real programs: a builder that never ends is killed, and the next chunk is tried.
+TEST_F(Batch, ABuilderThatHangsIsEnded) {
+    const QString program = practice.folders.program() + u"/wfrimg10.exe"_s;
+    practice.addFile(program, "#!/bin/sh\nsleep 60\n");
+    QFile::setPermissions(program, QFile::ReadOwner | QFile::ExeOwner);
+    SystemProcesses processes;
+    Environment environment{practice.folders, practice.clock, practice.messages, processes, {1, 1}};
+    order.builderTimeout = std::chrono::milliseconds(200);
+    const auto make = [this](int, BatchReport &report, QString *) {
+        report.layout = practice.system(u"M再.wfd"_s);
+        return true;
+    };
+    const BatchResult result = BatchPrint(environment, order).run(101, make, {});
+    ASSERT_EQ(result.chunks.size(), 2u);
+    EXPECT_EQ(result.chunks[0].state, State::BuilderHung);
+    EXPECT_EQ(result.chunks[1].state, State::BuilderHung);
+}
+
+} // namespace

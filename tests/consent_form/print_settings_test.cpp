@@ -1,0 +1,62 @@
+#include "print/consent_form/print_settings.h"
+
+#include "app/base/codepage932.h"
+#include "tests/consent_form/practice.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+struct PrintSettings : testing::Test {
+    void file(const QString &name, const QString &text) const {
+        practice.addFile(QDir(practice.folders.data()).filePath(name), encode932(text).bytes);
+    }
+    Practice practice;
+    QString reason;
+};
+
+TEST_F(PrintSettings, AreReadAndWrittenBack) {
+    ConsentPrintSettings settings;
+    EXPECT_EQ(settings.iRead(practice.folders, reason), -1);
+    EXPECT_TRUE(reason.contains(u"印刷設定.ini"_s)) << reason.toStdString();
+
+    file(u"印刷設定.ini"_s, u"[同意書]\r\n施術区分=1\r\nソート順=99\r\n出力様式=2\r\n施術内容出力=0\r\n"
+                            "医師個別設定=1\r\n利用者ID=12\r\n提出日付=1\r\n[他]\r\nx=1\r\n"_s);
+    ASSERT_EQ(settings.iRead(practice.folders, reason), 0) << reason.toStdString();
+    EXPECT_EQ(settings.kind, FormKind::Acupuncture);
+    EXPECT_EQ(settings.order, FormOrder::Number) << "99 is no order that is stored";
+    EXPECT_EQ(settings.style, FormStyle::Again);
+    EXPECT_FALSE(settings.treatmentContent);
+    EXPECT_TRUE(settings.doctorBlock);
+    EXPECT_FALSE(settings.doctorSettings) << "is written only";
+    EXPECT_EQ(settings.patient, 12);
+
+    settings.order = FormOrder::Staff;
+    settings.oral = OralForms::Saitama;
+    settings.doctorSettings = true;
+    ASSERT_EQ(settings.iWrite(practice.folders, reason), 0) << reason.toStdString();
+    ConsentPrintSettings again;
+    ASSERT_EQ(again.iRead(practice.folders, reason), 0);
+    EXPECT_EQ(again.order, FormOrder::Staff);
+    EXPECT_EQ(again.oral, OralForms::OwnLayout) << "the fixed layouts are a setting of the suite";
+    EXPECT_FALSE(again.treatmentContent);
+    EXPECT_TRUE(again.submissionDate);
+}
+
+TEST_F(PrintSettings, TheOralVariantStandsInEitherSection) {
+    PatientManagementSettings settings;
+    EXPECT_EQ(settings.iRead(practice.folders, reason), -1);
+    for (const QString &section : {u"ENTRY"_s, u"同意記録"_s}) {
+        file(u"患者管理設定.ini"_s, u"[%1]\r\n埼玉口頭同意=1\r\n"_s.arg(section));
+        ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+        EXPECT_TRUE(settings.oralSaitama) << section.toStdString();
+    }
+    ASSERT_EQ(settings.iWriteOralSaitama(practice.folders, false, reason), 0);
+    ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+    EXPECT_FALSE(settings.oralSaitama);
+}
+
+} // namespace
