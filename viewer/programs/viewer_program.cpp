@@ -121,16 +121,15 @@ private:
         if (m_run.headless)
             return writePdfOnly(document, notes);
         const PrintAdjustment adjustment{job.offsetX, job.offsetY, job.zoom};
-        switch (*job.action) {
-        case JobAction::Show:
+        if (job.action == JobAction::Show)
             return show(document, adjustment, notes);
-        case JobAction::Print:
-            return hasPrinter() ? codeOf(printAtOnce(document, adjustment)) : leavePdf(document);
-        case JobAction::PrintWithDialog:
-            return hasPrinter() ? codeOf(printFromDialog(document, adjustment, -1, nullptr))
-                                : leavePdf(document);
-        }
-        return failed;
+        if (!notes.isEmpty())
+            QMessageBox::warning(nullptr, u"帳票印刷"_s,
+                                 u"次の帳票は作成できなかったため、印刷されません。\n"_s + notes.join(u'\n'));
+        if (!hasPrinter())
+            return leavePdf(document);
+        return codeOf(job.action == JobAction::Print ? printAtOnce(document, adjustment)
+                                                     : printFromDialog(document, adjustment, -1, nullptr));
     }
 
     static int codeOf(OutputEnd end) { return end == OutputEnd::Failed ? failed : EXIT_SUCCESS; }

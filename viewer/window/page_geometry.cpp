@@ -20,7 +20,7 @@ double PageGeometry::scaleForPage(QSizeF area) const {
     if (m_largest.isEmpty())
         return 1;
     return std::min(scaleForWidth(area.width()),
-                    std::max(0.1, (area.height() - 2 * gap) / m_largest.height()));
+                    std::max(0.1, (area.height() - 2 * (gap - shadow)) / m_largest.height()));
 }
 
 QSizeF PageGeometry::contentSize() const {

@@ -15,7 +15,8 @@ struct PagePoint {
 /// the top; pages are centred about x = 0.
 class PageGeometry {
 public:
-    static constexpr double gap = 12; ///< pixels between pages and round them
+    static constexpr double gap = 12;   ///< pixels between pages and round them
+    static constexpr double shadow = 2; ///< below and right of a page
 
     /// @param sizes of all pages, mm
     void setSizes(const std::vector<QSizeF> &sizes);
@@ -28,6 +29,8 @@ public:
     int pageCount() const { return int(m_sizes.size()); }
     QSizeF contentSize() const;
     QRectF page(int page) const;
+    /// The height to scroll to for a page: nothing of the one before it is seen.
+    double topOf(int at) const { return page(at).top() - gap + 2 * shadow; }
     /// The page at a height, or the nearest one; −1 when there is none.
     int pageAt(double y) const;
     PagePoint toPage(QPointF content) const;

@@ -113,7 +113,7 @@ void PageView::goToPage(int page) {
     if (m_geometry.pageCount() == 0)
         return;
     page = std::clamp(page, 0, m_geometry.pageCount() - 1);
-    verticalScrollBar()->setValue(qFloor(m_geometry.page(page).top() - PageGeometry::gap));
+    verticalScrollBar()->setValue(qFloor(m_geometry.topOf(page)));
     setCurrent(page);
 }
 
@@ -262,7 +262,8 @@ void PageView::paintEvent(QPaintEvent *event) {
 
 void PageView::paintPage(QPainter &painter, int page) {
     const QRectF area = m_geometry.page(page);
-    painter.fillRect(area.translated(2, 2), palette().color(QPalette::Dark));
+    painter.fillRect(area.translated(PageGeometry::shadow, PageGeometry::shadow),
+                     palette().color(QPalette::Dark));
     if (kilobytes(area.size() * devicePixelRatioF()) <= largestPicture) {
         painter.drawPixmap(area.topLeft(), picture(page, area.size()));
     } else {

@@ -144,10 +144,10 @@ void ViewerForm::makeToolBar() {
     bar->addSeparator();
     m_page->setObjectName(u"page"_s);
     m_page->setRange(1, m_document.pageCount());
-    m_page->setSuffix(u" / %1 ページ"_s.arg(m_document.pageCount()));
     m_page->setKeyboardTracking(false);
     m_page->setToolTip(u"Ctrl+G"_s);
     bar->addWidget(m_page);
+    bar->addWidget(new QLabel(u" / %1 ページ "_s.arg(m_document.pageCount())));
     bar->addSeparator();
     bar->addAction(u"－"_s, m_pages, &PageView::zoomOut)->setToolTip(u"縮小（Ctrl+-）"_s);
     m_zoom->setObjectName(u"zoom"_s);
@@ -179,9 +179,11 @@ void ViewerForm::connectParts() {
     connect(m_thumbnails, &ThumbnailList::pageChosen, m_pages, &PageView::goToPage);
     connect(m_pages, &PageView::pageChanged, this, &ViewerForm::showPage);
     connect(m_pages, &PageView::zoomChanged, this, &ViewerForm::showZoom);
-    connect(m_page, &QSpinBox::valueChanged, this, [this](int page) {
-        m_pages->goToPage(page - 1);
+    connect(m_page, &QSpinBox::valueChanged, this, [this](int page) { m_pages->goToPage(page - 1); });
+    auto *number = m_page->findChild<QLineEdit *>();
+    connect(number, &QLineEdit::returnPressed, this, [this, number] {
         m_pages->setFocus();
+        number->deselect();
     });
     connect(m_zoom, &QComboBox::textActivated, this, &ViewerForm::chooseZoom);
     connect(m_zoom->lineEdit(), &QLineEdit::returnPressed, this,
@@ -285,7 +287,7 @@ void ViewerForm::keepWindow() const {
 void ViewerForm::restoreWindow() {
     const QSettings settings = windowSettings();
     if (!restoreGeometry(settings.value(u"geometry"_s).toByteArray()))
-        resize(screen()->availableSize() * 4 / 5);
+        resize(screen()->availableSize() * 9 / 10);
     m_showThumbnails->setChecked(m_document.pageCount() > 1 &&
                                  settings.value(u"thumbnails"_s, true).toBool());
     m_thumbnails->setVisible(m_showThumbnails->isChecked());
