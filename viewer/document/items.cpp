@@ -26,14 +26,13 @@ Items::Items(const Report &report) : m_hasSources(!report.sources.empty()) {
         if (!wanted.isEmpty() && source->name != wanted)
             m_missing.append(u"データ「%1」"_s.arg(wanted));
     }
-    // Whether this is a sample is what data of other documents need not tell.
-    const QString unasked = report.layout->watermark ? report.layout->watermark->item : QString();
     for (const QString &item : report.layout->items()) {
-        const auto origin = find(report, item);
-        m_origins.insert(item, origin.value_or(Origin{}));
-        if (!origin && item != unasked)
-            m_missing.append(u"項目「%1」"_s.arg(item));
+        if (const auto origin = find(report, item))
+            m_origins.insert(item, *origin);
     }
+    for (const QString &item : report.layout->neededItems())
+        if (!m_origins.contains(item))
+            m_missing.append(u"項目「%1」"_s.arg(item));
 }
 
 std::optional<Items::Origin> Items::find(const Report &report, const QString &item) const {

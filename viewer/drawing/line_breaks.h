@@ -11,6 +11,8 @@ struct Sign {
     Glyph glyph;
     double advance = 0;
     bool isVerticalForm = false;
+    char32_t besideCode = 0; ///< of a column: a second digit in the same space
+    Glyph beside;
 };
 
 /// A line's signs, without the blanks at a break.

@@ -34,21 +34,27 @@ public:
 
 private:
     void takeSigns(const QString &text, const Typeface &typeface) {
-        const auto codes = text.toUcs4();
-        m_signs.reserve(size_t(codes.size()));
-        m_paragraphs.push_back(0);
-        for (const char32_t code : codes) {
-            if (code == U'\n')
-                m_paragraphs.push_back(m_signs.size());
-            else if (code >= U' ' && code != 0x7F)
-                m_signs.push_back(m_box.vertical ? verticalSign(code, typeface) : rowSign(code, typeface));
+        for (const QStringView line : QStringView(text).split(u'\n')) {
+            m_paragraphs.push_back(m_signs.size());
+            std::u32string codes;
+            for (const uint code : line.toUcs4())
+                if (code >= U' ' && code != 0x7F)
+                    codes += char32_t(code);
+            if (m_box.vertical)
+                std::ranges::copy(verticalSigns(codes, typeface), std::back_inserter(m_signs));
+            else
+                for (const char32_t code : codes)
+                    m_signs.push_back(rowSign(code, typeface));
         }
         m_paragraphs.push_back(m_signs.size());
     }
 
     static Sign rowSign(char32_t code, const Typeface &typeface) {
-        const Glyph &glyph = typeface.glyph(code);
-        return {code, glyph, glyph.advance};
+        Sign sign;
+        sign.code = code;
+        sign.glyph = typeface.glyph(code);
+        sign.advance = sign.glyph.advance;
+        return sign;
     }
 
     std::span<const Sign> paragraph(size_t i) const {
@@ -120,8 +126,11 @@ private:
 
     static QString textOf(const Line &line) {
         std::u32string codes;
-        for (const Sign &sign : line.signs)
+        for (const Sign &sign : line.signs) {
             codes += sign.code;
+            if (sign.besideCode != 0)
+                codes += sign.besideCode;
+        }
         return QString::fromUcs4(codes.data(), qsizetype(codes.size()));
     }
 
@@ -139,17 +148,17 @@ private:
         for (const Sign &sign : line.signs) {
             if (sign.glyph.face) {
                 GlyphRun &run = runFor(text, sign, place);
-                append(run, sign, {x, 0});
+                append(run, sign.code, sign.glyph, {x, 0});
             }
             x += sign.advance * m_size + space;
         }
         return text;
     }
 
-    static void append(GlyphRun &run, const Sign &sign, QPointF at) {
-        run.glyphs.push_back(sign.glyph.index);
-        run.signs.push_back(sign.code);
-        run.advances.push_back(sign.glyph.advance);
+    static void append(GlyphRun &run, char32_t code, const Glyph &glyph, QPointF at) {
+        run.glyphs.push_back(glyph.index);
+        run.signs.push_back(code);
+        run.advances.push_back(glyph.advance);
         run.at.push_back(at);
     }
 
@@ -176,7 +185,9 @@ private:
                 const QPointF middle(right - m_size / 2, y + sign.advance * m_size / 2);
                 const QTransform place = verticalPlace(sign, middle, m_size);
                 GlyphRun &run = runFor(text, sign, place);
-                append(run, sign, {0, 0});
+                append(run, sign.code, sign.glyph, {0, 0});
+                if (sign.besideCode != 0)
+                    append(run, sign.besideCode, sign.beside, {sign.glyph.advance * m_size, 0});
             }
             y += sign.advance * m_size + space;
         }

@@ -26,7 +26,10 @@ bool isOneOf(char32_t sign, QStringView signs) {
 
 /// Signs that lie on their side in a column.
 bool isTurned(char32_t sign) {
-    return isOneOf(sign, u"ー～〜－−―—‐–…‥＝=-~()[]{}<>（）［］｛｝〔〕【】《》〈〉「」『』＜＞：；｢｣ｰ");
+    const bool isLetter = (sign >= U'A' && sign <= U'Z') || (sign >= U'a' && sign <= U'z');
+    return isLetter ||
+           isOneOf(sign,
+                   u"ー～〜－−―—‐–…‥＝=-~()[]{}<>./,:;&@_（）［］｛｝〔〕【】《》〈〉「」『』＜＞：；｢｣ｰ");
 }
 
 /// The long vowel mark is written downwards from the other side.
@@ -53,15 +56,42 @@ Glyph formGlyph(char32_t code, const Typeface &typeface) {
     return glyph.index != 0 && glyph.face == typeface.glyph(code).face ? glyph : Glyph{};
 }
 
-} // namespace
+bool isDigit(char32_t sign) {
+    return sign >= U'0' && sign <= U'9';
+}
 
 Sign verticalSign(char32_t code, const Typeface &typeface) {
-    const Glyph &plain = typeface.glyph(code);
-    if (const Glyph form = formGlyph(code, typeface); form.face)
-        return {code, form, 1, true};
-    if (code == U' ')
-        return {code, plain, 0.5, false};
-    return {code, plain, isTurned(code) ? plain.advance : 1, false};
+    Sign sign;
+    sign.code = code;
+    sign.glyph = formGlyph(code, typeface);
+    sign.isVerticalForm = sign.glyph.face != nullptr;
+    if (!sign.isVerticalForm)
+        sign.glyph = typeface.glyph(code);
+    sign.advance = !sign.isVerticalForm && (code == U' ' || isTurned(code)) ? sign.glyph.advance : 1;
+    return sign;
+}
+
+} // namespace
+
+std::vector<Sign> verticalSigns(std::span<const char32_t> codes, const Typeface &typeface) {
+    std::vector<Sign> signs;
+    signs.reserve(codes.size());
+    for (size_t i = 0; i < codes.size();) {
+        size_t end = i;
+        while (end < codes.size() && isDigit(codes[end]))
+            ++end;
+        const bool pair = end - i == 2;
+        end = std::max(end, i + 1);
+        for (; i < end; ++i)
+            signs.push_back(verticalSign(codes[i], typeface));
+        if (pair) {
+            const Sign second = signs.back();
+            signs.pop_back();
+            signs.back().besideCode = second.code;
+            signs.back().beside = second.glyph;
+        }
+    }
+    return signs;
 }
 
 QTransform verticalPlace(const Sign &sign, QPointF middle, double size) {
@@ -75,6 +105,9 @@ QTransform verticalPlace(const Sign &sign, QPointF middle, double size) {
     } else if (isSmallKana(sign.code)) {
         place.translate(0.1 * size, -0.1 * size);
     }
-    place.translate(-sign.glyph.advance / 2 * size, middleHeight * size);
+    const double width = sign.glyph.advance + (sign.besideCode == 0 ? 0 : sign.beside.advance);
+    if (sign.besideCode != 0)
+        place.scale(std::min(1 / width, 1.0), 1);
+    place.translate(-width / 2 * size, middleHeight * size);
     return place;
 }

@@ -5,9 +5,10 @@
 #include <QPointF>
 #include <QTransform>
 
-/// A sign as it stands in a column: with the glyph of its vertical form where the font has one, and its
-/// height as advance. `code` stays the sign of the text.
-Sign verticalSign(char32_t code, const Typeface &typeface);
+/// The signs of a column: with the glyphs of their vertical forms where the font has them, and their heights
+/// as advances. The codes stay those of the text. One or two digits stand side by side in one space, more of
+/// them one below the other.
+std::vector<Sign> verticalSigns(std::span<const char32_t> codes, const Typeface &typeface);
 
 /// How a sign of a column is put down: the origin of its glyph, turned where it lies on its side.
 /// @param middle the middle of the sign's space

@@ -21,18 +21,18 @@ private:
     QStringList m_names;
 };
 
-void addItems(const Element &element, Names &names) {
-    for (const ShowWhen &when : element.when)
-        names.add(when.item);
+QStringList contentItems(const Element &element) {
+    QStringList items;
     if (const auto *text = std::get_if<TextBox>(&element.shape)) {
         for (const TextPiece &piece : text->pieces)
             if (piece.isItem)
-                names.add(piece.text);
+                items.append(piece.text);
     } else if (const auto *mark = std::get_if<MarkShape>(&element.shape)) {
-        names.add(mark->item);
+        items.append(mark->item);
     } else if (const auto *image = std::get_if<ImageBox>(&element.shape)) {
-        names.add(image->item);
+        items.append(image->item);
     }
+    return items;
 }
 
 } // namespace
@@ -46,10 +46,31 @@ QStringList Layout::items() const {
     Names names;
     for (const Section &section : sections) {
         names.add(section.by);
-        for (const Element &element : section.elements)
-            addItems(element, names);
+        for (const Element &element : section.elements) {
+            for (const ShowWhen &when : element.when)
+                names.add(when.item);
+            for (const QString &item : contentItems(element))
+                names.add(item);
+        }
     }
     if (watermark)
         names.add(watermark->item);
+    return names.all();
+}
+
+QStringList Layout::neededItems() const {
+    Names names;
+    const auto isAskedFor = [this](const Element &element, const QString &item) {
+        return (watermark && watermark->item == item) ||
+               std::any_of(element.when.begin(), element.when.end(),
+                           [&item](const ShowWhen &when) { return when.item == item; });
+    };
+    for (const Section &section : sections) {
+        names.add(section.by);
+        for (const Element &element : section.elements)
+            for (const QString &item : contentItems(element))
+                if (!isAskedFor(element, item))
+                    names.add(item);
+    }
     return names.all();
 }

@@ -126,4 +126,7 @@ struct Layout {
     bool isList() const;
     /// Every item that the layout names, once.
     QStringList items() const;
+    /// Those that the data should have: not what only a condition asks for, nor what is shown only when it is
+    /// there.
+    QStringList neededItems() const;
 };

@@ -20,14 +20,22 @@ using Blob = std::unique_ptr<hb_blob_t, Destroy<hb_blob_destroy>>;
 using FontFile = std::unique_ptr<hb_face_t, Destroy<hb_face_destroy>>;
 using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroy<hb_subset_input_destroy>>;
 
-hb_blob_t *tableOf(hb_face_t *, hb_tag_t tag, void *font) {
+/// What HarfBuzz asks a font for.
+struct Source {
+    const QRawFont &font;
+    const QByteArray &cff;
+};
+
+hb_blob_t *tableOf(hb_face_t *, hb_tag_t tag, void *sourceOfFont) {
+    const auto *source = static_cast<const Source *>(sourceOfFont);
     std::array<char, 5> name{};
     hb_tag_to_string(tag, name.data());
     const bool wanted = std::any_of(tables.begin(), tables.end(),
                                     [&name](const char *table) { return qstrcmp(table, name.data()) == 0; });
     if (!wanted)
         return hb_blob_get_empty();
-    auto *bytes = new QByteArray(static_cast<const QRawFont *>(font)->fontTable(name.data()));
+    const bool isCff = tag == HB_TAG('C', 'F', 'F', ' ');
+    auto *bytes = new QByteArray(isCff ? source->cff : source->font.fontTable(name.data()));
     return hb_blob_create(bytes->constData(), unsigned(bytes->size()), HB_MEMORY_MODE_READONLY, bytes,
                           [](void *data) { delete static_cast<QByteArray *>(data); });
 }
@@ -55,12 +63,12 @@ QByteArray boundingBox(const QRawFont &font) {
 
 } // namespace
 
-PdfFont::PdfFont(PdfFile &file, const Face &face) : m_file(file), m_face(face), m_object(file.reserve()) {
-    const QByteArray cff = face.font().fontTable("CFF ");
-    m_isCff = !cff.isEmpty();
-    if (m_isCff)
-        m_numbers = glyphNumbers(cff);
-}
+PdfFont::PdfFont(PdfFile &file, const Face &face)
+    : m_file(file),
+      m_face(face),
+      m_object(file.reserve()),
+      m_cff(face.font().fontTable("CFF ")),
+      m_numbers(glyphNumbers(m_cff)) {}
 
 quint16 PdfFont::code(quint32 glyph, char32_t sign) {
     const quint16 code = m_numbers && glyph < m_numbers->size() ? (*m_numbers)[glyph] : quint16(glyph);
@@ -70,26 +78,27 @@ quint16 PdfFont::code(quint32 glyph, char32_t sign) {
 }
 
 QByteArray PdfFont::subset() const {
-    const FontFile font(hb_face_create_for_tables(tableOf, const_cast<QRawFont *>(&m_face.font()), nullptr));
+    Source source{m_face.font(), m_cff};
+    const FontFile font(hb_face_create_for_tables(tableOf, &source, nullptr));
     const SubsetInput input(hb_subset_input_create_or_fail());
     if (!input)
         return {};
     for (const Use &use : m_uses)
         hb_set_add(hb_subset_input_glyph_set(input.get()), use.glyph);
-    hb_subset_input_set_flags(input.get(), m_isCff && m_numbers
+    hb_subset_input_set_flags(input.get(), m_numbers
                                                ? HB_SUBSET_FLAGS_NO_HINTING
                                                : HB_SUBSET_FLAGS_NO_HINTING | HB_SUBSET_FLAGS_RETAIN_GIDS);
     const FontFile smaller(hb_subset_or_fail(font.get(), input.get()));
     if (!smaller)
         return {};
-    const Blob blob(m_isCff ? hb_face_reference_table(smaller.get(), HB_TAG('C', 'F', 'F', ' '))
+    const Blob blob(isCff() ? hb_face_reference_table(smaller.get(), HB_TAG('C', 'F', 'F', ' '))
                             : hb_face_reference_blob(smaller.get()));
     return bytesOf(blob.get());
 }
 
 int PdfFont::addProgram() {
     const QByteArray program = subset();
-    return m_isCff ? m_file.addStream("/Subtype /CIDFontType0C", program)
+    return isCff() ? m_file.addStream("/Subtype /CIDFontType0C", program)
                    : m_file.addStream("/Length1 " + QByteArray::number(program.size()), program);
 }
 
@@ -152,12 +161,12 @@ QByteArray PdfFont::meanings() const {
 
 void PdfFont::write() {
     const QByteArray fontName = name();
-    const QByteArray program = (m_isCff ? "/FontFile3 " : "/FontFile2 ") + pdf::reference(addProgram());
+    const QByteArray program = (isCff() ? "/FontFile3 " : "/FontFile2 ") + pdf::reference(addProgram());
     const int descriptor =
         m_file.add("<< /Type /FontDescriptor /FontName /" + fontName + " /Flags 4 /FontBBox " +
                    boundingBox(m_face.font()) +
                    " /ItalicAngle 0 /Ascent 880 /Descent -120 /CapHeight 700 /StemV 80 " + program + " >>");
-    const QByteArray kind = m_isCff ? "/CIDFontType0" : "/CIDFontType2 /CIDToGIDMap /Identity";
+    const QByteArray kind = isCff() ? "/CIDFontType0" : "/CIDFontType2 /CIDToGIDMap /Identity";
     const int descendant = m_file.add(
         "<< /Type /Font /Subtype " + kind + " /BaseFont /" + fontName +
         " /CIDSystemInfo << /Registry (Adobe) /Ordering (Identity) /Supplement 0 >> /FontDescriptor " +

@@ -26,6 +26,7 @@ private:
         char32_t sign = 0;
     };
 
+    bool isCff() const { return !m_cff.isEmpty(); }
     QByteArray subset() const;
     int addProgram();
     QByteArray widths() const;
@@ -35,7 +36,7 @@ private:
     PdfFile &m_file;
     const Face &m_face;
     int m_object;
-    bool m_isCff;
+    QByteArray m_cff; ///< kept: copying it takes longer than all else
     std::optional<std::vector<quint16>> m_numbers;
     QMap<quint16, Use> m_uses; ///< by code
 };
