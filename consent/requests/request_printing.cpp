@@ -3,6 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/base/settings.h"
+#include "print/consent_form/form_messages.h"
 
 #include <algorithm>
 
@@ -49,26 +50,17 @@ bool mayOutput(Messages &messages, const LetterJob &job, std::span<const Request
         return false;
     }
     if (const QString layout = job.missingLayout(); !layout.isEmpty()) {
-        messages.fail(u"同意書（"_s + layout + u"）が存在しません。\r\n処理を中止します。"_s,
-                      u"ファイルエラー"_s);
+        messages.show(layoutMissing(layout));
         return false;
     }
     return askAboutGone(messages, job, rows) && askAboutPractitioners(messages, job, options);
 }
 
 bool confirmPrint(Messages &messages, const QString &question) {
-    const QString note = u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s;
+    const Message note = oralNotPrinted();
     if (!question.isEmpty())
-        return messages.ask(note + u"\r\n\r\n"_s + question, u"依頼印刷"_s);
-    return messages.show({note, MessageIcon::Exclamation, u"依頼印刷"_s, MessageButtons::OkCancel,
-                          Answer::Ok}) == Answer::Ok;
-}
-
-void sayTouched(Messages &messages, const QStringList &touched) {
-    if (!touched.isEmpty())
-        messages.warn(
-            u"次の文言に帳票で使えない文字があるため、似た文字または〓に置き換えました。\r\n\r\n"_s +
-            touched.join(u"\r\n"_s));
+        return messages.ask(note.text + u"\r\n\r\n"_s + question, u"依頼印刷"_s);
+    return messages.show(note) == Answer::Ok;
 }
 
 void markRows(Messages &messages, LetterJob &job) {
@@ -125,7 +117,7 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
                              const LetterOptions &options, LetterOutput way, const QString &question) {
     Messages &messages = environment.messages;
     if (rows.empty()) {
-        messages.warn(u"出力するデータがありません。"_s);
+        messages.show(nothingToPrint());
         return LetterOutcome::Stopped;
     }
     LetterJob job(environment, db);
@@ -137,10 +129,11 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         (way == LetterOutput::Print && !confirmPrint(messages, question)))
         return LetterOutcome::Stopped;
     if (job.iOutput(options, way) != 0) {
-        messages.fail(u"帳票の印刷に失敗しました。["_s + job.sErrMsg() + u"]"_s);
+        messages.show(printFailed(job.sErrMsg()));
         return LetterOutcome::Stopped;
     }
-    sayTouched(messages, job.touched());
+    if (!job.touched().isEmpty())
+        messages.show(textsTouched(job.touched()));
     if (way == LetterOutput::Preview)
         return LetterOutcome::Shown;
     markRows(messages, job);

@@ -9,6 +9,7 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "db/adodb.h"
+#include "print/consent_form/form_messages.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -27,7 +28,7 @@ std::vector<RequestRow> tickedRows(const ListOpening &opening) {
     for (const int record : opening.model.targetRecords())
         keys.push_back(opening.model.records().key(record));
     if (keys.empty()) {
-        opening.environment.messages.warn(u"出力するデータがありません。"_s);
+        opening.environment.messages.show(nothingToPrint());
         return {};
     }
     const qsizetype errors = opening.db.sErrMsg().size();

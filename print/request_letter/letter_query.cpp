@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 QString joined(const QString &first, const QString &second) {
-    return first.isEmpty() || second.isEmpty() ? first + second : first + u" "_s + second;
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u"　"_s + second;
 }
 
 QString inList(QStringList values) {

@@ -71,7 +71,7 @@ TEST_F(LettersTest, ARecordHoldsWhatTheLetterSays) {
                                            {u"傷病名"_s, u"脳梗塞"_s},
                                            {u"施術者印字"_s, u"1"_s},
                                            {u"病院郵便番号"_s, u"992-1011"_s},
-                                           {u"病院住所"_s, u"若葉市1 ２階"_s}};
+                                           {u"病院住所"_s, u"若葉市1　２階"_s}};
     for (auto it = expected.begin(); it != expected.end(); ++it)
         EXPECT_EQ(cell[it.key()], it.value()) << it.key().toStdString();
 
