@@ -15,6 +15,7 @@
 
 #include <QComboBox>
 #include <QKeyEvent>
+#include <QScreen>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -63,7 +64,8 @@ frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget
     m_ui->imD_Output->setToday(environment.clock.today());
     wire();
     new EnterMovesOn(m_ui->boxOptions);
-    resize(grid->widthOf(150), fontMetrics().height() * 34);
+    const QSize wanted(grid->widthOf(95), fontMetrics().height() * 34);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 frm同意依頼::~frm同意依頼() = default;
@@ -92,7 +94,7 @@ short frm同意依頼::iInit(std::vector<RequestRow> rows, const QString &note) 
     m_ui->lblNote->setVisible(!note.isEmpty());
     showOptions();
     m_ui->ssIrai->fitColumns();
-    m_ui->ssIrai->goTo(0, RequestRowsModel::Kind);
+    m_ui->ssIrai->goTo(0, RequestRowsModel::Paper);
     m_ui->imD_Output->setFocus();
     return 0;
 }

@@ -12,6 +12,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QScreen>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,7 +39,8 @@ RequestMethodsForm::RequestMethodsForm(Environment &environment, cT_ADODB &db, Q
     grid->horizontalHeader()->setSectionResizeMode(MethodListModel::Text, QHeaderView::Stretch);
     m_ui->lblTrouble->hide();
     wire();
-    resize(grid->widthOf(72), fontMetrics().height() * 28);
+    const QSize wanted(grid->widthOf(72), fontMetrics().height() * 28);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
 RequestMethodsForm::~RequestMethodsForm() = default;

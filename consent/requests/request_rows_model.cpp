@@ -81,9 +81,9 @@ QVariant RequestRowsModel::data(const QModelIndex &index, int role) const {
 }
 
 QVariant RequestRowsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"用紙で依頼"_s, u"IDNo."_s,      u"利用者名"_s,         u"区分"_s,
-                                      u"手順"_s,       u"同意終了日"_s, u"同意依頼書の種類"_s, u"病院依頼"_s,
-                                      u"病院名"_s,     u"担当医師"_s,   u"医師変更"_s,         u"依頼"_s};
+    static const QStringList captions{
+        u"用紙で依頼"_s, u"IDNo."_s,    u"利用者名"_s, u"区分"_s,   u"手順"_s,       u"同意依頼書の種類"_s,
+        u"病院依頼"_s,   u"担当医師"_s, u"医師変更"_s, u"病院名"_s, u"同意終了日"_s, u"依頼"_s};
     static const QHash<int, QString> hints{
         {Paper, u"チェックした行の依頼書を出力します"_s},
         {Kind, u"行の状態から選ばれています。F2 または文字キーで変更できます"_s},

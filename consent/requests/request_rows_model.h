@@ -14,12 +14,12 @@ public:
         Name,
         Treatment,
         Procedure,
-        End,
         Kind,
         ToHospital,
-        Hospital,
         Doctor,
         DoctorChanged,
+        Hospital,
+        End,
         Requested,
         ColumnCount
     };
