@@ -1,0 +1,6 @@
+#pragma once
+
+struct ListOpening;
+
+/// Opens the mail screen with the rows ticked 対象; refuses rows without 連絡. True when mails went out.
+bool openMailScreen(const ListOpening &opening);

@@ -1,0 +1,148 @@
+#include "print/mail/mail_choice.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+void MailChoice::load(std::vector<MailRecipient> recipients) {
+    m_entries.clear();
+    for (MailRecipient &recipient : recipients) {
+        const bool can = recipient.hindrance.isEmpty();
+        m_entries.push_back({std::move(recipient), can, false, {}});
+    }
+    showAll(m_all);
+    Q_EMIT ticksChanged();
+}
+
+void MailChoice::showAll(bool all) {
+    beginResetModel();
+    m_all = all;
+    m_shown.clear();
+    for (size_t i = 0; i < m_entries.size(); ++i)
+        if (all || !m_entries[i].recipient.rows.empty())
+            m_shown.push_back(int(i));
+    endResetModel();
+}
+
+std::vector<MailRecipient> MailChoice::ticked() const {
+    std::vector<MailRecipient> ticked;
+    for (const Entry &entry : m_entries)
+        if (entry.ticked)
+            ticked.push_back(entry.recipient);
+    return ticked;
+}
+
+int MailChoice::tickedPatients() const {
+    int patients = 0;
+    for (const Entry &entry : m_entries)
+        patients += entry.ticked ? entry.recipient.patients() : 0;
+    return patients;
+}
+
+int MailChoice::tickedToldBefore() const {
+    int patients = 0;
+    for (const Entry &entry : m_entries)
+        patients += entry.ticked ? entry.recipient.toldBefore() : 0;
+    return patients;
+}
+
+void MailChoice::toggle(int row) {
+    if (!mayTick(row))
+        return;
+    entry(row).ticked = !entry(row).ticked;
+    Q_EMIT dataChanged(index(row, Tick), index(row, Tick));
+    Q_EMIT ticksChanged();
+}
+
+void MailChoice::tickAll() {
+    const bool all =
+        std::ranges::all_of(m_entries, [](const Entry &entry) { return entry.ticked || !entry.mayTick(); });
+    for (Entry &entry : m_entries)
+        entry.ticked = !all && entry.mayTick();
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, Tick), index(rowCount() - 1, Tick));
+    Q_EMIT ticksChanged();
+}
+
+// What failed stays ticked, to be sent again; what may have arrived is for the user to decide.
+void MailChoice::takeResults(const std::vector<MailResult> &results) {
+    auto result = results.begin();
+    for (Entry &entry : m_entries) {
+        if (!entry.ticked || result == results.end())
+            continue;
+        entry.sent = result->wasSent();
+        entry.ticked = !entry.sent && result->kind != MailResult::Uncertain;
+        entry.note = entry.sent                              ? u"送信済"_s
+                     : result->kind == MailResult::Uncertain ? u"届いた可能性があります。"_s
+                                                             : u"未送信"_s;
+        ++result;
+    }
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    Q_EMIT ticksChanged();
+}
+
+int MailChoice::rowCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(m_shown.size());
+}
+
+int MailChoice::columnCount(const QModelIndex &parent) const {
+    return parent.isValid() ? 0 : int(ColumnCount);
+}
+
+QString MailChoice::text(const Entry &entry, int column) const {
+    const MailRecipient &recipient = entry.recipient;
+    switch (column) {
+    case Number:
+        return QString::number(recipient.counsellor.nIDNo);
+    case Name:
+        return recipient.counsellor.cName;
+    case Address:
+        return recipient.counsellor.cMail1;
+    case Patients:
+        return u"%1 名"_s.arg(recipient.patients());
+    case Note:
+        if (!entry.note.isEmpty() || !recipient.hindrance.isEmpty())
+            return entry.note.isEmpty() ? recipient.hindrance : entry.note;
+        return recipient.toldBefore() == 0 ? QString() : u"以前に送信済 %1 名"_s.arg(recipient.toldBefore());
+    default:
+        return {};
+    }
+}
+
+QVariant MailChoice::data(const QModelIndex &index, int role) const {
+    if (!checkIndex(index, CheckIndexOption::IndexIsValid))
+        return {};
+    const Entry &shown = entry(index.row());
+    if (role == Qt::DisplayRole)
+        return text(shown, index.column());
+    if (role == Qt::CheckStateRole && index.column() == Tick && shown.mayTick())
+        return shown.ticked ? Qt::Checked : Qt::Unchecked;
+    if (role == Qt::TextAlignmentRole && (index.column() == Number || index.column() == Patients))
+        return int(Qt::AlignRight | Qt::AlignVCenter);
+    return {};
+}
+
+QVariant MailChoice::headerData(int section, Qt::Orientation orientation, int role) const {
+    static const QStringList captions = {u"送信"_s,           u"番号"_s,   u"相談員"_s,
+                                         u"メールアドレス"_s, u"利用者"_s, u"備考"_s};
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return {};
+    return captions.value(section);
+}
+
+// A row that cannot be ticked is grey, but may be looked at.
+Qt::ItemFlags MailChoice::flags(const QModelIndex &index) const {
+    if (!index.isValid())
+        return Qt::NoItemFlags;
+    const Qt::ItemFlags plain = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
+    return index.column() == Tick && mayTick(index.row()) ? plain | Qt::ItemIsUserCheckable : plain;
+}
+
+bool MailChoice::setData(const QModelIndex &index, const QVariant &value, int role) {
+    if (role != Qt::CheckStateRole || !flags(index).testFlag(Qt::ItemIsUserCheckable))
+        return false;
+    if (isTicked(index.row()) != (value.toInt() == Qt::Checked))
+        toggle(index.row());
+    return true;
+}

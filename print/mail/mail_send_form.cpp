@@ -1,0 +1,160 @@
+#include "print/mail/mail_send_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "db/adodb.h"
+#include "print/mail/sending_form.h"
+#include "ui_mail_send_form.h"
+#include "widgets/enter_moves_on.h"
+#include "widgets/tick_delegate.h"
+
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScreen>
+#include <QShortcut>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmMailSend::frmMailSend(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_ui(std::make_unique<Ui::frmMailSend>()), m_environment(environment) {
+    m_ui->setupUi(this);
+    m_ui->ssSoudan->setModel(&m_choice);
+    m_ui->ssSoudan->setItemDelegateForColumn(MailChoice::Tick, new TickDelegate({}, {}, this));
+    m_ui->ssSoudan->horizontalHeader()->setStretchLastSection(true);
+    wire();
+    const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 64, fontMetrics().height() * 40);
+    resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
+}
+
+frmMailSend::~frmMailSend() = default;
+
+void frmMailSend::wire() {
+    m_ui->ssSoudan->installEventFilter(this);
+    new EnterMovesOn(this);
+    connect(&m_choice, &MailChoice::ticksChanged, this, &frmMailSend::showState);
+    connect(&m_choice, &QAbstractItemModel::modelReset, this,
+            [this] { m_ui->ssSoudan->goTo(0, MailChoice::Tick); });
+    connect(m_ui->ssSoudan->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
+            &frmMailSend::showPreview);
+    connect(m_ui->chkAll, &QCheckBox::toggled, this, [this](bool all) {
+        m_choice.showAll(all);
+        showPreview();
+    });
+    connect(m_ui->cmdAllCheck, &QPushButton::clicked, this, [this] { m_choice.tickAll(); });
+    connect(m_ui->cmdSend, &QPushButton::clicked, this, &frmMailSend::send);
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
+    connect(new QShortcut(Qt::Key_F12, this), &QShortcut::activated, this, &QDialog::reject);
+}
+
+short frmMailSend::fail(const QString &reason) {
+    m_error = reason;
+    return -1;
+}
+
+short frmMailSend::Init(cT_ADODB &db, const std::vector<MailRow> &rows) {
+    m_db = &db;
+    QString reason;
+    const std::optional<MailSettings> settings = readMailSettings(m_environment.folders, &reason);
+    if (!settings)
+        return fail(reason);
+    m_settings = *settings;
+    std::vector<Counsellor> active;
+    std::vector<PatientCounsellor> counsellorOf;
+    const qsizetype before = db.sErrMsg().size();
+    if (db.iConnect() != 0 || iReadCounsellors(db, active) != 0 ||
+        iReadPatientCounsellors(db, rows, counsellorOf) != 0)
+        return fail(db.sErrMsg().mid(before));
+    MailPlan plan = planMails(active, counsellorOf, rows);
+    m_choice.load(std::move(plan.recipients));
+    showUnreached(plan.unreached);
+    m_ui->ssSoudan->fitColumns();
+    m_ui->ssSoudan->setFocus();
+    showPreview();
+    return 0;
+}
+
+// Enter never sends by itself: it moves on, and presses the button that has the focus.
+void frmMailSend::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+bool frmMailSend::eventFilter(QObject *watched, QEvent *event) {
+    if (watched == m_ui->ssSoudan && event->type() == QEvent::KeyPress) {
+        const int key = static_cast<QKeyEvent *>(event)->key();
+        const QModelIndex current = m_ui->ssSoudan->currentIndex();
+        if (key == Qt::Key_Space && current.isValid()) {
+            m_choice.toggle(current.row());
+            return true;
+        }
+        if (key == Qt::Key_Return || key == Qt::Key_Enter) {
+            m_ui->cmdSend->setFocus();
+            return true;
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void frmMailSend::showState() {
+    m_ui->lblKensu->setText(
+        u"送信先 %L1 件　利用者 %L2 名"_s.arg(m_choice.ticked().size()).arg(m_choice.tickedPatients()));
+}
+
+void frmMailSend::showPreview() {
+    const QModelIndex current = m_ui->ssSoudan->currentIndex();
+    if (!current.isValid() || m_choice.recipient(current.row()).rows.empty()) {
+        m_ui->txtPreview->clear();
+        return;
+    }
+    const MailRecipient &to = m_choice.recipient(current.row());
+    m_ui->txtPreview->setPlainText(u"差出人：%1 <%2>\n宛先：%3 <%4>\n件名：%5\n\n"_s.arg(
+                                       m_settings.senderName, m_settings.senderAddress, to.counsellor.cName,
+                                       to.counsellor.cMail1,
+                                       m_settings.subject + noticeSubjectEnd(m_environment.clock.today())) +
+                                   noticeBody(to.rows));
+}
+
+void frmMailSend::showUnreached(const QStringList &patients) {
+    constexpr qsizetype named = 8;
+    m_ui->lblUnreached->setVisible(!patients.isEmpty());
+    const QString more = patients.size() > named ? u" ほか %1 名"_s.arg(patients.size() - named) : QString();
+    m_ui->lblUnreached->setText(
+        u"相談員が登録されていない（または中止になった）ため、メールを送れない利用者："_s +
+        patients.mid(0, named).join(u"、"_s) + more);
+    m_ui->lblUnreached->setToolTip(patients.join(u'\n'));
+}
+
+void frmMailSend::send() {
+    if (m_choice.ticked().empty()) {
+        m_environment.messages.warn(u"対象相談員を選択してください。"_s);
+        m_ui->ssSoudan->setFocus();
+        return;
+    }
+    const int told = m_choice.tickedToldBefore();
+    const QString again =
+        told == 0 ? QString() : u"以前に送信済の利用者が %1 名含まれています。\r\n"_s.arg(told);
+    if (m_environment.messages.ask(
+            u"相談員 %1 名に、利用者 %2 名の同意書のお知らせを送信します。\r\n%3よろしいですか？"_s
+                .arg(m_choice.ticked().size())
+                .arg(m_choice.tickedPatients())
+                .arg(again),
+            u"メール送信"_s))
+        sendTicked();
+}
+
+void frmMailSend::sendTicked() {
+    frmSending form(m_environment, this);
+    if (form.Init(*m_db, m_settings, m_choice.ticked()) != 0) {
+        m_environment.messages.failIn(form.sErrMsg(), u"Init()でエラー");
+        return;
+    }
+    form.exec();
+    m_sentAny = m_sentAny || std::ranges::any_of(form.results(), &MailResult::wasSent);
+    m_choice.takeResults(form.results());
+    if (m_choice.ticked().empty())
+        accept();
+}

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "print/mail/mail_choice.h"
+#include "print/mail/mail_settings.h"
+
+#include <QDialog>
+#include <memory>
+
+class cT_ADODB;
+struct Environment;
+namespace Ui {
+class frmMailSend;
+}
+
+/// Chooses the counsellors who are told by mail that consent forms are ready, and sends the mails. Created,
+/// initialised by Init and shown modally by exec().
+class frmMailSend : public QDialog {
+    Q_OBJECT
+public:
+    explicit frmMailSend(Environment &environment, QWidget *parent = nullptr);
+    ~frmMailSend() override;
+
+    /// Reads the mail settings and the counsellors of the rows' patients. 0, or −1 with sErrMsg.
+    short Init(cT_ADODB &db, const std::vector<MailRow> &rows);
+    const QString &sErrMsg() const { return m_error; }
+
+    /// Whether a mail went out, so that rows have other marks than before.
+    bool sentAny() const { return m_sentAny; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
+
+private:
+    void wire();
+    void showState();
+    void showPreview();
+    void showUnreached(const QStringList &patients);
+    void send();
+    void sendTicked();
+    short fail(const QString &reason);
+
+    std::unique_ptr<Ui::frmMailSend> m_ui;
+    Environment &m_environment;
+    cT_ADODB *m_db = nullptr;
+    MailSettings m_settings;
+    MailChoice m_choice;
+    QString m_error;
+    bool m_sentAny = false;
+};
