@@ -32,7 +32,7 @@ std::span<const ListCommand> listCommands() {
                     u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, true},
         ListCommand{u"cmdAddIrai"_s, u""_s, u"依頼方法"_s, u""_s,
                     u"依頼方法の一覧と、選択した行の個別の依頼方法を編集します"_s, Request, true},
-        ListCommand{u"cmdMail"_s, u""_s, u"メール"_s, u""_s,
+        ListCommand{u"cmdMail"_s, u""_s, u"メール"_s, u"Ctrl+M"_s,
                     u"対象の利用者（連絡にチェックした方）の相談員へ、同意書のお知らせをメールで送ります"_s,
                     Request, true},
         ListCommand{u"cmdPrint"_s, u"mnF11"_s, u"依頼印刷"_s, u"F11"_s,

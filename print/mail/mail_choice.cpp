@@ -46,6 +46,13 @@ int MailChoice::tickedToldBefore() const {
     return patients;
 }
 
+int MailChoice::firstRow() const {
+    for (int row = 0; row < rowCount(); ++row)
+        if (mayTick(row))
+            return row;
+    return 0;
+}
+
 void MailChoice::toggle(int row) {
     if (!mayTick(row))
         return;
@@ -131,18 +138,18 @@ QVariant MailChoice::headerData(int section, Qt::Orientation orientation, int ro
     return captions.value(section);
 }
 
-// A row that cannot be ticked is grey, but may be looked at.
+// A row that cannot be ticked is grey, its remark says why.
 Qt::ItemFlags MailChoice::flags(const QModelIndex &index) const {
-    if (!index.isValid())
-        return Qt::NoItemFlags;
+    if (!index.isValid() || !mayTick(index.row()))
+        return Qt::ItemNeverHasChildren;
     const Qt::ItemFlags plain = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    return index.column() == Tick && mayTick(index.row()) ? plain | Qt::ItemIsUserCheckable : plain;
+    return index.column() == Tick ? plain | Qt::ItemIsUserCheckable : plain;
 }
 
 bool MailChoice::setData(const QModelIndex &index, const QVariant &value, int role) {
     if (role != Qt::CheckStateRole || !flags(index).testFlag(Qt::ItemIsUserCheckable))
         return false;
-    if (isTicked(index.row()) != (value.toInt() == Qt::Checked))
+    if (entry(index.row()).ticked != (value.toInt() == Qt::Checked))
         toggle(index.row());
     return true;
 }

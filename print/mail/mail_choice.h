@@ -23,7 +23,8 @@ public:
     int tickedPatients() const;
     int tickedToldBefore() const;
     bool mayTick(int row) const { return entry(row).mayTick(); }
-    bool isTicked(int row) const { return entry(row).ticked; }
+    /// The first row that can be ticked; 0 when none can.
+    int firstRow() const;
     void toggle(int row);
     /// Ticks every recipient that can be, or none when all are.
     void tickAll();

@@ -49,8 +49,11 @@ size_t giveBytes(char *buffer, size_t size, size_t count, void *target) {
     return size_t(length);
 }
 
+// The server's farewell (221) says nothing about the mail.
 size_t keepReply(const char *line, size_t size, size_t count, void *target) {
-    static_cast<Delivery *>(target)->lastReply = QByteArray(line, qsizetype(size * count)).trimmed();
+    const QByteArray reply = QByteArray(line, qsizetype(size * count)).trimmed();
+    if (!reply.startsWith("221"))
+        static_cast<Delivery *>(target)->lastReply = reply;
     return size * count;
 }
 

@@ -35,7 +35,7 @@ void frmMailSend::wire() {
     new EnterMovesOn(this);
     connect(&m_choice, &MailChoice::ticksChanged, this, &frmMailSend::showState);
     connect(&m_choice, &QAbstractItemModel::modelReset, this,
-            [this] { m_ui->ssSoudan->goTo(0, MailChoice::Tick); });
+            [this] { m_ui->ssSoudan->goTo(m_choice.firstRow(), MailChoice::Tick); });
     connect(m_ui->ssSoudan->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
             &frmMailSend::showPreview);
     connect(m_ui->chkAll, &QCheckBox::toggled, this, [this](bool all) {

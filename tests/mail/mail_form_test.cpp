@@ -1,0 +1,148 @@
+// The mail screens, opened from the list's rows and worked by keys.
+
+#include "app/base/codepage932.h"
+#include "consent/list/list_screens.h"
+#include "consent/requests/mail_screen.h"
+#include "print/mail/sending_form.h"
+#include "tests/list/list_fixture.h"
+#include "tests/mail/smtp_server.h"
+#include "widgets/grid.h"
+
+#include <QAbstractItemModelTester>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QTest>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class MailFormTest : public ListTest {
+protected:
+    MailFormTest() {
+        QDir::setCurrent(programFolder.path());
+        for (const int number : {1, 2, 3}) {
+            patient(number, u"利用者%1"_s.arg(number), u"ﾘﾖｳ"_s);
+            consent(number, u"2026/12/31"_s, u"iRenrakuFlg = 1, iSendFlg = %1"_s.arg(number == 3));
+            database.run(
+                u"INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iSoudaninId) VALUES (1, 1, %1, %2)"_s
+                    .arg(number)
+                    .arg(number == 2 ? 8 : 7));
+        }
+        database.run(u"INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, cMail1, iChusiFlg) VALUES"
+                     " (1, 1, 7, '佐藤', 'a@example.jp', 0), (1, 1, 8, '鈴木', 'refused@example.jp', 0)"_s);
+        EXPECT_EQ(found().size(), 3);
+    }
+    void settings(int port) {
+        QFile file(programFolder.filePath(u"mail.ini"_s));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(
+            encode932(
+                u"[MAIL]\r\nメールサーバ=localhost\r\nタイムアウト=5\r\nポート=%1\r\n"
+                "送信元名=治療院\r\n送信元メールアドレス=d@example.jp\r\nメール件名=件名\r\n"_s.arg(port))
+                .bytes);
+    }
+    bool open() { return openMailScreen({environment, database.db, model, 0, nullptr}); }
+    /// Does the work when the mail screen is up; it is closed afterwards, whatever happened.
+    bool openAnd(const std::function<void(QWidget &form)> &work) {
+        QTimer::singleShot(0, [&] {
+            QWidget *form = QApplication::activeModalWidget();
+            ASSERT_TRUE(form && QTest::qWaitForWindowActive(form));
+            const QAbstractItemModelTester tester(form->findChild<Grid *>()->model());
+            work(*form);
+            form->close();
+        });
+        return open();
+    }
+    /// A button's key: the button is seen going down before it acts.
+    static void press(QWidget &form, Qt::Key key) {
+        QTest::keyClick(&form, key);
+        QTest::qWait(150);
+    }
+    void tickAllTargets() { model.tickAll(ListColumn::Target, true); }
+};
+
+} // namespace
+
+TEST_F(MailFormTest, NothingTickedAndMissingContactsAreRefused) {
+    EXPECT_FALSE(open());
+    EXPECT_EQ(messages.shown.back().text, u"出力するデータがありません。"_s);
+    tickAllTargets();
+    tick(2, ListColumn::Contact, false);
+    EXPECT_FALSE(open());
+    EXPECT_TRUE(messages.shown.back().text.startsWith(
+        u"「連絡」にチェックがない利用者が「対象」に選ばれています。\r\n該当利用者の「対象」を外して下さい。"_s));
+    EXPECT_TRUE(messages.shown.back().text.contains(u"利用者2"_s));
+    tick(2, ListColumn::Contact, true);
+    EXPECT_FALSE(open());
+    EXPECT_TRUE(messages.shown.back().text.endsWith(u"\r\nInit()でエラー"_s));
+}
+
+TEST_F(MailFormTest, SendsByKeysAndKeepsWhoGotNone) {
+    const SmtpServer server({u"--reject"_s, u"refused@example.jp"_s});
+    settings(server.port());
+    tickAllTargets();
+    const bool sent = openAnd([&](QWidget &form) {
+        auto *grid = form.findChild<Grid *>(u"ssSoudan"_s);
+        EXPECT_TRUE(
+            form.findChild<QPlainTextEdit *>()->toPlainText().contains(u"利用者3さん [ID：3]\n以上"_s));
+        press(form, Qt::Key_F7);
+        press(form, Qt::Key_F5);
+        EXPECT_EQ(messages.shown.back().text, u"対象相談員を選択してください。"_s);
+        press(form, Qt::Key_F7);
+        EXPECT_EQ(form.findChild<QLabel *>(u"lblKensu"_s)->text(), u"送信先 2 件　利用者 3 名"_s);
+
+        messages.answers = {Answer::Yes};
+        QString lines;
+        auto *closer = new QTimer(&form);
+        QObject::connect(closer, &QTimer::timeout, &form, [&lines] {
+            auto *sending = dynamic_cast<frmSending *>(QApplication::activeModalWidget());
+            if (!sending || sending->results().empty())
+                return;
+            lines = sending->findChild<QPlainTextEdit *>()->toPlainText();
+            QTest::keyClick(sending, Qt::Key_Escape);
+        });
+        closer->start(20);
+        press(form, Qt::Key_F5);
+        closer->stop();
+        EXPECT_TRUE(lines.contains(u"送信済　佐藤（a@example.jp）利用者 2 名\n未送信　鈴木"_s))
+            << lines.toStdString();
+        const QAbstractItemModel &rows = *grid->model();
+        EXPECT_FALSE(rows.index(0, 0).data(Qt::CheckStateRole).isValid()) << "nobody is mailed twice";
+        EXPECT_EQ(rows.index(1, 0).data(Qt::CheckStateRole).toInt(), int(Qt::Checked)) << "to be sent again";
+    });
+    EXPECT_TRUE(sent);
+    EXPECT_TRUE(messages.shown[1].text.contains(u"以前に送信済の利用者が 1 名"_s))
+        << messages.shown[1].text.toStdString();
+    EXPECT_EQ(messages.shown.back().text, u"メール送信が失敗しました"_s);
+    EXPECT_EQ(messages.shown.back().title, u"メール送信"_s);
+    EXPECT_EQ(server.mails().size(), 1);
+    EXPECT_EQ(database.rows(u"SELECT nIDNo FROM RIYOUSHA_DOUI_REC WHERE iSendFlg = 1"_s),
+              QStringList({u"1"_s, u"3"_s}));
+}
+
+TEST_F(MailFormTest, StopsAtASilentServerAndFinishesWithOneThatAnswers) {
+    for (const QString &fault : {u"silent"_s, u""_s}) {
+        const SmtpServer server(fault.isEmpty() ? QStringList() : QStringList({u"--fault"_s, fault}));
+        settings(server.port());
+        tickAllTargets();
+        const bool sent = openAnd([&](QWidget &form) {
+            messages.answers = {Answer::Yes};
+            auto *escape = new QTimer(&form);
+            QObject::connect(escape, &QTimer::timeout, &form, [&fault] {
+                auto *sending = dynamic_cast<frmSending *>(QApplication::activeModalWidget());
+                if (sending && (!fault.isEmpty() || !sending->results().empty()))
+                    QTest::keyClick(sending, Qt::Key_Escape);
+            });
+            escape->start(100);
+            press(form, Qt::Key_F5);
+        });
+        EXPECT_EQ(sent, fault.isEmpty());
+        EXPECT_EQ(messages.shown.back().text,
+                  fault.isEmpty() ? u"メール送信が完了しました"_s : u"メール送信を中止しました"_s);
+    }
+}

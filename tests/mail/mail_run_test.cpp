@@ -1,0 +1,151 @@
+// Who gets which mail, and which rows are marked.
+
+#include "print/mail/mail_run.h"
+#include "tests/mail/smtp_server.h"
+#include "tests/support/failing_provider.h"
+#include "tests/support/test_database.h"
+#include "tests/support/test_environment.h"
+
+#include <QDir>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Watches nothing; stops before a mail when it is told to.
+struct Watch : MailWatch {
+    void begins(size_t recipient) override { begun = recipient; }
+    void ended(size_t, const MailResult &result) override { lines.append(result.reason); }
+    bool goOn() override { return begun < stopAt; }
+    size_t begun = 0, stopAt = 99;
+    QStringList lines;
+};
+
+/// Counsellors of two branches and a row for each of their patients.
+class MailRunTest : public testing::Test {
+protected:
+    MailRunTest() {
+        QDir::setCurrent(database.folder());
+        database.run(
+            u"INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, cMail1, iChusiFlg) VALUES"
+            " (1, 1, 1, '佐藤', 'a@example.jp', 0), (2, 1, 1, '神戸', 'c@example.jp', 0),"
+            " (1, 1, 2, '鈴木', 'refused@example.jp', 0), (1, 1, 3, '中止', 'd@example.jp', 1),"
+            " (1, 1, 4, '無し', NULL, 0), (1, 1, 5, '全角', 'ｅ@example.jp', 0), (1, 1, 6, '暇', 'f@example.jp', 0)"_s);
+        // branch, patient, counsellor
+        const std::tuple<int, int, int> patients[] = {{1, 1, 1}, {1, 2, 1}, {1, 3, 2}, {1, 4, 3},
+                                                      {1, 5, 0}, {1, 6, 4}, {1, 7, 5}, {2, 1, 1}};
+        for (const auto &[branch, patient, counsellor] : patients) {
+            database.run(
+                u"INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iSoudaninId) VALUES (%1, 1, %2, %3);"
+                "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, "
+                "nHenkeiDouiDate,"
+                " iSendFlg) VALUES (%1, 1, %2, 20260601, 0, 0, 0), (%1, 1, %2, 20260501, 0, 0, 0)"_s
+                    .arg(branch)
+                    .arg(patient)
+                    .arg(counsellor));
+            rows.push_back({{short(branch), 1, patient}, u"患者%1-%2"_s.arg(branch).arg(patient), 20260601});
+        }
+        rows.push_back({rows[0].patient, rows[0].name, 20260501});
+    }
+    MailPlan plan() {
+        std::vector<Counsellor> active;
+        std::vector<PatientCounsellor> counsellorOf;
+        EXPECT_EQ(iReadCounsellors(database.db, active), 0);
+        EXPECT_EQ(iReadPatientCounsellors(database.db, rows, counsellorOf), 0);
+        return planMails(active, counsellorOf, rows);
+    }
+    /// Mails everybody who can get one.
+    std::vector<MailResult> run(cT_ADODB &db, const SmtpServer &server) {
+        std::vector<MailRecipient> recipients;
+        for (const MailRecipient &recipient : plan().recipients)
+            if (recipient.hindrance.isEmpty())
+                recipients.push_back(recipient);
+        MailSettings settings;
+        settings.server = {u"localhost"_s, server.port(), 5, MailSecurity::None, {}, {}, {}};
+        settings.senderAddress = u"doui@example.jp"_s;
+        settings.subject = u"お知らせ"_s;
+        mEmail mail(settings, clock);
+        return runMails(db, mail, recipients, clock.today(), watch);
+    }
+    QStringList marked() const {
+        return database.rows(u"SELECT iKyotenCd || '-' || nIDNo || ' ' || nDate FROM RIYOUSHA_DOUI_REC"
+                             " WHERE iSendFlg = 1 ORDER BY iKyotenCd, nIDNo, nDate"_s);
+    }
+
+    TestDatabase database;
+    FixedClock clock{QDate(2026, 11, 21)};
+    std::vector<MailRow> rows;
+    Watch watch;
+};
+
+using enum MailResult::Kind;
+
+std::vector<MailResult::Kind> kinds(const std::vector<MailResult> &results) {
+    std::vector<MailResult::Kind> found;
+    for (const MailResult &result : results)
+        found.push_back(result.kind);
+    return found;
+}
+
+} // namespace
+
+TEST_F(MailRunTest, PatientsGoToTheCounsellorOfTheirOwnBranch) {
+    const MailPlan found = plan();
+    QStringList lines;
+    for (const MailRecipient &recipient : found.recipients)
+        lines.append(
+            u"%1 %2 %3"_s.arg(recipient.counsellor.cName).arg(recipient.patients()).arg(recipient.hindrance));
+    EXPECT_EQ(lines, QStringList({u"佐藤 2 "_s, u"神戸 1 "_s, u"鈴木 1 "_s,
+                                  u"無し 1 メールアドレスが登録されていません。"_s,
+                                  u"全角 1 メールアドレス「ｅ@example.jp」に全角文字が含まれています。"_s,
+                                  u"暇 0 対象の利用者はいません。"_s}));
+    EXPECT_EQ(found.unreached, QStringList({u"4 患者1-4"_s, u"5 患者1-5"_s}));
+}
+
+TEST_F(MailRunTest, OnlyRowsOfAcceptedMailsAreMarked) {
+    const SmtpServer server({u"--reject"_s, u"refused@example.jp"_s});
+    rows[1].name = u"山田\r\n偽さん [ID：9]"_s;
+    EXPECT_EQ(kinds(run(database.db, server)), std::vector({Sent, Sent, Failed}));
+    EXPECT_EQ(marked(),
+              QStringList({u"1-1 20260501"_s, u"1-1 20260601"_s, u"1-2 20260601"_s, u"2-1 20260601"_s}));
+    EXPECT_TRUE(watch.lines[2].contains(u"no such user here"_s));
+    ASSERT_EQ(server.mails().size(), 2);
+    EXPECT_EQ(server.mails()[0][u"subject"].toString(), u"お知らせ（2026/11/21）"_s);
+    EXPECT_EQ(server.mails()[0][u"body"].toString(),
+              u"下記ご利用者様の同意書が出来ました。\r\n＜ご利用者＞\r\n"
+              "----------------------------------------------------------------------------\r\n"
+              "患者1-1さん [ID：1]\r\n山田  偽さん [ID：9]さん [ID：2]\r\n以上\r\n"_s);
+}
+
+TEST_F(MailRunTest, AMarkThatCannotBeWrittenEndsTheRun) {
+    for (const int statement : {1, 2, 3, 5}) {
+        SCOPED_TRACE(statement);
+        const SmtpServer server;
+        FailingConnection failing(database.connectionString(), statement);
+        const std::vector<MailResult> results = run(failing.db, server);
+        EXPECT_EQ(kinds(results), std::vector({NotMarked, NotTried, NotTried}));
+        EXPECT_TRUE(results[0].reason.contains(FailingConnection::description));
+        EXPECT_EQ(server.mails().size(), 1);
+        EXPECT_EQ(marked(), QStringList());
+    }
+}
+
+TEST_F(MailRunTest, RowsThatAreGoneAndStopsAreTold) {
+    const SmtpServer server;
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s);
+    watch.stopAt = 1;
+    const std::vector<MailResult> results = run(database.db, server);
+    EXPECT_EQ(kinds(results), std::vector({Sent, NotTried, NotTried}));
+    EXPECT_TRUE(results[0].reason.contains(u"2 患者1-2"_s)) << results[0].reason.toStdString();
+    EXPECT_EQ(marked().size(), 2);
+    EXPECT_EQ(mailSummary(results), u"送信先 3 件：送信済 1 件、未送信 2 件"_s);
+}
+
+TEST_F(MailRunTest, AServerThatIsOfNoUseIsTriedOnce) {
+    const SmtpServer server({u"--login"_s, u"a:b"_s});
+    EXPECT_EQ(kinds(run(database.db, server)), std::vector({Failed, NotTried, NotTried}));
+    const SmtpServer hanging({u"--fault"_s, u"drop-data"_s});
+    EXPECT_EQ(kinds(run(database.db, hanging)), std::vector({Uncertain, Uncertain, Uncertain}));
+    EXPECT_EQ(marked(), QStringList());
+}
