@@ -82,7 +82,7 @@ TextFile mailSettings() {
     return inData(u"mail.ini"_s,
                   {u"[MAIL]"_s, u"メールサーバ=localhost"_s, u"ポート=25"_s, u"タイムアウト=30"_s,
                    u"ログイン="_s, u"送信元名=ひなた訪問治療院"_s, u"送信元メールアドレス=doui@example.jp"_s,
-                   u"メール件名=同意書のお知らせ"_s});
+                   u"メール件名=同意書のお知らせ"_s, u"暗号化="_s});
 }
 
 TextFile diagnoses() {

@@ -157,4 +157,5 @@ void frmMailSend::sendTicked() {
     m_choice.takeResults(form.results());
     if (m_choice.ticked().empty())
         accept();
+    m_ui->ssSoudan->goTo(m_choice.firstRow(), MailChoice::Tick);
 }

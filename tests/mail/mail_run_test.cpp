@@ -31,21 +31,15 @@ protected:
             u"INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, cMail1, iChusiFlg) VALUES"
             " (1, 1, 1, '佐藤', 'a@example.jp', 0), (2, 1, 1, '神戸', 'c@example.jp', 0),"
             " (1, 1, 2, '鈴木', 'refused@example.jp', 0), (1, 1, 3, '中止', 'd@example.jp', 1),"
-            " (1, 1, 4, '無し', NULL, 0), (1, 1, 5, '全角', 'ｅ@example.jp', 0), (1, 1, 6, '暇', 'f@example.jp', 0)"_s);
-        // branch, patient, counsellor
-        const std::tuple<int, int, int> patients[] = {{1, 1, 1}, {1, 2, 1}, {1, 3, 2}, {1, 4, 3},
-                                                      {1, 5, 0}, {1, 6, 4}, {1, 7, 5}, {2, 1, 1}};
-        for (const auto &[branch, patient, counsellor] : patients) {
-            database.run(
-                u"INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iSoudaninId) VALUES (%1, 1, %2, %3);"
-                "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, "
-                "nHenkeiDouiDate,"
-                " iSendFlg) VALUES (%1, 1, %2, 20260601, 0, 0, 0), (%1, 1, %2, 20260501, 0, 0, 0)"_s
-                    .arg(branch)
-                    .arg(patient)
-                    .arg(counsellor));
-            rows.push_back({{short(branch), 1, patient}, u"患者%1-%2"_s.arg(branch).arg(patient), 20260601});
-        }
+            " (1, 1, 4, '無し', NULL, 0), (1, 1, 5, '暇', 'f@example.jp', 0);"
+            "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iSoudaninId) VALUES (1, 1, 1, 1),"
+            " (1, 1, 2, 1), (1, 1, 3, 2), (1, 1, 4, 3), (1, 1, 5, 0), (1, 1, 6, 4), (2, 1, 1, 1);"
+            "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
+            " nHenkeiDouiDate) SELECT iKyotenCd, 1, nIDNo, day, 0, 0 FROM RIYOUSHA_SUB,"
+            " (SELECT 20260501 AS day UNION SELECT 20260601)"_s);
+        for (const int patient : {1, 2, 3, 4, 5, 6})
+            rows.push_back({{1, 1, patient}, u"患者%1"_s.arg(patient), 20260601});
+        rows.push_back({{2, 1, 1}, u"分院"_s, 20260601});
         rows.push_back({rows[0].patient, rows[0].name, 20260501});
     }
     MailPlan plan() {
@@ -83,8 +77,7 @@ using enum MailResult::Kind;
 
 std::vector<MailResult::Kind> kinds(const std::vector<MailResult> &results) {
     std::vector<MailResult::Kind> found;
-    for (const MailResult &result : results)
-        found.push_back(result.kind);
+    std::ranges::transform(results, std::back_inserter(found), &MailResult::kind);
     return found;
 }
 
@@ -98,13 +91,12 @@ TEST_F(MailRunTest, PatientsGoToTheCounsellorOfTheirOwnBranch) {
             u"%1 %2 %3"_s.arg(recipient.counsellor.cName).arg(recipient.patients()).arg(recipient.hindrance));
     EXPECT_EQ(lines, QStringList({u"佐藤 2 "_s, u"神戸 1 "_s, u"鈴木 1 "_s,
                                   u"無し 1 メールアドレスが登録されていません。"_s,
-                                  u"全角 1 メールアドレス「ｅ@example.jp」に全角文字が含まれています。"_s,
                                   u"暇 0 対象の利用者はいません。"_s}));
-    EXPECT_EQ(found.unreached, QStringList({u"4 患者1-4"_s, u"5 患者1-5"_s}));
+    EXPECT_EQ(found.unreached, QStringList({u"4 患者4"_s, u"5 患者5"_s}));
 }
 
 TEST_F(MailRunTest, OnlyRowsOfAcceptedMailsAreMarked) {
-    const SmtpServer server({u"--reject"_s, u"refused@example.jp"_s});
+    const SmtpServer server(u"--reject refused@example.jp"_s);
     rows[1].name = u"山田\r\n偽さん [ID：9]"_s;
     EXPECT_EQ(kinds(run(database.db, server)), std::vector({Sent, Sent, Failed}));
     EXPECT_EQ(marked(),
@@ -115,7 +107,7 @@ TEST_F(MailRunTest, OnlyRowsOfAcceptedMailsAreMarked) {
     EXPECT_EQ(server.mails()[0][u"body"].toString(),
               u"下記ご利用者様の同意書が出来ました。\r\n＜ご利用者＞\r\n"
               "----------------------------------------------------------------------------\r\n"
-              "患者1-1さん [ID：1]\r\n山田  偽さん [ID：9]さん [ID：2]\r\n以上\r\n"_s);
+              "患者1さん [ID：1]\r\n山田  偽さん [ID：9]さん [ID：2]\r\n以上\r\n"_s);
 }
 
 TEST_F(MailRunTest, AMarkThatCannotBeWrittenEndsTheRun) {
@@ -137,15 +129,12 @@ TEST_F(MailRunTest, RowsThatAreGoneAndStopsAreTold) {
     watch.stopAt = 1;
     const std::vector<MailResult> results = run(database.db, server);
     EXPECT_EQ(kinds(results), std::vector({Sent, NotTried, NotTried}));
-    EXPECT_TRUE(results[0].reason.contains(u"2 患者1-2"_s)) << results[0].reason.toStdString();
+    EXPECT_TRUE(results[0].reason.contains(u"2 患者2"_s)) << results[0].reason.toStdString();
     EXPECT_EQ(marked().size(), 2);
     EXPECT_EQ(mailSummary(results), u"送信先 3 件：送信済 1 件、未送信 2 件"_s);
 }
 
 TEST_F(MailRunTest, AServerThatIsOfNoUseIsTriedOnce) {
-    const SmtpServer server({u"--login"_s, u"a:b"_s});
+    const SmtpServer server(u"--login a:b"_s);
     EXPECT_EQ(kinds(run(database.db, server)), std::vector({Failed, NotTried, NotTried}));
-    const SmtpServer hanging({u"--fault"_s, u"drop-data"_s});
-    EXPECT_EQ(kinds(run(database.db, hanging)), std::vector({Uncertain, Uncertain, Uncertain}));
-    EXPECT_EQ(marked(), QStringList());
 }

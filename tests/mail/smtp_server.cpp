@@ -1,29 +1,18 @@
 #include "tests/mail/smtp_server.h"
 
+#include "app/base/ini_file.h"
+
 #include <QFile>
 #include <QJsonDocument>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
 
-SmtpServer::SmtpServer(const QStringList &options, const QString &certificateName) {
-    QStringList arguments = {QStringLiteral(DOUISHO_SMTP_SERVER), u"--out"_s, m_folder.filePath(u"mails"_s)};
-    if (options.contains(u"--tls"_s)) {
-        const QString name = certificateName.isEmpty() ? u"localhost"_s : certificateName;
-        QProcess maker;
-        maker.start(u"openssl"_s,
-                    {u"req"_s, u"-x509"_s, u"-newkey"_s, u"ec"_s, u"-pkeyopt"_s,
-                     u"ec_paramgen_curve:prime256v1"_s, u"-nodes"_s, u"-batch"_s, u"-days"_s, u"2"_s,
-                     u"-subj"_s, u"/CN="_s + name, u"-addext"_s, u"subjectAltName=DNS:"_s + name,
-                     u"-keyout"_s, m_folder.filePath(u"key.pem"_s), u"-out"_s, certificate()});
-        maker.waitForFinished();
-        QFile both(certificate()), key(m_folder.filePath(u"key.pem"_s));
-        if (key.open(QIODevice::ReadOnly) && both.open(QIODevice::Append))
-            both.write(key.readAll());
-        arguments << u"--certificate"_s << certificate();
-    }
+SmtpServer::SmtpServer(const QString &options) {
+    const QStringList fixed = {QStringLiteral(DOUISHO_SMTP_SERVER), u"--out"_s,
+                               m_folder.filePath(u"mails"_s)};
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    m_process.start(u"/usr/bin/python3"_s, arguments + options);
+    m_process.start(u"/usr/bin/python3"_s, fixed + options.split(u' ', Qt::SkipEmptyParts));
     while (m_process.waitForReadyRead(10000) && !m_process.canReadLine()) {
     }
     m_port = m_process.readLine().trimmed().toInt();
@@ -44,4 +33,16 @@ QList<QJsonObject> SmtpServer::mails() const {
         while (!file.atEnd())
             mails.append(QJsonDocument::fromJson(file.readLine()).object());
     return mails;
+}
+
+void writeMailIni(const QString &folder, int port, const QStringList &lines) {
+    const QString path = folder + u"/mail.ini"_s;
+    QFile::remove(path);
+    clsOplIniFile ini;
+    ini.iInit(path);
+    const QStringList usual = {u"メールサーバ=localhost"_s, u"ポート=%1"_s.arg(port),
+                               u"タイムアウト=5"_s,         u"送信元名=ひなた"_s,
+                               u"メール件名=件名"_s,        u"送信元メールアドレス=d@example.jp"_s};
+    for (const QString &line : usual + lines)
+        EXPECT_EQ(ini.iWriteProfileString(u"MAIL"_s, line.section(u'=', 0, 0), line.section(u'=', 1)), 0);
 }

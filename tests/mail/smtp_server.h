@@ -5,16 +5,15 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-/// A real mail server on loopback; it ends with the object. Its certificate is for "localhost" unless another
-/// name is asked for.
+/// A real mail server on loopback; it ends with the object.
 class SmtpServer {
 public:
-    /// @param options of smtp_server.py
-    explicit SmtpServer(const QStringList &options = {}, const QString &certificateName = {});
+    /// @param options of smtp_server.py, parted by blanks
+    explicit SmtpServer(const QString &options = {});
     ~SmtpServer();
 
     int port() const { return m_port; }
-    QString certificate() const { return m_folder.filePath(QStringLiteral("certificate.pem")); }
+    QString certificate() const { return m_folder.filePath(QStringLiteral("mails.pem")); }
     /// The mails that it has accepted, as a reader of mail decodes them.
     QList<QJsonObject> mails() const;
 
@@ -23,3 +22,6 @@ private:
     QProcess m_process;
     int m_port = 0;
 };
+
+/// Writes a mail.ini for a server on this machine, with these lines more; the last of a key counts.
+void writeMailIni(const QString &folder, int port, const QStringList &lines = {});

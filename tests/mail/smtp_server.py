@@ -2,18 +2,18 @@
 
 Prints its port and runs until its standard input ends. Each accepted mail is one line of JSON in the file --out.
 """
-import argparse, asyncio, email.header, email.policy, email.utils, json, logging, os, ssl, sys, warnings
+import argparse, asyncio, email.header, email.policy, email.utils, json, logging, os, ssl, subprocess, sys, warnings
 
 from aiosmtpd.smtp import SMTP, AuthResult
 
 parser = argparse.ArgumentParser()
 parser.add_argument("--out", required=True)
-parser.add_argument("--fault", default="")  # silent, slow-data, drop-data, busy
-parser.add_argument("--reject", default="")  # a recipient
-parser.add_argument("--login", default="")  # user:password
-parser.add_argument("--tls", default="")  # starttls, tls
-parser.add_argument("--certificate")  # certificate and key in one file
 parser.add_argument("--port", type=int, default=0)
+parser.add_argument("--fault", help="silent, slow-data, drop-data or busy")
+parser.add_argument("--reject", help="a recipient that is refused")
+parser.add_argument("--login", help="user:password that is demanded")
+parser.add_argument("--tls", help="starttls or tls; a certificate is made beside --out")
+parser.add_argument("--name", default="localhost", help="whom the certificate is for")
 options = parser.parse_args()
 warnings.simplefilter("ignore")
 logging.disable(logging.CRITICAL)
@@ -28,18 +28,15 @@ def from_name(raw):
 def reader_view(envelope, session, secret):
     raw = envelope.original_content
     mail = email.message_from_bytes(raw, policy=email.policy.default)
+    bare = raw.replace(b"\r\n", b"")
     return {
-        "sender": envelope.mail_from, "recipients": envelope.rcpt_tos,
-        "login": (session.auth_data.login.decode() if session.auth_data else ""), "tls": secret,
-        "headers": mail.keys(), "subject": str(mail["subject"]),
-        "toAddress": mail["to"].addresses[0].addr_spec,
-        "fromName": from_name(raw),
-        "date": mail["date"].datetime.isoformat() if mail["date"] else "",
-        "charset": mail.get_content_charset(), "body": mail.get_content(), "defects": [str(d) for d in mail.defects] +
-        [str(d) for value in mail.values() for d in getattr(value, "defects", [])],
+        "recipients": envelope.rcpt_tos, "headers": mail.keys(), "tls": secret,
+        "login": session.auth_data.login.decode() if session.auth_data else "",
+        "subject": str(mail["subject"]), "fromName": from_name(raw), "toAddress": mail["to"].addresses[0].addr_spec,
+        "date": mail["date"].datetime.isoformat(), "charset": mail.get_content_charset(), "body": mail.get_content(),
+        "defects": [str(d) for part in [mail, *mail.values()] for d in getattr(part, "defects", [])],
         "longestHeader": max(map(len, raw.split(b"\r\n\r\n")[0].split(b"\r\n"))),
-        "longestLine": max(map(len, raw.split(b"\r\n"))),
-        "loneBreaks": raw.replace(b"\r\n", b"").count(b"\n") + raw.replace(b"\r\n", b"").count(b"\r"),
+        "longestLine": max(map(len, raw.split(b"\r\n"))), "loneBreaks": bare.count(b"\n") + bare.count(b"\r"),
     }
 
 
@@ -53,14 +50,14 @@ class Handler:
     async def handle_DATA(self, server, session, envelope):
         if options.fault == "drop-data":
             server.transport.abort()
-            return "250 never seen"
-        if options.fault == "slow-data":
+        elif options.fault == "slow-data":
             await asyncio.sleep(600)
-        if options.fault == "busy":
+        elif options.fault == "busy":
             return "451 4.3.0 try again later"
-        with open(options.out, "a", encoding="utf-8") as out:
-            secret = server.transport.get_extra_info("ssl_object") is not None
-            out.write(json.dumps(reader_view(envelope, session, secret)) + "\n")
+        else:
+            with open(options.out, "a", encoding="utf-8") as out:
+                secret = server.transport.get_extra_info("ssl_object") is not None
+                out.write(json.dumps(reader_view(envelope, session, secret)) + "\n")
         return "250 taken"
 
 
@@ -70,26 +67,27 @@ def authenticate(server, session, envelope, mechanism, data):
 
 
 def tls_context():
+    certificate, key = options.out + ".pem", options.out + ".key"
+    subprocess.run(["openssl", "req", "-x509", "-newkey", "ec", "-pkeyopt", "ec_paramgen_curve:prime256v1", "-nodes",
+                    "-batch", "-days", "2", "-subj", "/CN=" + options.name, "-addext",
+                    "subjectAltName=DNS:" + options.name, "-keyout", key, "-out", certificate],
+                   check=True, capture_output=True)
     context = ssl.create_default_context(ssl.Purpose.CLIENT_AUTH)
-    context.load_cert_chain(options.certificate)
+    context.load_cert_chain(certificate, key)
     return context
 
 
-def connection():
-    if options.fault == "silent":
-        return asyncio.Protocol()
-    settings = {}
+async def serve():
+    settings = {"hostname": "loopback"}
     if options.login:
         settings.update(authenticator=authenticate, auth_required=True, auth_require_tls=False)
+    context = tls_context() if options.tls else None
     if options.tls == "starttls":
-        settings.update(tls_context=tls_context(), require_starttls=True)
-    return SMTP(Handler(), hostname="loopback", **settings)
-
-
-async def serve():
+        settings.update(tls_context=context, require_starttls=True)
     loop = asyncio.get_running_loop()
-    server = await loop.create_server(connection, "127.0.0.1", options.port,
-                                      ssl=tls_context() if options.tls == "tls" else None)
+    server = await loop.create_server(
+        asyncio.Protocol if options.fault == "silent" else lambda: SMTP(Handler(), **settings), "127.0.0.1",
+        options.port, ssl=context if options.tls == "tls" else None)
     print(server.sockets[0].getsockname()[1], flush=True)
     await loop.run_in_executor(None, sys.stdin.read)
     os._exit(0)  # connections that still hang are of no interest
