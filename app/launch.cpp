@@ -2,13 +2,12 @@
 
 #include "app/base/environment.h"
 #include "app/base/folders.h"
-#include "app/base/ini_file.h"
 #include "app/base/massage_ini.h"
 #include "app/base/messages.h"
 #include "app/base/siblings.h"
-#include "app/base/text.h"
 #include "app/branch_query.h"
 #include "db/adodb.h"
+#include "db/connection_settings.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,9 +32,12 @@ int Launch::run(const QString &commandLine) {
         return NotStarted;
     }
 
-    const QString connectionString = readConnectionString();
-    if (connectionString.isEmpty())
+    QString reason;
+    const QString connectionString = readConnectionString(m_environment.folders, &reason);
+    if (connectionString.isEmpty()) {
+        failStart(reason);
         return NotStarted;
+    }
 
     cT_ADODB db;
     if (!connect(db, connectionString) || !findBranch(db))
@@ -48,18 +50,6 @@ std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {
         return modeFromCommandLine(commandLine);
     return modeFromAnswer(
         m_input.ask(u"モード番号を入力してください。\r\n"_s + noMode, u"起動エラー！！"_s, u"1"_s));
-}
-
-QString Launch::readConnectionString() {
-    clsOplIniFile ini;
-    if (ini.iInit(Folders::file(m_environment.folders.program(), u"adodb.ini"_s)) != 0) {
-        failStart(ini.sErrMsg());
-        return {};
-    }
-    QString value = trimRight(cutAtNul(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)));
-    if (value.isEmpty())
-        failStart(u"接続文字列取得できません。"_s);
-    return value;
 }
 
 bool Launch::connect(cT_ADODB &db, const QString &connectionString) {

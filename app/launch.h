@@ -62,7 +62,6 @@ public:
 private:
     std::optional<LaunchMode> readMode(const QString &commandLine);
     /// Empty when there is none; the user has then been told why.
-    QString readConnectionString();
     bool connect(cT_ADODB &db, const QString &connectionString);
     bool findBranch(cT_ADODB &db);
     int serveConsentList(cT_ADODB &db);

@@ -1,5 +1,6 @@
 #include "consent/list/list_screens.h"
 
+#include "consent/entry/entry_screens.h"
 #include "consent/requests/mail_screen.h"
 #include "consent/requests/request_screens.h"
 
@@ -9,10 +10,9 @@ using namespace Qt::Literals::StringLiterals;
 
 OpenScreen screenOf(const QString &command) {
     static const QHash<QString, OpenScreen> screens{
-        {u"cmdIrai"_s, openRequests},
-        {u"cmdAddIrai"_s, openRequestMethods},
-        {u"cmdMail"_s, openMailScreen},
-        {u"cmdPrint"_s, printRequests},
+        {u"cmdNew"_s, openNewConsent},  {u"cmdEdit"_s, openConsent},    {u"cmdDelete"_s, openHistory},
+        {u"cmdBikou"_s, openRemark},    {u"cmdIrai"_s, openRequests},   {u"cmdAddIrai"_s, openRequestMethods},
+        {u"cmdMail"_s, openMailScreen}, {u"cmdPrint"_s, printRequests},
     };
     return screens.value(command);
 }

@@ -1,0 +1,245 @@
+#include "consent/entry/entry.h"
+
+#include "app/base/environment.h"
+#include "app/base/settings.h"
+#include "consent/entry/entry_query.h"
+#include "consent/entry/entry_save.h"
+#include "consent/rules/holidays_query.h"
+#include "consent/rules/period_settings_query.h"
+#include "consent/rules/period_text.h"
+#include "db/adodb.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+short ConsentEntry::fail(const QString &reason) {
+    m_error = reason;
+    return -1;
+}
+
+short ConsentEntry::iOpen(const ConsentRowKey &key) {
+    if (iBegin(key.patient) != 0)
+        return -1;
+    const auto found =
+        std::ranges::find_if(m_rows, [&](const ConsentDraft &row) { return row.key() == key; });
+    if (found == m_rows.end())
+        return fail(u"対象データ無し\r\n処理を終了します。"_s);
+    m_stored = *found;
+    m_draft = m_opened = *found;
+    return 0;
+}
+
+short ConsentEntry::iNew(const PatientKey &patient) {
+    if (iBegin(patient) != 0)
+        return -1;
+    m_stored.reset();
+    const ConsentDraft *before = newest(0);
+    m_draft = newDraft(patient, before);
+    if (!before) {
+        const ErrorsSince errors(m_db);
+        if (readDefaultDiagnosis(m_db, m_patient, m_draft.cDouiByoumei) != 0)
+            return fail(errors.text());
+        diagnosisTyped({});
+    }
+    if (!m_draft.cIsiCd.isEmpty() && setDocData() != 0)
+        return -1;
+    m_opened = m_draft;
+    return 0;
+}
+
+short ConsentEntry::iBegin(const PatientKey &patient) {
+    const ErrorsSince errors(m_db);
+    m_db.iConnect();
+    switch (readEntryPatient(m_db, patient, m_patient)) {
+    case RowRead::Found:
+        break;
+    case RowRead::Absent:
+        return fail(u"該当する利用者データがありません。"_s);
+    case RowRead::Failed:
+        return fail(u"対象データが取得できませんでした。\r\n"_s + errors.text());
+    }
+    return iReadRows() == 0 ? iReadBasis() : short(-1);
+}
+
+short ConsentEntry::iReadRows() {
+    const ErrorsSince errors(m_db);
+    cT_RIYOUSHA_DOUI_REC table;
+    table.iInit(m_db);
+    if (table.iDataReadGrid(m_patient.key) != 0)
+        return fail(u"対象データが取得できませんでした。\r\n"_s + errors.text() +
+                    u"\r\niGetDouiData() でエラー"_s);
+    m_rows = table.records();
+    return 0;
+}
+
+short ConsentEntry::iReadBasis() {
+    const Settings settings(m_environment.folders);
+    m_basis = {};
+    m_basis.skipDaysOff = settings.isOn(Setting::祝日考慮);
+    const ErrorsSince errors(m_db);
+    if (readPeriodSettings(m_db, m_patient.key, m_basis.settings) != 0 ||
+        (m_basis.skipDaysOff && readHolidays(m_db, m_patient.key.branch(), m_basis.daysOff) != 0))
+        return fail(u"期間の設定を読み込めません。"_s + errors.text());
+    fillCalculationTypes(m_basis.settings, settings.text(Setting::同意書自動計算デフォルト));
+    return 0;
+}
+
+// A doctor who is in no list keeps the data that the consent before him had.
+short ConsentEntry::setDocData() {
+    if (m_draft.cIsiCd.isEmpty()) {
+        m_draft.cDouiIsiName = m_draft.cDouiIsiKikan = m_draft.cDouiIsiAdd = QString();
+        return 0;
+    }
+    const ErrorsSince errors(m_db);
+    DoctorData doctor;
+    const RowRead read = readDoctorData(m_db, m_draft.cIsiCd, doctor);
+    if (read == RowRead::Failed)
+        return fail(errors.text() + u"\r\nsetDocData() でエラー"_s);
+    if (read == RowRead::Found) {
+        m_draft.cDouiIsiName = doctor.cName;
+        m_draft.cDouiIsiAdd = doctor.cAddress1;
+        m_draft.cDouiIsiKikan = doctor.cShamei1;
+    }
+    return 0;
+}
+
+bool ConsentEntry::isChanged() const {
+    return !sameValues(m_draft, m_opened, Compared::All);
+}
+
+std::vector<ConsentDraft> ConsentEntry::others() const {
+    std::vector<ConsentDraft> rows;
+    std::ranges::copy_if(m_rows, std::back_inserter(rows),
+                         [&](const ConsentDraft &row) { return !m_stored || row.key() != m_stored->key(); });
+    return rows;
+}
+
+const ConsentDraft *ConsentEntry::newest(short iHenkeiFlg) const {
+    const auto found = std::find_if(m_rows.rbegin(), m_rows.rend(),
+                                    [&](const ConsentDraft &row) { return row.iHenkeiFlg == iHenkeiFlg; });
+    return found == m_rows.rend() ? nullptr : &*found;
+}
+
+short ConsentEntry::enter(QStringView column, const QVariant &value) {
+    if (column == u"iHenkeiFlg") {
+        setKind(value.value<short>());
+        return 0;
+    }
+    const QString diagnosisBefore = m_draft.cDouiByoumei;
+    const Period before{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+    setColumnValue(m_draft, column, value);
+    if (column == u"tDouiDay") {
+        if (!isDeformity(m_draft))
+            m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
+        proposePeriod();
+    } else if (column == u"nDouiUpMonth") {
+        proposePeriod();
+    } else if (column == u"tDouiKaryoS" || column == u"tDouiKaryoE") {
+        Period now{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+        if (column == u"tDouiKaryoS" && now.start.isValid())
+            now.end = endFromStart(m_basis, m_draft);
+        m_draft.tDouiKaryoS = before.start;
+        m_draft.tDouiKaryoE = before.end;
+        setPeriod(now);
+    } else if (column == u"cDouiByoumei") {
+        diagnosisTyped(diagnosisBefore);
+    } else if (column == u"cIsiCd") {
+        return setDocData();
+    } else {
+        treatmentTicked(column);
+    }
+    return 0;
+}
+
+// Stored rows keep their kind: a change of it would be another consent.
+void ConsentEntry::setKind(short iHenkeiFlg) {
+    if (m_stored || m_draft.iHenkeiFlg == iHenkeiFlg)
+        return;
+    m_draft.iHenkeiFlg = iHenkeiFlg;
+    if (isDeformity(m_draft)) {
+        m_draft.iSejutuBui1 = short(0); // the trunk is not corrected
+        const ConsentDraft *before = newest(1);
+        m_draft.nDouiUpMonth = before ? before->nDouiUpMonth : Nullable<qint32>();
+    }
+    m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
+    proposePeriod();
+}
+
+void ConsentEntry::proposePeriod() {
+    if (!m_draft.tDouiDay.isValid())
+        return;
+    if (m_draft.nDouiUpMonth <= 0)
+        m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
+    const PeriodReckoning reckoning = reckonDraft(m_basis, m_draft, others());
+    m_draft.nDouiUpMonth = reckoning.rule.months;
+    if (reckoning.period.start.isValid())
+        setPeriod(reckoning.period);
+}
+
+// Treatments that ran as long as the consent go on doing so.
+void ConsentEntry::setPeriod(const Period &period) {
+    const Period before{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+    m_draft.tDouiKaryoS = period.start;
+    m_draft.tDouiKaryoE = period.end;
+    for (const Treatment &treatment : treatments()) {
+        const bool given = treatment.flag ? m_draft.*treatment.flag != 0 : isDeformity(m_draft);
+        const Period own{m_draft.*treatment.start, m_draft.*treatment.end};
+        if (given && (own == before || own == Period())) {
+            m_draft.*treatment.start = period.start;
+            m_draft.*treatment.end = period.end;
+        }
+    }
+}
+
+void ConsentEntry::treatmentTicked(QStringView column) {
+    for (const Treatment &treatment : treatments()) {
+        if (!treatment.flag || treatment.flagColumn != column)
+            continue;
+        const bool given = m_draft.*treatment.flag != 0;
+        m_draft.*treatment.start = given ? m_draft.tDouiKaryoS : QDate();
+        m_draft.*treatment.end = given ? m_draft.tDouiKaryoE : QDate();
+    }
+}
+
+// The diagnosis of the patient's own treatment follows while it says the same.
+void ConsentEntry::diagnosisTyped(const QString &before) {
+    const auto follow = [&](QString &own) {
+        if (own.isEmpty() || own == before)
+            own = m_draft.cDouiByoumei;
+    };
+    if (m_patient.acupuncture) {
+        follow(m_draft.cByoumeiH);
+    } else {
+        follow(m_draft.cByoumeiM);
+        follow(m_draft.cMasByoumei);
+    }
+}
+
+QString ConsentEntry::explainPeriod() const {
+    if (!m_draft.tDouiDay.isValid())
+        return {};
+    const PeriodReckoning reckoning = reckonDraft(m_basis, m_draft, others());
+    const QString difference = periodDifference({m_draft.tDouiKaryoS, m_draft.tDouiKaryoE}, reckoning);
+    const QString how = ::explainPeriod(reckoning, ConsentName::Consent);
+    return difference.isEmpty() ? how : how + u"\n"_s + difference;
+}
+
+std::optional<DraftProblem> ConsentEntry::check(QString &reason) {
+    if (iReadRows() != 0) {
+        reason = m_error;
+        return {};
+    }
+    std::vector<ConsentRowKey> keys;
+    for (const ConsentDraft &row : others())
+        keys.push_back(row.key());
+    const ConsentRowKey target = draftKey(m_draft, m_stored ? &*m_stored : nullptr);
+    return checkDraft(m_draft, m_patient.acupuncture, target, keys);
+}
+
+RowOutcome ConsentEntry::save() {
+    const RowOutcome outcome = saveDraft(m_db, m_draft, m_stored ? &*m_stored : nullptr, m_savedKey);
+    if (outcome.kind == RowOutcome::Done)
+        m_opened = m_draft;
+    return outcome;
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "consent/entry/draft_check.h"
+#include "consent/entry/entry_period.h"
+#include "consent/entry/row_change.h"
+
+#include <optional>
+
+class cT_ADODB;
+struct Environment;
+
+/// One consent being entered: the draft, what follows from what is typed, what is wrong with it, and its
+/// registering. Knows no window.
+class ConsentEntry {
+public:
+    /// @param db the connection of the run; must outlive the object
+    ConsentEntry(const Environment &environment, cT_ADODB &db) : m_environment(environment), m_db(db) {}
+
+    /// Begins the change of a stored consent, or a new one. 0, or −1 with sErrMsg.
+    ///@{
+    short iOpen(const ConsentRowKey &key);
+    short iNew(const PatientKey &patient);
+    ///@}
+    const QString &sErrMsg() const { return m_error; }
+
+    const EntryPatient &patient() const { return m_patient; }
+    const ConsentDraft &draft() const { return m_draft; }
+    bool isNew() const { return !m_stored; }
+    /// Something was entered that is not registered.
+    bool isChanged() const;
+
+    /// Takes a value for a column, and what follows from it: the consent date and the months propose the
+    /// period, the start its end; a treatment takes the consent's period; a doctor his data. What the user
+    /// chose otherwise stays. 0, or −1 with sErrMsg when what follows cannot be looked up.
+    short enter(QStringView column, const QVariant &value);
+
+    /// How the rule reckons the period, and where the draft differs.
+    QString explainPeriod() const;
+
+    /// What hinders registering; nothing when it may be. `reason` is filled when the patient's other rows
+    /// cannot be read, which hinders it too.
+    std::optional<DraftProblem> check(QString &reason);
+
+    /// Registers the draft. Afterwards it is the stored row.
+    RowOutcome save();
+    /// The row's key after save.
+    const ConsentRowKey &savedKey() const { return m_savedKey; }
+
+private:
+    short fail(const QString &reason);
+    short iBegin(const PatientKey &patient);
+    short iReadRows();
+    short iReadBasis();
+    short setDocData();
+
+    std::vector<ConsentDraft> others() const;
+    const ConsentDraft *newest(short iHenkeiFlg) const;
+
+    void setKind(short iHenkeiFlg);
+    void proposePeriod();
+    void setPeriod(const Period &period);
+    void treatmentTicked(QStringView column);
+    void diagnosisTyped(const QString &before);
+
+    const Environment &m_environment;
+    cT_ADODB &m_db;
+    QString m_error;
+    EntryPatient m_patient;
+    PeriodBasis m_basis;
+    std::vector<ConsentDraft> m_rows; ///< the patient's, oldest first
+    std::optional<ConsentDraft> m_stored;
+    ConsentDraft m_opened; ///< the draft as it was first shown
+    ConsentDraft m_draft;
+    ConsentRowKey m_savedKey;
+};

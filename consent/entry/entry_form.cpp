@@ -1,0 +1,166 @@
+#include "consent/entry/entry_form.h"
+
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "consent/entry/column_inputs.h"
+#include "consent/entry/diagnosis_form.h"
+#include "ui_entry_form.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QKeyEvent>
+#include <QScreen>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmDouiRecordEdit::frmDouiRecordEdit(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::frmDouiRecordEdit>()) {
+    m_ui->setupUi(this);
+    m_inputs = new ColumnInputs(this);
+    new EnterMovesOn(this);
+}
+
+frmDouiRecordEdit::~frmDouiRecordEdit() = default;
+
+short frmDouiRecordEdit::iInit(cT_ADODB &db, const ConsentRowKey &key) {
+    begin(db);
+    return shown(m_entry->iOpen(key));
+}
+
+short frmDouiRecordEdit::iInit(cT_ADODB &db, const PatientKey &patient) {
+    begin(db);
+    return shown(m_entry->iNew(patient));
+}
+
+void frmDouiRecordEdit::begin(cT_ADODB &db) {
+    m_entry = std::make_unique<ConsentEntry>(m_environment, db);
+    m_doctors = std::make_unique<MasterSearch>(Master::Doctor, db, m_environment);
+    m_doctor = new CodeNamePair(m_ui->txtIsiCd, m_ui->txtIsiName, m_ui->btnSelIsi,
+                                codeSearch(*m_doctors, m_environment.messages), m_environment.messages);
+}
+
+short frmDouiRecordEdit::shown(short status) {
+    if (status != 0) {
+        m_error = m_entry->sErrMsg();
+        return status;
+    }
+    const ConsentDraft &draft = m_entry->draft();
+    const EntryPatient &patient = m_entry->patient();
+    setWindowTitle(m_entry->isNew() ? u"同意登録（新規）"_s : u"同意登録（修正）"_s);
+    m_ui->lblPatient->setText(
+        u"<b>%1　%2 様</b>　%3"_s.arg(QString::number(patient.key.nIDNo), patient.name.toHtmlEscaped(),
+                                      patient.acupuncture ? u"鍼灸"_s : u"マッサージ"_s));
+    m_doctor->setRow({draft.cIsiCd, draft.cDouiIsiName});
+    for (QRadioButton *kind : {m_ui->optKind_0, m_ui->optKind_1})
+        kind->setEnabled(m_entry->isNew());
+    refresh();
+    const bool needles = patient.acupuncture && !isDeformity(draft);
+    m_ui->tabKind->setCurrentWidget(needles ? m_ui->pageHari : m_ui->pageMassage);
+    m_ui->tShinsatsuDay->setFocus();
+    wire();
+    return 0;
+}
+
+void frmDouiRecordEdit::wire() {
+    connect(m_inputs, &ColumnInputs::entered, this,
+            [this](const QString &column, const QVariant &value) { enter(column, value); });
+    connect(m_doctor, &CodeNamePair::changed, this,
+            [this](const CodeName &row) { enter(u"cIsiCd"_s, row.code); });
+    connect(m_ui->optKind_1, &QRadioButton::toggled, this, [this](bool deformity) {
+        enter(u"iHenkeiFlg"_s, deformity ? 1 : 0);
+        m_ui->tabKind->setCurrentWidget(m_entry->patient().acupuncture && !deformity ? m_ui->pageHari
+                                                                                     : m_ui->pageMassage);
+    });
+    connect(m_ui->btnAddText, &QPushButton::clicked, this, [this] { addDiagnosis(); });
+    connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { registerDraft(); });
+    connect(m_ui->but_Act, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+void frmDouiRecordEdit::enter(const QString &column, const QVariant &value) {
+    if (m_entry->enter(column, value) != 0)
+        m_environment.messages.fail(m_entry->sErrMsg(), u"DB-error"_s);
+    refresh();
+}
+
+void frmDouiRecordEdit::refresh() {
+    const ConsentDraft &draft = m_entry->draft();
+    m_inputs->show(draft);
+    m_ui->optKind_0->setChecked(!isDeformity(draft));
+    m_ui->optKind_1->setChecked(isDeformity(draft));
+    m_ui->bodyPanel->setLimbsOnly(isDeformity(draft));
+    m_ui->pageHari->setEnabled(!isDeformity(draft));
+    m_ui->lblRule->setText(m_entry->explainPeriod());
+}
+
+// Enter belongs to the boxes: a dialog would take it for itself.
+void frmDouiRecordEdit::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+        event->ignore();
+    else
+        QDialog::keyPressEvent(event);
+}
+
+bool frmDouiRecordEdit::checks() {
+    const QString title = u"登録データ：チェック"_s;
+    if (!m_inputs->settle()) {
+        m_environment.messages.warn(
+            u"日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s, title);
+        return false;
+    }
+    if (!m_doctor->settle())
+        return false;
+    QString reason;
+    const std::optional<DraftProblem> problem = m_entry->check(reason);
+    if (!reason.isEmpty()) {
+        m_environment.messages.fail(reason, u"登録データ：チェック時エラー"_s);
+        return false;
+    }
+    if (!problem)
+        return true;
+    m_environment.messages.warn(problem->text, title);
+    if (QWidget *input = m_inputs->input(problem->column))
+        ColumnInputs::goTo(input);
+    return false;
+}
+
+void frmDouiRecordEdit::registerDraft() {
+    if (!checks())
+        return;
+    const RowOutcome outcome = m_entry->save();
+    switch (outcome.kind) {
+    case RowOutcome::Done:
+        accept();
+        return;
+    case RowOutcome::Overtaken:
+        m_overtaken = true;
+        [[fallthrough]];
+    case RowOutcome::Taken:
+        m_environment.messages.warn(outcome.text, u"登録データ：チェック"_s);
+        return;
+    case RowOutcome::Failed:
+        m_environment.messages.fail(outcome.text, outcome.title);
+        return;
+    }
+}
+
+void frmDouiRecordEdit::addDiagnosis() {
+    DiagnosisForm form(m_environment, this);
+    if (form.iInit() != 0) {
+        m_environment.messages.failIn(form.CsErrStr(), u"btnAddText_Click()でエラー");
+        return;
+    }
+    CodeName chosen;
+    if (form.exec() == QDialog::Accepted)
+        form.vGetSeledInf(chosen);
+    if (!chosen.name.isEmpty()) {
+        const QString before = m_entry->draft().cDouiByoumei;
+        enter(u"cDouiByoumei"_s, before.isEmpty() ? chosen.name : before + u"、"_s + chosen.name);
+    }
+    m_ui->cDouiByoumei->setFocus();
+}
+
+void frmDouiRecordEdit::reject() {
+    const bool lost = m_entry && (m_entry->isChanged() || m_inputs->hasWrongInput());
+    if (!lost || m_environment.messages.ask(u"登録処理を終了します。\r\nよろしいですか？"_s, u"終了問合せ"_s,
+                                            Answer::No))
+        QDialog::reject();
+}

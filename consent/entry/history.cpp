@@ -1,0 +1,46 @@
+#include "consent/entry/history.h"
+
+#include "consent/entry/entry_save.h"
+#include "db/adodb.h"
+
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+short ConsentHistory::iRead(const PatientKey &patient) {
+    const ErrorsSince errors(m_db);
+    m_db.iConnect();
+    EntryPatient read;
+    cT_RIYOUSHA_DOUI_REC table;
+    table.iInit(m_db);
+    const RowRead found = readEntryPatient(m_db, patient, read);
+    if (found == RowRead::Absent) {
+        m_error = u"該当する利用者データがありません。"_s;
+        return -1;
+    }
+    if (found == RowRead::Failed || table.iDataReadGrid(patient) != 0) {
+        m_error = errors.text() + u"\r\niDouiRecordDisp() でエラー"_s;
+        return -1;
+    }
+    m_patient = read;
+    m_rows = table.records();
+    return 0;
+}
+
+int ConsentHistory::rowOf(const ConsentRowKey &key) const {
+    const auto found =
+        std::ranges::find_if(m_rows, [&](const ConsentDraft &row) { return row.key() == key; });
+    return found == m_rows.end() ? int(m_rows.size()) - 1 : int(found - m_rows.begin());
+}
+
+TimeLine ConsentHistory::timeLine(const QDate &today) const {
+    std::vector<TimeLineConsent> consents;
+    for (const ConsentDraft &row : m_rows)
+        consents.push_back(
+            {{row.tDouiKaryoS, row.tDouiKaryoE}, isDeformity(row), row.iReceptDisabledFlg != 1});
+    return makeTimeLine(consents, today, m_patient.ended);
+}
+
+RowOutcome ConsentHistory::erase(int row) {
+    return deleteConsent(m_db, m_rows[size_t(row)]);
+}

@@ -1,0 +1,78 @@
+#include "consent/entry/remark_form.h"
+
+#include "app/base/dates.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "consent/entry/entry.h"
+#include "consent/entry/entry_save.h"
+#include "ui_remark_form.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longest = 4000; ///< of the column, in characters
+
+QString withoutCr(QString text) {
+    return text.remove(u'\r');
+}
+
+} // namespace
+
+frmEditBikouDoui::frmEditBikouDoui(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::frmEditBikouDoui>()) {
+    m_ui->setupUi(this);
+    resize(fontMetrics().horizontalAdvance(u'漢') * 40, fontMetrics().height() * 18);
+    connect(m_ui->txtBikou, &QPlainTextEdit::textChanged, this, [this] { showCount(); });
+    connect(m_ui->btnKakutei, &QPushButton::clicked, this, [this] { confirm(); });
+    connect(m_ui->btnEnd, &QPushButton::clicked, this, [this] { reject(); });
+}
+
+frmEditBikouDoui::~frmEditBikouDoui() = default;
+
+short frmEditBikouDoui::iInit(cT_ADODB &db, const ConsentRowKey &key) {
+    m_db = &db;
+    ConsentEntry entry(m_environment, db);
+    if (entry.iOpen(key) != 0) {
+        m_error = entry.sErrMsg();
+        return -1;
+    }
+    m_seen = entry.draft();
+    m_ui->lblPatient->setText(u"<b>%1　%2 様</b>　同意日 %3"_s.arg(
+        QString::number(key.patient.nIDNo), entry.patient().name.toHtmlEscaped(), dateText(m_seen.tDouiDay)));
+    m_ui->txtBikou->setPlainText(withoutCr(m_seen.cItiranBikou));
+    m_ui->txtBikou->moveCursor(QTextCursor::End);
+    m_ui->txtBikou->setFocus();
+    showCount();
+    return 0;
+}
+
+QString frmEditBikouDoui::remark() const {
+    return m_ui->txtBikou->toPlainText().replace(u'\n', u"\r\n"_s);
+}
+
+void frmEditBikouDoui::showCount() {
+    m_ui->lblCount->setText(u"%L1 / %L2 文字"_s.arg(remark().size()).arg(longest));
+}
+
+void frmEditBikouDoui::confirm() {
+    if (remark().size() > longest) {
+        m_environment.messages.warn(u"備考は %L1 文字までです。"_s.arg(longest));
+        return;
+    }
+    const RowOutcome outcome = saveRemark(*m_db, m_seen, remark());
+    m_overtaken = m_overtaken || outcome.kind == RowOutcome::Overtaken;
+    if (outcome.kind == RowOutcome::Done)
+        accept();
+    else if (outcome.kind == RowOutcome::Failed)
+        m_environment.messages.fail(outcome.text, u"DB-error"_s);
+    else
+        m_environment.messages.warn(outcome.text);
+}
+
+void frmEditBikouDoui::reject() {
+    const bool changed = withoutCr(remark()) != withoutCr(m_seen.cItiranBikou);
+    if (!changed || m_environment.messages.ask(u"備考の変更を保存しないで終了します。\r\nよろしいですか？"_s,
+                                               u"終了問合せ"_s, Answer::No))
+        QDialog::reject();
+}

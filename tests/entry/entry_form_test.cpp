@@ -1,0 +1,153 @@
+// The screens of history, entry and remark, worked by their controls.
+
+#include "consent/entry/entry_form.h"
+#include "consent/entry/history_form.h"
+#include "consent/entry/remark_form.h"
+#include "tests/entry/entry_fixture.h"
+#include "widgets/code_box.h"
+#include "widgets/date_box.h"
+#include "widgets/grid.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTest>
+#include <QTimer>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+class EntryFormTest : public EntryTest {
+protected:
+    template <class W> static W *in(QWidget &form, const QString &name) {
+        W *found = form.findChild<W *>(name);
+        EXPECT_NE(found, nullptr) << name.toStdString();
+        return found;
+    }
+    static void show(QDialog &form) {
+        form.show();
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    }
+    // Types into a box as it stands and leaves it by Enter.
+    static void type(QLineEdit *box, const QString &text) {
+        box->setFocus();
+        box->selectAll();
+        QTest::keyClicks(box, text);
+        QTest::keyClick(box, Qt::Key_Return);
+    }
+    // A button clicks a moment after its key.
+    static void press(QWidget &form, Qt::Key key) {
+        QTest::keyClick(&form, key);
+        ASSERT_TRUE(QTest::qWaitFor([&form] {
+            const auto buttons = form.findChildren<QPushButton *>();
+            return std::none_of(buttons.begin(), buttons.end(),
+                                [](auto *button) { return button->isDown(); });
+        }));
+    }
+    QString said() const { return messages.shown.isEmpty() ? QString() : messages.shown.back().text; }
+};
+
+TEST_F(EntryFormTest, AFirstConsentIsEnteredByKeyboard) {
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, massagePatient), 0) << form.sErrMsg().toStdString();
+    show(form);
+    press(form, Qt::Key_F5);
+    EXPECT_EQ(said(), u"施術内容が未設定です。"_s);
+    EXPECT_EQ(messages.shown.back().title, u"登録データ：チェック"_s);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"iSejutuBui1"_s);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Space);
+    type(in<QLineEdit>(form, u"cDouiByoumei"_s), u"stroke"_s);
+    EXPECT_EQ(in<QLineEdit>(form, u"cByoumeiM"_s)->text(), u"stroke"_s);
+
+    auto *examined = in<DateBox>(form, u"tShinsatsuDay"_s);
+    type(examined, u"2026/02/30"_s);
+    press(form, Qt::Key_F5);
+    EXPECT_EQ(QApplication::focusWidget(), examined) << "what is no date is not registered";
+    type(examined, u"R8.11.17"_s);
+    type(in<DateBox>(form, u"tDouiDay"_s), u"20261118"_s);
+    EXPECT_EQ(in<DateBox>(form, u"idKaryouStart01"_s)->text(), u"2026/11/18"_s);
+    EXPECT_EQ(in<DateBox>(form, u"tDouiKaryoE"_s)->text(), u"2027/05/31"_s);
+    type(in<CodeBox>(form, u"txtIsiCd"_s), u"2"_s);
+    EXPECT_EQ(in<QLineEdit>(form, u"cDouiIsiKikan"_s)->text(), u"馬場医院"_s);
+
+    press(form, Qt::Key_F5);
+    EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
+    EXPECT_EQ(stored(20261117, u"iNewestFlg, tDouiDay, tDouiKaryoE, cIsiCd, cDouiIsiName, iSejutuBui1,"
+                               "iSejutuBui2, nDouiUpMonth, iReceptDisabledFlg"_s),
+              u"1|2026/11/18|2027/05/31|2|馬場|1|NULL|6|0"_s);
+}
+
+TEST_F(EntryFormTest, LeavingWithChangesAsksAndLookingChangesNothing) {
+    consent(20260520, u"cDouiIsiKikan = ''"_s, 8);
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, ConsentRowKey{acupuncturePatient, 20260520, 0, 0}), 0);
+    show(form);
+    EXPECT_EQ(in<QTabWidget>(form, u"tabKind"_s)->currentWidget()->objectName(), u"pageHari"_s);
+    for (int i = 0; i < 60; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    QTest::keyClick(&form, Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible()) << "nothing was changed, nothing is asked";
+    EXPECT_TRUE(messages.shown.isEmpty()) << said().toStdString();
+
+    show(form);
+    QTest::mouseClick(in<QCheckBox>(form, u"iHKHariUmu"_s), Qt::LeftButton);
+    EXPECT_EQ(in<DateBox>(form, u"tHKHariSday"_s)->text(), u"2026/05/20"_s);
+    messages.answers = {Answer::No, Answer::Yes};
+    press(form, Qt::Key_F12);
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(messages.shown.back().title, u"終了問合せ"_s);
+    EXPECT_TRUE(said().endsWith(u"よろしいですか？"_s));
+    press(form, Qt::Key_F12);
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(EntryFormTest, TheHistoryChangesErasesAndKeepsItsRow) {
+    for (const int day : {20250512, 20251110, 20260520})
+        consent(day);
+    frmDouiRecord form(environment);
+    ASSERT_EQ(form.iInit(database.db, massagePatient), 0) << form.sErrMsg().toStdString();
+    show(form);
+    auto *grid = in<Grid>(form, u"ssDouiD"_s);
+    EXPECT_EQ(grid->currentIndex().row(), 2) << "the newest";
+    grid->goTo(1, 0);
+    QTimer::singleShot(0, [] {
+        QWidget *editor = QApplication::activeModalWidget();
+        ASSERT_NE(editor, nullptr);
+        type(in<DateBox>(*editor, u"tDouiDay"_s), u"20260601"_s);
+        QTest::mouseClick(in<QPushButton>(*editor, u"btnRegist"_s), Qt::LeftButton);
+    });
+    QTest::mouseClick(in<QPushButton>(form, u"btnRegist"_s), Qt::LeftButton);
+    EXPECT_EQ(grid->currentIndex().row(), 2) << "the moved row stays current";
+    EXPECT_EQ(keys(), QStringList({u"20250512/0/0/0"_s, u"20260520/0/0/0"_s, u"20260601/0/0/1"_s}));
+
+    messages.answers = {Answer::No, Answer::Yes};
+    QTest::keyClick(grid, Qt::Key_Delete);
+    EXPECT_EQ(said(), u"同意履歴データの削除を行います。\r\n削除してもよろしいですか？\r\n"
+                      "（削除した同意履歴データは完全に消去されます）"_s);
+    EXPECT_EQ(grid->model()->rowCount(), 3);
+    QTest::mouseClick(in<QPushButton>(form, u"btnDel"_s), Qt::LeftButton);
+    EXPECT_EQ(keys(), QStringList({u"20250512/0/0/0"_s, u"20260520/0/0/1"_s}));
+    EXPECT_TRUE(form.isChanged());
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+    EXPECT_EQ(form.iDouiRecordDisp(), 0);
+    QTest::mouseClick(in<QPushButton>(form, u"btnDel"_s), Qt::LeftButton);
+    EXPECT_EQ(said(), u"削除可能なデータがありません。"_s);
+}
+
+TEST_F(EntryFormTest, TheRemarkIsSavedWithItsLineBreaks) {
+    consent(20260520, u"cItiranBikou = 'FAX'"_s);
+    frmEditBikouDoui form(environment);
+    ASSERT_EQ(form.iInit(database.db, key(20260520)), 0);
+    show(form);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    QTest::keyClicks(QApplication::focusWidget(), u"TEL"_s);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = 'mail'"_s);
+    press(form, Qt::Key_F10);
+    EXPECT_TRUE(form.isVisible() && form.isOvertaken()) << "a colleague was quicker";
+    EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"mail"_s);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = 'FAX'"_s);
+    press(form, Qt::Key_F10);
+    EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
+    EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"FAX\r\nTEL"_s);
+}

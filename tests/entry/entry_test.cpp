@@ -1,0 +1,167 @@
+// Entering, registering and erasing consents in a real database.
+
+#include "consent/entry/entry.h"
+#include "consent/entry/entry_save.h"
+#include "consent/entry/history.h"
+#include "tests/entry/entry_fixture.h"
+#include "tests/support/failing_provider.h"
+
+#include "app/base/dates.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+class ConsentEntryTest : public EntryTest {
+protected:
+    QString period() const {
+        return dateText(entry.draft().tDouiKaryoS) + u'-' + dateText(entry.draft().tDouiKaryoE);
+    }
+    void enterDate(QStringView column, int day) { EXPECT_EQ(entry.enter(column, dateFromKey(day)), 0); }
+    std::optional<DraftProblem> check() {
+        QString reason;
+        const auto problem = entry.check(reason);
+        EXPECT_EQ(reason, QString());
+        return problem;
+    }
+
+    ConsentEntry entry{environment, database.db};
+};
+
+TEST_F(ConsentEntryTest, ANewConsentTakesOverWhatTheLastOneSaid) {
+    consent(20251110, u"iOnan = 1, tOnanSday = '2025/11/10', cKousyukuSonotaStr = '指',"
+                      "iMahiKukan = 1, nDouiUpMonth = 6, cItiranBikou = 'FAX', iOutputFlg = 1,"
+                      "cDouiIsiName = '旧姓'"_s);
+    consent(20260515, u"iHenkeiFlg = 1, cDouiByoumei = '変形'"_s);
+    ASSERT_EQ(entry.iNew(massagePatient), 0) << entry.sErrMsg().toStdString();
+    const ConsentDraft &draft = entry.draft();
+    EXPECT_EQ(draft.cDouiByoumei, u"脳梗塞"_s);
+    EXPECT_EQ(draft.cKousyukuSonotaStr, u"指"_s);
+    EXPECT_EQ(draft.iSejutuBui2, 1);
+    EXPECT_EQ(draft.cDouiIsiName, u"阿部"_s) << "the doctor's data as they are now";
+    EXPECT_EQ(draft.cDouiIsiKikan, u"中央病院"_s);
+    EXPECT_FALSE(draft.tDouiDay.isValid() || draft.tOnanSday.isValid());
+    EXPECT_TRUE(draft.cItiranBikou.isNull());
+    EXPECT_FALSE(entry.isChanged());
+
+    // The new period follows the running one; treatments follow the period.
+    enterDate(u"tDouiDay", 20260420);
+    EXPECT_EQ(period(), u"2026/05/10-2026/10/31"_s);
+    EXPECT_EQ(draft.tOnanSday, draft.tDouiKaryoS);
+    EXPECT_EQ(draft.nDouiUpMonth, 6);
+    EXPECT_TRUE(entry.isChanged());
+    EXPECT_EQ(check(), std::nullopt);
+    ASSERT_EQ(entry.save().kind, RowOutcome::Done);
+    EXPECT_EQ(keys(), QStringList({u"20251110/0/0/0"_s, u"20260420/0/0/1"_s, u"20260515/1/0/1"_s}));
+    EXPECT_EQ(stored(20260420, u"iMahiKukan, cItiranBikou, iOutputFlg, cPcName"_s),
+              u"1|NULL|NULL|"_s + database.db.csGetComputerName());
+}
+
+TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverruleIt) {
+    database.run(u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, iDouiKikan1,"
+                 " iKikanCalcType) VALUES (1, 1, 7, '2026/05', 1, 3, 2)"_s);
+    ASSERT_EQ(entry.iNew(massagePatient), 0);
+    enterDate(u"tDouiDay", 20180930);
+    EXPECT_EQ(period(), u"2018/10/01-2018/12/31"_s) << "three months before the law changed";
+    enterDate(u"tDouiDay", 20260520);
+    EXPECT_EQ(period(), u"2026/06/01-2026/11/30"_s);
+    EXPECT_EQ(entry.draft().nDouiUpMonth, 6);
+    EXPECT_FALSE(entry.explainPeriod().contains(u"規則と異なります"_s));
+
+    enterDate(u"tDouiKaryoE", 20261031);
+    EXPECT_EQ(period(), u"2026/06/01-2026/10/31"_s);
+    EXPECT_TRUE(entry.explainPeriod().contains(u"規則と異なります"_s));
+    enterDate(u"tDouiKaryoS", 20260615);
+    EXPECT_EQ(period(), u"2026/06/15-2026/11/30"_s) << "the end counts from the first of the start's month";
+    EXPECT_EQ(entry.enter(u"nDouiUpMonth", 2), 0);
+    EXPECT_EQ(period(), u"2026/06/01-2026/07/31"_s);
+
+    EXPECT_EQ(entry.enter(u"iHenkeiFlg", 1), 0);
+    EXPECT_EQ(period(), u"2026/06/01-2026/06/30"_s) << "a correction runs a month";
+    EXPECT_EQ(entry.draft().tHenkeSday, QDate(2026, 6, 1));
+}
+
+TEST_F(ConsentEntryTest, ChangingARowsDateMovesTheRowWithItsRequestFields) {
+    consent(20260520, u"iNewestFlg = 1, iOutputFlg = 1, cItiranBikou = 'FAX', iSendFlg = 1,"
+                      "tSaiDouiDay = '2026/11/18', cKobetuDouiIrai = '', iDouishoSaishutokuKikan = 5"_s);
+    consent(20251110);
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    // What colleagues write meanwhile to the fields that entry only carries along is carried along.
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1 WHERE nDate = 20260520"_s);
+    enterDate(u"tShinsatsuDay", 20251110);
+    ASSERT_TRUE(check());
+    EXPECT_EQ(check()->text, u"診察日が以前の同意と同じ日付です。"_s);
+    EXPECT_EQ(entry.save().kind, RowOutcome::Taken) << "nor when the check was passed a moment before";
+
+    enterDate(u"tShinsatsuDay", 20260518);
+    EXPECT_EQ(check(), std::nullopt);
+    ASSERT_EQ(entry.save().kind, RowOutcome::Done);
+    EXPECT_EQ(entry.savedKey(), key(20260518));
+    EXPECT_EQ(keys(), QStringList({u"20251110/0/0/0"_s, u"20260518/0/0/1"_s}));
+    EXPECT_EQ(stored(20260518, u"iOutputFlg, iGetFlg, cItiranBikou, iSendFlg, tSaiDouiDay, cKobetuDouiIrai,"
+                               "iDouishoSaishutokuKikan"_s),
+              u"1|1|FAX|1|2026/11/18||5"_s);
+}
+
+TEST_F(ConsentEntryTest, NothingIsOverwrittenThatAColleagueChangedOrRemoved) {
+    consent(20260520);
+    const QString all = u"SELECT * FROM RIYOUSHA_DOUI_REC"_s;
+    for (const QString &meanwhile :
+         {u"UPDATE RIYOUSHA_DOUI_REC SET cDouiByoumei = '別'"_s,
+          u"UPDATE RIYOUSHA_DOUI_REC SET nDate = 20260519"_s, u"DELETE FROM RIYOUSHA_DOUI_REC"_s}) {
+        database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+        consent(20260520, u"cItiranBikou = 'FAX'"_s);
+        ConsentHistory history(database.db);
+        ASSERT_EQ(history.iRead(massagePatient), 0);
+        ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+        EXPECT_EQ(entry.enter(u"cDouiIsiAdd", u"本町"_s), 0);
+        database.run(meanwhile);
+        const QStringList before = database.rows(all);
+        EXPECT_EQ(entry.save().kind, RowOutcome::Overtaken) << meanwhile.toStdString();
+        EXPECT_EQ(history.erase(0).kind, RowOutcome::Overtaken) << meanwhile.toStdString();
+        EXPECT_EQ(database.rows(all), before);
+        EXPECT_TRUE(entry.isChanged()) << "the input is still there";
+    }
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+    consent(20260520, u"cItiranBikou = 'ＦＡＸ'"_s);
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = 'FAX'"_s);
+    EXPECT_EQ(saveRemark(database.db, entry.draft(), u"郵送"_s).kind, RowOutcome::Overtaken)
+        << "though the database takes both widths for the same";
+    EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"FAX"_s);
+}
+
+TEST_F(ConsentEntryTest, AFailureAtAnyStatementLeavesEverythingAsItWas) {
+    consent(20260520, u"iNewestFlg = 1"_s);
+    consent(20251110, u"iNewestFlg = 0"_s);
+    const QString all = u"SELECT * FROM RIYOUSHA_DOUI_REC ORDER BY nDate"_s;
+    const QStringList before = database.rows(all);
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    ConsentDraft draft = entry.draft();
+    draft.tDouiDay = {2025, 10, 1};
+    QStringList titles;
+    int nth = 1;
+    for (; nth < 30; ++nth) {
+        FailingConnection failing(database.connectionString(), nth);
+        ConsentRowKey saved;
+        const RowOutcome outcome = saveDraft(failing.db, draft, &entry.draft(), saved);
+        if (outcome.kind == RowOutcome::Done)
+            break;
+        EXPECT_EQ(outcome.kind, RowOutcome::Failed) << nth;
+        EXPECT_TRUE(outcome.text.contains(FailingConnection::description)) << nth;
+        EXPECT_EQ(database.rows(all), before) << nth;
+        titles.append(outcome.title);
+    }
+    EXPECT_TRUE(titles.contains(u"旧データ削除"_s) && titles.contains(u"データ追加"_s));
+    EXPECT_GT(nth, 6);
+    EXPECT_EQ(keys(), QStringList({u"20251001/0/0/0"_s, u"20251110/0/0/1"_s}));
+}
+
+TEST_F(ConsentEntryTest, ErasingTheNewestHandsItsMarkOn) {
+    consent(20251110);
+    consent(20260520, u"iNewestFlg = 1"_s);
+    ConsentHistory history(database.db);
+    ASSERT_EQ(history.iRead(massagePatient), 0);
+    EXPECT_EQ(history.erase(1).kind, RowOutcome::Done);
+    EXPECT_EQ(keys(), QStringList({u"20251110/0/0/1"_s}));
+    EXPECT_EQ(entry.iOpen(key(20260520)), -1);
+    EXPECT_TRUE(entry.sErrMsg().startsWith(u"対象データ無し"_s));
+}
