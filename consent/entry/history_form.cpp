@@ -7,6 +7,7 @@
 #include "consent/entry/history_model.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
+#include "print/documents/history.h"
 #include "ui_history_form.h"
 
 #include <QHeaderView>
@@ -30,7 +31,7 @@ void frmDouiRecord::wire() {
     connect(m_ui->btnNew, &QPushButton::clicked, this, [this] { enterNew(); });
     connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { change(); });
     connect(m_ui->btnDel, &QPushButton::clicked, this, [this] { erase(); });
-    m_ui->btnPrint->setEnabled(false);
+    connect(m_ui->btnPrint, &QPushButton::clicked, this, [this] { print(); });
     connect(m_ui->btnEnd, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_ui->ssDouiD, &QAbstractItemView::doubleClicked, this, [this] { change(); });
     connect(m_ui->timeLine, &TimeLineView::chosen, this, [this](int row) { m_ui->ssDouiD->goTo(row, 0); });
@@ -171,4 +172,27 @@ void frmDouiRecord::erase() {
     if (outcome.kind == RowOutcome::Overtaken)
         m_environment.messages.warn(outcome.text, title);
     refresh(outcome.kind == RowOutcome::Done ? after : erased);
+}
+
+void frmDouiRecord::print() {
+    Messages &messages = m_environment.messages;
+    if (m_history->rows().empty()) {
+        messages.warn(u"出力するデータがありません。"_s);
+        return;
+    }
+    if (!messages.ask(u"同意の履歴一覧を出力します。\r\nよろしいですか？"_s, u"印刷問合せ"_s))
+        return;
+    const EntryPatient &patient = m_history->patient();
+    HistoryDocument document{patient.key.nIDNo, patient.name, {}};
+    for (const ConsentDraft &row : m_history->rows())
+        document.rows.push_back(
+            {row.tDouiDay, {row.tDouiKaryoS, row.tDouiKaryoE}, row.cDouiIsiName, row.cDouiIsiKikan});
+    QStringList touched;
+    QString reason;
+    if (!printHistory(m_environment, document, &touched, &reason))
+        messages.fail(u"帳票の印刷に失敗しました。\r\n["_s + reason + u"]"_s);
+    else if (!touched.isEmpty())
+        messages.warn(
+            u"次の文言に帳票で使えない文字があるため、似た文字または〓に置き換えました。\r\n\r\n"_s +
+            touched.join(u"\r\n"_s));
 }

@@ -1,5 +1,6 @@
 // The screens of history, entry and remark, worked by their controls.
 
+#include "app/base/codepage932.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_form.h"
 #include "consent/entry/remark_form.h"
@@ -10,6 +11,7 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QPushButton>
 #include <QTabWidget>
 #include <QTest>
@@ -150,4 +152,28 @@ TEST_F(EntryFormTest, TheRemarkIsSavedWithItsLineBreaks) {
     press(form, Qt::Key_F10);
     EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
     EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"FAX\r\nTEL"_s);
+}
+
+TEST_F(EntryFormTest, TheHistoryIsHandedToTheReportEngine) {
+    consent(20260520, u"cDouiIsiName = '髙橋\"誠\"', cDouiIsiKikan = '中央病院'"_s);
+    frmDouiRecord form(environment);
+    ASSERT_EQ(form.iInit(database.db, massagePatient), 0);
+    show(form);
+    auto *print = in<QPushButton>(form, u"btnPrint"_s);
+    QTest::mouseClick(print, Qt::LeftButton);
+    EXPECT_EQ(messages.shown.front().title, u"印刷問合せ"_s);
+    EXPECT_TRUE(said().startsWith(u"帳票の印刷に失敗しました。"_s) &&
+                said().contains(u"利用者別同意履歴.wfd"_s));
+    EXPECT_TRUE(processes.started.isEmpty());
+
+    QFile layout(programFolder.filePath(u"利用者別同意履歴.wfd"_s));
+    ASSERT_TRUE(layout.open(QIODevice::WriteOnly));
+    QTest::mouseClick(print, Qt::LeftButton);
+    ASSERT_EQ(processes.started.size(), 1) << said().toStdString();
+    QFile data(programFolder.filePath(u"同意履歴データ.csv"_s));
+    ASSERT_TRUE(data.open(QIODevice::ReadOnly));
+    EXPECT_EQ(decode932(data.readAll()),
+              u"\"利用者ID\",\"利用者名\",\"同意年月日\",\"加療期間開始\",\"加療期間終了\",\"同意医師名\","
+              u"\"病院名\"\r\n"
+              "7,\"山田\",\"2026/05/20\",\"2026/05/20\",\"2026/11/19\",\"髙橋＂誠＂\",\"中央病院\"\r\n"_s);
 }

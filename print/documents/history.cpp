@@ -1,0 +1,54 @@
+#include "print/documents/history.h"
+
+#include "app/base/dates.h"
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "print/engine/data_file.h"
+#include "print/engine/paper.h"
+#include "print/engine/wfd_print_exe.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+DataFile historyFile(const HistoryDocument &document) {
+    DataFile file({u"利用者ID"_s, u"利用者名"_s, u"同意年月日"_s, u"加療期間開始"_s, u"加療期間終了"_s,
+                   u"同意医師名"_s, u"病院名"_s});
+    for (const HistoryDocument::Row &row : document.rows) {
+        const DataValue record[] = {qint64(document.patient),
+                                    document.name,
+                                    dateText(row.consentDay),
+                                    dateText(row.period.start),
+                                    dateText(row.period.end),
+                                    row.doctor,
+                                    row.hospital};
+        file.add(record);
+    }
+    return file;
+}
+
+} // namespace
+
+bool printHistory(const Environment &environment, const HistoryDocument &document, QStringList *touched,
+                  QString *reason) {
+    const QString dataName = u"同意履歴データ"_s;
+    const QString dataFile = dataName + u".csv"_s;
+    const QString layout = Folders::file(environment.folders.system(), u"利用者別同意履歴.wfd"_s);
+    if (!QFileInfo(layout).isFile()) {
+        *reason = u"帳票ファイル「%1」がありません。"_s.arg(layout);
+        return false;
+    }
+    const DataFile file = historyFile(document);
+    if (!file.write(Folders::file(environment.folders.temporary(), dataFile), reason))
+        return false;
+    *touched = file.touched();
+    cls_WfdPrintExe engine(environment);
+    engine.iInit(layout, u"利用者別同意履歴"_s);
+    engine.iSetDataText(1, dataName, dataFile);
+    if (engine.iPreview(paperCodeOf(layout)) == 0)
+        return true;
+    *reason = engine.sErrMsg();
+    return false;
+}

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "db/tables/keys.h"
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+struct Environment;
+
+/// What the printed consent history of a patient says.
+struct HistoryDocument {
+    struct Row {
+        QDate consentDay;
+        Period period;
+        QString doctor;
+        QString hospital;
+    };
+
+    qint32 patient = 0;
+    QString name;
+    std::vector<Row> rows;
+};
+
+/// Writes 同意履歴データ.csv into the work folder, dates as yyyy/mm/dd, and shows it in the engine's viewer
+/// with the layout 利用者別同意履歴.wfd, from where it is printed.
+/// @param touched takes the texts in which a character was replaced that the file cannot hold
+/// @param reason names what is missing or cannot be written, when it fails
+bool printHistory(const Environment &environment, const HistoryDocument &document, QStringList *touched,
+                  QString *reason);
