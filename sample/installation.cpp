@@ -3,6 +3,7 @@
 #include "app/base/codepage932.h"
 #include "app/base/file_write.h"
 #include "sample/ini_files.h"
+#include "sample/layouts.h"
 #include "sample/pictures.h"
 #include "sample/sample_database.h"
 
@@ -110,7 +111,9 @@ bool makeAll(const QDir &folder, const QString &database, const SampleOptions &o
         folder.mkpath(name.toString());
     // The database last, for it takes longest.
     return placePrograms(folder, options.programs, reason) && writeSettings(folder, database, reason) &&
-           writePictures(folder, reason) && makeDatabase(database, options, reason) &&
+           writePictures(folder, reason) &&
+           writeLayouts(QDir(folder.filePath(SampleFolder::system.toString())), reason) &&
+           makeDatabase(database, options, reason) &&
            writeFileWhole(folder.filePath(markName()), finished, reason);
 }
 

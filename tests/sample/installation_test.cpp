@@ -59,6 +59,12 @@ TEST_F(Installation, IsOneThatTheProgramReads) {
     Recordset rows;
     ASSERT_EQ(db.iOpenRecSet(rows, u"SELECT nIDNo FROM RIYOUSHA"_s), 0);
     EXPECT_EQ(rows.rowCount(), 20);
+    Recordset forms;
+    ASSERT_EQ(db.iOpenRecSet(forms, u"SELECT DISTINCT cFileName FROM SHINSEISYO"_s), 0);
+    EXPECT_GE(forms.rowCount(), 12);
+    for (int row = 0; row < forms.rowCount(); ++row)
+        EXPECT_TRUE(QFileInfo::exists(at(u"SYS/"_s + forms.text(row, 0))))
+            << forms.text(row, 0).toStdString();
 
     EXPECT_EQ(readMassageIni(m_options.folder, u"SYSTEM_DATA"_s, {}), u"DATA"_s);
     EXPECT_EQ(readMassageIni(m_options.folder, u"KYOTEN_CD"_s, {}), u"1"_s);

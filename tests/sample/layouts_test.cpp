@@ -1,0 +1,126 @@
+#include "print/consent_form/form_columns.h"
+#include "print/request_letter/letters.h"
+#include "tests/viewer/report_fixture.h"
+#include "viewer/layout/layout_reader.h"
+
+#include <QFile>
+#include <QHash>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QStringList columnsOf(const QString &layout) {
+    if (layout.startsWith(u"同意依頼書"_s))
+        return letterColumns();
+    if (layout.startsWith(u"封筒"_s))
+        return u"郵便番号1 郵便番号2 宛名施設 宛名 宛先住所１ 宛先住所２"_s.split(u' ');
+    if (layout.startsWith(u"同意管理同意台帳"_s))
+        return u"枠線描画 何月分 検索名称 種別 No 患者ID 患者名 同意日 同意書期限 新同意日 経過 担当者 "
+               u"依頼日 "
+               "予備1 予備2 受取日 担当者2 担当者3 担当者4 担当者5 同意種別 同意種別タイトル 出力対象月From "
+               "出力対象月To 医師ID 医師名 機関名 機関ID 病院別依頼方法 個別依頼方法"_s.split(u' ');
+    if (layout.contains(u"更新"_s))
+        return u"枠線描画 何月分 検索内容 改ページ条件 改ページID 主担当施術者ID 主担当施術者名 相談員ID "
+               u"相談員名 "
+               "明細No 利用者ID 利用者名 利用者カナ 施術区分 施術区分表示 変形徒手有無 要加療期間自 "
+               "要加療期間至 "
+               "変形徒手期間自 変形徒手期間至 同意日 診察日 初療日 初療日からの経過月 医師ID 医師名 "
+               "医療機関ID "
+               "医療機関名 医療機関住所 病院別依頼方法 個別依頼方法"_s.split(u' ');
+    if (layout.startsWith(u"利用者別"_s))
+        return u"利用者ID 利用者名 同意年月日 加療期間開始 加療期間終了 同意医師名 病院名"_s.split(u' ');
+    return consentFormColumns();
+}
+
+QString valueOf(const QString &column, bool grouped) {
+    static const QHash<QString, QString> choices{
+        {u"鍼灸傷病7"_s, u"1"_s},  {u"再同意フラグ"_s, u"1"_s}, {u"利用者ID表示"_s, u"1"_s},
+        {u"施術者印字"_s, u"1"_s}, {u"枠線描画"_s, u"1"_s},     {u"改ページ条件"_s, u"相談員"_s}};
+    if (column == u"医師まとめ"_s)
+        return QString::number(grouped);
+    if (column.startsWith(u"郵便番号"_s))
+        return u"1234"_s;
+    return choices.value(column, column + u"の値がとても長いので縮めて入れる"_s.repeated(4));
+}
+
+Document documentOf(const QString &layout, const QStringList &values) {
+    QFile file(u":/sample/layouts/"_s + layout);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << layout.toStdString();
+    Problem problem;
+    const auto read = readLayout(file.readAll(), layout, &problem);
+    EXPECT_TRUE(read) << problem.sentence().toStdString();
+    Report report;
+    report.layout = std::make_shared<Layout>(read.value_or(Layout()));
+    report.sources = {{report.layout->dataName, tableOf(columnsOf(layout).join(u',') + u"\r\n\""_s +
+                                                        values.join(u"\",\""_s) + u"\"\r\n"_s)}};
+    return Document({report}, {});
+}
+
+/// Whether the text stands on the sheet when every column has its value.
+bool isShown(const Element &element, bool grouped) {
+    return std::ranges::all_of(element.when, [&](const ShowWhen &when) {
+        const QString value = valueOf(when.item, grouped);
+        return (when.values.isEmpty() ? !value.isEmpty() : when.values.contains(value)) != when.inverted;
+    });
+}
+
+void expectWhole(const Document &document, bool grouped) {
+    const Layout &layout = *document.reports()[0].layout;
+    const QString printed = textOf(document, 0).remove(u'\n');
+    for (const Section &section : layout.sections)
+        for (const Element &element : section.elements) {
+            const auto *box = std::get_if<TextBox>(&element.shape);
+            if (!box || !isShown(element, grouped))
+                continue;
+            for (const TextPiece &piece : box->pieces)
+                if (piece.isItem && !piece.text.startsWith(u'#')) {
+                    EXPECT_TRUE(printed.contains(valueOf(piece.text, grouped)))
+                        << layout.name.toStdString() << ':' << element.line << ' '
+                        << piece.text.toStdString();
+                    EXPECT_TRUE(box->shrink) << layout.name.toStdString() << ':' << element.line;
+                }
+        }
+    for (const TextRun &run : document.texts(0))
+        EXPECT_TRUE(QRectF({}, document.pageSize(0)).contains(run.area))
+            << layout.name.toStdString() << ' ' << run.text.toStdString();
+}
+
+class SampleLayouts : public testing::TestWithParam<const char *> {
+protected:
+    QString layout() const { return QString::fromUtf8(GetParam()); }
+};
+
+TEST_P(SampleLayouts, NameColumnsOfTheirData) {
+    const QStringList columns = columnsOf(layout());
+    const Document document = documentOf(layout(), QStringList(columns.size(), QString()));
+    EXPECT_EQ(document.pageCount(), 1);
+    for (const QString &item : document.reports()[0].layout->items())
+        EXPECT_TRUE(columns.contains(item) || item.startsWith(u'#') || item == u"見本フラグ"_s)
+            << item.toStdString();
+    EXPECT_EQ(document.warnings().join(u'\n').toStdString(), std::string());
+}
+
+TEST_P(SampleLayouts, ShrinkWhatIsLong) {
+    for (const bool grouped : {false, true}) {
+        QStringList values;
+        for (const QString &column : columnsOf(layout()))
+            values.append(valueOf(column, grouped));
+        expectWhole(documentOf(layout(), values), grouped);
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(All, SampleLayouts,
+                         testing::Values("同意書_マッサージ初回.wfd", "同意書_マッサージ再同意.wfd",
+                                         "同意書_鍼灸初回.wfd", "同意書_鍼灸再同意.wfd",
+                                         "同意書_マッサージ_B5.wfd", "埼玉口頭同意M.wfd", "埼玉口頭同意H.wfd",
+                                         "同意依頼書_CARE01.wfd", "同意依頼書_CARE02_マ継続.wfd",
+                                         "同意依頼書_CARE02_変継続.wfd", "同意依頼書_CARE03_マto変.wfd",
+                                         "同意依頼書_CARE04_先生変更.wfd", "封筒印刷角2.wfd", "封筒印刷.wfd",
+                                         "同意管理同意台帳01.wfd", "同意管理同意台帳02.wfd",
+                                         "同意管理同意台帳03.wfd", "同意管理同意台帳04.wfd",
+                                         "同意書更新チェックリスト.wfd", "同意管更新管理表.wfd",
+                                         "利用者別同意履歴.wfd"));
+
+} // namespace
