@@ -64,6 +64,15 @@ QString sexText(int sex) {
     return sex == 1 ? u"男"_s : sex == 2 ? u"女"_s : QString();
 }
 
+// A letter has room for one practitioner: patients of different ones get none.
+QString practitioner(const Letter &letter, const LetterSource &source, int which) {
+    const QString &first = source.rows[letter.rows.front()].staff[size_t(which)];
+    for (const size_t row : letter.rows)
+        if (source.rows[row].staff[size_t(which)] != first)
+            return {};
+    return first;
+}
+
 } // namespace
 
 std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const LetterSource &source,
@@ -74,7 +83,9 @@ std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const Le
         const LetterRow &row = source.rows[i];
         const LetterOrder &order = orders[row.order];
         const QString code = doctorCode(order, row);
-        const QString shared = u"%1\n%2\n%3"_s.arg(order.layout, code, QString::number(order.toHospital));
+        const QString shared = QStringList{order.layout, code, order.toHospital ? u"1"_s : u"0"_s,
+                                           row.acupuncture ? u"1"_s : u"0"_s}
+                                   .join(u'\n');
         const auto letter = grouped && !code.isEmpty() ? open.constFind(shared) : open.constEnd();
         if (letter != open.constEnd() && letters[*letter].rows.size() < Letter::mostPatients) {
             letters[*letter].rows.push_back(i);
@@ -130,7 +141,7 @@ std::vector<DataValue> letterRecord(const Letter &letter, std::span<const Letter
         formatDate(row.birthday, u"g"),
         sexText(row.sex),
         options.remark,
-        row.staff[size_t(options.practitioner)],
+        practitioner(letter, source, options.practitioner),
         diagnosisText(row),
         qint64(options.printPractitioner),
     };

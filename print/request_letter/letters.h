@@ -21,8 +21,8 @@ struct Letter {
     std::vector<size_t> rows;
 };
 
-/// Divides the rows into letters, in the rows' order. Grouped, rows of the same doctor, addressee and layout
-/// share a letter, ten at most; a row that names no doctor stands alone.
+/// Divides the rows into letters, in the rows' order. Grouped, rows of the same doctor, addressee, layout
+/// and treatment share a letter, ten at most; a row that names no doctor stands alone.
 std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const LetterSource &source,
                                    bool grouped);
 

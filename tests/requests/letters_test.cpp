@@ -108,10 +108,16 @@ TEST_F(LettersTest, EmptyStaysEmpty) {
 TEST_F(LettersTest, TenPatientsOfADoctorShareALetter) {
     options.grouped = true;
     for (int number = 1; number <= 10; ++number)
-        add(number, {}, u"tBirthday = '1950/03/10'"_s);
+        add(number, {}, u"tBirthday = '1950/03/10', nTantou = 5"_s);
     auto all = records();
     ASSERT_EQ(all.size(), 1);
     EXPECT_EQ(all[0][u"医師まとめ"_s], u"1"_s);
+    EXPECT_EQ(all[0][u"主担当"_s], u"佐藤"_s);
+    database.run(u"UPDATE RIYOUSHA SET nTantou = 6 WHERE nIDNo = 10"_s);
+    EXPECT_EQ(records()[0][u"主担当"_s], u""_s) << "not the practitioner of all";
+    database.run(u"UPDATE RIYOUSHA SET iSejutsuKubun = 1 WHERE nIDNo = 10"_s);
+    EXPECT_EQ(records().size(), 2) << "a letter speaks of one treatment";
+    database.run(u"UPDATE RIYOUSHA SET iSejutsuKubun = 0"_s);
     EXPECT_EQ(all[0][u"まとめ1"_s], u"利用者1 様　昭和25年3月10日生　要加療期間 令和8年12月31日まで"_s);
     EXPECT_TRUE(all[0][u"まとめ10"_s].startsWith(u"利用者10 "_s));
     add(11);
