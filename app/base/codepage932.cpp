@@ -2,6 +2,7 @@
 
 #include "app/base/kana.h"
 
+#include <algorithm>
 #include <array>
 #include <unicode/ucnv.h>
 #include <vector>
@@ -201,6 +202,12 @@ QString decode932(QByteArrayView bytes) {
     }
     text.truncate(out - text.constData());
     return text;
+}
+
+bool looksLikeUtf8(QByteArrayView bytes) {
+    // Japanese characters take three bytes, the first of which is one of these.
+    return std::any_of(bytes.begin(), bytes.end(), [](char byte) { return uchar(byte) >= 0xE0; }) &&
+           bytes.isValidUtf8();
 }
 
 bool fits932(QStringView text) {

@@ -17,6 +17,10 @@ Encoded932 encode932(const QString &text);
 /// Decodes bytes of a file; a byte or a pair of bytes that is no character becomes U+FFFD.
 QString decode932(QByteArrayView bytes);
 
+/// Whether bytes that should be of the page are Japanese text in UTF-8. Some of it is sound code page 932,
+/// too, but text of the page is not sound UTF-8 by chance.
+bool looksLikeUtf8(QByteArrayView bytes);
+
 /// Whether every character of the text can be written in code page 932 without replacement.
 bool fits932(QStringView text);
 

@@ -59,7 +59,7 @@ TEST(DataTable, NamesThePlaceOfAFault) {
         {"NUL", header + QByteArray("1,\0", 3) + "\r\n", 2, 3},
         {"half a character", header + encode932(u"\"表\","_s).bytes + "\x81\r\n", 2, 5},
         {"UTF-8 with its mark", "\xEF\xBB\xBF" + header, 1, 0},
-        {"UTF-8", u"\"名前\",\"b\"\r\n\"花子の家\",1\r\n"_s.toUtf8(), 2, 6},
+        {"UTF-8", u"\"名前\",\"b\"\r\n\"花子の家\",1\r\n"_s.toUtf8(), 1, 0},
         {"UTF-16", QByteArray("\xFF\xFE\"\0", 4), 1, 1},
     };
     for (const Fault &fault : faults) {

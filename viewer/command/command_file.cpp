@@ -208,11 +208,6 @@ std::optional<Job> JobReader::finish() {
     return std::nullopt;
 }
 
-/// Three bytes a character: text of the code page is not sound UTF-8 by chance.
-bool isUtf8(const QByteArray &bytes) {
-    return std::ranges::any_of(bytes, [](char byte) { return uchar(byte) >= 0xE0; }) && bytes.isValidUtf8();
-}
-
 } // namespace
 
 QSizeF Job::paperSize() const {
@@ -221,7 +216,7 @@ QSizeF Job::paperSize() const {
 
 std::optional<Job> readCommandFile(const QByteArray &bytes, const QString &name, Problem *problem) {
     *problem = {name, 0, 0, {}};
-    if (isUtf8(bytes)) {
+    if (looksLikeUtf8(bytes)) {
         problem->text = u"UTF-8 のファイルです。Shift_JIS（コードページ932）で保存してください。"_s;
         return std::nullopt;
     }

@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QFile>
-#include <QStringDecoder>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -23,12 +22,6 @@ FieldSigns signsOf(const DataFormat &format) {
     return {signByte(format.separator), signByte(format.quote)};
 }
 
-bool isUtf8(const QByteArray &bytes) {
-    QStringDecoder decoder(QStringDecoder::Utf8);
-    const QString text = decoder.decode(bytes);
-    return !text.isEmpty() && !decoder.hasError();
-}
-
 /// Goes through the lines of a file once and remembers where its records begin.
 class RecordFinder {
 public:
@@ -36,7 +29,7 @@ public:
         : m_bytes(bytes), m_format(format), m_signs(signsOf(format)) {}
 
     bool find() {
-        if (m_bytes.startsWith("\xEF\xBB\xBF"))
+        if (looksLikeUtf8(m_bytes))
             return fail(1, 0, u"UTF-8で書かれています。コードページ932（シフトJIS）で保存してください。"_s);
         for (qsizetype at = 0; at < m_bytes.size();) {
             const qsizetype end = lineEnd(m_bytes, at);
@@ -93,9 +86,7 @@ private:
         if (wrong == text.end())
             return true;
         return fail(m_line, int(wrong - text.begin()) + 1,
-                    isUtf8(m_bytes) && *wrong != QChar::Null
-                        ? u"UTF-8で書かれています。コードページ932（シフトJIS）で保存してください。"_s
-                        : u"コードページ932（シフトJIS）の文字ではありません。"_s);
+                    u"コードページ932（シフトJIS）の文字ではありません。"_s);
     }
 
     static int characterAt(QByteArrayView line, qsizetype at) {

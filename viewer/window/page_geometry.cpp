@@ -20,19 +20,19 @@ double PageGeometry::scaleForPage(QSizeF area) const {
     if (m_largest.isEmpty())
         return 1;
     return std::min(scaleForWidth(area.width()),
-                    std::max(0.1, (area.height() - 2 * (gap - shadow)) / m_largest.height()));
+                    std::max(0.1, (area.height() - lead - gap) / m_largest.height()));
 }
 
 QSizeF PageGeometry::contentSize() const {
     if (m_sizes.empty())
         return {};
     return {m_largest.width() * m_scale + 2 * gap,
-            m_tops.back() * m_scale + gap * double(m_sizes.size() + 1)};
+            lead + m_tops.back() * m_scale + gap * double(m_sizes.size())};
 }
 
 QRectF PageGeometry::page(int page) const {
     const QSizeF size = m_sizes[size_t(page)] * m_scale;
-    return {-size.width() / 2, m_tops[size_t(page)] * m_scale + gap * (page + 1), size.width(),
+    return {-size.width() / 2, lead + m_tops[size_t(page)] * m_scale + gap * page, size.width(),
             size.height()};
 }
 

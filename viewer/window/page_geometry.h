@@ -15,8 +15,9 @@ struct PagePoint {
 /// the top; pages are centred about x = 0.
 class PageGeometry {
 public:
-    static constexpr double gap = 12;   ///< pixels between pages and round them
-    static constexpr double shadow = 2; ///< below and right of a page
+    static constexpr double gap = 12;                ///< pixels between pages and round them
+    static constexpr double shadow = 2;              ///< below and right of a page
+    static constexpr double lead = gap - 2 * shadow; ///< above the first page
 
     /// @param sizes of all pages, mm
     void setSizes(const std::vector<QSizeF> &sizes);
@@ -30,7 +31,7 @@ public:
     QSizeF contentSize() const;
     QRectF page(int page) const;
     /// The height to scroll to for a page: nothing of the one before it is seen.
-    double topOf(int at) const { return page(at).top() - gap + 2 * shadow; }
+    double topOf(int at) const { return page(at).top() - lead; }
     /// The page at a height, or the nearest one; −1 when there is none.
     int pageAt(double y) const;
     PagePoint toPage(QPointF content) const;
