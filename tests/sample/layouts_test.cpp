@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QHash>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,15 +35,23 @@ QStringList columnsOf(const QString &layout) {
     return consentFormColumns();
 }
 
-QString valueOf(const QString &column, bool grouped) {
+struct Filling {
+    bool grouped; ///< a letter for several patients
+    int length;   ///< of the texts, in sentences
+};
+
+QString valueOf(const QString &column, Filling filling) {
     static const QHash<QString, QString> choices{
         {u"鍼灸傷病7"_s, u"1"_s},  {u"再同意フラグ"_s, u"1"_s}, {u"利用者ID表示"_s, u"1"_s},
         {u"施術者印字"_s, u"1"_s}, {u"枠線描画"_s, u"1"_s},     {u"改ページ条件"_s, u"相談員"_s}};
     if (column == u"医師まとめ"_s)
-        return QString::number(grouped);
+        return QString::number(filling.grouped);
     if (column.startsWith(u"郵便番号"_s))
         return u"1234"_s;
-    return choices.value(column, column + u"の値がとても長いので縮めて入れる"_s.repeated(4));
+    static const QRegularExpression date(u"日$|期間|開始|終了|期限|自$|至$"_s);
+    if (column.contains(date))
+        return u"令和08年12月31日"_s;
+    return choices.value(column, column + u"の値がとても長いので縮めて入れる"_s.repeated(filling.length));
 }
 
 Document documentOf(const QString &layout, const QStringList &values) {
@@ -59,32 +68,40 @@ Document documentOf(const QString &layout, const QStringList &values) {
 }
 
 /// Whether the text stands on the sheet when every column has its value.
-bool isShown(const Element &element, bool grouped) {
+bool isShown(const Element &element, Filling filling) {
     return std::ranges::all_of(element.when, [&](const ShowWhen &when) {
-        const QString value = valueOf(when.item, grouped);
+        const QString value = valueOf(when.item, filling);
         return (when.values.isEmpty() ? !value.isEmpty() : when.values.contains(value)) != when.inverted;
     });
 }
 
-void expectWhole(const Document &document, bool grouped) {
+void expectWhole(const Document &document, Filling filling) {
     const Layout &layout = *document.reports()[0].layout;
     const QString printed = textOf(document, 0).remove(u'\n');
     for (const Section &section : layout.sections)
         for (const Element &element : section.elements) {
             const auto *box = std::get_if<TextBox>(&element.shape);
-            if (!box || !isShown(element, grouped))
+            if (!box || !isShown(element, filling))
                 continue;
             for (const TextPiece &piece : box->pieces)
                 if (piece.isItem && !piece.text.startsWith(u'#')) {
-                    EXPECT_TRUE(printed.contains(valueOf(piece.text, grouped)))
+                    EXPECT_TRUE(printed.contains(valueOf(piece.text, filling)))
                         << layout.name.toStdString() << ':' << element.line << ' '
                         << piece.text.toStdString();
                     EXPECT_TRUE(box->shrink) << layout.name.toStdString() << ':' << element.line;
                 }
         }
-    for (const TextRun &run : document.texts(0))
-        EXPECT_TRUE(QRectF({}, document.pageSize(0)).contains(run.area))
-            << layout.name.toStdString() << ' ' << run.text.toStdString();
+    const std::vector<TextRun> runs = document.texts(0);
+    for (auto run = runs.begin(); run != runs.end(); ++run) {
+        EXPECT_TRUE(QRectF({}, document.pageSize(0)).contains(run->area))
+            << layout.name.toStdString() << ' ' << run->text.toStdString();
+        for (auto other = runs.begin(); other != run; ++other) {
+            const QRectF shared = run->area.intersected(other->area);
+            EXPECT_FALSE(shared.width() > 1 && shared.height() > 0.3) // mm
+                << layout.name.toStdString() << ' ' << run->text.toStdString() << " over "
+                << other->text.toStdString();
+        }
+    }
 }
 
 class SampleLayouts : public testing::TestWithParam<const char *> {
@@ -103,11 +120,12 @@ TEST_P(SampleLayouts, NameColumnsOfTheirData) {
 }
 
 TEST_P(SampleLayouts, ShrinkWhatIsLong) {
-    for (const bool grouped : {false, true}) {
+    for (const Filling filling :
+         {Filling{false, 0}, Filling{false, 1}, Filling{false, 4}, Filling{true, 4}}) {
         QStringList values;
         for (const QString &column : columnsOf(layout()))
-            values.append(valueOf(column, grouped));
-        expectWhole(documentOf(layout(), values), grouped);
+            values.append(valueOf(column, filling));
+        expectWhole(documentOf(layout(), values), filling);
     }
 }
 
