@@ -1,7 +1,9 @@
 #include "consent/entry/draft.h"
 
 #include "app/base/dates.h"
+#include "db/tables/patient/acupuncture_diseases.h"
 
+#include <QStringList>
 #include <algorithm>
 #include <variant>
 
@@ -122,6 +124,16 @@ std::span<const Treatment> treatments() {
         {u"iHKKyuUmu", &Row::iHKKyuUmu, &Row::tHKKyuSday, &Row::tHKKyuEday},
         {u"iHKDekiUmu", &Row::iHKDekiUmu, &Row::tHKDenkiSday, &Row::tHKDenkiEday}};
     return all;
+}
+
+QString diseaseNames(const ConsentDraft &draft) {
+    QStringList names;
+    for (size_t i = 0; i < acupunctureDiseaseNames.size(); ++i)
+        if (draft.*acupunctureDiseases[i] != 0)
+            names.append(acupunctureDiseaseNames[i].toString());
+    if (draft.iHKSyobyou07Flg != 0)
+        names.append(draft.cSyoujyouSonotaStr.isEmpty() ? u"その他"_s : draft.cSyoujyouSonotaStr);
+    return names.join(u"、"_s);
 }
 
 bool isColumn(QStringView column) {

@@ -41,6 +41,9 @@ inline bool isDeformity(const ConsentDraft &draft) {
     return draft.iHenkeiFlg == 1;
 }
 
+/// The ticked acupuncture diseases joined with "、", the other one by its own text.
+QString diseaseNames(const ConsentDraft &draft);
+
 /// @name A column by its name
 /// Null is an invalid variant. Names that are no column are ignored and give an invalid variant.
 ///@{

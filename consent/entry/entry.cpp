@@ -40,7 +40,7 @@ short ConsentEntry::iNew(const PatientKey &patient) {
         const ErrorsSince errors(m_db);
         if (readDefaultDiagnosis(m_db, m_patient, m_draft.cDouiByoumei) != 0)
             return fail(errors.text());
-        diagnosisTyped({});
+        followDiagnosis({});
     }
     if (!m_draft.cIsiCd.isEmpty() && setDocData() != 0)
         return -1;
@@ -85,23 +85,19 @@ short ConsentEntry::iReadBasis() {
     return 0;
 }
 
-// A doctor who is in no list keeps the data that the consent before him had.
+// A doctor who is in no list keeps the data that the consent before him had; one who cannot be looked up must
+// not be registered under another's name.
 short ConsentEntry::setDocData() {
-    if (m_draft.cIsiCd.isEmpty()) {
-        m_draft.cDouiIsiName = m_draft.cDouiIsiKikan = m_draft.cDouiIsiAdd = QString();
-        return 0;
-    }
     const ErrorsSince errors(m_db);
     DoctorData doctor;
-    const RowRead read = readDoctorData(m_db, m_draft.cIsiCd, doctor);
-    if (read == RowRead::Failed)
-        return fail(errors.text() + u"\r\nsetDocData() でエラー"_s);
-    if (read == RowRead::Found) {
-        m_draft.cDouiIsiName = doctor.cName;
-        m_draft.cDouiIsiAdd = doctor.cAddress1;
-        m_draft.cDouiIsiKikan = doctor.cShamei1;
-    }
-    return 0;
+    const RowRead read =
+        m_draft.cIsiCd.isEmpty() ? RowRead::Found : readDoctorData(m_db, m_draft.cIsiCd, doctor);
+    if (read == RowRead::Absent)
+        return 0;
+    m_draft.cDouiIsiName = doctor.cName;
+    m_draft.cDouiIsiAdd = doctor.cAddress1;
+    m_draft.cDouiIsiKikan = doctor.cShamei1;
+    return read == RowRead::Found ? short(0) : fail(errors.text() + u"\r\nsetDocData() でエラー"_s);
 }
 
 bool ConsentEntry::isChanged() const {
@@ -126,9 +122,15 @@ short ConsentEntry::enter(QStringView column, const QVariant &value) {
         setKind(value.value<short>());
         return 0;
     }
-    const QString diagnosisBefore = m_draft.cDouiByoumei;
-    const Period before{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+    const ConsentDraft before = m_draft;
     setColumnValue(m_draft, column, value);
+    followPeriod(column, before);
+    followTick(column);
+    followDiagnosis(before);
+    return column == u"cIsiCd" ? setDocData() : short(0);
+}
+
+void ConsentEntry::followPeriod(QStringView column, const ConsentDraft &before) {
     if (column == u"tDouiDay") {
         if (!isDeformity(m_draft))
             m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
@@ -136,20 +138,13 @@ short ConsentEntry::enter(QStringView column, const QVariant &value) {
     } else if (column == u"nDouiUpMonth") {
         proposePeriod();
     } else if (column == u"tDouiKaryoS" || column == u"tDouiKaryoE") {
-        Period now{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
-        if (column == u"tDouiKaryoS" && now.start.isValid())
-            now.end = endFromStart(m_basis, m_draft);
-        m_draft.tDouiKaryoS = before.start;
-        m_draft.tDouiKaryoE = before.end;
-        setPeriod(now);
-    } else if (column == u"cDouiByoumei") {
-        diagnosisTyped(diagnosisBefore);
-    } else if (column == u"cIsiCd") {
-        return setDocData();
-    } else {
-        treatmentTicked(column);
+        Period entered{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+        if (column == u"tDouiKaryoS" && entered.start.isValid())
+            entered.end = endFromStart(m_basis, m_draft);
+        m_draft.tDouiKaryoS = before.tDouiKaryoS;
+        m_draft.tDouiKaryoE = before.tDouiKaryoE;
+        setPeriod(entered);
     }
-    return 0;
 }
 
 // Stored rows keep their kind: a change of it would be another consent.
@@ -192,7 +187,7 @@ void ConsentEntry::setPeriod(const Period &period) {
     }
 }
 
-void ConsentEntry::treatmentTicked(QStringView column) {
+void ConsentEntry::followTick(QStringView column) {
     for (const Treatment &treatment : treatments()) {
         if (!treatment.flag || treatment.flagColumn != column)
             continue;
@@ -202,17 +197,21 @@ void ConsentEntry::treatmentTicked(QStringView column) {
     }
 }
 
-// The diagnosis of the patient's own treatment follows while it says the same.
-void ConsentEntry::diagnosisTyped(const QString &before) {
-    const auto follow = [&](QString &own) {
-        if (own.isEmpty() || own == before)
-            own = m_draft.cDouiByoumei;
+// Acupuncture's diagnosis is what is ticked; that of the patient's own treatment says the same. Each follows
+// until it is given words of its own.
+void ConsentEntry::followDiagnosis(const ConsentDraft &before) {
+    const auto follow = [](QString &own, const QString &was, const QString &now) {
+        if (was != now && (own.isEmpty() || own == was))
+            own = now;
     };
+    if (m_patient.acupuncture && !isDeformity(m_draft))
+        follow(m_draft.cDouiByoumei, diseaseNames(before), diseaseNames(m_draft));
+    const QString &diagnosis = m_draft.cDouiByoumei;
     if (m_patient.acupuncture) {
-        follow(m_draft.cByoumeiH);
+        follow(m_draft.cByoumeiH, before.cDouiByoumei, diagnosis);
     } else {
-        follow(m_draft.cByoumeiM);
-        follow(m_draft.cMasByoumei);
+        follow(m_draft.cByoumeiM, before.cDouiByoumei, diagnosis);
+        follow(m_draft.cMasByoumei, before.cDouiByoumei, diagnosis);
     }
 }
 

@@ -57,10 +57,11 @@ private:
     const ConsentDraft *newest(short iHenkeiFlg) const;
 
     void setKind(short iHenkeiFlg);
+    void followPeriod(QStringView column, const ConsentDraft &before);
     void proposePeriod();
     void setPeriod(const Period &period);
-    void treatmentTicked(QStringView column);
-    void diagnosisTyped(const QString &before);
+    void followTick(QStringView column);
+    void followDiagnosis(const ConsentDraft &before);
 
     const Environment &m_environment;
     cT_ADODB &m_db;

@@ -116,10 +116,12 @@ ConsentRowKey frmDouiRecord::keyOf(int row) const {
     return row < 0 ? ConsentRowKey() : m_history->rows()[size_t(row)].key();
 }
 
+// Keys of the grid; on a button they would do something else than it says.
 void frmDouiRecord::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
+    const bool inGrid = focusWidget() == m_ui->ssDouiD;
+    if (inGrid && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
         change();
-    else if (event->key() == Qt::Key_Delete)
+    else if (inGrid && event->key() == Qt::Key_Delete)
         erase();
     else
         QDialog::keyPressEvent(event);

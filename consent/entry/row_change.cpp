@@ -5,11 +5,21 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// A connection that was lost opens anew; where it does not, the transaction fails and says why.
+cT_ADODB &connected(cT_ADODB &db) {
+    db.iConnect();
+    return db;
+}
+
+} // namespace
+
 RowChange::RowChange(cT_ADODB &db, const PatientKey &patient)
     : m_db(db),
       m_patient(patient),
       m_errors(db),
-      m_transaction((db.iConnect(), db)),
+      m_transaction(connected(db)),
       m_ready(m_transaction.begun() && db.iExecSQL(sqlLockPatient(patient)) == 0) {}
 
 RowOutcome RowChange::find(const ConsentDraft &seen, Compared columns, ConsentDraft &now) {

@@ -75,6 +75,11 @@ QString endText(const ListContext &context, const QDate &end) {
 }
 
 // The hospital's own way stands in brackets while the row has none.
+// The remark's own editor takes line breaks; a cell is one line.
+QString onOneLine(QString text) {
+    return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ');
+}
+
 QString methodText(const ListCellSource &row) {
     const int number = row.values.method;
     const QString text = row.context.methods.text(number);
@@ -165,7 +170,7 @@ QString cellText(const ListCellSource &row, ListColumn column) {
     case C::Method:
         return methodText(row);
     case C::Remark:
-        return row.values.remark;
+        return onOneLine(row.values.remark);
     case C::Treatment:
         return treatmentText(records, row.record);
     default:

@@ -108,7 +108,14 @@ TEST_F(EntryFormTest, TheHistoryChangesErasesAndKeepsItsRow) {
     for (const int day : {20250512, 20251110, 20260520})
         consent(day);
     frmDouiRecord form(environment);
-    ASSERT_EQ(form.iInit(database.db, massagePatient), 0) << form.sErrMsg().toStdString();
+    EXPECT_EQ(form.g75_Connect(), u"NG"_s);
+    EXPECT_EQ(form.iInit(massagePatient), -1);
+    EXPECT_TRUE(form.sErrMsg().contains(u"adodb.ini"_s)) << form.sErrMsg().toStdString();
+    QFile settings(programFolder.filePath(u"adodb.ini"_s));
+    ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+    settings.write(encode932(u"[接続情報]\r\n接続情報="_s + database.connectionString()).bytes);
+    settings.close();
+    ASSERT_EQ(form.iInit(massagePatient), 0) << form.sErrMsg().toStdString();
     show(form);
     auto *grid = in<Grid>(form, u"ssDouiD"_s);
     EXPECT_EQ(grid->currentIndex().row(), 2) << "the newest";
@@ -124,6 +131,7 @@ TEST_F(EntryFormTest, TheHistoryChangesErasesAndKeepsItsRow) {
     EXPECT_EQ(keys(), QStringList({u"20250512/0/0/0"_s, u"20260520/0/0/0"_s, u"20260601/0/0/1"_s}));
 
     messages.answers = {Answer::No, Answer::Yes};
+    grid->setFocus();
     QTest::keyClick(grid, Qt::Key_Delete);
     EXPECT_EQ(said(), u"同意履歴データの削除を行います。\r\n削除してもよろしいですか？\r\n"
                       "（削除した同意履歴データは完全に消去されます）"_s);

@@ -79,6 +79,19 @@ TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverrul
     EXPECT_EQ(entry.draft().tHenkeSday, QDate(2026, 6, 1));
 }
 
+TEST_F(ConsentEntryTest, TheDiagnosisFollowsTheTickedDiseasesUntilItIsReworded) {
+    ASSERT_EQ(entry.iNew(acupuncturePatient), 0);
+    EXPECT_EQ(entry.enter(u"iHKSyobyou01Flg", 1), 0);
+    EXPECT_EQ(entry.enter(u"iHKSyobyou07Flg", 1), 0);
+    EXPECT_EQ(entry.enter(u"cSyoujyouSonotaStr", u"頭痛"_s), 0);
+    EXPECT_EQ(entry.draft().cDouiByoumei, u"神経痛、頭痛"_s);
+    EXPECT_EQ(entry.draft().cByoumeiH, u"神経痛、頭痛"_s);
+    EXPECT_EQ(entry.enter(u"cByoumeiH", u"片頭痛"_s), 0);
+    EXPECT_EQ(entry.enter(u"iHKSyobyou01Flg", 0), 0);
+    EXPECT_EQ(entry.draft().cDouiByoumei, u"頭痛"_s);
+    EXPECT_EQ(entry.draft().cByoumeiH, u"片頭痛"_s);
+}
+
 TEST_F(ConsentEntryTest, ChangingARowsDateMovesTheRowWithItsRequestFields) {
     consent(20260520, u"iNewestFlg = 1, iOutputFlg = 1, cItiranBikou = 'FAX', iSendFlg = 1,"
                       "tSaiDouiDay = '2026/11/18', cKobetuDouiIrai = '', iDouishoSaishutokuKikan = 5"_s);
