@@ -93,10 +93,18 @@ short frm同意依頼::iInit(std::vector<RequestRow> rows, const QString &note) 
     m_ui->lblNote->setText(note);
     m_ui->lblNote->setVisible(!note.isEmpty());
     showOptions();
-    m_ui->ssIrai->fitColumns();
+    fitColumns();
     m_ui->ssIrai->goTo(0, RequestRowsModel::Paper);
     m_ui->imD_Output->setFocus();
     return 0;
+}
+
+// The choice of the kind needs room for its arrow.
+void frm同意依頼::fitColumns() {
+    Grid *grid = m_ui->ssIrai;
+    grid->fitColumns();
+    grid->setColumnWidth(RequestRowsModel::Kind,
+                         grid->columnWidth(RequestRowsModel::Kind) + grid->widthOf(2));
 }
 
 void frm同意依頼::showOptions() {
@@ -173,5 +181,6 @@ void frm同意依頼::chooseDoctor() {
         return;
     }
     m_model->askDoctor(row, doctor.code, doctor.name, found.value(doctor.code).institution);
+    fitColumns();
     m_ui->ssIrai->setFocus();
 }

@@ -32,6 +32,7 @@ protected:
 
 private:
     void wire();
+    void fitColumns();
     void showOptions();
     void showState();
     bool readOptions(LetterOptions &options);

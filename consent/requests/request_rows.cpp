@@ -2,19 +2,21 @@
 
 #include "consent/list/list_model.h"
 
-#include <algorithm>
+#include <QMultiHash>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-LetterFacts factsOf(const ConsentRowKey &key, std::span<const GivenConsent> consents) {
+using Consents = QMultiHash<qint32, const GivenConsent *>; ///< by patient number
+
+LetterFacts factsOf(const ConsentRowKey &key, const Consents &consents) {
     LetterFacts facts;
     facts.deformity = key.iHenkeiFlg == 1;
     QDate latest;
-    for (const GivenConsent &consent : consents) {
-        if (!(consent.key.patient == key.patient))
-            continue;
+    const auto [first, end] = consents.equal_range(key.patient.nIDNo);
+    for (auto it = first; it != end; ++it) {
+        const GivenConsent &consent = **it;
         const bool own = consent.key == key;
         if (own)
             facts.askedDoctor = consent.doctor;
@@ -38,6 +40,9 @@ LetterFacts factsOf(const ConsentRowKey &key, std::span<const GivenConsent> cons
 
 std::vector<RequestRow> requestRows(const ConsentListModel &model, std::span<const GivenConsent> consents) {
     const ListRecords &records = model.records();
+    Consents byPatient;
+    for (const GivenConsent &consent : consents)
+        byPatient.insert(consent.key.patient.nIDNo, &consent);
     std::vector<RequestRow> rows;
     for (int shown = 0; shown < model.rowCount(); ++shown) {
         const int record = model.recordOfRow(shown);
@@ -58,7 +63,7 @@ std::vector<RequestRow> requestRows(const ConsentListModel &model, std::span<con
         row.doctorName = cell(ListColumn::Doctor);
         row.oral = records.flag(record, ListField::Procedure);
         row.requested = values.requested != 0;
-        row.facts = factsOf(row.key, consents);
+        row.facts = factsOf(row.key, byPatient);
         row.kind = proposeLetterKind(row.facts);
         row.toHospital = values.hospitalOut == 1 && values.doctorOut != 1;
         rows.push_back(row);
