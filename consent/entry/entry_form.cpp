@@ -12,6 +12,22 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// A new consent takes the tick over from the last one, where it may have been a spoilt form: it must not be
+// overlooked.
+void showClaimUse(QCheckBox &disabled) {
+    QFont font = disabled.font();
+    font.setBold(disabled.isChecked());
+    disabled.setFont(font);
+    QPalette palette;
+    if (disabled.isChecked())
+        palette.setColor(QPalette::WindowText, QColor(0xb0, 0x00, 0x20));
+    disabled.setPalette(palette);
+}
+
+} // namespace
+
 frmDouiRecordEdit::frmDouiRecordEdit(Environment &environment, QWidget *parent)
     : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::frmDouiRecordEdit>()) {
     m_ui->setupUi(this);
@@ -89,6 +105,7 @@ void frmDouiRecordEdit::refresh() {
     m_ui->bodyPanel->setLimbsOnly(isDeformity(draft));
     m_ui->pageHari->setEnabled(!isDeformity(draft));
     m_ui->lblRule->setText(m_entry->explainPeriod());
+    showClaimUse(*m_ui->iReceptDisabledFlg);
 }
 
 // Enter belongs to the boxes: a dialog would take it for itself.
