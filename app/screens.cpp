@@ -3,9 +3,9 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "app/forms/back_form.h"
-#include "app/forms/consent_print_placeholder.h"
 #include "app/forms/input_box.h"
 #include "consent/list/consent_list_form.h"
+#include "print/consent_form/consent_print_form.h"
 
 namespace {
 
@@ -26,6 +26,7 @@ private:
 
 class PrintScreen : public ConsentPrintScreen {
 public:
+    explicit PrintScreen(Environment &environment) : m_form(environment) {}
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3,
                 short number) override {
         return m_form.iInit(db, text1, text2, text3, number);
@@ -58,5 +59,5 @@ std::unique_ptr<ConsentListScreen> QtScreens::makeConsentList() {
 }
 
 std::unique_ptr<ConsentPrintScreen> QtScreens::makePrintScreen() {
-    return std::make_unique<PrintScreen>();
+    return std::make_unique<PrintScreen>(m_environment);
 }

@@ -23,7 +23,8 @@ set_allowed() {
     *) allowed="$db consent masters print" ;;
     esac
     if ! is_core "$1" && [[ $1 =~ ^(print|consent|masters)/ ]]; then
-        allowed+=" $forms"
+        # A form may open the pick lists of the masters.
+        allowed+=" $forms masters"
     fi
 }
 

@@ -153,6 +153,7 @@ void SetPrintSettings::read(const Folders &folders) {
     consentForms = section.flag(u"同意書"_s, consentForms);
     requestLetters = section.flag(u"同意依頼書"_s, requestLetters);
     envelopes = section.flag(u"封筒"_s, envelopes);
+    largeEnvelopes = section.flag(u"封筒角2"_s, largeEnvelopes);
     progressReports = section.flag(u"経過報告書"_s, progressReports);
     treatmentContent = section.flag(u"施術内容出力"_s, treatmentContent);
     doctorBlock = section.flag(u"同意医師欄出力"_s, doctorBlock);
@@ -165,6 +166,7 @@ short SetPrintSettings::iWrite(const Folders &folders, QString &reason) const {
         .write({{u"同意書"_s, stored(consentForms)},
                 {u"同意依頼書"_s, stored(requestLetters)},
                 {u"封筒"_s, stored(envelopes)},
+                {u"封筒角2"_s, stored(largeEnvelopes)},
                 {u"経過報告書"_s, stored(progressReports)},
                 {u"施術内容出力"_s, stored(treatmentContent)},
                 {u"同意医師欄出力"_s, stored(doctorBlock)},

@@ -46,6 +46,7 @@ struct SetPrintSettings {
     bool consentForms = true;
     bool requestLetters = false;
     bool envelopes = false;
+    bool largeEnvelopes = false;  ///< 角形2号, not 長形3号
     bool progressReports = false; ///< 経過報告書
     bool treatmentContent = true;
     bool doctorBlock = true;

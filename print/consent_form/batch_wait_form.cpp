@@ -1,0 +1,22 @@
+#include "print/consent_form/batch_wait_form.h"
+
+#include "widgets/wait_message_form.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+BatchResult waitForBatch(QWidget *parent, Environment &environment, const BatchOrder &order, int reports,
+                         const BatchPrint::MakeReport &makeReport) {
+    frmWaitMsg wait(parent);
+    wait.showProgress(
+        u"帳票を作成しています（%L1 件）。\r\n中止すると、作成中の %2 件の次で止まります。"_s.arg(reports)
+            .arg(BatchPrint::reportsInChunk),
+        frmWaitMsg::Cancel::Allowed);
+    const BatchPrint::MakeReport make = [&](int position, BatchReport &report, QString *reason) {
+        wait.setProgress(position, reports);
+        return makeReport(position, report, reason);
+    };
+    return BatchPrint(environment, order).run(reports, make, [&](int done, int all) {
+        wait.setProgress(done, all);
+        return !wait.cancelled();
+    });
+}

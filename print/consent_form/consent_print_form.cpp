@@ -1,0 +1,316 @@
+#include "print/consent_form/consent_print_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "masters/search/master_search_form.h"
+#include "masters/search/patient_search_form.h"
+#include "masters/search/staff_search_form.h"
+#include "print/consent_form/batch_wait_form.h"
+#include "print/consent_form/form_batch.h"
+#include "print/consent_form/form_files.h"
+#include "print/consent_form/form_messages.h"
+#include "ui_consent_print_form.h"
+#include "widgets/code_name_pair.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QAction>
+#include <QButtonGroup>
+#include <QKeyEvent>
+#include <QMenu>
+#include <QMenuBar>
+#include <algorithm>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Position in a list of choices, as the choice is stored.
+template <class Choice> Choice chosenOf(const QComboBox &box) {
+    return Choice(box.currentIndex());
+}
+
+} // namespace
+
+// The pairs belong to their code boxes.
+struct frm同意書印刷::Searches {
+    Searches(cT_ADODB &db, Environment &environment, Ui::ConsentPrintForm &ui)
+        : patients(db, environment), staff(db, environment), doctors(Master::Doctor, db, environment) {
+        Messages &messages = environment.messages;
+        patient = new CodeNamePair(ui.txtcRiyoushaNo, ui.txtcRiyoushaName, ui.btnSelRiyousha,
+                                   codeSearch(patients, messages), messages);
+        practitioner = new CodeNamePair(ui.txtcSejutsuNo, ui.txtcSejutsuName, ui.btnSelSejutsu,
+                                        codeSearch(staff, messages), messages);
+        doctor = new CodeNamePair(ui.txtcDoctorNo, ui.txtcDoctorName, ui.btnSelDoctor,
+                                  codeSearch(doctors, messages), messages);
+    }
+
+    cls患者検索 patients;
+    cls施術者検索 staff;
+    MasterSearch doctors;
+    CodeNamePair *patient;
+    CodeNamePair *practitioner;
+    CodeNamePair *doctor;
+};
+
+frm同意書印刷::frm同意書印刷(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::ConsentPrintForm>()) {
+    m_ui->setupUi(this);
+    for (int i = 0; i < m_ui->optSejutuKbn->buttons().size(); ++i)
+        m_ui->optSejutuKbn->setId(m_ui->optSejutuKbn->buttons()[i], i);
+    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo, m_ui->imD_Teisyutu})
+        box->setToday(environment.clock.today());
+    m_ui->imD_Teisyutu->setDate(environment.clock.today());
+    addMenu();
+    wire();
+    new EnterMovesOn(this);
+    resize(fontMetrics().horizontalAdvance(u'国') * 62, sizeHint().height());
+}
+
+// The searches watch boxes of the form; the form goes first.
+frm同意書印刷::~frm同意書印刷() = default;
+
+void frm同意書印刷::addMenu() {
+    auto *bar = new QMenuBar(this);
+    QMenu *menu = bar->addMenu(u"設定(&E)"_s);
+    m_oralForms = menu->addAction(u"口頭同意に専用書式（埼玉）を使う(&S)"_s);
+    m_oralForms->setObjectName(u"mnDouiOpt"_s);
+    m_oralForms->setCheckable(true);
+    layout()->setMenuBar(bar);
+}
+
+void frm同意書印刷::wire() {
+    connect(m_ui->optTaisyo_0, &QRadioButton::toggled, this, [this] { showTarget(); });
+    connect(m_ui->chkTeisyutuDate, &QCheckBox::toggled, m_ui->imD_Teisyutu, &QWidget::setEnabled);
+    connect(m_oralForms, &QAction::triggered, this, [this](bool on) { switchOralForms(on); });
+    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { print(PrintWay::Preview); });
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { print(PrintWay::Print); });
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, const QString &, short) {
+    m_db = &db;
+    m_searches = std::make_unique<Searches>(db, m_environment, *m_ui);
+    ConsentPrintSettings settings;
+    QString reason;
+    if (settings.iRead(m_environment.folders, reason) != 0)
+        m_environment.messages.show(printSettingsUnreadable(reason));
+    if (m_practice.iRead(m_environment.folders, reason) != 0)
+        m_environment.messages.show(printSettingsUnreadable(reason));
+    showSettings(settings);
+    showTarget();
+    m_ui->txtcRiyoushaNo->setFocus();
+    m_ui->txtcRiyoushaNo->selectAll();
+    return 0;
+}
+
+// Enter moves on, or presses the button that has the focus and never another.
+void frm同意書印刷::keyPressEvent(QKeyEvent *event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
+    else if (auto *button = qobject_cast<QPushButton *>(focusWidget()))
+        button->click();
+}
+
+void frm同意書印刷::showSettings(const ConsentPrintSettings &settings) {
+    m_ui->optSejutuKbn->button(int(settings.kind))->setChecked(true);
+    m_ui->cmbSort->setCurrentIndex(int(settings.order));
+    m_ui->cmbYoushiki->setCurrentIndex(int(settings.style));
+    m_ui->cmbYoushiki2->setCurrentIndex(int(settings.oral));
+    m_ui->chkNaiyou->setChecked(settings.treatmentContent);
+    m_ui->chkIsi->setChecked(settings.doctorBlock);
+    m_ui->chkSansyou->setChecked(settings.ignoreLayoutSettings);
+    m_ui->chkKaisya->setChecked(settings.company);
+    m_ui->chkRiyousyaKobetu->setChecked(settings.patientSettings);
+    m_ui->chkIsiKobetu->setChecked(settings.doctorSettings);
+    m_ui->chkTeisyutuDate->setChecked(settings.submissionDate);
+    m_ui->imD_Teisyutu->setEnabled(settings.submissionDate);
+    m_oralForms->setChecked(m_practice.oralSaitama);
+    // The last patient is only a proposal: one who is gone leaves the box empty.
+    if (settings.patient != 0) {
+        const CodeLookup patient = m_searches->patients.lookup(QString::number(settings.patient));
+        if (patient.found())
+            m_searches->patient->setRow(patient.row);
+    }
+}
+
+bool frm同意書印刷::single() const {
+    return m_ui->optTaisyo_0->isChecked();
+}
+
+void frm同意書印刷::showTarget() {
+    for (QWidget *control :
+         std::initializer_list<QWidget *>{m_ui->btnSelRiyousha, m_ui->txtcRiyoushaNo, m_ui->txtcRiyoushaName})
+        control->setEnabled(single());
+    m_ui->boxJouken->setEnabled(!single());
+    m_ui->cmbYoushiki2->setEnabled(!m_oralForms->isChecked());
+}
+
+bool frm同意書印刷::settle() {
+    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo, m_ui->imD_Teisyutu})
+        if (box->isEnabled() && !box->settle()) {
+            box->setFocus();
+            return false;
+        }
+    const std::initializer_list<CodeNamePair *> pairs{m_searches->patient, m_searches->practitioner,
+                                                      m_searches->doctor};
+    for (CodeNamePair *pair : pairs)
+        if (!pair->settle())
+            return false;
+    if (single() && m_searches->patient->row().code.isEmpty()) {
+        m_environment.messages.warn(u"利用者を指定してください。"_s);
+        m_ui->txtcRiyoushaNo->setFocus();
+        return false;
+    }
+    if (m_ui->chkTeisyutuDate->isChecked() && !m_ui->imD_Teisyutu->date().isValid()) {
+        m_environment.messages.warn(u"提出日を入力してください。"_s);
+        m_ui->imD_Teisyutu->setFocus();
+        return false;
+    }
+    const QDate from = m_ui->imD_KikanFrom->date();
+    const QDate to = m_ui->imD_KikanTo->date();
+    if (!single() && from.isValid() && to.isValid() && from > to) {
+        m_environment.messages.warn(u"期間終了日の範囲を正しく指定してください。"_s);
+        m_ui->imD_KikanFrom->setFocus();
+        return false;
+    }
+    return true;
+}
+
+ConsentPrintSettings frm同意書印刷::chosen() const {
+    ConsentPrintSettings settings;
+    settings.kind = FormKind(m_ui->optSejutuKbn->checkedId());
+    settings.order = chosenOf<FormOrder>(*m_ui->cmbSort);
+    settings.style = chosenOf<FormStyle>(*m_ui->cmbYoushiki);
+    settings.oral = chosenOf<OralForms>(*m_ui->cmbYoushiki2);
+    settings.treatmentContent = m_ui->chkNaiyou->isChecked();
+    settings.doctorBlock = m_ui->chkIsi->isChecked();
+    settings.ignoreLayoutSettings = m_ui->chkSansyou->isChecked();
+    settings.company = m_ui->chkKaisya->isChecked();
+    settings.patientSettings = m_ui->chkRiyousyaKobetu->isChecked();
+    settings.doctorSettings = m_ui->chkIsiKobetu->isChecked();
+    settings.patient = m_searches->patient->row().code.toInt();
+    settings.submissionDate = m_ui->chkTeisyutuDate->isChecked();
+    return settings;
+}
+
+ConsentFormOptions frm同意書印刷::options(const ConsentPrintSettings &settings) const {
+    ConsentFormOptions options;
+    options.branch = m_environment.branch;
+    options.company = m_practice.company;
+    options.submitted = m_ui->imD_Teisyutu->date();
+    settings.applyTo(options);
+    if (m_oralForms->isChecked())
+        options.oral = OralForms::Saitama;
+    if (single()) {
+        options.patients = {settings.patient};
+        options.kind = FormKind::All;
+        return options;
+    }
+    options.master = FormMaster::Practice;
+    options.staff = m_searches->practitioner->row().code.toInt();
+    options.doctor = m_searches->doctor->row().code;
+    options.periodEndFrom = m_ui->imD_KikanFrom->date();
+    options.periodEndTo = m_ui->imD_KikanTo->date();
+    return options;
+}
+
+void frm同意書印刷::switchOralForms(bool on) {
+    QString reason;
+    if (m_practice.iWriteOralSaitama(m_environment.folders, on, reason) == 0) {
+        m_practice.oralSaitama = on;
+    } else {
+        m_environment.messages.failIn(reason, u"mnDouiOpt_Click()でエラー");
+        m_oralForms->setChecked(!on);
+    }
+    showTarget();
+}
+
+void frm同意書印刷::print(PrintWay way) {
+    if (!settle())
+        return;
+    const ConsentPrintSettings settings = chosen();
+    // Choices that cannot be kept are no reason not to print.
+    QString reason;
+    if (settings.iWrite(m_environment.folders, reason) != 0)
+        m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    GatheredForms gathered;
+    if (!gather(options(settings), gathered) || !maySkip(gathered))
+        return;
+    if (single())
+        printSingle(gathered, way);
+    else
+        printBatch(gathered, way);
+}
+
+bool frm同意書印刷::gather(const ConsentFormOptions &options, GatheredForms &gathered) {
+    QString reason;
+    if (iGatherConsentForms(*m_db, options, m_environment.clock.today(), gathered, reason) == 0)
+        return true;
+    m_environment.messages.show(patientReadFailed(reason));
+    return false;
+}
+
+// Whether there is something to print, and the user agrees to who gets nothing.
+bool frm同意書印刷::maySkip(const GatheredForms &gathered) {
+    using Why = LeftOutPatient::Why;
+    Messages &messages = m_environment.messages;
+    if (gathered.noPatients()) {
+        messages.show(noPatientData());
+        return false;
+    }
+    if (gathered.leftOut.empty())
+        return true;
+    const LeftOutPatient &first = gathered.leftOut.front();
+    const bool allUnregistered =
+        std::ranges::all_of(gathered.leftOut, [](const auto &out) { return out.why == Why::NoLayout; });
+    if (gathered.forms.empty() && allUnregistered) {
+        messages.show(formNotRegistered(first.acupuncture));
+        return false;
+    }
+    Message question = patientsLeftOut(gathered.leftOut);
+    question.title = windowTitle();
+    if (gathered.forms.empty()) {
+        messages.show(question);
+        messages.show(noConsentData());
+        return false;
+    }
+    question.text += u"\r\n\r\nこの利用者を除いて出力します。よろしいですか？"_s;
+    question.buttons = MessageButtons::OkCancel;
+    return messages.show(question) == Answer::Ok;
+}
+
+void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way) {
+    Messages &messages = m_environment.messages;
+    const ConsentForm &form = gathered.forms.front();
+    if (!withoutLayoutFile(m_environment.folders, gathered.forms).empty()) {
+        messages.show(layoutMissing(form.layout));
+        return;
+    }
+    QStringList touched;
+    QString reason;
+    if (iPrintForm(m_environment, form, way, touched, reason) != 0) {
+        messages.show(printFailed(reason));
+        return;
+    }
+    if (!touched.isEmpty())
+        messages.show(textsTouched(touched));
+}
+
+void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way) {
+    Messages &messages = m_environment.messages;
+    const int count = int(gathered.forms.size());
+    if (way == PrintWay::Print &&
+        !messages.ask(u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count), u"同意書印刷"_s))
+        return;
+    QStringList touched;
+    BatchOrder order;
+    order.preview = way == PrintWay::Preview;
+    BatchResult result = waitForBatch(
+        this, m_environment, order, count, [&](int position, BatchReport &report, QString *reason) {
+            return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], report, touched,
+                                  reason);
+        });
+    result.touched = touched;
+    messages.show(batchSummary(result));
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "print/consent_form/form_gather.h"
+#include "print/consent_form/print_settings.h"
+#include "print/consent_form/single_print.h"
+
+#include <QDialog>
+#include <memory>
+
+class QAction;
+class cT_ADODB;
+struct Environment;
+namespace Ui {
+class ConsentPrintForm;
+}
+
+/// Prints the consent form of one patient, or of all patients who match, a batch. Created, initialised by
+/// iInit and shown modally by exec().
+class frm同意書印刷 : public QDialog {
+public:
+    explicit frm同意書印刷(Environment &environment, QWidget *parent = nullptr);
+    ~frm同意書印刷() override;
+
+    /// Reads the last choices; what cannot be read is said and keeps its default. 0, or −1 with sErrMsg.
+    /// The texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
+    short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
+    QString sErrMsg() const { return m_error; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+
+private:
+    struct Searches;
+
+    void addMenu();
+    void wire();
+    void showSettings(const ConsentPrintSettings &settings);
+    void showTarget();
+    bool single() const;
+    bool settle();
+    ConsentPrintSettings chosen() const;
+    ConsentFormOptions options(const ConsentPrintSettings &settings) const;
+
+    void switchOralForms(bool on);
+    void print(PrintWay way);
+    bool gather(const ConsentFormOptions &options, GatheredForms &gathered);
+    bool maySkip(const GatheredForms &gathered);
+    void printSingle(const GatheredForms &gathered, PrintWay way);
+    void printBatch(const GatheredForms &gathered, PrintWay way);
+
+    Environment &m_environment;
+    cT_ADODB *m_db = nullptr;
+    std::unique_ptr<Ui::ConsentPrintForm> m_ui;
+    std::unique_ptr<Searches> m_searches; ///< made by iInit
+    PatientManagementSettings m_practice;
+    QAction *m_oralForms;
+    QString m_error;
+};

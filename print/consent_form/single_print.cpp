@@ -1,0 +1,26 @@
+#include "print/consent_form/single_print.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "print/consent_form/form_files.h"
+#include "print/engine/paper.h"
+#include "print/engine/wfd_print_exe.h"
+
+#include <QDir>
+
+using namespace Qt::Literals::StringLiterals;
+
+short iPrintForm(const Environment &environment, const ConsentForm &form, PrintWay way, QStringList &touched,
+                 QString &reason) {
+    const QString layout = layoutPath(environment.folders, form);
+    if (!writeConsentFormData(environment.folders, {form}, touched, &reason))
+        return -1;
+    cls_WfdPrintExe engine(environment);
+    engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
+    engine.iSetDataText(1, consentFormDataName(), consentFormDataName() + u".csv"_s);
+    const short paper = paperCodeOf(layout);
+    const short status = way == PrintWay::Preview ? engine.iPreview(paper) : engine.iPrintDialog(paper);
+    if (status != 0)
+        reason = engine.sErrMsg();
+    return status;
+}
