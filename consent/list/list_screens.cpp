@@ -3,6 +3,7 @@
 #include "consent/entry/entry_screens.h"
 #include "consent/requests/mail_screen.h"
 #include "consent/requests/request_screens.h"
+#include "consent/requests/set_print_screen.h"
 
 #include <QHash>
 
@@ -10,9 +11,16 @@ using namespace Qt::Literals::StringLiterals;
 
 OpenScreen screenOf(const QString &command) {
     static const QHash<QString, OpenScreen> screens{
-        {u"cmdNew"_s, openNewConsent},  {u"cmdEdit"_s, openConsent},    {u"cmdDelete"_s, openHistory},
-        {u"cmdBikou"_s, openRemark},    {u"cmdIrai"_s, openRequests},   {u"cmdAddIrai"_s, openRequestMethods},
-        {u"cmdMail"_s, openMailScreen}, {u"cmdPrint"_s, printRequests},
+        {u"cmdNew"_s, openNewConsent},
+        {u"cmdEdit"_s, openConsent},
+        {u"cmdDelete"_s, openHistory},
+        {u"cmdBikou"_s, openRemark},
+        {u"cmdIrai"_s, openRequests},
+        {u"cmdAddIrai"_s, openRequestMethods},
+        {u"cmdMail"_s, openMailScreen},
+        {u"cmdPrint"_s, printRequests},
+        {u"CmdPrintDouisho"_s, openConsentForms},
+        {u"CmdPrintSet"_s, openSetPrint},
     };
     return screens.value(command);
 }

@@ -11,13 +11,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-std::vector<LetterOrder> ordersOf(std::span<const RequestRow> rows) {
-    std::vector<LetterOrder> orders;
-    for (const RequestRow &row : rows)
-        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind)});
-    return orders;
-}
-
 bool askAboutGone(Messages &messages, const LetterJob &job, std::span<const RequestRow> rows) {
     QStringList gone;
     for (const size_t order : job.goneOrders())
@@ -78,6 +71,13 @@ void markRows(Messages &messages, LetterJob &job) {
 
 } // namespace
 
+std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows) {
+    std::vector<LetterOrder> orders;
+    for (const RequestRow &row : rows)
+        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind)});
+    return orders;
+}
+
 LetterOptions keptLetterOptions(const Folders &folders, const QDate &today) {
     const Settings settings(folders);
     LetterOptions options;
@@ -121,7 +121,7 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         return LetterOutcome::Stopped;
     }
     LetterJob job(environment, db);
-    if (job.iRead(ordersOf(rows)) != 0) {
+    if (job.iRead(letterOrders(rows)) != 0) {
         messages.fail(job.sErrMsg(), u"DB-error"_s);
         return LetterOutcome::Stopped;
     }

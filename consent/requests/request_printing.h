@@ -10,6 +10,8 @@ LetterOptions keptLetterOptions(const Folders &folders, const QDate &today);
 /// @return false with a reason when they cannot be stored
 bool keepLetterOptions(const Folders &folders, const LetterOptions &options, QString *reason);
 
+/// What printing is asked for the rows.
+std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows);
 /// Rows of which a letter is wanted.
 std::vector<RequestRow> onPaper(std::span<const RequestRow> rows);
 /// "マッサージ継続 5 件、医師変更 1 件".

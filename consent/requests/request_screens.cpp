@@ -23,8 +23,14 @@ bool mayOwnMethods(const ConsentListModel &model, int record) {
     return method.isValid() && model.flags(method).testFlag(Qt::ItemIsEditable);
 }
 
-/// The ticked rows with what is proposed for them; nothing when there are none or they cannot be read, which
-/// has been said.
+/// "絞り込みで…", or nothing when all ticked rows are shown.
+QString outOfSightText(const ConsentListModel &model) {
+    const int hidden = targetsOutOfSight(model);
+    return hidden == 0 ? QString() : u"絞り込みで表示していない対象 %L1 件は含みません。"_s.arg(hidden);
+}
+
+} // namespace
+
 std::vector<RequestRow> tickedRows(const ListOpening &opening) {
     std::vector<ConsentRowKey> keys;
     for (const int record : opening.model.targetRecords())
@@ -41,14 +47,6 @@ std::vector<RequestRow> tickedRows(const ListOpening &opening) {
     }
     return requestRows(opening.model, consents);
 }
-
-/// "絞り込みで…", or nothing when all ticked rows are shown.
-QString outOfSightText(const ConsentListModel &model) {
-    const int hidden = targetsOutOfSight(model);
-    return hidden == 0 ? QString() : u"絞り込みで表示していない対象 %L1 件は含みません。"_s.arg(hidden);
-}
-
-} // namespace
 
 bool openRequestMethods(const ListOpening &opening) {
     RequestMethodsForm form(opening.environment, opening.db, opening.parent);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "consent/list/list_screens.h"
+#include "consent/requests/request_rows.h"
 
 /// @name Screens that the list's commands open
 ///@{
@@ -11,3 +12,7 @@ bool openRequests(const ListOpening &opening);
 /// The same letters at once, as they are proposed and with the last choices.
 bool printRequests(const ListOpening &opening);
 ///@}
+
+/// The ticked rows with the letter that is proposed for each; nothing when there are none or they cannot be
+/// read, which has been said.
+std::vector<RequestRow> tickedRows(const ListOpening &opening);

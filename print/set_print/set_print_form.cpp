@@ -1,0 +1,216 @@
+#include "print/set_print/set_print_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "print/consent_form/batch_wait_form.h"
+#include "print/consent_form/form_messages.h"
+#include "ui_set_print_form.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QKeyEvent>
+#include <QSet>
+
+using namespace Qt::Literals::StringLiterals;
+
+frmSetInsatsuDoui::frmSetInsatsuDoui(Environment &environment, cT_ADODB &db, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_db(db), m_ui(std::make_unique<Ui::SetPrintForm>()) {
+    m_ui->setupUi(this);
+    m_ui->imD_Teisyutu->setToday(environment.clock.today());
+    m_ui->imD_Teisyutu->setDate(environment.clock.today());
+    wire();
+    new EnterMovesOn(this);
+}
+
+frmSetInsatsuDoui::~frmSetInsatsuDoui() = default;
+
+void frmSetInsatsuDoui::wire() {
+    for (QCheckBox *box : {m_ui->chkDouisyo, m_ui->chkIrai, m_ui->chkFutou, m_ui->chkTeisyutuDate})
+        connect(box, &QCheckBox::toggled, this, [this] { showState(); });
+    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { print(PrintWay::Preview); });
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { print(PrintWay::Print); });
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+short frmSetInsatsuDoui::iInit(std::vector<LetterOrder> rows, const LetterOptions &letter,
+                               SetPrintStart start) {
+    m_rows = std::move(rows);
+    m_letter = letter;
+    if (iControlInit() != 0)
+        return -1;
+    SetPrintSettings settings;
+    settings.read(m_environment.folders);
+    showSettings(settings, start);
+    QSet<qint32> patients;
+    for (const LetterOrder &row : m_rows)
+        patients.insert(row.row.patient.nIDNo);
+    m_ui->lblTaisyo->setText(u"対象：利用者 %L1 人（%L2 行）"_s.arg(patients.size()).arg(m_rows.size()));
+    showState();
+    return 0;
+}
+
+short frmSetInsatsuDoui::iControlInit() {
+    if (!hasNippouIni(m_environment.folders)) {
+        m_error = nippouIniMissing().text;
+        return -1;
+    }
+    // The printing screen's choices serve what this one does not ask for; without them the defaults do.
+    QString reason;
+    if (m_practice.iRead(m_environment.folders, reason) != 0 ||
+        m_form.iRead(m_environment.folders, reason) != 0)
+        m_environment.messages.show(printSettingsUnreadable(reason));
+    m_ui->chkKeika->setText(
+        u"経過報告書（種類 %1・準備中）"_s.arg(progressReportKind(m_environment.folders)));
+    return 0;
+}
+
+// Enter moves on, or presses the button that has the focus and never another.
+void frmSetInsatsuDoui::keyPressEvent(QKeyEvent *event) {
+    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+        QDialog::keyPressEvent(event);
+    else if (auto *button = qobject_cast<QPushButton *>(focusWidget()))
+        button->click();
+}
+
+void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintStart start) {
+    const bool formsAlone = start == SetPrintStart::ConsentForms;
+    m_ui->chkDouisyo->setChecked(formsAlone || settings.consentForms);
+    m_ui->chkIrai->setChecked(!formsAlone && settings.requestLetters);
+    m_ui->chkFutou->setChecked(!formsAlone && settings.envelopes);
+    m_ui->cmbFutou->setCurrentIndex(settings.largeEnvelopes ? 1 : 0);
+    m_ui->chkNaiyou->setChecked(settings.treatmentContent);
+    m_ui->chkIsi->setChecked(settings.doctorBlock);
+    m_ui->chkTeisyutuDate->setChecked(m_form.submissionDate);
+    m_ui->chkPaper256->setChecked(settings.customPaper);
+    (settings.preview ? m_ui->cmdPreview : m_ui->cmdPrint)->setFocus();
+}
+
+void frmSetInsatsuDoui::showState() {
+    m_ui->boxDouisyo->setEnabled(m_ui->chkDouisyo->isChecked());
+    m_ui->cmbFutou->setEnabled(m_ui->chkFutou->isChecked());
+    m_ui->imD_Teisyutu->setEnabled(m_ui->chkTeisyutuDate->isChecked());
+}
+
+bool frmSetInsatsuDoui::settle() {
+    if (!choice().any()) {
+        m_environment.messages.warn(u"出力する帳票を選択してください。"_s);
+        m_ui->chkDouisyo->setFocus();
+        return false;
+    }
+    if (!m_ui->imD_Teisyutu->isEnabled())
+        return true;
+    if (!m_ui->imD_Teisyutu->settle() || !m_ui->imD_Teisyutu->date().isValid()) {
+        m_environment.messages.warn(u"提出日を入力してください。"_s);
+        m_ui->imD_Teisyutu->setFocus();
+        return false;
+    }
+    return true;
+}
+
+SetPrintSettings frmSetInsatsuDoui::chosen(PrintWay way) const {
+    SetPrintSettings settings;
+    settings.consentForms = m_ui->chkDouisyo->isChecked();
+    settings.requestLetters = m_ui->chkIrai->isChecked();
+    settings.envelopes = m_ui->chkFutou->isChecked();
+    settings.largeEnvelopes = m_ui->cmbFutou->currentIndex() == 1;
+    settings.treatmentContent = m_ui->chkNaiyou->isChecked();
+    settings.doctorBlock = m_ui->chkIsi->isChecked();
+    settings.customPaper = m_ui->chkPaper256->isChecked();
+    settings.preview = way == PrintWay::Preview;
+    return settings;
+}
+
+SetPrintChoice frmSetInsatsuDoui::choice() const {
+    SetPrintChoice choice;
+    choice.consentForms = m_ui->chkDouisyo->isChecked();
+    choice.requestLetters = m_ui->chkIrai->isChecked();
+    choice.envelopes = m_ui->chkFutou->isChecked();
+    choice.envelope = m_ui->cmbFutou->currentIndex() == 1 ? EnvelopeSize::Square2 : EnvelopeSize::Long3;
+    choice.letter = m_letter;
+    ConsentPrintSettings form = m_form;
+    form.treatmentContent = m_ui->chkNaiyou->isChecked();
+    form.doctorBlock = m_ui->chkIsi->isChecked();
+    form.submissionDate = m_ui->chkTeisyutuDate->isChecked();
+    choice.form.branch = m_environment.branch;
+    choice.form.company = m_practice.company;
+    choice.form.submitted = m_ui->imD_Teisyutu->date();
+    form.applyTo(choice.form);
+    if (m_practice.oralSaitama)
+        choice.form.oral = OralForms::Saitama;
+    return choice;
+}
+
+void frmSetInsatsuDoui::print(PrintWay way) {
+    Messages &messages = m_environment.messages;
+    if (!settle())
+        return;
+    QString reason;
+    if (chosen(way).iWrite(m_environment.folders, reason) != 0)
+        messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    SetPrintJob job(m_environment, m_db);
+    if (job.iGather(m_rows, choice(), m_environment.clock.today()) != 0) {
+        messages.show(patientReadFailed(job.sErrMsg()));
+        return;
+    }
+    if (!mayPrint(job, way))
+        return;
+    BatchOrder order;
+    order.commandFile = u"DouiCom.dat"_s;
+    order.paper = m_ui->chkPaper256->isChecked() ? BatchPaper::Custom : BatchPaper::A4;
+    order.preview = way == PrintWay::Preview;
+    BatchResult result = waitForBatch(this, m_environment, order, job.count(),
+                                      [&](int position, BatchReport &report, QString *why) {
+                                          return job.makeReport(position, report, why);
+                                      });
+    result.touched = job.touched();
+    m_handedOver = m_handedOver || result.reports > 0;
+    messages.show(batchSummary(result));
+    if (way == PrintWay::Print && job.hasLetters())
+        mark(job, result.allPrinted());
+}
+
+// Everything that is known before a document leaves.
+bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, PrintWay way) {
+    Messages &messages = m_environment.messages;
+    const bool forms = m_ui->chkDouisyo->isChecked();
+    if (forms && messages.show(oralNotPrinted()) != Answer::Ok)
+        return false;
+    if (job.count() == 0) {
+        messages.show(nothingToPrint());
+        return false;
+    }
+    QStringList notes;
+    if (!job.withoutForm().empty())
+        notes += patientsLeftOut(job.withoutForm()).text;
+    if (!job.withoutAddress().isEmpty())
+        notes += u"あて先がないため、封筒を印刷しない利用者：\r\n"_s + job.withoutAddress().join(u"\r\n");
+    if (job.gone() > 0)
+        notes += u"他の端末で更新または削除された %L1 行は、依頼書と封筒を印刷しません。"_s.arg(job.gone());
+    if (m_ui->chkFutou->isChecked() && way == PrintWay::Print)
+        notes += u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
+    if (notes.isEmpty())
+        return true;
+    notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
+    return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
+}
+
+void frmSetInsatsuDoui::mark(SetPrintJob &job, bool allPrinted) {
+    Messages &messages = m_environment.messages;
+    if (!allPrinted) {
+        messages.warn(u"印刷できなかった帳票があるため、「依頼」の印を付けていません。"_s);
+        return;
+    }
+    QStringList overtaken;
+    if (job.iMark(&overtaken) != 0) {
+        messages.fail(u"依頼書は出力しましたが、「依頼」の印を保存できませんでした。"
+                      "一覧で「依頼」にチェックして保存してください。\r\n"_s +
+                          job.sErrMsg(),
+                      u"DB-error"_s);
+        return;
+    }
+    m_written = true;
+    if (!overtaken.isEmpty())
+        messages.warn(u"次の行は出力中に他の端末で変更されたため、「依頼」の印を付けていません。"
+                      "依頼書の内容を確認してください。\r\n\r\n"_s +
+                      overtaken.join(u"\r\n"));
+}

@@ -1,0 +1,147 @@
+#include "print/set_print/set_print_job.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "print/consent_form/form_batch.h"
+
+#include <QDir>
+#include <QSet>
+#include <algorithm>
+#include <tuple>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString dataName = u"同意依頼書"_s;
+
+/// Where a row's papers go: the doctor's institution as the masters have it now, else as the consent keeps
+/// it.
+Envelope envelopeOf(const LetterRow &row, const LetterOrder &order, const LetterSource &source) {
+    Envelope envelope;
+    const LetterDoctor doctor = source.doctors.value(order.doctor.isEmpty() ? row.doctor : order.doctor);
+    const bool known = !doctor.institution.isEmpty() || !doctor.address.isEmpty();
+    envelope.zip = doctor.zip;
+    envelope.institution = known ? doctor.institution : row.institution;
+    envelope.address1 = known ? doctor.address : row.institutionAddress;
+    envelope.addressee = u"書類ご担当者様"_s;
+    envelope.contents = u"同意依頼書 在中"_s;
+    return envelope;
+}
+
+} // namespace
+
+short SetPrintJob::iGather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice,
+                           const QDate &today) {
+    m_rows = rows;
+    m_choice = choice;
+    if (m_letters.iRead(rows) != 0) {
+        m_error = m_letters.sErrMsg();
+        return -1;
+    }
+    for (const LetterRow &row : m_letters.source().rows)
+        setOf(row);
+    if (choice.requestLetters)
+        addLetters();
+    if (choice.envelopes)
+        addEnvelopes();
+    if (choice.consentForms) {
+        QSet<qint32> seen; // a patient with a deformity-correction row has two
+        for (const LetterOrder &row : rows)
+            if (const qint32 patient = row.row.patient.nIDNo; !seen.contains(patient)) {
+                seen.insert(patient);
+                m_choice.form.patients.push_back(patient);
+            }
+        m_choice.form.kind = FormKind::All;
+        m_choice.form.order = FormOrder::AsChosen;
+        m_choice.form.master = FormMaster::Practice;
+        if (iGatherConsentForms(m_db, m_choice.form, today, m_forms, m_error) != 0)
+            return -1;
+        addForms();
+    }
+    std::ranges::stable_sort(m_items, {}, [](const Item &item) { return std::tuple(item.set, item.kind); });
+    return 0;
+}
+
+/// The number of the row's set; a new one for a new addressee. Rows without an address share none.
+size_t SetPrintJob::setOf(const LetterRow &row) {
+    const Envelope envelope = envelopeOf(row, m_rows[row.order], m_letters.source());
+    const QString key = envelope.hasAddress()
+                            ? envelope.zip + u'\n' + envelope.institution + u'\n' + envelope.address1
+                            : QString::number(row.key.patient.nIDNo);
+    const auto [place, isNew] = m_sets.try_emplace(key, m_envelopes.size());
+    if (isNew)
+        m_envelopes.push_back(envelope);
+    return place->second;
+}
+
+void SetPrintJob::addLetters() {
+    const LetterSource &source = m_letters.source();
+    m_arranged = arrangeLetters(m_rows, source, m_choice.letter.grouped);
+    for (size_t i = 0; i < m_arranged.size(); ++i)
+        m_items.push_back({setOf(source.rows[m_arranged[i].rows.front()]), Kind::Letter, i});
+    m_hasLetters = !m_arranged.empty();
+}
+
+void SetPrintJob::addEnvelopes() {
+    for (size_t i = 0; i < m_envelopes.size(); ++i)
+        if (m_envelopes[i].hasAddress())
+            m_items.push_back({i, Kind::Envelope, i});
+    for (const LetterRow &row : m_letters.source().rows)
+        if (!m_envelopes[setOf(row)].hasAddress())
+            m_withoutAddress += letterWho(row);
+    m_withoutAddress.removeDuplicates();
+}
+
+void SetPrintJob::addForms() {
+    std::map<qint32, size_t> sets; // by patient; the first row counts
+    for (const LetterRow &row : m_letters.source().rows)
+        sets.try_emplace(row.key.patient.nIDNo, setOf(row));
+    for (size_t i = 0; i < m_forms.forms.size(); ++i) {
+        const auto set = sets.find(m_forms.forms[i].patient.nIDNo);
+        m_items.push_back({set == sets.end() ? m_envelopes.size() : set->second, Kind::Form, i});
+    }
+}
+
+bool SetPrintJob::makeReport(int position, BatchReport &report, QString *reason) {
+    const Folders &folders = m_environment.folders;
+    const Item &item = m_items[size_t(position)];
+    if (item.kind == Kind::Form)
+        return makeFormReport(folders, m_forms.forms[item.index], report, m_touched, reason);
+    if (item.kind == Kind::Letter) {
+        const LetterSource &source = m_letters.source();
+        const Letter &letter = m_arranged[item.index];
+        const LetterRow &row = source.rows[letter.rows.front()];
+        DataFile data(letterColumns());
+        data.add(letterRecord(letter, m_rows, source, m_choice.letter));
+        report.subject = letterWho(row);
+        report.name = dataName;
+        report.layout = m_rows[row.order].layout;
+        return write(data, u"依頼書%1.csv"_s.arg(position + 1), report, reason);
+    }
+    const Envelope &envelope = m_envelopes[item.index];
+    DataFile data(envelopeColumns());
+    data.add(envelopeRecord(envelope));
+    report.subject = envelope.institution;
+    report.name = u"封筒"_s;
+    report.layout = envelopeLayout(m_choice.envelope);
+    return write(data, u"封筒%1.csv"_s.arg(position + 1), report, reason);
+}
+
+bool SetPrintJob::write(const DataFile &data, const QString &file, BatchReport &report, QString *reason) {
+    const Folders &folders = m_environment.folders;
+    report.dataName = dataName;
+    report.dataFile = QDir::toNativeSeparators(folders.temporary() + u'/' + file);
+    report.layout = QDir::toNativeSeparators(Folders::file(folders.system(), report.layout));
+    if (!data.write(report.dataFile, reason))
+        return false;
+    m_touched += data.touched();
+    return true;
+}
+
+short SetPrintJob::iMark(QStringList *overtaken) {
+    if (m_letters.iMark(overtaken) == 0)
+        return 0;
+    m_error = m_letters.sErrMsg();
+    return -1;
+}
