@@ -80,9 +80,9 @@ short cT_SISETSU::iDataUpdate_ToRiyousha(const cD_SISETSU *facility) {
 short cT_SISETSU::iDataUpdate_ToCareMane(const cD_SISETSU *facility) {
     if (!facility)
         return failInvalid();
-    Assignments columns = officeColumns(*facility);
-    columns.append({u"cAdressKana"_s, sqlText(facility->cAddressKana)});
-    return copyTo(u"CAREMANE", {{columns, u"nSisetsuCode = "_s + sqlNumber(facility->nIDNo)}});
+    Assignments values = officeColumns(*facility);
+    values.append({u"cAdressKana"_s, sqlText(facility->cAddressKana)});
+    return copyTo(u"CAREMANE", {{values, u"nSisetsuCode = "_s + sqlNumber(facility->nIDNo)}});
 }
 
 short cT_SISETSU::iDataUpdate_ToSoudan(const cD_SISETSU *facility) {
