@@ -16,19 +16,22 @@ if command -v ccache >/dev/null; then
     export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER-ccache}"
 fi
 
+# missing_packages LIST…
 missing_packages() {
-    comm -23 <(sed 's/#.*//; s/[[:space:]]//g; /^$/d' scripts/packages | sort -u) \
+    comm -23 <(sed 's/#.*//; s/[[:space:]]//g; /^$/d' "$@" | sort -u) \
         <(dpkg-query -W -f='${db:Status-Abbrev} ${Package}\n' | sed -n 's/^ii *//p' | sort -u)
 }
 
-# Installs the packages of scripts/packages that are missing; quick when none is.
+# install_packages [LIST…]: installs the packages of scripts/packages and of further lists that are missing;
+# quick when none is.
 install_packages() {
+    local -a lists=(scripts/packages "$@")
     if ! command -v apt-get >/dev/null; then
-        say "This is no Debian system: please see to the packages of scripts/packages yourself."
+        say "This is no Debian system: please see to the packages of ${lists[*]} yourself."
         return
     fi
     local -a missing as_root=()
-    mapfile -t missing < <(missing_packages)
+    mapfile -t missing < <(missing_packages "${lists[@]}")
     [ ${#missing[@]} -gt 0 ] || return 0
     if [ "$(id -u)" -ne 0 ]; then
         command -v sudo >/dev/null || die "Please install as root: apt-get install ${missing[*]}"

@@ -7,7 +7,7 @@
 
 namespace {
 
-constexpr int compression = 5;    // of 9; more takes longer and hardly packs better
+constexpr int compression = 3;    // of 9; more takes longer and hardly packs better
 constexpr int qtLengthPrefix = 4; // bytes that qCompress puts before the packed data
 constexpr double largestNumber = 1e9;
 

@@ -35,6 +35,7 @@ void PdfFonts::write() {
 
 int PdfPage::write(PdfFile &file, const Sheet &sheet, int parent) {
     m_content.clear();
+    m_state = {};
     m_usedFonts.clear();
     m_usedPictures.clear();
     // From here on a unit is a millimetre, and y goes down.
@@ -81,15 +82,16 @@ void PdfPage::add(const SheetText &text) {
     const bool plain = isPlain(text);
     if (!plain)
         m_content += "/Span << /ActualText " + pdf::text(text.text) + " >> BDC\n";
-    putColor(text.color, "rg");
+    setFill(text.color);
     m_content += "BT\n";
     for (const GlyphRun &run : text.runs) {
-        if (run.face->isWidened()) {
-            putColor(text.color, "RG");
-            put({run.size * Face::widening}, "w 2 Tr");
+        const bool widened = run.face->isWidened();
+        if (widened) {
+            setStroke({run.size * Face::widening, Stroke::Solid, text.color});
+            m_content += "2 Tr\n";
         }
         addRun(run);
-        if (run.face->isWidened())
+        if (widened)
             m_content += "0 Tr\n";
     }
     m_content += plain ? "ET\n" : "ET\nEMC\n";
@@ -128,9 +130,20 @@ void PdfPage::addGlyphs(const GlyphRun &run, PdfFont &font) {
     m_content += ">] TJ\n";
 }
 
+void PdfPage::setFill(const QColor &color) {
+    if (m_state.fill != color)
+        putColor(color, "rg");
+    m_state.fill = color;
+}
+
 void PdfPage::setStroke(const Stroke &stroke) {
-    putColor(stroke.color, "RG");
-    put({stroke.width}, "w");
+    const Stroke before = std::exchange(m_state.stroke, stroke);
+    if (before.color != stroke.color)
+        putColor(stroke.color, "RG");
+    if (before.width != stroke.width)
+        put({stroke.width}, "w");
+    if (before.style == stroke.style && (before.width == stroke.width || stroke.style == Stroke::Solid))
+        return;
     m_content += '[';
     for (const double length : dashes(stroke))
         pdf::append(m_content, length);
@@ -154,7 +167,7 @@ void PdfPage::add(const BoxShape &box) {
     if (stroked)
         setStroke(box.stroke);
     if (box.fill)
-        putColor(*box.fill, "rg");
+        setFill(*box.fill);
     const QRectF &area = box.area;
     if (box.kind == BoxShape::Ellipse)
         addRounded(area, area.width() / 2, area.height() / 2);

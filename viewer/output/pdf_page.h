@@ -39,12 +39,20 @@ private:
     void addRounded(const QRectF &area, double across, double down);
     void addCurve(QPointF from, QPointF to, QPointF corner);
     bool isPlain(const SheetText &text);
+    void setFill(const QColor &color);
     void setStroke(const Stroke &stroke);
     void put(std::initializer_list<double> numbers, const char *command);
     void putColor(const QColor &color, const char *command);
 
+    /// What a page begins with, and what was set on it since.
+    struct State {
+        QColor fill = Qt::black;
+        Stroke stroke{1, Stroke::Solid, Qt::black};
+    };
+
     PdfFonts &m_fonts;
     PdfPictures &m_pictures;
     QByteArray m_content;
+    State m_state;
     QSet<int> m_usedFonts, m_usedPictures; ///< objects
 };
