@@ -112,9 +112,12 @@ void measureFirstPage(const ReportSample &sample, Figures &figures) {
     };
     const QString one = sample.listCommand(1), many = sample.listCommand(forms);
     show(one);
-    const double first = bestOf([&] { show(one); });
-    figures.compare("load and paint the first of 1,000 pages", bestOf([&] { show(many); }), "of one page",
-                    first, 1.5);
+    double first = 1e9, ofMany = 1e9;
+    for (int i = 0; i < 3 * rounds; ++i) {
+        first = std::min(first, millisecondsOf([&] { show(one); }));
+        ofMany = std::min(ofMany, millisecondsOf([&] { show(many); }));
+    }
+    figures.compare("load and paint the first of 1,000 pages", ofMany, "of one page", first, 1.5);
 }
 
 #ifdef Q_OS_UNIX

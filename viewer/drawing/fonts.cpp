@@ -42,13 +42,24 @@ int weightOf(const QRawFont &font) {
     return os2.size() < 6 ? 400 : quint8(os2[4]) << 8 | quint8(os2[5]);
 }
 
+/// Told by the version of a small table: the outlines themselves would be copied.
+bool hasCubicOutlines(const QRawFont &font) {
+    return font.fontTable("maxp").startsWith(QByteArrayView("\0\0\x50\0", 4));
+}
+
 QString textOf(char32_t sign) {
     return QString::fromUcs4(&sign, 1);
 }
 
 } // namespace
 
-Face::Face(const QRawFont &font, bool bold) : m_font(font), m_widened(bold && weightOf(font) < 600) {}
+Face::Face(const QRawFont &font, bool bold)
+    : m_font(font), m_widened(bold && weightOf(font) < 600), m_outlined(hasCubicOutlines(font)) {}
+
+const QPainterPath &Face::outline(quint32 glyph) const {
+    const auto found = m_outlines.constFind(glyph);
+    return found != m_outlines.constEnd() ? *found : *m_outlines.insert(glyph, m_font.pathForGlyph(glyph));
+}
 
 const QRawFont &Face::sized(double pixels) const {
     const int key = int(std::lround(pixels * 64));

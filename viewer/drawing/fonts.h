@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QHash>
+#include <QPainterPath>
 #include <QRawFont>
 #include <QString>
 #include <QStringList>
@@ -17,6 +18,11 @@ public:
     const QRawFont &font() const { return m_font; }
     /// At a size in pixels, for painting.
     const QRawFont &sized(double pixels) const;
+    /// A glyph's outline at `unitsPerEm` pixels, y down.
+    const QPainterPath &outline(quint32 glyph) const;
+    /// The rasteriser loses strokes of this kind of font at sizes of the screen (the left stroke of に in a
+    /// Mincho): its outlines are filled instead.
+    bool isDrawnByOutline() const { return m_outlined; }
     /// The bold form is made by widening the strokes: the font has none.
     bool isWidened() const { return m_widened; }
 
@@ -27,6 +33,8 @@ public:
 private:
     QRawFont m_font;
     bool m_widened;
+    bool m_outlined;
+    mutable QHash<quint32, QPainterPath> m_outlines;
     mutable QHash<int, QRawFont> m_sized; ///< by sixty-fourths of a pixel
 };
 

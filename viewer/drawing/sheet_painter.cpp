@@ -1,6 +1,7 @@
 #include "viewer/drawing/sheet_painter.h"
 
 #include <QGlyphRun>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QPen>
 #include <cmath>
@@ -19,8 +20,20 @@ QPen penOf(const Stroke &stroke) {
     return pen;
 }
 
+void paintOutlines(QPainter &painter, const GlyphRun &run) {
+    const QTransform before = painter.worldTransform();
+    const double scale = run.size / Face::unitsPerEm;
+    const QTransform place = run.place * before;
+    for (size_t i = 0; i < run.glyphs.size(); ++i) {
+        QTransform glyph = QTransform::fromTranslate(run.at[i].x(), run.at[i].y()) * place;
+        painter.setWorldTransform(glyph.scale(scale, scale));
+        painter.fillPath(run.face->outline(run.glyphs[i]), painter.pen().color());
+    }
+    painter.setWorldTransform(before);
+}
+
 /// Signs are drawn in a font of the size that the device shows, so that it may fit them to its pixels.
-void paintRun(QPainter &painter, const GlyphRun &run) {
+void paintGlyphs(QPainter &painter, const GlyphRun &run) {
     const QTransform before = painter.worldTransform();
     const double scale = std::sqrt(std::abs(painter.deviceTransform().determinant()));
     if (!(scale > 0))
@@ -35,9 +48,18 @@ void paintRun(QPainter &painter, const GlyphRun &run) {
     glyphs.setPositions(places);
     painter.setWorldTransform(QTransform::fromScale(1 / scale, 1 / scale) * run.place * before);
     painter.drawGlyphRun({}, glyphs);
-    if (run.face->isWidened())
-        painter.drawGlyphRun({run.size * scale * Face::widening, 0}, glyphs);
     painter.setWorldTransform(before);
+}
+
+void paintRun(QPainter &painter, const GlyphRun &run) {
+    const bool onScreen = painter.paintEngine()->type() == QPaintEngine::Raster;
+    const auto paintOnce = run.face->isDrawnByOutline() && onScreen ? paintOutlines : paintGlyphs;
+    paintOnce(painter, run);
+    if (!run.face->isWidened())
+        return;
+    GlyphRun beside = run;
+    beside.place = QTransform::fromTranslate(run.size * Face::widening, 0) * run.place;
+    paintOnce(painter, beside);
 }
 
 void paint(QPainter &painter, const SheetText &text) {
