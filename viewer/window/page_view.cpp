@@ -258,6 +258,9 @@ void PageView::paintEvent(QPaintEvent *event) {
     for (int page = m_geometry.pageAt(seen.top());
          page < m_geometry.pageCount() && m_geometry.page(page).top() < seen.bottom(); ++page)
         paintPage(painter, page);
+    if (!m_painted)
+        QMetaObject::invokeMethod(this, &PageView::firstPainted, Qt::QueuedConnection);
+    m_painted = true;
 }
 
 void PageView::paintPage(QPainter &painter, int page) {

@@ -38,6 +38,8 @@ public:
     QString selectedText() const { return m_selection.text; }
 
 Q_SIGNALS:
+    /// The first page is on the screen; what can wait may begin.
+    void firstPainted();
     void pageChanged(int page);
     void zoomChanged();
     void selectionChanged();
@@ -72,6 +74,7 @@ private:
     PageGeometry m_geometry;
     Fit m_fit = Fit::Page;
     int m_current = 0;
+    bool m_painted = false;
     QCache<int, QPixmap> m_pictures; ///< by page, at the present scale; cost in kilobytes
     QCache<int, std::vector<TextRun>> m_texts;
 

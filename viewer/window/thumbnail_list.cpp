@@ -9,8 +9,8 @@
 #include <QTimer>
 
 namespace {
-
 constexpr int cachedThumbnails = 500;
+}
 
 /// Pictures of a fixed width; a missing one is drawn when the event loop has nothing else to do.
 class ThumbnailModel : public QAbstractListModel {
@@ -26,6 +26,11 @@ public:
         QObject::connect(&m_timer, &QTimer::timeout, this, [this] { drawNext(); });
     }
 
+    void begin() {
+        m_begun = true;
+        m_timer.start(0);
+    }
+
     int rowCount(const QModelIndex &parent) const override { return parent.isValid() ? 0 : m_pages; }
 
     QVariant data(const QModelIndex &index, int role) const override {
@@ -37,7 +42,8 @@ public:
         m_wanted.append(index.row()); // what was asked for last is in sight
         if (m_wanted.size() > cachedThumbnails / 2)
             m_wanted.removeFirst();
-        m_timer.start(0);
+        if (m_begun)
+            m_timer.start(0);
         return {};
     }
 
@@ -66,10 +72,13 @@ private:
     QSize m_area;
     double m_ratio;
     int m_pages;
+    bool m_begun = false;
     QCache<int, QPixmap> m_pictures;
     mutable QList<int> m_wanted;
     mutable QTimer m_timer;
 };
+
+namespace {
 
 /// The page's picture in a frame, its number below.
 class ThumbnailDelegate : public QStyledItemDelegate {
@@ -113,13 +122,18 @@ private:
 ThumbnailList::ThumbnailList(const Document &document, QWidget *parent) : QListView(parent) {
     const int line = fontMetrics().height();
     const QSize area(line * 7, line * 7);
-    setModel(new ThumbnailModel(document, area, devicePixelRatioF(), this));
+    m_thumbnails = new ThumbnailModel(document, area, devicePixelRatioF(), this);
+    setModel(m_thumbnails);
     setItemDelegate(new ThumbnailDelegate(area, this));
     setUniformItemSizes(true);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setEditTriggers(NoEditTriggers);
     setFixedWidth(area.width() + line + verticalScrollBar()->sizeHint().width() + 2 * frameWidth());
+}
+
+void ThumbnailList::begin() {
+    m_thumbnails->begin();
 }
 
 void ThumbnailList::setCurrentPage(int page) {

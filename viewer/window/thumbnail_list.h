@@ -4,6 +4,8 @@
 
 #include <QListView>
 
+class ThumbnailModel;
+
 /// Small pictures of all pages; each is drawn when it comes into sight, one after the other, so that the
 /// window never waits for them.
 class ThumbnailList : public QListView {
@@ -13,6 +15,8 @@ public:
     /// @param document outlives the list
     explicit ThumbnailList(const Document &document, QWidget *parent = nullptr);
 
+    /// Begins to draw; until then the pages are blank.
+    void begin();
     void setCurrentPage(int page);
 
 Q_SIGNALS:
@@ -22,5 +26,6 @@ protected:
     void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
 
 private:
+    ThumbnailModel *m_thumbnails = nullptr;
     bool m_following = false; ///< the view turned the page
 };

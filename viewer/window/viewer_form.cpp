@@ -20,7 +20,6 @@
 #include <QSettings>
 #include <QSpinBox>
 #include <QStatusBar>
-#include <QTimer>
 #include <QToolBar>
 #include <QVBoxLayout>
 
@@ -58,8 +57,10 @@ ViewerForm::ViewerForm(const Document &document, const PrintAdjustment &adjustme
     showPage(0);
     showZoom();
     m_pages->setFocus();
-    // Pictures are looked for when the first page is on the screen.
-    QTimer::singleShot(0, this, [this, notes] { showNotes(notes + m_document.warnings()); });
+    connect(m_pages, &PageView::firstPainted, this, [this, notes] {
+        m_thumbnails->begin();
+        showNotes(notes + m_document.warnings());
+    });
 }
 
 ViewerForm::~ViewerForm() {
@@ -225,7 +226,7 @@ void ViewerForm::chooseZoom(const QString &text) {
     m_pages->setFocus();
 }
 
-void ViewerForm::showNotes(QStringList notes) {
+void ViewerForm::showNotes(const QStringList &notes) {
     if (!notes.isEmpty())
         qobject_cast<QVBoxLayout *>(centralWidget()->layout())->insertWidget(0, new NoteBar(notes));
 }

@@ -44,7 +44,7 @@ private:
     void showPage(int page);
     void showZoom();
     void chooseZoom(const QString &text);
-    void showNotes(QStringList notes);
+    void showNotes(const QStringList &notes);
     void keepWindow() const;
     void restoreWindow();
 
