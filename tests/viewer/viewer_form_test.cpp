@@ -76,7 +76,13 @@ TEST_F(Viewer, TurnsPagesByKeys) {
     m_form->findChild<ThumbnailList *>()->setCurrentIndex(
         m_form->findChild<ThumbnailList *>()->model()->index(4, 0));
     EXPECT_EQ(page(), 5);
-    EXPECT_EQ(m_form->findChild<QLabel *>(u"notesText"_s)->text(), u"注意 1 件： 帳票2：ありません。"_s);
+}
+
+TEST_F(Viewer, SaysWhatIsMissingBesideThePages) {
+    const auto notes = [&] { return m_form->findChild<QLabel *>(u"notesText"_s); };
+    ASSERT_TRUE(QTest::qWaitFor([&] { return notes() != nullptr; }));
+    EXPECT_EQ(notes()->text(), u"注意 1 件： 帳票2：ありません。"_s);
+    EXPECT_FALSE(QApplication::activeModalWidget());
 }
 
 TEST_F(Viewer, KeepsThePageWhenItZooms) {
