@@ -44,7 +44,7 @@ FinishedDocument build(const QString &commandFile, const QString &output) {
     if (isSecondStep(*job, folder, output)) {
         problem = {QDir::toNativeSeparators(commandFile), 0, 0,
                    u"コマンドファイルは、読み込む前に次の印刷指示に書き換えられました。"
-                   "もう一度印刷してください。"_s};
+                   "帳票をまとめられませんでした。"_s};
         return {{}, {problem.sentence()}};
     }
     const LoadedJob loaded = loadReports(*job, folder);

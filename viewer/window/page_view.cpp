@@ -15,6 +15,7 @@ constexpr double millimetresPerInch = 25.4;
 constexpr int pictureCache = 96 * 1024;   // kilobytes
 constexpr int largestPicture = 24 * 1024; // kilobytes; larger pages are drawn where they are seen
 constexpr int textCache = 64;             // pages
+constexpr double mostPixels = 2e9;        // that a scroll bar can count
 constexpr double jumpMargin = 40;         // pixels kept round what is brought into sight
 
 int kilobytes(QSizeF pixels) {
@@ -99,7 +100,7 @@ void PageView::applyFit() {
 }
 
 void PageView::updateScrollBars() {
-    const QSizeF content = m_geometry.contentSize();
+    const QSizeF content = m_geometry.contentSize().boundedTo({mostPixels, mostPixels});
     const QSize seen = viewport()->size();
     horizontalScrollBar()->setRange(0, std::max(0, qCeil(content.width()) - seen.width()));
     horizontalScrollBar()->setPageStep(seen.width());
