@@ -35,7 +35,9 @@ bool writeFileWhole(const QString &path, const QByteArray &bytes, QString *reaso
     QString failure = obstacle(QFileInfo(path));
     if (failure.isEmpty()) {
         QSaveFile file(path);
-        if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        // commit() does not notice that the last buffer found no room.
+        if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
+            file.commit())
             return true;
         failure = file.errorString();
     }

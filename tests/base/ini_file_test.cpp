@@ -145,7 +145,7 @@ TEST_F(IniFile, KeepsPermissions) {
 }
 
 /// Runs the write in a child process that may write 100 bytes at most.
-int exitOfLimitedWrite(const QString &path, bool dieAtLimit) {
+int exitOfLimitedWrite(const QString &path, qsizetype size, bool dieAtLimit) {
     const pid_t child = fork();
     if (child == 0) {
         const rlimit limit{100, 100};
@@ -154,7 +154,7 @@ int exitOfLimitedWrite(const QString &path, bool dieAtLimit) {
         setrlimit(RLIMIT_CORE, &noCore);
         signal(SIGXFSZ, dieAtLimit ? SIG_DFL : SIG_IGN);
         QString reason;
-        const bool written = writeFileWhole(path, QByteArray(1'000'000, 'x'), &reason);
+        const bool written = writeFileWhole(path, QByteArray(size, 'x'), &reason);
         _exit(written ? 1 : reason.contains(path) ? 0 : 2);
     }
     int status = 0;
@@ -164,12 +164,14 @@ int exitOfLimitedWrite(const QString &path, bool dieAtLimit) {
 
 TEST_F(IniFile, AWriteThatEndsHalfWayLeavesTheOldFile) {
     put("[s]\r\nk=1\r\n");
-    const int full = exitOfLimitedWrite(path, false);
-    EXPECT_TRUE(WIFEXITED(full) && WEXITSTATUS(full) == 0); // failed, with a reason that names the file
-    EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
-    EXPECT_EQ(entries(), QStringList{u"設定.ini"_s});
+    for (const qsizetype size : {200, 1'000'000}) { // small ones wait in a buffer
+        const int full = exitOfLimitedWrite(path, size, false);
+        EXPECT_TRUE(WIFEXITED(full) && WEXITSTATUS(full) == 0); // failed, with a reason that names the file
+        EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
+        EXPECT_EQ(entries(), QStringList{u"設定.ini"_s});
+    }
 
-    const int killed = exitOfLimitedWrite(path, true);
+    const int killed = exitOfLimitedWrite(path, 1'000'000, true);
     EXPECT_TRUE(WIFSIGNALED(killed));
     EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
     ini.iInit(path); // what the killed process left beside is in nobody's way

@@ -65,5 +65,6 @@ bool writePdf(const Document &document, const QString &path, const std::function
     PdfFile file(device);
     if (!writePages(document, file, goOn))
         return false;
-    return file.isSound() && device.commit() ? true : fail(device.errorString());
+    // commit() does not notice that the last buffer found no room.
+    return file.isSound() && device.flush() && device.commit() ? true : fail(device.errorString());
 }
