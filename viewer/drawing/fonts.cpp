@@ -147,6 +147,9 @@ const Face *Fonts::anyFaceWith(char32_t sign, bool bold) {
     if (runs.isEmpty() || runs[0].glyphIndexes().value(0) == 0)
         return nullptr;
     const QRawFont other = runs[0].rawFont();
+    // What draws a box in place of a sign is no font, and has not even a name.
+    if (other.fontTable("maxp").isEmpty())
+        return nullptr;
     std::shared_ptr<Face> &face =
         m_faces[other.familyName() + u"/"_s + other.styleName() + (bold ? u"*"_s : QString())];
     if (!face)
