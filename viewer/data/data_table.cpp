@@ -5,6 +5,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -125,20 +126,20 @@ QString DataRecord::value(int column) const {
 std::shared_ptr<const DataTable> DataTable::open(const QString &path, const DataFormat &format,
                                                  Problem *problem) {
     const QString name = QDir::toNativeSeparators(path);
+    const auto fail = [&](const QString &why) {
+        report(problem, {{}, 0, 0, why}, name);
+        return nullptr;
+    };
+    if (!QFileInfo(path).isFile())
+        return fail(u"データファイルがありません。"_s);
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        report(problem, {{}, 0, 0, u"データファイルを開けません。"_s + file.errorString()}, name);
-        return nullptr;
-    }
-    if (file.size() > largestFile) {
-        report(problem, {{}, 0, 0, u"データファイルが大きすぎます（1GBまで）。"_s}, name);
-        return nullptr;
-    }
+    if (file.size() > largestFile)
+        return fail(u"データファイルが大きすぎます（1GBまで）。"_s);
+    if (!file.open(QIODevice::ReadOnly))
+        return fail(u"データファイルを開けません。"_s + file.errorString());
     const QByteArray bytes = file.readAll();
-    if (file.error() != QFileDevice::NoError) {
-        report(problem, {{}, 0, 0, u"データファイルを読めません。"_s + file.errorString()}, name);
-        return nullptr;
-    }
+    if (file.error() != QFileDevice::NoError)
+        return fail(u"データファイルを読めません。"_s + file.errorString());
     return fromBytes(bytes, name, format, problem);
 }
 

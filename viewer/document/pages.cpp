@@ -68,6 +68,8 @@ std::vector<int> ListFlow::sheets() const {
 
 std::vector<const Section *> ListFlow::groupsBefore(int row, bool firstOnSheet) const {
     std::vector<const Section *> shown;
+    if (m_groups.empty())
+        return shown;
     const size_t changed = changedGroup(row);
     for (size_t i = 0; i < m_groups.size(); ++i)
         if (isShown(i, firstOnSheet, changed))

@@ -4,6 +4,13 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+constexpr qint64 largestPicture = 64 << 20; // bytes
+
+} // namespace
 
 QString picturePath(const QString &folder, const QString &name) {
     QString path = name;
@@ -16,5 +23,6 @@ QByteArray pictureBytes(const Report &report, const QString &name) {
     if (report.pictures)
         return report.pictures->value(path);
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const bool readable = QFileInfo(path).isFile() && file.size() <= largestPicture;
+    return readable && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

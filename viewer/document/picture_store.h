@@ -14,5 +14,5 @@ using PictureStore = QHash<QString, QByteArray>;
 QString picturePath(const QString &folder, const QString &name);
 
 /// The picture's bytes, from the finished document that carries it, else from its file; empty when there is
-/// none.
+/// none, or more than 64 MB of it.
 QByteArray pictureBytes(const Report &report, const QString &name);

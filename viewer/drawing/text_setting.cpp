@@ -103,19 +103,24 @@ private:
         trySize(fitting);
     }
 
-    bool isSpread(const Line &line, size_t index) const {
+    /// Where a line stands in the direction of writing, mm.
+    struct Stretch {
+        double begin, length;
+        double gap; ///< blank put between the signs
+    };
+
+    /// @param part of the free space that stands before the line: 0, a half or 1
+    Stretch stretch(const Line &line, size_t index, double part) const {
+        const double natural = line.length * m_size;
+        const double rest = m_length - natural;
         const bool single = index == 0 || m_lines[index - 1].endsParagraph;
-        return m_box.justify && line.length * m_size < m_length && (!line.endsParagraph || single);
+        const bool spread = m_box.justify && rest > 0 && (!line.endsParagraph || single);
+        if (!spread)
+            return {rest * part, natural, 0};
+        if (line.signs.size() == 1)
+            return {rest / 2, natural, 0};
+        return {0, m_length, rest / double(line.signs.size() - 1)};
     }
-
-    /// Blank put between the signs of a line, mm.
-    double gap(const Line &line, bool spread) const {
-        const double rest = m_length - line.length * m_size;
-        return spread && line.signs.size() > 1 ? rest / double(line.signs.size() - 1) : 0;
-    }
-
-    /// Where something of a length begins in a space, by a part: 0 at its beginning, 1 at its end.
-    static double begin(double space, double length, double part) { return (space - length) * part; }
 
     double partAcross() const {
         return m_box.alignment & Qt::AlignHCenter ? 0.5 : m_box.alignment & Qt::AlignRight ? 1 : 0;
@@ -135,22 +140,39 @@ private:
     }
 
     SheetText row(const Line &line, size_t index) const {
-        const bool spread = isSpread(line, index);
-        const double space = gap(line, spread);
-        const bool alone = spread && line.signs.size() == 1;
-        const double length = spread && !alone ? m_length : line.length * m_size;
-        const double left = m_box.area.left() + begin(m_length, length, alone ? 0.5 : partAcross());
-        const double top = m_box.area.top() + begin(m_depth, depth(), partDown()) +
-                           double(index) * m_box.lineHeight * m_size;
-        SheetText text{{}, m_box.color, textOf(line), QRectF(left, top, length, m_size), space > 0};
+        const Stretch across = stretch(line, index, partAcross());
+        const double left = m_box.area.left() + across.begin;
+        const double top =
+            m_box.area.top() + (m_depth - depth()) * partDown() + double(index) * m_box.lineHeight * m_size;
+        SheetText text{
+            {}, m_box.color, textOf(line), QRectF(left, top, across.length, m_size), across.gap > 0};
         const QTransform place = QTransform::fromTranslate(left, top + aboveBaseline * m_size);
         double x = 0;
         for (const Sign &sign : line.signs) {
+            if (sign.glyph.face)
+                append(runFor(text, sign, place), sign.code, sign.glyph, {x, 0});
+            x += sign.advance * m_size + across.gap;
+        }
+        return text;
+    }
+
+    /// Columns stand side by side from right to left.
+    SheetText column(const Line &line, size_t index) const {
+        const Stretch down = stretch(line, index, partDown());
+        const double top = m_box.area.top() + down.begin;
+        const double right = m_box.area.left() + (m_depth - depth()) * partAcross() + depth() -
+                             double(index) * m_box.lineHeight * m_size;
+        SheetText text{{}, m_box.color, textOf(line), QRectF(right - m_size, top, m_size, down.length), true};
+        double y = top;
+        for (const Sign &sign : line.signs) {
             if (sign.glyph.face) {
-                GlyphRun &run = runFor(text, sign, place);
-                append(run, sign.code, sign.glyph, {x, 0});
+                const QPointF middle(right - m_size / 2, y + sign.advance * m_size / 2);
+                GlyphRun &run = runFor(text, sign, verticalPlace(sign, middle, m_size));
+                append(run, sign.code, sign.glyph, {0, 0});
+                if (sign.besideCode != 0)
+                    append(run, sign.besideCode, sign.beside, {sign.glyph.advance * m_size, 0});
             }
-            x += sign.advance * m_size + space;
+            y += sign.advance * m_size + down.gap;
         }
         return text;
     }
@@ -167,31 +189,6 @@ private:
         if (text.runs.empty() || text.runs.back().face != sign.glyph.face || text.runs.back().place != place)
             text.runs.push_back({sign.glyph.face, m_size, place, {}, {}, {}, {}});
         return text.runs.back();
-    }
-
-    /// Columns stand side by side from right to left.
-    SheetText column(const Line &line, size_t index) const {
-        const bool spread = isSpread(line, index);
-        const double space = gap(line, spread);
-        const bool alone = spread && line.signs.size() == 1;
-        const double length = spread && !alone ? m_length : line.length * m_size;
-        const double right = m_box.area.left() + begin(m_depth, depth(), partAcross()) + depth() -
-                             double(index) * m_box.lineHeight * m_size;
-        const double top = m_box.area.top() + begin(m_length, length, alone ? 0.5 : partDown());
-        SheetText text{{}, m_box.color, textOf(line), QRectF(right - m_size, top, m_size, length), true};
-        double y = top;
-        for (const Sign &sign : line.signs) {
-            if (sign.glyph.face) {
-                const QPointF middle(right - m_size / 2, y + sign.advance * m_size / 2);
-                const QTransform place = verticalPlace(sign, middle, m_size);
-                GlyphRun &run = runFor(text, sign, place);
-                append(run, sign.code, sign.glyph, {0, 0});
-                if (sign.besideCode != 0)
-                    append(run, sign.besideCode, sign.beside, {sign.glyph.advance * m_size, 0});
-            }
-            y += sign.advance * m_size + space;
-        }
-        return text;
     }
 
     const TextBox &m_box;
