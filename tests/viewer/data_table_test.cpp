@@ -56,6 +56,7 @@ TEST(DataTable, NamesThePlaceOfAFault) {
         {"too many fields", header + "1,2,3\r\n", 2, 0},
         {"quote not closed", header + "1,\"" + encode932(u"表"_s).bytes + ",2\r\n3,4\r\n", 2, 3},
         {"text after a quote", header + "\r\n\"x\"y,2\r\n", 3, 1},
+        {"too many columns", QByteArray(5000, ','), 1, 4097},
         {"NUL", header + QByteArray("1,\0", 3) + "\r\n", 2, 3},
         {"half a character", header + encode932(u"\"表\","_s).bytes + "\x81\r\n", 2, 5},
         {"UTF-8 with its mark", "\xEF\xBB\xBF" + header, 1, 0},

@@ -23,6 +23,20 @@ FieldSigns signsOf(const DataFormat &format) {
     return {signByte(format.separator), signByte(format.quote)};
 }
 
+QString sentence(FieldFault fault) {
+    switch (fault) {
+    case FieldFault::QuoteNotClosed:
+        return u"引用符で始まる文字列が閉じていません。"_s;
+    case FieldFault::TextAfterQuote:
+        return u"引用符を閉じた後に余分な文字があります。"_s;
+    case FieldFault::TooMany:
+        return u"項目が多すぎます（%1個まで）。"_s.arg(mostFields);
+    case FieldFault::None:
+        break;
+    }
+    return {};
+}
+
 /// Goes through the lines of a file once and remembers where its records begin.
 class RecordFinder {
 public:
@@ -55,9 +69,7 @@ private:
         FieldFault fault = FieldFault::None;
         const qsizetype wrong = splitFields(line, m_signs, &m_fields, &fault);
         if (wrong >= 0)
-            return fail(m_line, characterAt(line, wrong),
-                        fault == FieldFault::QuoteNotClosed ? u"引用符で始まる文字列が閉じていません。"_s
-                                                            : u"引用符を閉じた後に余分な文字があります。"_s);
+            return fail(m_line, characterAt(line, wrong), sentence(fault));
         if (m_width < 0)
             takeFirstLine();
         else if (qsizetype(m_fields.size()) != m_width)

@@ -60,6 +60,8 @@ qsizetype splitFields(QByteArrayView line, FieldSigns signs, std::vector<QByteAr
     fields->clear();
     for (qsizetype at = 0;;) {
         const qsizetype end = fieldEnd(line, at, signs, fault);
+        if (fields->size() == mostFields)
+            *fault = FieldFault::TooMany;
         if (*fault != FieldFault::None)
             return at;
         fields->push_back(line.sliced(at, end - at));
@@ -73,9 +75,16 @@ QString fieldText(QByteArrayView field, char quote) {
     const QByteArrayView bare = field.trimmed();
     if (quote == 0 || bare.size() < 2 || bare[0] != quote)
         return decode932(bare);
-    QString text = decode932(bare.sliced(1, bare.size() - 2));
+    const QString quoted = decode932(bare.sliced(1, bare.size() - 2));
     const QChar sign = QLatin1Char(quote);
-    if (text.contains(sign))
-        text.replace(QString(2, sign), QString(sign));
+    if (!quoted.contains(sign))
+        return quoted;
+    QString text;
+    text.reserve(quoted.size());
+    for (qsizetype i = 0; i < quoted.size(); ++i) {
+        text += quoted[i];
+        if (quoted[i] == sign && i + 1 < quoted.size() && quoted[i + 1] == sign)
+            ++i;
+    }
     return text;
 }

@@ -10,7 +10,10 @@ struct FieldSigns {
     char quote = '"';
 };
 
-enum class FieldFault { None, QuoteNotClosed, TextAfterQuote };
+enum class FieldFault { None, QuoteNotClosed, TextAfterQuote, TooMany };
+
+/// More than any document has.
+constexpr size_t mostFields = 4096;
 
 /// Where the line that holds `at` ends: at its line end or behind the last byte.
 qsizetype lineEnd(QByteArrayView bytes, qsizetype at);
