@@ -71,7 +71,16 @@ TEST_F(Pdf, HoldsAPictureOnceForAllPages) {
 }
 
 TEST_F(Pdf, ShowsTheSameAsTheScreen) {
-    Report report = reportOf(page, u"名,絵\n花子,\n"_s);
+    // Black on the left; the table of its two colours stands the other way round than usual.
+    QImage halves(20, 20, QImage::Format_Mono);
+    halves.setColorTable({qRgb(255, 255, 255), qRgb(0, 0, 0)});
+    halves.fill(0);
+    for (int y = 0; y < 20; ++y)
+        for (int x = 0; x < 10; ++x)
+            halves.setPixel(x, y, 1);
+    halves.save(folder.filePath(u"絵.png"_s));
+    Report report = reportOf(page, u"名,絵\n花子,絵.png\n"_s);
+    report.folder = folder.path();
     const Document document({report}, {});
     write(document);
     constexpr int dpi = 50;

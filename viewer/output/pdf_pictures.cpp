@@ -30,8 +30,13 @@ QByteArray entries(const QImage &image, const QByteArray &colors, int bits) {
            QByteArray::number(bits);
 }
 
+bool isGray(QRgb color) {
+    return qAlpha(color) == 255 && qRed(color) == qGreen(color) && qGreen(color) == qBlue(color);
+}
+
+/// Two greys, of which the lighter becomes white.
 bool isBlackAndWhite(const QImage &image) {
-    return image.depth() == 1 && image.isGrayscale();
+    return image.depth() == 1 && image.colorCount() == 2 && isGray(image.color(0)) && isGray(image.color(1));
 }
 
 } // namespace
@@ -56,7 +61,7 @@ int PdfPictures::add(const QImage &image) {
         const QImage alpha = image.convertToFormat(QImage::Format_Alpha8);
         mask = " /SMask " + pdf::reference(m_file.addStream(entries(alpha, "/DeviceGray", 8), pixels(alpha)));
     }
-    const bool isGray = image.isGrayscale();
-    const QImage plain = image.convertToFormat(isGray ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
-    return m_file.addStream(entries(plain, isGray ? "/DeviceGray" : "/DeviceRGB", 8) + mask, pixels(plain));
+    const bool gray = image.isGrayscale();
+    const QImage plain = image.convertToFormat(gray ? QImage::Format_Grayscale8 : QImage::Format_RGB888);
+    return m_file.addStream(entries(plain, gray ? "/DeviceGray" : "/DeviceRGB", 8) + mask, pixels(plain));
 }
