@@ -72,7 +72,11 @@ qsizetype splitFields(QByteArrayView line, FieldSigns signs, std::vector<QByteAr
 }
 
 QString fieldText(QByteArrayView field, char quote) {
-    const QByteArrayView bare = field.trimmed();
+    QByteArrayView bare = field;
+    while (bare.startsWith(' '))
+        bare = bare.sliced(1);
+    while (bare.endsWith(' '))
+        bare.chop(1);
     if (quote == 0 || bare.size() < 2 || bare[0] != quote)
         return decode932(bare);
     const QString quoted = decode932(bare.sliced(1, bare.size() - 2));
