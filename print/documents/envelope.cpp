@@ -22,13 +22,13 @@ QString envelopeLayout(EnvelopeSize size) {
 }
 
 const QStringList &envelopeColumns() {
-    static const QStringList columns{u"郵便番号1"_s,  u"郵便番号2"_s,  u"宛名施設"_s, u"宛名"_s,
-                                     u"宛先住所１"_s, u"宛先住所２"_s, u"在中"_s};
+    static const QStringList columns{u"郵便番号1"_s, u"郵便番号2"_s,  u"宛名施設"_s,
+                                     u"宛名"_s,      u"宛先住所１"_s, u"宛先住所２"_s};
     return columns;
 }
 
 std::vector<DataValue> envelopeRecord(const Envelope &envelope) {
     const QString zip = zipDigits(envelope.zip);
-    return {zip.left(3),       zip.mid(3),        envelope.institution, envelope.addressee,
-            envelope.address1, envelope.address2, envelope.contents};
+    return {zip.left(3),        zip.mid(3),        envelope.institution,
+            envelope.addressee, envelope.address1, envelope.address2};
 }

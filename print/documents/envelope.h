@@ -16,12 +16,11 @@ struct Envelope {
     QString institution;
     QString addressee; ///< with its honorific
     QString address1, address2;
-    QString contents; ///< a note on the front, e.g. what is enclosed; may be empty
 
     /// Whether there is anywhere to send it to.
     bool hasAddress() const { return !institution.isEmpty() || !address1.isEmpty(); }
 };
 
-/// The items of an envelope's data file: six, and 在中 for the note on the front.
+/// The six items of an envelope's data file. What is enclosed is said by the layouts.
 const QStringList &envelopeColumns();
 std::vector<DataValue> envelopeRecord(const Envelope &envelope);

@@ -25,7 +25,6 @@ Envelope envelopeOf(const LetterRow &row, const LetterOrder &order, const Letter
     envelope.institution = known ? doctor.institution : row.institution;
     envelope.address1 = known ? doctor.address : row.institutionAddress;
     envelope.addressee = u"書類ご担当者様"_s;
-    envelope.contents = u"同意依頼書 在中"_s;
     return envelope;
 }
 

@@ -88,7 +88,7 @@ TEST_F(SetPrint, PutsTogetherWhatGoesIntoOneEnvelope) {
               (QStringList{u"封筒印刷角2.wfd"_s, u"依頼.wfd"_s, u"H再_B5.wfd"_s, u"封筒印刷角2.wfd"_s,
                            u"依頼.wfd"_s, u"依頼.wfd"_s, u"依頼.wfd"_s, u"M再.wfd"_s}));
     EXPECT_EQ(practice.written(u"封筒1.csv"_s).section(u"\r\n"_s, 1),
-              u"\"\",\"\",\"記録の医院\",\"書類ご担当者様\",\"記録の住所\",\"\",\"同意依頼書 在中\"\r\n"_s);
+              u"\"\",\"\",\"記録の医院\",\"書類ご担当者様\",\"記録の住所\",\"\"\r\n"_s);
     EXPECT_TRUE(practice.written(u"cmdSetPrint.dat"_s).endsWith(u"PrintPaper, #256\r\nShowWindow,2\r\n"_s));
     EXPECT_EQ(marks(), u"00 00 00 00"_s) << "a preview marks nothing";
     EXPECT_EQ(form->ihehe(), 0);
