@@ -1,5 +1,7 @@
 #include "sample/patients.h"
 
+#include "db/tables/patient/acupuncture_diseases.h"
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -17,8 +19,12 @@ QString massageDiagnosis(Random &random) {
 }
 
 const QList<QString> &acupunctureDiseases() {
-    static const QList<QString> list = {u"神経痛"_s, u"リウマチ"_s,       u"頸腕症候群"_s, u"五十肩"_s,
-                                        u"腰痛症"_s, u"頸椎捻挫後遺症"_s, u"その他"_s};
+    static const QList<QString> list = [] {
+        QList<QString> names;
+        for (const QStringView name : acupunctureDiseaseNames)
+            names.append(name.toString());
+        return names + QList<QString>{u"その他"_s};
+    }();
     return list;
 }
 

@@ -1,5 +1,7 @@
 #include "print/consent_form/form_values.h"
 
+#include "db/tables/patient/acupuncture_diseases.h"
+
 #include <array>
 #include <span>
 
@@ -28,11 +30,10 @@ constexpr Named joints[] = {
     {F::LeftHip, u"左股関節"},   {F::LeftKnee, u"左膝"},   {F::LeftAnkle, u"左足首"},
 };
 
-/// The seventh disease is another one, told in words elsewhere.
-constexpr Named diseases[] = {
-    {F::Disease1, u"神経痛"}, {F::Disease2, u"リウマチ"}, {F::Disease3, u"頸腕症候群"},
-    {F::Disease4, u"五十肩"}, {F::Disease5, u"腰痛症"},   {F::Disease6, u"頸椎捻挫後遺症"},
-};
+/// The flag of an acupuncture disease, counted from 0.
+constexpr F diseaseFlag(size_t disease) {
+    return F(int(F::Disease1) + int(disease));
+}
 
 QStringList marked(X x, std::span<const Named> fields) {
     QStringList names;
@@ -166,16 +167,22 @@ DataValue hospitalNumber(X x) {
 }
 
 DataValue diseaseCode(X x) {
-    constexpr F last = F::Disease7;
+    constexpr size_t flags = acupunctureDiseaseNames.size() + 1;
     if (x.choice.treatment)
-        for (int field = int(F::Disease1); field <= int(last); ++field)
-            if (x.rows.flag(x.record, F(field)))
-                return qint64(field - int(F::Disease1) + 1);
+        for (size_t disease = 0; disease < flags; ++disease)
+            if (x.rows.flag(x.record, diseaseFlag(disease)))
+                return qint64(disease + 1);
     return qint64(0);
 }
 
+/// The seventh disease is another one, told in words elsewhere.
 DataValue diseaseNames(X x) {
-    return marked(x, diseases).join(separator);
+    QStringList names;
+    if (x.choice.treatment)
+        for (size_t disease = 0; disease < acupunctureDiseaseNames.size(); ++disease)
+            if (x.rows.flag(x.record, diseaseFlag(disease)))
+                names += acupunctureDiseaseNames[disease].toString();
+    return names.join(separator);
 }
 
 DataValue practiceName(X x) {

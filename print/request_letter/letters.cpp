@@ -1,6 +1,7 @@
 #include "print/request_letter/letters.h"
 
 #include "app/base/dates.h"
+#include "db/tables/patient/acupuncture_diseases.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,13 +29,11 @@ LetterDoctor addressee(const LetterOrder &order, const LetterRow &row, const Let
 }
 
 QString diseasesText(const LetterRow &row) {
-    static const std::array<QString, 6> names{u"神経痛"_s, u"リウマチ"_s, u"頸腕症候群"_s,
-                                              u"五十肩"_s, u"腰痛症"_s,   u"頸椎捻挫後遺症"_s};
     QStringList diseases;
-    for (size_t i = 0; i < names.size(); ++i)
+    for (size_t i = 0; i < acupunctureDiseaseNames.size(); ++i)
         if (row.diseases[i])
-            diseases.append(names[i]);
-    if (row.diseases[names.size()])
+            diseases.append(acupunctureDiseaseNames[i].toString());
+    if (row.diseases[acupunctureDiseaseNames.size()])
         diseases.append(row.otherDisease.isEmpty() ? u"その他"_s : row.otherDisease);
     return diseases.join(u"、"_s);
 }
