@@ -22,6 +22,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr std::chrono::milliseconds betweenLooks{20};
+/// A killed program may stay stuck in the system, as on a lost network drive.
+constexpr int killedWithinMs = 3000;
 
 QStringList searchFolders(const QString &first) {
     const QStringList path = qEnvironmentVariable("PATH").split(QDir::listSeparator(), Qt::SkipEmptyParts);
@@ -56,7 +58,7 @@ void kill(QProcess &process) {
         ::kill(-pid_t(process.processId()), SIGKILL);
 #endif
     process.kill();
-    process.waitForFinished(-1);
+    process.waitForFinished(killedWithinMs);
 }
 
 } // namespace
@@ -95,8 +97,6 @@ ProcessEnd SystemProcesses::run(const QString &program, const QStringList &argum
     process.setChildProcessModifier([] { setpgid(0, 0); });
 #endif
     process.start();
-    if (!process.waitForStarted(-1))
-        return {ProcessEnd::NotStarted};
     while (!process.waitForFinished(int(betweenLooks.count()))) {
         // The callback may have run the event loop, which notices the end as well.
         const bool wanted = !goOn || goOn();
@@ -107,6 +107,8 @@ ProcessEnd SystemProcesses::run(const QString &program, const QStringList &argum
         kill(process);
         return {wanted ? ProcessEnd::TimedOut : ProcessEnd::GivenUp};
     }
+    if (process.error() == QProcess::FailedToStart)
+        return {ProcessEnd::NotStarted};
     if (process.exitStatus() == QProcess::CrashExit)
         return {ProcessEnd::Crashed};
     return {ProcessEnd::Exited, process.exitCode()};
