@@ -7,7 +7,6 @@
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
 
-#include <QKeyEvent>
 #include <QScreen>
 
 using namespace Qt::Literals::StringLiterals;
@@ -106,14 +105,6 @@ void frmDouiRecordEdit::refresh() {
     m_ui->pageHari->setEnabled(!isDeformity(draft));
     m_ui->lblRule->setText(m_entry->explainPeriod());
     showClaimUse(*m_ui->iReceptDisabledFlg);
-}
-
-// Enter belongs to the boxes: a dialog would take it for itself.
-void frmDouiRecordEdit::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        event->ignore();
-    else
-        QDialog::keyPressEvent(event);
 }
 
 bool frmDouiRecordEdit::checks() {

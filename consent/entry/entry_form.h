@@ -32,9 +32,6 @@ public:
     /// Esc and the window's close button: asks where something would be lost.
     void reject() override;
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     void begin(cT_ADODB &db);
     short shown(short status);

@@ -21,7 +21,6 @@
 #include "widgets/version_form.h"
 
 #include <QAction>
-#include <QKeyEvent>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -135,14 +134,6 @@ QString frm同意書管理::takeMethods() {
         m_grid->setMethods(methods);
     }
     return reason;
-}
-
-// Enter belongs to the boxes and the grid: a dialog would take it for itself, and it would not move on.
-void frm同意書管理::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        event->ignore();
-    else
-        QDialog::keyPressEvent(event);
 }
 
 void frm同意書管理::run(const QString &command) {

@@ -28,9 +28,6 @@ public:
     /// Esc and the window's close button: leaves, unless unsaved edits keep the user here.
     void reject() override;
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     struct Parts;
 

@@ -14,7 +14,6 @@
 #include "widgets/tick_delegate.h"
 
 #include <QComboBox>
-#include <QKeyEvent>
 #include <QScreen>
 
 using namespace Qt::Literals::StringLiterals;
@@ -121,14 +120,6 @@ void frm同意依頼::showState() {
     const std::vector<RequestRow> rows = onPaper(m_model->rows());
     m_ui->lblState->setText(rows.empty() ? u"用紙で依頼する行がありません。"_s
                                          : u"%L1 件（"_s.arg(rows.size()) + kindSummary(rows) + u"）"_s);
-}
-
-// Enter belongs to the boxes and the grid.
-void frm同意依頼::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        event->ignore();
-    else
-        QDialog::keyPressEvent(event);
 }
 
 bool frm同意依頼::readOptions(LetterOptions &options) {

@@ -27,9 +27,6 @@ public:
     /// Whether rows were marked.
     bool written() const { return m_written; }
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     void wire();
     void fitColumns();

@@ -16,7 +16,6 @@
 
 #include <QAction>
 #include <QButtonGroup>
-#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
@@ -102,14 +101,6 @@ short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, 
     m_ui->txtcRiyoushaNo->setFocus();
     m_ui->txtcRiyoushaNo->selectAll();
     return 0;
-}
-
-// Enter moves on, or presses the button that has the focus and never another.
-void frm同意書印刷::keyPressEvent(QKeyEvent *event) {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        QDialog::keyPressEvent(event);
-    else if (auto *button = qobject_cast<QPushButton *>(focusWidget()))
-        button->click();
 }
 
 void frm同意書印刷::showSettings(const ConsentPrintSettings &settings) {

@@ -26,9 +26,6 @@ public:
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
     QString sErrMsg() const { return m_error; }
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     struct Searches;
 

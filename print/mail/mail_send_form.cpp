@@ -75,14 +75,6 @@ short frmMailSend::Init(cT_ADODB &db, const std::vector<MailRow> &rows) {
     return 0;
 }
 
-// Enter never sends by itself: it moves on, and presses the button that has the focus.
-void frmMailSend::keyPressEvent(QKeyEvent *event) {
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter)
-        event->ignore();
-    else
-        QDialog::keyPressEvent(event);
-}
-
 bool frmMailSend::eventFilter(QObject *watched, QEvent *event) {
     if (watched == m_ui->ssSoudan && event->type() == QEvent::KeyPress) {
         const int key = static_cast<QKeyEvent *>(event)->key();

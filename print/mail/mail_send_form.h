@@ -28,7 +28,6 @@ public:
     bool sentAny() const { return m_sentAny; }
 
 protected:
-    void keyPressEvent(QKeyEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:

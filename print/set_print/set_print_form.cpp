@@ -8,7 +8,6 @@
 #include "ui_set_print_form.h"
 #include "widgets/enter_moves_on.h"
 
-#include <QKeyEvent>
 #include <QSet>
 
 using namespace Qt::Literals::StringLiterals;
@@ -62,14 +61,6 @@ short frmSetInsatsuDoui::iControlInit() {
     m_ui->chkKeika->setText(
         u"経過報告書（種類 %1・準備中）"_s.arg(progressReportKind(m_environment.folders)));
     return 0;
-}
-
-// Enter moves on, or presses the button that has the focus and never another.
-void frmSetInsatsuDoui::keyPressEvent(QKeyEvent *event) {
-    if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-        QDialog::keyPressEvent(event);
-    else if (auto *button = qobject_cast<QPushButton *>(focusWidget()))
-        button->click();
 }
 
 void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintStart start) {

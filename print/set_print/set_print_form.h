@@ -34,9 +34,6 @@ public:
     /// Whether rows were marked as output.
     bool written() const { return m_written; }
 
-protected:
-    void keyPressEvent(QKeyEvent *event) override;
-
 private:
     short iControlInit();
     void wire();
