@@ -69,14 +69,6 @@ const TableColumn<Row> *columnNamed(QStringView name) {
     return found == columns.end() ? nullptr : &*found;
 }
 
-/// Null and an empty text are the same to whoever looks at the form.
-template <class T> bool same(const T &left, const T &right) {
-    return left == right;
-}
-template <class T> bool same(const Nullable<T> &left, const Nullable<T> &right) {
-    return left.same(right);
-}
-
 template <class Wanted> void copyColumns(Row &to, const Row &from, Wanted wanted) {
     for (const TableColumn<Row> &column : Row::table().columns)
         if (wanted(column))
@@ -154,7 +146,7 @@ void setColumnValue(ConsentDraft &draft, QStringView column, const QVariant &val
 bool sameValues(const ConsentDraft &left, const ConsentDraft &right, Compared columns) {
     return std::ranges::all_of(Row::table().columns, [&](const TableColumn<Row> &column) {
         return !counts(column, columns) ||
-               std::visit([&](auto member) { return same(left.*member, right.*member); }, column.member);
+               std::visit([&](auto member) { return left.*member == right.*member; }, column.member);
     });
 }
 
@@ -165,10 +157,6 @@ ConsentDraft newDraft(const PatientKey &patient, const ConsentDraft *newest) {
             return !isKept(column.name) && !isOwn(column) && !isAudit(column);
         });
     static_cast<PatientKey &>(draft) = patient;
-    // The newest marks look for a claim flag of exactly 0.
-    if (draft.iReceptDisabledFlg.isNull())
-        draft.iReceptDisabledFlg = short(0);
-    draft.iNewestFlg = short(0);
     return draft;
 }
 
@@ -186,8 +174,13 @@ ConsentRowKey draftKey(const ConsentDraft &draft, const ConsentDraft *stored) {
     return key;
 }
 
-ConsentDraft replacement(const ConsentDraft &draft, const ConsentDraft &stored) {
+ConsentDraft registeredRow(const ConsentDraft &draft, const ConsentDraft *stored) {
     ConsentDraft row = draft;
-    copyColumns(row, stored, [](const TableColumn<Row> &column) { return isKept(column.name); });
+    // The newest marks, among others, look for a flag of exactly 0.
+    for (const TableColumn<Row> &column : Row::table().columns)
+        if (auto *flag = std::get_if<Nullable<short> Row::*>(&column.member))
+            row.**flag = short(row.**flag);
+    if (stored)
+        copyColumns(row, *stored, [](const TableColumn<Row> &column) { return isKept(column.name); });
     return row;
 }

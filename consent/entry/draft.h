@@ -52,7 +52,7 @@ QVariant columnValue(const ConsentDraft &draft, QStringView column);
 void setColumnValue(ConsentDraft &draft, QStringView column, const QVariant &value);
 ///@}
 
-/// Where two rows differ for the user: an empty text is the same as none. Audit columns do not count.
+/// Where two rows differ for the user: Null is the same as 0 or an empty text. Audit columns do not count.
 enum class Compared {
     Entered, ///< what the entry form writes
     Remark,  ///< the list remark alone
@@ -71,5 +71,7 @@ ConsentDraft newDraft(const PatientKey &patient, const ConsentDraft *newest);
 /// @param stored the row as it was read; null for a new one
 ConsentRowKey draftKey(const ConsentDraft &draft, const ConsentDraft *stored);
 
-/// The row that replaces a stored one: what was entered, over the stored request, renewal and sending fields.
-ConsentDraft replacement(const ConsentDraft &draft, const ConsentDraft &stored);
+/// The row to be written: what was entered, a flag that nobody set being 0, over the stored request, renewal
+/// and sending fields.
+/// @param stored the row as it stands in the database; null for a new one
+ConsentDraft registeredRow(const ConsentDraft &draft, const ConsentDraft *stored);

@@ -156,6 +156,9 @@ void ConsentEntry::setKind(short iHenkeiFlg) {
         m_draft.iSejutuBui1 = short(0); // the trunk is not corrected
         const ConsentDraft *before = newest(1);
         m_draft.nDouiUpMonth = before ? before->nDouiUpMonth : Nullable<qint32>();
+    } else {
+        m_draft.iSejutuBui1 = m_opened.iSejutuBui1;
+        m_draft.tHenkeSday = m_draft.tHenKeEday = {};
     }
     m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
     proposePeriod();

@@ -29,14 +29,13 @@ RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft
     RowChange change(db, draft);
     if (!change.ready())
         return change.failed(u"データ追加エラー"_s, u"データ追加"_s);
-    ConsentDraft row = draft;
     ConsentDraft now;
     if (stored) {
         if (const RowOutcome found = change.find(*stored, Compared::Entered, now);
             found.kind != RowOutcome::Done)
             return found;
-        row = replacement(draft, now);
     }
+    ConsentDraft row = registeredRow(draft, stored ? &now : nullptr);
     cT_RIYOUSHA_DOUI_REC table;
     table.iInit(db);
     const ConsentRowKey target = draftKey(draft, stored);

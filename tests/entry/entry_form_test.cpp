@@ -77,7 +77,7 @@ TEST_F(EntryFormTest, AFirstConsentIsEnteredByKeyboard) {
     EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
     EXPECT_EQ(stored(20261117, u"iNewestFlg, tDouiDay, tDouiKaryoE, cIsiCd, cDouiIsiName, iSejutuBui1,"
                                "iSejutuBui2, nDouiUpMonth, iReceptDisabledFlg"_s),
-              u"1|2026/11/18|2027/05/31|2|馬場|1|NULL|6|0"_s);
+              u"1|2026/11/18|2027/05/31|2|馬場|1|0|6|0"_s);
 }
 
 TEST_F(EntryFormTest, LeavingWithChangesAsksAndLookingChangesNothing) {

@@ -52,7 +52,7 @@ TEST_F(ConsentEntryTest, ANewConsentTakesOverWhatTheLastOneSaid) {
     ASSERT_EQ(entry.save().kind, RowOutcome::Done);
     EXPECT_EQ(keys(), QStringList({u"20251110/0/0/0"_s, u"20260420/0/0/1"_s, u"20260515/1/0/1"_s}));
     EXPECT_EQ(stored(20260420, u"iMahiKukan, cItiranBikou, iOutputFlg, cPcName"_s),
-              u"1|NULL|NULL|"_s + database.db.csGetComputerName());
+              u"1|NULL|0|"_s + database.db.csGetComputerName());
 }
 
 TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverruleIt) {
@@ -77,6 +77,9 @@ TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverrul
     EXPECT_EQ(entry.enter(u"iHenkeiFlg", 1), 0);
     EXPECT_EQ(period(), u"2026/06/01-2026/06/30"_s) << "a correction runs a month";
     EXPECT_EQ(entry.draft().tHenkeSday, QDate(2026, 6, 1));
+    EXPECT_EQ(entry.enter(u"iHenkeiFlg", 0), 0);
+    EXPECT_EQ(period(), u"2026/06/01-2026/11/30"_s);
+    EXPECT_FALSE(entry.draft().tHenkeSday.isValid()) << "nothing of the correction stays";
 }
 
 TEST_F(ConsentEntryTest, TheDiagnosisFollowsTheTickedDiseasesUntilItIsReworded) {
