@@ -72,6 +72,34 @@ Problem checkDates(const ConsentDraft &draft) {
     return {};
 }
 
+struct TextLimit {
+    QStringView column;
+    QString ConsentDraft::*text;
+    int longest; ///< of the column, in UTF-16 units
+    QStringView caption;
+};
+constexpr TextLimit textLimits[] = {
+    {u"cDouiIsiName", &ConsentDraft::cDouiIsiName, 40, u"医師名"},
+    {u"cDouiIsiKikan", &ConsentDraft::cDouiIsiKikan, 80, u"医療機関"},
+    {u"cDouiIsiAdd", &ConsentDraft::cDouiIsiAdd, 160, u"所在地"},
+    {u"cDouiByoumei", &ConsentDraft::cDouiByoumei, 200, u"傷病名"},
+    {u"cByoumeiM", &ConsentDraft::cByoumeiM, 200, u"マッサージの傷病名"},
+    {u"cMasByoumei", &ConsentDraft::cMasByoumei, 200, u"マッサージの傷病名の補足"},
+    {u"cByoumeiH", &ConsentDraft::cByoumeiH, 200, u"鍼灸の傷病名"},
+    {u"cKousyukuSonotaStr", &ConsentDraft::cKousyukuSonotaStr, 100, u"拘縮のその他"},
+    {u"cSyoujyouSonotaStr", &ConsentDraft::cSyoujyouSonotaStr, 100, u"症状・病名のその他"}};
+
+Problem checkLengths(const ConsentDraft &draft) {
+    for (const TextLimit &limit : textLimits) {
+        const qsizetype length = (draft.*limit.text).size();
+        if (length > limit.longest)
+            return DraftProblem{
+                u"%1は %2文字までです（現在 %3文字）。"_s.arg(limit.caption).arg(limit.longest).arg(length),
+                limit.column};
+    }
+    return {};
+}
+
 } // namespace
 
 bool sameRecordDate(const ConsentRowKey &left, const ConsentRowKey &right) {
@@ -96,5 +124,5 @@ Problem checkDraft(const ConsentDraft &draft, bool acupuncture, const ConsentRow
     if (taken)
         return DraftProblem{recordDateTaken(),
                             draft.tShinsatsuDay.isValid() ? u"tShinsatsuDay" : u"tDouiDay"};
-    return {};
+    return checkLengths(draft);
 }

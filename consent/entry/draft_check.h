@@ -11,7 +11,8 @@ struct DraftProblem {
     QStringView column; ///< where to mend it
 };
 
-/// The checks before registering, in their order; the first that fails, nothing when all pass.
+/// The checks before registering, in their order, texts that their columns cannot hold last; the first that
+/// fails, nothing when all pass.
 ///
 /// Acupuncture asks for a treatment and a disease, massage for treatment content, a diagnosis and a body
 /// part, deformity correction for a diagnosis and a limb: the correction is its content.

@@ -82,6 +82,26 @@ TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverrul
     EXPECT_FALSE(entry.draft().tHenkeSday.isValid()) << "nothing of the correction stays";
 }
 
+TEST_F(ConsentEntryTest, ATextIsAsLongAsItsColumnAtMost) {
+    consent(20260520);
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    const QStringList columns = database.rows(
+        u"SELECT name, substr(type, 10) + 0 FROM pragma_table_info('RIYOUSHA_DOUI_REC') WHERE type LIKE"
+        " 'NVARCHAR%' AND name NOT IN ('cIsiCd', 'cKobetuDouiIrai', 'cItiranBikou', 'cPcName')"_s);
+    ASSERT_EQ(columns.size(), 9);
+    for (const QString &column : columns) {
+        const QString name = column.section(u'|', 0, 0);
+        const QString longest(column.section(u'|', 1).toInt(), u'ア');
+        EXPECT_EQ(entry.enter(name, longest), 0);
+        EXPECT_EQ(check(), std::nullopt) << column.toStdString();
+        EXPECT_EQ(entry.enter(name, longest + u'ア'), 0);
+        const std::optional<DraftProblem> problem = check();
+        ASSERT_TRUE(problem) << column.toStdString();
+        EXPECT_EQ(problem->column, name);
+        EXPECT_EQ(entry.enter(name, u"ア"_s), 0);
+    }
+}
+
 TEST_F(ConsentEntryTest, TheDiagnosisFollowsTheTickedDiseasesUntilItIsReworded) {
     ASSERT_EQ(entry.iNew(acupuncturePatient), 0);
     EXPECT_EQ(entry.enter(u"iHKSyobyou01Flg", 1), 0);
