@@ -3,8 +3,22 @@
 #include "app/base/codepage932.h"
 
 #include <QFile>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Newer editors save a list as UTF-8 unless told otherwise.
+QString decoded(const QByteArray &bytes) {
+    return looksLikeUtf8(bytes) ? QString::fromUtf8(bytes) : decode932(bytes);
+}
+
+bool isReadable(const QString &name) {
+    return std::ranges::all_of(name, [](QChar c) { return c != QChar::ReplacementCharacter && c >= u' '; });
+}
+
+} // namespace
 
 bool readDiagnoses(const QString &path, Recordset &rows, QString &reason) {
     QFile file(path);
@@ -14,10 +28,18 @@ bool readDiagnoses(const QString &path, Recordset &rows, QString &reason) {
     }
     rows.open({u"number"_s, u"name"_s}, Recordset::Encoding::Utf16);
     qint64 number = 0;
-    for (const QString &line : decode932(file.readAll()).split(u'\n')) {
-        const QString name = line.trimmed();
+    qsizetype lineNumber = 0;
+    for (const QString &line : decoded(file.readAll()).split(u'\n')) {
+        ++lineNumber;
+        const QString name = line.trimmed().replace(u'\t', u' ');
         if (name.isEmpty())
             continue;
+        if (!isReadable(name)) {
+            reason = u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
+                     "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s.arg(path)
+                         .arg(lineNumber);
+            return false;
+        }
         rows.appendInteger(++number);
         rows.appendText(name.utf16(), size_t(name.size()) * sizeof(char16_t));
     }

@@ -1,5 +1,7 @@
 // Entering, registering and erasing consents in a real database.
 
+#include "app/base/codepage932.h"
+#include "consent/entry/diagnosis_list.h"
 #include "consent/entry/entry.h"
 #include "consent/entry/entry_save.h"
 #include "consent/entry/history.h"
@@ -7,6 +9,8 @@
 #include "tests/support/failing_provider.h"
 
 #include "app/base/dates.h"
+
+#include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -100,6 +104,23 @@ TEST_F(ConsentEntryTest, ATextIsAsLongAsItsColumnAtMost) {
         EXPECT_EQ(problem->column, name);
         EXPECT_EQ(entry.enter(name, u"ア"_s), 0);
     }
+}
+
+TEST_F(ConsentEntryTest, TheListOfDiagnosesIsReadInBothEncodings) {
+    const QString path = programFolder.filePath(u"傷病名List.txt"_s);
+    const auto read = [&](const QByteArray &bytes) {
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
+        file.close();
+        Recordset rows;
+        QString reason;
+        return readDiagnoses(path, rows, reason) ? rows.text(rows.rowCount() - 1, 1) : reason;
+    };
+    const QString list = u"脳梗塞\r\n\r\n 頸髄損傷"_s;
+    EXPECT_EQ(read(encode932(list).bytes), u"頸髄損傷"_s);
+    EXPECT_EQ(read("\xEF\xBB\xBF" + list.toUtf8()), u"頸髄損傷"_s);
+    const QString damaged = read(encode932(list).bytes + "\r\n\x81");
+    EXPECT_TRUE(damaged.contains(path) && damaged.contains(u"4行目"_s)) << damaged.toStdString();
 }
 
 TEST_F(ConsentEntryTest, TheDiagnosisFollowsTheTickedDiseasesUntilItIsReworded) {
