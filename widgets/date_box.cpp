@@ -10,6 +10,13 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// Of the eras. An earlier one is a slip of the keys, and the server's dates end not much further back.
+constexpr int firstYear = 1868;
+
+} // namespace
+
 DateBox::DateBox(QWidget *parent)
     : QLineEdit(parent),
       m_mark(addAction(style()->standardIcon(QStyle::SP_MessageBoxWarning), TrailingPosition)) {
@@ -84,7 +91,9 @@ void DateBox::focusOutEvent(QFocusEvent *event) {
 
 QDate DateBox::parse(const QString &text) const {
     const QString typed = text.trimmed();
-    const QDate day = dateFromInput(typed);
+    QDate day = dateFromInput(typed);
+    if (day.year() < firstYear)
+        day = {};
     if (m_unit == Unit::Day || typed.isEmpty())
         return day;
     if (day.isValid())
