@@ -7,7 +7,6 @@
 #include <QComboBox>
 #include <QScopedValueRollback>
 #include <QTabWidget>
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -79,18 +78,16 @@ bool ColumnInputs::settle() {
     return true;
 }
 
-bool ColumnInputs::hasWrongInput() const {
-    return std::ranges::any_of(m_inputs, [](const Input &input) {
-        const auto *date = qobject_cast<const DateBox *>(input.widget);
-        return date && date->hasWrongInput();
-    });
-}
-
 QWidget *ColumnInputs::input(QStringView column) const {
-    for (const Input &input : m_inputs)
-        if (input.column == column && input.widget->isEnabled())
+    QWidget *hidden = nullptr;
+    for (const Input &input : m_inputs) {
+        if (input.column != column || !input.widget->isEnabled())
+            continue;
+        if (input.widget->isVisible())
             return input.widget;
-    return nullptr;
+        hidden = input.widget;
+    }
+    return hidden;
 }
 
 void ColumnInputs::goTo(QWidget *input) {

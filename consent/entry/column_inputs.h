@@ -19,11 +19,11 @@ public:
 
     /// Settles what is being typed; with a box that holds no date it goes there and gives false.
     bool settle();
-    bool hasWrongInput() const;
 
-    /// Goes to a column's input and brings its page to the front.
-    static void goTo(QWidget *input);
+    /// A column's input that can be used, of several the one on the page in front; null when there is none.
     QWidget *input(QStringView column) const;
+    /// Goes to an input and brings its page to the front.
+    static void goTo(QWidget *input);
 
 Q_SIGNALS:
     /// A value was entered; an empty one is invalid.

@@ -7,7 +7,7 @@
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
 
-#include <QScreen>
+#include <QTabBar>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -30,6 +30,11 @@ void showClaimUse(QCheckBox &disabled) {
 frmDouiRecordEdit::frmDouiRecordEdit(Environment &environment, QWidget *parent)
     : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::frmDouiRecordEdit>()) {
     m_ui->setupUi(this);
+    m_ui->nDouiUpMonth->setDigits(2);
+    // Two lines of explanation, so that the boxes below stay where they are.
+    m_ui->lblRule->setMinimumHeight(2 * fontMetrics().lineSpacing());
+    // The way by Enter and Tab leads through the boxes; pages have their letters.
+    m_ui->tabKind->tabBar()->setFocusPolicy(Qt::NoFocus);
     m_inputs = new ColumnInputs(this);
     new EnterMovesOn(this);
 }
@@ -104,6 +109,7 @@ void frmDouiRecordEdit::refresh() {
     m_ui->bodyPanel->setLimbsOnly(isDeformity(draft));
     m_ui->pageHari->setEnabled(!isDeformity(draft));
     m_ui->lblRule->setText(m_entry->explainPeriod());
+    m_ui->lblRule->setToolTip(m_ui->lblRule->text());
     showClaimUse(*m_ui->iReceptDisabledFlg);
 }
 
@@ -166,9 +172,16 @@ void frmDouiRecordEdit::addDiagnosis() {
     m_ui->cDouiByoumei->setFocus();
 }
 
+// What is being typed counts as entered, though no date and no doctor be read from it.
+bool frmDouiRecordEdit::holdsInput() {
+    const bool dates = m_inputs->settle();
+    const bool doctor = m_ui->txtIsiCd->code() == m_doctor->row().code;
+    return !dates || !doctor || m_entry->isChanged();
+}
+
 void frmDouiRecordEdit::reject() {
-    const bool lost = m_entry && (m_entry->isChanged() || m_inputs->hasWrongInput());
-    if (!lost || m_environment.messages.ask(u"登録処理を終了します。\r\nよろしいですか？"_s, u"終了問合せ"_s,
-                                            Answer::No))
+    if (!m_entry || !holdsInput() ||
+        m_environment.messages.ask(u"登録処理を終了します。\r\nよろしいですか？"_s, u"終了問合せ"_s,
+                                   Answer::No))
         QDialog::reject();
 }

@@ -41,6 +41,7 @@ private:
     bool checks();
     void registerDraft();
     void addDiagnosis();
+    bool holdsInput();
 
     Environment &m_environment;
     std::unique_ptr<Ui::frmDouiRecordEdit> m_ui;

@@ -104,6 +104,41 @@ TEST_F(EntryFormTest, LeavingWithChangesAsksAndLookingChangesNothing) {
     EXPECT_FALSE(form.isVisible());
 }
 
+TEST_F(EntryFormTest, WhatIsBeingTypedIsNotLostByEsc) {
+    consent(20260520);
+    for (const auto &[box, typed] : {std::pair(u"tDouiDay"_s, u"20260521"_s),
+                                     {u"tDouiDay"_s, u"2026"_s},
+                                     {u"nDouiUpMonth"_s, u"9"_s},
+                                     {u"txtIsiCd"_s, u"99"_s}}) {
+        frmDouiRecordEdit form(environment);
+        ASSERT_EQ(form.iInit(database.db, key(20260520)), 0);
+        show(form);
+        auto *input = in<QLineEdit>(form, box);
+        input->setFocus();
+        input->selectAll();
+        QTest::keyClicks(input, typed);
+        messages.answers = {Answer::No};
+        messages.shown.clear();
+        QTest::keyClick(&form, Qt::Key_Escape);
+        EXPECT_TRUE(form.isVisible()) << box.toStdString();
+        ASSERT_EQ(messages.shown.size(), 1) << box.toStdString();
+        EXPECT_EQ(messages.shown.back().title, u"終了問合せ"_s);
+    }
+}
+
+TEST_F(EntryFormTest, EnterLeadsThroughTheWholeForm) {
+    consent(20260520);
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, key(20260520)), 0);
+    show(form);
+    int strokes = 0;
+    for (; QApplication::focusWidget()->objectName() != u"btnRegist"_s && strokes < 60; ++strokes)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_LT(strokes, 60) << QApplication::focusWidget()->objectName().toStdString();
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+}
+
 TEST_F(EntryFormTest, TheHistoryChangesErasesAndKeepsItsRow) {
     for (const int day : {20250512, 20251110, 20260520})
         consent(day);
