@@ -60,6 +60,10 @@ void frmEditBikouDoui::confirm() {
         m_environment.messages.warn(u"備考は %L1 文字までです。"_s.arg(longest));
         return;
     }
+    if (!isChanged()) {
+        QDialog::reject();
+        return;
+    }
     const RowOutcome outcome = saveRemark(*m_db, m_seen, remark());
     m_overtaken = m_overtaken || outcome.kind == RowOutcome::Overtaken;
     if (outcome.kind == RowOutcome::Done)
@@ -70,9 +74,13 @@ void frmEditBikouDoui::confirm() {
         m_environment.messages.warn(outcome.text);
 }
 
+bool frmEditBikouDoui::isChanged() const {
+    return withoutCr(remark()) != withoutCr(m_seen.cItiranBikou);
+}
+
 void frmEditBikouDoui::reject() {
-    const bool changed = withoutCr(remark()) != withoutCr(m_seen.cItiranBikou);
-    if (!changed || m_environment.messages.ask(u"備考の変更を保存しないで終了します。\r\nよろしいですか？"_s,
-                                               u"終了問合せ"_s, Answer::No))
+    if (!isChanged() ||
+        m_environment.messages.ask(u"備考の変更を保存しないで終了します。\r\nよろしいですか？"_s,
+                                   u"終了問合せ"_s, Answer::No))
         QDialog::reject();
 }

@@ -30,6 +30,7 @@ public:
 private:
     void confirm();
     QString remark() const;
+    bool isChanged() const;
     void showCount();
 
     Environment &m_environment;
