@@ -21,6 +21,11 @@ template <class Form> bool accepted(const ListOpening &opening, Form &form, shor
     return true;
 }
 
+bool openNewConsentOf(const ListOpening &opening, const PatientKey &patient) {
+    frmDouiRecordEdit form(opening.environment, opening.parent);
+    return accepted(opening, form, form.iInit(opening.db, patient));
+}
+
 PatientKey pickPatient(const ListOpening &opening) {
     cls患者検索 search(opening.db, opening.environment);
     if (search.iDspStart(opening.parent) != 0)
@@ -43,12 +48,14 @@ ConsentRowKey currentKey(const ListOpening &opening) {
 } // namespace
 
 bool openNewConsent(const ListOpening &opening) {
-    const PatientKey patient =
-        opening.currentRecord >= 0 ? currentKey(opening).patient : pickPatient(opening);
-    if (patient.nIDNo == 0)
-        return false;
-    frmDouiRecordEdit form(opening.environment, opening.parent);
-    return accepted(opening, form, form.iInit(opening.db, patient));
+    if (opening.currentRecord < 0)
+        return openNewConsentOfPicked(opening);
+    return openNewConsentOf(opening, currentKey(opening).patient);
+}
+
+bool openNewConsentOfPicked(const ListOpening &opening) {
+    const PatientKey patient = pickPatient(opening);
+    return patient.nIDNo != 0 && openNewConsentOf(opening, patient);
 }
 
 bool openConsent(const ListOpening &opening) {
@@ -64,7 +71,7 @@ bool openHistory(const ListOpening &opening) {
     frmDouiRecord form(opening.environment, opening.parent);
     if (form.iInit(opening.db, currentKey(opening).patient) != 0) {
         opening.environment.messages.fail(form.sErrMsg());
-        return false;
+        return true; // the patient may be gone
     }
     form.goTo(currentKey(opening));
     form.exec();

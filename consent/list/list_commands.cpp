@@ -9,6 +9,8 @@ std::span<const ListCommand> listCommands() {
     static const std::array commands{
         ListCommand{u"cmdNew"_s, u"mnF01"_s, u"新規"_s, u"F1"_s,
                     u"選択した利用者の同意を新しく登録する画面を開きます"_s, Consent, true},
+        ListCommand{u""_s, u"mnNewRiyousha"_s, u"利用者を選んで新規"_s, u"Ctrl+F1"_s,
+                    u"一覧にない利用者を選び、その同意を新しく登録する画面を開きます"_s, Consent, true},
         ListCommand{u"cmdEdit"_s, u"mnF02"_s, u"修正"_s, u"F2"_s,
                     u"選択した行の同意記録を修正する画面を開きます"_s, Consent, true},
         ListCommand{u"cmdDelete"_s, u""_s, u"削除"_s, u""_s,

@@ -21,6 +21,7 @@ OpenScreen screenOf(const QString &command) {
         {u"cmdPrint"_s, printRequests},
         {u"CmdPrintDouisho"_s, openConsentForms},
         {u"CmdPrintSet"_s, openSetPrint},
+        {u"mnNewRiyousha"_s, openNewConsentOfPicked},
     };
     return screens.value(command);
 }
