@@ -60,7 +60,7 @@ BodyFigure::BodyFigure(QWidget *parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Expanding);
 }
 
-void BodyFigure::show(const Parts &treated, const Parts &paralysed, const Joints &stiff) {
+void BodyFigure::setMarks(const Parts &treated, const Parts &paralysed, const Joints &stiff) {
     m_treated = treated;
     m_paralysed = paralysed;
     m_stiff = stiff;
@@ -214,7 +214,7 @@ void BodyPanel::showFigure() {
     }
     for (size_t i = 0; i < stiff.size(); ++i)
         stiff[i] = m_stiff[i]->isChecked();
-    m_figure->show(treated, paralysed, stiff);
+    m_figure->setMarks(treated, paralysed, stiff);
 }
 
 void BodyPanel::setLimbsOnly(bool limbsOnly) {

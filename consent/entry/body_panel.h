@@ -15,7 +15,7 @@ public:
     using Parts = std::array<bool, 5>;
     /// Right shoulder, elbow, wrist, hip, knee, ankle, then left.
     using Joints = std::array<bool, 12>;
-    void show(const Parts &treated, const Parts &paralysed, const Joints &stiff);
+    void setMarks(const Parts &treated, const Parts &paralysed, const Joints &stiff);
 
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;

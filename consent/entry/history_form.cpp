@@ -91,7 +91,7 @@ void frmDouiRecord::showRows(const ConsentRowKey &current) {
     for (const ConsentDraft &row : m_history->rows())
         tips.append(consentText(row, patient.acupuncture));
     const QDate today = m_environment.clock.today();
-    m_ui->timeLine->show(m_history->timeLine(today), tips, today);
+    m_ui->timeLine->setLine(m_history->timeLine(today), tips, today);
     goTo(current);
 }
 
@@ -116,12 +116,9 @@ ConsentRowKey frmDouiRecord::keyOf(int row) const {
     return row < 0 ? ConsentRowKey() : m_history->rows()[size_t(row)].key();
 }
 
-// Keys of the grid; on a button they would do something else than it says.
+// In the grid only: a button that has the focus does not mean its row.
 void frmDouiRecord::keyPressEvent(QKeyEvent *event) {
-    const bool inGrid = focusWidget() == m_ui->ssDouiD;
-    if (inGrid && (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter))
-        change();
-    else if (inGrid && event->key() == Qt::Key_Delete)
+    if (event->key() == Qt::Key_Delete && focusWidget() == m_ui->ssDouiD)
         erase();
     else
         QDialog::keyPressEvent(event);

@@ -41,7 +41,7 @@ struct TimeLine {
 /// @param ended the day treatment ended; invalid while it goes on
 TimeLine makeTimeLine(std::span<const TimeLineConsent> consents, const QDate &today, const QDate &ended = {});
 
-/// How a lane stands today, e.g. "マッサージ：要加療期間内（2026/12/31 まで あと40日）　空白 1 か所 計 14日".
+/// How a lane stands today, e.g. "同意：本日は要加療期間内（2026/12/31 まで、あと 40日）　空白 1か所 計14日".
 QString coverText(const TimeLineLane &lane, const QDate &today);
 
 /// What a gap says on hover.

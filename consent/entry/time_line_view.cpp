@@ -4,16 +4,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QToolTip>
+#include <QtMath>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 const QColor missing(0xd0, 0x21, 0x2f);
-
-QDate nextMonth(const QDate &first) {
-    return first.addMonths(1);
-}
 
 } // namespace
 
@@ -22,7 +19,7 @@ TimeLineView::TimeLineView(QWidget *parent) : QWidget(parent) {
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }
 
-void TimeLineView::show(const TimeLine &line, const QStringList &tips, const QDate &today) {
+void TimeLineView::setLine(const TimeLine &line, const QStringList &tips, const QDate &today) {
     m_line = line;
     m_tips = tips;
     m_today = today;
@@ -142,30 +139,46 @@ void TimeLineView::paintLane(QPainter &painter, const Place &place) const {
     }
 }
 
-// Months where there is room for their numbers, years always.
+// Months between two marks of the axis, as few as there is room for their words.
+int TimeLineView::axisStep() const {
+    const double month = at(m_line.shown.start.addMonths(1)) - at(m_line.shown.start);
+    const int number = fontMetrics().horizontalAdvance(u"00 "_s);
+    for (const int step : {1, 3})
+        if (month * step >= number)
+            return step;
+    const int year = fontMetrics().horizontalAdvance(u"0000年 "_s);
+    return 12 * qMax(1, qCeil(year / (month * 12)));
+}
+
 void TimeLineView::paintAxis(QPainter &painter) const {
+    const Period &shown = m_line.shown;
+    const int step = axisStep();
+    const int fromMark = (shown.start.year() * 12 + shown.start.month() - 1) % step;
+    for (QDate mark = shown.start.addMonths((step - fromMark) % step); mark <= shown.end;
+         mark = mark.addMonths(step))
+        paintMark(painter, mark, step);
+    const bool roomBeforeJanuary = shown.start.month() < 11 && shown.start.daysTo(shown.end) > 60;
+    if (step < 12 && shown.start.month() > 1 && roomBeforeJanuary)
+        paintYear(painter, shown.start);
+}
+
+void TimeLineView::paintMark(QPainter &painter, const QDate &mark, int step) const {
+    const double x = at(mark);
     const int top = axisTop();
-    const double monthWidth = at(nextMonth(m_line.shown.start)) - at(m_line.shown.start);
-    const int room = fontMetrics().horizontalAdvance(u"00 "_s);
-    const int every = monthWidth >= room ? 1 : monthWidth * 3 >= room ? 3 : 12;
-    const QColor faint = palette().color(QPalette::Mid);
-    for (QDate month = m_line.shown.start; month <= m_line.shown.end; month = nextMonth(month)) {
-        const double x = at(month);
-        if ((month.month() - 1) % every == 0) {
-            painter.setPen(faint);
-            painter.drawLine(QPointF(x, top), QPointF(x, top + lineHeight()));
-            for (const Place &place : places())
-                painter.drawLine(QPointF(x, place.bars), QPointF(x, place.bars + barsHeight()));
-            painter.setPen(palette().color(QPalette::WindowText));
-            if (every < 12)
-                painter.drawText(QPointF(x + 2, top + fontMetrics().ascent()),
-                                 QString::number(month.month()));
-        }
-        const bool yearFits = month.daysTo(m_line.shown.end) > 60;
-        if (month.month() == 1 || (month == m_line.shown.start && month.month() < 11 && yearFits))
-            painter.drawText(QPointF(x + 2, top + lineHeight() + fontMetrics().ascent()),
-                             u"%1年"_s.arg(month.year()));
-    }
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(QPointF(x, top), QPointF(x, top + lineHeight()));
+    for (const Place &place : places())
+        painter.drawLine(QPointF(x, place.bars), QPointF(x, place.bars + barsHeight()));
+    painter.setPen(palette().color(QPalette::WindowText));
+    if (step < 12)
+        painter.drawText(QPointF(x + 2, top + fontMetrics().ascent()), QString::number(mark.month()));
+    if (mark.month() == 1)
+        paintYear(painter, mark);
+}
+
+void TimeLineView::paintYear(QPainter &painter, const QDate &mark) const {
+    painter.drawText(QPointF(at(mark) + 2, axisTop() + lineHeight() + fontMetrics().ascent()),
+                     u"%1年"_s.arg(mark.year()));
 }
 
 void TimeLineView::paintToday(QPainter &painter) const {

@@ -14,7 +14,7 @@ public:
     explicit TimeLineView(QWidget *parent = nullptr);
 
     /// @param tips what each row says on hover, by row
-    void show(const TimeLine &line, const QStringList &tips, const QDate &today);
+    void setLine(const TimeLine &line, const QStringList &tips, const QDate &today);
     /// Marks the span of a row; −1 for none.
     void select(int row);
 
@@ -47,7 +47,10 @@ private:
     QString tipAt(const QPoint &point) const;
 
     void paintLane(QPainter &painter, const Place &place) const;
+    int axisStep() const;
     void paintAxis(QPainter &painter) const;
+    void paintMark(QPainter &painter, const QDate &mark, int step) const;
+    void paintYear(QPainter &painter, const QDate &mark) const;
     void paintToday(QPainter &painter) const;
 
     TimeLine m_line;
