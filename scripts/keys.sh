@@ -21,6 +21,15 @@ gone() {
     die "The window \"$1\" does not close."
 }
 
+# windows TITLE COUNT: waits until as many windows of that title are shown.
+windows() {
+    for _ in $(seq 200); do
+        [ "$(xdotool search --onlyvisible --name "$1" 2>/dev/null | wc -l)" -eq "$2" ] && return
+        sleep 0.1
+    done
+    die "There are not $2 windows \"$1\"."
+}
+
 # key KEY…: presses keys one after the other (names as xdotool has them: F4, Return, alt+y).
 key() { xdotool key --clearmodifiers --delay 80 "$@"; }
 

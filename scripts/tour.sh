@@ -1,9 +1,16 @@
 # Works the program with keys on a virtual screen and photographs what it shows.
 
 . scripts/keys.sh
+. scripts/tour/forms.sh
+. scripts/tour/list.sh
+. scripts/tour/road.sh
 
 tour_shots=tour
 tour_count=0
+installation=
+
+# database SQL: a statement past the program, on the tour's own installation.
+database() { sqlite3 "$installation/DATA/douisho.db" "$1"; }
 
 screen_sum() { import -silent -window root ppm:- | sha1sum; }
 
@@ -20,18 +27,33 @@ shot() {
     import -silent -window root "$(printf '%s/%02d-%s.png' "$tour_shots" "$tour_count" "$1")"
 }
 
-# make_tour FOLDER: the whole tour, on a fresh sample in that folder.
+# keep_document NAME FILE: takes a finished PDF out of the work folder.
+keep_document() {
+    local made="$installation/TMP/$2"
+    for _ in $(seq 100); do
+        [ -s "$made" ] && break
+        sleep 0.1
+    done
+    [ -s "$made" ] || die "There is no document $2."
+    mv "$made" "$(printf '%s/%02d-%s.pdf' "$tour_shots" "$tour_count" "$1")"
+}
+
+# make_tour FOLDER: the whole tour. Printing many forms has a sample of its own in which treatments end.
 make_tour() {
     mkdir -p "$tour_shots"
-    rm -f "$tour_shots"/*.png
-    make_installation "$1"
+    rm -f "$tour_shots"/*.png "$tour_shots"/*.pdf "$tour_shots"/*.json
+    installation=$1
+    make_installation "$installation"
     start_display "${TOUR_SIZE:-1280x800}"
-    tour_refused_mode "$1"
-    tour_printing "$1"
-    tour_start "$1"
+    tour_refused_mode
+    tour_start
     tour_list
     tour_end
-    say "$tour_count screenshots in $tour_shots/"
+    tour_road
+    installation=$1-forms
+    make_installation "$installation"
+    tour_consent_forms
+    say "$tour_count screenshots and the printed documents in $tour_shots/"
 }
 
 # The program goes back to the menu program, which is closed.
@@ -43,7 +65,7 @@ leave_menu() {
 }
 
 tour_refused_mode() {
-    start_program "$1" 3
+    start_program "$installation" 3
     window '　エラー！！'
     shot mode-not-set
     key Return
@@ -54,99 +76,12 @@ tour_refused_mode() {
     leave_menu
 }
 
-tour_printing() {
-    start_program "$1" 0
-    window '同意書印刷'
-    shot consent-printing
-    key F12
-    wait "$program_pid" || die "The program ended with an error."
-}
-
 # A start without a mode asks for one.
 tour_start() {
-    start_program "$1" ''
+    start_program "$installation" ''
     window '起動エラー'
     shot ask-for-the-mode
     key Return
-}
-
-# The list's first range is this month and the five after it. Renewing is allowed for ranges that begin two
-# months back, whatever the day.
-tour_list() {
-    window '同意書管理'
-    shot consent-list
-    list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
-    shot wider-range
-    tour_filter
-    tour_edit
-    tour_renew
-}
-
-# list_range FROM [TO]: types the range and searches.
-list_range() {
-    key alt+k
-    write "$1"
-    key Return
-    if [ $# -gt 1 ]; then
-        write "$2"
-        key Return
-    fi
-    key F4
-}
-
-tour_filter() {
-    key alt+d
-    window '医師検索'
-    write 3
-    shot choosing-a-doctor
-    key Return
-    gone '医師検索'
-    key F4
-    shot consents-of-a-doctor
-    key alt+c
-    list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
-    key alt+w
-    write 'zzz'
-    shot narrowed-away
-    key ctrl+a BackSpace F4
-}
-
-# The first row gets its answer: the re-consent date proposes the next period.
-tour_edit() {
-    key F9
-    window '並び順'
-    shot orders
-    key Escape
-    gone '並び順'
-    key ctrl+Home
-    for _ in $(seq 11); do key Right; done
-    write "$(date +%Y%m%d)"
-    shot typing-a-date
-    key Return Up
-    for _ in $(seq 8); do key Left; done
-    key space
-    shot edited
-    key F5
-    shot asking-to-save
-    key Return
-    shot saved
-}
-
-tour_renew() {
-    key F6
-    window '同意更新の確認'
-    shot asking-to-renew
-    key Return
-    gone '同意更新の確認'
-    sleep 3
-    shot renewed
-    key Return
-    key alt+k Return
-    write "$(date -d '+1 year' +%Y%m%d)"
-    key Return F4
-    shot renewed-rows
-    key alt+k Return Return Right F4
-    shot history
 }
 
 tour_end() {
