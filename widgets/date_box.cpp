@@ -63,8 +63,10 @@ QSize DateBox::sizeHint() const {
 
 void DateBox::keyPressEvent(QKeyEvent *event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (enter && !settle())
+    if (enter && !settle()) {
+        selectAll();
         return; // accepted: Enter does not leave wrong input
+    }
     if (event->modifiers() == Qt::NoModifier && !isReadOnly()) {
         const bool ofDays = m_unit == Unit::Day;
         switch (event->key()) {
