@@ -165,9 +165,10 @@ void frmDouiRecordEdit::addDiagnosis() {
     CodeName chosen;
     if (form.exec() == QDialog::Accepted)
         form.vGetSeledInf(chosen);
-    if (!chosen.name.isEmpty()) {
-        const QString before = m_entry->draft().cDouiByoumei;
-        enter(u"cDouiByoumei"_s, before.isEmpty() ? chosen.name : before + u"、"_s + chosen.name);
+    QStringList names = m_entry->draft().cDouiByoumei.split(u'、', Qt::SkipEmptyParts);
+    if (!chosen.name.isEmpty() && !names.contains(chosen.name)) {
+        names.append(chosen.name);
+        enter(u"cDouiByoumei"_s, names.join(u'、'));
     }
     m_ui->cDouiByoumei->setFocus();
 }
