@@ -59,7 +59,6 @@ frm同意書印刷::frm同意書印刷(Environment &environment, QWidget *parent
         m_ui->optSejutuKbn->setId(m_ui->optSejutuKbn->buttons()[i], i);
     for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo, m_ui->imD_Teisyutu})
         box->setToday(environment.clock.today());
-    m_ui->imD_Teisyutu->setDate(environment.clock.today());
     addMenu();
     wire();
     new EnterMovesOn(this);
@@ -116,12 +115,15 @@ void frm同意書印刷::showSettings(const ConsentPrintSettings &settings) {
     m_ui->chkIsiKobetu->setChecked(settings.doctorSettings);
     m_ui->chkTeisyutuDate->setChecked(settings.submissionDate);
     m_ui->imD_Teisyutu->setEnabled(settings.submissionDate);
+    m_ui->imD_Teisyutu->setDate(settings.submissionFor(m_environment.clock.today()));
     m_oralForms->setChecked(m_practice.oralSaitama);
     // The last patient is only a proposal: one who is gone leaves the box empty.
     if (settings.patient != 0) {
         const CodeLookup patient = m_searches->patients.lookup(QString::number(settings.patient));
         if (patient.found())
             m_searches->patient->setRow(patient.row);
+        else if (patient.failed)
+            m_environment.messages.show(patientReadFailed(patient.reason));
     }
 }
 
@@ -182,6 +184,7 @@ ConsentPrintSettings frm同意書印刷::chosen() const {
     settings.doctorSettings = m_ui->chkIsiKobetu->isChecked();
     settings.patient = m_searches->patient->row().code.toInt();
     settings.submissionDate = m_ui->chkTeisyutuDate->isChecked();
+    settings.submitted = m_ui->imD_Teisyutu->date();
     return settings;
 }
 
@@ -189,7 +192,6 @@ ConsentFormOptions frm同意書印刷::options(const ConsentPrintSettings &setti
     ConsentFormOptions options;
     options.branch = m_environment.branch;
     options.company = m_practice.company;
-    options.submitted = m_ui->imD_Teisyutu->date();
     settings.applyTo(options);
     if (m_oralForms->isChecked())
         options.oral = OralForms::Saitama;
@@ -291,6 +293,10 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
 void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way) {
     Messages &messages = m_environment.messages;
     const int count = int(gathered.forms.size());
+    if (withoutLayoutFile(m_environment.folders, gathered.forms).size() == gathered.forms.size()) {
+        messages.show(layoutMissing(gathered.forms.front().layout));
+        return;
+    }
     if (way == PrintWay::Print &&
         !messages.ask(u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count), u"同意書印刷"_s))
         return;

@@ -1,5 +1,6 @@
 #include "print/consent_form/print_settings.h"
 
+#include "app/base/dates.h"
 #include "app/base/folders.h"
 #include "app/base/ini_file.h"
 
@@ -40,6 +41,7 @@ public:
     qint32 number(const QString &key, qint32 fallback) const {
         return m_ini.nGetProfileLong(m_name, key, fallback);
     }
+    QString text(const QString &key) const { return m_ini.csGetProfileString(m_name, key); }
     bool flag(const QString &key, bool fallback) const { return number(key, fallback) != 0; }
     /// A stored number that is none of the choice's keeps the fallback.
     template <class Choice> Choice choice(const QString &key, Choice fallback, Choice last) const {
@@ -71,6 +73,11 @@ template <class Choice> QString stored(Choice choice) {
     return QString::number(int(choice));
 }
 
+/// A date that is to be printed; without one only that it is.
+QString storedDay(const QDate &day) {
+    return day.isValid() ? dateText(day) : stored(true);
+}
+
 } // namespace
 
 short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
@@ -87,7 +94,8 @@ short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
     company = section.flag(u"印刷会社情報"_s, company);
     patientSettings = section.flag(u"利用者個別設定"_s, patientSettings);
     patient = section.number(u"利用者ID"_s, patient);
-    submissionDate = section.flag(u"提出日付"_s, submissionDate);
+    submissionDate = section.flag(u"提出日付"_s, submissionDate); // a date counts as well
+    submitted = dateFromInput(section.text(u"提出日付"_s));
     return 0;
 }
 
@@ -107,7 +115,7 @@ short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) cons
                 {u"利用者個別設定"_s, stored(patientSettings)},
                 {u"医師個別設定"_s, stored(doctorSettings)},
                 {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
-                {u"提出日付"_s, stored(submissionDate)}},
+                {u"提出日付"_s, submissionDate ? storedDay(submitted) : stored(false)}},
                reason);
 }
 
@@ -123,8 +131,7 @@ void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
     options.doctorSettings = doctorSettings;
     if (!company)
         options.company.reset();
-    if (!submissionDate)
-        options.submitted = {};
+    options.submitted = submissionDate ? submitted : QDate();
 }
 
 short PatientManagementSettings::iRead(const Folders &folders, QString &reason) {

@@ -2,6 +2,8 @@
 
 #include "print/consent_form/form_options.h"
 
+#include <algorithm>
+
 class Folders;
 
 /// The last choices of the printing screen: section 同意書 of 印刷設定.ini.
@@ -17,7 +19,8 @@ struct ConsentPrintSettings {
     bool patientSettings = true;
     bool doctorSettings = false; ///< written only: every session starts without
     qint32 patient = 0;          ///< last patient printed; 0 none
-    bool submissionDate = false;
+    bool submissionDate = false; ///< whether one is printed
+    QDate submitted;             ///< the one printed last; invalid: none is kept
 
     /// Reads the stored choices; what is missing or means nothing keeps its default.
     /// @return 0, or −1 with the reason when there is no such file or it cannot be read
@@ -25,8 +28,11 @@ struct ConsentPrintSettings {
     /// Writes all of them back; a missing file is made.
     short iWrite(const Folders &folders, QString &reason) const;
 
-    /// Puts them into options, the submission date and the sender company left as they are where they are
-    /// switched on and emptied where they are off.
+    /// The submission date to offer: the one printed last, as long as it has not passed.
+    QDate submissionFor(const QDate &today) const { return std::max(submitted, today); }
+
+    /// Puts them into options, the sender company left as it is where it is switched on and emptied where it
+    /// is off.
     void applyTo(ConsentFormOptions &options) const;
 };
 

@@ -16,7 +16,6 @@ frmSetInsatsuDoui::frmSetInsatsuDoui(Environment &environment, cT_ADODB &db, QWi
     : QDialog(parent), m_environment(environment), m_db(db), m_ui(std::make_unique<Ui::SetPrintForm>()) {
     m_ui->setupUi(this);
     m_ui->imD_Teisyutu->setToday(environment.clock.today());
-    m_ui->imD_Teisyutu->setDate(environment.clock.today());
     wire();
     new EnterMovesOn(this);
 }
@@ -55,8 +54,9 @@ short frmSetInsatsuDoui::iControlInit() {
     }
     // The printing screen's choices serve what this one does not ask for; without them the defaults do.
     QString reason;
-    if (m_practice.iRead(m_environment.folders, reason) != 0 ||
-        m_form.iRead(m_environment.folders, reason) != 0)
+    if (m_practice.iRead(m_environment.folders, reason) != 0)
+        m_environment.messages.show(printSettingsUnreadable(reason));
+    if (m_form.iRead(m_environment.folders, reason) != 0)
         m_environment.messages.show(printSettingsUnreadable(reason));
     m_ui->chkKeika->setText(
         u"経過報告書（種類 %1・準備中）"_s.arg(progressReportKind(m_environment.folders)));
@@ -72,6 +72,7 @@ void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintS
     m_ui->chkNaiyou->setChecked(settings.treatmentContent);
     m_ui->chkIsi->setChecked(settings.doctorBlock);
     m_ui->chkTeisyutuDate->setChecked(m_form.submissionDate);
+    m_ui->imD_Teisyutu->setDate(m_form.submissionFor(m_environment.clock.today()));
     m_ui->chkPaper256->setChecked(settings.customPaper);
     (settings.preview ? m_ui->cmdPreview : m_ui->cmdPrint)->setFocus();
 }
@@ -122,9 +123,9 @@ SetPrintChoice frmSetInsatsuDoui::choice() const {
     form.treatmentContent = m_ui->chkNaiyou->isChecked();
     form.doctorBlock = m_ui->chkIsi->isChecked();
     form.submissionDate = m_ui->chkTeisyutuDate->isChecked();
+    form.submitted = m_ui->imD_Teisyutu->date();
     choice.form.branch = m_environment.branch;
     choice.form.company = m_practice.company;
-    choice.form.submitted = m_ui->imD_Teisyutu->date();
     form.applyTo(choice.form);
     if (m_practice.oralSaitama)
         choice.form.oral = OralForms::Saitama;

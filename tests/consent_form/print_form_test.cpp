@@ -109,6 +109,14 @@ TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
     EXPECT_EQ(practice.messages.shown.last().title, u"ファイルエラー"_s);
     EXPECT_EQ(said(), QStringList{u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s});
 
+    control<QRadioButton>(u"optTaisyo_1"_s)->click();
+    control<QLineEdit>(u"txtcSejutsuNo"_s)->setText(u"6"_s);
+    practice.messages.answers = {Answer::Ok};
+    pressButton(*form, Qt::Key_F11);
+    EXPECT_EQ(said().value(1), u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s)
+        << "of all who match";
+    control<QRadioButton>(u"optTaisyo_0"_s)->click();
+
     enter(u"txtcRiyoushaNo"_s, u"3"_s);
     pressButton(*form, Qt::Key_F9);
     const QStringList oral = said();

@@ -37,6 +37,9 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     settings.order = FormOrder::Staff;
     settings.oral = OralForms::Saitama;
     settings.doctorSettings = true;
+    EXPECT_TRUE(settings.submissionDate);
+    EXPECT_EQ(settings.submissionFor(QDate(2026, 11, 21)), QDate(2026, 11, 21)) << "none was kept";
+    settings.submitted = QDate(2026, 12, 1);
     ASSERT_EQ(settings.iWrite(practice.folders, reason), 0) << reason.toStdString();
     ConsentPrintSettings again;
     ASSERT_EQ(again.iRead(practice.folders, reason), 0);
@@ -44,6 +47,8 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     EXPECT_EQ(again.oral, OralForms::OwnLayout) << "the fixed layouts are a setting of the suite";
     EXPECT_FALSE(again.treatmentContent);
     EXPECT_TRUE(again.submissionDate);
+    EXPECT_EQ(again.submissionFor(QDate(2026, 11, 21)), QDate(2026, 12, 1));
+    EXPECT_EQ(again.submissionFor(QDate(2026, 12, 2)), QDate(2026, 12, 2)) << "the stored day has passed";
 }
 
 TEST_F(PrintSettings, TheOralVariantStandsInEitherSection) {
