@@ -7,19 +7,15 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-void BatchDocuments::removeEarlier() const {
+void BatchDocuments::removeEarlier() {
     const QDateTime youngest = QDateTime::currentDateTime().addSecs(-mayBeReadSeconds);
-    const QDir folder(m_folder);
-    for (const QFileInfo &file : folder.entryInfoList({u"Output????.wfd"_s}, QDir::Files))
-        if (file.lastModified() < youngest)
-            QFile::remove(file.filePath());
+    const QFileInfoList documents =
+        QDir(m_folder).entryInfoList({u"Output????.wfd"_s}, QDir::Files, QDir::Name);
+    for (const QFileInfo &document : documents)
+        if (document.lastModified() >= youngest || !QFile::remove(document.filePath()))
+            m_number = qMax(m_number, document.baseName().last(4).toInt());
 }
 
 QString BatchDocuments::next() {
-    QString path;
-    do {
-        ++m_number;
-        path = u"%1Output%2.wfd"_s.arg(m_folder).arg(m_number, 4, 10, QChar(u'0'));
-    } while (QFile::exists(path));
-    return path;
+    return u"%1Output%2.wfd"_s.arg(m_folder).arg(++m_number, 4, 10, QChar(u'0'));
 }

@@ -12,9 +12,9 @@ public:
     explicit BatchDocuments(const QString &folder) : m_folder(folder) {}
 
     /// Removes the documents of earlier batches, but for young ones and those that another program holds.
-    void removeEarlier() const;
+    void removeEarlier();
 
-    /// Full path of the next document. Numbers count from 1 and skip documents that are still there.
+    /// Full path of the next document. Numbers count from 1, or on from the last of those that were left.
     QString next();
 
 private:
