@@ -31,6 +31,14 @@ QString textOf(const QString &path) {
     return file.open(QIODevice::ReadOnly) ? decode932(file.readAll()).trimmed() : QString();
 }
 
+/// Whether an error text names a file; 1_x.csv is not named by 11_x.csv.
+bool isNamed(const QString &errors, const QString &file) {
+    for (qsizetype at = errors.indexOf(file); at >= 0; at = errors.indexOf(file, at + 1))
+        if (at == 0 || !errors[at - 1].isLetterOrNumber())
+            return true;
+    return false;
+}
+
 /// One batch on its way.
 class Run {
 public:
@@ -53,6 +61,7 @@ public:
                 break;
             }
             printChunk();
+            m_done = m_position;
         }
         return std::move(m_result);
     }
@@ -68,13 +77,13 @@ private:
             chunk.state = build(chunk);
         if (chunk.state == State::Done || chunk.state == State::SomeFailed)
             hand(chunk);
-        m_over = chunk.state == State::NotWritten || chunk.state == State::BuilderMissing ||
-                 chunk.state == State::ViewerMissing;
+        m_over = chunk.endsBatch();
         m_result.chunks.push_back(std::move(chunk));
     }
 
     State writeCommands(BatchChunk &chunk) {
         QFile::remove(m_work + m_order.commandFile);
+        m_inChunk.clear();
         CommandFile commands;
         while (m_position < m_result.asked && chunk.reports < BatchPrint::reportsInChunk) {
             BatchReport report;
@@ -103,6 +112,10 @@ private:
             commands.add(u"AddReport"_s);
         ++chunk.reports;
         ++m_title;
+        if (chunk.first.isEmpty())
+            chunk.first = report.subject;
+        chunk.last = report.subject;
+        m_inChunk.push_back({report.subject, QFileInfo(report.dataFile).fileName()});
         commands.add(u"SetTitle,"_s + CommandFile::text(report.name + QString::number(m_title)));
         if (!report.imageItem.isEmpty())
             commands.add(u"SetImageField,"_s + CommandFile::text(report.imageItem));
@@ -131,7 +144,12 @@ private:
         const bool built = end.how == ProcessEnd::Exited && QFileInfo(chunk.document).size() > 0;
         if (!built || (end.exitCode != 0 && end.exitCode != someLeftOut))
             return State::BuilderFailed;
-        return end.exitCode == 0 && chunk.reason.isEmpty() ? State::Done : State::SomeFailed;
+        if (end.exitCode == 0 && chunk.reason.isEmpty())
+            return State::Done;
+        for (const auto &[subject, file] : m_inChunk)
+            if (isNamed(chunk.reason, file))
+                chunk.failed += subject;
+        return State::SomeFailed;
     }
 
     void hand(BatchChunk &chunk) {
@@ -148,7 +166,7 @@ private:
                                        &chunk.reason)) {
             chunk.state = State::ViewerMissing;
         } else {
-            m_result.reports += chunk.reports;
+            m_result.reports += chunk.reports - int(chunk.failed.size());
             m_sinceViewer.start();
         }
     }
@@ -162,7 +180,7 @@ private:
 
     /// A "no" that comes in the middle of a chunk holds for the next.
     bool goOn() {
-        m_wanted = (!m_goOn || m_goOn(m_position, m_result.asked)) && m_wanted;
+        m_wanted = (!m_goOn || m_goOn(m_done, m_result.asked)) && m_wanted;
         return m_wanted;
     }
 
@@ -173,9 +191,11 @@ private:
     QString m_work; ///< with its closing separator
     BatchDocuments m_documents;
     BatchResult m_result;
-    QHash<QString, bool> m_layouts; ///< a few serve all reports
-    QElapsedTimer m_sinceViewer;    ///< since a viewer was started; invalid before the first
+    std::vector<std::pair<QString, QString>> m_inChunk; ///< subjects and names of the data files
+    QHash<QString, bool> m_layouts;                     ///< a few serve all reports
+    QElapsedTimer m_sinceViewer; ///< since a viewer was started; invalid before the first
     int m_position = 0;
+    int m_done = 0; ///< in finished chunks
     int m_title = 0;
     bool m_wanted = true;
     bool m_over = false;

@@ -32,19 +32,26 @@ struct BatchOrder {
 /// A chunk of at most 100 reports.
 struct BatchChunk {
     enum class State {
-        Done,           ///< built and handed to the viewer
-        SomeFailed,     ///< handed to the viewer without the reports that `reason` names
-        BuilderMissing, ///< no later chunk is tried
+        Done,       ///< built and handed to the viewer
+        SomeFailed, ///< handed to the viewer without the reports that `reason` names
+        BuilderMissing,
         BuilderFailed,
         BuilderHung,
-        ViewerMissing, ///< the document is built, but nothing shows or prints it; no later chunk is tried
-        NotWritten,    ///< the work folder takes no files; no later chunk is tried
+        ViewerMissing, ///< the document is built, but nothing shows or prints it
+        NotWritten,    ///< the work folder takes no files
     };
     int number = 0; ///< from 1
     int reports = 0;
-    QString document; ///< full path
+    QString first, last; ///< whom its first and its last report concern
+    QString document;    ///< full path
     State state = State::Done;
-    QString reason; ///< of what went wrong, for the user
+    QString reason;     ///< of what went wrong, for the user
+    QStringList failed; ///< whom those reports concern that the builder's errors name; not in the document
+
+    /// Whether no later chunk is tried.
+    bool endsBatch() const {
+        return state == State::BuilderMissing || state == State::ViewerMissing || state == State::NotWritten;
+    }
 };
 
 struct BatchResult {
@@ -68,8 +75,8 @@ public:
     /// Writes the data of report `position` (from 0) and describes it; false with a reason when the file
     /// cannot be written, which ends the batch.
     using MakeReport = std::function<bool(int position, BatchReport &report, QString *reason)>;
-    /// Called before each chunk and many times a second while the builder works: reports done, all. False
-    /// ends the batch before its next chunk; a chunk that was begun is finished.
+    /// Called before each chunk and many times a second while the builder works: reports of finished chunks,
+    /// all. False ends the batch before its next chunk; a chunk that was begun is finished.
     using Progress = std::function<bool(int done, int all)>;
 
     BatchPrint(Environment &environment, BatchOrder order);

@@ -8,20 +8,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QString newLine = u"\r\n"_s;
-constexpr qsizetype mostNames = 15;
-
-/// A list for a message box: the first names, and how many more there are.
-QString listed(const QStringList &names) {
-    QString text = names.mid(0, mostNames).join(newLine);
-    if (names.size() > mostNames)
-        text += newLine + u"ほか %1 件"_s.arg(names.size() - mostNames);
-    return text;
-}
 
 /// A heading and what stands under it, when anything does.
 void addPart(QString &text, const QString &heading, const QStringList &names) {
     if (!names.isEmpty())
-        text += (text.isEmpty() ? QString() : newLine + newLine) + heading + newLine + listed(names);
+        text += (text.isEmpty() ? QString() : newLine + newLine) + heading + newLine + names.join(newLine);
 }
 
 QString stateText(BatchChunk::State state) {
@@ -44,14 +35,46 @@ QString stateText(BatchChunk::State state) {
     return {};
 }
 
+/// "1 組目（1　甲 ～ 120　乙、100 件）"
+QString chunkName(const BatchChunk &chunk) {
+    const QString name = u"%1 組目"_s.arg(chunk.number);
+    return chunk.reports == 0
+               ? name
+               : name + u"（%1 ～ %2、%3 件）"_s.arg(chunk.first, chunk.last, QString::number(chunk.reports));
+}
+
+/// What went wrong with chunks as a whole, or with reports that nobody can name.
 QStringList faults(const BatchResult &result) {
     QStringList lines;
-    for (const BatchChunk &chunk : result.chunks)
-        if (chunk.state != BatchChunk::State::Done)
-            lines +=
-                u"%1 組目（%2 件）：%3"_s.arg(chunk.number).arg(chunk.reports).arg(stateText(chunk.state)) +
-                (chunk.reason.isEmpty() ? QString() : newLine + chunk.reason);
+    for (const BatchChunk &chunk : result.chunks) {
+        if (chunk.state == BatchChunk::State::Done)
+            continue;
+        QStringList reasons{stateText(chunk.state)};
+        if (!chunk.reason.isEmpty())
+            reasons += chunk.reason;
+        lines += chunkName(chunk) + newLine + printFailed(reasons.join(newLine)).text;
+        if (chunk.endsBatch())
+            lines += u"この組から後は出力していません。"_s;
+    }
     return lines;
+}
+
+QStringList failedReports(const BatchResult &result) {
+    QStringList subjects;
+    for (const BatchChunk &chunk : result.chunks)
+        subjects += chunk.failed;
+    return subjects;
+}
+
+QString cancelledAfter(const BatchResult &result) {
+    return result.chunks.empty() || result.chunks.back().last.isEmpty()
+               ? u"中止しました。"_s
+               : u"「%1」までで中止しました。"_s.arg(result.chunks.back().last);
+}
+
+QStringList eachOnce(QStringList texts) {
+    texts.removeDuplicates();
+    return texts;
 }
 
 } // namespace
@@ -106,7 +129,7 @@ Message nippouIniMissing() {
 
 Message textsTouched(const QStringList &texts) {
     return {u"次の文字列には帳票で使えない文字があり、近い文字か「〓」に置き換えました。"_s + newLine +
-                listed(texts),
+                eachOnce(texts).join(newLine),
             MessageIcon::Exclamation,
             {}};
 }
@@ -118,17 +141,19 @@ Message patientsLeftOut(const std::vector<LeftOutPatient> &patients) {
         (patient.why == LeftOutPatient::Why::Oral ? oral : unregistered) +=
             u"%1　%2"_s.arg(patient.patient.nIDNo).arg(patient.name);
     QString text;
-    addPart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
     addPart(text, u"同意書が登録されていないため、印刷できない利用者："_s, unregistered);
+    addPart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
     return {text, MessageIcon::Exclamation, {}};
 }
 
 Message batchSummary(const BatchResult &result) {
     QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports);
     if (result.cancelled)
-        text += newLine + u"途中で中止しました。"_s;
+        text += newLine + cancelledAfter(result);
     addPart(text, u"書式ファイルがないため、印刷できない利用者："_s, result.missingLayouts);
-    addPart(text, u"出力できなかった組："_s, faults(result));
-    addPart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s, result.touched);
-    return {text, result.allPrinted() ? MessageIcon::Information : MessageIcon::Exclamation, {}};
+    addPart(text, u"作成できなかった帳票："_s, failedReports(result));
+    addPart(text, u"失敗した組："_s, faults(result));
+    addPart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s, eachOnce(result.touched));
+    const bool noted = !result.allPrinted() || !result.touched.isEmpty();
+    return {text, noted ? MessageIcon::Exclamation : MessageIcon::Information, {}};
 }

@@ -1,3 +1,4 @@
+#include "app/base/codepage932.h"
 #include "app/base/processes.h"
 #include "print/consent_form/batch_documents.h"
 #include "print/consent_form/batch_print.h"
@@ -23,7 +24,7 @@ struct Batch : testing::Test {
         practice.processes.act = [this, exitCode, errors](const RecordedProcesses::Start &start) {
             commands.append(practice.written(u"Com.dat"_s));
             practice.addFile(start.arguments.at(0));
-            practice.addFile(start.arguments.at(4), errors.toUtf8());
+            practice.addFile(start.arguments.at(4), encode932(errors).bytes);
             return ProcessEnd{ProcessEnd::Exited, exitCode};
         };
     }
@@ -113,9 +114,9 @@ TEST_F(Batch, WhatGoesWrongWithAChunk) {
     };
     const Case cases[] = {
         {"some reports fail",
-         [this] { builderDoes(3, u"M"_s); },
+         [this] { builderDoes(3, u"帳票12（11_同意書データ.csv）：x"_s); },
          {State::SomeFailed, State::SomeFailed},
-         101},
+         100},
         {"nothing is built",
          [this] { builderDoes(1, u"M"_s); },
          {State::BuilderFailed, State::BuilderFailed},
