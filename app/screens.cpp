@@ -31,7 +31,7 @@ public:
                 short number) override {
         return m_form.iInit(db, text1, text2, text3, number);
     }
-    QString sErrMsg() const override { return m_form.sErrMsg(); }
+    QString sErrMsg() const override { return {}; } // it always opens
     void showModal() override { m_form.exec(); }
 
 private:

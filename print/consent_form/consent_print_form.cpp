@@ -29,6 +29,18 @@ template <class Choice> Choice chosenOf(const QComboBox &box) {
     return Choice(box.currentIndex());
 }
 
+/// What is asked before a batch; nothing before a preview in one window.
+QString batchQuestion(int count, PrintWay way) {
+    if (way == PrintWay::Print)
+        return u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count);
+    constexpr int most = BatchPrint::reportsInChunk;
+    return count <= most
+               ? QString()
+               : u"%L1 件の同意書を %2 件ごとに %L3 画面に分けて表示します。よろしいですか？"_s.arg(count)
+                     .arg(most)
+                     .arg((count + most - 1) / most);
+}
+
 } // namespace
 
 // The pairs belong to their code boxes.
@@ -297,8 +309,8 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         messages.show(layoutMissing(gathered.forms.front().layout));
         return;
     }
-    if (way == PrintWay::Print &&
-        !messages.ask(u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count), u"同意書印刷"_s))
+    if (const QString question = batchQuestion(count, way);
+        !question.isEmpty() && !messages.ask(question, u"同意書印刷"_s))
         return;
     QStringList touched;
     BatchOrder order;

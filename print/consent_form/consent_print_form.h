@@ -21,10 +21,9 @@ public:
     explicit frm同意書印刷(Environment &environment, QWidget *parent = nullptr);
     ~frm同意書印刷() override;
 
-    /// Reads the last choices; what cannot be read is said and keeps its default. 0, or −1 with sErrMsg.
-    /// The texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
+    /// Reads the last choices; what cannot be read is said and keeps its default, so that this gives 0. The
+    /// texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
-    QString sErrMsg() const { return m_error; }
 
 private:
     struct Searches;
@@ -51,5 +50,4 @@ private:
     std::unique_ptr<Searches> m_searches; ///< made by iInit
     PatientManagementSettings m_practice;
     QAction *m_oralForms;
-    QString m_error;
 };
