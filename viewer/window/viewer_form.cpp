@@ -287,8 +287,13 @@ void ViewerForm::keepWindow() const {
 
 void ViewerForm::restoreWindow() {
     const QSettings settings = windowSettings();
-    if (!restoreGeometry(settings.value(u"geometry"_s).toByteArray()))
-        resize(screen()->availableSize() * 9 / 10);
+    if (!restoreGeometry(settings.value(u"geometry"_s).toByteArray())) {
+        const QRect free = screen()->availableGeometry();
+        QRect middle({}, free.size() * 9 / 10);
+        middle.moveCenter(free.center());
+        setGeometry(middle);
+        setWindowState(Qt::WindowMaximized);
+    }
     m_showThumbnails->setChecked(m_document.pageCount() > 1 &&
                                  settings.value(u"thumbnails"_s, true).toBool());
     m_thumbnails->setVisible(m_showThumbnails->isChecked());
