@@ -56,6 +56,7 @@ protected:
 };
 
 TEST_F(Viewer, TurnsPagesByKeys) {
+    EXPECT_EQ(m_form->windowTitle(), u"様式"_s); // the layout's, for a command file without one
     EXPECT_TRUE(m_pages->hasFocus());
     press(Qt::Key_PageDown);
     press(Qt::Key_PageDown);

@@ -72,8 +72,14 @@ private:
             if (!report.sources.back().table)
                 return false;
         }
+        if (m_loaded.title.isEmpty())
+            m_loaded.title = titleOf(*file.layout);
         m_loaded.reports.push_back(std::move(report));
         return true;
+    }
+
+    static QString titleOf(const Layout &layout) {
+        return layout.title.isEmpty() ? QFileInfo(layout.name).completeBaseName() : layout.title;
     }
 
     void addFinished(const FinishedDocument &finished, const ReportOrder &order) {
