@@ -6,6 +6,7 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "app/base/messages.h"
+#include "consent/requests/letter_wait_form.h"
 #include "consent/requests/request_rows_model.h"
 #include "db/adodb.h"
 #include "masters/search/master_search_form.h"
@@ -142,7 +143,7 @@ void frm同意依頼::output(LetterOutput way) {
     if (!keepLetterOptions(m_environment.folders, options, &reason))
         m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
     const std::vector<RequestRow> rows = onPaper(m_model->rows());
-    switch (outputRequests(m_environment, m_db, rows, options, way, {})) {
+    switch (outputRequests(m_environment, m_db, rows, {options, way, letterWait(this)})) {
     case LetterOutcome::Stopped:
         break;
     case LetterOutcome::Shown:

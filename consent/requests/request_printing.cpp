@@ -4,6 +4,7 @@
 #include "app/base/messages.h"
 #include "app/base/settings.h"
 #include "print/consent_form/form_messages.h"
+#include "print/request_letter/letter_messages.h"
 
 #include <algorithm>
 
@@ -59,14 +60,9 @@ bool confirmPrint(Messages &messages, const QString &question) {
 void markRows(Messages &messages, LetterJob &job) {
     QStringList overtaken;
     if (job.iMark(&overtaken) != 0)
-        messages.fail(u"依頼書は出力しましたが、「依頼」の印を保存できませんでした。"
-                      "一覧で「依頼」にチェックして保存してください。\r\n"_s +
-                          job.sErrMsg(),
-                      u"DB-error"_s);
+        messages.show(letterMarksFailed(job.sErrMsg()));
     else if (!overtaken.isEmpty())
-        messages.warn(u"次の行は出力中に他の端末で変更されたため、「依頼」の印を付けていません。"
-                      "依頼書の内容を確認してください。\r\n\r\n"_s +
-                      overtaken.join(u"\r\n"_s));
+        messages.show(letterRowsOvertaken(overtaken));
 }
 
 } // namespace
@@ -114,7 +110,7 @@ QString kindSummary(std::span<const RequestRow> rows) {
 }
 
 LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,
-                             const LetterOptions &options, LetterOutput way, const QString &question) {
+                             const LetterRun &run) {
     Messages &messages = environment.messages;
     if (rows.empty()) {
         messages.show(nothingToPrint());
@@ -125,17 +121,18 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         messages.fail(job.sErrMsg(), u"DB-error"_s);
         return LetterOutcome::Stopped;
     }
-    if (!mayOutput(messages, job, rows, options) ||
-        (way == LetterOutput::Print && !confirmPrint(messages, question)))
+    const bool print = run.way == LetterOutput::Print;
+    if (!mayOutput(messages, job, rows, run.options) || (print && !confirmPrint(messages, run.question)))
         return LetterOutcome::Stopped;
-    if (job.iOutput(options, way) != 0) {
-        messages.show(printFailed(job.sErrMsg()));
+    if (job.iOutput(run.options, run.way, run.startWait) != 0) {
+        if (!job.sErrMsg().isEmpty())
+            messages.show(printFailed(job.sErrMsg()));
         return LetterOutcome::Stopped;
     }
+    // The letters have left: nothing may come between that and the marks.
+    if (print)
+        markRows(messages, job);
     if (!job.touched().isEmpty())
         messages.show(textsTouched(job.touched()));
-    if (way == LetterOutput::Preview)
-        return LetterOutcome::Shown;
-    markRows(messages, job);
-    return LetterOutcome::Printed;
+    return print ? LetterOutcome::Printed : LetterOutcome::Shown;
 }

@@ -24,8 +24,16 @@ enum class LetterOutcome {
     Printed  ///< the rows have been written
 };
 
+/// How letters are to be put out.
+struct LetterRun {
+    LetterOptions options;
+    LetterOutput way = LetterOutput::Print;
+    StartLetterWait startWait;
+    /// Asked, below the note about oral consents, before anything is printed; may be empty.
+    QString question{};
+};
+
 /// Puts out the letters of the rows and, when they were printed, marks the rows; says what is missing, what
 /// went wrong and which rows were overtaken.
-/// @param question asked, below the note about oral consents, before anything is printed; may be empty
 LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,
-                             const LetterOptions &options, LetterOutput way, const QString &question);
+                             const LetterRun &run);

@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "consent/list/list_model.h"
 #include "consent/requests/given_consents_query.h"
+#include "consent/requests/letter_wait_form.h"
 #include "consent/requests/request_form.h"
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
@@ -87,6 +88,7 @@ bool printRequests(const ListOpening &opening) {
     if (const QString hidden = outOfSightText(opening.model); !hidden.isEmpty())
         question += u"\r\n"_s + hidden;
     question += u"\r\nよろしいですか？"_s;
-    return outputRequests(opening.environment, opening.db, rows, options, LetterOutput::Print, question) ==
+    return outputRequests(opening.environment, opening.db, rows,
+                          {options, LetterOutput::Print, letterWait(opening.parent), question}) ==
            LetterOutcome::Printed;
 }

@@ -65,7 +65,14 @@ std::vector<LetterSheet> LetterJob::sheets(const LetterOptions &options) const {
     return sheets;
 }
 
-short LetterJob::iOutput(const LetterOptions &options, LetterOutput way) {
+QString LetterJob::merge(const std::vector<LetterSheet> &sheets, const StartLetterWait &startWait,
+                         QString *reason) const {
+    const std::unique_ptr<LetterWait> wait = startWait();
+    return mergeLetters(
+        m_environment, dataName, sheets, [&] { return wait->goOn(); }, reason);
+}
+
+short LetterJob::iOutput(const LetterOptions &options, LetterOutput way, const StartLetterWait &startWait) {
     const std::vector<LetterSheet> all = sheets(options);
     m_letters = 0;
     m_touched.clear();
@@ -79,7 +86,7 @@ short LetterJob::iOutput(const LetterOptions &options, LetterOutput way) {
     m_touched.removeDuplicates();
     // Several layouts become one document first: the viewer then shows and prints them as one.
     const bool merged = all.size() > 1;
-    const QString document = merged ? mergeLetters(m_environment, dataName, all, &reason) : all[0].layout;
+    const QString document = merged ? merge(all, startWait, &reason) : all[0].layout;
     if (document.isEmpty())
         return fail(reason);
     cls_WfdPrintExe engine(m_environment);
@@ -92,6 +99,15 @@ short LetterJob::iOutput(const LetterOptions &options, LetterOutput way) {
     return 0;
 }
 
+short LetterJob::markRow(const LetterRow &row, const QString &computer, bool *overtaken) {
+    const QString mark = markOutputSql(row, m_orders[row.order].toHospital, computer);
+    qint64 affected = 0;
+    if (m_db.iExecSQL(mark + u" AND "_s + sqlUnchanged(row), &affected) != 0)
+        return -1;
+    *overtaken = affected == 0;
+    return *overtaken ? m_db.iExecSQL(mark) : short(0);
+}
+
 short LetterJob::iMark(QStringList *overtaken) {
     const qsizetype errors = m_db.sErrMsg().size();
     if (m_db.iConnect() != 0)
@@ -101,10 +117,10 @@ short LetterJob::iMark(QStringList *overtaken) {
     if (!transaction.begun())
         return failDb(errors);
     for (const LetterRow &row : m_source.rows) {
-        qint64 affected = 0;
-        if (m_db.iExecSQL(markOutputSql(row, m_orders[row.order].toHospital, computer), &affected) != 0)
+        bool isOvertaken = false;
+        if (markRow(row, computer, &isOvertaken) != 0)
             return failDb(errors);
-        if (affected == 0)
+        if (isOvertaken)
             overtaken->append(letterWho(row));
     }
     return transaction.commit() == 0 ? short(0) : failDb(errors);

@@ -7,7 +7,6 @@
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
 
-#include <QCoreApplication>
 #include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,7 +42,8 @@ QString builderError(const QString &path, const ProcessEnd &end) {
 } // namespace
 
 QString mergeLetters(const Environment &environment, const QString &dataName,
-                     std::span<const LetterSheet> sheets, QString *reason) {
+                     std::span<const LetterSheet> sheets, const std::function<bool()> &goOn,
+                     QString *reason) {
     const QString folder = engineWorkFolder(environment);
     const QString commands = folder + u"IraiCom.dat"_s;
     const QString document = folder + dataName + u".wfd"_s;
@@ -56,12 +56,10 @@ QString mergeLetters(const Environment &environment, const QString &dataName,
     QFile::remove(document);
     const ProcessEnd end =
         environment.processes.run(builder, {document, u"/c"_s, commands, u"/err"_s, errors},
-                                  environment.folders.program(), builderTimeOut, [] {
-                                      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-                                      return true;
-                                  });
+                                  environment.folders.program(), builderTimeOut, goOn);
     if (end.succeeded() && QFile::exists(document))
         return document;
-    *reason = builderError(errors, end);
+    if (end.how != ProcessEnd::GivenUp)
+        *reason = builderError(errors, end);
     return {};
 }

@@ -2,6 +2,7 @@
 
 #include "print/engine/data_file.h"
 
+#include <functional>
 #include <span>
 
 struct Environment;
@@ -15,6 +16,7 @@ struct LetterSheet {
 
 /// Lets the engine's image builder make one document of several sheets, whose data files are written, and
 /// waits until it is there.
-/// @return the document's full path; empty with a reason when it could not be made
+/// @param goOn called many times a second; false gives it up
+/// @return the document's full path; empty when it could not be made, with a reason unless it was given up
 QString mergeLetters(const Environment &environment, const QString &dataName,
-                     std::span<const LetterSheet> sheets, QString *reason);
+                     std::span<const LetterSheet> sheets, const std::function<bool()> &goOn, QString *reason);

@@ -221,7 +221,10 @@ QString markOutputSql(const LetterRow &row, bool toHospital, const QString &comp
            (row.key.iHenkeiFlg == 1 ? u"iOutputFlgHenkei = 1, "_s : u"iOutputFlg = 1, "_s) +
            (toHospital ? u"iDouiHospOutFlg = 1"_s : u"iDouiIsiOutFlg = 1"_s) + u", cPcName = "_s +
            sqlText(computer) + u", tUpDateTime = GetDate() WHERE "_s + sqlWhere(row.key) +
-           u" AND iNewestFlg = 1 AND "_s +
-           (row.updateTime.isEmpty() ? u"tUpDateTime IS NULL"_s
-                                     : u"tUpDateTime = "_s + sqlText(row.updateTime));
+           u" AND iNewestFlg = 1"_s;
+}
+
+QString sqlUnchanged(const LetterRow &row) {
+    return row.updateTime.isEmpty() ? u"tUpDateTime IS NULL"_s
+                                    : u"tUpDateTime = "_s + sqlText(row.updateTime);
 }

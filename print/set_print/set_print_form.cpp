@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "print/consent_form/batch_wait_form.h"
 #include "print/consent_form/form_messages.h"
+#include "print/request_letter/letter_messages.h"
 #include "ui_set_print_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -156,9 +157,13 @@ void frmSetInsatsuDoui::print(PrintWay way) {
                                       });
     result.touched = job.touched();
     m_handedOver = m_handedOver || result.reports > 0;
-    messages.show(batchSummary(result));
+    // What has left is marked before anything is said.
+    std::optional<Message> note;
     if (way == PrintWay::Print && job.hasLetters())
-        mark(job, result.allPrinted());
+        note = mark(job, result.allPrinted());
+    messages.show(batchSummary(result));
+    if (note)
+        messages.show(*note);
 }
 
 // Everything that is known before a document leaves.
@@ -186,23 +191,14 @@ bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, PrintWay way) {
     return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
 }
 
-void frmSetInsatsuDoui::mark(SetPrintJob &job, bool allPrinted) {
-    Messages &messages = m_environment.messages;
-    if (!allPrinted) {
-        messages.warn(u"印刷できなかった帳票があるため、「依頼」の印を付けていません。"_s);
-        return;
-    }
+std::optional<Message> frmSetInsatsuDoui::mark(SetPrintJob &job, bool allPrinted) {
+    if (!allPrinted)
+        return Message{u"印刷できなかった帳票があるため、「依頼」の印を付けていません。"_s,
+                       MessageIcon::Exclamation,
+                       {}};
     QStringList overtaken;
-    if (job.iMark(&overtaken) != 0) {
-        messages.fail(u"依頼書は出力しましたが、「依頼」の印を保存できませんでした。"
-                      "一覧で「依頼」にチェックして保存してください。\r\n"_s +
-                          job.sErrMsg(),
-                      u"DB-error"_s);
-        return;
-    }
+    if (job.iMark(&overtaken) != 0)
+        return letterMarksFailed(job.sErrMsg());
     m_written = true;
-    if (!overtaken.isEmpty())
-        messages.warn(u"次の行は出力中に他の端末で変更されたため、「依頼」の印を付けていません。"
-                      "依頼書の内容を確認してください。\r\n\r\n"_s +
-                      overtaken.join(u"\r\n"));
+    return overtaken.isEmpty() ? std::nullopt : std::optional(letterRowsOvertaken(overtaken));
 }

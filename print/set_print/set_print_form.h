@@ -1,11 +1,13 @@
 #pragma once
 
+#include "app/base/messages.h"
 #include "print/consent_form/print_settings.h"
 #include "print/consent_form/single_print.h"
 #include "print/set_print/set_print_job.h"
 
 #include <QDialog>
 #include <memory>
+#include <optional>
 
 namespace Ui {
 class SetPrintForm;
@@ -44,7 +46,8 @@ private:
     SetPrintChoice choice() const;
     void print(PrintWay way);
     bool mayPrint(const SetPrintJob &job, PrintWay way);
-    void mark(SetPrintJob &job, bool allPrinted);
+    /// What is to be said about the marks.
+    std::optional<Message> mark(SetPrintJob &job, bool allPrinted);
 
     Environment &m_environment;
     cT_ADODB &m_db;

@@ -46,7 +46,7 @@ public:
     /// Whether rows have to be marked once the job has been printed.
     bool hasLetters() const { return m_hasLetters; }
     /// Marks the rows of the letters as output. 0, or −1 with sErrMsg.
-    /// @param overtaken takes the rows that a colleague changed since iGather; they are not marked
+    /// @param overtaken takes the rows that a colleague wrote since iGather
     short iMark(QStringList *overtaken);
 
     const QString &sErrMsg() const { return m_error; }

@@ -10,6 +10,14 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+struct PatientWait : LetterWait {
+    bool goOn() override { return true; }
+};
+
+} // namespace
+
 class RequestOutputTest : public ListTest {
 protected:
     RequestOutputTest() {
@@ -42,8 +50,9 @@ protected:
         return data.open(QIODevice::ReadOnly) ? decode932(data.readAll()) : QString();
     }
     LetterOutcome output(LetterOutput way = LetterOutput::Print) {
-        return outputRequests(environment, database.db, rows, keptLetterOptions(folders, clock.today()), way,
-                              {});
+        return outputRequests(
+            environment, database.db, rows,
+            {keptLetterOptions(folders, clock.today()), way, [] { return std::make_unique<PatientWait>(); }});
     }
     QStringList marks() {
         return database.rows(u"SELECT nIDNo, iOutputFlg, iOutputFlgHenkei, iDouiHospOutFlg, iDouiIsiOutFlg"
@@ -92,6 +101,10 @@ TEST_F(RequestOutputTest, SeveralKindsBecomeOneDocument) {
         u"UPDATE RIYOUSHA_DOUI_REC SET iOutputFlg = NULL, iOutputFlgHenkei = NULL, iDouiIsiOutFlg = NULL"_s);
     EXPECT_EQ(output(), LetterOutcome::Stopped);
     EXPECT_EQ(said(), u"帳票の印刷に失敗しました。[レイアウトの3行目]"_s);
+    messages.shown.clear();
+    processes.act = [](const RecordedProcesses::Start &) { return ProcessEnd{ProcessEnd::GivenUp, 0}; };
+    EXPECT_EQ(output(), LetterOutcome::Stopped);
+    EXPECT_EQ(messages.shown.size(), 1) << "the note about oral consents; the user gave up";
     EXPECT_EQ(marks(), unmarked);
 }
 
@@ -146,6 +159,6 @@ TEST_F(RequestOutputTest, RowsThatColleaguesTookAreNamedAndTheOthersMarked) {
     QStringList overtaken;
     EXPECT_EQ(job.iMark(&overtaken), 0);
     EXPECT_EQ(overtaken, QStringList{u"2 利用者2"_s}) << "changed while the letters were made";
-    EXPECT_EQ(marks()[0], u"2|0|NULL|NULL|1"_s);
+    EXPECT_EQ(marks()[0], u"2|1|NULL|NULL|1"_s) << "its letter has left all the same";
     EXPECT_EQ(marks().last(), u"4|1|NULL|NULL|1"_s);
 }
