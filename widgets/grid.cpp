@@ -1,5 +1,7 @@
 #include "widgets/grid.h"
 
+#include "widgets/date_box.h"
+
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -86,6 +88,17 @@ void Grid::goTo(int row, int column) {
                                              std::clamp(column, 0, model()->columnCount() - 1));
     setCurrentIndex(index);
     scrollTo(index);
+}
+
+bool Grid::commitEditor() {
+    QWidget *editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
+    if (!editor)
+        return true;
+    if (auto *box = qobject_cast<DateBox *>(editor); box && !box->settle())
+        return false;
+    commitData(editor);
+    closeEditor(editor, QAbstractItemDelegate::NoHint);
+    return true;
 }
 
 void Grid::keyPressEvent(QKeyEvent *event) {

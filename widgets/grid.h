@@ -25,6 +25,10 @@ public:
     /// Makes the cell current and visible; a row or column out of bounds is drawn inside.
     void goTo(int row, int column);
 
+    /// Writes an open editor's value into the model and closes it: commands by key leave it open.
+    /// @return false when it holds text that is no date: it stays open
+    bool commitEditor();
+
     /// Type-ahead would walk through 100,000 rows; narrowing is the forms' business.
     void keyboardSearch(const QString &) override {}
 

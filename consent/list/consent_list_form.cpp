@@ -226,7 +226,9 @@ bool frm同意書管理::search() {
         failDb(m_parts->list.sErrMsg());
         return false;
     }
-    for (const QString &command : {u"cmdGet"_s, u"cmdSave"_s, u"cmdAllCheckGet"_s})
+    // Rows of the history have been followed by others: they are neither written nor asked for.
+    for (const QString &command :
+         {u"cmdGet"_s, u"cmdSave"_s, u"cmdAllCheckGet"_s, u"cmdIrai"_s, u"cmdPrint"_s})
         m_commands->action(command)->setEnabled(filter.view == ListView::Newest);
     m_grid->setFocus();
     return true;

@@ -1,7 +1,6 @@
 #include "consent/list/list_grid.h"
 
 #include "app/base/folders.h"
-#include "widgets/date_box.h"
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
 
@@ -123,17 +122,6 @@ void ListGrid::restoreColumns(const QByteArray &state) {
     if (!state.isEmpty())
         restoreLayout(state);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
-}
-
-bool ListGrid::commitEditor() {
-    QWidget *editor = state() == EditingState ? indexWidget(currentIndex()) : nullptr;
-    if (!editor)
-        return true;
-    if (auto *box = qobject_cast<DateBox *>(editor); box && !box->settle())
-        return false;
-    commitData(editor);
-    closeEditor(editor, QAbstractItemDelegate::NoHint);
-    return true;
 }
 
 void ListGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {

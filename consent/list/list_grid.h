@@ -32,9 +32,6 @@ public:
     void setMethods(const RequestMethods &methods);
     /// Takes widths and order from an earlier run's layoutState(); the rows stay in the order of the query.
     void restoreColumns(const QByteArray &state);
-    /// Writes an open editor's value into the model and closes it.
-    /// @return false when it holds text that is no date: it stays open
-    bool commitEditor();
 
 Q_SIGNALS:
     /// Text that is no date was left in a cell.

@@ -102,7 +102,7 @@ short frm同意依頼::iInit(std::vector<RequestRow> rows, const QString &note) 
 // The choice of the kind needs room for its arrow.
 void frm同意依頼::fitColumns() {
     Grid *grid = m_ui->ssIrai;
-    grid->fitColumns();
+    grid->fitColumns(24);
     grid->setColumnWidth(RequestRowsModel::Kind,
                          grid->columnWidth(RequestRowsModel::Kind) + grid->widthOf(2));
 }
@@ -136,6 +136,8 @@ bool frm同意依頼::readOptions(LetterOptions &options) {
 }
 
 void frm同意依頼::output(LetterOutput way) {
+    // A kind that is being chosen counts.
+    m_ui->ssIrai->commitEditor();
     LetterOptions options;
     if (!readOptions(options))
         return;
@@ -159,6 +161,7 @@ void frm同意依頼::chooseDoctor() {
     const int row = m_ui->ssIrai->currentIndex().row();
     if (row < 0)
         return;
+    m_ui->ssIrai->commitEditor();
     if (m_doctors->iDspStart(this) != 0) {
         m_environment.messages.fail(m_doctors->CsErrStr());
         return;

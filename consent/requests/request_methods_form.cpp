@@ -58,8 +58,10 @@ void RequestMethodsForm::wire() {
     connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { regist(); });
     connect(m_ui->cmdAddIraiC, &QPushButton::clicked, this, [this] { reject(); });
     connect(m_model, &MethodListModel::edited, this, [this] { showState(); });
-    connect(m_model, &MethodListModel::refused, this,
-            [this](const QString &why) { m_environment.messages.warn(why); });
+    connect(m_model, &MethodListModel::refused, this, [this](const QString &why) {
+        m_refused = true;
+        m_environment.messages.warn(why);
+    });
     connect(m_ui->ssAddIrai->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { showState(); });
 }
@@ -108,7 +110,6 @@ void RequestMethodsForm::showState() {
     m_ui->txtKobetu->setText(storedOwnMethods(m_model->ownMethods()));
     m_ui->btnClear->setEnabled(!m_model->ownMethods().isEmpty());
     m_ui->boxKobetu->setEnabled(m_row.has_value());
-    m_ui->btnRegist->setEnabled(changed());
 }
 
 // Enter adds what is typed; anywhere else it must not press a button.
@@ -122,20 +123,27 @@ void RequestMethodsForm::keyPressEvent(QKeyEvent *event) {
         add();
 }
 
-void RequestMethodsForm::add() {
+// Commands by key leave a cell's editor open.
+bool RequestMethodsForm::settleCell() {
+    m_refused = false;
+    m_ui->ssAddIrai->commitEditor();
+    return !m_refused;
+}
+
+bool RequestMethodsForm::add() {
+    m_ui->txtIrai->setFocus();
     if (const QString why = m_model->add(m_ui->txtIrai->text()); !why.isEmpty()) {
         m_environment.messages.warn(why);
-        m_ui->txtIrai->setFocus();
-        return;
+        return false;
     }
     m_ui->txtIrai->clear();
     m_ui->ssAddIrai->goTo(m_model->rowCount() - 1, MethodListModel::Text);
-    m_ui->txtIrai->setFocus();
+    return true;
 }
 
 void RequestMethodsForm::remove() {
     const int entry = current();
-    if (entry < 0 || m_model->list().texts()[entry].isEmpty())
+    if (!settleCell() || entry < 0 || m_model->list().texts()[entry].isEmpty())
         return;
     if (const int uses = m_model->list().uses(entry); uses > 0) {
         const QString text = u"「"_s + m_model->list().texts()[entry] + u"」は "_s + QString::number(uses) +
@@ -150,7 +158,7 @@ void RequestMethodsForm::remove() {
 
 void RequestMethodsForm::move(int by) {
     const int entry = current();
-    if (entry < 0 || entry + by < 0 || entry + by >= m_model->rowCount())
+    if (!settleCell() || entry < 0 || entry + by < 0 || entry + by >= m_model->rowCount())
         return;
     if (const QString why = m_model->move(entry, by); !why.isEmpty())
         m_environment.messages.warn(why);
@@ -159,11 +167,18 @@ void RequestMethodsForm::move(int by) {
 }
 
 bool RequestMethodsForm::changed() const {
-    return m_model->list().texts() != m_read ||
+    return hasTyped() || m_model->list().texts() != m_read ||
            (m_row && m_model->ownMethods() != ownMethodsOf(m_row->row.values.ownRequest));
 }
 
+// What stands in the box and was not added yet belongs to what is saved.
+bool RequestMethodsForm::hasTyped() const {
+    return !m_ui->txtIrai->text().trimmed().isEmpty();
+}
+
 bool RequestMethodsForm::regist() {
+    if (!settleCell() || (hasTyped() && !add()))
+        return false;
     if (m_model->list().texts() != m_read && !writeList())
         return false;
     if (m_row && m_model->ownMethods() != ownMethodsOf(m_row->row.values.ownRequest) && !writeRow())

@@ -43,9 +43,11 @@ protected:
 private:
     void wire();
     void showState();
-    void add();
+    bool settleCell();
+    bool add();
     void remove();
     void move(int by);
+    bool hasTyped() const;
     bool changed() const;
     bool regist();
     bool writeList();
@@ -60,5 +62,6 @@ private:
     std::optional<MethodsRow> m_row;
     QStringList m_read; ///< the entries in the file
     QString m_error;
+    bool m_refused = false; ///< the text of the last cell that was left
     bool m_written = false;
 };

@@ -56,6 +56,25 @@ TEST_F(RequestMethodsFormTest, AddsChangesAndTicksByKeyboard) {
     EXPECT_TRUE(messages.shown.isEmpty());
 }
 
+TEST_F(RequestMethodsFormTest, WhatIsStillBeingTypedIsRegisteredToo) {
+    auto *grid = control<Grid>(u"ssAddIrai"_s);
+    control<QLineEdit>(u"txtIrai"_s)->setText(u"電話"_s);
+    const auto retype = [&](const QString &text) {
+        grid->setFocus();
+        grid->goTo(0, MethodListModel::Text);
+        press(u"btnChange"_s);
+        typeText(QApplication::focusWidget(), text);
+        pressButton(form, Qt::Key_F5);
+    };
+    retype(u"FAX"_s);
+    ASSERT_EQ(messages.shown.size(), 1) << "there is one already";
+    EXPECT_TRUE(form.isVisible());
+    messages.answers = {Answer::Yes};
+    retype(u"郵便"_s);
+    EXPECT_EQ(inFile(), (QStringList{u"郵便"_s, u"FAX"_s, u"電話"_s}));
+    EXPECT_FALSE(form.isVisible());
+}
+
 TEST_F(RequestMethodsFormTest, AskBeforeAUsedNumberMeansSomethingElse) {
     auto *grid = control<Grid>(u"ssAddIrai"_s);
     grid->goTo(1, MethodListModel::Text);
