@@ -245,7 +245,8 @@ void frm同意書管理::clearFilter() {
 
 void frm同意書管理::reread() {
     // Methods that cannot be read now stay as they are.
-    takeMethods();
+    if (const QString reason = takeMethods(); !reason.isEmpty())
+        m_environment.messages.failIn(reason, u"dataLoadRiyousha()でエラー");
     QStringList dropped;
     bool read = false;
     keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });

@@ -53,5 +53,5 @@ bool openMailScreen(const ListOpening &opening) {
         return false;
     }
     form.exec();
-    return form.sentAny();
+    return form.rowsChanged();
 }

@@ -55,7 +55,7 @@ bool openRequestMethods(const ListOpening &opening) {
     if (opening.currentRecord >= 0 && mayOwnMethods(opening.model, opening.currentRecord))
         row = {opening.model.records().row(opening.currentRecord), opening.model.who(opening.currentRecord)};
     if (form.iInit(row, u"（変形徒手と履歴の行には登録できません）"_s) != 0) {
-        opening.environment.messages.failIn(form.sErrMsg(), u"cmdAddIrai_Click()でエラー");
+        opening.environment.messages.failIn(form.sErrMsg(), u"dataLoadRiyousha()でエラー");
         return false;
     }
     form.exec();

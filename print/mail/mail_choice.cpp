@@ -4,6 +4,26 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+QString noteOf(const MailResult &result) {
+    switch (result.kind) {
+    case MailResult::Sent:
+    case MailResult::NotMarked:
+        return u"送信済"_s;
+    case MailResult::Uncertain:
+        return u"届いた可能性があります。"_s;
+    case MailResult::Overtaken:
+        return u"未送信（他の端末で変更されています）"_s;
+    case MailResult::Failed:
+    case MailResult::NotTried:
+        break;
+    }
+    return u"未送信"_s;
+}
+
+} // namespace
+
 void MailChoice::load(std::vector<MailRecipient> recipients) {
     m_entries.clear();
     for (MailRecipient &recipient : recipients) {
@@ -78,10 +98,8 @@ void MailChoice::takeResults(const std::vector<MailResult> &results) {
         if (!entry.ticked || result == results.end())
             continue;
         entry.sent = result->wasSent();
-        entry.ticked = !entry.sent && result->kind != MailResult::Uncertain;
-        entry.note = entry.sent                              ? u"送信済"_s
-                     : result->kind == MailResult::Uncertain ? u"届いた可能性があります。"_s
-                                                             : u"未送信"_s;
+        entry.ticked = result->kind == MailResult::Failed || result->kind == MailResult::NotTried;
+        entry.note = noteOf(*result);
         ++result;
     }
     if (rowCount() > 0)

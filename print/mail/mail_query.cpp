@@ -6,25 +6,68 @@
 
 #include <QStringList>
 #include <algorithm>
+#include <functional>
+#include <span>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Patients asked for in one statement.
+/// Rows asked for in one statement.
 constexpr size_t chunk = 200;
+
+using Rows = std::span<const MailRow>;
 
 constexpr QStringView patientTable = u"RIYOUSHA_SUB";
 
-QString sqlPatientCounsellors(const MailRow *first, const MailRow *last) {
+QString sqlRow(const MailRow &row) {
+    return sqlWhere(row.patient, {}) + u" AND nDate = "_s + sqlNumber(row.nDate);
+}
+
+QString sqlPatientCounsellors(Rows rows) {
     QStringList patients;
-    for (const MailRow *row = first; row != last; ++row)
-        patients.append(u"("_s + sqlWhere(row->patient, patientTable) + u")"_s);
+    for (const MailRow &row : rows)
+        patients.append(u"("_s + sqlWhere(row.patient, patientTable) + u")"_s);
     patients.removeDuplicates();
     return u"SELECT RIYOUSHA_SUB.iKyotenCd, RIYOUSHA_SUB.iKyotenEb, RIYOUSHA_SUB.nIDNo, SOUDAN.nIDNo,"
            " SOUDAN.cName, SOUDAN.cMail1 FROM RIYOUSHA_SUB INNER JOIN SOUDAN ON "_s +
            sqlSameBranch(u"SOUDAN", patientTable) + u" AND SOUDAN.nIDNo = RIYOUSHA_SUB.iSoudaninId WHERE "_s +
            patients.join(u" OR ");
+}
+
+// Rows of one day are marked together, whatever their kind.
+QString sqlSentMarks(Rows rows) {
+    QStringList conditions;
+    for (const MailRow &row : rows)
+        conditions.append(u"("_s + sqlRow(row) + u")"_s);
+    conditions.removeDuplicates();
+    return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, MIN(CASE WHEN iSendFlg = 1 THEN 1 ELSE 0 END)"
+           " FROM RIYOUSHA_DOUI_REC WHERE "_s +
+           conditions.join(u" OR ") + u" GROUP BY iKyotenCd, iKyotenEb, nIDNo, nDate"_s;
+}
+
+PatientKey patientAt(const Recordset &rows, int row) {
+    return {short(rows.number(row, 0)), short(rows.number(row, 1)), qint32(rows.number(row, 2))};
+}
+
+/// Asks for the rows chunk by chunk; `take` gets each answer and the rows it is about.
+short iReadChunks(cT_ADODB &db, Rows rows, QString (*sql)(Rows),
+                  const std::function<void(const Recordset &, Rows)> &take) {
+    for (size_t from = 0; from < rows.size(); from += chunk) {
+        const Rows some = rows.subspan(from, std::min(chunk, rows.size() - from));
+        Recordset found;
+        if (db.iOpenRecSet(found, sql(some)) != 0)
+            return -1;
+        take(found, some);
+    }
+    return 0;
+}
+
+bool isOvertaken(const MailRow &row, const Recordset &marks) {
+    for (int mark = 0; mark < marks.rowCount(); ++mark)
+        if (patientAt(marks, mark) == row.patient && marks.number(mark, 3) == row.nDate)
+            return !row.sent && marks.number(mark, 4) == 1;
+    return true;
 }
 
 Counsellor counsellorAt(const Recordset &rows, int row, int column) {
@@ -48,26 +91,24 @@ short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors) {
 short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
                               std::vector<PatientCounsellor> &counsellors) {
     counsellors.clear();
-    for (size_t from = 0; from < rows.size(); from += chunk) {
-        const MailRow *const first = rows.data() + from;
-        Recordset found;
-        if (db.iOpenRecSet(found,
-                           sqlPatientCounsellors(first, first + std::min(chunk, rows.size() - from))) != 0)
-            return -1;
+    return iReadChunks(db, rows, sqlPatientCounsellors, [&](const Recordset &found, Rows) {
         for (int row = 0; row < found.rowCount(); ++row)
-            counsellors.push_back(
-                {{short(found.number(row, 0)), short(found.number(row, 1)), qint32(found.number(row, 2))},
-                 counsellorAt(found, row, 3)});
-    }
-    return 0;
+            counsellors.push_back({patientAt(found, row), counsellorAt(found, row, 3)});
+    });
+}
+
+short iReadOvertaken(cT_ADODB &db, const std::vector<MailRow> &rows, std::vector<MailRow> &overtaken) {
+    overtaken.clear();
+    return iReadChunks(db, rows, sqlSentMarks, [&](const Recordset &marks, Rows some) {
+        std::ranges::copy_if(some, std::back_inserter(overtaken),
+                             [&](const MailRow &row) { return isOvertaken(row, marks); });
+    });
 }
 
 short iMarkSent(cT_ADODB &db, const MailRow &row, bool &found) {
     qint64 affected = 0;
     const short status =
-        db.iExecSQL(u"UPDATE RIYOUSHA_DOUI_REC SET iSendFlg = 1 WHERE "_s + sqlWhere(row.patient, {}) +
-                        u" AND nDate = "_s + sqlNumber(row.nDate),
-                    &affected);
+        db.iExecSQL(u"UPDATE RIYOUSHA_DOUI_REC SET iSendFlg = 1 WHERE "_s + sqlRow(row), &affected);
     found = affected > 0;
     return status;
 }

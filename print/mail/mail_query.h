@@ -14,6 +14,9 @@ struct Counsellor {
     QString cName;
     QString cMail1;
 
+    /// "name（address）", on one line.
+    QString who() const;
+
     friend bool operator==(const Counsellor &, const Counsellor &) = default;
 };
 
@@ -30,6 +33,10 @@ short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors);
 /// connection's sErrMsg.
 short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
                               std::vector<PatientCounsellor> &counsellors);
+
+/// Reads which of the rows are not as the caller knows them: told of by a colleague's mail, or gone. 0, or −1
+/// with the connection's sErrMsg.
+short iReadOvertaken(cT_ADODB &db, const std::vector<MailRow> &rows, std::vector<MailRow> &overtaken);
 
 /// Marks one consent row as notified.
 /// @param found false when a colleague has removed or moved the row

@@ -30,6 +30,10 @@ QString hindranceOf(const MailRecipient &recipient) {
 
 } // namespace
 
+QString Counsellor::who() const {
+    return u"%1（%2）"_s.arg(onOneLine(cName).trimmed(), cMail1.trimmed());
+}
+
 int MailRecipient::patients() const {
     return int(patientsOf(rows).size());
 }
@@ -54,7 +58,7 @@ MailPlan planMails(const std::vector<Counsellor> &active, const std::vector<Pati
         if (recipient != plan.recipients.end())
             recipient->rows.push_back(row);
         else
-            plan.unreached.append(u"%1 %2"_s.arg(row.patient.nIDNo).arg(row.name));
+            plan.unreached.append(row.who());
     }
     plan.unreached.removeDuplicates();
     for (MailRecipient &recipient : plan.recipients)

@@ -10,4 +10,7 @@ struct MailRow {
     QString name; ///< the patient's
     qint32 nDate = 0;
     bool sent = false; ///< iSendFlg: a mail has told of it before
+
+    /// "IDNo. name", on one line.
+    QString who() const;
 };

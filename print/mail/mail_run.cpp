@@ -8,6 +8,14 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+QString namesOf(const std::vector<MailRow> &rows) {
+    QStringList names;
+    for (const MailRow &row : rows)
+        names.append(row.who());
+    names.removeDuplicates();
+    return names.join(u"、"_s);
+}
+
 /// One recipient after the other.
 class Run {
 public:
@@ -26,6 +34,14 @@ public:
         if (m_db.iConnect() != 0)
             return end({MailResult::NotTried, m_db.sErrMsg().mid(before)},
                        u"データベースに接続できないため送信していません。"_s);
+        std::vector<MailRow> overtaken;
+        if (iReadOvertaken(m_db, recipient.rows, overtaken) != 0)
+            return end({MailResult::NotTried, m_db.sErrMsg().mid(before)},
+                       u"データベースを読めないため送信していません。"_s);
+        if (!overtaken.empty())
+            return {MailResult::Overtaken,
+                    u"次の利用者の同意記録は他の端末で送信済になったか、変更されました。"
+                    "画面を閉じて、一覧で確認してください：%1"_s.arg(namesOf(overtaken))};
         const Counsellor &to = recipient.counsellor;
         m_mail.nSendMail({to.cName, to.cMail1}, m_subjectEnd, noticeBody(recipient.rows),
                          [this] { return m_watch.goOn(); });
@@ -61,23 +77,23 @@ private:
 
     MailResult mark(const MailRecipient &recipient) {
         const qsizetype before = m_db.sErrMsg().size();
-        QStringList gone;
+        std::vector<MailRow> gone;
         Transaction transaction(m_db);
         bool marked = transaction.begun();
         for (const MailRow &row : recipient.rows) {
             bool found = false;
             marked = marked && iMarkSent(m_db, row, found) == 0;
             if (marked && !found)
-                gone.append(u"%1 %2"_s.arg(row.patient.nIDNo).arg(row.name));
+                gone.push_back(row);
         }
         if (!marked || transaction.commit() != 0)
             return end({MailResult::NotMarked, m_db.sErrMsg().mid(before)},
                        u"送信済の記録ができなくなったため送信していません。"_s);
-        if (gone.isEmpty())
+        if (gone.empty())
             return {MailResult::Sent, {}};
         return {MailResult::Sent,
                 u"次の利用者の同意記録は他の端末で変更されたため、送信済にできませんでした：%1"_s.arg(
-                    gone.join(u"、"))};
+                    namesOf(gone))};
     }
 
     cT_ADODB &m_db;
@@ -104,9 +120,7 @@ std::vector<MailResult> runMails(cT_ADODB &db, mEmail &mail, const std::vector<M
 }
 
 QString mailResultLine(const MailRecipient &recipient, const MailResult &result) {
-    const QString who = u"%1（%2）利用者 %3 名"_s
-                            .arg(recipient.counsellor.cName.trimmed(), recipient.counsellor.cMail1.trimmed())
-                            .arg(recipient.patients());
+    const QString who = recipient.counsellor.who() + u"利用者 %1 名"_s.arg(recipient.patients());
     switch (result.kind) {
     case MailResult::Sent:
         return u"送信済　"_s + who + (result.reason.isEmpty() ? QString() : u"\r\n　　"_s + result.reason);
@@ -118,6 +132,7 @@ QString mailResultLine(const MailRecipient &recipient, const MailResult &result)
     case MailResult::Uncertain:
         return u"不明　　"_s + who + u"\r\n　　"_s + result.reason;
     case MailResult::Failed:
+    case MailResult::Overtaken:
     case MailResult::NotTried:
         break;
     }

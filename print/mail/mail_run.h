@@ -12,12 +12,15 @@ struct MailResult {
         NotMarked, ///< sent, but the database did not take the mark
         Uncertain, ///< it may have arrived
         Failed,
+        Overtaken, ///< not sent, since its rows have other marks now, or are gone
         NotTried
     };
     Kind kind = NotTried;
     QString reason; ///< for the user; may be a remark on a mail that was sent
 
     bool wasSent() const { return kind == Sent || kind == NotMarked; }
+    /// Whether rows are other than the caller knows them.
+    bool rowsChanged() const { return wasSent() || kind == Overtaken; }
 };
 
 /// Follows a run of mails.
@@ -31,7 +34,8 @@ public:
     virtual bool goOn() = 0;
 };
 
-/// Sends each recipient one mail and marks its rows, a transaction each, when the server has accepted it.
+/// Sends each recipient one mail and marks its rows, a transaction each, when the server has accepted it. Who
+/// has rows that a colleague told of, or removed, meanwhile gets none.
 /// Ends early when it is stopped, when the server is of no use and when a mark cannot be written: then it
 /// would never be known who has got a mail.
 /// @return a result for each recipient

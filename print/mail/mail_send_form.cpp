@@ -2,8 +2,10 @@
 
 #include "app/base/clock.h"
 #include "app/base/environment.h"
+#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "db/adodb.h"
+#include "print/mail/mail_text.h"
 #include "print/mail/sending_form.h"
 #include "ui_mail_send_form.h"
 #include "widgets/enter_moves_on.h"
@@ -21,7 +23,11 @@ frmMailSend::frmMailSend(Environment &environment, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmMailSend>()), m_environment(environment) {
     m_ui->setupUi(this);
     m_ui->ssSoudan->setModel(&m_choice);
-    m_ui->ssSoudan->setItemDelegateForColumn(MailChoice::Tick, new TickDelegate({}, {}, this));
+    const auto picture = [&](const QString &name) {
+        return QPixmap(Folders::file(environment.folders.data(), name));
+    };
+    m_ui->ssSoudan->setItemDelegateForColumn(
+        MailChoice::Tick, new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this));
     m_ui->ssSoudan->horizontalHeader()->setStretchLastSection(true);
     wire();
     const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 64, fontMetrics().height() * 40);
@@ -104,8 +110,8 @@ void frmMailSend::showPreview() {
     }
     const MailRecipient &to = m_choice.recipient(current.row());
     m_ui->txtPreview->setPlainText(u"差出人：%1 <%2>\n宛先：%3 <%4>\n件名：%5\n\n"_s.arg(
-                                       m_settings.senderName, m_settings.senderAddress, to.counsellor.cName,
-                                       to.counsellor.cMail1,
+                                       m_settings.senderName, m_settings.senderAddress,
+                                       onOneLine(to.counsellor.cName), to.counsellor.cMail1.trimmed(),
                                        m_settings.subject + noticeSubjectEnd(m_environment.clock.today())) +
                                    noticeBody(to.rows));
 }
@@ -145,7 +151,7 @@ void frmMailSend::sendTicked() {
         return;
     }
     form.exec();
-    m_sentAny = m_sentAny || std::ranges::any_of(form.results(), &MailResult::wasSent);
+    m_rowsChanged = m_rowsChanged || std::ranges::any_of(form.results(), &MailResult::rowsChanged);
     m_choice.takeResults(form.results());
     if (m_choice.ticked().empty())
         accept();

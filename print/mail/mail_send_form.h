@@ -24,8 +24,8 @@ public:
     short Init(cT_ADODB &db, const std::vector<MailRow> &rows);
     const QString &sErrMsg() const { return m_error; }
 
-    /// Whether a mail went out, so that rows have other marks than before.
-    bool sentAny() const { return m_sentAny; }
+    /// Whether rows have other marks than the caller knows.
+    bool rowsChanged() const { return m_rowsChanged; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -45,5 +45,5 @@ private:
     MailSettings m_settings;
     MailChoice m_choice;
     QString m_error;
-    bool m_sentAny = false;
+    bool m_rowsChanged = false;
 };

@@ -63,9 +63,8 @@ void frmSending::run() {
 }
 
 void frmSending::begins(size_t recipient) {
-    const Counsellor &to = m_recipients[recipient].counsellor;
     if (m_state == Working)
-        m_ui->lblText->setText(u"%1（%2）に送信しています…"_s.arg(to.cName.trimmed(), to.cMail1.trimmed()));
+        m_ui->lblText->setText(m_recipients[recipient].counsellor.who() + u"に送信しています…"_s);
 }
 
 void frmSending::ended(size_t recipient, const MailResult &result) {

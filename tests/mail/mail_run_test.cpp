@@ -111,7 +111,7 @@ TEST_F(MailRunTest, OnlyRowsOfAcceptedMailsAreMarked) {
 }
 
 TEST_F(MailRunTest, AMarkThatCannotBeWrittenEndsTheRun) {
-    for (const int statement : {1, 2, 3, 5}) {
+    for (const int statement : {2, 3, 4, 6}) {
         SCOPED_TRACE(statement);
         const SmtpServer server;
         FailingConnection failing(database.connectionString(), statement);
@@ -121,17 +121,26 @@ TEST_F(MailRunTest, AMarkThatCannotBeWrittenEndsTheRun) {
         EXPECT_EQ(server.mails().size(), 1);
         EXPECT_EQ(marked(), QStringList());
     }
+    const SmtpServer server;
+    FailingConnection failing(database.connectionString(), 1);
+    EXPECT_EQ(kinds(run(failing.db, server)), std::vector({NotTried, NotTried, NotTried}));
+    EXPECT_TRUE(server.mails().isEmpty()) << "whether rows are told of already could not be read";
 }
 
-TEST_F(MailRunTest, RowsThatAreGoneAndStopsAreTold) {
+TEST_F(MailRunTest, NobodyIsMailedOfRowsThatColleaguesTookAndStopsAreTold) {
     const SmtpServer server;
-    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s);
-    watch.stopAt = 1;
-    const std::vector<MailResult> results = run(database.db, server);
-    EXPECT_EQ(kinds(results), std::vector({Sent, NotTried, NotTried}));
-    EXPECT_TRUE(results[0].reason.contains(u"2 患者2"_s)) << results[0].reason.toStdString();
-    EXPECT_EQ(marked().size(), 2);
+    rows[2].sent = true;
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2;"
+                 "UPDATE RIYOUSHA_DOUI_REC SET iSendFlg = 1 WHERE iKyotenCd = 2 OR nIDNo = 3"_s);
+    std::vector<MailResult> results = run(database.db, server);
+    EXPECT_EQ(kinds(results), std::vector({Overtaken, Overtaken, Sent})) << "the last was known to be told";
+    EXPECT_TRUE(results[0].reason.endsWith(u"：2 患者2"_s)) << results[0].reason.toStdString();
+    EXPECT_TRUE(results[1].reason.endsWith(u"：1 分院"_s)) << results[1].reason.toStdString();
+    EXPECT_EQ(server.mails().size(), 1);
     EXPECT_EQ(mailSummary(results), u"送信先 3 件：送信済 1 件、未送信 2 件"_s);
+    watch.stopAt = 1;
+    results = run(database.db, server);
+    EXPECT_EQ(kinds(results), std::vector({Overtaken, NotTried, NotTried}));
 }
 
 TEST_F(MailRunTest, AServerThatIsOfNoUseIsTriedOnce) {
