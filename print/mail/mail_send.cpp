@@ -194,7 +194,7 @@ SendOutcome sendMail(const MailServer &server, const QByteArray &from, const QBy
         std::future<SendOutcome> outcome =
             std::async(std::launch::async, [&] { return deliver(server, from, to, message, stop); });
         while (outcome.wait_for(20ms) != std::future_status::ready)
-            stop = stop || !goOn();
+            stop = !goOn() || stop; // after a stop, too: windows go on painting
         return outcome.get();
     } catch (const std::exception &fault) {
         return {SendOutcome::Failed, u"メールサーバー（%1）への送信を始められませんでした。%2"_s.arg(

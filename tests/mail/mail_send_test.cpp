@@ -105,6 +105,17 @@ TEST_F(MailSendTest, StopsWhileThatIsSafe) {
     time.start();
     EXPECT_EQ(send(server.port(), {u"タイムアウト=60"_s}, [] { return false; }).kind, SendOutcome::Stopped);
     EXPECT_LT(time.elapsed(), 4000);
+
+    const SmtpServer slow(u"--fault slow-data"_s);
+    int paintedAfterStop = 0;
+    time.start();
+    const SendOutcome outcome = send(slow.port(), {u"タイムアウト=1"_s}, [&] {
+        const bool handedOver = time.elapsed() > 500;
+        paintedAfterStop += handedOver;
+        return !handedOver;
+    });
+    EXPECT_EQ(outcome.kind, SendOutcome::Uncertain) << outcome.reason.toStdString();
+    EXPECT_GT(paintedAfterStop, 5);
 }
 
 TEST_F(MailSendTest, LogTellsEachMailAndHidesThePassword) {
