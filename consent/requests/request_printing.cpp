@@ -109,6 +109,11 @@ QString kindSummary(std::span<const RequestRow> rows) {
     return kinds.join(u"、"_s);
 }
 
+QString requestedSummary(std::span<const RequestRow> rows) {
+    const auto again = std::ranges::count(rows, true, &RequestRow::requested);
+    return again == 0 ? QString() : u"　うち依頼済み %L1 件"_s.arg(again);
+}
+
 LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,
                              const LetterRun &run) {
     Messages &messages = environment.messages;

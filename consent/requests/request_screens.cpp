@@ -12,8 +12,6 @@
 #include "db/adodb.h"
 #include "print/consent_form/form_messages.h"
 
-#include <algorithm>
-
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -81,10 +79,8 @@ bool printRequests(const ListOpening &opening) {
         return false;
     const LetterOptions options =
         keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
-    QString question =
-        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
-    if (const auto again = std::ranges::count(rows, true, &RequestRow::requested))
-        question += u"\r\nうち %L1 件は依頼済みです。"_s.arg(again);
+    QString question = u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) +
+                       u"）。"_s + requestedSummary(rows);
     if (const QString hidden = outOfSightText(opening.model); !hidden.isEmpty())
         question += u"\r\n"_s + hidden;
     question += u"\r\nよろしいですか？"_s;
