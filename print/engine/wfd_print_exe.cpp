@@ -4,6 +4,8 @@
 #include "print/engine/engine_programs.h"
 #include "print/engine/paper.h"
 
+#include <QDir>
+#include <QFile>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -201,6 +203,13 @@ short cls_WfdPrintExe::startViewer() {
 
 short cls_WfdPrintExe::showMerged(const CommandFile &reports, const QString &title) {
     const QString merged = m_workFolder + u"tmp.wfd"_s;
+    // A viewer that is faster than the builder would show the documents of the last time.
+    if (QFile earlier(merged); earlier.exists() && !earlier.remove()) {
+        m_error = u"前回の文書「%1」を削除できません。表示中の場合は閉じてください。"_s.arg(
+                      QDir::toNativeSeparators(merged)) +
+                  earlier.errorString();
+        return -1;
+    }
     if (writeCommands(reports) != 0 ||
         start(EngineProgram::ImageBuilder, {merged, u"/c"_s, m_workFolder + commandFileName}) != 0)
         return -1;

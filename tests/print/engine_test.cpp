@@ -140,7 +140,13 @@ TEST_F(Engine, MergesReports) {
         }
     } processes;
     QStringList seen;
-    processes.look = [&] { seen.append(commands()); };
+    QFile earlier(work(u"tmp.wfd"_s));
+    ASSERT_TRUE(earlier.open(QIODevice::WriteOnly));
+    earlier.close();
+    processes.look = [&] {
+        seen.append(commands());
+        EXPECT_FALSE(earlier.exists());
+    };
     Environment watched{*m_folders, m_clock, m_messages, processes, {}};
     cls_WfdPrintExe merging(watched);
     const std::array<short, 2> flags{0, 1};
