@@ -150,9 +150,16 @@ private:
         return EXIT_SUCCESS;
     }
 
-    /// Where there is no printer.
-    int leavePdf(const Document &document) const {
-        const OutputEnd saved = savePdf(document, m_pdfPath, nullptr);
+    /// Where there is no printer. A place that cannot be written is not the end of the document.
+    int leavePdf(const Document &document) {
+        OutputEnd saved = savePdf(document, m_pdfPath, nullptr);
+        while (saved == OutputEnd::Failed) {
+            const QString path = askPdfPath(u"PDFの保存先"_s, m_pdfPath, nullptr);
+            if (path.isEmpty())
+                return failed;
+            m_pdfPath = path;
+            saved = savePdf(document, m_pdfPath, nullptr);
+        }
         if (saved != OutputEnd::Done)
             return codeOf(saved);
         QMessageBox box(QMessageBox::Information, u"帳票印刷"_s,

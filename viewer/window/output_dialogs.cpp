@@ -3,6 +3,8 @@
 #include "viewer/document/document.h"
 #include "viewer/output/pdf.h"
 
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -83,6 +85,14 @@ OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustmen
     QPrinter printer(standard, QPrinter::HighResolution);
     choosePaper(printer, document.pageSize(0));
     return print(document, printer, adjustment, -1, nullptr);
+}
+
+QString askPdfPath(const QString &title, const QString &proposed, QWidget *parent) {
+    QFileDialog dialog(parent, title, QFileInfo(proposed).path(), u"PDF (*.pdf)"_s);
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setDefaultSuffix(u"pdf"_s);
+    dialog.selectFile(QFileInfo(proposed).fileName());
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
 OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent) {

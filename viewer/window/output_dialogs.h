@@ -2,7 +2,8 @@
 
 #include "viewer/window/page_printer.h"
 
-class QString;
+#include <QString>
+
 class QWidget;
 
 /// Output with what the user sees of it: dialogs, progress that can be cancelled, and what went wrong.
@@ -20,3 +21,6 @@ OutputEnd printFromDialog(const Document &document, const PrintAdjustment &adjus
 OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustment);
 
 OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent);
+
+/// Asks where a PDF shall lie, with ".pdf" after a name without an extension. Empty when the user gives up.
+QString askPdfPath(const QString &title, const QString &proposed, QWidget *parent);
