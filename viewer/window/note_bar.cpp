@@ -1,25 +1,31 @@
 #include "viewer/window/note_bar.h"
 
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMessageBox>
+#include <QPlainTextEdit>
 #include <QToolButton>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype mostListed = 30;
-
 void showAll(const QStringList &notes, QWidget *parent) {
-    QString text = notes.mid(0, mostListed).join(u"\n"_s);
-    if (notes.size() > mostListed)
-        text += u"\n（ほか %L1 件）"_s.arg(notes.size() - mostListed);
-    auto *box = new QMessageBox(QMessageBox::Information, u"帳票の注意"_s, text, QMessageBox::Ok, parent);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->setTextFormat(Qt::PlainText);
-    box->setModal(false);
-    box->show();
+    auto *dialog = new QDialog(parent);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setWindowTitle(u"帳票の注意"_s);
+    auto *text = new QPlainTextEdit(notes.join(u'\n'));
+    text->setReadOnly(true);
+    text->setTabChangesFocus(true);
+    auto *buttons = new QDialogButtonBox;
+    buttons->addButton(u"閉じる(&C)"_s, QDialogButtonBox::RejectRole);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, dialog, &QDialog::reject);
+    auto *column = new QVBoxLayout(dialog);
+    column->addWidget(text);
+    column->addWidget(buttons);
+    dialog->resize(parent->fontMetrics().height() * QSize(40, 20));
+    dialog->show();
 }
 
 } // namespace
