@@ -29,6 +29,14 @@ constexpr auto usualWait = 60s;
 constexpr auto lookAgain = 100ms;
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
+constexpr qsizetype mostListed = 15; // sentences that a message box has room for
+
+QString listed(const QStringList &sentences) {
+    QString text = sentences.mid(0, mostListed).join(u'\n');
+    if (sentences.size() > mostListed)
+        text += u"\n（ほか %L1 件）"_s.arg(sentences.size() - mostListed);
+    return text;
+}
 
 /// Shown while a finished document is being built.
 class WaitWindow {
@@ -94,7 +102,7 @@ private:
         }
         const LoadedJob loaded = loadReports(job, folder);
         if (!loaded.failures.isEmpty())
-            return fail(loaded.failures.join(u"\n"_s));
+            return fail(listed(loaded.failures));
         m_pdfPath = pdfPathFor(m_commandFile, finished);
         const Document document = loaded.document();
         if (document.pageCount() == 0)
@@ -125,7 +133,7 @@ private:
             return show(document, adjustment, notes);
         if (!notes.isEmpty())
             QMessageBox::warning(nullptr, u"帳票印刷"_s,
-                                 u"次の帳票は作成できなかったため、印刷されません。\n"_s + notes.join(u'\n'));
+                                 u"次の帳票は作成できなかったため、印刷されません。\n"_s + listed(notes));
         if (!hasPrinter())
             return leavePdf(document);
         return codeOf(job.action == JobAction::Print ? printAtOnce(document, adjustment)
