@@ -1,5 +1,7 @@
 #include "widgets/tick_delegate.h"
 
+#include "app/base/folders.h"
+
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -15,7 +17,15 @@ bool isTicked(const QModelIndex &index) {
     return index.data(Qt::CheckStateRole).toInt() == Qt::Checked;
 }
 
+QPixmap picture(const Folders &folders, const QString &name) {
+    return QPixmap(Folders::file(folders.data(), name));
+}
+
 } // namespace
+
+TickDelegate::TickDelegate(const Folders &folders, QObject *parent)
+    : TickDelegate(picture(folders, QStringLiteral("00.BMP")), picture(folders, QStringLiteral("01.BMP")),
+                   parent) {}
 
 void TickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                          const QModelIndex &index) const {

@@ -3,6 +3,8 @@
 #include <QPixmap>
 #include <QStyledItemDelegate>
 
+class Folders;
+
 /// Paints a checkable cell as one of two pictures in its middle, as high as a line of text; without pictures,
 /// as the desktop's own check box. A click anywhere in the cell or Space toggles it through
 /// Qt::CheckStateRole.
@@ -12,6 +14,9 @@ class TickDelegate : public QStyledItemDelegate {
 public:
     explicit TickDelegate(const QPixmap &off = {}, const QPixmap &on = {}, QObject *parent = nullptr)
         : QStyledItemDelegate(parent), m_off(off), m_on(on) {}
+
+    /// With the suite's pictures, 00.BMP and 01.BMP in the data folder.
+    TickDelegate(const Folders &folders, QObject *parent);
 
     void paint(QPainter *painter, const QStyleOptionViewItem &option,
                const QModelIndex &index) const override;

@@ -38,6 +38,16 @@ public:
     void failIn(const QString &reason, QStringView label) {
         fail(reason + QStringLiteral("\r\n") + label.toString());
     }
+    /// What becomes of unsaved edits: Yes saves them, No drops them, Cancel stays.
+    Answer askToSave() {
+        return show(
+            {QStringLiteral(
+                 "変更されています。保存しますか？\r\nいいえを選んだ場合、変更分はキャンセルされます。"),
+             MessageIcon::Question,
+             {},
+             MessageButtons::YesNoCancel,
+             Answer::Yes});
+    }
     bool ask(const QString &text, const QString &title = {}, Answer defaultAnswer = Answer::Yes) {
         return show({text, MessageIcon::Question, title, MessageButtons::YesNo, defaultAnswer}) ==
                Answer::Yes;

@@ -299,12 +299,7 @@ void frm同意書管理::saveAsked() {
 bool frm同意書管理::maySwitch() {
     if (!m_model->hasChanges())
         return true;
-    const Answer answer = m_environment.messages.show(
-        {u"変更されています。保存しますか？\r\nいいえを選んだ場合、変更分はキャンセルされます。"_s,
-         MessageIcon::Question,
-         {},
-         MessageButtons::YesNoCancel,
-         Answer::Yes});
+    const Answer answer = m_environment.messages.askToSave();
     if (answer == Answer::No)
         m_model->dropChanges();
     return answer == Answer::No || (answer == Answer::Yes && save());

@@ -1,6 +1,5 @@
 #include "consent/list/list_grid.h"
 
-#include "app/base/folders.h"
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
 
@@ -84,8 +83,7 @@ ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) 
     horizontalHeader()->setSortIndicatorClearable(true);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
 
-    const auto picture = [&](const QString &name) { return QPixmap(Folders::file(folders.data(), name)); };
-    auto *ticks = new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this);
+    auto *ticks = new TickDelegate(folders, this);
     auto *dates = new DateDelegate(this);
     dates->setToday(today);
     connect(dates, &DateDelegate::rejected, this, &ListGrid::rejected);

@@ -4,7 +4,6 @@
 
 #include "app/base/clock.h"
 #include "app/base/environment.h"
-#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "consent/requests/letter_wait_form.h"
 #include "consent/requests/request_rows_model.h"
@@ -54,10 +53,7 @@ frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     Grid *grid = m_ui->ssIrai;
     grid->setModel(m_model);
-    const auto picture = [&](const QString &name) {
-        return QPixmap(Folders::file(environment.folders.data(), name));
-    };
-    auto *ticks = new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this);
+    auto *ticks = new TickDelegate(environment.folders, this);
     grid->setItemDelegateForColumn(RequestRowsModel::Paper, ticks);
     grid->setItemDelegateForColumn(RequestRowsModel::ToHospital, ticks);
     grid->setItemDelegateForColumn(RequestRowsModel::Kind, new KindDelegate(this));

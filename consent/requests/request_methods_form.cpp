@@ -3,7 +3,6 @@
 #include "ui_request_methods_form.h"
 
 #include "app/base/environment.h"
-#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "consent/list/request_methods.h"
 #include "consent/requests/method_uses_query.h"
@@ -31,11 +30,7 @@ RequestMethodsForm::RequestMethodsForm(Environment &environment, cT_ADODB &db, Q
     m_ui->setupUi(this);
     Grid *grid = m_ui->ssAddIrai;
     grid->setModel(m_model);
-    const auto picture = [&](const QString &name) {
-        return QPixmap(Folders::file(environment.folders.data(), name));
-    };
-    grid->setItemDelegateForColumn(MethodListModel::Own,
-                                   new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this));
+    grid->setItemDelegateForColumn(MethodListModel::Own, new TickDelegate(environment.folders, this));
     grid->horizontalHeader()->setSectionResizeMode(MethodListModel::Text, QHeaderView::Stretch);
     m_ui->lblTrouble->hide();
     wire();
@@ -243,12 +238,7 @@ bool RequestMethodsForm::writeRow() {
 
 void RequestMethodsForm::reject() {
     if (changed()) {
-        const Answer answer = m_environment.messages.show(
-            {u"変更されています。保存しますか？\r\nいいえを選んだ場合、変更分はキャンセルされます。"_s,
-             MessageIcon::Question,
-             {},
-             MessageButtons::YesNoCancel,
-             Answer::Yes});
+        const Answer answer = m_environment.messages.askToSave();
         if (answer == Answer::Yes)
             regist();
         if (answer != Answer::No)

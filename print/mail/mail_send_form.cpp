@@ -2,7 +2,6 @@
 
 #include "app/base/clock.h"
 #include "app/base/environment.h"
-#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "db/adodb.h"
 #include "print/mail/mail_text.h"
@@ -23,11 +22,7 @@ frmMailSend::frmMailSend(Environment &environment, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmMailSend>()), m_environment(environment) {
     m_ui->setupUi(this);
     m_ui->ssSoudan->setModel(&m_choice);
-    const auto picture = [&](const QString &name) {
-        return QPixmap(Folders::file(environment.folders.data(), name));
-    };
-    m_ui->ssSoudan->setItemDelegateForColumn(
-        MailChoice::Tick, new TickDelegate(picture(u"00.BMP"_s), picture(u"01.BMP"_s), this));
+    m_ui->ssSoudan->setItemDelegateForColumn(MailChoice::Tick, new TickDelegate(environment.folders, this));
     m_ui->ssSoudan->horizontalHeader()->setStretchLastSection(true);
     wire();
     const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 64, fontMetrics().height() * 40);
