@@ -1,5 +1,7 @@
 #include "consent/requests/method_list_model.h"
 
+#include "consent/list/request_methods.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 void MethodListModel::load(const MethodList &list, const QStringList &ownMethods, bool mayOwn) {
@@ -125,6 +127,10 @@ bool MethodListModel::setData(const QModelIndex &index, const QVariant &value, i
 bool MethodListModel::tickOwn(const QString &text, bool on) {
     if (!m_mayOwn || text.isEmpty())
         return false;
+    if (const QString why = whyMethodIsWrong(text); on && !why.isEmpty()) {
+        Q_EMIT refused(why);
+        return false;
+    }
     if (on && !m_own.contains(text))
         m_own.append(text);
     else if (!on)

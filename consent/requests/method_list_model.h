@@ -39,7 +39,7 @@ public:
 Q_SIGNALS:
     /// Entries or individual methods changed.
     void edited();
-    /// A text typed into a cell was not taken, and why.
+    /// A text typed into a cell, or a tick, was not taken, and why.
     void refused(const QString &why);
 
 private:

@@ -27,8 +27,8 @@ QString noteOf(const MailResult &result) {
 void MailChoice::load(std::vector<MailRecipient> recipients) {
     m_entries.clear();
     for (MailRecipient &recipient : recipients) {
-        const bool can = recipient.hindrance.isEmpty();
-        m_entries.push_back({std::move(recipient), can, false, {}});
+        const bool news = recipient.hindrance.isEmpty() && recipient.toldBefore() < recipient.patients();
+        m_entries.push_back({std::move(recipient), news, false, {}});
     }
     showAll(m_all);
     Q_EMIT ticksChanged();

@@ -4,8 +4,8 @@
 
 #include <QAbstractTableModel>
 
-/// The counsellors to choose from, and who is ticked. Who can get a mail is ticked at first; who has got one
-/// cannot be ticked again.
+/// The counsellors to choose from, and who is ticked: at first who can get a mail and has not been told of
+/// all patients before. Who has got one cannot be ticked again.
 class MailChoice : public QAbstractTableModel {
     Q_OBJECT
 public:
