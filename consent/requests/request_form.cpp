@@ -115,9 +115,9 @@ void frm同意依頼::showOptions() {
 
 void frm同意依頼::showState() {
     const std::vector<RequestRow> rows = onPaper(m_model->rows());
+    const QString count = u"%L1 件（"_s.arg(rows.size()) + kindSummary(rows) + u"）　"_s;
     m_ui->lblState->setText(rows.empty() ? u"用紙で依頼する行がありません。"_s
-                                         : u"%L1 件（"_s.arg(rows.size()) + kindSummary(rows) + u"）"_s +
-                                               requestedSummary(rows));
+                                         : QString(count + requestedSummary(rows)).trimmed());
 }
 
 bool frm同意依頼::readOptions(LetterOptions &options) {

@@ -111,7 +111,7 @@ QString kindSummary(std::span<const RequestRow> rows) {
 
 QString requestedSummary(std::span<const RequestRow> rows) {
     const auto again = std::ranges::count(rows, true, &RequestRow::requested);
-    return again == 0 ? QString() : u"　うち依頼済み %L1 件"_s.arg(again);
+    return again == 0 ? QString() : u"うち依頼済み %L1 件"_s.arg(again);
 }
 
 LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<const RequestRow> rows,

@@ -17,7 +17,7 @@ std::vector<RequestRow> onPaper(std::span<const RequestRow> rows);
 /// "マッサージ継続 5 件、医師変更 1 件".
 QString kindSummary(std::span<const RequestRow> rows);
 
-/// "　うち依頼済み 3 件"; empty when no letter was output before.
+/// "うち依頼済み 3 件"; empty when no letter was output before.
 QString requestedSummary(std::span<const RequestRow> rows);
 
 /// What came of putting letters out.

@@ -79,10 +79,11 @@ bool printRequests(const ListOpening &opening) {
         return false;
     const LetterOptions options =
         keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
-    QString question = u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) +
-                       u"）。"_s + requestedSummary(rows);
-    if (const QString hidden = outOfSightText(opening.model); !hidden.isEmpty())
-        question += u"\r\n"_s + hidden;
+    QString question =
+        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
+    for (const QString &more : {requestedSummary(rows), outOfSightText(opening.model)})
+        if (!more.isEmpty())
+            question += u"\r\n"_s + more;
     question += u"\r\nよろしいですか？"_s;
     return outputRequests(opening.environment, opening.db, rows,
                           {options, LetterOutput::Print, letterWait(opening.parent), question}) ==
