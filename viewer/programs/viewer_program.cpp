@@ -158,8 +158,18 @@ private:
         return EXIT_SUCCESS;
     }
 
+    /// Beside documents that were left before: somebody may still open one by its message.
+    static QString freePath(const QString &path) {
+        const QFileInfo file(path);
+        QString free = path;
+        for (int number = 2; QFileInfo::exists(free); ++number)
+            free = file.dir().filePath(u"%1_%2.pdf"_s.arg(file.completeBaseName()).arg(number));
+        return free;
+    }
+
     /// Where there is no printer. A place that cannot be written is not the end of the document.
     int leavePdf(const Document &document) {
+        m_pdfPath = freePath(m_pdfPath);
         OutputEnd saved = savePdf(document, m_pdfPath, nullptr);
         while (saved == OutputEnd::Failed) {
             const QString path = askPdfPath(u"PDFの保存先"_s, m_pdfPath, nullptr);
