@@ -55,13 +55,15 @@ void loadPractice(BulkDatabase &db, QDate day) {
     const QString companies =
         u"INSERT INTO CORP (iKyotenCd, iKyotenEb, nIDNo, iType, cShamei1, cShameiKana1, cDaihyo, "
         u"cDaihyoKana, "
-        "cYubinNo, cAddress1, cAddress2, cTelNo, cFaxNo, cPcName, tUpDateTime) VALUES "
+        "cYubinNo, cAddress1, cAddress2, cTelNo, cFaxNo, cMailDestination, cMailDestinationZipNo, "
+        "cPcName, tUpDateTime) VALUES "
         "(1, 1, 1, 0, '株式会社ひなた', 'カブシキガイシャヒナタ', '日向　陽子', 'ヒナタ　ヨウコ', "
         "'992-1011', "
-        "'緑川県若葉市中央1丁目2－3', 'ひなたビル２階', '0999-20-0001', '0999-20-0002', %1),"
+        "'緑川県若葉市中央1丁目2－3', 'ひなたビル２階', '0999-20-0001', '0999-20-0002', "
+        "'緑川県若葉市中央1丁目2－3　ひなたビル２階　株式会社ひなた', '992-1011', %1),"
         "(2, 1, 2, 1, '株式会社ひなた　美浜支店', 'カブシキガイシャヒナタミハマシテン', '髙橋　誠', "
         "'タカハシ　マコト', "
-        "'992-2015', '緑川県美浜市港町4丁目5－6', NULL, '0999-30-0001', NULL, %1)"_s;
+        "'992-2015', '緑川県美浜市港町4丁目5－6', NULL, '0999-30-0001', NULL, NULL, NULL, %1)"_s;
     db.execute(companies.arg(stamp));
     // The first branch keeps the reference day of the suite's default, the second renews at the month's end.
     const QString settings =

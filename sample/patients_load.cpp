@@ -32,6 +32,16 @@ QString addressOf(const Facility &facility) {
     return facility.place.line1 + facility.place.line2;
 }
 
+/// Nobody is treated before a first consent.
+bool isFirstConsent(P p) {
+    return p.firstTreatment >= p.newestConsent().day;
+}
+
+/// A few are visited for a reason that the form has no box for.
+bool hasOwnVisitReason(P p) {
+    return p.careDegree > 2 && p.id % 9 == 0;
+}
+
 template <int i> void putStaff(Cell cell, P p) {
     if (i < p.staff.size())
         cell.put(p.staff.at(i));
@@ -51,6 +61,7 @@ const QList<Column<Patient>> &patientColumns() {
         {"cYubinNo", [](Cell c, P p) { c.put(p.place.postcode); }},
         {"cAdress1", [](Cell c, P p) { c.put(p.place.line1); }},
         {"cAdress2", [](Cell c, P p) { c.put(p.place.line2); }},
+        {"cZokugara", [](Cell c, P p) { c.put(p.id % 3 ? u"本人"_s : u"家族"_s); }},
         {"iSejutsuKubun", [](Cell c, P p) { c.put(p.content.acupuncture); }},
         {"tSyoryoDay", [](Cell c, P p) { c.put(p.firstTreatment); }},
         {"tHatsubyou", [](Cell c, P p) { c.put(p.onset); }},
@@ -60,6 +71,10 @@ const QList<Column<Patient>> &patientColumns() {
         {"tExpireDay", [](Cell c, P p) { c.put(p.expires); }},
         {"iOuryouUmu", [](Cell c, P p) { c.put(p.careDegree > 2); }},
         {"iOuryouRiyuu1", [](Cell c, P p) { c.put(p.careDegree > 2); }},
+        {"iOuryouRiyuu2", [](Cell c, P p) { c.put(p.careDegree > 5); }},
+        {"iOuryouRiyuu3", [](Cell c, P p) { c.put(hasOwnVisitReason(p)); }},
+        {"cOuryouRiyuuSonota",
+         [](Cell c, P p) { c.put(hasOwnVisitReason(p) ? u"在宅酸素療法のため"_s : QString()); }},
         {"iHokouType", [](Cell c, P p) { c.put(1 + p.careDegree / 2); }},
         {"iKaigodo", [](Cell c, P p) { c.put(p.careDegree); }},
         {"nTantou", putStaff<0>},
@@ -114,7 +129,7 @@ const QList<Column<Patient>> &subColumns() {
         {"iSisetsuCode", [](Cell c, P p) { putId(c, p.doctor ? &p.doctor->hospital : nullptr); }},
         {"iAddressSisetsuCd", [](Cell c, P p) { putId(c, p.home); }},
         {"iSoudaninId", [](Cell c, P p) { putId(c, p.counsellor); }},
-        {"iDouishoId", [](Cell c, P p) { c.put(p.content.acupuncture ? 4 : 2); }},
+        {"iDouishoId", [](Cell c, P p) { c.put((p.content.acupuncture ? 4 : 2) - isFirstConsent(p)); }},
         {"iDouishoIdKoutou", [](Cell c, P p) { c.put(p.content.acupuncture ? 6 : 5); }},
         {"cYubinNoS0Ryosyu", [](Cell c, P p) { c.put(p.place.postcode); }},
         {"cJusyo1S0Ryosyu", [](Cell c, P p) { c.put(p.place.line1); }},
