@@ -1,0 +1,189 @@
+// A thousand consent forms: their query and files beside a bare loop over the engine's C interface that runs
+// the same query and writes the same bytes, and the whole way from the click to the finished documents.
+
+#include "benchmarks/bare_database.h"
+#include "benchmarks/figures.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "app/base/messages.h"
+#include "app/base/processes.h"
+#include "db/adodb.h"
+#include "db/sqlite/dialect.h"
+#include "print/consent_form/batch_print.h"
+#include "print/consent_form/form_files.h"
+#include "print/consent_form/form_query.h"
+#include "sample/installation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <cstdio>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QDate day(2026, 11, 21);
+constexpr int patients = 2000; ///< three of five belong to the branch
+constexpr int forms = 1000;
+constexpr int repetitions = 7;
+constexpr double allowedRatio = 2.0;
+constexpr double allowedShare = 0.2; ///< of the way to the finished documents, without the image builder
+
+ConsentFormOptions thousand() {
+    ConsentFormOptions options{.branch = {1, 1}, .master = FormMaster::Practice, .oral = OralForms::OwnLayout};
+    for (int number = 1; number <= forms; ++number)
+        options.patients.push_back(number);
+    return options;
+}
+
+GatheredForms gather(cT_ADODB &db) {
+    GatheredForms gathered;
+    QString reason;
+    if (iGatherConsentForms(db, thousand(), day, gathered, reason) != 0)
+        stop(reason);
+    if (gathered.forms.size() != size_t(forms))
+        stop(u"%1 forms"_s.arg(gathered.forms.size()));
+    return gathered;
+}
+
+void write(const Folders &folders, const GatheredForms &gathered) {
+    QString path, reason;
+    QStringList touched;
+    for (const ConsentForm &form : gathered.forms)
+        if (!writeConsentFormData(folders, form, path, touched, &reason))
+            stop(reason);
+}
+
+/// What the program wrote, to be written again by the yardstick.
+std::vector<QByteArray> writtenBytes(const QString &folder) {
+    std::vector<QByteArray> files;
+    for (const QFileInfo &entry : QDir(folder).entryInfoList(QDir::Files)) {
+        QFile file(entry.filePath());
+        if (!file.open(QIODevice::ReadOnly))
+            stop(file.errorString());
+        files.push_back(file.readAll());
+    }
+    return files;
+}
+
+void writeBare(const QString &folder, const std::vector<QByteArray> &files) {
+    for (size_t i = 0; i < files.size(); ++i) {
+        const QByteArray path = (folder + u'/' + QString::number(i)).toUtf8();
+        std::FILE *file = std::fopen(path.constData(), "wb");
+        if (!file || std::fwrite(files[i].constData(), 1, size_t(files[i].size()), file) != size_t(files[i].size()))
+            stop(u"bare loop"_s);
+        std::fclose(file);
+    }
+}
+
+void measureData(Figures &figures, const Folders &folders, cT_ADODB &db, const BareDatabase &bare) {
+    const QByteArray sql = embeddedDialect(consentFormSql(thousand()).toUtf8());
+    const QTemporaryDir bareFolder(folders.temporary() + u"/bare-XXXXXX"_s);
+    std::vector<double> ours, theirs, gathering;
+    std::vector<QByteArray> files;
+    for (int i = 0; i <= repetitions; ++i) {
+        GatheredForms gathered;
+        gathering.push_back(millisecondsOf([&] { gathered = gather(db); }));
+        ours.push_back(gathering.back() + millisecondsOf([&] { write(folders, gathered); }));
+        if (i == 0)
+            files = writtenBytes(folders.temporary());
+        theirs.push_back(millisecondsOf([&] {
+            bare.stepThrough(sql);
+            writeBare(bareFolder.path(), files);
+        }));
+        if (i == 0) { // warms the caches
+            ours.clear();
+            theirs.clear();
+            gathering.clear();
+        }
+    }
+    std::printf("%d forms, %zu files, medians of %d\n", forms, files.size(), repetitions);
+    figures.note("  of it gathering", median(gathering));
+    figures.compare("gathering and writing the data", median(ours), "bare loop", median(theirs), allowedRatio);
+}
+
+/// The system's programs; the viewer is not started, since it would work beside the image builder.
+class BuilderOnly : public SystemProcesses {
+public:
+    bool start(const QString &, const QStringList &, const QString &) override { return true; }
+    ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
+                   std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override {
+        ProcessEnd end;
+        building += millisecondsOf(
+            [&] { end = SystemProcesses::run(program, arguments, folder, timeOut, goOn); });
+        return end;
+    }
+    double building = 0;
+};
+
+class NoMessages : public Messages {
+public:
+    Answer show(const Message &message) override { return message.defaultAnswer; }
+};
+
+void measureDocuments(Figures &figures, const Folders &folders, cT_ADODB &db) {
+    Clock clock;
+    NoMessages messages;
+    BuilderOnly processes;
+    Environment environment{folders, clock, messages, processes, {1, 1}};
+    double gathering = 0, writing = 0;
+    BatchResult result;
+    const double all = millisecondsOf([&] {
+        GatheredForms gathered;
+        gathering = millisecondsOf([&] { gathered = gather(db); });
+        const auto make = [&](int position, BatchReport &report, QString *reason) {
+            const ConsentForm &form = gathered.forms[size_t(position)];
+            bool written = false;
+            writing += millisecondsOf([&] {
+                written = writeConsentFormData(folders, form, report.dataFile, result.touched, reason);
+            });
+            report.subject = form.name;
+            report.name = u"同意書"_s;
+            report.dataName = consentFormDataName();
+            report.imageItem = qrImageItem();
+            report.layout = layoutPath(folders, form);
+            return written;
+        };
+        result = BatchPrint(environment, {}).run(forms, make, {});
+    });
+    if (!result.allPrinted())
+        stop(result.chunks.empty() ? u"no chunk"_s : result.chunks.front().reason);
+    figures.note("from the click to the finished documents", all);
+    figures.note("  gathering", gathering);
+    figures.note("  data files and QR pictures", writing);
+    figures.note("  image builder", processes.building);
+    figures.note("  the rest", all - gathering - writing - processes.building);
+    std::printf("  our share %.1f %% (allowed %.0f %%)\n", 100 * (all - processes.building) / all,
+                100 * allowedShare);
+    figures.check("our part of the whole is small", all - processes.building < allowedShare * all);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    const QTemporaryDir temporary;
+    const QString folder = temporary.filePath(u"installation"_s);
+    const sample::SampleResult made =
+        sample::makeInstallation({.folder = folder,
+                                  .day = day,
+                                  .patients = patients,
+                                  .programs = QCoreApplication::applicationDirPath()});
+    if (made.outcome != sample::SampleOutcome::Made)
+        stop(made.sentence);
+    const Folders folders(folder);
+    const QString database = folder + u"/DATA/douisho.db"_s;
+    cT_ADODB db;
+    db.iInit(u"Provider=SQLite;Data Source="_s + database);
+    if (db.iConnect() != 0)
+        stop(db.sErrMsg());
+    const BareDatabase bare(database);
+    Figures figures;
+    measureData(figures, folders, db, bare);
+    measureDocuments(figures, folders, db);
+    return figures.exitCode();
+}
