@@ -29,6 +29,15 @@ QString obstacle(const QFileInfo &file) {
     return {};
 }
 
+/// The sentence for the user, when there is a failure.
+bool tell(const QString &failure, const QString &path, QString *reason) {
+    if (failure.isEmpty())
+        return true;
+    if (reason)
+        *reason = u"「%1」に書き込めません。\r\n"_s.arg(QDir::toNativeSeparators(path)) + failure;
+    return false;
+}
+
 } // namespace
 
 bool writeFileWhole(const QString &path, const QByteArray &bytes, QString *reason) {
@@ -36,12 +45,21 @@ bool writeFileWhole(const QString &path, const QByteArray &bytes, QString *reaso
     if (failure.isEmpty()) {
         QSaveFile file(path);
         // commit() does not notice that the last buffer found no room.
-        if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() &&
-            file.commit())
-            return true;
-        failure = file.errorString();
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.flush() ||
+            !file.commit())
+            failure = file.errorString();
     }
-    if (reason)
-        *reason = u"「%1」に書き込めません。\r\n"_s.arg(QDir::toNativeSeparators(path)) + failure;
-    return false;
+    return tell(failure, path, reason);
+}
+
+bool writeFileInPlace(const QString &path, const QByteArray &bytes, QString *reason) {
+    QString failure = obstacle(QFileInfo(path));
+    if (failure.isEmpty()) {
+        QFile file(path);
+        // Cut to length afterwards: some file systems make a file that was emptied first wait for the disk.
+        if (!file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) || file.write(bytes) != bytes.size() ||
+            (file.size() > bytes.size() && !file.resize(bytes.size())))
+            failure = file.errorString();
+    }
+    return tell(failure, path, reason);
 }

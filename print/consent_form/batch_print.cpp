@@ -8,23 +8,27 @@
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
 
-#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QHash>
-#include <QThread>
 #include <algorithm>
+#include <deque>
 
 using namespace Qt::Literals::StringLiterals;
 using State = BatchChunk::State;
 
 namespace {
 
-/// All chunks share the viewer's command file. A viewer that was just started gets this long to read it; the
-/// building of the next chunk takes longer as a rule.
-constexpr qint64 viewerReadsMs = 1000;
-constexpr int pauseMs = 20;
+/// Between two looks at the builder.
+constexpr qint64 sliceMs = 20;
+
+/// The viewer's command file. Nothing tells when a viewer that was started has read its own, so that every
+/// chunk after the first has one with its number.
+QString viewerCommands(const BatchChunk &chunk) {
+    const QString number = chunk.number == 1 ? QString() : u"%1"_s.arg(chunk.number, 4, 10, QChar(u'0'));
+    return u"cmdSetPrint%1.dat"_s.arg(number);
+}
 
 QString textOf(const QString &path) {
     QFile file(path);
@@ -86,16 +90,40 @@ private:
         m_inChunk.clear();
         CommandFile commands;
         while (m_position < m_result.asked && chunk.reports < BatchPrint::reportsInChunk) {
-            BatchReport report;
-            if (!m_make(m_position, report, &chunk.reason))
+            if (m_ready.empty() && !prepare()) {
+                chunk.reason = m_fault;
                 return State::NotWritten;
+            }
+            const BatchReport report = std::move(m_ready.front());
+            m_ready.pop_front();
             ++m_position;
             if (hasLayout(report))
                 addBlock(commands, report, chunk);
         }
-        if (chunk.reports > 0 && !commands.write(m_work + m_order.commandFile, &chunk.reason))
+        if (chunk.reports > 0 &&
+            !commands.write(m_work + m_order.commandFile, &chunk.reason, writeFileInPlace))
             return State::NotWritten;
         return State::Done;
+    }
+
+    /// Writes the data of the report behind the prepared ones. False: there is none, or `m_fault` says why
+    /// not.
+    bool prepare() {
+        const int position = m_position + int(m_ready.size());
+        BatchReport report;
+        if (position >= m_result.asked || !m_fault.isEmpty() || !m_make(position, report, &m_fault))
+            return false;
+        m_ready.push_back(std::move(report));
+        return true;
+    }
+
+    /// The builder leaves time to write what the next chunk needs.
+    void prepareNextChunk() {
+        QElapsedTimer slice;
+        slice.start();
+        while (int(m_ready.size()) < BatchPrint::reportsInChunk && !slice.hasExpired(sliceMs))
+            if (!prepare())
+                return;
     }
 
     bool hasLayout(const BatchReport &report) {
@@ -134,7 +162,8 @@ private:
         const ProcessEnd end = m_environment.processes.run(
             program, {chunk.document, u"/c"_s, m_work + m_order.commandFile, u"/err"_s, errors},
             m_environment.folders.program(), m_order.builderTimeout, [this] {
-                goOn();
+                if (goOn())
+                    prepareNextChunk();
                 return true;
             });
         chunk.reason = textOf(errors);
@@ -153,28 +182,20 @@ private:
     }
 
     void hand(BatchChunk &chunk) {
-        waitForLastViewer();
-        const QString path = m_work + u"cmdSetPrint.dat"_s;
+        const QString path = m_work + viewerCommands(chunk);
+        QFile::remove(path); // a viewer of an earlier batch may still hold it
         CommandFile commands;
         commands.add(u"FileName,"_s + commands.path(chunk.document));
         commands.add(u"Title,"_s + CommandFile::text(u"セット印刷"_s));
         commands.add(m_order.paper == BatchPaper::Custom ? u"PrintPaper, #256"_s : u"PrintPaper, A4"_s);
         commands.add(m_order.preview ? u"ShowWindow,2"_s : u"PrintOut"_s);
-        if (!commands.write(path, &chunk.reason)) {
+        if (!commands.write(path, &chunk.reason, writeFileInPlace)) {
             chunk.state = State::NotWritten;
         } else if (!startEngineProgram(m_environment, EngineProgram::Viewer, {u"/c"_s, path},
                                        &chunk.reason)) {
             chunk.state = State::ViewerMissing;
         } else {
             m_result.reports += chunk.reports - int(chunk.failed.size());
-            m_sinceViewer.start();
-        }
-    }
-
-    void waitForLastViewer() {
-        while (m_sinceViewer.isValid() && !m_sinceViewer.hasExpired(viewerReadsMs)) {
-            goOn();
-            QThread::msleep(pauseMs);
         }
     }
 
@@ -191,9 +212,10 @@ private:
     QString m_work; ///< with its closing separator
     BatchDocuments m_documents;
     BatchResult m_result;
+    std::deque<BatchReport> m_ready;                    ///< their data are written; of the next chunk
+    QString m_fault;                                    ///< why no further data could be written
     std::vector<std::pair<QString, QString>> m_inChunk; ///< subjects and names of the data files
     QHash<QString, bool> m_layouts;                     ///< a few serve all reports
-    QElapsedTimer m_sinceViewer; ///< since a viewer was started; invalid before the first
     int m_position = 0;
     int m_done = 0; ///< in finished chunks
     int m_title = 0;

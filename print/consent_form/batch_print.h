@@ -73,7 +73,8 @@ public:
     static constexpr int reportsInChunk = 100;
 
     /// Writes the data of report `position` (from 0) and describes it; false with a reason when the file
-    /// cannot be written, which ends the batch.
+    /// cannot be written, which ends the batch. Each report has files of its own: those of the next chunk are
+    /// written while the builder still reads.
     using MakeReport = std::function<bool(int position, BatchReport &report, QString *reason)>;
     /// Called before each chunk and many times a second while the builder works: reports of finished chunks,
     /// all. False ends the batch before its next chunk; a chunk that was begun is finished.

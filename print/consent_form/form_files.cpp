@@ -21,9 +21,11 @@ QString patientFile(const Folders &folders, const ConsentForm &form, const QStri
 }
 
 /// Writes the form's QR picture and adds its values with the picture's path.
-bool addForm(const Folders &folders, const ConsentForm &form, DataFile &data, QString *reason) {
-    const QString picture = patientFile(folders, form, u"QR.png"_s);
-    if (!writeFileWhole(picture, qrPicture(qrContent(form)), reason))
+/// @param writeFile whole and moved where an earlier viewer may be reading the file, in its place in a batch
+bool addForm(const Folders &folders, const ConsentForm &form, DataFile &data, WriteFile writeFile,
+             QString *reason) {
+    const QString picture = patientFile(folders, form, u"QR.bmp"_s);
+    if (!writeFile(picture, qrPicture(qrContent(form)), reason))
         return false;
     std::vector<DataValue> values = form.values;
     values[size_t(qrColumn())] = QDir::toNativeSeparators(picture);
@@ -32,13 +34,13 @@ bool addForm(const Folders &folders, const ConsentForm &form, DataFile &data, QS
 }
 
 bool write(const Folders &folders, std::span<const ConsentForm> forms, const QString &path,
-           QStringList &touched, QString *reason) {
+           WriteFile writeFile, QStringList &touched, QString *reason) {
     static const DataFile empty(consentFormColumns()); // its header is written once
     DataFile data = empty;
     for (const ConsentForm &form : forms)
-        if (!addForm(folders, form, data, reason))
+        if (!addForm(folders, form, data, writeFile, reason))
             return false;
-    if (!data.write(path, reason))
+    if (!writeFile(path, data.bytes(), reason))
         return false;
     touched += data.touched();
     return true;
@@ -75,11 +77,11 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
 bool writeConsentFormData(const Folders &folders, const std::vector<ConsentForm> &forms, QStringList &touched,
                           QString *reason) {
     const QString path = Folders::file(folders.temporary(), consentFormDataName() + u".csv"_s);
-    return write(folders, forms, path, touched, reason);
+    return write(folders, forms, path, writeFileWhole, touched, reason);
 }
 
 bool writeConsentFormData(const Folders &folders, const ConsentForm &form, QString &path,
                           QStringList &touched, QString *reason) {
     path = patientFile(folders, form, consentFormDataName() + u".csv"_s);
-    return write(folders, {&form, 1}, path, touched, reason);
+    return write(folders, {&form, 1}, path, writeFileInPlace, touched, reason);
 }

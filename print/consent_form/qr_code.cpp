@@ -3,7 +3,6 @@
 #include "print/consent_form/form_gather.h"
 
 #include <QtEndian>
-#include <array>
 #include <memory>
 #include <qrencode.h>
 
@@ -12,60 +11,39 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int version = 1;
-constexpr int dotsOfModule = 6;
-constexpr int margin = 4; ///< modules, as the code's standard asks
+constexpr int dotsOfModule = 4; ///< half a byte of one-bit dots
+constexpr int margin = 4;       ///< modules, as the code's standard asks
 
-QByteArray bigEndian(quint32 number) {
-    QByteArray bytes(4, Qt::Uninitialized);
-    qToBigEndian(number, bytes.data());
+template <class Number> void append(QByteArray &bytes, Number number) {
+    const Number little = qToLittleEndian(number);
+    bytes.append(reinterpret_cast<const char *>(&little), sizeof little);
+}
+
+/// Header of a square BMP picture with one bit a dot, 0 white and 1 black.
+QByteArray bitmapHeader(qsizetype side, qsizetype bytesOfLine) {
+    constexpr quint32 white = 0xFFFFFF, black = 0;
+    constexpr quint32 headers = 14 + 40 + 2 * sizeof white;
+    const auto size = quint32(side * bytesOfLine);
+    QByteArray bytes = "BM"_ba;
+    for (const quint32 number : {headers + size, 0U, headers, 40U, quint32(side), quint32(side)})
+        append(bytes, number);
+    append(bytes, quint16(1)); // planes
+    append(bytes, quint16(1)); // bits a dot
+    constexpr quint32 plain = 0, anyResolution = 0, colors = 2;
+    for (const quint32 number : {plain, size, anyResolution, anyResolution, colors, colors, white, black})
+        append(bytes, number);
     return bytes;
 }
 
-/// The check sum of PNG's chunks.
-quint32 crc32(const QByteArray &bytes) {
-    static const std::array<quint32, 256> table = [] {
-        std::array<quint32, 256> entries{};
-        for (quint32 i = 0; i < entries.size(); ++i) {
-            quint32 value = i;
-            for (int bit = 0; bit < 8; ++bit)
-                value = value & 1 ? 0xEDB88320U ^ (value >> 1) : value >> 1;
-            entries[i] = value;
-        }
-        return entries;
-    }();
-    quint32 sum = 0xFFFFFFFFU;
-    for (const char byte : bytes)
-        sum = table[(sum ^ quint8(byte)) & 0xFF] ^ (sum >> 8);
-    return ~sum;
-}
-
-QByteArray chunk(const QByteArray &kind, const QByteArray &data) {
-    const QByteArray body = kind + data;
-    return bigEndian(quint32(data.size())) + body + bigEndian(crc32(body));
-}
-
-/// @param rows of a picture with one bit a dot, each led by its filter byte
-QByteArray png(int side, const QByteArray &rows) {
-    constexpr char blackAndWhite[] = {1, 0, 0, 0, 0}; // depth, grey, deflate, filters, not interlaced
-    constexpr int lengthBefore = 4;                   // what qCompress puts before the zlib stream
-    return "\x89PNG\r\n\x1a\n"_ba +
-           chunk("IHDR"_ba, bigEndian(quint32(side)) + bigEndian(quint32(side)) +
-                                QByteArray(blackAndWhite, sizeof blackAndWhite)) +
-           chunk("IDAT"_ba, qCompress(rows).mid(lengthBefore)) + chunk("IEND"_ba, {});
-}
-
-/// One line of dots, white 1 and black 0, with its filter byte.
-QByteArray dotsOfRow(const QRcode &code, int row) {
-    const int side = (code.width + 2 * margin) * dotsOfModule;
-    QByteArray line(1 + (side + 7) / 8, char(0xFF));
-    line[0] = 0;
+/// One line of dots of a row of modules.
+QByteArray dotsOfRow(const QRcode &code, int row, qsizetype bytesOfLine) {
+    QByteArray line(bytesOfLine, 0);
     if (row < 0 || row >= code.width)
         return line;
-    for (int dot = 0; dot < code.width * dotsOfModule; ++dot) {
-        if (!(code.data[row * code.width + dot / dotsOfModule] & 1))
-            continue;
-        const int at = margin * dotsOfModule + dot;
-        line[1 + at / 8] = char(line[1 + at / 8] & ~(0x80 >> (at % 8)));
+    for (int column = 0; column < code.width; ++column) {
+        const int place = margin + column;
+        if (code.data[row * code.width + column] & 1)
+            line[place / 2] = char(line[place / 2] | (place % 2 == 0 ? 0xF0 : 0x0F));
     }
     return line;
 }
@@ -86,8 +64,14 @@ QByteArray qrPicture(const QString &text) {
         QRcode_encodeString(text.toUtf8().constData(), 0, QR_ECLEVEL_M, QR_MODE_8, 1), &QRcode_free);
     if (!code)
         return {};
-    QByteArray rows;
-    for (int row = -margin; row < code->width + margin; ++row)
-        rows += dotsOfRow(*code, row).repeated(dotsOfModule);
-    return png((code->width + 2 * margin) * dotsOfModule, rows);
+    const qsizetype side = (code->width + 2 * margin) * dotsOfModule;
+    const qsizetype bytesOfLine = (side + 31) / 32 * 4; // whole words
+    QByteArray picture = bitmapHeader(side, bytesOfLine);
+    picture.reserve(picture.size() + side * bytesOfLine);
+    for (int row = code->width + margin - 1; row >= -margin; --row) { // from the foot up
+        const QByteArray line = dotsOfRow(*code, row, bytesOfLine);
+        for (int i = 0; i < dotsOfModule; ++i)
+            picture += line;
+    }
+    return picture;
 }

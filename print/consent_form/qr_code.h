@@ -10,6 +10,6 @@ struct ConsentForm;
 /// the patient key, nDate of the consent row (0 without one) and the form's number (0: oral consent).
 QString qrContent(const ConsentForm &form);
 
-/// A text as the picture of a QR code, a PNG file in black and white with its margin; empty when the text is
-/// too long for one.
+/// A text as the picture of a QR code, a BMP file in black and white with its margin; empty when the text is
+/// too long for one. Not compressed: a thousand of them are made at a time.
 QByteArray qrPicture(const QString &text);

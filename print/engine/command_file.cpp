@@ -1,7 +1,6 @@
 #include "print/engine/command_file.h"
 
 #include "app/base/codepage932.h"
-#include "app/base/file_write.h"
 #include "print/engine/engine_text.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,9 +29,9 @@ QString CommandFile::path(const QString &path) {
     return u'"' + path + u'"';
 }
 
-bool CommandFile::write(const QString &path, QString *reason) const {
+bool CommandFile::write(const QString &path, QString *reason, WriteFile how) const {
     if (m_unfitPath.isEmpty())
-        return writeFileWhole(path, encode932(m_text).bytes, reason);
+        return how(path, encode932(m_text).bytes, reason);
     if (reason)
         *reason =
             u"「%1」の名前には、帳票エンジンに渡せない文字があります。\r\nフォルダ名とファイル名を変更してください。"_s

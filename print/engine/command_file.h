@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/file_write.h"
+
 #include <QString>
 
 /// The lines of a command file for the report engine; code page 932, CR LF.
@@ -17,9 +19,9 @@ public:
     /// A path argument in its quotes. A path that the engine could not read back makes write() fail.
     QString path(const QString &path);
 
-    /// Writes the file whole beside its place and moves it over.
+    /// Writes the file, whole beside its place and moved over it unless told otherwise.
     /// @param reason a sentence for the user that names the file, or the path that cannot be passed on
-    bool write(const QString &path, QString *reason) const;
+    bool write(const QString &path, QString *reason, WriteFile how = writeFileWhole) const;
 
 private:
     QString m_text;

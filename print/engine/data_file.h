@@ -18,6 +18,8 @@ public:
     /// A record has as many values as the header; the caller sees to that.
     void add(std::span<const DataValue> record);
     int count() const { return m_count; }
+    /// What write() writes.
+    const QByteArray &bytes() const { return m_bytes; }
     /// Writes the file whole beside its place and moves it over.
     bool write(const QString &path, QString *reason) const;
     /// Texts in which a character that the code page lacks was replaced, each once.

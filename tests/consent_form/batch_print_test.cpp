@@ -96,6 +96,7 @@ TEST_F(Batch, ChunksOfAHundredWithOneRunningNumber) {
     ASSERT_EQ(result.chunks.size(), 2u);
     EXPECT_EQ(result.chunks[1].reports, 1);
     EXPECT_EQ(commands.value(1).count(u"AddReport"_s), 0);
+    EXPECT_TRUE(practice.written(u"cmdSetPrint0002.dat"_s).contains(result.chunks[1].document));
     EXPECT_TRUE(commands.value(1).contains(u"\"同意書101\""_s));
     EXPECT_EQ(result.missingLayouts, QStringList(u"利用者7（無い.wfd）"_s));
     EXPECT_EQ(result.reports, 101);

@@ -173,8 +173,21 @@ TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
         EXPECT_EQ(lines[i].count(u','), 99) << i;
     EXPECT_EQ(touched.size(), 1);
 
-    EXPECT_TRUE(lines[1].contains(practice.work(u"1_QR.png"_s)));
-    EXPECT_EQ(readCode(practice.work(u"1_QR.png"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
+    EXPECT_TRUE(lines[1].contains(practice.work(u"1_QR.bmp"_s)));
+    EXPECT_EQ(readCode(practice.work(u"1_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
+}
+
+TEST(ConsentFormData, ABatchFileIsWrittenOverALongerOne) {
+    Practice practice;
+    practice.addFile(practice.work(u"1_同意書データ.csv"_s), QByteArray(9000, 'x'));
+    QString path, reason;
+    QStringList touched;
+    ASSERT_TRUE(writeConsentFormData(practice.folders, practice.form(1), path, touched, &reason))
+        << reason.toStdString();
+    EXPECT_EQ(path, practice.work(u"1_同意書データ.csv"_s));
+    const QString data = practice.written(u"1_同意書データ.csv"_s);
+    EXPECT_EQ(data.count(u"\r\n"_s), 2);
+    EXPECT_TRUE(data.endsWith(u"\r\n"_s)) << data.right(40).toStdString();
 }
 
 TEST(ConsentFormData, TheFormOfEachPatient) {
