@@ -25,6 +25,8 @@ QString pathOf(const Folders &folders, const QString &file) {
     return Folders::file(folders.data(), file);
 }
 
+using Entries = QList<std::pair<QString, QString>>;
+
 /// One section of a settings file.
 class Section {
 public:
@@ -49,8 +51,7 @@ public:
         return stored < 0 || stored > int(last) ? fallback : Choice(stored);
     }
 
-    using Entry = std::pair<QString, QString>;
-    short write(std::initializer_list<Entry> entries, QString &reason) {
+    short write(const Entries &entries, QString &reason) {
         for (const auto &[key, value] : entries)
             if (m_ini.iWriteProfileString(m_name, key, value) != 0) {
                 reason = m_ini.sErrMsg();
@@ -73,6 +74,44 @@ template <class Choice> QString stored(Choice choice) {
     return QString::number(int(choice));
 }
 
+/// Where a switch of the settings is kept.
+template <class Settings> struct Switch {
+    QString key;
+    bool Settings::*flag;
+};
+
+const QList<Switch<ConsentPrintSettings>> printSwitches{
+    {u"施術内容出力"_s, &ConsentPrintSettings::treatmentContent},
+    {u"同意医師欄出力"_s, &ConsentPrintSettings::doctorBlock},
+    {u"同意書式設定を参照しない"_s, &ConsentPrintSettings::ignoreLayoutSettings},
+    {u"印刷会社情報"_s, &ConsentPrintSettings::company},
+    {u"利用者個別設定"_s, &ConsentPrintSettings::patientSettings}};
+
+const QList<Switch<SetPrintSettings>> setPrintSwitches{
+    {u"同意書"_s, &SetPrintSettings::consentForms},
+    {u"同意依頼書"_s, &SetPrintSettings::requestLetters},
+    {u"封筒"_s, &SetPrintSettings::envelopes},
+    {u"封筒角2"_s, &SetPrintSettings::largeEnvelopes},
+    {u"経過報告書"_s, &SetPrintSettings::progressReports},
+    {u"施術内容出力"_s, &SetPrintSettings::treatmentContent},
+    {u"同意医師欄出力"_s, &SetPrintSettings::doctorBlock},
+    {u"ユーザー定義用紙"_s, &SetPrintSettings::customPaper},
+    {u"プレビュー"_s, &SetPrintSettings::preview}};
+
+template <class Settings>
+void readSwitches(const Section &section, const QList<Switch<Settings>> &switches, Settings &settings) {
+    for (const auto &[key, flag] : switches)
+        settings.*flag = section.flag(key, settings.*flag);
+}
+
+template <class Settings>
+Entries switchEntries(const QList<Switch<Settings>> &switches, const Settings &settings) {
+    Entries entries;
+    for (const auto &[key, flag] : switches)
+        entries.append({key, stored(settings.*flag)});
+    return entries;
+}
+
 /// A date that is to be printed; without one only that it is.
 QString storedDay(const QDate &day) {
     return day.isValid() ? dateText(day) : stored(true);
@@ -88,11 +127,7 @@ short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
     order = section.choice(u"ソート順"_s, order, FormOrder::PeriodEnd);
     style = section.choice(u"出力様式"_s, style, FormStyle::Again);
     oral = section.choice(u"出力様式2"_s, oral, OralForms::OwnLayout);
-    treatmentContent = section.flag(u"施術内容出力"_s, treatmentContent);
-    doctorBlock = section.flag(u"同意医師欄出力"_s, doctorBlock);
-    ignoreLayoutSettings = section.flag(u"同意書式設定を参照しない"_s, ignoreLayoutSettings);
-    company = section.flag(u"印刷会社情報"_s, company);
-    patientSettings = section.flag(u"利用者個別設定"_s, patientSettings);
+    readSwitches(section, printSwitches, *this);
     patient = section.number(u"利用者ID"_s, patient);
     submissionDate = section.flag(u"提出日付"_s, submissionDate); // a date counts as well
     submitted = dateFromInput(section.text(u"提出日付"_s));
@@ -103,20 +138,15 @@ short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) cons
     // The fixed layouts are a setting of the suite, not of this screen.
     const OralForms oralChoice = oral == OralForms::Saitama ? OralForms::OwnLayout : oral;
     const FormOrder storedOrder = order == FormOrder::AsChosen ? FormOrder::Number : order;
+    const Entries choices{{u"施術区分"_s, stored(kind)},
+                          {u"ソート順"_s, stored(storedOrder)},
+                          {u"出力様式"_s, stored(style)},
+                          {u"出力様式2"_s, stored(oralChoice)},
+                          {u"医師個別設定"_s, stored(doctorSettings)},
+                          {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
+                          {u"提出日付"_s, submissionDate ? storedDay(submitted) : stored(false)}};
     return Section(pathOf(folders, printFile), formSection)
-        .write({{u"施術区分"_s, stored(kind)},
-                {u"ソート順"_s, stored(storedOrder)},
-                {u"出力様式"_s, stored(style)},
-                {u"出力様式2"_s, stored(oralChoice)},
-                {u"施術内容出力"_s, stored(treatmentContent)},
-                {u"同意医師欄出力"_s, stored(doctorBlock)},
-                {u"同意書式設定を参照しない"_s, stored(ignoreLayoutSettings)},
-                {u"印刷会社情報"_s, stored(company)},
-                {u"利用者個別設定"_s, stored(patientSettings)},
-                {u"医師個別設定"_s, stored(doctorSettings)},
-                {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
-                {u"提出日付"_s, submissionDate ? storedDay(submitted) : stored(false)}},
-               reason);
+        .write(choices + switchEntries(printSwitches, *this), reason);
 }
 
 void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
@@ -156,30 +186,12 @@ short PatientManagementSettings::iWriteOralSaitama(const Folders &folders, bool 
 }
 
 void SetPrintSettings::read(const Folders &folders) {
-    const Section section(pathOf(folders, setPrintFile), setPrintSection);
-    consentForms = section.flag(u"同意書"_s, consentForms);
-    requestLetters = section.flag(u"同意依頼書"_s, requestLetters);
-    envelopes = section.flag(u"封筒"_s, envelopes);
-    largeEnvelopes = section.flag(u"封筒角2"_s, largeEnvelopes);
-    progressReports = section.flag(u"経過報告書"_s, progressReports);
-    treatmentContent = section.flag(u"施術内容出力"_s, treatmentContent);
-    doctorBlock = section.flag(u"同意医師欄出力"_s, doctorBlock);
-    customPaper = section.flag(u"ユーザー定義用紙"_s, customPaper);
-    preview = section.flag(u"プレビュー"_s, preview);
+    readSwitches(Section(pathOf(folders, setPrintFile), setPrintSection), setPrintSwitches, *this);
 }
 
 short SetPrintSettings::iWrite(const Folders &folders, QString &reason) const {
     return Section(pathOf(folders, setPrintFile), setPrintSection)
-        .write({{u"同意書"_s, stored(consentForms)},
-                {u"同意依頼書"_s, stored(requestLetters)},
-                {u"封筒"_s, stored(envelopes)},
-                {u"封筒角2"_s, stored(largeEnvelopes)},
-                {u"経過報告書"_s, stored(progressReports)},
-                {u"施術内容出力"_s, stored(treatmentContent)},
-                {u"同意医師欄出力"_s, stored(doctorBlock)},
-                {u"ユーザー定義用紙"_s, stored(customPaper)},
-                {u"プレビュー"_s, stored(preview)}},
-               reason);
+        .write(switchEntries(setPrintSwitches, *this), reason);
 }
 
 int progressReportKind(const Folders &folders) {

@@ -238,14 +238,6 @@ TEST_F(Searches, StaffOfOtherOfficesAreOfferedOnRequestOnly) {
     EXPECT_EQ(lastMessage(), u"該当する施術者データがありません。"_s);
 }
 
-TEST_F(Searches, AnOfficeWithoutStaffSaysSo) {
-    database.run(u"DELETE FROM STAFF"_s);
-    during(staff, [](PickListForm &) {});
-    ASSERT_EQ(messages.shown.size(), 2);
-    EXPECT_EQ(messages.shown.at(0).text, u"該当する患者データがありません。"_s);
-    EXPECT_EQ(messages.shown.at(1).text, u"該当する施術者データがありません。"_s);
-}
-
 TEST_F(Searches, MastersAnswerCodesAndLists) {
     MasterSearch doctors(Master::Doctor, database.db, environment);
     EXPECT_EQ(doctors.lookup(u"12"_s).row, (CodeName{u"12"_s, u"医師'甲"_s}));
@@ -268,12 +260,6 @@ TEST_F(Searches, MastersAnswerCodesAndLists) {
     }
 }
 
-TEST_F(Searches, ColumnsKeepTheirWidthUntilTheSearchEnds) {
-    during(patients, [](PickListForm &form) { form.findChild<Grid *>(u"ssList"_s)->setColumnWidth(1, 321); });
-    during(patients,
-           [](PickListForm &form) { EXPECT_EQ(form.findChild<Grid *>(u"ssList"_s)->columnWidth(1), 321); });
-}
-
 TEST_F(Searches, WithoutAConnectionNoFormIsShown) {
     cT_ADODB unset;
     cls患者検索 nowhere(unset, environment);
@@ -292,12 +278,3 @@ TEST_F(Searches, WithoutAConnectionNoFormIsShown) {
     EXPECT_TRUE(staff.CsErrStr().endsWith(u"\r\niChkStaff でエラー"_s));
 }
 
-TEST_F(Searches, AListThatFailsKeepsItsRows) {
-    during(patients, [&](PickListForm &form) {
-        database.run(u"ALTER TABLE RIYOUSHA RENAME TO RIYOUSHA_AWAY"_s);
-        enter(form, u"txtName"_s, u"山"_s);
-        EXPECT_TRUE(lastMessage().endsWith(u"\r\niDsp1ranSub() でエラー"_s)) << lastMessage().toStdString();
-        EXPECT_EQ(messages.shown.size(), 1) << "said once";
-        EXPECT_EQ(codes(form), u"1 2 3"_s);
-    });
-}

@@ -95,16 +95,6 @@ TEST(OdbcTarget, EveryKeywordIsMappedOrLeftOutOnPurpose) {
     }
 }
 
-TEST(OdbcTarget, KeywordsWithoutEffectAreAccepted) {
-    for (QStringView keyword :
-         {u"Persist Security Info", u"PersistSecurityInfo", u"Auto Translate", u"AutoTranslate",
-          u"Use Procedure for Prepare", u"UseProcForPrepare", u"Tag with column collation when possible",
-          u"DataTypeCompatibility", u"Use FMTONLY", u"General Timeout", u"Locale Identifier", u"Location",
-          u"Mode", u"Prompt", u"Window Handle", u"OLE DB Services",
-          u"Replication server name connect option"})
-        EXPECT_EQ(mapped(u"Data Source=S;%1=x"_s.arg(keyword), freeTds), mapped(u"Data Source=S"_s, freeTds));
-}
-
 TEST(OdbcTarget, ServersAreTakenApartForFreeTds) {
     const struct {
         QString items;

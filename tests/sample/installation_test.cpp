@@ -88,17 +88,6 @@ TEST_F(Installation, HasFilesOfTheCodePage) {
     EXPECT_TRUE(bytesOf(at(u"adodb.ini"_s)).startsWith("[\x90\xda\x91\xb1\x8f\xee\x95\xf1]\r\n"));
 }
 
-TEST_F(Installation, HasPicturesThatLoad) {
-    ASSERT_EQ(make(), SampleOutcome::Made);
-    const QImage off(at(u"DATA/00.BMP"_s));
-    const QImage on(at(u"DATA/01.BMP"_s));
-    EXPECT_EQ(off.size(), QSize(32, 32));
-    EXPECT_EQ(on.size(), QSize(32, 32));
-    EXPECT_EQ(off.pixelColor(16, 16), QColor(Qt::white));
-    EXPECT_GT(on.pixelColor(16, 8).green(), on.pixelColor(16, 8).red()); // the field of a set tick is green
-    EXPECT_EQ(QImage(at(u"ICON/ImgWall.BMP"_s)).size(), QSize(1280, 800));
-}
-
 TEST_F(Installation, IsLeftAloneUntilAskedForAgain) {
     ASSERT_EQ(make(), SampleOutcome::Made);
     write(at(u"DATA/印刷設定.ini"_s), "changed");

@@ -54,15 +54,6 @@ TEST_F(Menu, StartsTheProgramInTheModeOfTheKeyAndGoes) {
     }
 }
 
-TEST_F(Menu, EndsWithoutStartingAnything) {
-    for (const Qt::Key key : {Qt::Key_F12, Qt::Key_Escape}) {
-        show();
-        QTest::keyClick(m_window.get(), key);
-        EXPECT_FALSE(m_window->isVisible());
-    }
-    EXPECT_TRUE(m_processes.started.isEmpty());
-}
-
 TEST_F(Menu, StaysAndTellsWhenTheProgramIsMissing) {
     show();
     QTest::mouseClick(m_window->findChild<QPushButton *>(u"cmdList"_s), Qt::LeftButton);

@@ -144,16 +144,6 @@ TEST(InputBoxForm, ReplacesTheProposalByWhatIsTyped) {
     EXPECT_EQ(box.exec(), QDialog::Rejected);
 }
 
-TEST(WaitMessage, IsClosedByItsButton) {
-    frmWaitMsg form;
-    whenShown([&](QWidget *) {
-        EXPECT_FALSE(control<QProgressBar>(form, u"barProgress")->isVisible());
-        QTest::mouseClick(control<QPushButton>(form, u"cmdOK"), Qt::LeftButton);
-    });
-    form.showMessage(u"処理が終わりました。"_s);
-    EXPECT_FALSE(form.cancelled());
-}
-
 TEST(WaitMessage, ShowsProgressAndTellsOfACancel) {
     frmWaitMsg form;
     form.showProgress(u"更新中"_s, frmWaitMsg::Cancel::Allowed);
@@ -196,20 +186,3 @@ TEST(Background, NeverTakesTheKeysFromAScreen) {
     EXPECT_EQ(QApplication::activeWindow(), &screen);
 }
 
-TEST(VersionForm, ShowsTheVersionOfTheInstallation) {
-    QTemporaryDir folder;
-    const Folders folders(folder.path());
-    EXPECT_TRUE(programVersion(folders).contains(u"Version.ini"_s));
-    QFile file(folder.filePath(u"Version.ini"_s));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write("[Version]\r\nVersion=3.2.1\r\n");
-    file.close();
-
-    frmVer form(programVersion(folders));
-    EXPECT_EQ(control<QLabel>(form, u"lblVersion")->text(), u"3.2.1"_s);
-    EXPECT_EQ(control<QLabel>(form, u"lblNotice")->text(), u"※令和元年 単価変更対応済"_s);
-    for (const Qt::Key key : {Qt::Key_F12, Qt::Key_Return}) {
-        whenShown([&](QWidget *window) { QTest::keyClick(window, key); });
-        form.exec();
-    }
-}

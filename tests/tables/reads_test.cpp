@@ -186,16 +186,6 @@ TEST_F(Reads, StaffByBranch) {
     EXPECT_EQ(list(branches.records(), &cD_KYOTEN::cKyotenName), u"東 西"_s);
 }
 
-TEST_F(Reads, FormsOfABranchAndPrintType) {
-    database.run(
-        u"insert into SHINSEISYO (iKyotenCd, iKyotenEb, nIDNo, iPrintType, iDelFlg) values"
-        u" (1, 1, 4, 1, 0), (1, 1, 2, 1, Null), (1, 1, 3, 2, 0), (1, 1, 5, 1, 1), (0, 0, 6, 1, 0)"_s);
-    cT_SHINSEISYO forms;
-    forms.iInit(db);
-    ASSERT_EQ(forms.iDataReadGrid({1, 1}, 1), 0) << forms.sErrMsg().toStdString();
-    EXPECT_EQ(list(forms.records(), &cD_SHINSEISYO::nIDNo), u"2 4"_s);
-}
-
 TEST_F(Reads, PatientsAndTheirConsents) {
     database.run(
         u"insert into RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, iTenki) values"
@@ -223,24 +213,6 @@ TEST_F(Reads, PatientsAndTheirConsents) {
     ASSERT_EQ(consents.iDataRead(key), 0);
     ASSERT_EQ(consents.nデータ数(), 1);
     EXPECT_EQ(consents.clsRIYOUSHA_DOUI_REC(0)->key(), key);
-}
-
-TEST_F(Reads, OlderConsentsOfAMonth) {
-    database.run(u"insert into DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, cBikou) values"
-                 u" (1, 1, 2, '2026/04', 2, 'b'), (1, 1, 2, '2026/04', 1, 'a'), (1, 1, 2, '2026/03', 1, 'c'),"
-                 u" (1, 1, 3, '2026/04', 1, 'd')"_s);
-    cT_RIYOUSHA patients;
-    patients.iInit(db);
-    ASSERT_EQ(patients.iReadDOUIKIROKU({1, 1, 2}, u"2026/04"_s), 0) << patients.sErrMsg().toStdString();
-    ASSERT_EQ(list(patients.DOUIKIROKU().records(), &cD_DOUIKIROKU::cBikou), u"a b"_s);
-    cD_DOUIKIROKU changed = *patients.DOUIKIROKU().clsDOUIKIROKU(0);
-    changed.cBikou = u"z"_s;
-    ASSERT_EQ(patients.iDataUpdateDOUIKIROKU(&changed, 0, true), 0);
-    ASSERT_EQ(patients.iData削除DOUIKIROKU(patients.DOUIKIROKU().clsDOUIKIROKU(1), 1, true), 0);
-    EXPECT_EQ(list(patients.DOUIKIROKU().records(), &cD_DOUIKIROKU::cBikou), u"z"_s);
-    EXPECT_EQ(database.rows(u"select cBikou from DOUIKIROKU order by cBikou"_s).join(u' '), u"c d z"_s);
-    EXPECT_EQ(patients.iDataUpdateDOUIKIROKU(nullptr, 0, true), -1);
-    EXPECT_EQ(patients.sErrMsg(), u"DOUIKIROKUが無効です。"_s);
 }
 
 } // namespace

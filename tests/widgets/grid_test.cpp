@@ -68,16 +68,6 @@ TEST(TickDelegate, TogglesByClickAndSpaceAndShowsItsPictures) {
     EXPECT_EQ(g.tick(1), Qt::Unchecked);
 }
 
-TEST(Grid, RowsFollowTheFont) {
-    TickGrid g;
-    const int before = g.grid.rowHeight(0);
-    QFont larger = g.grid.font();
-    larger.setPointSizeF(larger.pointSizeF() * 2);
-    g.grid.setFont(larger);
-    EXPECT_GT(g.grid.rowHeight(0), before * 3 / 2);
-    EXPECT_GE(g.grid.rowHeight(0), g.grid.fontMetrics().height());
-}
-
 TEST(Grid, HomeAndEndGoToTheFirstAndLastRowWhereRowsAreSelected) {
     TickGrid g;
     QTest::keyClick(&g.grid, Qt::Key_End);

@@ -156,23 +156,6 @@ TEST(PickList, IsWorkedByKeysAlone) {
     EXPECT_EQ(s.list.seledRow(), 1);
 }
 
-TEST(PickList, EscapeTakesNothing) {
-    ShownList s;
-    QTest::keyClick(s.list.box(), Qt::Key_Escape);
-    EXPECT_FALSE(s.list.isVisible());
-    EXPECT_EQ(s.list.taken(), CodeName());
-    EXPECT_EQ(s.list.seledRow(), -1);
-}
-
-TEST(PickList, ADoubleClickTakesTheRowUnderIt) {
-    ShownList s;
-    const QModelIndex third = s.list.table()->model()->index(2, 1);
-    const QPoint at = s.list.table()->visualRect(third).center();
-    QTest::mouseClick(s.list.table()->viewport(), Qt::LeftButton, {}, at);
-    QTest::mouseDClick(s.list.table()->viewport(), Qt::LeftButton, {}, at);
-    EXPECT_EQ(s.list.taken(), (CodeName{u"100"_s, u"O'Brien"_s}));
-}
-
 TEST(PickList, SaysThatNoRowIsSelected) {
     ShownList s;
     typeText(s.list.box(), u"誰もいない"_s);
