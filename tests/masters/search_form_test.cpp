@@ -277,4 +277,3 @@ TEST_F(Searches, WithoutAConnectionNoFormIsShown) {
     EXPECT_EQ(staff.iChkStaff(7, name), -1);
     EXPECT_TRUE(staff.CsErrStr().endsWith(u"\r\niChkStaff でエラー"_s));
 }
-
