@@ -1,12 +1,10 @@
 #include "print/consent_form/batch_print.h"
 
-#include "app/base/codepage932.h"
 #include "app/base/environment.h"
-#include "app/base/folders.h"
-#include "app/base/processes.h"
 #include "print/consent_form/batch_documents.h"
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
+#include "print/engine/image_builder.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -30,17 +28,29 @@ QString viewerCommands(const BatchChunk &chunk) {
     return u"cmdSetPrint%1.dat"_s.arg(number);
 }
 
-QString textOf(const QString &path) {
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? decode932(file.readAll()).trimmed() : QString();
-}
-
 /// Whether an error text names a file; 1_x.csv is not named by 11_x.csv.
 bool isNamed(const QString &errors, const QString &file) {
     for (qsizetype at = errors.indexOf(file); at >= 0; at = errors.indexOf(file, at + 1))
         if (at == 0 || !errors[at - 1].isLetterOrNumber())
             return true;
     return false;
+}
+
+State stateOf(BuilderEnd::Kind kind) {
+    switch (kind) {
+    case BuilderEnd::Built:
+        return State::Done;
+    case BuilderEnd::SomeLeftOut:
+        return State::SomeFailed;
+    case BuilderEnd::TimedOut:
+        return State::BuilderHung;
+    case BuilderEnd::Missing:
+        return State::BuilderMissing;
+    case BuilderEnd::Failed:
+    case BuilderEnd::GivenUp:
+        break;
+    }
+    return State::BuilderFailed;
 }
 
 /// One batch on its way.
@@ -154,27 +164,15 @@ private:
     /// The document counts even where reports were left out of it.
     State build(BatchChunk &chunk) {
         chunk.document = m_documents.next();
-        const QString errors = m_work + u"err.txt"_s;
-        QFile::remove(errors);
-        const QString program = findEngineProgram(m_environment, EngineProgram::ImageBuilder, &chunk.reason);
-        if (program.isEmpty())
-            return State::BuilderMissing;
-        const ProcessEnd end = m_environment.processes.run(
-            program, {chunk.document, u"/c"_s, m_work + m_order.commandFile, u"/err"_s, errors},
-            m_environment.folders.program(), m_order.builderTimeout, [this] {
-                if (goOn())
-                    prepareNextChunk();
-                return true;
-            });
-        chunk.reason = textOf(errors);
-        if (end.how == ProcessEnd::TimedOut)
-            return State::BuilderHung;
-        constexpr int someLeftOut = 3; // exit code
-        const bool built = end.how == ProcessEnd::Exited && QFileInfo(chunk.document).size() > 0;
-        if (!built || (end.exitCode != 0 && end.exitCode != someLeftOut))
-            return State::BuilderFailed;
-        if (end.exitCode == 0 && chunk.reason.isEmpty())
-            return State::Done;
+        const BuilderEnd end = runImageBuilder(m_environment, chunk.document, m_work + m_order.commandFile,
+                                               m_order.builderTimeout, [this] {
+                                                   if (goOn())
+                                                       prepareNextChunk();
+                                                   return true;
+                                               });
+        chunk.reason = end.reason;
+        if (end.kind != BuilderEnd::SomeLeftOut)
+            return stateOf(end.kind);
         for (const auto &[subject, file] : m_inChunk)
             if (isNamed(chunk.reason, file))
                 chunk.failed += subject;

@@ -1,13 +1,8 @@
 #include "print/request_letter/letter_merge.h"
 
-#include "app/base/codepage932.h"
-#include "app/base/environment.h"
-#include "app/base/folders.h"
-#include "app/base/processes.h"
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
-
-#include <QFile>
+#include "print/engine/image_builder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,13 +23,10 @@ bool writeCommands(const QString &path, const QString &dataName, std::span<const
     return file.write(path, reason);
 }
 
-/// What the builder left about its failure.
-QString builderError(const QString &path, const ProcessEnd &end) {
-    QFile file(path);
-    if (file.open(QIODevice::ReadOnly))
-        if (const QString text = decode932(file.readAll()).trimmed(); !text.isEmpty())
-            return text;
-    return end.how == ProcessEnd::TimedOut
+QString whyNotMerged(const BuilderEnd &end) {
+    if (!end.reason.isEmpty())
+        return end.reason;
+    return end.kind == BuilderEnd::TimedOut
                ? u"帳票の作成が終わらないため中止しました。"_s
                : u"帳票を作成できませんでした（終了コード %1）。"_s.arg(end.exitCode);
 }
@@ -47,19 +39,12 @@ QString mergeLetters(const Environment &environment, const QString &dataName,
     const QString folder = engineWorkFolder(environment);
     const QString commands = folder + u"IraiCom.dat"_s;
     const QString document = folder + dataName + u".wfd"_s;
-    const QString errors = folder + u"err.txt"_s;
-    const QString builder = findEngineProgram(environment, EngineProgram::ImageBuilder, reason);
-    if (builder.isEmpty() || !writeCommands(commands, dataName, sheets, reason))
+    if (!writeCommands(commands, dataName, sheets, reason))
         return {};
-    // What an earlier run left must not be taken for this one's.
-    QFile::remove(errors);
-    QFile::remove(document);
-    const ProcessEnd end =
-        environment.processes.run(builder, {document, u"/c"_s, commands, u"/err"_s, errors},
-                                  environment.folders.program(), builderTimeOut, goOn);
-    if (end.succeeded() && QFile::exists(document))
+    const BuilderEnd end = runImageBuilder(environment, document, commands, builderTimeOut, goOn);
+    if (end.kind == BuilderEnd::Built)
         return document;
-    if (end.how != ProcessEnd::GivenUp)
-        *reason = builderError(errors, end);
+    if (end.kind != BuilderEnd::GivenUp)
+        *reason = whyNotMerged(end);
     return {};
 }
