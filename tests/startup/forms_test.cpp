@@ -185,4 +185,3 @@ TEST(Background, NeverTakesTheKeysFromAScreen) {
     EXPECT_TRUE(back.isVisible());
     EXPECT_EQ(QApplication::activeWindow(), &screen);
 }
-
