@@ -6,16 +6,30 @@ die() {
     exit 1
 }
 
-# File names and texts are Japanese; a bare machine has no UTF-8 locale set.
-case "${LC_ALL:-${LC_CTYPE:-${LANG:-}}}" in
-*[Uu][Tt][Ff]-8 | *[Uu][Tt][Ff]8) ;;
-*) export LC_ALL=C.UTF-8 ;;
-esac
-
-if command -v ccache >/dev/null; then
-    export CMAKE_CXX_COMPILER_LAUNCHER="${CMAKE_CXX_COMPILER_LAUNCHER-ccache}"
-fi
-
+# begin_bare [NAME…]: goes on as on a bare machine, so that nothing that lies about on this one helps or harms:
+# programs come from the system's folders, and of the variables only these and those named stay.
+begin_bare() {
+    local name
+    local -A stays=()
+    for name in HOME USER LOGNAME TERM "$@"; do
+        stays[$name]=1
+    done
+    while IFS= read -r name; do
+        # A few belong to the shell, which cannot unset them: they are kept from the programs.
+        [ -n "${stays[$name]:-}" ] || unset -v "$name" 2>/dev/null || export -n "$name"
+    done < <(compgen -e)
+    while read -r _ _ name; do
+        unset -f "$name"
+    done < <(declare -Fx)
+    export PATH=/usr/sbin:/usr/bin:/sbin:/bin
+    hash -r
+    HOME=${HOME:-$(getent passwd "$(id -u)" | cut -d: -f6)}
+    # File names and texts are Japanese.
+    export HOME LC_ALL=C.UTF-8
+    if command -v ccache >/dev/null; then
+        export CMAKE_CXX_COMPILER_LAUNCHER=ccache
+    fi
+}
 # missing_packages LIST…
 missing_packages() {
     comm -23 <(sed 's/#.*//; s/[[:space:]]//g; /^$/d' "$@" | sort -u) \

@@ -148,8 +148,9 @@ bool PostgresServer::start() {
         const int output = ::open(log.constData(), O_WRONLY | O_CREAT | O_APPEND, 0600);
         ::dup2(output, 1);
         ::dup2(output, 2);
-        ::execl(program.constData(), "postgres", "-D", data.constData(), "-p", port.constData(), "-c",
-                "listen_addresses=127.0.0.1", "-c", "unix_socket_directories=", "-c", "fsync=off",
+        // The server finds its files from its own name, and looks along PATH when that is no path.
+        ::execl(program.constData(), program.constData(), "-D", data.constData(), "-p", port.constData(),
+                "-c", "listen_addresses=127.0.0.1", "-c", "unix_socket_directories=", "-c", "fsync=off",
                 static_cast<char *>(nullptr));
         ::_exit(127);
     }
