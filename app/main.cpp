@@ -1,3 +1,4 @@
+#include "app/desktop/japanese.h"
 #include "app/program.h"
 #include "widgets/qt_messages.h"
 

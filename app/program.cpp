@@ -8,21 +8,8 @@
 
 #include <QApplication>
 #include <QDir>
-#include <QFont>
-#include <QLibraryInfo>
-#include <QLocale>
-#include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
-
-void speakJapanese(QTranslator &translator) {
-    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
-    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
-    // The desktop's font stays; these stand in for the characters that it lacks, Japanese shapes first.
-    QFont::insertSubstitutions(QApplication::font().family(),
-                               {u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo UI"_s});
-}
 
 int runProgram(Messages &messages) {
     Folders folders(Folders::programFolderOfThisRun());

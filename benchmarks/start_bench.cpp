@@ -3,6 +3,7 @@
 // query. Each run is this executable again, told by the environment what to be.
 
 #include "app/base/folders.h"
+#include "app/desktop/japanese.h"
 #include "app/program.h"
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"

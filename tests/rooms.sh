@@ -13,12 +13,13 @@ set_allowed() {
     local base='app/base' db='app/base db' forms='widgets app/forms'
     case "$1" in
     app/base/*) allowed=$base ;;
+    app/desktop/*) allowed=app/desktop ;;
     app/forms/*) allowed="$db $forms" ;;
-    app/*) allowed="$db consent masters print $forms app" ;;
+    app/*) allowed="$db consent masters print $forms app app/desktop" ;;
     db/*) allowed=$db ;;
     widgets/*) allowed="$db widgets viewer" ;;
-    viewer/*) allowed="$base viewer" ;;
-    sample/*) allowed="$db widgets sample" ;;
+    viewer/*) allowed="$base app/desktop viewer" ;;
+    sample/*) allowed="$db app/desktop widgets sample" ;;
     print/*) allowed="$db print" ;;
     *) allowed="$db consent masters print" ;;
     esac
@@ -30,7 +31,7 @@ set_allowed() {
 
 set_room() {
     room=${1%%/*}
-    if [[ $1 =~ ^app/(base|forms)/ ]]; then
+    if [[ $1 =~ ^app/(base|desktop|forms)/ ]]; then
         room=app/${BASH_REMATCH[1]}
     fi
 }

@@ -62,5 +62,5 @@ void CodeBox::setDigits(int digits) {
 QSize CodeBox::sizeFor(int digits) const {
     const int surplus = QLineEdit::sizeHint().width() - 17 * fontMetrics().horizontalAdvance(u'x');
     const int text = fontMetrics().horizontalAdvance(QString(digits + 1, u'0'));
-    return {text + qMax(surplus, fontMetrics().averageCharWidth()), QLineEdit::sizeHint().height()};
+    return {text + qMax(surplus, fontMetrics().horizontalAdvance(u'国')), QLineEdit::sizeHint().height()};
 }

@@ -57,7 +57,7 @@ QSize DateBox::sizeHint() const {
     const int surplus = QLineEdit::sizeHint().width() - 17 * fontMetrics().horizontalAdvance(u'x');
     const int icon = style()->pixelMetric(QStyle::PM_LineEditIconSize, nullptr, this);
     const int digits = fontMetrics().horizontalAdvance(m_unit == Unit::Day ? u"0000/00/00"_s : u"0000/00"_s);
-    return {digits + icon + icon / 2 + qMax(surplus, fontMetrics().averageCharWidth()),
+    return {digits + icon + icon / 2 + qMax(surplus, fontMetrics().horizontalAdvance(u'国')),
             QLineEdit::sizeHint().height()};
 }
 

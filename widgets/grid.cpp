@@ -70,7 +70,7 @@ void Grid::fitColumns(int widest) {
 
 int Grid::widthOf(int characters) const {
     const int margin = style()->pixelMetric(QStyle::PM_FocusFrameHMargin, nullptr, this) + 1;
-    return characters * fontMetrics().averageCharWidth() + 2 * margin;
+    return characters * fontMetrics().horizontalAdvance(u'国') + 2 * margin;
 }
 
 QByteArray Grid::layoutState() const {
@@ -123,8 +123,10 @@ bool Grid::viewportEvent(QEvent *event) {
 }
 
 void Grid::sizeRows() {
-    verticalHeader()->setMinimumSectionSize(fontMetrics().height());
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() * 3 / 2);
+    // Fonts differ more in the height of their lines than in that of their signs.
+    const int line = fontMetrics().height(), sign = fontMetrics().horizontalAdvance(u'国');
+    verticalHeader()->setMinimumSectionSize(line);
+    verticalHeader()->setDefaultSectionSize(qMax(line + 2, sign * 2));
 }
 
 bool Grid::showWholeText(const QHelpEvent &event) {

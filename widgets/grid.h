@@ -11,11 +11,11 @@ class Grid : public QTableView {
 public:
     explicit Grid(QWidget *parent = nullptr);
 
-    /// Widens every visible column to its caption and to the first rows' contents, at most `widest` average
-    /// characters.
+    /// Widens every visible column to its caption and to the first rows' contents, at most `widest`
+    /// full-width characters.
     void fitColumns(int widest = 40);
 
-    /// Width in pixels of `characters` average characters and a cell's margins.
+    /// Width in pixels of `characters` full-width characters and a cell's margins.
     int widthOf(int characters) const;
 
     /// Column widths, order, hidden columns and sort as one value, for the next grid of the same columns.

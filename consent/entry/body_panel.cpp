@@ -160,7 +160,7 @@ void BodyPanel::addSide(QGridLayout &grid, bool right) {
 
 void BodyPanel::addTrunk(QGridLayout &grid) {
     auto *row = new QHBoxLayout;
-    row->setSpacing(fontMetrics().averageCharWidth());
+    row->setSpacing(fontMetrics().horizontalAdvance(u'国'));
     m_treated[0] = tick(treatedColumns[0], u"施術"_s, u"躯幹の施術"_s);
     m_paralysed[0] = tick(paralysedColumns[0], u"麻痺"_s, u"躯幹の筋麻痺・筋萎縮"_s);
     row->addStretch();
@@ -178,7 +178,7 @@ void BodyPanel::addOthers(QGridLayout &grid) {
         return box;
     };
     auto *row = new QHBoxLayout;
-    row->setSpacing(fontMetrics().averageCharWidth());
+    row->setSpacing(fontMetrics().horizontalAdvance(u'国'));
     auto *symptom = new QLabel(u"症状 その他(&X)"_s, this);
     row->addWidget(tick(u"iKousyukuSonota", u"拘縮 その他"_s, u"その他の関節の拘縮"_s));
     row->addWidget(line(u"cKousyukuSonotaStr"_s), 1);

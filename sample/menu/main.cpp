@@ -1,10 +1,12 @@
 #include "app/base/processes.h"
+#include "app/desktop/japanese.h"
 #include "sample/menu/menu_window.h"
 #include "widgets/qt_messages.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QTranslator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -25,6 +27,8 @@ QString installationFolder(const QString &calledAs) {
 
 int main(int argc, char **argv) {
     QApplication app(argc, argv);
+    QTranslator translator;
+    speakJapanese(translator);
     const QString folder = installationFolder(QFile::decodeName(argv[0]));
     qputenv("DOUISHO_FOLDER", QFile::encodeName(folder)); // for the program that is started
     SystemProcesses processes;

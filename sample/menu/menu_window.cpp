@@ -35,7 +35,7 @@ QPushButton *MenuWindow::addCommand(const QString &name, const QString &text, co
     auto *button = new QPushButton(text, this);
     button->setObjectName(name);
     button->setAutoDefault(true); // Enter presses the command that has the focus
-    button->setMinimumWidth(button->fontMetrics().averageCharWidth() * 40);
+    button->setMinimumWidth(button->fontMetrics().horizontalAdvance(u'国') * 20);
     button->setMinimumHeight(button->fontMetrics().height() * 2);
     connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, button,
             [button] { button->click(); });

@@ -1,22 +1,31 @@
 #include "app/base/folders.h"
 #include "app/base/version.h"
+#include "app/desktop/japanese.h"
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
 #include "tests/support/test_environment.h"
+#include "widgets/message_form.h"
 #include "widgets/qt_messages.h"
 #include "widgets/version_form.h"
 #include "widgets/wait_message_form.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QFile>
+#include <QFontDatabase>
+#include <QIcon>
 #include <QImage>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScreen>
+#include <QScrollBar>
+#include <QStyle>
 #include <QTest>
+#include <QTextEdit>
 #include <QTimer>
+#include <QTranslator>
 #include <functional>
 #include <gtest/gtest.h>
 
@@ -85,46 +94,76 @@ TEST(QtMessages, AnswersKeysAndSpeaksJapanese) {
 }
 
 TEST(QtMessages, ShowsTextTitleAndIconAsGiven) {
-    QString text, title;
-    auto icon = QMessageBox::NoIcon;
-    Qt::TextInteractionFlags flags;
+    QString text, title, copied;
+    QImage icon;
     whenShown([&](QWidget *window) {
-        const auto *box = qobject_cast<QMessageBox *>(window);
-        ASSERT_NE(box, nullptr);
-        text = box->text();
-        title = box->windowTitle();
-        icon = box->icon();
-        flags = box->textInteractionFlags();
+        text = control<QTextEdit>(*window, u"txtMessage"_s)->toPlainText();
+        title = window->windowTitle();
+        icon = control<QLabel>(*window, u"imgIcon"_s)->pixmap().toImage();
+        QTest::keyClick(window, Qt::Key_C, Qt::ControlModifier);
+        copied = QGuiApplication::clipboard()->text();
         QTest::keyClick(window, Qt::Key_Return);
     });
     QtMessages().warn(u"\rConnection State=0\r<b>&x</b>\r\n終わり"_s, u"　エラー！！"_s);
     EXPECT_EQ(text, u"Connection State=0\n<b>&x</b>\n終わり"_s);
+    EXPECT_EQ(copied, text);
     EXPECT_EQ(title, u"　エラー！！"_s);
-    EXPECT_EQ(icon, QMessageBox::Warning);
-    EXPECT_TRUE(flags & Qt::TextSelectableByMouse);
+    const QIcon warning = QApplication::style()->standardIcon(QStyle::SP_MessageBoxWarning);
+    EXPECT_EQ(icon, warning.pixmap(icon.width()).toImage());
 }
 
-TEST(QtMessages, ALongTextLeavesTheButtonsOnTheScreen) {
+TEST(QtMessages, NeverOutgrowTheScreen) {
     QStringList lines;
     for (int i = 1; i <= 400; ++i)
         lines.append(u"%1 利用者"_s.arg(i));
-    lines.append(u"よろしいですか？"_s);
-    for (const QString &text : {lines.join(u"\r\n"_s), QString(20'000, u'あ')}) {
-        QSize size;
-        QString shown, whole;
-        whenShown([&](QWidget *window) {
-            const auto *box = qobject_cast<QMessageBox *>(window);
-            ASSERT_NE(box, nullptr);
-            size = box->size();
-            shown = box->text();
-            whole = box->detailedText();
-            QTest::keyClick(window, Qt::Key_Return);
-        });
-        EXPECT_TRUE(QtMessages().ask(text));
-        EXPECT_LE(size.height(), 700);
-        EXPECT_TRUE(shown.endsWith(text.right(8))) << "the question stays";
-        EXPECT_EQ(whole, QString(text).remove(u'\r'));
+    const QString question = u"よろしいですか？"_s;
+    const QFont before = QApplication::font();
+    for (const QString &family : {u"Noto Sans CJK JP"_s, u"IPAexGothic"_s}) {
+        ASSERT_TRUE(QFontDatabase::hasFamily(family)) << family.toStdString();
+        for (const int points : {9, 22})
+            for (const QString &text :
+                 {question, lines.join(u"\r\n"_s) + u"\r\n"_s + question, QString(1'200, u'あ'),
+                  QString(20'000, u'あ'), u"C:\\"_s + QString(300, u'x') + u"\r\n"_s + question}) {
+                SCOPED_TRACE(family.toStdString() + ' ' + std::to_string(points) + ' ' +
+                             text.left(9).toStdString());
+                QApplication::setFont(QFont(family, points));
+                MessageForm form({text, MessageIcon::Question, {}, MessageButtons::YesNo, Answer::Yes},
+                                 nullptr);
+                form.show();
+                ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+                const QSize screen = form.screen()->availableGeometry().size();
+                EXPECT_LE(form.height(), screen.height() * 9 / 10) << "room for the frame";
+                EXPECT_LE(form.width(), screen.width());
+                for (const QPushButton *button : form.findChildren<QPushButton *>())
+                    EXPECT_TRUE(form.rect().contains(
+                        button->geometry().translated(button->parentWidget()->mapTo(&form, QPoint()))));
+
+                auto *shown = control<QTextEdit>(form, u"txtMessage"_s);
+                const auto *last = control<QLabel>(form, u"lblLast"_s);
+                EXPECT_LE(shown->document()->idealWidth(), shown->viewport()->width()) << "cut at the right";
+                const QString whole =
+                    last->isVisible() ? shown->toPlainText() + u'\n' + last->text() : shown->toPlainText();
+                EXPECT_EQ(whole, QString(text).remove(u'\r'));
+                const QScrollBar &bar = *shown->verticalScrollBar();
+                EXPECT_EQ(bar.maximum() > 0, text.size() > 1'200 || (text.size() == 1'200 && points == 22));
+                EXPECT_EQ(last->isVisible(), text.startsWith(u"1 "_s)) << "the question stays";
+                QTest::keyClick(QApplication::focusWidget(), Qt::Key_End);
+                EXPECT_EQ(bar.value(), bar.maximum());
+            }
     }
+    QApplication::setFont(before);
+}
+
+TEST(InterfaceFont, IsJapaneseByName) {
+    EXPECT_EQ(interfaceFamily(u"Sans Serif"_s), u"Noto Sans CJK JP"_s) << "an alias may stand for anything";
+    EXPECT_EQ(interfaceFamily(u"DejaVu Sans"_s), u"Noto Sans CJK JP"_s) << "no Japanese signs";
+    EXPECT_EQ(interfaceFamily(u"IPAexGothic"_s), u"IPAexGothic"_s) << "somebody has chosen it";
+    const QFont before = QApplication::font();
+    QTranslator translator;
+    speakJapanese(translator);
+    EXPECT_EQ(QFontInfo(QApplication::font()).family(), u"Noto Sans CJK JP"_s);
+    EXPECT_EQ(QApplication::font().pointSizeF(), before.pointSizeF()) << "the desktop's size";
+    QApplication::setFont(before);
 }
 
 TEST(InputBoxForm, ReplacesTheProposalByWhatIsTyped) {

@@ -1,10 +1,8 @@
+#include "app/desktop/japanese.h"
 #include "viewer/programs/viewer_program.h"
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QFont>
-#include <QLibraryInfo>
-#include <QLocale>
 #include <QTranslator>
 #include <cstdio>
 #include <exception>
@@ -56,11 +54,7 @@ int main(int argc, char **argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     Application application(argc, argv);
     QCoreApplication::setApplicationName(u"wfrfv10"_s);
-    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
     QTranslator translator;
-    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
-        QCoreApplication::installTranslator(&translator);
-    QFont::insertSubstitutions(QApplication::font().family(),
-                               {u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo UI"_s});
+    speakJapanese(translator);
     return runViewer({QCoreApplication::arguments().mid(1), headless, isViewerHost(argv[0])});
 }

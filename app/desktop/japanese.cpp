@@ -1,0 +1,46 @@
+#include "app/desktop/japanese.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QFontDatabase>
+#include <QLibraryInfo>
+#include <QLocale>
+#include <QTranslator>
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Best first. Where the locale is Japanese, some are known by their Japanese names only.
+constexpr std::array<QStringView, 16> families{
+    u"Yu Gothic UI",    u"Meiryo UI",     u"Noto Sans CJK JP", u"Noto Sans JP",
+    u"Hiragino Sans",   u"BIZ UDPGothic", u"BIZ UDPゴシック",  u"IPAexGothic",
+    u"IPAexゴシック",   u"IPAPGothic",    u"IPA Pゴシック",    u"TakaoPGothic",
+    u"Takao Pゴシック", u"VL PGothic",    u"MS UI Gothic",     u"MS PGothic"};
+
+} // namespace
+
+QString interfaceFamily(const QString &desktops) {
+    if (QFontDatabase::hasFamily(desktops) &&
+        QFontDatabase::writingSystems(desktops).contains(QFontDatabase::Japanese))
+        return desktops;
+    for (const QStringView family : families)
+        if (QFontDatabase::hasFamily(family.toString()))
+            return family.toString();
+    return desktops;
+}
+
+void speakJapanese(QTranslator &translator) {
+    QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
+    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&translator);
+    QFont font = QApplication::font();
+    const QString desktops = font.family();
+    const QString family = interfaceFamily(desktops);
+    if (family == desktops)
+        return;
+    // The desktop's font stays behind it, for signs that the Japanese one lacks.
+    font.setFamilies({family, desktops});
+    QApplication::setFont(font);
+}

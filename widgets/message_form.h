@@ -1,0 +1,41 @@
+#pragma once
+
+#include "app/base/messages.h"
+
+#include <QDialog>
+
+class QAbstractButton;
+class QDialogButtonBox;
+class QLabel;
+class QTextEdit;
+
+/// A message box. It never outgrows the screen, in whatever font: a text with too many lines scrolls, and its
+/// last paragraph, the question or the routine that failed, stays in sight below. PageUp, PageDown, Home and
+/// End scroll, a button's letter presses it without Alt, Ctrl+C copies the whole text.
+class MessageForm : public QDialog {
+public:
+    MessageForm(const Message &message, QWidget *parent);
+
+    /// What was pressed. Closing the box answers Cancel where there is one, otherwise No or Ok.
+    Answer answer() const { return m_answer; }
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+
+private:
+    void addButtons(const Message &message);
+    /// Gives the text the room that it needs and the screen has.
+    void fit();
+    /// Width and height in pixels of a text whose lines are broken at `width`.
+    QSize sizeOf(const QString &text, int width) const;
+
+    /// The button whose letter was pressed alone; null when none bears it.
+    QAbstractButton *buttonFor(const QKeyEvent &event) const;
+
+    QString m_whole;
+    Answer m_answer;
+    QTextEdit *m_text;
+    QLabel *m_last; ///< the last paragraph of a text that scrolls
+    QDialogButtonBox *m_buttons;
+};
