@@ -3,13 +3,26 @@
 display_pids=()
 display_folder=
 
-# start_display SIZE: an X server on a free display that no network reaches, with a window manager.
+# What a program needs to know of the desktop that it is shown on: the screen, the session, the input method.
+desktop_variables=(DISPLAY XAUTHORITY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS DESKTOP_SESSION
+    XDG_CONFIG_HOME XDG_CURRENT_DESKTOP XDG_RUNTIME_DIR XDG_SESSION_TYPE KDE_FULL_SESSION KDE_SESSION_VERSION
+    QT_IM_MODULE XMODIFIERS QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME)
+
+# give_cookie FILE DISPLAY COOKIE: in a file, since arguments can be read by everyone.
+give_cookie() { xauth -q -f "$1" source - <<<"add $2 . $3"; }
+
+# start_display SIZE: an X server on a free display, with a window manager. No network reaches it, and nobody else
+# on this machine: it asks for a cookie that lies in a folder of our own.
 start_display() {
-    local number_file
+    local number_file cookie
     display_folder=$(mktemp -d)
     number_file=$display_folder/number
+    cookie=$(mcookie)
     export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$display_folder}"
-    Xvfb -displayfd 5 -screen 0 "${1}x24" -nolisten tcp -noreset 5>"$number_file" >/dev/null 2>&1 </dev/null &
+    # The server takes a cookie for whichever display it turns out to be; its clients want the number.
+    give_cookie "$display_folder/server" :0 "$cookie"
+    Xvfb -displayfd 5 -auth "$display_folder/server" -screen 0 "${1}x24" -nolisten tcp -noreset \
+        5>"$number_file" >/dev/null 2>&1 </dev/null &
     display_pids+=($!)
     for _ in $(seq 100); do
         [ -s "$number_file" ] && break
@@ -17,7 +30,8 @@ start_display() {
     done
     DISPLAY=":$(cat "$number_file")"
     [ "$DISPLAY" != ":" ] || die "The virtual screen (Xvfb) does not start."
-    export DISPLAY
+    give_cookie "$display_folder/clients" "$DISPLAY" "$cookie"
+    export DISPLAY XAUTHORITY="$display_folder/clients"
     unset WAYLAND_DISPLAY
     openbox >/dev/null 2>&1 </dev/null &
     display_pids+=($!)
@@ -28,24 +42,31 @@ start_display() {
     done
 }
 
-# The screen shows patients: it is served to this machine only.
+# listens PORT [PID]: whether anybody, or that process, listens on the port.
+listens() { ss -Hltnp "sport = :$1" | grep -q "${2:+pid=$2,}"; }
+
+# The screen shows patients: it is served to this machine only, and to nobody there without the password, which is
+# new for each run.
 serve_vnc() {
-    local port=5900
-    while [ -n "$(ss -Hltn "sport = :$port")" ]; do
+    local port=5900 password pid others
+    while listens "$port"; do
         port=$((port + 1))
     done
-    x11vnc -display "$DISPLAY" -localhost -no6 -rfbport "$port" -nopw -forever -shared -quiet \
-        >/dev/null 2>&1 </dev/null &
-    display_pids+=($!)
+    # Eight characters are all that the protocol looks at; none that could be taken for another.
+    password=$(head -c 99 /dev/urandom | base64 -w 0 | tr -dc 'a-km-zA-HJ-NP-Z2-9' | head -c 8)
+    printf '%s\n' "$password" >"$display_folder/password"
+    x11vnc -display "$DISPLAY" -localhost -no6 -rfbport "$port" -passwdfile "rm:$display_folder/password" \
+        -forever -shared -quiet >/dev/null 2>&1 </dev/null &
+    pid=$!
+    display_pids+=("$pid")
     for _ in $(seq 100); do
-        [ -n "$(ss -Hltn "sport = :$port")" ] && break
+        listens "$port" "$pid" && break
         sleep 0.1
     done
-    local others
     others=$(foreign_listeners)
     [ -z "$others" ] || die "The screen would be reachable from outside: $others"
-    [ -n "$(ss -Hltn "sport = :$port")" ] || die "The VNC server (x11vnc) does not start."
-    say "No display here: connect a VNC viewer to 127.0.0.1:$port"
+    listens "$port" "$pid" || die "The VNC server (x11vnc) does not start."
+    say "No display here: connect a VNC viewer to 127.0.0.1:$port, password $password"
     say "(from another machine first: ssh -L $port:127.0.0.1:$port $(hostname)). Ctrl+C ends it."
 }
 
