@@ -11,7 +11,7 @@ die() {
 begin_bare() {
     local name
     local -A stays=()
-    for name in HOME USER LOGNAME TERM "$@"; do
+    for name in HOME USER LOGNAME TERM PWD "$@"; do
         stays[$name]=1
     done
     while IFS= read -r name; do

@@ -9,7 +9,10 @@ desktop_variables=(DISPLAY XAUTHORITY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS D
     QT_IM_MODULE XMODIFIERS QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME)
 
 # give_cookie FILE DISPLAY COOKIE: in a file, since arguments can be read by everyone.
-give_cookie() { xauth -q -f "$1" source - <<<"add $2 . $3"; }
+give_cookie() {
+    touch "$1"
+    xauth -q -f "$1" source - <<<"add $2 . $3"
+}
 
 # start_display SIZE: an X server on a free display, with a window manager. No network reaches it, and nobody else
 # on this machine: it asks for a cookie that lies in a folder of our own.
