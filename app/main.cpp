@@ -1,6 +1,6 @@
 #include "app/desktop/japanese.h"
+#include "app/desktop/qt_messages.h"
 #include "app/program.h"
-#include "widgets/qt_messages.h"
 
 #include <QApplication>
 #include <QTranslator>

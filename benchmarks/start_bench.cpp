@@ -4,13 +4,13 @@
 
 #include "app/base/folders.h"
 #include "app/desktop/japanese.h"
+#include "app/desktop/qt_messages.h"
 #include "app/program.h"
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"
 #include "consent/list/list_query.h"
 #include "db/sqlite/dialect.h"
 #include "sample/installation.h"
-#include "widgets/qt_messages.h"
 
 #include <QAbstractTableModel>
 #include <QApplication>

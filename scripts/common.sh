@@ -9,17 +9,18 @@ die() {
 # begin_bare [NAME…]: goes on as on a bare machine, so that nothing that lies about on this one helps or harms:
 # programs come from the system's folders, and of the variables only these and those named stay.
 begin_bare() {
-    local name
-    local -A stays=()
-    for name in HOME USER LOGNAME TERM PWD "$@"; do
-        stays[$name]=1
+    # Not names that somebody may have exported: they would be taken for our own.
+    local bare_name
+    local -A bare_stays=()
+    for bare_name in HOME USER LOGNAME TERM PWD "$@"; do
+        bare_stays[$bare_name]=1
     done
-    while IFS= read -r name; do
+    while IFS= read -r bare_name; do
         # A few belong to the shell, which cannot unset them: they are kept from the programs.
-        [ -n "${stays[$name]:-}" ] || unset -v "$name" 2>/dev/null || export -n "$name"
+        [ -n "${bare_stays[$bare_name]:-}" ] || unset -v "$bare_name" 2>/dev/null || export -n "$bare_name"
     done < <(compgen -e)
-    while read -r _ _ name; do
-        unset -f "$name"
+    while read -r _ _ bare_name; do
+        unset -f "$bare_name"
     done < <(declare -Fx)
     export PATH=/usr/sbin:/usr/bin:/sbin:/bin
     hash -r
@@ -30,6 +31,7 @@ begin_bare() {
         export CMAKE_CXX_COMPILER_LAUNCHER=ccache
     fi
 }
+
 # missing_packages LIST…
 missing_packages() {
     comm -23 <(sed 's/#.*//; s/[[:space:]]//g; /^$/d' "$@" | sort -u) \

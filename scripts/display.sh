@@ -4,9 +4,11 @@ display_pids=()
 display_folder=
 
 # What a program needs to know of the desktop that it is shown on: the screen, the session, the input method.
-desktop_variables=(DISPLAY XAUTHORITY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS DESKTOP_SESSION
-    XDG_CONFIG_HOME XDG_CURRENT_DESKTOP XDG_RUNTIME_DIR XDG_SESSION_TYPE KDE_FULL_SESSION KDE_SESSION_VERSION
-    QT_IM_MODULE XMODIFIERS QT_QPA_PLATFORM QT_QPA_PLATFORMTHEME)
+desktop_variables=(DISPLAY XAUTHORITY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS AT_SPI_BUS_ADDRESS DESKTOP_SESSION
+    XDG_CONFIG_DIRS XDG_CONFIG_HOME XDG_CURRENT_DESKTOP XDG_DATA_DIRS XDG_RUNTIME_DIR XDG_SESSION_DESKTOP
+    XDG_SESSION_TYPE KDE_FULL_SESSION KDE_SESSION_VERSION XCURSOR_SIZE XCURSOR_THEME XMODIFIERS QT_IM_MODULE
+    QT_IM_MODULES QT_AUTO_SCREEN_SCALE_FACTOR QT_FONT_DPI QT_LINUX_ACCESSIBILITY_ALWAYS_ON QT_QPA_PLATFORM
+    QT_QPA_PLATFORMTHEME QT_SCREEN_SCALE_FACTORS)
 
 # give_cookie FILE DISPLAY COOKIE: in a file, since arguments can be read by everyone.
 give_cookie() {
@@ -34,7 +36,7 @@ start_display() {
     DISPLAY=":$(cat "$number_file")"
     [ "$DISPLAY" != ":" ] || die "The virtual screen (Xvfb) does not start."
     give_cookie "$display_folder/clients" "$DISPLAY" "$cookie"
-    export DISPLAY XAUTHORITY="$display_folder/clients"
+    export DISPLAY XAUTHORITY="$display_folder/clients" QT_QPA_PLATFORM=xcb
     unset WAYLAND_DISPLAY
     openbox >/dev/null 2>&1 </dev/null &
     display_pids+=($!)
@@ -48,27 +50,37 @@ start_display() {
 # listens PORT [PID]: whether anybody, or that process, listens on the port.
 listens() { ss -Hltnp "sport = :$1" | grep -q "${2:+pid=$2,}"; }
 
-# The screen shows patients: it is served to this machine only, and to nobody there without the password, which is
-# new for each run.
-serve_vnc() {
-    local port=5900 password pid others
-    while listens "$port"; do
-        port=$((port + 1))
-    done
-    # Eight characters are all that the protocol looks at; none that could be taken for another.
-    password=$(head -c 99 /dev/urandom | base64 -w 0 | tr -dc 'a-km-zA-HJ-NP-Z2-9' | head -c 8)
-    printf '%s\n' "$password" >"$display_folder/password"
-    x11vnc -display "$DISPLAY" -localhost -no6 -rfbport "$port" -passwdfile "rm:$display_folder/password" \
+# start_vnc PORT PASSWORD: fails where another program took the port at the same moment.
+start_vnc() {
+    local pid
+    printf '%s\n' "$2" >"$display_folder/password"
+    x11vnc -norc -display "$DISPLAY" -localhost -no6 -rfbport "$1" -passwdfile "rm:$display_folder/password" \
         -forever -shared -quiet >/dev/null 2>&1 </dev/null &
     pid=$!
     display_pids+=("$pid")
     for _ in $(seq 100); do
-        listens "$port" "$pid" && break
+        ! listens "$1" "$pid" || return 0
+        kill -0 "$pid" 2>/dev/null || return 1
         sleep 0.1
     done
+    return 1
+}
+
+# The screen shows patients: it is served to this machine only, and to nobody there without the password, which is
+# new for each run.
+serve_vnc() {
+    local port=0 next password others
+    # Eight characters are all that the protocol looks at; none that could be taken for another.
+    password=$(head -c 99 /dev/urandom | base64 -w 0 | tr -dc 'a-km-zA-HJ-NP-Z2-9' | head -c 8)
+    for next in $(seq 5900 5919); do
+        if ! listens "$next" && start_vnc "$next" "$password"; then
+            port=$next
+            break
+        fi
+    done
+    [ "$port" -ne 0 ] || die "The VNC server (x11vnc) does not start."
     others=$(foreign_listeners)
     [ -z "$others" ] || die "The screen would be reachable from outside: $others"
-    listens "$port" "$pid" || die "The VNC server (x11vnc) does not start."
     say "No display here: connect a VNC viewer to 127.0.0.1:$port, password $password"
     say "(from another machine first: ssh -L $port:127.0.0.1:$port $(hostname)). Ctrl+C ends it."
 }
@@ -77,7 +89,7 @@ serve_vnc() {
 foreign_listeners() {
     local pid
     for pid in "${display_pids[@]}"; do
-        ss -Hltnp | grep "pid=$pid," | awk '$4 !~ /^127\.0\.0\.1:/ {print $4}'
+        ss -Hltnp | awk -v process="pid=$pid," 'index($0, process) && $4 !~ /^127\.0\.0\.1:/ {print $4}'
     done
 }
 

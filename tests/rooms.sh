@@ -10,14 +10,14 @@ is_core() { [ -n "${core[$1]:-}" ]; }
 
 # The rooms that a file may include, by its place; the first line that fits counts.
 set_allowed() {
-    local base='app/base' db='app/base db' forms='widgets app/forms'
+    local base='app/base' db='app/base db' forms='widgets app/forms app/desktop'
     case "$1" in
     app/base/*) allowed=$base ;;
-    app/desktop/*) allowed=app/desktop ;;
+    app/desktop/*) allowed="$base app/desktop" ;;
     app/forms/*) allowed="$db $forms" ;;
-    app/*) allowed="$db consent masters print $forms app app/desktop" ;;
+    app/*) allowed="$db consent masters print $forms app" ;;
     db/*) allowed=$db ;;
-    widgets/*) allowed="$db widgets viewer" ;;
+    widgets/*) allowed="$db app/desktop widgets viewer" ;;
     viewer/*) allowed="$base app/desktop viewer" ;;
     sample/*) allowed="$db app/desktop widgets sample" ;;
     print/*) allowed="$db print" ;;
@@ -119,6 +119,7 @@ self_test() {
         fi
     done <<'LINES'
 app/base/a.h #include "db/adodb.h"
+app/desktop/a.cpp #include "widgets/grid.h"
 db/a.cpp #include "consent/list/list.h"
 print/a.cpp #include "consent/list/list.h"
 viewer/a.cpp #include "db/adodb.h"

@@ -1,7 +1,7 @@
 #include "widgets/wait_message_form.h"
 
+#include "app/desktop/message_text.h"
 #include "ui_wait_message_form.h"
-#include "widgets/message_text.h"
 
 #include <QCoreApplication>
 

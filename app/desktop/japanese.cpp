@@ -13,17 +13,26 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Best first. Where the locale is Japanese, some are known by their Japanese names only.
-constexpr std::array<QStringView, 16> families{
-    u"Yu Gothic UI",    u"Meiryo UI",     u"Noto Sans CJK JP", u"Noto Sans JP",
-    u"Hiragino Sans",   u"BIZ UDPGothic", u"BIZ UDPゴシック",  u"IPAexGothic",
-    u"IPAexゴシック",   u"IPAPGothic",    u"IPA Pゴシック",    u"TakaoPGothic",
-    u"Takao Pゴシック", u"VL PGothic",    u"MS UI Gothic",     u"MS PGothic"};
+constexpr std::array<QStringView, 18> families{
+    u"Yu Gothic UI",  u"Meiryo UI",       u"Noto Sans CJK JP", u"Noto Sans JP",  u"Hiragino Sans",
+    u"BIZ UDPGothic", u"BIZ UDPゴシック", u"IPAexGothic",      u"IPAexゴシック", u"IPAPGothic",
+    u"IPA Pゴシック", u"TakaoPGothic",    u"Takao Pゴシック",  u"VL PGothic",    u"VL Pゴシック",
+    u"MS UI Gothic",  u"MS PGothic",      u"ＭＳ Ｐゴシック"};
+
+/// Fonts for all of East Asia bear the country in whose manner they write; they hold the signs of all.
+bool writesAnotherCountrysShapes(const QString &family) {
+    return family.contains(u"CJK"_s) && !family.endsWith(u" JP"_s);
+}
+
+bool isJapanese(const QString &family) {
+    return QFontDatabase::hasFamily(family) && !writesAnotherCountrysShapes(family) &&
+           QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
+}
 
 } // namespace
 
 QString interfaceFamily(const QString &desktops) {
-    if (QFontDatabase::hasFamily(desktops) &&
-        QFontDatabase::writingSystems(desktops).contains(QFontDatabase::Japanese))
+    if (isJapanese(desktops))
         return desktops;
     for (const QStringView family : families)
         if (QFontDatabase::hasFamily(family.toString()))

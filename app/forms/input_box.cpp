@@ -1,7 +1,7 @@
 #include "app/forms/input_box.h"
 
+#include "app/desktop/message_text.h"
 #include "ui_input_box.h"
-#include "widgets/message_text.h"
 
 InputBox::InputBox(const QString &prompt, const QString &title, const QString &proposal, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::InputBox>()) {

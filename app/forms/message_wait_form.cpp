@@ -1,7 +1,7 @@
 #include "app/forms/message_wait_form.h"
 
+#include "app/desktop/message_text.h"
 #include "ui_message_wait_form.h"
-#include "widgets/message_text.h"
 
 #include <QCoreApplication>
 

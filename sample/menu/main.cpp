@@ -1,7 +1,7 @@
 #include "app/base/processes.h"
 #include "app/desktop/japanese.h"
+#include "app/desktop/qt_messages.h"
 #include "sample/menu/menu_window.h"
-#include "widgets/qt_messages.h"
 
 #include <QApplication>
 #include <QDir>

@@ -7,13 +7,13 @@ cd "$1"
 . scripts/common.sh
 . scripts/display.sh
 . scripts/keys.sh
+begin_bare FONTCONFIG_FILE ASAN_OPTIONS LSAN_OPTIONS UBSAN_OPTIONS
 
 folder=$(mktemp -d)
 trap 'stop_display; rm -rf "$folder"' EXIT
 printf '#!/bin/sh\necho "started in $PWD with $# arguments" >menu.txt\n' >"$folder/Main.exe"
 chmod +x "$folder/Main.exe"
 
-unset QT_QPA_PLATFORM
 start_display 1024x768
 DOUISHO_FOLDER="$folder" timeout 60 "$program" 3 &
 program_pid=$!

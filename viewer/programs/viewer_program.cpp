@@ -1,5 +1,7 @@
 #include "viewer/programs/viewer_program.h"
 
+#include "app/desktop/message_form.h"
+#include "app/desktop/qt_messages.h"
 #include "viewer/command/job_document.h"
 #include "viewer/output/pdf.h"
 #include "viewer/programs/document_wait.h"
@@ -12,9 +14,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QProgressDialog>
-#include <QPushButton>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -29,14 +29,6 @@ constexpr auto usualWait = 60s;
 constexpr auto lookAgain = 100ms;
 constexpr int failed = 1;
 constexpr int wrongUsage = 2;
-constexpr qsizetype mostListed = 15; // sentences that a message box has room for
-
-QString listed(const QStringList &sentences) {
-    QString text = sentences.mid(0, mostListed).join(u'\n');
-    if (sentences.size() > mostListed)
-        text += u"\n（ほか %L1 件）"_s.arg(sentences.size() - mostListed);
-    return text;
-}
 
 /// Shown while a finished document is being built.
 class WaitWindow {
@@ -102,7 +94,7 @@ private:
         }
         const LoadedJob loaded = loadReports(job, folder);
         if (!loaded.failures.isEmpty())
-            return fail(listed(loaded.failures));
+            return fail(loaded.failures.join(u'\n'));
         m_pdfPath = pdfPathFor(m_commandFile, finished);
         const Document document = loaded.document();
         if (document.pageCount() == 0)
@@ -132,8 +124,8 @@ private:
         if (job.action == JobAction::Show)
             return show(document, adjustment, notes);
         if (!notes.isEmpty())
-            QMessageBox::warning(nullptr, u"帳票印刷"_s,
-                                 u"次の帳票は作成できなかったため、印刷されません。\n"_s + listed(notes));
+            QtMessages().warn(u"次の帳票は作成できなかったため、印刷されません。\n"_s + notes.join(u'\n'),
+                              u"帳票印刷"_s);
         if (!hasPrinter())
             return leavePdf(document);
         return codeOf(job.action == JobAction::Print ? printAtOnce(document, adjustment)
@@ -180,13 +172,14 @@ private:
         }
         if (saved != OutputEnd::Done)
             return codeOf(saved);
-        QMessageBox box(QMessageBox::Information, u"帳票印刷"_s,
-                        u"プリンターが見つからないため、PDFを作成しました。\n%1"_s.arg(
-                            QDir::toNativeSeparators(m_pdfPath)));
-        QPushButton *open = box.addButton(u"開く(&O)"_s, QMessageBox::ActionRole);
-        box.setDefaultButton(box.addButton(u"閉じる(&C)"_s, QMessageBox::RejectRole));
-        box.exec();
-        if (box.clickedButton() == open)
+        MessageForm form({u"プリンターが見つからないため、PDFを作成しました。\n%1"_s.arg(
+                              QDir::toNativeSeparators(m_pdfPath)),
+                          MessageIcon::Information, u"帳票印刷"_s, MessageButtons::YesNo, Answer::No},
+                         nullptr);
+        form.setCaption(Answer::Yes, u"開く(&O)"_s);
+        form.setCaption(Answer::No, u"閉じる(&C)"_s);
+        form.exec();
+        if (form.answer() == Answer::Yes)
             QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath));
         return EXIT_SUCCESS;
     }
@@ -194,7 +187,7 @@ private:
     int fail(const QString &text, int code = failed) const {
         std::fprintf(stderr, "%s\n", qUtf8Printable(text));
         if (!m_run.headless)
-            QMessageBox::critical(nullptr, u"帳票表示"_s, text);
+            QtMessages().fail(text, u"帳票表示"_s);
         return code;
     }
 

@@ -1,11 +1,11 @@
 #include "viewer/window/output_dialogs.h"
 
+#include "app/desktop/message_form.h"
 #include "viewer/document/document.h"
 #include "viewer/output/pdf.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
@@ -42,7 +42,7 @@ OutputEnd endOf(bool done, const QString &reason, QWidget *parent) {
         return OutputEnd::Done;
     if (reason.isEmpty())
         return OutputEnd::Cancelled;
-    QMessageBox::critical(parent, u"帳票表示"_s, reason);
+    MessageForm({reason, MessageIcon::Critical, u"帳票表示"_s}, parent).exec();
     return OutputEnd::Failed;
 }
 

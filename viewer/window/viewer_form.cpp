@@ -1,5 +1,6 @@
 #include "viewer/window/viewer_form.h"
 
+#include "app/desktop/qt_messages.h"
 #include "viewer/window/note_bar.h"
 #include "viewer/window/output_dialogs.h"
 #include "viewer/window/page_view.h"
@@ -15,7 +16,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QScreen>
 #include <QSettings>
 #include <QSpinBox>
@@ -236,8 +236,7 @@ void ViewerForm::print() {
         printFromDialog(m_document, m_adjustment, m_pages->currentPage(), this);
         return;
     }
-    if (QMessageBox::question(this, u"印刷"_s, u"プリンターが見つかりません。PDFとして保存しますか？"_s) ==
-        QMessageBox::Yes)
+    if (QtMessages().ask(u"プリンターが見つかりません。PDFとして保存しますか？"_s, u"印刷"_s))
         saveAs();
 }
 

@@ -1,6 +1,6 @@
-#include "widgets/qt_messages.h"
+#include "app/desktop/qt_messages.h"
 
-#include "widgets/message_form.h"
+#include "app/desktop/message_form.h"
 
 #include <QApplication>
 

@@ -1,9 +1,10 @@
-#include "widgets/message_form.h"
+#include "app/desktop/message_form.h"
 
-#include "widgets/message_text.h"
+#include "app/desktop/message_text.h"
 
 #include <QAccessible>
 #include <QClipboard>
+#include <QCursor>
 #include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QGuiApplication>
@@ -14,6 +15,7 @@
 #include <QScrollBar>
 #include <QStyle>
 #include <QTextDocument>
+#include <QTextDocumentFragment>
 #include <QTextEdit>
 #include <cmath>
 
@@ -69,47 +71,59 @@ MessageForm::MessageForm(const Message &message, QWidget *parent)
                           Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint),
       m_whole(displayedText(message.text)),
       m_answer(choicesOf(message.buttons).front().answer),
-      m_text(new QTextEdit(this)),
-      m_last(new QLabel(this)),
+      m_text(makeText(u"txtMessage"_s)),
+      m_last(makeText(u"txtLast"_s)),
       m_buttons(new QDialogButtonBox(this)) {
+    if (QScreen *inUse = parent ? nullptr : QGuiApplication::screenAt(QCursor::pos()))
+        setScreen(inUse);
     setWindowTitle(message.title.isEmpty() ? u"同意書管理"_s : message.title);
+    setAccessibleDescription(m_whole);
     auto *grid = new QGridLayout(this);
     grid->setSizeConstraint(QLayout::SetFixedSize);
+    grid->setColumnStretch(1, 1);
     if (const QIcon icon = iconOf(message.icon, *style()); !icon.isNull()) {
         auto *picture = new QLabel(this);
         picture->setObjectName(u"imgIcon"_s);
-        const int side = style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this);
-        picture->setPixmap(icon.pixmap(side));
+        picture->setPixmap(icon.pixmap(style()->pixelMetric(QStyle::PM_MessageBoxIconSize, nullptr, this)));
         grid->addWidget(picture, 0, 0, Qt::AlignTop);
     }
-    m_text->setObjectName(u"txtMessage"_s);
-    m_text->setAccessibleName(windowTitle());
-    m_text->setFrameShape(QFrame::NoFrame);
-    m_text->setReadOnly(true);
-    m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
-    m_text->setFocusPolicy(Qt::ClickFocus);
-    m_text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere); // a path has no word boundaries
-    m_text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    m_text->document()->setDocumentMargin(0);
-    m_text->viewport()->setAutoFillBackground(false);
-    QPalette colours = m_text->palette();
-    colours.setColor(QPalette::Text, palette().color(QPalette::WindowText));
-    m_text->setPalette(colours);
     grid->addWidget(m_text, 0, 1, Qt::AlignLeft | Qt::AlignVCenter);
-    grid->setColumnStretch(1, 1);
-    m_last->setObjectName(u"lblLast"_s);
-    m_last->setTextFormat(Qt::PlainText);
-    m_last->setWordWrap(true);
-    grid->addWidget(m_last, 1, 1);
+    m_last->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    grid->addWidget(m_last, 1, 1, Qt::AlignLeft);
     grid->addWidget(m_buttons, 2, 0, 1, 2);
+    writeOnWindow();
     addButtons(message);
     fit();
+}
+
+/// A text that can be selected, and broken where it has no word boundaries, as paths have none.
+QTextEdit *MessageForm::makeText(const QString &name) {
+    auto *text = new QTextEdit(this);
+    text->setObjectName(name);
+    text->setAccessibleName(u"メッセージ"_s);
+    text->setFrameShape(QFrame::NoFrame);
+    text->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    text->setFocusPolicy(Qt::NoFocus); // the keys belong to the buttons
+    text->setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    text->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    text->document()->setDocumentMargin(0);
+    text->viewport()->setAutoFillBackground(false);
+    return text;
+}
+
+void MessageForm::writeOnWindow() {
+    for (QTextEdit *text : {m_text, m_last}) {
+        QPalette colours = palette();
+        colours.setColor(QPalette::Text, colours.color(QPalette::WindowText));
+        text->setPalette(colours);
+    }
 }
 
 void MessageForm::addButtons(const Message &message) {
     for (const Choice &choice : choicesOf(message.buttons)) {
         QPushButton *button = m_buttons->addButton(choice.button);
         button->setText(choice.caption);
+        m_button.insert(choice.answer, button);
         connect(button, &QPushButton::clicked, this, [this, answer = choice.answer] {
             m_answer = answer;
             accept();
@@ -119,6 +133,10 @@ void MessageForm::addButtons(const Message &message) {
             button->setFocus();
         }
     }
+}
+
+void MessageForm::setCaption(Answer answer, const QString &caption) {
+    m_button.value(answer)->setText(caption);
 }
 
 QSize MessageForm::sizeOf(const QString &text, int width) const {
@@ -132,30 +150,42 @@ QSize MessageForm::sizeOf(const QString &text, int width) const {
 }
 
 void MessageForm::fit() {
+    constexpr int longestLine = 44;          // full-width characters: more are hard to follow
+    constexpr qsizetype mostShown = 100'000; // laying out more would keep people waiting
+    const QString shown = m_whole.size() > mostShown ? m_whole.first(mostShown) + u'…' : m_whole;
     const QSize available = screen()->availableGeometry().size();
-    constexpr int longestLine = 44; // full-width characters: more are hard to follow
     const int most = qMin(fontMetrics().horizontalAdvance(u'国') * longestLine, available.width() * 3 / 4);
     const int least = qMin(most, fontMetrics().horizontalAdvance(windowTitle()));
-    QSize wanted = sizeOf(m_whole, most);
+    QSize wanted = sizeOf(shown, most);
     wanted.setWidth(std::clamp(wanted.width() + 1, least, most));
     m_last->hide();
     m_text->setFixedSize(wanted.width(), 0);
     // A tenth of the screen is left to the window's frame.
     const int room = available.height() * 9 / 10 - layout()->totalSizeHint().height();
     if (wanted.height() <= room) {
-        m_text->setPlainText(m_whole);
+        m_text->setPlainText(shown);
         m_text->setFixedSize(wanted);
         return;
     }
-    const qsizetype lastBreak = m_whole.lastIndexOf(u'\n');
-    const QString last = m_whole.sliced(lastBreak + 1);
-    const int lastHeight = sizeOf(last, wanted.width()).height() + layout()->spacing();
-    const bool parted = lastBreak > 0 && lastHeight < room / 4;
-    m_text->setPlainText(parted ? m_whole.first(lastBreak) : m_whole);
+    const qsizetype lastBreak = shown.lastIndexOf(u'\n');
+    const QString last = shown.sliced(lastBreak + 1);
+    const int lastHeight = sizeOf(last, wanted.width()).height();
+    const bool parted = lastBreak > 0 && lastHeight < room / 4 && !last.trimmed().isEmpty();
+    m_text->setPlainText(parted ? shown.first(lastBreak) : shown);
     m_text->setFixedSize(wanted.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_text),
-                         room - (parted ? lastHeight : 0));
-    m_last->setText(parted ? last : QString());
+                         parted ? room - lastHeight - layout()->spacing() : room);
+    m_last->setPlainText(parted ? last : QString());
+    m_last->setFixedSize(wanted.width(), lastHeight);
     m_last->setVisible(parted);
+}
+
+void MessageForm::copy() const {
+    for (const QTextEdit *text : {m_text, m_last})
+        if (const QTextDocumentFragment part = text->textCursor().selection(); !part.isEmpty()) {
+            QGuiApplication::clipboard()->setText(part.toPlainText());
+            return;
+        }
+    QGuiApplication::clipboard()->setText(m_whole);
 }
 
 QAbstractButton *MessageForm::buttonFor(const QKeyEvent &event) const {
@@ -170,7 +200,7 @@ QAbstractButton *MessageForm::buttonFor(const QKeyEvent &event) const {
 void MessageForm::keyPressEvent(QKeyEvent *event) {
     QScrollBar *bar = m_text->verticalScrollBar();
     if (event->matches(QKeySequence::Copy))
-        QGuiApplication::clipboard()->setText(m_whole);
+        copy();
     else if (event->key() == Qt::Key_PageDown)
         bar->triggerAction(QScrollBar::SliderPageStepAdd);
     else if (event->key() == Qt::Key_PageUp)
@@ -183,6 +213,12 @@ void MessageForm::keyPressEvent(QKeyEvent *event) {
         button->animateClick();
     else
         QDialog::keyPressEvent(event);
+}
+
+void MessageForm::changeEvent(QEvent *event) {
+    QDialog::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange)
+        writeOnWindow();
 }
 
 void MessageForm::showEvent(QShowEvent *event) {

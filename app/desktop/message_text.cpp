@@ -1,4 +1,4 @@
-#include "widgets/message_text.h"
+#include "app/desktop/message_text.h"
 
 using namespace Qt::Literals::StringLiterals;
 
