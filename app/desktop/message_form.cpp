@@ -96,7 +96,6 @@ MessageForm::MessageForm(const Message &message, QWidget *parent)
     fit();
 }
 
-/// A text that can be selected, and broken where it has no word boundaries, as paths have none.
 QTextEdit *MessageForm::makeText(const QString &name) {
     auto *text = new QTextEdit(this);
     text->setObjectName(name);
@@ -161,7 +160,8 @@ void MessageForm::fit() {
     m_last->hide();
     m_text->setFixedSize(wanted.width(), 0);
     // A tenth of the screen is left to the window's frame.
-    const int room = available.height() * 9 / 10 - layout()->totalSizeHint().height();
+    const int room = qMax(available.height() * 9 / 10 - layout()->totalSizeHint().height(),
+                          fontMetrics().lineSpacing() * 2);
     if (wanted.height() <= room) {
         m_text->setPlainText(shown);
         m_text->setFixedSize(wanted);

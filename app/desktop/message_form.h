@@ -30,6 +30,7 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    /// A text that can be selected, and broken where it has no word boundaries, as paths have none.
     QTextEdit *makeText(const QString &name);
     void addButtons(const Message &message);
     /// In the colour of texts on a window, not of those on the paler ground of an input.
@@ -39,7 +40,6 @@ private:
     void fit();
     /// Width and height in pixels of a text whose lines are broken at `width`.
     QSize sizeOf(const QString &text, int width) const;
-
     /// The button whose letter was pressed alone; null when none bears it.
     QAbstractButton *buttonFor(const QKeyEvent &event) const;
 
