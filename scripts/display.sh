@@ -54,8 +54,9 @@ listens() { ss -Hltnp "sport = :$1" | grep -q "${2:+pid=$2,}"; }
 start_vnc() {
     local pid
     printf '%s\n' "$2" >"$display_folder/password"
-    x11vnc -norc -display "$DISPLAY" -localhost -no6 -rfbport "$1" -passwdfile "rm:$display_folder/password" \
-        -forever -shared -quiet >/dev/null 2>&1 </dev/null &
+    # Without a word about its port it listens on ::1 as well for a moment, before it heeds -no6.
+    x11vnc -norc -display "$DISPLAY" -localhost -no6 -rfbportv6 -1 -rfbport "$1" \
+        -passwdfile "rm:$display_folder/password" -forever -shared -quiet >/dev/null 2>&1 </dev/null &
     pid=$!
     display_pids+=("$pid")
     for _ in $(seq 100); do
