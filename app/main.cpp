@@ -1,5 +1,5 @@
 #include "app/desktop/japanese.h"
-#include "app/desktop/qt_messages.h"
+#include "app/desktop/message_form.h"
 #include "app/program.h"
 
 #include <QApplication>

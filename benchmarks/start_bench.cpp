@@ -4,7 +4,7 @@
 
 #include "app/base/folders.h"
 #include "app/desktop/japanese.h"
-#include "app/desktop/qt_messages.h"
+#include "app/desktop/message_form.h"
 #include "app/program.h"
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"

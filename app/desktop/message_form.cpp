@@ -3,11 +3,11 @@
 #include "app/desktop/message_text.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QClipboard>
 #include <QCursor>
 #include <QDialogButtonBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
@@ -74,7 +74,7 @@ MessageForm::MessageForm(const Message &message, QWidget *parent)
       m_text(makeText(u"txtMessage"_s)),
       m_last(makeText(u"txtLast"_s)),
       m_buttons(new QDialogButtonBox(this)) {
-    if (QScreen *inUse = parent ? nullptr : QGuiApplication::screenAt(QCursor::pos()))
+    if (QScreen *inUse = parent ? nullptr : QApplication::screenAt(QCursor::pos()))
         setScreen(inUse);
     setWindowTitle(message.title.isEmpty() ? u"同意書管理"_s : message.title);
     setAccessibleDescription(m_whole);
@@ -182,10 +182,10 @@ void MessageForm::fit() {
 void MessageForm::copy() const {
     for (const QTextEdit *text : {m_text, m_last})
         if (const QTextDocumentFragment part = text->textCursor().selection(); !part.isEmpty()) {
-            QGuiApplication::clipboard()->setText(part.toPlainText());
+            QApplication::clipboard()->setText(part.toPlainText());
             return;
         }
-    QGuiApplication::clipboard()->setText(m_whole);
+    QApplication::clipboard()->setText(m_whole);
 }
 
 QAbstractButton *MessageForm::buttonFor(const QKeyEvent &event) const {
@@ -226,4 +226,10 @@ void MessageForm::showEvent(QShowEvent *event) {
     // The desktop's sound, and a screen reader's announcement.
     QAccessibleEvent alert(this, QAccessible::Alert);
     QAccessible::updateAccessibility(&alert);
+}
+
+Answer QtMessages::show(const Message &message) {
+    MessageForm form(message, QApplication::activeWindow());
+    form.exec();
+    return form.answer();
 }

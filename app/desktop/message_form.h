@@ -50,3 +50,9 @@ private:
     QDialogButtonBox *m_buttons;
     QHash<Answer, QPushButton *> m_button;
 };
+
+/// Message boxes on the screen, over the window in use.
+class QtMessages : public Messages {
+public:
+    Answer show(const Message &message) override;
+};

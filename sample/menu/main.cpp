@@ -1,6 +1,6 @@
 #include "app/base/processes.h"
 #include "app/desktop/japanese.h"
-#include "app/desktop/qt_messages.h"
+#include "app/desktop/message_form.h"
 #include "sample/menu/menu_window.h"
 
 #include <QApplication>

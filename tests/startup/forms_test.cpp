@@ -2,7 +2,6 @@
 #include "app/base/version.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/message_form.h"
-#include "app/desktop/qt_messages.h"
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
 #include "tests/support/test_environment.h"

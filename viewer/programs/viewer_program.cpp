@@ -1,7 +1,6 @@
 #include "viewer/programs/viewer_program.h"
 
 #include "app/desktop/message_form.h"
-#include "app/desktop/qt_messages.h"
 #include "viewer/command/job_document.h"
 #include "viewer/output/pdf.h"
 #include "viewer/programs/document_wait.h"

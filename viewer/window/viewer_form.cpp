@@ -1,6 +1,6 @@
 #include "viewer/window/viewer_form.h"
 
-#include "app/desktop/qt_messages.h"
+#include "app/desktop/message_form.h"
 #include "viewer/window/note_bar.h"
 #include "viewer/window/output_dialogs.h"
 #include "viewer/window/page_view.h"
