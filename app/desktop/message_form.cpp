@@ -7,6 +7,7 @@
 #include <QClipboard>
 #include <QCursor>
 #include <QDialogButtonBox>
+#include <QFrame>
 #include <QGridLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -72,6 +73,7 @@ MessageForm::MessageForm(const Message &message, QWidget *parent)
       m_whole(displayedText(message.text)),
       m_answer(choicesOf(message.buttons).front().answer),
       m_text(makeText(u"txtMessage"_s)),
+      m_line(new QFrame(this)),
       m_last(makeText(u"txtLast"_s)),
       m_buttons(new QDialogButtonBox(this)) {
     if (QScreen *inUse = parent ? nullptr : QApplication::screenAt(QCursor::pos()))
@@ -89,8 +91,10 @@ MessageForm::MessageForm(const Message &message, QWidget *parent)
     }
     grid->addWidget(m_text, 0, 1, Qt::AlignLeft | Qt::AlignVCenter);
     m_last->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    grid->addWidget(m_last, 1, 1, Qt::AlignLeft);
-    grid->addWidget(m_buttons, 2, 0, 1, 2);
+    m_line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    grid->addWidget(m_line, 1, 1);
+    grid->addWidget(m_last, 2, 1, Qt::AlignLeft);
+    grid->addWidget(m_buttons, 3, 0, 1, 2);
     writeOnWindow();
     addButtons(message);
     fit();
@@ -157,6 +161,7 @@ void MessageForm::fit() {
     const int least = qMin(most, fontMetrics().horizontalAdvance(windowTitle()));
     QSize wanted = sizeOf(shown, most);
     wanted.setWidth(std::clamp(wanted.width() + 1, least, most));
+    m_line->hide();
     m_last->hide();
     m_text->setFixedSize(wanted.width(), 0);
     // A tenth of the screen is left to the window's frame.
@@ -171,11 +176,15 @@ void MessageForm::fit() {
     const QString last = shown.sliced(lastBreak + 1);
     const int lastHeight = sizeOf(last, wanted.width()).height();
     const bool parted = lastBreak > 0 && lastHeight < room / 4 && !last.trimmed().isEmpty();
+    const int below = parted ? lastHeight + m_line->sizeHint().height() + 2 * layout()->spacing() : 0;
+    const int oneLine = sizeOf(u"国"_s, most).height();
     m_text->setPlainText(parted ? shown.first(lastBreak) : shown);
+    // Whole lines: half of one above the last paragraph would be read as part of it.
     m_text->setFixedSize(wanted.width() + style()->pixelMetric(QStyle::PM_ScrollBarExtent, nullptr, m_text),
-                         parted ? room - lastHeight - layout()->spacing() : room);
+                         qMax(1, (room - below) / oneLine) * oneLine);
     m_last->setPlainText(parted ? last : QString());
     m_last->setFixedSize(wanted.width(), lastHeight);
+    m_line->setVisible(parted);
     m_last->setVisible(parted);
 }
 

@@ -7,6 +7,7 @@
 
 class QAbstractButton;
 class QDialogButtonBox;
+class QFrame;
 class QPushButton;
 class QTextEdit;
 
@@ -46,6 +47,7 @@ private:
     QString m_whole;
     Answer m_answer;
     QTextEdit *m_text;
+    QFrame *m_line;    ///< between the two, where the text scrolls
     QTextEdit *m_last; ///< the last paragraph of a text that scrolls
     QDialogButtonBox *m_buttons;
     QHash<Answer, QPushButton *> m_button;
