@@ -4,7 +4,7 @@
 #include "app/base/folders.h"
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
-#include "consent/list/consent_list_form.h"
+#include "consent/screens/consent_list_form.h"
 #include "print/consent_form/consent_print_form.h"
 
 namespace {

@@ -11,7 +11,7 @@
 #include "app/base/processes.h"
 #include "db/adodb.h"
 #include "db/sqlite/dialect.h"
-#include "print/consent_form/batch_print.h"
+#include "print/batch/batch_print.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_query.h"
 #include "sample/installation.h"

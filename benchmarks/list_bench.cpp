@@ -5,7 +5,7 @@
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/list_screen.h"
-#include "consent/list/list_query.h"
+#include "consent/rows/list_query.h"
 #include "db/adodb.h"
 #include "db/sqlite/dialect.h"
 #include "sample/installation.h"

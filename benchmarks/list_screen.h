@@ -5,8 +5,8 @@
 #include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "app/base/processes.h"
-#include "consent/list/consent_list_form.h"
-#include "consent/list/list_columns.h"
+#include "consent/rows/list_columns.h"
+#include "consent/screens/consent_list_form.h"
 
 #include <QObject>
 #include <functional>

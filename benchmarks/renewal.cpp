@@ -2,7 +2,7 @@
 // one script in the embedded engine's shell, each on a copy of the same database. At most three times as long
 // is allowed.
 
-#include "consent/renewal/renewal_run.h"
+#include "consent/record/renewal_run.h"
 #include "db/adodb.h"
 #include "db/sqlite/dialect.h"
 

@@ -8,7 +8,7 @@
 #include "app/program.h"
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"
-#include "consent/list/list_query.h"
+#include "consent/rows/list_query.h"
 #include "db/sqlite/dialect.h"
 #include "sample/installation.h"
 

@@ -8,7 +8,7 @@ target_compile_definitions(douisho_options INTERFACE
   QT_STRICT_ITERATORS
   QT_DISABLE_DEPRECATED_BEFORE=0x060400)
 target_compile_options(douisho_options INTERFACE
-  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion -Wold-style-cast $<$<CXX_COMPILER_ID:GNU>:-Wuseless-cast> -Werror)
 
 if(DOUISHO_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)

@@ -100,3 +100,14 @@ private:
     cT_ADODB &m_db;
     bool m_open;
 };
+
+/// What the connection has said since this was made.
+class ErrorsSince {
+public:
+    explicit ErrorsSince(const cT_ADODB &db) : m_db(db), m_before(db.sErrMsg().size()) {}
+    QString text() const { return m_db.sErrMsg().mid(m_before); }
+
+private:
+    const cT_ADODB &m_db;
+    qsizetype m_before;
+};

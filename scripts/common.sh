@@ -66,7 +66,7 @@ build() {
     local -a targets=()
     [ $# -eq 0 ] || targets=(--target "$@")
     say "Building ($preset)"
-    # Later changes of CMake files are noticed by the build itself.
-    [ -f "build/$preset/build.ninja" ] || cmake --preset "$preset"
+    # The build itself notices changes of CMake's files, but not of the presets.
+    [ "build/$preset/build.ninja" -nt CMakePresets.json ] || cmake --preset "$preset"
     cmake --build --preset "$preset" -j "$(nproc)" "${targets[@]}"
 }

@@ -1,39 +1,31 @@
 #!/usr/bin/env bash
-# Checks that includes go one way only and that every file keeps to its trade:
-#   rooms.sh TOP LIST     checks the sources under TOP; LIST names those of the core, one a line
+# Checks that includes follow the rooms and that every file keeps to its trade:
+#   rooms.sh TOP LIST     checks the sources under TOP; LIST has a line for each room of the build:
+#                         name|gui or core|rooms that it uses|its files
 #   rooms.sh --self-test  checks that offences are found
 set -euo pipefail
 
-# Whether the build puts a file into the library without widgets.
-declare -A core
-is_core() { [ -n "${core[$1]:-}" ]; }
+declare -A owner uses gui
+declare -a files
 
-# The rooms that a file may include, by its place; the first line that fits counts.
-set_allowed() {
-    local base='app/base' db='app/base db' forms='widgets app/forms app/desktop'
-    case "$1" in
-    app/base/*) allowed=$base ;;
-    app/desktop/*) allowed="$base app/desktop" ;;
-    app/forms/*) allowed="$db $forms" ;;
-    app/*) allowed="$db consent masters print $forms app" ;;
-    db/*) allowed=$db ;;
-    widgets/*) allowed="$db app/desktop widgets viewer" ;;
-    viewer/*) allowed="$base app/desktop viewer" ;;
-    sample/*) allowed="$db app/desktop widgets sample" ;;
-    print/*) allowed="$db print" ;;
-    *) allowed="$db consent masters print" ;;
-    esac
-    if ! is_core "$1" && [[ $1 =~ ^(print|consent|masters)/ ]]; then
-        # A form may open the pick lists of the masters.
-        allowed+=" $forms masters"
-    fi
-}
-
-set_room() {
-    room=${1%%/*}
-    if [[ $1 =~ ^app/(base|desktop|forms)/ ]]; then
-        room=app/${BASH_REMATCH[1]}
-    fi
+read_rooms() {
+    local name toolkit used sources file
+    while IFS='|' read -r name toolkit used sources; do
+        [ -n "$name" ] || continue
+        # A room sees what the rooms below it see; those stand before it.
+        uses[$name]=" $name "
+        gui[$name]=''
+        [ "$toolkit" = core ] || gui[$name]=yes
+        for room in $used; do
+            [ -n "${uses[$room]:-}" ] || { echo "$name uses $room, which is not below it"; exit 1; }
+            uses[$name]+="${uses[$room]}"
+            gui[$name]+=${gui[$room]}
+        done
+        for file in $sources; do
+            owner[$file]=$name
+            files+=("$file")
+        done
+    done <"$1"
 }
 
 offence() {
@@ -41,14 +33,14 @@ offence() {
     offences=$((offences + 1))
 }
 
+# A file includes its own room and those that the room uses; what belongs to no room stands above all.
 check_includes() {
-    local file included room allowed
+    local file included room
     while IFS=: read -r file included; do
         included=${included#*\"}
         included=${included%\"*}
-        set_allowed "$file"
-        set_room "$included"
-        [[ " $allowed " == *" $room "* ]] || offence "$file" "may not include $included"
+        room=${owner[$included]:-}
+        [[ -n $room && ${uses[${owner[$file]}]} == *" $room "* ]] || offence "$file" "may not include $included"
     done < <(grep -HoE '^ *# *include *"[^"]+/[^"]+"' "${files[@]}")
 }
 
@@ -64,32 +56,33 @@ refuse() {
 
 check_trades() {
     local file
-    local -a cores=() forms=() queries=()
+    local -a cores=() forms=() queries=() rest=()
     for file in "${files[@]}"; do
-        if is_core "$file"; then cores+=("$file"); fi
+        case "$file" in *.ui) continue ;; esac
+        [ -n "${gui[${owner[$file]}]}" ] || cores+=("$file")
         case "$file" in
         *_form.* | *_panel.* | widgets/*) forms+=("$file") ;;
         *_query.*) queries+=("$file") ;;
+        esac
+        case "$file" in
+        consent/record/* | db/* | print/request_letter/letter_query.cpp | print/mail/mail_query.cpp) ;;
+        *) rest+=("$file") ;;
         esac
     done
     refuse '# *include *(<Qt(Widgets|Gui|PrintSupport)/|"ui_|"[^"]*_form\.h")' \
         'the core may not name a widget' "${cores[@]}"
     refuse 'u"[^"]*\b(SELECT|INSERT INTO|UPDATE [A-Z]|DELETE FROM)\b' 'a form may hold no SQL' "${forms[@]}"
     refuse '"app/base/messages\.h"' 'a reader of rows may not talk to the user' "${queries[@]}"
+    refuse 'u"[^"]*(INSERT INTO|UPDATE|DELETE FROM) RIYOUSHA_DOUI_REC\b' \
+        'consent rows are written in consent/record alone' "${rest[@]}"
 }
 
 # check TOP LIST
 check() {
-    local name list
-    list=$(realpath -e "$2")
-    while IFS= read -r name; do
-        [ -z "$name" ] || core[$name]=1
-    done <"$list"
+    read_rooms "$(realpath -e "$2")"
     cd "$1"
     offences=0
-    mapfile -t files < <(find app db consent masters print widgets viewer sample \
-        \( -name '*.h' -o -name '*.cpp' \) -print 2>/dev/null | sort)
-    [ ${#files[@]} -gt 0 ] || { echo "$1 holds no sources"; return 1; }
+    [ ${#files[@]} -gt 0 ] || { echo "$2 names no sources"; return 1; }
     check_includes
     check_trades
     echo "${#files[@]} files, $offences offences"
@@ -100,7 +93,6 @@ check() {
 plant() {
     mkdir -p "$top/$(dirname "$1")"
     printf '%s\n' "$2" >"$top/$1"
-    echo "$1" >>"$top/core"
 }
 
 # Each line is a file and what may not stand in it.
@@ -108,26 +100,37 @@ self_test() {
     top=$(mktemp -d)
     trap 'rm -rf "$top"' EXIT
     local file line
+    cat >"$top/rooms" <<'ROOMS'
+base|core||app/base/a.cpp app/base/text.h
+db|core|base|db/a.cpp db/adodb.h db/sound.cpp
+widgets|gui|base|widgets/grid.h
+print|core|db|print/a.cpp
+rows|core|db|consent/rows/a.cpp consent/rows/row.h consent/rows/a_query.cpp
+entry|core|db|consent/entry/a.cpp consent/entry/entry.h
+entry_forms|core|entry widgets|consent/entry/a_form.cpp
+ROOMS
+    while IFS= read -r file; do plant "$file" ''; done < <(sed 's/.*|//' "$top/rooms" | tr ' ' '\n')
+    plant db/sound.cpp '#include "app/base/text.h"'
+    (check "$top" "$top/rooms") >/dev/null || { echo "a sound file is refused"; exit 1; }
     while read -r file line; do
-        rm -rf "${top:?}"/*
-        plant db/sound.cpp '#include "app/base/text.h"'
-        (check "$top" "$top/core") >/dev/null || { echo "a sound file is refused"; exit 1; }
         plant "$file" "$line"
-        if (check "$top" "$top/core") >/dev/null; then
+        if (check "$top" "$top/rooms") >/dev/null; then
             echo "not found: $file with $line"
             exit 1
         fi
+        plant "$file" ''
     done <<'LINES'
-app/base/a.h #include "db/adodb.h"
-app/desktop/a.cpp #include "widgets/grid.h"
-db/a.cpp #include "consent/list/list.h"
-print/a.cpp #include "consent/list/list.h"
-viewer/a.cpp #include "db/adodb.h"
-widgets/a.cpp #include "masters/search_form.h"
-consent/a.cpp #include "widgets/grid.h"
-consent/a.cpp #include <QtWidgets/QLabel>
-consent/a_form.cpp const QString sql = u"SELECT 1"_s;
-masters/a_query.cpp #include "app/base/messages.h"
+app/base/a.cpp #include "db/adodb.h"
+db/a.cpp #include "consent/rows/row.h"
+print/a.cpp #include "consent/rows/row.h"
+consent/entry/a.cpp #include "consent/rows/row.h"
+consent/rows/a.cpp #include "consent/entry/entry.h"
+consent/rows/a.cpp #include "widgets/grid.h"
+consent/rows/a.cpp #include "nowhere/at_all.h"
+consent/rows/a.cpp #include <QtWidgets/QLabel>
+consent/rows/a.cpp const QString sql = u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1"_s;
+consent/entry/a_form.cpp const QString sql = u"SELECT 1"_s;
+consent/rows/a_query.cpp #include "app/base/messages.h"
 LINES
     echo "every offence is found"
 }

@@ -32,8 +32,7 @@ void TickDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     QStyleOptionViewItem cell = option;
     initStyleOption(&cell, index);
     cell.text.clear();
-    cell.features &= ~QStyleOptionViewItem::ViewItemFeatures(QStyleOptionViewItem::HasCheckIndicator |
-                                                             QStyleOptionViewItem::HasDisplay);
+    cell.features &= ~(QStyleOptionViewItem::HasCheckIndicator | QStyleOptionViewItem::HasDisplay);
     styleOf(option)->drawControl(QStyle::CE_ItemViewItem, &cell, painter, option.widget);
     if (!index.data(Qt::CheckStateRole).isValid())
         return;

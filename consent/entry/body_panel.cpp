@@ -147,7 +147,7 @@ void BodyPanel::addSide(QGridLayout &grid, bool right) {
         grid.addWidget(m_stiff[at], int(joint) + 1, jointColumn);
     }
     for (const bool upper : {true, false}) {
-        const size_t part = (upper ? 1 : 3) + (right ? 0 : 1);
+        const size_t part = (upper ? 1u : 3u) + (right ? 0u : 1u);
         const QString name = side + (upper ? u"上肢"_s : u"下肢"_s);
         const int row = upper ? 1 : 4;
         heading(name, row, limbColumn);

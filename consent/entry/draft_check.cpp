@@ -102,15 +102,6 @@ Problem checkLengths(const ConsentDraft &draft) {
 
 } // namespace
 
-bool sameRecordDate(const ConsentRowKey &left, const ConsentRowKey &right) {
-    return left.nDate == right.nDate && left.iHenkeiFlg == right.iHenkeiFlg &&
-           (left.iHenkeiFlg == 0 || left.nHenkeiDouiDate == right.nHenkeiDouiDate);
-}
-
-QString recordDateTaken() {
-    return u"診察日が以前の同意と同じ日付です。"_s;
-}
-
 Problem checkDraft(const ConsentDraft &draft, bool acupuncture, const ConsentRowKey &target,
                    std::span<const ConsentRowKey> others) {
     const bool needles = acupuncture && !isDeformity(draft);

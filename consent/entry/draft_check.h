@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/entry/draft.h"
+#include "consent/record/draft.h"
 
 #include <optional>
 #include <span>
@@ -20,9 +20,3 @@ struct DraftProblem {
 /// @param others keys of the patient's other rows
 std::optional<DraftProblem> checkDraft(const ConsentDraft &draft, bool acupuncture,
                                        const ConsentRowKey &target, std::span<const ConsentRowKey> others);
-
-/// Whether two rows of one patient cannot stand side by side: massage rows are told apart by nDate alone.
-bool sameRecordDate(const ConsentRowKey &left, const ConsentRowKey &right);
-
-/// Said when the record date belongs to another row.
-QString recordDateTaken();

@@ -3,7 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/settings.h"
 #include "consent/entry/entry_query.h"
-#include "consent/entry/entry_save.h"
+#include "consent/record/entry_save.h"
 #include "consent/rules/holidays_query.h"
 #include "consent/rules/period_settings_query.h"
 #include "consent/rules/period_text.h"

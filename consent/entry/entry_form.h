@@ -1,7 +1,7 @@
 #pragma once
 
 #include "consent/entry/entry.h"
-#include "masters/search/master_search_form.h"
+#include "search/master_search_form.h"
 
 #include <QDialog>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/entry/draft.h"
+#include "consent/record/draft.h"
 #include "consent/rules/period.h"
 
 #include <QString>

@@ -50,8 +50,3 @@ short readDefaultDiagnosis(cT_ADODB &db, const EntryPatient &patient, QString &d
     diagnosis = read == RowRead::Found ? rows.text(0, 0) : QString();
     return 0;
 }
-
-QString sqlSetRemark(const ConsentRowKey &row, const QString &remark, const QString &computer) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = "_s + sqlTextOrNull(remark) + u", cPcName = "_s +
-           sqlText(computer) + u", tUpDateTime = GetDate() WHERE "_s + sqlWhere(row);
-}

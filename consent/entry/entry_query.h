@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/entry/draft.h"
+#include "consent/record/draft.h"
 
 #include <QString>
 
@@ -23,6 +23,3 @@ RowRead readDoctorData(cT_ADODB &db, const QString &code, DoctorData &doctor);
 /// The branch's default diagnosis for the first consent of a patient; empty when it has none.
 /// @return 0, or −1 with the reason in the connection's sErrMsg
 short readDefaultDiagnosis(cT_ADODB &db, const EntryPatient &patient, QString &diagnosis);
-
-/// Writes the list remark of a row; an empty one becomes Null.
-QString sqlSetRemark(const ConsentRowKey &row, const QString &remark, const QString &computer);

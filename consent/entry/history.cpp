@@ -1,6 +1,6 @@
 #include "consent/entry/history.h"
 
-#include "consent/entry/entry_save.h"
+#include "consent/record/entry_save.h"
 #include "db/adodb.h"
 
 #include <algorithm>

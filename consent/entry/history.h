@@ -1,8 +1,8 @@
 #pragma once
 
 #include "consent/entry/entry_query.h"
-#include "consent/entry/row_change.h"
 #include "consent/entry/time_line.h"
+#include "consent/record/row_change.h"
 
 #include <vector>
 

@@ -4,7 +4,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/entry/entry.h"
-#include "consent/entry/entry_save.h"
+#include "consent/record/entry_save.h"
 #include "ui_remark_form.h"
 
 using namespace Qt::Literals::StringLiterals;

@@ -1,8 +1,8 @@
 #include "consent/list/list.h"
 
 #include "app/base/clock.h"
-#include "consent/list/list_query.h"
-#include "consent/list/list_save_query.h"
+#include "consent/record/list_save_query.h"
+#include "consent/rows/list_query.h"
 #include "db/adodb.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -20,13 +20,13 @@ ListContext ConsentList::context() const {
 }
 
 // The connection's error text only grows: what this operation added is what the user has to see.
-short ConsentList::failed(qsizetype errorsBefore) {
-    m_error = m_db.sErrMsg().mid(errorsBefore);
+short ConsentList::failed(const ErrorsSince &errors) {
+    m_error = errors.text();
     return -1;
 }
 
 short ConsentList::read(Recordset &rows) {
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, listSql(m_environment.branch, m_read)) != 0)
         return failed(errors);
     return 0;
@@ -65,7 +65,7 @@ SaveOutcome ConsentList::save() {
     if (changed.empty())
         return outcome;
 
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     const auto fail = [&] {
         failed(errors);
         return SaveOutcome{SaveOutcome::Failed, -1, m_error, {}};
@@ -99,7 +99,7 @@ SaveOutcome ConsentList::save() {
 }
 
 short ConsentList::iJumpTo(qint32 patient, ListFilter &filter, QString *warning) {
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     Recordset rows;
     if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, patientJumpSql(m_environment.branch, patient)) != 0)
         return failed(errors);

@@ -1,12 +1,13 @@
 #pragma once
 
 #include "app/base/environment.h"
-#include "consent/list/list_filter.h"
 #include "consent/list/list_model.h"
+#include "consent/rows/list_filter.h"
 
 #include <QString>
 #include <QStringList>
 
+class ErrorsSince;
 class cT_ADODB;
 
 /// What came of saving the edits.
@@ -52,7 +53,7 @@ public:
 private:
     short read(Recordset &rows);
     ListContext context() const;
-    short failed(qsizetype errorsBefore);
+    short failed(const ErrorsSince &errors);
 
     const Environment &m_environment;
     cT_ADODB &m_db;

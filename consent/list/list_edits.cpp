@@ -1,7 +1,7 @@
 #include "consent/list/list_edits.h"
 
 #include "app/base/dates.h"
-#include "consent/list/list_cells.h"
+#include "consent/rows/list_cells.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list_save_query.h"
+#include "consent/record/list_save_query.h"
 
 #include <QString>
 

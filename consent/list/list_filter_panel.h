@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list_filter.h"
+#include "consent/rows/list_filter.h"
 #include "widgets/code_name_pair.h"
 
 #include <QWidget>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/base/settings.h"
-#include "consent/list/list_advisor.h"
+#include "consent/rules/list_advisor.h"
 
 #include <span>
 

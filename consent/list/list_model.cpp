@@ -1,7 +1,7 @@
 #include "consent/list/list_model.h"
 
 #include "app/base/dates.h"
-#include "consent/list/list_order.h"
+#include "consent/rows/list_order.h"
 
 #include <algorithm>
 

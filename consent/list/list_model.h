@@ -1,11 +1,11 @@
 #pragma once
 
-#include "consent/list/list_cells.h"
-#include "consent/list/list_columns.h"
 #include "consent/list/list_edits.h"
-#include "consent/list/list_narrowing.h"
-#include "consent/list/list_record.h"
-#include "consent/list/request_methods.h"
+#include "consent/rows/list_cells.h"
+#include "consent/rows/list_columns.h"
+#include "consent/rows/list_narrowing.h"
+#include "consent/rows/list_record.h"
+#include "consent/rows/request_methods.h"
 
 #include <QAbstractTableModel>
 #include <QHash>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list_filter.h"
+#include "consent/rows/list_filter.h"
 
 #include <QDialog>
 #include <memory>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/renewal/renewal_run.h"
+#include "consent/record/renewal_run.h"
 
 class ConsentListModel;
 

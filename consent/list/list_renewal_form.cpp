@@ -17,11 +17,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 bool permitted(const ListRenewalRequest &request) {
-    const qsizetype errors = request.db.sErrMsg().size();
+    const ErrorsSince errors(request.db);
     int day = 0;
     if (request.db.iConnect() != 0 ||
         readUpdateReferenceDay(request.db, request.environment.branch, day) != 0) {
-        request.environment.messages.fail(request.db.sErrMsg().mid(errors), u"DB-error"_s);
+        request.environment.messages.fail(errors.text(), u"DB-error"_s);
         return false;
     }
     const RenewalPermit permit = renewalPermit(request.environment.clock.today(), request.rangeStart, day);

@@ -8,8 +8,8 @@
 #include "consent/requests/letter_wait_form.h"
 #include "consent/requests/request_rows_model.h"
 #include "db/adodb.h"
-#include "masters/search/master_search_form.h"
 #include "print/request_letter/letter_query.h"
+#include "search/master_search_form.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/tick_delegate.h"
 
@@ -117,7 +117,7 @@ void frm同意依頼::showState() {
     const std::vector<RequestRow> rows = onPaper(m_model->rows());
     const QString count = u"%L1 件（"_s.arg(rows.size()) + kindSummary(rows) + u"）　"_s;
     m_ui->lblState->setText(rows.empty() ? u"用紙で依頼する行がありません。"_s
-                                         : QString(count + requestedSummary(rows)).trimmed());
+                                         : (count + requestedSummary(rows)).trimmed());
 }
 
 bool frm同意依頼::readOptions(LetterOptions &options) {
@@ -166,10 +166,10 @@ void frm同意依頼::chooseDoctor() {
     const CodeName doctor = m_doctors->seled();
     if (doctor.code.isEmpty())
         return;
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     QHash<QString, LetterDoctor> found;
     if (readLetterDoctors(m_db, {doctor.code}, found) != 0) {
-        m_environment.messages.fail(m_db.sErrMsg().mid(errors), u"DB-error"_s);
+        m_environment.messages.fail(errors.text(), u"DB-error"_s);
         return;
     }
     m_model->askDoctor(row, doctor.code, doctor.name, found.value(doctor.code).institution);

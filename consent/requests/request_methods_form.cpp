@@ -4,8 +4,8 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "consent/list/request_methods.h"
 #include "consent/requests/method_uses_query.h"
+#include "consent/rows/request_methods.h"
 #include "db/adodb.h"
 #include "widgets/tick_delegate.h"
 
@@ -65,10 +65,10 @@ short RequestMethodsForm::iInit(const std::optional<MethodsRow> &row, const QStr
     const RequestMethods methods = readRequestMethods(m_environment.folders, &m_error);
     if (!m_error.isEmpty())
         return -1;
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     MethodUses uses;
     if (readMethodUses(m_db, uses) != 0) {
-        m_error = m_db.sErrMsg().mid(errors);
+        m_error = errors.text();
         return -1;
     }
     m_read = methods.texts;
@@ -184,10 +184,10 @@ bool RequestMethodsForm::regist() {
 
 bool RequestMethodsForm::writeList() {
     Messages &messages = m_environment.messages;
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     MethodUses uses;
     if (readMethodUses(m_db, uses) != 0) {
-        messages.fail(m_db.sErrMsg().mid(errors), u"DB-error"_s);
+        messages.fail(errors.text(), u"DB-error"_s);
         return false;
     }
     if (const QStringList meanings = m_model->list().newMeanings(uses);
@@ -221,11 +221,11 @@ bool RequestMethodsForm::writeRow() {
         messages.warn(u"個別依頼方法が長すぎます。全体で %1 文字までです。"_s.arg(mostOwn));
         return false;
     }
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     qint64 affected = 0;
     if (m_db.iConnect() != 0 ||
         m_db.iExecSQL(saveRowSql(m_row->row, now, m_db.csGetComputerName()), &affected) != 0) {
-        messages.fail(m_db.sErrMsg().mid(errors), u"DB-error"_s);
+        messages.fail(errors.text(), u"DB-error"_s);
         return false;
     }
     m_written = true;

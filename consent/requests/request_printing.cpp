@@ -3,7 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/base/settings.h"
-#include "print/consent_form/form_messages.h"
+#include "print/batch/print_messages.h"
 #include "print/request_letter/letter_messages.h"
 
 #include <algorithm>

@@ -13,7 +13,7 @@ using namespace Qt::Literals::StringLiterals;
 
 SQLWCHAR *odbcText(const QString &text) {
     // The interface takes texts as non-const and does not change them.
-    return const_cast<SQLWCHAR *>(reinterpret_cast<const SQLWCHAR *>(text.utf16()));
+    return const_cast<SQLWCHAR *>(text.utf16());
 }
 
 namespace {

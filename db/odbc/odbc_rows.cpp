@@ -247,8 +247,7 @@ bool OdbcRowReader::appendText(Recordset &rows, size_t row, SQLUSMALLINT number,
                     u"HY000"_s, u"列「%1」の値がドライバーの示した長さを超えています。"_s.arg(column.name))};
                 return false;
             }
-            if (!SQL_SUCCEEDED(
-                    SQLSetPos(m_statement, SQLSETPOSIROW(row + 1), SQL_POSITION, SQL_LOCK_NO_CHANGE)))
+            if (!SQL_SUCCEEDED(SQLSetPos(m_statement, row + 1, SQL_POSITION, SQL_LOCK_NO_CHANGE)))
                 return false;
         }
         if (!fetchText(number, isNull))

@@ -49,7 +49,7 @@ ServerAddress serverAddress(const QString &text) {
     ServerAddress address;
     QString rest = text;
     for (const QString &protocol : {u"tcp"_s, u"np"_s, u"lpc"_s, u"admin"_s})
-        if (sameKeyword(QStringView(rest).left(protocol.size() + 1), QString(protocol + u':'))) {
+        if (sameKeyword(QStringView(rest).left(protocol.size() + 1), protocol + u':')) {
             address.protocol = protocol;
             rest = rest.mid(protocol.size() + 1).trimmed();
             break;

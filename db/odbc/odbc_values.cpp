@@ -70,7 +70,7 @@ void appendTimestamp(Recordset &rows, const SQL_TIMESTAMP_STRUCT &at) {
     writeNumber(text, 5, at.month, 2);
     text[7] = u'/';
     writeNumber(text, 8, at.day, 2);
-    const unsigned milliseconds = unsigned(at.fraction / 1000000); // the fraction counts nanoseconds
+    const unsigned milliseconds = at.fraction / 1000000; // the fraction counts nanoseconds
     const bool midnight = at.hour == 0 && at.minute == 0 && at.second == 0 && milliseconds == 0;
     if (!midnight) {
         text[10] = u' ';

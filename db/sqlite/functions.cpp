@@ -59,8 +59,7 @@ qsizetype unfoldedIndex(const QString &text, qsizetype foldedAt) {
 void charIndex(Context *context, int count, Value **arguments) {
     if (isNull(arguments[0]) || isNull(arguments[1]))
         return;
-    const qsizetype start =
-        count > 2 ? qMax(qsizetype(sqlite3_value_int64(arguments[2])) - 1, qsizetype(0)) : 0;
+    const qsizetype start = count > 2 ? std::max<qsizetype>(sqlite3_value_int64(arguments[2]) - 1, 0) : 0;
     const QString sought = foldForSearch(textOf(arguments[0]));
     const QString text = textOf(arguments[1]).mid(start);
     const qsizetype at = sought.isEmpty() ? -1 : foldForSearch(text).indexOf(sought);

@@ -98,7 +98,7 @@ private:
     void passSign() {
         constexpr std::string_view pairs[] = {"<=", ">=", "<>", "!=", "||"};
         const std::string_view two = m_sql.substr(m_at, 2);
-        m_at += std::ranges::find(pairs, two) != std::end(pairs) ? 2 : 1;
+        m_at += std::ranges::find(pairs, two) != std::end(pairs) ? 2u : 1u;
     }
 
     std::string_view m_sql;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "print/consent_form/batch_print.h"
+#include "print/batch/batch_print.h"
 #include "print/consent_form/form_gather.h"
 
 class Folders;

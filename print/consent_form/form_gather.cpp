@@ -144,11 +144,11 @@ private:
 
 short iGatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options, const QDate &today,
                           GatheredForms &gathered, QString &reason) {
-    const qsizetype before = db.sErrMsg().size();
+    const ErrorsSince before(db);
     Masters masters;
     Recordset rows;
     if (db.iConnect() != 0 || db.iOpenRecSet(rows, consentFormSql(options)) != 0) {
-        reason = db.sErrMsg().mid(before);
+        reason = before.text();
         return -1;
     }
     if (readMasters(db, options, masters, reason) != 0)

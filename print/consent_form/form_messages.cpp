@@ -1,6 +1,6 @@
 #include "print/consent_form/form_messages.h"
 
-#include "print/consent_form/batch_print.h"
+#include "print/batch/print_messages.h"
 #include "print/consent_form/form_gather.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -9,80 +9,7 @@ namespace {
 
 const QString newLine = u"\r\n"_s;
 
-/// A heading and what stands under it, when anything does.
-void addPart(QString &text, const QString &heading, const QStringList &names) {
-    if (!names.isEmpty())
-        text += (text.isEmpty() ? QString() : newLine + newLine) + heading + newLine + names.join(newLine);
-}
-
-QString stateText(BatchChunk::State state) {
-    switch (state) {
-    case BatchChunk::State::SomeFailed:
-        return u"一部を作成できませんでした。"_s;
-    case BatchChunk::State::BuilderMissing:
-        return u"帳票イメージ作成プログラムがありません。"_s;
-    case BatchChunk::State::BuilderFailed:
-        return u"帳票イメージの作成に失敗しました。"_s;
-    case BatchChunk::State::BuilderHung:
-        return u"帳票イメージの作成が時間内に終わりませんでした。"_s;
-    case BatchChunk::State::ViewerMissing:
-        return u"帳票を表示できませんでした。"_s;
-    case BatchChunk::State::NotWritten:
-        return u"作業フォルダに書き込めませんでした。"_s;
-    case BatchChunk::State::Done:
-        break;
-    }
-    return {};
-}
-
-/// "1 組目（1　甲 ～ 120　乙、100 件）"
-QString chunkName(const BatchChunk &chunk) {
-    const QString name = u"%1 組目"_s.arg(chunk.number);
-    return chunk.reports == 0
-               ? name
-               : name + u"（%1 ～ %2、%3 件）"_s.arg(chunk.first, chunk.last, QString::number(chunk.reports));
-}
-
-/// What went wrong with chunks as a whole, or with reports that nobody can name.
-QStringList faults(const BatchResult &result) {
-    QStringList lines;
-    for (const BatchChunk &chunk : result.chunks) {
-        if (chunk.state == BatchChunk::State::Done)
-            continue;
-        QStringList reasons{stateText(chunk.state)};
-        if (!chunk.reason.isEmpty())
-            reasons += chunk.reason;
-        lines += chunkName(chunk) + newLine + printFailed(reasons.join(newLine)).text;
-        if (chunk.endsBatch())
-            lines += u"この組から後は出力していません。"_s;
-    }
-    return lines;
-}
-
-QStringList failedReports(const BatchResult &result) {
-    QStringList subjects;
-    for (const BatchChunk &chunk : result.chunks)
-        subjects += chunk.failed;
-    return subjects;
-}
-
-QString cancelledAfter(const BatchResult &result) {
-    return result.chunks.empty() || result.chunks.back().last.isEmpty()
-               ? u"中止しました。"_s
-               : u"「%1」までで中止しました。"_s.arg(result.chunks.back().last);
-}
-
-QStringList eachOnce(QStringList texts) {
-    texts.removeDuplicates();
-    return texts;
-}
-
 } // namespace
-
-Message layoutMissing(const QString &layout) {
-    return {u"同意書（"_s + layout + u"）が存在しません。"_s + newLine + u"処理を中止します。"_s,
-            MessageIcon::Exclamation, u"ファイルエラー"_s};
-}
 
 Message formNotRegistered(bool acupuncture) {
     const QString kind = acupuncture ? u"鍼灸"_s : u"マッサージ"_s;
@@ -107,31 +34,8 @@ Message printSettingsUnreadable(const QString &reason) {
     return {u"印刷条件の取得に失敗しました。"_s + newLine + reason, MessageIcon::Critical, {}};
 }
 
-Message printFailed(const QString &reason) {
-    return {u"帳票の印刷に失敗しました。"_s + u'[' + reason + u']', MessageIcon::Critical, {}};
-}
-
-Message oralNotPrinted() {
-    return {u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s,
-            MessageIcon::Exclamation,
-            {},
-            MessageButtons::OkCancel,
-            Answer::Ok};
-}
-
-Message nothingToPrint() {
-    return {u"出力するデータがありません。"_s, MessageIcon::Information, {}};
-}
-
 Message nippouIniMissing() {
     return {u"iControlInitでエラー:nippou.iniが見つかりません。"_s, MessageIcon::Critical, {}};
-}
-
-Message textsTouched(const QStringList &texts) {
-    return {u"次の文字列には帳票で使えない文字があり、近い文字か「〓」に置き換えました。"_s + newLine +
-                eachOnce(texts).join(newLine),
-            MessageIcon::Exclamation,
-            {}};
 }
 
 Message patientsLeftOut(const std::vector<LeftOutPatient> &patients) {
@@ -141,19 +45,7 @@ Message patientsLeftOut(const std::vector<LeftOutPatient> &patients) {
         (patient.why == LeftOutPatient::Why::Oral ? oral : unregistered) +=
             u"%1　%2"_s.arg(patient.patient.nIDNo).arg(patient.name);
     QString text;
-    addPart(text, u"同意書が登録されていないため、印刷できない利用者："_s, unregistered);
-    addPart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
+    addMessagePart(text, u"同意書が登録されていないため、印刷できない利用者："_s, unregistered);
+    addMessagePart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
     return {text, MessageIcon::Exclamation, {}};
-}
-
-Message batchSummary(const BatchResult &result) {
-    QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports);
-    if (result.cancelled)
-        text += newLine + cancelledAfter(result);
-    addPart(text, u"書式ファイルがないため、印刷できない利用者："_s, result.missingLayouts);
-    addPart(text, u"作成できなかった帳票："_s, failedReports(result));
-    addPart(text, u"失敗した組："_s, faults(result));
-    addPart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s, eachOnce(result.touched));
-    const bool noted = !result.allPrinted() || !result.touched.isEmpty();
-    return {text, noted ? MessageIcon::Exclamation : MessageIcon::Information, {}};
 }

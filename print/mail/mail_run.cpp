@@ -30,13 +30,13 @@ public:
         if (!m_watch.goOn())
             return end({MailResult::NotTried, {}}, u"中止したため送信していません。"_s);
         // Without a database the mark could not be written afterwards.
-        const qsizetype before = m_db.sErrMsg().size();
+        const ErrorsSince before(m_db);
         if (m_db.iConnect() != 0)
-            return end({MailResult::NotTried, m_db.sErrMsg().mid(before)},
+            return end({MailResult::NotTried, before.text()},
                        u"データベースに接続できないため送信していません。"_s);
         std::vector<MailRow> overtaken;
         if (iReadOvertaken(m_db, recipient.rows, overtaken) != 0)
-            return end({MailResult::NotTried, m_db.sErrMsg().mid(before)},
+            return end({MailResult::NotTried, before.text()},
                        u"データベースを読めないため送信していません。"_s);
         if (!overtaken.empty())
             return {MailResult::Overtaken,
@@ -76,7 +76,7 @@ private:
     }
 
     MailResult mark(const MailRecipient &recipient) {
-        const qsizetype before = m_db.sErrMsg().size();
+        const ErrorsSince before(m_db);
         std::vector<MailRow> gone;
         Transaction transaction(m_db);
         bool marked = transaction.begun();
@@ -87,7 +87,7 @@ private:
                 gone.push_back(row);
         }
         if (!marked || transaction.commit() != 0)
-            return end({MailResult::NotMarked, m_db.sErrMsg().mid(before)},
+            return end({MailResult::NotMarked, before.text()},
                        u"送信済の記録ができなくなったため送信していません。"_s);
         if (gone.empty())
             return {MailResult::Sent, {}};

@@ -63,10 +63,10 @@ short frmMailSend::Init(cT_ADODB &db, const std::vector<MailRow> &rows) {
     m_settings = *settings;
     std::vector<Counsellor> active;
     std::vector<PatientCounsellor> counsellorOf;
-    const qsizetype before = db.sErrMsg().size();
+    const ErrorsSince before(db);
     if (db.iConnect() != 0 || iReadCounsellors(db, active) != 0 ||
         iReadPatientCounsellors(db, rows, counsellorOf) != 0)
-        return fail(db.sErrMsg().mid(before));
+        return fail(before.text());
     MailPlan plan = planMails(active, counsellorOf, rows);
     m_choice.load(std::move(plan.recipients));
     showUnreached(plan.unreached);

@@ -119,7 +119,7 @@ QString MailServer::argument() const {
 }
 
 QString MailSettings::senderArgument() const {
-    const QString login = server.user.isEmpty() ? QString() : QString(server.user + u":****"_s);
+    const QString login = server.user.isEmpty() ? QString() : server.user + u":****"_s;
     return u"%1<%2>\t%3"_s.arg(onOneLine(senderName), senderAddress, login);
 }
 

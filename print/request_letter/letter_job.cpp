@@ -25,7 +25,7 @@ QString dataFileName(size_t sheet) {
 } // namespace
 
 short LetterJob::iRead(std::vector<LetterOrder> orders) {
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     m_orders = std::move(orders);
     if (readLetterSource(m_db, m_environment.branch, m_orders, m_source) == 0)
         return 0;
@@ -109,7 +109,7 @@ short LetterJob::markRow(const LetterRow &row, const QString &computer, bool *ov
 }
 
 short LetterJob::iMark(QStringList *overtaken) {
-    const qsizetype errors = m_db.sErrMsg().size();
+    const ErrorsSince errors(m_db);
     if (m_db.iConnect() != 0)
         return failDb(errors);
     const QString computer = m_db.csGetComputerName();
@@ -131,6 +131,6 @@ short LetterJob::fail(const QString &reason) {
     return -1;
 }
 
-short LetterJob::failDb(qsizetype errorsBefore) {
-    return fail(m_db.sErrMsg().mid(errorsBefore));
+short LetterJob::failDb(const ErrorsSince &errors) {
+    return fail(errors.text());
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <memory>
 
+class ErrorsSince;
 class cT_ADODB;
 struct Environment;
 
@@ -58,7 +59,7 @@ private:
                   QString *reason) const;
     QString layoutPath(const QString &layout) const;
     short fail(const QString &reason);
-    short failDb(qsizetype errorsBefore);
+    short failDb(const ErrorsSince &errors);
 
     const Environment &m_environment;
     cT_ADODB &m_db;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "print/consent_form/batch_print.h"
+#include "print/batch/batch_print.h"
 #include "print/consent_form/form_gather.h"
 #include "print/documents/envelope.h"
 #include "print/request_letter/letter_job.h"

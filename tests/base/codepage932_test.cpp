@@ -80,7 +80,7 @@ TEST(CodePage932, ShowsBytesThatAreNoCharacter) {
     EXPECT_EQ(decode932("a\xFF\xFD\xA0\x80z"_ba), u"a\uFFFD\uFFFD\uFFFD\uFFFDz"_s);
     EXPECT_EQ(decode932("\x83"_ba), u"\uFFFD"_s);           // half a character at the end
     EXPECT_EQ(decode932("\x83\r\nx"_ba), u"\uFFFD\r\nx"_s); // the line end is not swallowed
-    EXPECT_EQ(decode932(QByteArray("a\0b", 3)), QString(u"a\0b"_s));
+    EXPECT_EQ(decode932(QByteArray("a\0b", 3)), u"a\0b"_s);
 }
 
 } // namespace

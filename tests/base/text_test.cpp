@@ -9,8 +9,8 @@ namespace {
 
 TEST(Text, CutsAtNulAndTrimsBlanks) {
     EXPECT_EQ(cutAtNul(u"abc"_s), u"abc"_s);
-    EXPECT_EQ(cutAtNul(QString(u"ab\0c\0"_s)), u"ab"_s);
-    EXPECT_EQ(cutAtNul(QString(u"\0abc"_s)), u""_s);
+    EXPECT_EQ(cutAtNul(u"ab\0c\0"_s), u"ab"_s);
+    EXPECT_EQ(cutAtNul(u"\0abc"_s), u""_s);
     EXPECT_EQ(trimRight(u"  a b  "_s), u"  a b"_s);
     EXPECT_EQ(trimRight(u"a\u3000 \t "_s), u"a\u3000 \t"_s);
     EXPECT_EQ(trimRight(u"   "_s), u""_s);

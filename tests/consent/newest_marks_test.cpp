@@ -1,4 +1,4 @@
-#include "consent/renewal/renewal.h"
+#include "consent/record/renewal.h"
 
 #include "tests/consent/consent_rows.h"
 #include "tests/support/test_environment.h"

@@ -2,7 +2,7 @@
 //   renewal_kill [--rounds=200] [--seed=1]
 // As "renewal_kill renew <connection string> forward|backward" it is the program that is killed.
 
-#include "consent/renewal/renewal_run.h"
+#include "consent/record/renewal_run.h"
 #include "tests/consent/consent_rows.h"
 
 #include <QCoreApplication>

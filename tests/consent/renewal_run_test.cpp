@@ -1,4 +1,4 @@
-#include "consent/renewal/renewal_run.h"
+#include "consent/record/renewal_run.h"
 
 #include "consent/rules/holidays_query.h"
 #include "consent/rules/period_settings_query.h"

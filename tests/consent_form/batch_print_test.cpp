@@ -1,7 +1,7 @@
 #include "app/base/codepage932.h"
 #include "app/base/processes.h"
-#include "print/consent_form/batch_documents.h"
-#include "print/consent_form/batch_print.h"
+#include "print/batch/batch_documents.h"
+#include "print/batch/batch_print.h"
 #include "print/consent_form/form_files.h"
 #include "tests/consent_form/practice.h"
 

@@ -1,6 +1,6 @@
 // Set printing, by its screen and from the list.
 
-#include "consent/list/consent_list_form.h"
+#include "consent/screens/consent_list_form.h"
 #include "print/set_print/set_print_form.h"
 #include "tests/consent_form/practice.h"
 #include "tests/widgets/form_keys.h"

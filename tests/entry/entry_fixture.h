@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/base/folders.h"
-#include "consent/entry/draft.h"
+#include "consent/record/draft.h"
 #include "tests/support/test_database.h"
 #include "tests/support/test_environment.h"
 

@@ -3,8 +3,8 @@
 #include "app/base/codepage932.h"
 #include "consent/entry/diagnosis_list.h"
 #include "consent/entry/entry.h"
-#include "consent/entry/entry_save.h"
 #include "consent/entry/history.h"
+#include "consent/record/entry_save.h"
 #include "tests/entry/entry_fixture.h"
 #include "tests/support/failing_provider.h"
 

@@ -1,7 +1,7 @@
 // The consent list's form, worked by keys and by its controls.
 
-#include "consent/list/consent_list_form.h"
 #include "consent/list/list_grid.h"
+#include "consent/screens/consent_list_form.h"
 #include "tests/list/list_fixture.h"
 #include "widgets/code_box.h"
 #include "widgets/date_box.h"

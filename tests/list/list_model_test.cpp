@@ -2,7 +2,7 @@
 
 #include "tests/list/list_fixture.h"
 
-#include "consent/list/list_advisor.h"
+#include "consent/rules/list_advisor.h"
 
 #include <QAbstractItemModelTester>
 #include <QSignalSpy>

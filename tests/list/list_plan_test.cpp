@@ -1,6 +1,6 @@
 // The list's query must stay quick when an office has 200,000 patients: it may never look at every consent.
 
-#include "consent/list/list_query.h"
+#include "consent/rows/list_query.h"
 #include "db/adodb.h"
 #include "sample/sample_database.h"
 #include "tests/support/test_environment.h"

@@ -1,7 +1,7 @@
 // The mail screens, opened from the list's rows and worked by keys.
 
-#include "consent/list/list_screens.h"
-#include "consent/requests/mail_screen.h"
+#include "consent/screens/list_screens.h"
+#include "consent/screens/mail_screen.h"
 #include "print/mail/sending_form.h"
 #include "tests/list/list_fixture.h"
 #include "tests/mail/smtp_server.h"

@@ -1,8 +1,8 @@
 // The request screen, opened from the consent list and worked by its controls.
 
-#include "consent/list/consent_list_form.h"
 #include "consent/list/list_grid.h"
 #include "consent/requests/request_rows_model.h"
+#include "consent/screens/consent_list_form.h"
 #include "tests/list/list_fixture.h"
 #include "tests/widgets/form_keys.h"
 #include "widgets/date_box.h"

@@ -80,7 +80,7 @@ Tag::Place Reader::placeOf(qsizetype offset) {
 }
 
 qsizetype Reader::offset() const {
-    return std::min(qsizetype(m_xml.characterOffset()), m_text.size());
+    return std::min<qsizetype>(m_xml.characterOffset(), m_text.size());
 }
 
 bool Reader::failAsXml() {

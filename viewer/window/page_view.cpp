@@ -287,7 +287,7 @@ QPixmap PageView::picture(int page, QSizeF size) {
     if (const QPixmap *kept = m_pictures.object(page))
         return *kept;
     const double ratio = devicePixelRatioF();
-    QPixmap drawn(QSizeF(size * ratio).toSize().expandedTo({1, 1}));
+    QPixmap drawn((size * ratio).toSize().expandedTo({1, 1}));
     drawn.setDevicePixelRatio(ratio);
     drawn.fill(Qt::white);
     QPainter painter(&drawn);

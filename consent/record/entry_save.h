@@ -1,0 +1,15 @@
+#pragma once
+
+#include "consent/record/row_change.h"
+
+/// Registers a draft as one transaction: the old row goes, the new one takes its request and renewal fields
+/// along, the newest marks follow. A colleague's row is never overwritten.
+/// @param stored the row as it was read; null for a new consent
+/// @param key filled with the new row's key when the outcome is Done
+RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored, ConsentRowKey &key);
+
+/// Erases a consent as the user saw it, with the newest marks after it.
+RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen);
+
+/// Writes the list remark of a consent, unless the remark was changed since the user saw it.
+RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &remark);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "consent/rows/list_columns.h"
+#include "consent/rows/list_record.h"
+#include "consent/rows/request_methods.h"
+
+#include <QVariant>
+
+/// How urgent a row is: its period ends within 14 days, or has ended.
+enum class Urgency { None, DueSoon, Ended };
+Urgency urgencyOf(const QDate &periodEnd, const QDate &today);
+
+/// What the list was read for.
+struct ListContext {
+    QDate today;
+    QDate from;
+    QDate to;
+    bool readOnly = false; ///< nothing but 対象 can be edited
+    RequestMethods methods;
+    PeriodAdvisor *advisor = nullptr; ///< outlives the list's rows
+};
+
+/// The urgency that a list shows: none in the history, whose rows have been followed by others.
+Urgency urgencyIn(const ListContext &context, const QDate &periodEnd);
+
+/// One row of the list as its cells see it.
+struct ListCellSource {
+    const ListRecords &records;
+    int record;
+    const ConsentRowValues &values;
+    const ListContext &context;
+};
+
+/// What a cell shows; empty for tick cells.
+QString cellText(const ListCellSource &row, ListColumn column);
+
+/// What a cell is sorted by: a number, or a text already folded for comparison.
+QVariant cellSortKey(const ListCellSource &row, ListColumn column);
+
+/// The value that an editor of the cell starts from: QDate, text, or the method's number.
+QVariant cellEditValue(const ConsentRowValues &values, ListColumn column);
+
+/// Takes what an editor gives back; false for a column that is not edited this way.
+bool setCellValue(ConsentRowValues &values, ListColumn column, const QVariant &value);
+
+/// The stored mark under a tick column; nullptr for 対象 and columns that hold no mark.
+Nullable<short> *tickOf(ConsentRowValues &values, ListColumn column);
+
+/// Whether two versions of a row differ in what a column shows.
+bool cellDiffers(const ConsentRowValues &a, const ConsentRowValues &b, ListColumn column);

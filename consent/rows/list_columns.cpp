@@ -1,0 +1,52 @@
+#include "consent/rows/list_columns.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+std::span<const ListColumnInfo> listColumns() {
+    using enum CellKind;
+    using C = ListColumn;
+    static const std::array<ListColumnInfo, size_t(ListColumn::Count)> columns{{
+        {C::Target, u"対象"_s, Tick, true, 3, u"印刷・メールなどの対象にする行（保存されません）"_s},
+        {C::Contact, u"連絡"_s, Tick, true, 3, u"メールで連絡する利用者"_s},
+        {C::Sent, u"送信状況"_s, Text, false, 4, {}},
+        {C::Received, u"受領"_s, Tick, true, 3, u"新しい同意を受領した行。「同意更新」で更新されます"_s},
+        {C::Procedure, u"手順"_s, Text, false, 3, u"同意の手順（書面・口頭）"_s},
+        {C::Requested, u"依頼"_s, Tick, true, 3, u"同意の依頼を出力した行"_s},
+        {C::Number, u"IDNo."_s, Number, false, 4, {}},
+        {C::Name, u"利用者名"_s, Text, false, 8, u"並べ替えはかな順です"_s},
+        {C::Kind, u"施術区分"_s, Text, false, 5, {}},
+        {C::FirstTreatment, u"初療年月日"_s, Date, false, 6, {}},
+        {C::ConsentEnd, u"同意期間終了日"_s, Date, false, 11,
+         u"要加療期間の終了日。14日以内は▲、過ぎた行は■"_s},
+        {C::Reconsent, u"再同意日"_s, Date, true, 6, u"入力すると次回の要加療期間を計算します"_s},
+        {C::NextStart, u"要加療開始"_s, Date, true, 6, u"次回の要加療期間の開始日"_s},
+        {C::NextEnd, u"要加療終了"_s, Date, true, 6, u"次回の要加療期間の終了日"_s},
+        {C::Period, u"要加療期間"_s, Date, false, 12, u"現在の同意の要加療期間"_s},
+        {C::HospitalNumber, u"病院No"_s, Number, false, 4, {}},
+        {C::Hospital, u"病院名"_s, Text, false, 11, {}},
+        {C::Doctor, u"担当医師"_s, Text, false, 7, {}},
+        {C::Method, u"依頼方法"_s, Choice, true, 7, u"未選択の行には病院の依頼方法を（ ）で示します"_s},
+        {C::Remark, u"備考"_s, Text, true, 14, u"一覧備考"_s},
+        {C::PlaceZip, u"施術場所(〒)"_s, Text, false, 6, {}},
+        {C::PlaceAddress, u"施術場所(住所)"_s, Text, false, 16, {}},
+        {C::ReceiptZip, u"領収書/請求書 送付先(〒)"_s, Text, false, 6, {}},
+        {C::ReceiptAddress, u"領収書/請求書 送付先(住所)"_s, Text, false, 16, {}},
+        {C::ReceiptTel, u"領収書/請求書 送付先(TEL)"_s, Text, false, 8, {}},
+        {C::ReceiptFax, u"領収書/請求書 送付先(FAX)"_s, Text, false, 8, {}},
+        {C::ReceiptMobile, u"領収書/請求書 送付先(携帯)"_s, Text, false, 8, {}},
+        {C::ReceiptAddressee, u"領収書/請求書 送付先(宛名)"_s, Text, false, 8, {}},
+        {C::ContactZip, u"連絡先 (〒)"_s, Text, false, 6, {}},
+        {C::ContactAddress, u"連絡先 (住所)"_s, Text, false, 16, {}},
+        {C::ContactTel, u"連絡先 (TEL)"_s, Text, false, 8, {}},
+        {C::ContactFax, u"連絡先 (FAX)"_s, Text, false, 8, {}},
+        {C::ContactMobile, u"連絡先 (携帯)"_s, Text, false, 8, {}},
+        {C::ContactAddressee, u"連絡先 (宛名)"_s, Text, false, 8, {}},
+        {C::HospitalAddress, u"病院住所"_s, Text, false, 16, {}},
+        {C::Diagnosis, u"傷病名"_s, Text, false, 10, {}},
+        {C::Treatment, u"施術部位/内容"_s, Text, false, 14, {}},
+        {C::State, u"要加療途中"_s, Text, false, 6, u"対象期間の中での要加療期間の状態"_s},
+    }};
+    return columns;
+}

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "consent/record/list_row.h"
+#include "consent/record/list_save_query.h"
+#include "consent/rules/period_advisor.h"
+#include "db/recordset.h"
+#include "db/tables/keys.h"
+
+#include <array>
+
+/// The columns of the list query that the list looks at.
+enum class ListField {
+    KyotenCd,
+    KyotenEb,
+    Number,
+    Name,
+    NameKana,
+    Kind,
+    FirstTreatment,
+    Zip,
+    Address1,
+    Address2,
+    DateKey,
+    Deformity,
+    DeformityKey,
+    ConsentDay,
+    PeriodStart,
+    PeriodEnd,
+    Months,
+    Diagnosis,
+    Part1,
+    Part2,
+    Part3,
+    Part4,
+    Part5,
+    Warm,
+    Electric,
+    Needle,
+    Moxa,
+    ElectricNeedle,
+    Procedure,
+    Sent,
+    Contact,
+    Requested,
+    Received,
+    RequestedDeformity,
+    ReceivedDeformity,
+    HospitalOut,
+    DoctorOut,
+    Reconsent,
+    NextStart,
+    NextEnd,
+    ReconsentDeformity,
+    NextStartDeformity,
+    NextEndDeformity,
+    Method,
+    OwnRequest,
+    Remark,
+    UpdateTime,
+    ConsentDoctor,
+    ConsentHospital,
+    DoctorName,
+    DoctorHospital,
+    DoctorAddress1,
+    DoctorAddress2,
+    HospitalNumber,
+    HospitalName,
+    HospitalMethod,
+    ReceiptZip,
+    ReceiptAddress1,
+    ReceiptAddress2,
+    ReceiptTel,
+    ReceiptFax,
+    ReceiptMobile,
+    ReceiptAddressee,
+    ContactZip,
+    ContactAddress1,
+    ContactAddress2,
+    ContactTel,
+    ContactFax,
+    ContactMobile,
+    ContactAddressee,
+    Count
+};
+
+/// The rows of one list query, read by meaning. Records count from 0 in the order of the query; a column
+/// that the query lacks reads as Null.
+class ListRecords {
+public:
+    ListRecords() = default;
+    explicit ListRecords(Recordset rows);
+
+    int count() const { return m_rows.rowCount(); }
+
+    QString text(int record, ListField field) const;
+    qint64 number(int record, ListField field) const;
+    QDate date(int record, ListField field) const;
+    bool flag(int record, ListField field) const { return number(record, field) != 0; }
+
+    bool isDeformity(int record) const { return number(record, ListField::Deformity) == 1; }
+    ConsentRowKey key(int record) const;
+    Period period(int record) const;
+    RunningConsent running(int record) const;
+    /// The values as they were read.
+    ConsentRowValues values(int record) const;
+    bool received(int record) const;
+    /// The row as saving compares it.
+    ReadRow row(int record) const;
+
+private:
+    int at(ListField field) const { return m_columns[size_t(field)]; }
+    Nullable<short> nullable(int record, ListField field) const;
+    /// A field of a massage row or its fellow of a deformity-correction row.
+    ListField either(int record, ListField massage, ListField deformity) const {
+        return isDeformity(record) ? deformity : massage;
+    }
+
+    Recordset m_rows;
+    std::array<int, size_t(ListField::Count)> m_columns{};
+};

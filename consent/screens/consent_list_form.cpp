@@ -1,0 +1,394 @@
+#include "consent/screens/consent_list_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/folders.h"
+#include "app/base/messages.h"
+#include "app/base/settings.h"
+#include "app/base/siblings.h"
+#include "app/base/version.h"
+#include "consent/list/list_filter_panel.h"
+#include "consent/list/list_grid.h"
+#include "consent/list/list_links.h"
+#include "consent/list/list_order_form.h"
+#include "consent/list/list_renewal_form.h"
+#include "consent/rules/list_advisor.h"
+#include "consent/screens/kept_columns.h"
+#include "consent/screens/list_command_bar.h"
+#include "consent/screens/list_screens.h"
+#include "consent/screens/list_searches.h"
+#include "db/adodb.h"
+#include "widgets/enter_moves_on.h"
+#include "widgets/version_form.h"
+
+#include <QAction>
+#include <QLabel>
+#include <QMenuBar>
+#include <QProgressBar>
+#include <QScrollBar>
+#include <QTimer>
+#include <QVBoxLayout>
+
+using namespace Qt::Literals::StringLiterals;
+
+struct frm同意書管理::Parts {
+    Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
+        : advisor(environment.branch, db), list(environment, db, model, advisor), searches(db, environment) {}
+
+    ListAdvisor advisor;
+    ConsentList list;
+    ListSearchForms searches;
+};
+
+frm同意書管理::frm同意書管理(Environment &environment, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_model(new PaintedListModel(this)) {
+    setObjectName(u"frm同意書管理"_s);
+    setWindowTitle(u"同意書管理"_s);
+    setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
+                   Qt::WindowCloseButtonHint);
+    layOut();
+    wire();
+}
+
+frm同意書管理::~frm同意書管理() = default;
+
+void frm同意書管理::layOut() {
+    m_panel = new ListFilterPanel(this);
+    m_grid = new ListGrid(m_environment.folders, m_environment.clock.today(), this);
+    m_grid->attach(m_model);
+    m_commands = new ListCommandBar(this);
+    m_progress = new QProgressBar(this);
+    m_progress->setObjectName(u"pctKeika"_s);
+    m_progress->setVisible(false);
+    m_status = new QLabel(this);
+    m_status->setObjectName(u"lblStatus"_s);
+
+    auto *layout = new QVBoxLayout(this);
+    layout->addWidget(m_panel);
+    layout->addWidget(m_grid, 1);
+    layout->addWidget(m_commands);
+    layout->setMenuBar(m_commands->menuBar());
+    auto *foot = new QHBoxLayout;
+    foot->addWidget(m_status, 1);
+    foot->addWidget(m_progress);
+    layout->addLayout(foot);
+    new EnterMovesOn(m_panel);
+    resize(m_grid->widthOf(190), fontMetrics().height() * 42);
+}
+
+void frm同意書管理::wire() {
+    connect(m_commands, &ListCommandBar::triggered, this, [this](const QString &command) { run(command); });
+    connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
+    connect(m_panel, &ListFilterPanel::narrowed, this,
+            [this] { keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); }); });
+    connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { search(); });
+    connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
+    connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
+    connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
+    connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { failDb(why); });
+}
+
+void frm同意書管理::sayNoDate() {
+    m_environment.messages.warn(
+        u"日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s);
+}
+
+// A command goes by what the cells hold; one that is being typed and is no date stops it.
+bool frm同意書管理::settleCell() {
+    if (m_grid->commitEditor())
+        return true;
+    sayNoDate();
+    return false;
+}
+
+short frm同意書管理::iInit(cT_ADODB &db, short) {
+    m_db = &db;
+    m_parts = std::make_unique<Parts>(m_environment, db, *m_model);
+    if (const QString reason = takeMethods(); !reason.isEmpty())
+        m_environment.messages.failIn(reason, u"iInit()でエラー");
+    m_panel->setSearches(m_parts->searches.searches(m_environment.messages), m_environment.messages);
+
+    const Settings settings(m_environment.folders);
+    ListFilter &filter = m_parts->list.filter();
+    filter.order = listOrderOf(settings.number(Setting::一覧並び順));
+    filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
+    for (const ListLink &link : listLinks()) {
+        m_parts->advisor.links.*link.flag = settings.isOn(link.setting);
+        m_commands->action(link.command)->setChecked(settings.isOn(link.setting));
+    }
+    m_panel->clear(filter.from, filter.to);
+    if (m_parts->list.iSearch() != 0) {
+        m_error = m_parts->list.sErrMsg();
+        return -1;
+    }
+    m_grid->restoreColumns(keptColumns());
+    m_grid->goTo(0, int(ListColumn::Target));
+    m_grid->setFocus();
+    return 0;
+}
+
+QString frm同意書管理::takeMethods() {
+    QString reason;
+    const RequestMethods methods = readRequestMethods(m_environment.folders, &reason);
+    if (reason.isEmpty()) {
+        m_parts->list.setMethods(methods);
+        m_grid->setMethods(methods);
+    }
+    return reason;
+}
+
+void frm同意書管理::run(const QString &command) {
+    using Work = void (*)(frm同意書管理 &);
+    static const QHash<QString, Work> commands{
+        {u"mnF04"_s, [](frm同意書管理 &form) { form.search(); }},
+        {u"cmdUpdate"_s, [](frm同意書管理 &form) { form.reread(); }},
+        {u"cmdSave"_s, [](frm同意書管理 &form) { form.saveAsked(); }},
+        {u"cmdGet"_s, [](frm同意書管理 &form) { form.renew(); }},
+        {u"cmdAllCheck"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Target); }},
+        {u"cmdAllCheckGet"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Received); }},
+        {u"cmdDspOrder"_s, [](frm同意書管理 &form) { form.chooseOrder(); }},
+        {u"cmdSeal"_s, [](frm同意書管理 &form) { form.startSeal(); }},
+        {u"mnDispHelp"_s, [](frm同意書管理 &form) { form.showHelp(); }},
+        {u"mnVersion"_s, [](frm同意書管理 &form) { form.showVersion(); }},
+        {u"cmdMenu"_s, [](frm同意書管理 &form) { form.reject(); }},
+        {u"cmdEnd"_s, [](frm同意書管理 &form) { form.reject(); }},
+    };
+    if (!settleCell())
+        return;
+    if (const Work work = commands.value(command))
+        work(*this);
+    else if (openScreen(command))
+        return;
+    else if (const QAction *entry = m_commands->action(command); entry->isCheckable())
+        toggleLink(command, entry->isChecked());
+}
+
+void frm同意書管理::showState() {
+    const int shown = m_model->rowCount();
+    const int all = m_model->records().count();
+    const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
+    m_panel->showCounts(u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
+                            .arg(m_model->targetRecords().size())
+                            .arg(m_model->receivedRecords().size()));
+    const int changed = m_model->changedCount();
+    m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
+}
+
+// Where the row of a key is now; a renewed row has another key, the patient's row of the same kind stands in.
+int frm同意書管理::rowOf(const ConsentRowKey &key, int otherwise) const {
+    int sibling = -1;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const ConsentRowKey other = m_model->records().key(m_model->recordOfRow(row));
+        if (other == key)
+            return row;
+        if (sibling < 0 && other.patient == key.patient && other.iHenkeiFlg == key.iHenkeiFlg)
+            sibling = row;
+    }
+    return sibling >= 0 ? sibling : otherwise;
+}
+
+// The cell that was current stays current, at its height in the window, wherever its row went.
+void frm同意書管理::keepPlace(const std::function<void()> &work) {
+    const QModelIndex current = m_grid->currentIndex();
+    const int before = qMax(0, current.row());
+    const int column = qMax(0, current.column());
+    std::optional<ConsentRowKey> key;
+    if (current.isValid())
+        key = m_model->records().key(m_model->recordOfRow(before));
+    const int fromTop = before - m_grid->verticalScrollBar()->value();
+    const int across = m_grid->horizontalScrollBar()->value();
+    work();
+    const int row = key ? rowOf(*key, before) : 0;
+    m_grid->goTo(row, column);
+    m_grid->verticalScrollBar()->setValue(row - fromTop);
+    m_grid->horizontalScrollBar()->setValue(across);
+    QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
+}
+
+void frm同意書管理::failDb(const QString &reason) {
+    m_environment.messages.fail(reason, u"DB-error"_s);
+}
+
+bool frm同意書管理::search() {
+    ListFilter filter = m_parts->list.filter();
+    if (!m_panel->read(filter))
+        return false;
+    if (const QString why = whyRangeIsWrong(filter); !why.isEmpty()) {
+        m_environment.messages.warn(why);
+        m_panel->focusRange();
+        return false;
+    }
+    if (!maySwitch())
+        return false;
+    m_parts->list.filter() = filter;
+    bool read = false;
+    keepPlace([&] { read = m_parts->list.iSearch() == 0; });
+    if (!read) {
+        failDb(m_parts->list.sErrMsg());
+        return false;
+    }
+    // Rows of the history have been followed by others: they are neither written nor asked for.
+    for (const QString &command :
+         {u"cmdGet"_s, u"cmdSave"_s, u"cmdAllCheckGet"_s, u"cmdIrai"_s, u"cmdPrint"_s})
+        m_commands->action(command)->setEnabled(filter.view == ListView::Newest);
+    m_grid->setFocus();
+    return true;
+}
+
+void frm同意書管理::clearFilter() {
+    if (!maySwitch())
+        return;
+    ListFilter fresh;
+    fresh.setDefaultRange(m_environment.clock.today());
+    m_panel->clear(fresh.from, fresh.to);
+    search();
+}
+
+void frm同意書管理::reread() {
+    // Methods that cannot be read now stay as they are.
+    if (const QString reason = takeMethods(); !reason.isEmpty())
+        m_environment.messages.failIn(reason, u"dataLoadRiyousha()でエラー");
+    QStringList dropped;
+    bool read = false;
+    keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
+    if (!read)
+        failDb(m_parts->list.sErrMsg());
+    else if (!dropped.isEmpty())
+        m_environment.messages.warn(
+            u"次の行は他の端末で変更されたため、最新の内容に置き換えました。必要な変更を入力しなおしてください。\r\n\r\n"_s +
+            dropped.join(u"\r\n"));
+}
+
+bool frm同意書管理::save() {
+    SaveOutcome outcome;
+    keepPlace([&] { outcome = m_parts->list.save(); });
+    switch (outcome.kind) {
+    case SaveOutcome::Saved:
+        if (!outcome.text.isEmpty())
+            failDb(u"保存しました。ただし、一覧を読み直せませんでした。再読込（Shift+F4）をしてください。"_s +
+                   outcome.text);
+        return true;
+    case SaveOutcome::Wrong:
+        m_environment.messages.warn(outcome.text);
+        m_grid->goTo(m_model->rowOfRecord(outcome.record), int(ListColumn::NextEnd));
+        return false;
+    case SaveOutcome::Failed:
+        failDb(outcome.text);
+        return false;
+    case SaveOutcome::Conflict:
+        break;
+    }
+    if (m_environment.messages.ask(
+            u"次の行は、読み込んだ後に他の端末で変更されたため、保存できませんでした。"
+            "何も保存されていません。\r\n\r\n"_s +
+            outcome.rows.join(u"\r\n") +
+            u"\r\n\r\n他の変更を残したまま、最新の内容を読み直します。よろしいですか？"_s))
+        reread();
+    return false;
+}
+
+void frm同意書管理::saveAsked() {
+    if (!m_model->hasChanges()) {
+        m_environment.messages.inform(u"変更された行はありません。"_s);
+        return;
+    }
+    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s))
+        save();
+}
+
+// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
+bool frm同意書管理::maySwitch() {
+    if (!m_model->hasChanges())
+        return true;
+    const Answer answer = m_environment.messages.askToSave();
+    if (answer == Answer::No)
+        m_model->dropChanges();
+    return answer == Answer::No || (answer == Answer::Yes && save());
+}
+
+void frm同意書管理::tickAll(ListColumn column) {
+    m_model->tickAll(column, !m_model->allTicked(column));
+}
+
+void frm同意書管理::chooseOrder() {
+    ListFilter &filter = m_parts->list.filter();
+    ListOrderForm form(filter.order, filter.patientOrder, this);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    const ListFilter before = filter;
+    filter.order = form.order();
+    filter.patientOrder = form.patientOrder();
+    m_grid->sortByColumn(-1, Qt::AscendingOrder);
+    if (!search()) {
+        filter = before;
+        return;
+    }
+    Settings settings(m_environment.folders);
+    if (settings.iWrite(Setting::一覧並び順, int(filter.order)) != 0 ||
+        settings.iWrite(Setting::利用者並び順, int(filter.patientOrder)) != 0)
+        m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
+}
+
+void frm同意書管理::jumpTo(qint32 patient) {
+    if (patient == 0)
+        return;
+    QString warning;
+    ListFilter filter = m_parts->list.filter();
+    m_panel->readRange(filter.from, filter.to);
+    if (m_parts->list.iJumpTo(patient, filter, &warning) != 0) {
+        failDb(m_parts->list.sErrMsg());
+        return;
+    }
+    if (!warning.isEmpty()) {
+        m_environment.messages.warn(warning);
+        return;
+    }
+    m_panel->setRange(filter.from, filter.to);
+    search();
+}
+
+void frm同意書管理::startSeal() {
+    startSibling(m_environment, u"Dovrinシール.exe"_s);
+}
+
+void frm同意書管理::showHelp() {
+    m_environment.messages.inform(listHelp(), u"一覧の見かた"_s);
+}
+
+void frm同意書管理::showVersion() {
+    frmVer(programVersion(m_environment.folders), this).exec();
+}
+
+// The screens write rows of their own: what the list holds unsaved is settled before.
+bool frm同意書管理::openScreen(const QString &command) {
+    const OpenScreen opener = screenOf(command);
+    if (!opener)
+        return false;
+    if (!maySwitch())
+        return true;
+    const QModelIndex current = m_grid->currentIndex();
+    const int record = current.isValid() ? m_model->recordOfRow(current.row()) : -1;
+    if (opener({m_environment, *m_db, *m_model, record, this}))
+        reread();
+    return true;
+}
+
+void frm同意書管理::toggleLink(const QString &command, bool on) {
+    QString reason;
+    if (switchLink(command, on, m_parts->advisor.links, m_environment.folders, &reason))
+        return;
+    m_environment.messages.failIn(reason, command + u"_Click()でエラー"_s);
+    m_commands->action(command)->setChecked(!on);
+}
+
+void frm同意書管理::reject() {
+    if (!settleCell() || !maySwitch())
+        return;
+    keepColumns(m_grid->layoutState());
+    QDialog::reject();
+}
+
+void frm同意書管理::renew() {
+    if (renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
+                       [this] { return save(); }, *m_progress, this}))
+        reread();
+}

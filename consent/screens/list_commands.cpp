@@ -1,0 +1,101 @@
+#include "consent/screens/list_commands.h"
+
+#include <array>
+
+using namespace Qt::Literals::StringLiterals;
+
+std::span<const ListCommand> listCommands() {
+    using enum ListCommand::Menu;
+    static const std::array commands{
+        ListCommand{u"cmdNew"_s, u"mnF01"_s, u"新規"_s, u"F1"_s,
+                    u"選択した利用者の同意を新しく登録する画面を開きます"_s, Consent, true},
+        ListCommand{u""_s, u"mnNewRiyousha"_s, u"利用者を選んで新規"_s, u"Ctrl+F1"_s,
+                    u"一覧にない利用者を選び、その同意を新しく登録する画面を開きます"_s, Consent, true},
+        ListCommand{u"cmdEdit"_s, u"mnF02"_s, u"修正"_s, u"F2"_s,
+                    u"選択した行の同意記録を修正する画面を開きます"_s, Consent, true},
+        ListCommand{u"cmdDelete"_s, u""_s, u"履歴・削除"_s, u"F3"_s,
+                    u"選択した利用者の同意履歴を開きます。記録の削除と履歴の印刷ができます"_s, Consent, true},
+        ListCommand{u""_s, u"mnF04"_s, u"検索"_s, u"F4"_s, u"条件に合う同意を検索します"_s, Consent, true},
+        ListCommand{u"cmdUpdate"_s, u""_s, u"再読込"_s, u"Shift+F4"_s,
+                    u"変更中の内容を残したまま、最新のデータを読み直します"_s, Consent, true},
+        ListCommand{u"cmdSave"_s, u"mnF05"_s, u"保存"_s, u"F5"_s, u"変更した行を保存します"_s, Consent, true},
+        ListCommand{u"cmdGet"_s, u"mnF06"_s, u"同意更新"_s, u"F6"_s,
+                    u"受領にチェックした行の同意を、再同意日と次回の要加療期間で更新します"_s, Consent, true},
+        ListCommand{u"cmdAllCheck"_s, u""_s, u"対象 全選択"_s, u"F7"_s,
+                    u"表示中の行の「対象」をすべて付けます。すべて付いているときは外します"_s, Consent, true},
+        ListCommand{u"cmdAllCheckGet"_s, u""_s, u"受領 全選択"_s, u"F8"_s,
+                    u"表示中の行の「受領」をすべて付けます。すべて付いているときは外します"_s, Consent, true},
+        ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
+                    u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, true},
+        ListCommand{u"cmdDspOrder"_s, u""_s, u"並び順"_s, u"F9"_s, u"一覧と利用者の並び順を選びます"_s,
+                    Settings, true},
+        ListCommand{u"cmdIrai"_s, u""_s, u"同意依頼"_s, u"Ctrl+I"_s,
+                    u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, true},
+        ListCommand{u"cmdAddIrai"_s, u""_s, u"依頼方法"_s, u"Ctrl+Shift+I"_s,
+                    u"依頼方法の一覧と、選択した行の個別の依頼方法を編集します"_s, Request, true},
+        ListCommand{u"cmdMail"_s, u""_s, u"メール"_s, u"Ctrl+M"_s,
+                    u"対象の利用者（連絡にチェックした方）の相談員へ、同意書のお知らせをメールで送ります"_s,
+                    Request, true},
+        ListCommand{u"cmdPrint"_s, u"mnF11"_s, u"依頼印刷"_s, u"F11"_s,
+                    u"対象の利用者の依頼書を、前回の設定ですぐに印刷します"_s, Request, true},
+        ListCommand{u"CmdPrintDouisho"_s, u""_s, u"同意書印刷"_s, u"Ctrl+P"_s,
+                    u"対象の利用者の同意書を印刷します"_s, Print, true},
+        ListCommand{u"CmdPrintSet"_s, u""_s, u"セット印刷"_s, u"Ctrl+Shift+P"_s,
+                    u"対象の利用者の同意書・同意依頼書・封筒をまとめて印刷します"_s, Print, true},
+        ListCommand{u"CmdDouishoList"_s, u""_s, u"同意書台帳"_s, u""_s,
+                    u"表示中の一覧から同意書台帳を印刷します（準備中）"_s, Print, false},
+        ListCommand{u"cmdCsv"_s, u""_s, u"CSV出力"_s, u""_s,
+                    u"表示中の一覧をCSVファイルに出力します（準備中）"_s, Print, false},
+        ListCommand{u"cmdKeika"_s, u""_s, u"施術経過"_s, u""_s, u"施術経過の報告を出力します（準備中）"_s,
+                    Print, false},
+        ListCommand{u"cmdSeal"_s, u""_s, u"シール"_s, u""_s, u"シール印刷プログラムを起動します"_s, Print,
+                    true},
+        ListCommand{u""_s, u"mnDouiSettei"_s, u"同意管理設定"_s, u""_s,
+                    u"利用者ごとの期間の計算方法を設定します（準備中）"_s, Settings, false},
+        ListCommand{u""_s, u"mnKoumoku"_s, u"表示項目"_s, u""_s, u"一覧に表示する項目を選びます（準備中）"_s,
+                    Settings, false},
+        ListCommand{u""_s, u"mnPeriodNotFollowByHenkei"_s, u"変形徒手の期間を連動"_s, u""_s,
+                    u"マッサージの再同意日を同じ利用者の変形徒手の行にも入力します"_s, Settings, true, true},
+        ListCommand{u""_s, u"mnHoliday"_s, u"祝日を考慮"_s, u""_s,
+                    u"次回の要加療期間の開始日を、日曜日と祝日を避けて決めます"_s, Settings, true, true},
+        ListCommand{u""_s, u"mnSameDouiDay"_s, u"前回取得日に連動"_s, u""_s,
+                    u"受領にチェックしたとき、前回の同意日から再同意日を提案します"_s, Settings, true, true},
+        ListCommand{u""_s, u"mnDataCnv"_s, u"データ変換"_s, u""_s,
+                    u"以前の月別の同意記録を同意履歴に変換します（準備中）"_s, Settings, false},
+        ListCommand{u""_s, u"mnDispHelp"_s, u"一覧の見かた"_s, u"Shift+F1"_s, u"印とキー操作を説明します"_s,
+                    Help, true},
+        ListCommand{u""_s, u"mnVersion"_s, u"バージョン情報"_s, u""_s,
+                    u"プログラムのバージョンを表示します"_s, Help, true},
+        ListCommand{u"cmdMenu"_s, u"mnF12S"_s, u"メニュー"_s, u"Shift+F12"_s,
+                    u"この画面を閉じて、メニューに戻ります"_s, Leave, true},
+        ListCommand{u"cmdEnd"_s, u"mnF12"_s, u"終了"_s, u"F12"_s, u"この画面を閉じます"_s, Leave, true},
+    };
+    return commands;
+}
+
+QString listMenuCaption(ListCommand::Menu menu) {
+    switch (menu) {
+    case ListCommand::Consent:
+        return u"同意(&A)"_s;
+    case ListCommand::Request:
+        return u"依頼(&I)"_s;
+    case ListCommand::Print:
+        return u"印刷(&P)"_s;
+    case ListCommand::Settings:
+        return u"設定(&S)"_s;
+    case ListCommand::Help:
+        return u"説明(&Z)"_s;
+    case ListCommand::Leave:
+        return u"終了(&X)"_s;
+    }
+    return {};
+}
+
+QString listHelp() {
+    return u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
+           "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"
+           "Space　対象・連絡・受領・依頼のチェック\r\n"
+           "文字・数字キー、ダブルクリック　項目の入力（日付は 20261121、R8.11.21 でも入力できます）\r\n"
+           "Delete　項目を空にする\r\n見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
+           "期間にマウスを置くと、期間の決まり方を表示します"_s;
+}

@@ -1,0 +1,237 @@
+#include "print/batch/batch_print.h"
+
+#include "app/base/environment.h"
+#include "print/batch/batch_documents.h"
+#include "print/engine/command_file.h"
+#include "print/engine/engine_programs.h"
+#include "print/engine/image_builder.h"
+
+#include <QElapsedTimer>
+#include <QFile>
+#include <QFileInfo>
+#include <QHash>
+#include <algorithm>
+#include <deque>
+
+using namespace Qt::Literals::StringLiterals;
+using State = BatchChunk::State;
+
+namespace {
+
+/// Between two looks at the builder.
+constexpr qint64 sliceMs = 20;
+
+/// The viewer's command file. Nothing tells when a viewer that was started has read its own, so that every
+/// chunk after the first has one with its number.
+QString viewerCommands(const BatchChunk &chunk) {
+    const QString number = chunk.number == 1 ? QString() : u"%1"_s.arg(chunk.number, 4, 10, QChar(u'0'));
+    return u"cmdSetPrint%1.dat"_s.arg(number);
+}
+
+/// Whether an error text names a file; 1_x.csv is not named by 11_x.csv.
+bool isNamed(const QString &errors, const QString &file) {
+    for (qsizetype at = errors.indexOf(file); at >= 0; at = errors.indexOf(file, at + 1))
+        if (at == 0 || !errors[at - 1].isLetterOrNumber())
+            return true;
+    return false;
+}
+
+State stateOf(BuilderEnd::Kind kind) {
+    switch (kind) {
+    case BuilderEnd::Built:
+        return State::Done;
+    case BuilderEnd::SomeLeftOut:
+        return State::SomeFailed;
+    case BuilderEnd::TimedOut:
+        return State::BuilderHung;
+    case BuilderEnd::Missing:
+        return State::BuilderMissing;
+    case BuilderEnd::Failed:
+    case BuilderEnd::GivenUp:
+        break;
+    }
+    return State::BuilderFailed;
+}
+
+/// One batch on its way.
+class Run {
+public:
+    Run(Environment &environment, const BatchOrder &order, int reports, const BatchPrint::MakeReport &make,
+        const BatchPrint::Progress &goOn)
+        : m_environment(environment),
+          m_order(order),
+          m_make(make),
+          m_goOn(goOn),
+          m_work(engineWorkFolder(environment)),
+          m_documents(m_work) {
+        m_result.asked = reports;
+    }
+
+    BatchResult print() {
+        m_documents.removeEarlier();
+        while (m_position < m_result.asked && !m_over) {
+            if (!goOn()) {
+                m_result.cancelled = true;
+                break;
+            }
+            printChunk();
+            m_done = m_position;
+        }
+        return std::move(m_result);
+    }
+
+private:
+    void printChunk() {
+        BatchChunk chunk;
+        chunk.number = int(m_result.chunks.size()) + 1;
+        chunk.state = writeCommands(chunk);
+        if (chunk.state == State::Done && chunk.reports == 0)
+            return; // every layout was missing
+        if (chunk.state == State::Done)
+            chunk.state = build(chunk);
+        if (chunk.state == State::Done || chunk.state == State::SomeFailed)
+            hand(chunk);
+        m_over = chunk.endsBatch();
+        m_result.chunks.push_back(std::move(chunk));
+    }
+
+    State writeCommands(BatchChunk &chunk) {
+        QFile::remove(m_work + m_order.commandFile);
+        m_inChunk.clear();
+        CommandFile commands;
+        while (m_position < m_result.asked && chunk.reports < BatchPrint::reportsInChunk) {
+            if (m_ready.empty() && !prepare()) {
+                chunk.reason = m_fault;
+                return State::NotWritten;
+            }
+            const BatchReport report = std::move(m_ready.front());
+            m_ready.pop_front();
+            ++m_position;
+            if (hasLayout(report))
+                addBlock(commands, report, chunk);
+        }
+        if (chunk.reports > 0 &&
+            !commands.write(m_work + m_order.commandFile, &chunk.reason, writeFileInPlace))
+            return State::NotWritten;
+        return State::Done;
+    }
+
+    /// Writes the data of the report behind the prepared ones. False: there is none, or `m_fault` says why
+    /// not.
+    bool prepare() {
+        const int position = m_position + int(m_ready.size());
+        BatchReport report;
+        if (position >= m_result.asked || !m_fault.isEmpty() || !m_make(position, report, &m_fault))
+            return false;
+        m_ready.push_back(std::move(report));
+        return true;
+    }
+
+    /// The builder leaves time to write what the next chunk needs.
+    void prepareNextChunk() {
+        QElapsedTimer slice;
+        slice.start();
+        while (int(m_ready.size()) < BatchPrint::reportsInChunk && !slice.hasExpired(sliceMs))
+            if (!prepare())
+                return;
+    }
+
+    bool hasLayout(const BatchReport &report) {
+        auto known = m_layouts.constFind(report.layout);
+        if (known == m_layouts.constEnd())
+            known = m_layouts.insert(report.layout, QFileInfo(report.layout).isFile());
+        if (!known.value())
+            m_result.missingLayouts += u"%1（%2）"_s.arg(report.subject, QFileInfo(report.layout).fileName());
+        return known.value();
+    }
+
+    void addBlock(CommandFile &commands, const BatchReport &report, BatchChunk &chunk) {
+        if (chunk.reports > 0)
+            commands.add(u"AddReport"_s);
+        ++chunk.reports;
+        ++m_title;
+        if (chunk.first.isEmpty())
+            chunk.first = report.subject;
+        chunk.last = report.subject;
+        m_inChunk.push_back({report.subject, QFileInfo(report.dataFile).fileName()});
+        commands.add(u"SetTitle,"_s + CommandFile::text(report.name + QString::number(m_title)));
+        if (!report.imageItem.isEmpty())
+            commands.add(u"SetImageField,"_s + CommandFile::text(report.imageItem));
+        commands.add(u"SetDataText,"_s + report.dataName + u',' + commands.path(report.dataFile));
+        commands.add(u"SetReport,"_s + commands.path(report.layout));
+    }
+
+    /// The document counts even where reports were left out of it.
+    State build(BatchChunk &chunk) {
+        chunk.document = m_documents.next();
+        const BuilderEnd end = runImageBuilder(m_environment, chunk.document, m_work + m_order.commandFile,
+                                               m_order.builderTimeout, [this] {
+                                                   if (goOn())
+                                                       prepareNextChunk();
+                                                   return true;
+                                               });
+        chunk.reason = end.reason;
+        if (end.kind != BuilderEnd::SomeLeftOut)
+            return stateOf(end.kind);
+        for (const auto &[subject, file] : m_inChunk)
+            if (isNamed(chunk.reason, file))
+                chunk.failed += subject;
+        return State::SomeFailed;
+    }
+
+    void hand(BatchChunk &chunk) {
+        const QString path = m_work + viewerCommands(chunk);
+        QFile::remove(path); // a viewer of an earlier batch may still hold it
+        CommandFile commands;
+        commands.add(u"FileName,"_s + commands.path(chunk.document));
+        commands.add(u"Title,"_s + CommandFile::text(u"セット印刷"_s));
+        commands.add(m_order.paper == BatchPaper::Custom ? u"PrintPaper, #256"_s : u"PrintPaper, A4"_s);
+        commands.add(m_order.preview ? u"ShowWindow,2"_s : u"PrintOut"_s);
+        if (!commands.write(path, &chunk.reason, writeFileInPlace)) {
+            chunk.state = State::NotWritten;
+        } else if (!startEngineProgram(m_environment, EngineProgram::Viewer, {u"/c"_s, path},
+                                       &chunk.reason)) {
+            chunk.state = State::ViewerMissing;
+        } else {
+            m_result.reports += chunk.reports - int(chunk.failed.size());
+        }
+    }
+
+    /// A "no" that comes in the middle of a chunk holds for the next.
+    bool goOn() {
+        m_wanted = (!m_goOn || m_goOn(m_done, m_result.asked)) && m_wanted;
+        return m_wanted;
+    }
+
+    Environment &m_environment;
+    const BatchOrder &m_order;
+    const BatchPrint::MakeReport &m_make;
+    const BatchPrint::Progress &m_goOn;
+    QString m_work; ///< with its closing separator
+    BatchDocuments m_documents;
+    BatchResult m_result;
+    std::deque<BatchReport> m_ready;                    ///< their data are written; of the next chunk
+    QString m_fault;                                    ///< why no further data could be written
+    std::vector<std::pair<QString, QString>> m_inChunk; ///< subjects and names of the data files
+    QHash<QString, bool> m_layouts;                     ///< a few serve all reports
+    int m_position = 0;
+    int m_done = 0; ///< in finished chunks
+    int m_title = 0;
+    bool m_wanted = true;
+    bool m_over = false;
+};
+
+} // namespace
+
+bool BatchResult::allPrinted() const {
+    return !cancelled && reports == asked &&
+           std::all_of(chunks.begin(), chunks.end(),
+                       [](const BatchChunk &chunk) { return chunk.state == State::Done; });
+}
+
+BatchPrint::BatchPrint(Environment &environment, BatchOrder order)
+    : m_environment(environment), m_order(std::move(order)) {}
+
+BatchResult BatchPrint::run(int reports, const MakeReport &makeReport, const Progress &goOn) {
+    return Run(m_environment, m_order, reports, makeReport, goOn).print();
+}

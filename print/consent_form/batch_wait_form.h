@@ -1,9 +1,0 @@
-#pragma once
-
-#include "print/consent_form/batch_print.h"
-
-class QWidget;
-
-/// Runs a batch behind a waiting message with its progress, which the user can cancel between chunks.
-BatchResult waitForBatch(QWidget *parent, Environment &environment, const BatchOrder &order, int reports,
-                         const BatchPrint::MakeReport &makeReport);
