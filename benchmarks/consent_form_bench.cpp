@@ -52,12 +52,11 @@ GatheredForms gather(cT_ADODB &db) {
     return gathered;
 }
 
-void write(const Folders &folders, const GatheredForms &gathered) {
-    QString path, reason;
+void write(PrintFiles &files, const GatheredForms &gathered) {
     QStringList touched;
     for (const ConsentForm &form : gathered.forms)
-        if (!writeConsentFormData(folders, form, path, touched, &reason))
-            stop(reason);
+        if (const Result<QString> path = writeConsentFormData(form, files, touched); !path)
+            stop(path.reason());
 }
 
 /// What the program wrote, to be written again by the yardstick.
@@ -101,16 +100,26 @@ struct Way {
     }
 };
 
-void measureData(Figures &figures, const Folders &folders, cT_ADODB &db, const BareDatabase &bare) {
+class NoMessages : public Messages {
+public:
+    Answer show(const Message &message) override { return message.defaultAnswer; }
+};
+
+void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDatabase &bare) {
     const QByteArray sql = embeddedDialect(consentFormSql(thousand()).toUtf8());
     const QTemporaryDir bareFolder;
     double gathering = 0;
-    write(folders, gather(db)); // warms the caches
+    const Clock clock;
+    NoMessages messages;
+    SystemProcesses processes;
+    const Environment environment{folders, clock, messages, processes, {1, 1}};
+    PrintFiles printed(environment);
+    write(printed, gather(db)); // warms the caches
     const std::vector<QByteArray> files = writtenBytes(folders.temporary());
     Way ours{folders.temporary(), [&] {
                  GatheredForms gathered;
                  gathering = millisecondsOf([&] { gathered = gather(db); });
-                 write(folders, gathered);
+                 write(printed, gathered);
              }};
     Way theirs{bareFolder.filePath(u"files"_s), [&] {
                    bare.stepThrough(sql);
@@ -142,11 +151,6 @@ public:
     double building = 0;
 };
 
-class NoMessages : public Messages {
-public:
-    Answer show(const Message &message) override { return message.defaultAnswer; }
-};
-
 /// What a batch took.
 struct Batch {
     double all = 0, writing = 0, building = 0;
@@ -159,23 +163,25 @@ Batch printBatch(Folders &folders, const GatheredForms &gathered, bool writeData
     BuilderOnly processes;
     Environment environment{folders, clock, messages, processes, {1, 1}};
     Batch batch;
-    const auto make = [&](int position, BatchReport &report, QString *reason) {
+    const auto make = [&](int position, PrintFiles &files) -> Result<BatchReport> {
         const ConsentForm &form = gathered.forms[size_t(position)];
         QStringList touched;
-        bool written = true;
+        BatchReport report;
+        Result<QString> written =
+            u"%1/%2_同意書データ.csv"_s.arg(folders.temporary()).arg(form.patient.nIDNo);
         if (writeData)
-            batch.writing += millisecondsOf(
-                [&] { written = writeConsentFormData(folders, form, report.dataFile, touched, reason); });
-        else
-            report.dataFile = u"%1/%2_同意書データ.csv"_s.arg(folders.temporary()).arg(form.patient.nIDNo);
+            batch.writing += millisecondsOf([&] { written = writeConsentFormData(form, files, touched); });
+        if (!written)
+            return Failure{written.reason()};
+        report.dataFile = *written;
         report.name = u"同意書"_s;
         report.dataName = consentFormDataName();
         report.imageItem = qrImageItem();
         report.layout = layoutPath(folders, form);
-        return written;
+        return report;
     };
     BatchResult result;
-    batch.all = millisecondsOf([&] { result = BatchPrint(environment, {}).run(forms, make, {}); });
+    batch.all = millisecondsOf([&] { result = BatchPrint(environment, {}).run({forms, make}, {}); });
     batch.building = processes.building;
     if (!result.allPrinted())
         stop(result.chunks.empty() ? u"no chunk"_s : result.chunks.front().reason);

@@ -56,15 +56,16 @@ State stateOf(BuilderEnd::Kind kind) {
 /// One batch on its way.
 class Run {
 public:
-    Run(Environment &environment, const BatchOrder &order, int reports, const BatchPrint::MakeReport &make,
+    Run(Environment &environment, const BatchOrder &order, const BatchDocument &document,
         const BatchPrint::Progress &goOn)
         : m_environment(environment),
           m_order(order),
-          m_make(make),
+          m_document(document),
           m_goOn(goOn),
           m_work(engineWorkFolder(environment)),
+          m_files(environment),
           m_documents(m_work) {
-        m_result.asked = reports;
+        m_result.asked = document.count;
     }
 
     BatchResult print() {
@@ -81,6 +82,13 @@ public:
     }
 
 private:
+    /// A report of the current chunk.
+    struct Report {
+        int position;
+        QString subject;
+        QString file; ///< name of its data file
+    };
+
     void printChunk() {
         BatchChunk chunk;
         chunk.number = int(m_result.chunks.size()) + 1;
@@ -106,9 +114,9 @@ private:
             }
             const BatchReport report = std::move(m_ready.front());
             m_ready.pop_front();
-            ++m_position;
             if (hasLayout(report))
                 addBlock(commands, report, chunk);
+            ++m_position;
         }
         if (chunk.reports > 0 &&
             !commands.write(m_work + m_order.commandFile, &chunk.reason, writeFileInPlace))
@@ -120,10 +128,14 @@ private:
     /// not.
     bool prepare() {
         const int position = m_position + int(m_ready.size());
-        BatchReport report;
-        if (position >= m_result.asked || !m_fault.isEmpty() || !m_make(position, report, &m_fault))
+        if (position >= m_result.asked || !m_fault.isEmpty())
             return false;
-        m_ready.push_back(std::move(report));
+        Result<BatchReport> report = m_document.make(position, m_files);
+        if (!report) {
+            m_fault = report.reason();
+            return false;
+        }
+        m_ready.push_back(std::move(*report));
         return true;
     }
 
@@ -153,7 +165,7 @@ private:
         if (chunk.first.isEmpty())
             chunk.first = report.subject;
         chunk.last = report.subject;
-        m_inChunk.push_back({report.subject, QFileInfo(report.dataFile).fileName()});
+        m_inChunk.push_back({m_position, report.subject, QFileInfo(report.dataFile).fileName()});
         commands.add(u"SetTitle,"_s + CommandFile::text(report.name + QString::number(m_title)));
         if (!report.imageItem.isEmpty())
             commands.add(u"SetImageField,"_s + CommandFile::text(report.imageItem));
@@ -171,12 +183,20 @@ private:
                                                    return true;
                                                });
         chunk.reason = end.reason;
-        if (end.kind != BuilderEnd::SomeLeftOut)
-            return stateOf(end.kind);
-        for (const auto &[subject, file] : m_inChunk)
-            if (isNamed(chunk.reason, file))
-                chunk.failed += subject;
-        return State::SomeFailed;
+        if (end.kind == BuilderEnd::SomeLeftOut)
+            leaveOut(chunk);
+        return stateOf(end.kind);
+    }
+
+    /// Takes those reports out of the chunk that the builder's errors name; all where they name none.
+    void leaveOut(BatchChunk &chunk) {
+        const auto named = [&](const Report &report) { return isNamed(chunk.reason, report.file); };
+        const auto failed = std::ranges::any_of(m_inChunk, named)
+                                ? std::ranges::stable_partition(m_inChunk, std::not_fn(named))
+                                : std::ranges::subrange(m_inChunk);
+        for (const Report &report : failed)
+            chunk.failed += report.subject;
+        m_inChunk.erase(failed.begin(), failed.end());
     }
 
     void hand(BatchChunk &chunk) {
@@ -193,7 +213,8 @@ private:
                                        &chunk.reason)) {
             chunk.state = State::ViewerMissing;
         } else {
-            m_result.reports += chunk.reports - int(chunk.failed.size());
+            for (const Report &report : m_inChunk)
+                m_result.handed.push_back(report.position);
         }
     }
 
@@ -205,15 +226,16 @@ private:
 
     Environment &m_environment;
     const BatchOrder &m_order;
-    const BatchPrint::MakeReport &m_make;
+    const BatchDocument &m_document;
     const BatchPrint::Progress &m_goOn;
     QString m_work; ///< with its closing separator
+    PrintFiles m_files;
     BatchDocuments m_documents;
     BatchResult m_result;
-    std::deque<BatchReport> m_ready;                    ///< their data are written; of the next chunk
-    QString m_fault;                                    ///< why no further data could be written
-    std::vector<std::pair<QString, QString>> m_inChunk; ///< subjects and names of the data files
-    QHash<QString, bool> m_layouts;                     ///< a few serve all reports
+    std::deque<BatchReport> m_ready; ///< their data are written; of the next chunk
+    QString m_fault;                 ///< why no further data could be written
+    std::vector<Report> m_inChunk;
+    QHash<QString, bool> m_layouts; ///< a few serve all reports
     int m_position = 0;
     int m_done = 0; ///< in finished chunks
     int m_title = 0;
@@ -224,14 +246,18 @@ private:
 } // namespace
 
 bool BatchResult::allPrinted() const {
-    return !cancelled && reports == asked &&
+    return !cancelled && reports() == asked &&
            std::all_of(chunks.begin(), chunks.end(),
                        [](const BatchChunk &chunk) { return chunk.state == State::Done; });
+}
+
+bool BatchResult::left(int position) const {
+    return std::ranges::binary_search(handed, position);
 }
 
 BatchPrint::BatchPrint(Environment &environment, BatchOrder order)
     : m_environment(environment), m_order(std::move(order)) {}
 
-BatchResult BatchPrint::run(int reports, const MakeReport &makeReport, const Progress &goOn) {
-    return Run(m_environment, m_order, reports, makeReport, goOn).print();
+BatchResult BatchPrint::run(const BatchDocument &document, const Progress &goOn) {
+    return Run(m_environment, m_order, document, goOn).print();
 }

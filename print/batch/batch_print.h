@@ -1,5 +1,8 @@
 #pragma once
 
+#include "app/base/result.h"
+#include "print/engine/print_files.h"
+
 #include <QString>
 #include <QStringList>
 #include <chrono>
@@ -16,6 +19,15 @@ struct BatchReport {
     QString dataFile;  ///< full path
     QString imageItem; ///< item whose value is a picture's path; may be empty
     QString layout;    ///< full path
+};
+
+/// What a batch prints, the one shape in which every kind of document is handed to it.
+struct BatchDocument {
+    int count = 0; ///< of reports
+    /// Writes the data of report `position` (from 0) into the batch's files and describes it; a failure ends
+    /// the batch. Files that two reports have under one name are one: those of the next chunk are written
+    /// while the builder still reads.
+    std::function<Result<BatchReport>(int position, PrintFiles &files)> make;
 };
 
 enum class BatchPaper { A4, Custom };
@@ -46,7 +58,7 @@ struct BatchChunk {
     QString document;    ///< full path
     State state = State::Done;
     QString reason;     ///< of what went wrong, for the user
-    QStringList failed; ///< whom those reports concern that the builder's errors name; not in the document
+    QStringList failed; ///< whom the reports concern that are not in the document
 
     /// Whether no later chunk is tried.
     bool endsBatch() const {
@@ -58,9 +70,15 @@ struct BatchResult {
     std::vector<BatchChunk> chunks;
     QStringList missingLayouts; ///< "name（layout）" of the reports left out for want of their layout file
     QStringList touched;        ///< texts changed for code page 932; filled by the caller's writer
-    int reports = 0;            ///< handed to the viewer
+    /// Positions of the reports handed to the viewer, in their order: what has left, however the batch ended.
+    /// Where the builder left out reports and does not say which, none of its chunk counts.
+    std::vector<int> handed;
     int asked = 0;
     bool cancelled = false;
+
+    int reports() const { return int(handed.size()); }
+    /// Whether the report at a position was handed to the viewer.
+    bool left(int position) const;
 
     /// Whether every report asked for was handed over and none failed.
     bool allPrinted() const;
@@ -72,17 +90,13 @@ class BatchPrint {
 public:
     static constexpr int reportsInChunk = 100;
 
-    /// Writes the data of report `position` (from 0) and describes it; false with a reason when the file
-    /// cannot be written, which ends the batch. Each report has files of its own: those of the next chunk are
-    /// written while the builder still reads.
-    using MakeReport = std::function<bool(int position, BatchReport &report, QString *reason)>;
     /// Called before each chunk and many times a second while the builder works: reports of finished chunks,
     /// all. False ends the batch before its next chunk; a chunk that was begun is finished.
     using Progress = std::function<bool(int done, int all)>;
 
     BatchPrint(Environment &environment, BatchOrder order);
 
-    BatchResult run(int reports, const MakeReport &makeReport, const Progress &goOn);
+    BatchResult run(const BatchDocument &document, const Progress &goOn);
 
 private:
     Environment &m_environment;

@@ -5,5 +5,5 @@
 class QWidget;
 
 /// Runs a batch behind a waiting message with its progress, which the user can cancel between chunks.
-BatchResult waitForBatch(QWidget *parent, Environment &environment, const BatchOrder &order, int reports,
-                         const BatchPrint::MakeReport &makeReport);
+BatchResult waitForBatch(QWidget *parent, Environment &environment, const BatchOrder &order,
+                         BatchDocument document);

@@ -106,10 +106,10 @@ Message textsTouched(const QStringList &texts) {
 }
 
 Message batchSummary(const BatchResult &result) {
-    QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports);
+    QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports());
     if (result.cancelled)
         text += newLine + cancelledAfter(result);
-    addMessagePart(text, u"書式ファイルがないため、印刷できない利用者："_s, result.missingLayouts);
+    addMessagePart(text, u"書式ファイルがないため、印刷できない帳票："_s, result.missingLayouts);
     addMessagePart(text, u"作成できなかった帳票："_s, failedReports(result));
     addMessagePart(text, u"失敗した組："_s, faults(result));
     addMessagePart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s,

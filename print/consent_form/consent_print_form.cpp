@@ -317,10 +317,10 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
     BatchOrder order;
     order.preview = way == PrintWay::Preview;
     BatchResult result = waitForBatch(
-        this, m_environment, order, count, [&](int position, BatchReport &report, QString *reason) {
-            return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], report, touched,
-                                  reason);
-        });
+        this, m_environment, order,
+        {count, [&](int position, PrintFiles &files) {
+             return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], files, touched);
+         }});
     result.touched = touched;
     messages.show(batchSummary(result));
 }

@@ -7,6 +7,5 @@ class Folders;
 
 /// Writes the data of one form of a batch and describes its report.
 /// @param touched gains the texts in which a character that code page 932 lacks was replaced
-/// @param reason a sentence that names the file, when false is given
-bool makeFormReport(const Folders &folders, const ConsentForm &form, BatchReport &report,
-                    QStringList &touched, QString *reason);
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
+                                   QStringList &touched);

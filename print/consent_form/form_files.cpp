@@ -1,6 +1,6 @@
 #include "print/consent_form/form_files.h"
 
-#include "app/base/file_write.h"
+#include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/qr_code.h"
@@ -8,42 +8,29 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QHash>
-#include <span>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A file of the patient's in the work folder. Its name is the program's own, so that none is looked for in
-/// other spellings: with thousands of files there, that would take the longest.
-QString patientFile(const Folders &folders, const ConsentForm &form, const QString &rest) {
-    return folders.temporary() + u'/' + QString::number(form.patient.nIDNo) + u'_' + rest;
+QString patientFile(const ConsentForm &form, const QString &rest) {
+    return QString::number(form.patient.nIDNo) + u'_' + rest;
+}
+
+DataFile emptyData() {
+    static const DataFile empty(consentFormColumns()); // its header is written once
+    return empty;
 }
 
 /// Writes the form's QR picture and adds its values with the picture's path.
-/// @param writeFile whole and moved where an earlier viewer may be reading the file, in its place in a batch
-bool addForm(const Folders &folders, const ConsentForm &form, DataFile &data, WriteFile writeFile,
-             QString *reason) {
-    const QString picture = patientFile(folders, form, u"QR.bmp"_s);
-    if (!writeFile(picture, qrPicture(qrContent(form)), reason))
-        return false;
+Result<> addForm(const ConsentForm &form, PrintFiles &files, DataFile &data) {
+    const Result<QString> picture = files.write(patientFile(form, u"QR.bmp"_s), qrPicture(qrContent(form)));
+    if (!picture)
+        return Failure{picture.reason()};
     std::vector<DataValue> values = form.values;
-    values[size_t(qrColumn())] = QDir::toNativeSeparators(picture);
+    values[size_t(qrColumn())] = *picture;
     data.add(values);
-    return true;
-}
-
-bool write(const Folders &folders, std::span<const ConsentForm> forms, const QString &path,
-           WriteFile writeFile, QStringList &touched, QString *reason) {
-    static const DataFile empty(consentFormColumns()); // its header is written once
-    DataFile data = empty;
-    for (const ConsentForm &form : forms)
-        if (!addForm(folders, form, data, writeFile, reason))
-            return false;
-    if (!writeFile(path, data.bytes(), reason))
-        return false;
-    touched += data.touched();
-    return true;
+    return {};
 }
 
 } // namespace
@@ -74,14 +61,25 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
     return missing;
 }
 
-bool writeConsentFormData(const Folders &folders, const std::vector<ConsentForm> &forms, QStringList &touched,
-                          QString *reason) {
-    const QString path = Folders::file(folders.temporary(), consentFormDataName() + u".csv"_s);
-    return write(folders, forms, path, writeFileWhole, touched, reason);
+Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
+                              QStringList &touched) {
+    PrintFiles files(environment);
+    DataFile data = emptyData();
+    for (const ConsentForm &form : forms)
+        if (const Result<> added = addForm(form, files, data); !added)
+            return added;
+    QString reason;
+    if (!data.write(Folders::file(environment.folders.temporary(), consentFormDataName() + u".csv"_s),
+                    &reason))
+        return Failure{reason};
+    touched += data.touched();
+    return {};
 }
 
-bool writeConsentFormData(const Folders &folders, const ConsentForm &form, QString &path,
-                          QStringList &touched, QString *reason) {
-    path = patientFile(folders, form, consentFormDataName() + u".csv"_s);
-    return write(folders, {&form, 1}, path, writeFileInPlace, touched, reason);
+Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched) {
+    DataFile data = emptyData();
+    if (const Result<> added = addForm(form, files, data); !added)
+        return Failure{added.reason()};
+    touched += data.touched();
+    return files.write(patientFile(form, consentFormDataName() + u".csv"_s), data.bytes());
 }

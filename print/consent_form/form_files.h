@@ -1,10 +1,12 @@
 #pragma once
 
 #include "print/consent_form/form_gather.h"
+#include "print/engine/print_files.h"
 
 #include <QStringList>
 
 class Folders;
+struct Environment;
 
 /// Names that the layouts bind.
 QString consentFormDataName(); ///< "同意書データ"
@@ -18,11 +20,9 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
 
 /// Writes the QR pictures of single documents and "同意書データ.csv" into the work folder.
 /// @param touched gains the texts in which a character that code page 932 lacks was replaced
-/// @param reason a sentence that names the file, when false is given
-bool writeConsentFormData(const Folders &folders, const std::vector<ConsentForm> &forms, QStringList &touched,
-                          QString *reason);
+Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
+                              QStringList &touched);
 
-/// The same for one form of a batch.
-/// @param path of the data file, "<patient number>_同意書データ.csv" in the work folder
-bool writeConsentFormData(const Folders &folders, const ConsentForm &form, QString &path,
-                          QStringList &touched, QString *reason);
+/// The same for one form of a batch: "<patient number>_同意書データ.csv" among the batch's files.
+/// @return full path of the data file
+Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched);

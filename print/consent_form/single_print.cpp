@@ -13,8 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 short iPrintForm(const Environment &environment, const ConsentForm &form, PrintWay way, QStringList &touched,
                  QString &reason) {
     const QString layout = layoutPath(environment.folders, form);
-    if (!writeConsentFormData(environment.folders, {form}, touched, &reason))
+    if (const Result<> written = writeConsentFormData(environment, {form}, touched); !written) {
+        reason = written.reason();
         return -1;
+    }
     cls_WfdPrintExe engine(environment);
     engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
     engine.iSetDataText(1, consentFormDataName(), consentFormDataName() + u".csv"_s);

@@ -152,12 +152,9 @@ void frmSetInsatsuDoui::print(PrintWay way) {
     order.commandFile = u"DouiCom.dat"_s;
     order.paper = m_ui->chkPaper256->isChecked() ? BatchPaper::Custom : BatchPaper::A4;
     order.preview = way == PrintWay::Preview;
-    BatchResult result = waitForBatch(this, m_environment, order, job.count(),
-                                      [&](int position, BatchReport &report, QString *why) {
-                                          return job.makeReport(position, report, why);
-                                      });
+    BatchResult result = waitForBatch(this, m_environment, order, job.document());
     result.touched = job.touched();
-    m_handedOver = m_handedOver || result.reports > 0;
+    m_handedOver = m_handedOver || result.reports() > 0;
     // What has left is marked before anything is said.
     std::optional<Message> note;
     if (way == PrintWay::Print && job.hasLetters())

@@ -102,11 +102,15 @@ void SetPrintJob::addForms() {
     }
 }
 
-bool SetPrintJob::makeReport(int position, BatchReport &report, QString *reason) {
-    const Folders &folders = m_environment.folders;
+BatchDocument SetPrintJob::document() {
+    return {count(), [this](int position, PrintFiles &files) { return makeReport(position, files); }};
+}
+
+Result<BatchReport> SetPrintJob::makeReport(int position, PrintFiles &files) {
     const Item &item = m_items[size_t(position)];
     if (item.kind == Kind::Form)
-        return makeFormReport(folders, m_forms.forms[item.index], report, m_touched, reason);
+        return makeFormReport(m_environment.folders, m_forms.forms[item.index], files, m_touched);
+    BatchReport report;
     if (item.kind == Kind::Letter) {
         const LetterSource &source = m_letters.source();
         const Letter &letter = m_arranged[item.index];
@@ -116,7 +120,7 @@ bool SetPrintJob::makeReport(int position, BatchReport &report, QString *reason)
         report.subject = letterWho(row);
         report.name = dataName;
         report.layout = m_rows[row.order].layout;
-        return write(data, u"依頼書%1.csv"_s.arg(position + 1), report, reason);
+        return write(data, u"依頼書%1.csv"_s.arg(position + 1), std::move(report), files);
     }
     const Envelope &envelope = m_envelopes[item.index];
     DataFile data(envelopeColumns());
@@ -124,18 +128,19 @@ bool SetPrintJob::makeReport(int position, BatchReport &report, QString *reason)
     report.subject = envelope.institution;
     report.name = u"封筒"_s;
     report.layout = envelopeLayout(m_choice.envelope);
-    return write(data, u"封筒%1.csv"_s.arg(position + 1), report, reason);
+    return write(data, u"封筒%1.csv"_s.arg(position + 1), std::move(report), files);
 }
 
-bool SetPrintJob::write(const DataFile &data, const QString &file, BatchReport &report, QString *reason) {
-    const Folders &folders = m_environment.folders;
+Result<BatchReport> SetPrintJob::write(const DataFile &data, const QString &file, BatchReport report,
+                                       PrintFiles &files) {
     report.dataName = dataName;
-    report.dataFile = QDir::toNativeSeparators(folders.temporary() + u'/' + file);
-    report.layout = QDir::toNativeSeparators(Folders::file(folders.system(), report.layout));
-    if (!data.write(report.dataFile, reason))
-        return false;
+    report.layout = QDir::toNativeSeparators(Folders::file(m_environment.folders.system(), report.layout));
+    const Result<QString> path = files.write(file, data.bytes());
+    if (!path)
+        return Failure{path.reason()};
+    report.dataFile = *path;
     m_touched += data.touched();
-    return true;
+    return report;
 }
 
 short SetPrintJob::iMark(QStringList *overtaken) {

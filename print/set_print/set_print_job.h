@@ -38,8 +38,8 @@ public:
     /// Rows that are gone: their letters and envelopes are not printed.
     qsizetype gone() const { return qsizetype(m_letters.goneOrders().size()); }
 
-    /// Writes the data of a document, counted from 0, and describes its report.
-    bool makeReport(int position, BatchReport &report, QString *reason);
+    /// What a batch prints; the job must outlive it.
+    BatchDocument document();
     /// Texts in which a character that code page 932 lacks was replaced.
     const QStringList &touched() const { return m_touched; }
 
@@ -63,7 +63,9 @@ private:
     void addLetters();
     void addEnvelopes();
     void addForms();
-    bool write(const DataFile &data, const QString &file, BatchReport &report, QString *reason);
+    Result<BatchReport> makeReport(int position, PrintFiles &files);
+    Result<BatchReport> write(const DataFile &data, const QString &file, BatchReport report,
+                              PrintFiles &files);
 
     const Environment &m_environment;
     cT_ADODB &m_db;

@@ -30,20 +30,17 @@ struct Batch : testing::Test {
     }
 
     BatchResult run(int reports, const BatchPrint::Progress &goOn = {}) {
-        const auto make = [this](int position, BatchReport &report, QString *reason) {
-            if (position == notWritten) {
-                *reason = u"満杯です"_s;
-                return false;
-            }
-            report = {u"利用者%1"_s.arg(position),
-                      u"同意書"_s,
-                      consentFormDataName(),
-                      practice.work(u"%1_同意書データ.csv"_s.arg(position)),
-                      qrImageItem(),
-                      practice.system(position == withoutLayout ? u"無い.wfd"_s : u"M再.wfd"_s)};
-            return true;
+        const auto make = [this](int position, PrintFiles &) -> Result<BatchReport> {
+            if (position == notWritten)
+                return Failure{u"満杯です"_s};
+            return BatchReport{u"利用者%1"_s.arg(position),
+                               u"同意書"_s,
+                               consentFormDataName(),
+                               practice.work(u"%1_同意書データ.csv"_s.arg(position)),
+                               qrImageItem(),
+                               practice.system(position == withoutLayout ? u"無い.wfd"_s : u"M再.wfd"_s)};
         };
-        return BatchPrint(practice.environment, order).run(reports, make, goOn);
+        return BatchPrint(practice.environment, order).run({reports, make}, goOn);
     }
 
     QString document(int number) const {
@@ -99,7 +96,9 @@ TEST_F(Batch, ChunksOfAHundredWithOneRunningNumber) {
     EXPECT_TRUE(practice.written(u"cmdSetPrint0002.dat"_s).contains(result.chunks[1].document));
     EXPECT_TRUE(commands.value(1).contains(u"\"同意書101\""_s));
     EXPECT_EQ(result.missingLayouts, QStringList(u"利用者7（無い.wfd）"_s));
-    EXPECT_EQ(result.reports, 101);
+    EXPECT_TRUE(result.left(0) && result.left(6) && result.left(8) && result.left(101));
+    EXPECT_FALSE(result.left(7));
+    EXPECT_EQ(result.reports(), 101);
     EXPECT_FALSE(result.allPrinted());
 }
 
@@ -117,7 +116,7 @@ TEST_F(Batch, WhatGoesWrongWithAChunk) {
         {"some reports fail",
          [this] { builderDoes(3, u"帳票12（11_同意書データ.csv）：x"_s); },
          {State::SomeFailed, State::SomeFailed},
-         100},
+         99}, // of the second chunk it does not say which
         {"nothing is built",
          [this] { builderDoes(1, u"M"_s); },
          {State::BuilderFailed, State::BuilderFailed},
@@ -144,7 +143,10 @@ TEST_F(Batch, WhatGoesWrongWithAChunk) {
         for (const BatchChunk &chunk : result.chunks)
             states.append(chunk.state);
         EXPECT_EQ(states, c.chunks) << c.name;
-        EXPECT_EQ(result.reports, c.reports) << c.name;
+        EXPECT_EQ(result.reports(), c.reports) << c.name;
+        EXPECT_EQ(result.left(0), c.reports > 0) << c.name;
+        EXPECT_FALSE(result.left(11) && states[0] == State::SomeFailed) << c.name;
+        EXPECT_FALSE(result.left(100)) << c.name;
         EXPECT_FALSE(result.allPrinted()) << c.name;
         for (int number = 1; number <= 2; ++number)
             QFile::remove(document(number));
@@ -159,7 +161,9 @@ TEST_F(Batch, StopsBetweenChunks) {
         return done < 100;
     });
     EXPECT_TRUE(result.cancelled);
-    EXPECT_EQ(result.reports, 100);
+    EXPECT_EQ(result.reports(), 100);
+    EXPECT_TRUE(result.left(99));
+    EXPECT_FALSE(result.left(100));
     EXPECT_EQ(asked, 2);
 }
 
@@ -187,11 +191,12 @@ TEST_F(Batch, ABuilderThatHangsIsEnded) {
     SystemProcesses processes;
     Environment environment{practice.folders, practice.clock, practice.messages, processes, {1, 1}};
     order.builderTimeout = std::chrono::milliseconds(200);
-    const auto make = [this](int, BatchReport &report, QString *) {
+    const auto make = [this](int, PrintFiles &) -> Result<BatchReport> {
+        BatchReport report;
         report.layout = practice.system(u"M再.wfd"_s);
-        return true;
+        return report;
     };
-    const BatchResult result = BatchPrint(environment, order).run(101, make, {});
+    const BatchResult result = BatchPrint(environment, order).run({101, make}, {});
     ASSERT_EQ(result.chunks.size(), 2u);
     EXPECT_EQ(result.chunks[0].state, State::BuilderHung);
     EXPECT_EQ(result.chunks[1].state, State::BuilderHung);

@@ -162,8 +162,8 @@ TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
     const std::vector<ConsentForm> forms = practice.gather({.patients = {5, 1}}).forms;
     ASSERT_EQ(forms.size(), 2u);
     QStringList touched;
-    QString reason;
-    ASSERT_TRUE(writeConsentFormData(practice.folders, forms, touched, &reason)) << reason.toStdString();
+    const Result<> done = writeConsentFormData(practice.environment, forms, touched);
+    ASSERT_TRUE(done) << done.reason().toStdString();
     const QStringList lines = practice.written(u"同意書データ.csv"_s).split(u"\r\n"_s);
     ASSERT_EQ(lines.size(), 4);
     EXPECT_TRUE(lines[0].startsWith(u"\"患者ID\",\"患者名\""_s));
@@ -180,11 +180,11 @@ TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
 TEST(ConsentFormData, ABatchFileIsWrittenOverALongerOne) {
     Practice practice;
     practice.addFile(practice.work(u"1_同意書データ.csv"_s), QByteArray(9000, 'x'));
-    QString path, reason;
     QStringList touched;
-    ASSERT_TRUE(writeConsentFormData(practice.folders, practice.form(1), path, touched, &reason))
-        << reason.toStdString();
-    EXPECT_EQ(path, practice.work(u"1_同意書データ.csv"_s));
+    PrintFiles files(practice.environment);
+    const Result<QString> path = writeConsentFormData(practice.form(1), files, touched);
+    ASSERT_TRUE(path) << path.reason().toStdString();
+    EXPECT_EQ(*path, practice.work(u"1_同意書データ.csv"_s));
     const QString data = practice.written(u"1_同意書データ.csv"_s);
     EXPECT_EQ(data.count(u"\r\n"_s), 2);
     EXPECT_TRUE(data.endsWith(u"\r\n"_s)) << data.right(40).toStdString();
