@@ -36,9 +36,8 @@ Document load(const QString &command) {
 }
 
 void toPdf(const QString &command, const QString &path) {
-    QString reason;
-    if (!writePdf(load(command), path, {}, &reason))
-        stop(reason);
+    if (const Result<PdfEnd> written = writePdf(load(command), path); !written)
+        stop(written.reason());
 }
 
 double bestOf(const std::function<void()> &work) {

@@ -14,9 +14,8 @@ namespace {
 const QString layout = QStringLiteral(DOUISHO_LAYOUTS "/同意書_マッサージ初回.wfd");
 
 void write(const QString &path, const QByteArray &bytes) {
-    QString reason;
-    if (!writeFileWhole(path, bytes, &reason))
-        stop(reason);
+    if (const Result<> written = writeFileWhole(path, bytes); !written)
+        stop(written.reason());
 }
 
 QByteArray lines(const QString &text) {

@@ -104,14 +104,12 @@ void BulkDatabase::execute(const QString &sql) {
         fail();
 }
 
-bool BulkDatabase::finish(QString *reason) {
+Result<> BulkDatabase::finish() {
     execute(u"COMMIT"_s);
     if (m_error.isEmpty() && m_compared)
         m_error = u"データベース「%1」の並び順を確かめられません。"_s.arg(m_path);
     close();
-    if (reason)
-        *reason = m_error;
-    return m_error.isEmpty();
+    return m_error.isEmpty() ? Result<>() : Failure{m_error};
 }
 
 sqlite3_stmt *BulkDatabase::prepare(const QByteArray &table, const QList<QByteArray> &columns) {

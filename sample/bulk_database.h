@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/result.h"
+
 #include <QByteArray>
 #include <QDate>
 #include <QDateTime>
@@ -90,9 +92,8 @@ public:
             inserter.insert(row);
     }
 
-    /// Ends the transaction and closes the file.
-    /// @param reason a sentence for the user, when something failed since the file was opened
-    bool finish(QString *reason);
+    /// Ends the transaction and closes the file; fails when anything has since the file was opened.
+    Result<> finish();
 
 private:
     sqlite3_stmt *prepare(const QByteArray &table, const QList<QByteArray> &columns);

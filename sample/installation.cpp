@@ -10,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -45,24 +44,31 @@ QString whyUnusable(const QString &database) {
     return {};
 }
 
-bool writeSettings(const QDir &folder, const QString &database, QString *reason) {
+Result<> writeSettings(const QDir &folder, const QString &database) {
     for (const TextFile &file : settingsFiles(database))
-        if (!writeFileWhole(folder.filePath(file.path), encode932(file.text).bytes, reason))
-            return false;
-    return true;
+        if (Result<> written = writeFileWhole(folder.filePath(file.path), encode932(file.text).bytes);
+            !written)
+            return written;
+    return {};
 }
 
-bool writePictures(const QDir &folder, QString *reason) {
+Result<> writePictures(const QDir &folder) {
     const QDir data(folder.filePath(SampleFolder::data.toString()));
     const QDir icons(folder.filePath(SampleFolder::icons.toString()));
-    return writeFileWhole(data.filePath(u"00.BMP"_s), tickOff(), reason) &&
-           writeFileWhole(data.filePath(u"01.BMP"_s), tickOn(), reason) &&
-           writeFileWhole(icons.filePath(u"ImgWall.BMP"_s), wallPaper(), reason);
+    const std::pair<QString, QByteArray> pictures[] = {
+        {data.filePath(u"00.BMP"_s), tickOff()},
+        {data.filePath(u"01.BMP"_s), tickOn()},
+        {icons.filePath(u"ImgWall.BMP"_s), wallPaper()},
+    };
+    for (const auto &[path, picture] : pictures)
+        if (Result<> written = writeFileWhole(path, picture); !written)
+            return written;
+    return {};
 }
 
 /// A program under the name by which the suite starts it: a link, so that a rebuild is picked up, or a copy
 /// where links are not to be had.
-bool placeProgram(const QString &program, const QString &place, QString *reason) {
+Result<> placeProgram(const QString &program, const QString &place) {
     QFile::remove(place);
 #ifdef Q_OS_WIN
     const QString source = program + u".exe"_s;
@@ -72,49 +78,58 @@ bool placeProgram(const QString &program, const QString &place, QString *reason)
     const bool placed = QFileInfo::exists(source) && QFile::link(source, place);
 #endif
     if (!placed)
-        *reason = u"プログラム「%1」を「%2」に置けません。"_s.arg(source, place);
-    return placed;
+        return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(source, place)};
+    return {};
 }
 
-bool placePrograms(const QDir &folder, const QString &programs, QString *reason) {
+Result<> placePrograms(const QDir &folder, const QString &programs) {
+    if (programs.isEmpty())
+        return {};
     constexpr std::pair<QStringView, QStringView> placed[] = {
         {u"douisho-menu", u"Main.exe"},
         {u"wfrfv10", u"wfrfv10.exe"},
         {u"wfrfv10", u"WrVb6Viewer.exe"},
         {u"wfrimg10", u"wfrimg10.exe"},
     };
-    return programs.isEmpty() || std::ranges::all_of(placed, [&](const auto &program) {
-               return placeProgram(QDir(programs).absoluteFilePath(program.first.toString()),
-                                   folder.filePath(program.second.toString()), reason);
-           });
+    for (const auto &[program, name] : placed)
+        if (Result<> done = placeProgram(QDir(programs).absoluteFilePath(program.toString()),
+                                         folder.filePath(name.toString()));
+            !done)
+            return done;
+    return {};
 }
 
 /// Beside its place first: a program that has the old one open keeps it whole.
-bool makeDatabase(const QString &path, const SampleOptions &options, QString *reason) {
+Result<> makeDatabase(const QString &path, const SampleOptions &options) {
     const QString beside = path + u".new"_s;
     QFile::remove(beside);
-    if (!makeSampleDatabase(beside, options.day, options.patients, reason))
-        return false;
+    if (Result<> made = makeSampleDatabase(beside, options.day, options.patients); !made)
+        return made;
     for (const QString &old : {path + u"-wal"_s, path + u"-shm"_s, path})
         QFile::remove(old);
-    if (QFile::rename(beside, path))
-        return true;
-    *reason = u"データベース「%1」を作成できません。"_s.arg(path);
-    return false;
+    if (!QFile::rename(beside, path))
+        return Failure{u"データベース「%1」を作成できません。"_s.arg(path)};
+    return {};
 }
 
-bool makeAll(const QDir &folder, const QString &database, const SampleOptions &options, QString *reason) {
-    if (!folder.mkpath(u"."_s) || !writeFileWhole(folder.filePath(markName()), unfinished, reason))
-        return false;
+Result<> makeAll(const QDir &folder, const QString &database, const SampleOptions &options) {
+    if (!folder.mkpath(u"."_s))
+        return Failure{u"フォルダ「%1」を作成できません。"_s.arg(QDir::toNativeSeparators(folder.path()))};
+    Result<> done = writeFileWhole(folder.filePath(markName()), unfinished);
+    const auto then = [&done](auto &&step) {
+        if (done)
+            done = step();
+    };
     for (const QStringView name :
          {SampleFolder::system, SampleFolder::temporary, SampleFolder::icons, SampleFolder::data})
         folder.mkpath(name.toString());
-    // The database last, for it takes longest.
-    return placePrograms(folder, options.programs, reason) && writeSettings(folder, database, reason) &&
-           writePictures(folder, reason) &&
-           writeLayouts(QDir(folder.filePath(SampleFolder::system.toString())), reason) &&
-           makeDatabase(database, options, reason) &&
-           writeFileWhole(folder.filePath(markName()), finished, reason);
+    then([&] { return placePrograms(folder, options.programs); });
+    then([&] { return writeSettings(folder, database); });
+    then([&] { return writePictures(folder); });
+    then([&] { return writeLayouts(QDir(folder.filePath(SampleFolder::system.toString()))); });
+    then([&] { return makeDatabase(database, options); }); // it takes longest
+    then([&] { return writeFileWhole(folder.filePath(markName()), finished); });
+    return done;
 }
 
 } // namespace
@@ -136,9 +151,8 @@ SampleResult makeInstallation(const SampleOptions &options) {
     const QString database = folder.filePath(u"%1/douisho.db"_s.arg(SampleFolder::data));
     if (const QString why = whyUnusable(database); !why.isEmpty())
         return {SampleOutcome::Refused, why.arg(name)};
-    QString reason = u"フォルダ「%1」を作成できません。"_s.arg(name);
-    if (!makeAll(folder, database, options, &reason))
-        return {SampleOutcome::Failed, reason};
+    if (const Result<> made = makeAll(folder, database, options); !made)
+        return {SampleOutcome::Failed, made.reason()};
     return {SampleOutcome::Made,
             u"フォルダ「%1」に見本を作成しました。（%2、利用者%3人）"_s.arg(
                 name, options.day.toString(u"yyyy/MM/dd"), QString::number(options.patients))};

@@ -9,18 +9,17 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace sample {
 
-bool writeLayouts(const QDir &folder, QString *reason) {
+Result<> writeLayouts(const QDir &folder) {
     QDirIterator layouts(u":/sample/layouts"_s, QDir::Files);
     while (layouts.hasNext()) {
         QFile layout(layouts.next());
-        if (!layout.open(QIODevice::ReadOnly)) {
-            *reason = u"レイアウト「%1」を読み込めません。"_s.arg(layouts.fileName());
-            return false;
-        }
-        if (!writeFileWhole(folder.filePath(layouts.fileName()), layout.readAll(), reason))
-            return false;
+        if (!layout.open(QIODevice::ReadOnly))
+            return Failure{u"レイアウト「%1」を読み込めません。"_s.arg(layouts.fileName())};
+        if (Result<> written = writeFileWhole(folder.filePath(layouts.fileName()), layout.readAll());
+            !written)
+            return written;
     }
-    return true;
+    return {};
 }
 
 } // namespace sample

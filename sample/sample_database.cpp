@@ -18,7 +18,7 @@ bool isIndex(const QString &statement) {
     return statement.startsWith(u"CREATE INDEX");
 }
 
-bool load(const QString &path, QDate day, int patients, QString *reason) {
+Result<> load(const QString &path, QDate day, int patients) {
     BulkDatabase db(path);
     for (const QString &statement : schemaStatements())
         if (!isIndex(statement))
@@ -28,12 +28,12 @@ bool load(const QString &path, QDate day, int patients, QString *reason) {
     loadFixedTables(db, day);
     loadMasters(db, masters, day);
     loadPatients(db, random, masters, patients, day);
-    return db.finish(reason);
+    return db.finish();
 }
 
 /// Through the program's own connection, so that readings are sorted by the collation that will search them;
 /// and after the load, for sorting once is far cheaper than keeping order all the time.
-bool makeIndexes(const QString &path, QString *reason) {
+Result<> makeIndexes(const QString &path) {
     cT_ADODB db;
     db.iInit(u"Provider=SQLite;Data Source="_s + path);
     bool made = db.iConnect() == 0;
@@ -42,9 +42,10 @@ bool makeIndexes(const QString &path, QString *reason) {
             made = db.iExecSQL(statement) == 0;
     // Counts for the planner, so that it does not start from an index that hardly narrows.
     made = made && db.iExecSQL(u"ANALYZE"_s) == 0;
-    if (!made && reason)
-        *reason = u"データベース「%1」に索引を作成できません。（%2）"_s.arg(path, db.sErrMsg().simplified());
-    return made;
+    if (!made)
+        return Failure{
+            u"データベース「%1」に索引を作成できません。（%2）"_s.arg(path, db.sErrMsg().simplified())};
+    return {};
 }
 
 } // namespace
@@ -66,8 +67,9 @@ QStringList schemaStatements() {
     return statements;
 }
 
-bool makeSampleDatabase(const QString &path, QDate day, int patients, QString *reason) {
-    return load(path, day, patients, reason) && makeIndexes(path, reason);
+Result<> makeSampleDatabase(const QString &path, QDate day, int patients) {
+    const Result<> loaded = load(path, day, patients);
+    return loaded ? makeIndexes(path) : loaded;
 }
 
 } // namespace sample

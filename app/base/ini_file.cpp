@@ -114,5 +114,6 @@ bool clsOplIniFile::readForChange(QByteArray &bytes) {
 }
 
 short clsOplIniFile::write(const QByteArray &bytes) {
-    return writeFileWhole(m_path, bytes, &m_error) ? short(0) : short(-1);
+    const Result<> written = writeFileWhole(m_path, bytes);
+    return written ? short(0) : fail(written.reason());
 }

@@ -121,7 +121,10 @@ bool writeRequestMethods(const Folders &folders, const QStringList &texts, QStri
     for (const int number : numbersIn(bytes))
         if (number > texts.size() && number <= RequestMethods::most)
             bytes = profile::withoutKey(bytes, section, keyOf(number));
-    return writeFileWhole(path, bytes, reason);
+    const Result<> written = writeFileWhole(path, bytes);
+    if (!written && reason)
+        *reason = written.reason();
+    return bool(written);
 }
 
 QString normalMethod(const QString &typed) {

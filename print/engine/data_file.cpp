@@ -25,7 +25,10 @@ void DataFile::add(std::span<const DataValue> record) {
 }
 
 bool DataFile::write(const QString &path, QString *reason) const {
-    return writeFileWhole(path, m_bytes, reason);
+    const Result<> written = writeFileWhole(path, m_bytes);
+    if (!written && reason)
+        *reason = written.reason();
+    return bool(written);
 }
 
 void DataFile::addText(const QString &text) {

@@ -1,5 +1,4 @@
 #include "app/base/codepage932.h"
-#include "app/base/file_write.h"
 #include "app/base/ini_file.h"
 #include "tests/support/test_environment.h"
 
@@ -7,13 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
-
-#ifdef Q_OS_UNIX
-#include <csignal>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-#endif
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -131,51 +123,5 @@ TEST_F(IniFile, AFailedWriteSaysWhereAndLeavesNothingBehind) {
     EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
     EXPECT_EQ(entries(), QStringList{u"設定.ini"_s});
 }
-
-#ifdef Q_OS_UNIX
-TEST_F(IniFile, KeepsPermissions) {
-    put("[s]\r\n");
-    const QFile::Permissions permissions = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup;
-    QFile::setPermissions(path, permissions);
-    ini.iInit(path);
-    ASSERT_EQ(ini.iWriteProfileString(u"s"_s, u"k"_s, u"2"_s), 0);
-    EXPECT_EQ(QFile::permissions(path) & ~QFile::Permissions(0x0700), permissions);
-}
-
-/// Runs the write in a child process that may write 100 bytes at most.
-int exitOfLimitedWrite(const QString &path, qsizetype size, bool dieAtLimit) {
-    const pid_t child = fork();
-    if (child == 0) {
-        const rlimit limit{100, 100};
-        setrlimit(RLIMIT_FSIZE, &limit);
-        const rlimit noCore{0, 0};
-        setrlimit(RLIMIT_CORE, &noCore);
-        signal(SIGXFSZ, dieAtLimit ? SIG_DFL : SIG_IGN);
-        QString reason;
-        const bool written = writeFileWhole(path, QByteArray(size, 'x'), &reason);
-        _exit(written ? 1 : reason.contains(path) ? 0 : 2);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return status;
-}
-
-TEST_F(IniFile, AWriteThatEndsHalfWayLeavesTheOldFile) {
-    put("[s]\r\nk=1\r\n");
-    for (const qsizetype size : {200, 1'000'000}) { // small ones wait in a buffer
-        const int full = exitOfLimitedWrite(path, size, false);
-        EXPECT_TRUE(WIFEXITED(full) && WEXITSTATUS(full) == 0); // failed, with a reason that names the file
-        EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
-        EXPECT_EQ(entries(), QStringList{u"設定.ini"_s});
-    }
-
-    const int killed = exitOfLimitedWrite(path, 1'000'000, true);
-    EXPECT_TRUE(WIFSIGNALED(killed));
-    EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");
-    ini.iInit(path); // what the killed process left beside is in nobody's way
-    EXPECT_EQ(ini.iWriteProfileString(u"s"_s, u"k"_s, u"2"_s), 0);
-    EXPECT_EQ(bytes(), "[s]\r\nk=2\r\n");
-}
-#endif
 
 } // namespace

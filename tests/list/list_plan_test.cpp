@@ -13,8 +13,8 @@ TEST(ListPlan, ReadsConsentsByAnIndexInEveryOrder) {
     const QTemporaryDir folder;
     const QString path = folder.filePath(u"sample.db"_s);
     const QDate day(2026, 11, 21);
-    QString reason;
-    ASSERT_TRUE(sample::makeSampleDatabase(path, day, 300, &reason)) << reason.toStdString();
+    const Result<> made = sample::makeSampleDatabase(path, day, 300);
+    ASSERT_TRUE(made) << made.reason().toStdString();
     cT_ADODB db;
     db.iInit(u"Provider=SQLite;Data Source="_s + path);
     ASSERT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();

@@ -15,9 +15,9 @@ namespace {
 class Sample {
 public:
     explicit Sample(const QDate &day, int patients = 300) {
-        QString reason;
-        m_made = sample::makeSampleDatabase(path(), day, patients, &reason);
-        EXPECT_TRUE(m_made) << reason.toStdString();
+        const Result<> made = sample::makeSampleDatabase(path(), day, patients);
+        EXPECT_TRUE(made) << made.reason().toStdString();
+        m_made = bool(made);
         m_db.iInit(u"Provider=SQLite;Data Source="_s + path());
         EXPECT_EQ(m_db.iConnect(), 0) << m_db.sErrMsg().toStdString();
     }
@@ -46,8 +46,8 @@ private:
 QByteArray bytesOf(const QDate &day, int patients) {
     QTemporaryDir folder;
     const QString path = folder.filePath(u"sample.db"_s);
-    QString reason;
-    EXPECT_TRUE(sample::makeSampleDatabase(path, day, patients, &reason)) << reason.toStdString();
+    const Result<> made = sample::makeSampleDatabase(path, day, patients);
+    EXPECT_TRUE(made) << made.reason().toStdString();
     QFile file(path);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();

@@ -22,8 +22,8 @@ QString run(const QString &program, const QStringList &arguments) {
 class Pdf : public testing::Test {
 protected:
     QByteArray write(const Document &document) {
-        QString reason;
-        EXPECT_TRUE(writePdf(document, path, {}, &reason)) << reason.toStdString();
+        const Result<PdfEnd> written = writePdf(document, path);
+        EXPECT_TRUE(written) << written.reason().toStdString();
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
@@ -131,19 +131,16 @@ TEST_F(Pdf, PicturesThatAreNoneAreToldOf) {
 TEST_F(Pdf, LeavesTheOldFileWhenGivenUp) {
     const QByteArray old = write(Document({reportOf("<page/>", {})}, {}));
     const Document document({reportOf("<page/>", u"a\n1\n2\n3\n"_s)}, {});
-    QString reason;
     int calls = 0;
-    EXPECT_FALSE(writePdf(
-        document, path, [&](int done, int all) { return ++calls, done < 2 && all == 3; }, &reason));
+    const Result<PdfEnd> end =
+        writePdf(document, path, [&](int done, int all) { return ++calls, done < 2 && all == 3; });
+    EXPECT_TRUE(end && *end == PdfEnd::GivenUp);
     EXPECT_EQ(calls, 2);
-    EXPECT_EQ(reason, QString());
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(file.readAll(), old);
-    EXPECT_FALSE(writePdf(document, u"/nowhere/x.pdf"_s, {}, &reason));
-    EXPECT_TRUE(reason.contains(u"x.pdf"_s));
-    EXPECT_FALSE(writePdf(Document(), path, {}, &reason));
-    EXPECT_FALSE(reason.isEmpty());
+    EXPECT_TRUE(writePdf(document, u"/nowhere/x.pdf"_s).reason().contains(u"x.pdf"_s));
+    EXPECT_FALSE(writePdf(Document(), path));
 }
 
 } // namespace

@@ -72,9 +72,8 @@ bool writeDocumentFile(const FinishedDocument &document, const QString &path, Pr
     QByteArray bytes =
         mark.toByteArray() + version + QByteArray(sizeof(qint64), '\0') + sumOf(content) + content;
     qToBigEndian<qint64>(bytes.size(), bytes.data() + lengthAt);
-    QString reason;
-    if (writeFileWhole(path, bytes, &reason))
-        return true;
-    *problem = {{}, 0, 0, reason}; // which names the file
-    return false;
+    const Result<> written = writeFileWhole(path, bytes);
+    if (!written)
+        *problem = {{}, 0, 0, written.reason()}; // which names the file
+    return bool(written);
 }

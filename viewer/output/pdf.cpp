@@ -1,11 +1,11 @@
 #include "viewer/output/pdf.h"
 
+#include "app/base/file_write.h"
 #include "viewer/document/document.h"
 #include "viewer/output/pdf_page.h"
 
 #include <QDateTime>
 #include <QDir>
-#include <QSaveFile>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -48,23 +48,22 @@ bool writePages(const Document &document, PdfFile &file, const std::function<boo
 
 } // namespace
 
-bool writePdf(const Document &document, const QString &path, const std::function<bool(int, int)> &goOn,
-              QString *reason) {
-    const auto fail = [&](const QString &why) {
-        if (reason)
-            *reason = u"「%1」に書き込めません。"_s.arg(QDir::toNativeSeparators(path)) + why;
-        return false;
+Result<PdfEnd> writePdf(const Document &document, const QString &path,
+                        const std::function<bool(int, int)> &goOn) {
+    const auto failure = [&](const QString &why) {
+        return Failure{u"「%1」に書き込めません。"_s.arg(QDir::toNativeSeparators(path)) + why};
     };
-    if (reason)
-        reason->clear();
     if (document.pageCount() == 0)
-        return fail(u"印刷するページがありません。"_s);
-    QSaveFile device(path);
-    if (!device.open(QIODevice::WriteOnly))
-        return fail(device.errorString());
-    PdfFile file(device);
+        return failure(u"印刷するページがありません。"_s);
+    WholeFile whole(path);
+    if (const Result<> opened = whole.open(); !opened)
+        return Failure{opened.reason()};
+    PdfFile file(whole.device());
     if (!writePages(document, file, goOn))
-        return false;
-    // commit() does not notice that the last buffer found no room.
-    return file.isSound() && device.flush() && device.commit() ? true : fail(device.errorString());
+        return PdfEnd::GivenUp;
+    if (!file.isSound())
+        return failure(whole.device().errorString());
+    if (const Result<> committed = whole.commit(); !committed)
+        return Failure{committed.reason()};
+    return PdfEnd::Written;
 }

@@ -68,11 +68,11 @@ BuildOutcome buildInto(const QString &output, const QString &commandFile) {
     return outcome;
 }
 
-bool writeErrors(const QString &path, const QStringList &messages, QString *reason) {
+Result<> writeErrors(const QString &path, const QStringList &messages) {
     QString text;
     for (QString message : messages)
         text += message.replace(u"\r\n"_s, u"　"_s) + u"\r\n"_s;
-    return writeFileWhole(path, encode932(text).bytes, reason);
+    return writeFileWhole(path, encode932(text).bytes);
 }
 
 QString fullPath(const QString &name) {
@@ -87,13 +87,16 @@ BuildOutcome runImageBuilder(const QStringList &arguments) {
         return {BuildResult::WrongUsage,
                 {u"使い方： wfrimg10 出力文書 /c コマンドファイル [/err エラーファイル]"_s}};
     const QString errors = parsed->option(u"/err"_s);
-    QString reason;
-    if (!errors.isEmpty() && !writeErrors(fullPath(errors), {}, &reason))
-        return {BuildResult::NothingBuilt, {reason}};
+    const auto tell = [&](const QStringList &messages) {
+        return errors.isEmpty() ? Result<>() : writeErrors(fullPath(errors), messages);
+    };
+    if (const Result<> told = tell({}); !told)
+        return {BuildResult::NothingBuilt, {told.reason()}};
 
     BuildOutcome outcome = buildInto(fullPath(parsed->file), fullPath(parsed->option(u"/c"_s)));
-    if (!errors.isEmpty() && !outcome.messages.isEmpty() &&
-        !writeErrors(fullPath(errors), outcome.messages, &reason))
-        outcome.messages.append(reason);
+    if (outcome.messages.isEmpty())
+        return outcome;
+    if (const Result<> told = tell(outcome.messages); !told)
+        outcome.messages.append(told.reason());
     return outcome;
 }

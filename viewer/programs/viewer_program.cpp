@@ -142,9 +142,8 @@ private:
     int writePdfOnly(const Document &document, const QStringList &notes) const {
         for (const QString &note : notes + document.warnings())
             std::fprintf(stderr, "%s\n", qUtf8Printable(note));
-        QString reason;
-        if (!writePdf(document, m_pdfPath, {}, &reason))
-            return fail(reason);
+        if (const Result<PdfEnd> written = writePdf(document, m_pdfPath); !written)
+            return fail(written.reason());
         std::printf("%s\n", qUtf8Printable(QDir::toNativeSeparators(m_pdfPath)));
         return EXIT_SUCCESS;
     }

@@ -97,8 +97,7 @@ QString askPdfPath(const QString &title, const QString &proposed, QWidget *paren
 
 OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent) {
     Progress progress(u"PDFを作成しています。"_s, parent);
-    QString reason;
-    const bool saved = writePdf(
-        document, path, [&](int done, int all) { return progress.advance(done, all); }, &reason);
-    return endOf(saved, reason, parent);
+    const Result<PdfEnd> saved =
+        writePdf(document, path, [&](int done, int all) { return progress.advance(done, all); });
+    return endOf(saved && *saved == PdfEnd::Written, saved.reason(), parent);
 }

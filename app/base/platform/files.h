@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QFile>
+
+/// What the systems do differently with files.
+namespace platform {
+
+/// Waits until the disk has what was written to an open file. False, with `errno` set, when it has not; a
+/// file system that cannot tell counts as done.
+bool syncToDisk(QFile &file);
+
+/// Marks an open file as being written until it is closed, also by the end of the process.
+void claim(QFile &file);
+
+/// Whether another process has claimed the file; nothing where the file system cannot tell.
+enum class Claimed { No, Yes, Unknown };
+Claimed claimOf(const QString &path);
+
+/// Moves an open file over another in one step. The system's reason when it refuses, empty when it is done.
+QString moveOver(QFile &file, const QString &place);
+
+} // namespace platform
