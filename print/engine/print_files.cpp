@@ -9,8 +9,7 @@ Result<QString> PrintFiles::write(const QString &name, const QByteArray &bytes) 
     // In its place: nobody reads these files before all are written, and a thousand syncs would take longer
     // than all the rest.
     const QString path = m_folder + name;
-    QString reason;
-    if (!writeFileInPlace(path, bytes, &reason))
-        return Failure{reason};
+    if (const Result<> written = writeFileInPlace(path, bytes); !written)
+        return Failure{written.reason()};
     return path;
 }
