@@ -167,12 +167,12 @@ void frm同意依頼::chooseDoctor() {
     if (doctor.code.isEmpty())
         return;
     const ErrorsSince errors(m_db);
-    QHash<QString, LetterDoctor> found;
+    LetterDoctors found;
     if (readLetterDoctors(m_db, {doctor.code}, found) != 0) {
         m_environment.messages.fail(errors.text(), u"DB-error"_s);
         return;
     }
-    m_model->askDoctor(row, doctor.code, doctor.name, found.value(doctor.code).institution);
+    m_model->askDoctor(row, doctor.code, doctor.name, addresseeOf(found.value(doctor.code)).institution);
     fitColumns();
     m_ui->ssIrai->setFocus();
 }

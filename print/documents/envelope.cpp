@@ -27,8 +27,14 @@ const QStringList &envelopeColumns() {
     return columns;
 }
 
+Envelope envelopeTo(const Addressee &addressee) {
+    const bool toDoctor = addressee.institution.isEmpty() && !addressee.doctor.isEmpty();
+    return {zipDigits(addressee.zip), addressee.institution,
+            toDoctor ? addressee.doctor + u"　様"_s : u"書類ご担当者様"_s, addressee.address1,
+            addressee.address2};
+}
+
 std::vector<DataValue> envelopeRecord(const Envelope &envelope) {
-    const QString zip = zipDigits(envelope.zip);
-    return {zip.left(3),        zip.mid(3),        envelope.institution,
-            envelope.addressee, envelope.address1, envelope.address2};
+    return {envelope.zip.left(3), envelope.zip.mid(3), envelope.institution,
+            envelope.addressee,   envelope.address1,   envelope.address2};
 }

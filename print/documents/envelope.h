@@ -1,5 +1,6 @@
 #pragma once
 
+#include "print/documents/addressee.h"
 #include "print/engine/data_file.h"
 
 #include <QStringList>
@@ -12,14 +13,20 @@ QString envelopeLayout(EnvelopeSize size);
 
 /// What stands on an envelope.
 struct Envelope {
-    QString zip; ///< with or without hyphen
+    QString zip; ///< its digits
     QString institution;
     QString addressee; ///< with its honorific
     QString address1, address2;
 
-    /// Whether there is anywhere to send it to.
-    bool hasAddress() const { return !institution.isEmpty() || !address1.isEmpty(); }
+    bool hasAddress() const { return !address1.isEmpty() || !address2.isEmpty(); }
+    /// Whether there is anywhere to bring it to.
+    bool isAddressed() const { return !institution.isEmpty() || hasAddress(); }
+
+    friend bool operator==(const Envelope &, const Envelope &) = default;
 };
+
+/// To the institution, for whoever handles its papers; to the doctor where no institution is known.
+Envelope envelopeTo(const Addressee &addressee);
 
 /// The six items of an envelope's data file. What is enclosed is said by the layouts.
 const QStringList &envelopeColumns();

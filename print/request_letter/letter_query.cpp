@@ -7,14 +7,12 @@
 #include <QMultiHash>
 #include <QStringList>
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-QString joined(const QString &first, const QString &second) {
-    return first.isEmpty() || second.isEmpty() ? first + second : first + u"　"_s + second;
-}
 
 QString inList(QStringList values) {
     values.sort();
@@ -22,33 +20,83 @@ QString inList(QStringList values) {
     return u" IN ("_s + values.join(u',') + u")"_s;
 }
 
-/// What the letters read of a consent row.
-const QStringList consentColumns{u"iKyotenCd"_s,
-                                 u"iKyotenEb"_s,
-                                 u"nIDNo"_s,
-                                 u"nDate"_s,
-                                 u"iHenkeiFlg"_s,
-                                 u"nHenkeiDouiDate"_s,
-                                 u"tUpDateTime"_s,
-                                 u"tDouiKaryoS"_s,
-                                 u"tDouiKaryoE"_s,
-                                 u"tSaiDouiDay"_s,
-                                 u"tDouiDayTempHenkei"_s,
-                                 u"cDouiByoumei"_s,
-                                 u"cByoumeiM"_s,
-                                 u"cByoumeiH"_s,
-                                 u"cSyoujyouSonotaStr"_s,
-                                 u"iHKSyobyou01Flg"_s,
-                                 u"iHKSyobyou02Flg"_s,
-                                 u"iHKSyobyou03Flg"_s,
-                                 u"iHKSyobyou04Flg"_s,
-                                 u"iHKSyobyou05Flg"_s,
-                                 u"iHKSyobyou06Flg"_s,
-                                 u"iHKSyobyou07Flg"_s,
-                                 u"cIsiCd"_s,
-                                 u"cDouiIsiName"_s,
-                                 u"cDouiIsiKikan"_s,
-                                 u"cDouiIsiAdd"_s};
+/// What the letters read of a row, in the order of the select list.
+enum class L {
+    KyotenCd,
+    KyotenEb,
+    Number,
+    Date,
+    Deformity,
+    DeformityDate,
+    Written,
+    PeriodStart,
+    PeriodEnd,
+    Reconsent,
+    DeformityReconsent,
+    Diagnosis,
+    MassageDiagnosis,
+    AcupunctureDiagnosis,
+    OtherDisease,
+    Disease1,
+    Disease7 = Disease1 + 6,
+    Doctor,
+    NotedDoctor,
+    NotedInstitution,
+    NotedAddress,
+    Name,
+    Birthday,
+    Address1,
+    Address2,
+    FirstTreatment,
+    Sex,
+    Kind,
+    Staff1
+};
+
+constexpr QStringView rowColumns[] = {
+    u"RIYOUSHA_DOUI_REC.iKyotenCd",
+    u"RIYOUSHA_DOUI_REC.iKyotenEb",
+    u"RIYOUSHA_DOUI_REC.nIDNo",
+    u"RIYOUSHA_DOUI_REC.nDate",
+    u"RIYOUSHA_DOUI_REC.iHenkeiFlg",
+    u"RIYOUSHA_DOUI_REC.nHenkeiDouiDate",
+    u"RIYOUSHA_DOUI_REC.tUpDateTime",
+    u"RIYOUSHA_DOUI_REC.tDouiKaryoS",
+    u"RIYOUSHA_DOUI_REC.tDouiKaryoE",
+    u"RIYOUSHA_DOUI_REC.tSaiDouiDay",
+    u"RIYOUSHA_DOUI_REC.tDouiDayTempHenkei",
+    u"RIYOUSHA_DOUI_REC.cDouiByoumei",
+    u"RIYOUSHA_DOUI_REC.cByoumeiM",
+    u"RIYOUSHA_DOUI_REC.cByoumeiH",
+    u"RIYOUSHA_DOUI_REC.cSyoujyouSonotaStr",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou01Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou02Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou03Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou04Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou05Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou06Flg",
+    u"RIYOUSHA_DOUI_REC.iHKSyobyou07Flg",
+    u"RIYOUSHA_DOUI_REC.cIsiCd",
+    u"RIYOUSHA_DOUI_REC.cDouiIsiName",
+    u"RIYOUSHA_DOUI_REC.cDouiIsiKikan",
+    u"RIYOUSHA_DOUI_REC.cDouiIsiAdd",
+    u"RIYOUSHA.cName",
+    u"RIYOUSHA.tBirthday",
+    u"RIYOUSHA.cAdress1",
+    u"RIYOUSHA.cAdress2",
+    u"RIYOUSHA.tSyoryoDay",
+    u"RIYOUSHA.iSexKubun",
+    u"RIYOUSHA.iSejutsuKubun",
+};
+static_assert(std::size(rowColumns) == size_t(L::Staff1));
+
+/// Names differ for every column, since some providers give equal ones only once.
+QString selectList(std::span<const QStringView> columns) {
+    QStringList list;
+    for (const QStringView column : columns)
+        list += column.toString() + u" AS L%1"_s.arg(list.size());
+    return list.join(u", "_s);
+}
 
 QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
     QString joins, names;
@@ -57,95 +105,73 @@ QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
         joins += u" LEFT JOIN STAFF AS %1 ON %1.nIDNo = RIYOUSHA.nTantou%2 AND "_s.arg(
                      alias, i == 1 ? QString() : QString::number(i)) +
                  sqlSameBranch(alias, u"RIYOUSHA");
-        names += u", %1.cName AS Staff%2"_s.arg(alias).arg(i);
+        names += u", %1.cName AS %1Name"_s.arg(alias);
     }
-    QStringList patients, dates;
-    for (const LetterOrder &order : orders) {
+    QStringList patients;
+    for (const LetterOrder &order : orders)
         patients.append(sqlNumber(order.row.patient.nIDNo));
-        dates.append(sqlNumber(order.row.nDate));
-    }
     const QString table = u"RIYOUSHA_DOUI_REC"_s;
-    // Lists of numbers and not one condition a row: how long they are is not limited as the depth of an
+    // A list of numbers and not one condition a row: how long it is is not limited as the depth of an
     // expression is.
-    return u"SELECT "_s + table + u"."_s + consentColumns.join(u", "_s + table + u"."_s) +
-           u", RIYOUSHA.cName AS PatientName, RIYOUSHA.tBirthday AS Birthday,"
-           " RIYOUSHA.cAdress1 AS Address1, RIYOUSHA.cAdress2 AS Address2,"
-           " RIYOUSHA.tSyoryoDay AS FirstTreatment, RIYOUSHA.iSexKubun AS Sex,"
-           " RIYOUSHA.iSejutsuKubun AS Kind"_s +
-           names + u" FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s + sqlSamePatient(table, u"RIYOUSHA") +
-           joins + u" WHERE "_s + sqlWhere(branch, table) +
-           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients) +
-           u" AND RIYOUSHA_DOUI_REC.nDate"_s + inList(dates);
+    return u"SELECT "_s + selectList(rowColumns) + names +
+           u" FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s + sqlSamePatient(table, u"RIYOUSHA") + joins +
+           u" WHERE "_s + sqlWhere(branch, table) +
+           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients);
 }
 
-/// The cells of a recordset by name, each column looked up once.
-class Cells {
-public:
-    explicit Cells(const Recordset &rows) : m_rows(rows) {
-        for (int column = 0; column < rows.columnCount(); ++column)
-            m_columns.insert(rows.columns()[column].toLower(), column);
-    }
-    QString text(int row, const QString &name) const { return m_rows.text(row, at(name)); }
-    int number(int row, const QString &name) const { return int(m_rows.number(row, at(name))); }
-    QDate date(int row, const QString &name) const { return m_rows.date(row, at(name)); }
-
-private:
-    int at(const QString &name) const { return m_columns.value(name.toLower()); }
-
-    const Recordset &m_rows;
-    QHash<QString, int> m_columns;
-};
-
-LetterRow readRow(const Cells &cells, int row) {
-    const auto text = [&](const QString &column) { return cells.text(row, column); };
-    const auto number = [&](const QString &column) { return cells.number(row, column); };
-    const auto date = [&](const QString &column) { return cells.date(row, column); };
+LetterRow readRow(const Recordset &rows, int row) {
+    const auto text = [&](L column) { return rows.text(row, int(column)); };
+    const auto number = [&](L column) { return int(rows.number(row, int(column))); };
+    const auto date = [&](L column) { return rows.date(row, int(column)); };
     LetterRow result;
-    result.key = {{short(number(u"iKyotenCd"_s)), short(number(u"iKyotenEb"_s)), number(u"nIDNo"_s)},
-                  number(u"nDate"_s),
-                  short(number(u"iHenkeiFlg"_s)),
-                  number(u"nHenkeiDouiDate"_s)};
-    result.updateTime = text(u"tUpDateTime"_s);
-    result.name = text(u"PatientName"_s);
-    result.address = joined(text(u"Address1"_s), text(u"Address2"_s));
-    result.birthday = date(u"Birthday"_s);
-    result.firstTreatment = date(u"FirstTreatment"_s);
-    result.sex = number(u"Sex"_s);
-    result.acupuncture = number(u"Kind"_s) != 0;
-    result.period = {date(u"tDouiKaryoS"_s), date(u"tDouiKaryoE"_s)};
-    result.reconsent = date(result.key.iHenkeiFlg == 1 ? u"tDouiDayTempHenkei"_s : u"tSaiDouiDay"_s);
-    result.diagnosis = text(u"cDouiByoumei"_s);
-    result.massageDiagnosis = text(u"cByoumeiM"_s);
-    result.acupunctureDiagnosis = text(u"cByoumeiH"_s);
-    result.otherDisease = text(u"cSyoujyouSonotaStr"_s);
+    result.key = {{short(number(L::KyotenCd)), short(number(L::KyotenEb)), number(L::Number)},
+                  number(L::Date),
+                  short(number(L::Deformity)),
+                  number(L::DeformityDate)};
+    result.updateTime = text(L::Written);
+    result.name = text(L::Name);
+    result.address = joinedLines(text(L::Address1), text(L::Address2));
+    result.birthday = date(L::Birthday);
+    result.firstTreatment = date(L::FirstTreatment);
+    result.sex = number(L::Sex);
+    result.acupuncture = number(L::Kind) != 0;
+    result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
+    result.reconsent = date(result.key.iHenkeiFlg == 1 ? L::DeformityReconsent : L::Reconsent);
+    result.diagnosis = diagnosisOf(text(result.acupuncture ? L::AcupunctureDiagnosis : L::MassageDiagnosis),
+                                   text(L::Diagnosis));
+    result.otherDisease = text(L::OtherDisease);
     for (size_t i = 0; i < result.diseases.size(); ++i)
-        result.diseases[i] = number(u"iHKSyobyou0%1Flg"_s.arg(i + 1)) == 1;
-    result.doctor = text(u"cIsiCd"_s);
-    result.doctorName = text(u"cDouiIsiName"_s);
-    result.institution = text(u"cDouiIsiKikan"_s);
-    result.institutionAddress = text(u"cDouiIsiAdd"_s);
+        result.diseases[i] = number(L(size_t(L::Disease1) + i)) == 1;
+    result.doctor = text(L::Doctor);
+    result.notedDoctor = text(L::NotedDoctor);
+    result.notedInstitution = text(L::NotedInstitution);
+    result.notedAddress = text(L::NotedAddress);
     for (size_t i = 0; i < result.staff.size(); ++i)
-        result.staff[i] = text(u"Staff%1"_s.arg(i + 1));
+        result.staff[i] = text(L(size_t(L::Staff1) + i));
     return result;
 }
 
-// The institution's own row counts before what the doctor's row repeats of it.
+constexpr QStringView doctorColumns[] = {u"DOCTOR.cIDNo",      u"DOCTOR.cName",      u"DOCTOR.cKikan",
+                                         u"DOCTOR.cYubinNo",   u"DOCTOR.cAddress1",  u"DOCTOR.cAddress2",
+                                         u"DOCTOR.cTelNo",     u"SISETSU.cShamei1",  u"SISETSU.cYubinNo",
+                                         u"SISETSU.cAddress1", u"SISETSU.cAddress2", u"SISETSU.cTelNo"};
+
 QString doctorsSql(const QStringList &codes) {
-    return u"SELECT DOCTOR.cIDNo, DOCTOR.cName, DOCTOR.cKikan, DOCTOR.cYubinNo AS DoctorZip,"
-           " DOCTOR.cAddress1 AS DoctorAddress1, DOCTOR.cAddress2 AS DoctorAddress2, SISETSU.cShamei1,"
-           " SISETSU.cYubinNo, SISETSU.cAddress1, SISETSU.cAddress2"
-           " FROM DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDNo"_s +
+    return u"SELECT "_s + selectList(doctorColumns) +
+           u" FROM DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDNo"_s +
            inList(codes);
 }
 
-LetterDoctor readDoctor(const Cells &cells, int row) {
-    const auto text = [&](const QString &column) { return cells.text(row, column); };
-    const QString institution = text(u"cShamei1"_s);
-    const QString address = joined(text(u"cAddress1"_s), text(u"cAddress2"_s));
-    const bool own = address.isEmpty();
-    return {text(u"cName"_s), institution.isEmpty() ? text(u"cKikan"_s) : institution,
-            text(own ? u"DoctorZip"_s : u"cYubinNo"_s),
-            own ? joined(text(u"DoctorAddress1"_s), text(u"DoctorAddress2"_s)) : address};
+KnownDoctor readDoctor(const Recordset &rows, int row) {
+    const auto institution = [&](int first) {
+        return KnownInstitution{rows.text(row, first), rows.text(row, first + 1), rows.text(row, first + 2),
+                                rows.text(row, first + 3), rows.text(row, first + 4)};
+    };
+    KnownDoctor doctor;
+    doctor.name = rows.text(row, 1);
+    doctor.own = institution(2);
+    doctor.institution = institution(7);
+    return doctor;
 }
 
 // The branch's own company, else the head office.
@@ -155,15 +181,21 @@ QString companySql(const Branch &branch) {
            sqlWhere(branch, u"CORP") + u" THEN 0 ELSE 1 END, CORP.nIDNo"_s;
 }
 
+/// Old data can bear two newest rows of a kind: the later one counts.
+bool isLater(const LetterRow &row, const LetterRow &other) {
+    return row.key.patient == other.key.patient && row.key.iHenkeiFlg == other.key.iHenkeiFlg &&
+           std::pair(row.key.nDate, row.key.nHenkeiDouiDate) >
+               std::pair(other.key.nDate, other.key.nHenkeiDouiDate);
+}
+
 short readRows(cT_ADODB &db, const Branch &branch, std::span<const LetterOrder> orders,
                std::vector<LetterRow> &found) {
     Recordset rows;
     if (db.iOpenRecSet(rows, rowsSql(branch, orders)) != 0)
         return -1;
-    const Cells cells(rows);
     std::vector<LetterRow> all;
     for (int row = 0; row < rows.rowCount(); ++row)
-        all.push_back(readRow(cells, row));
+        all.push_back(readRow(rows, row));
     QMultiHash<qint32, size_t> places; // by patient
     for (size_t i = 0; i < all.size(); ++i)
         places.insert(all[i].key.patient.nIDNo, i);
@@ -171,7 +203,7 @@ short readRows(cT_ADODB &db, const Branch &branch, std::span<const LetterOrder> 
         const auto [first, end] = places.equal_range(orders[order].row.patient.nIDNo);
         const auto place =
             std::find_if(first, end, [&](size_t i) { return all[i].key == orders[order].row; });
-        if (place == end)
+        if (place == end || std::any_of(first, end, [&](size_t i) { return isLater(all[i], all[*place]); }))
             continue;
         found.push_back(all[*place]);
         found.back().order = order;
@@ -190,8 +222,8 @@ short readLetterSource(cT_ADODB &db, const Branch &branch, std::span<const Lette
         return -1;
     source.hasCompany = company.rowCount() > 0;
     if (source.hasCompany)
-        source.company = {joined(company.text(0, 0), company.text(0, 1)),
-                          joined(company.text(0, 2), company.text(0, 3)), company.text(0, 4),
+        source.company = {joinedLines(company.text(0, 0), company.text(0, 1)),
+                          joinedLines(company.text(0, 2), company.text(0, 3)), company.text(0, 4),
                           company.text(0, 5), company.text(0, 6)};
     QStringList codes;
     for (const LetterRow &row : source.rows)
@@ -201,7 +233,7 @@ short readLetterSource(cT_ADODB &db, const Branch &branch, std::span<const Lette
     return readLetterDoctors(db, codes, source.doctors);
 }
 
-short readLetterDoctors(cT_ADODB &db, QStringList codes, QHash<QString, LetterDoctor> &doctors) {
+short readLetterDoctors(cT_ADODB &db, QStringList codes, LetterDoctors &doctors) {
     codes.removeAll(QString());
     if (codes.isEmpty())
         return 0;
@@ -210,9 +242,8 @@ short readLetterDoctors(cT_ADODB &db, QStringList codes, QHash<QString, LetterDo
     Recordset rows;
     if (db.iConnect() != 0 || db.iOpenRecSet(rows, doctorsSql(codes)) != 0)
         return -1;
-    const Cells cells(rows);
     for (int row = 0; row < rows.rowCount(); ++row)
-        doctors.insert(rows.text(row, 0), readDoctor(cells, row));
+        doctors.insert(rows.text(row, 0), readDoctor(rows, row));
     return 0;
 }
 

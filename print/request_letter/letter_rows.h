@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/tables/keys.h"
+#include "print/documents/addressee.h"
 
 #include <QHash>
 #include <QString>
@@ -30,16 +31,11 @@ struct LetterRow {
     bool acupuncture = false;
     Period period;   ///< the running one
     QDate reconsent; ///< entered already, or invalid
-    QString diagnosis, massageDiagnosis, acupunctureDiagnosis, otherDisease;
+    QString diagnosis, otherDisease;
     std::array<bool, 7> diseases{};                      ///< of acupuncture, the last is another one
     QString doctor;                                      ///< code; empty: none
-    QString doctorName, institution, institutionAddress; ///< as the consent keeps them
+    QString notedDoctor, notedInstitution, notedAddress; ///< as the consent keeps them
     std::array<QString, practitioners> staff;
-};
-
-/// A doctor and the institution that letters go to.
-struct LetterDoctor {
-    QString name, institution, zip, address;
 };
 
 /// The sender.
@@ -47,10 +43,12 @@ struct LetterCompany {
     QString name, address, telephone, fax, head;
 };
 
+using LetterDoctors = QHash<QString, KnownDoctor>; ///< by code
+
 /// All that a run of letters is made of.
 struct LetterSource {
-    std::vector<LetterRow> rows;          ///< in the order of the orders; rows that are gone are missing
-    QHash<QString, LetterDoctor> doctors; ///< by code
+    std::vector<LetterRow> rows; ///< in the order of the orders; rows that are gone are missing
+    LetterDoctors doctors;
     LetterCompany company;
     bool hasCompany = false;
 };

@@ -13,21 +13,6 @@ QString doctorCode(const LetterOrder &order, const LetterRow &row) {
     return order.doctor.isEmpty() ? row.doctor : order.doctor;
 }
 
-/// Whom a letter goes to; the consent's own texts stand in where the doctor is not in the master.
-LetterDoctor addressee(const LetterOrder &order, const LetterRow &row, const LetterSource &source) {
-    const QString code = doctorCode(order, row);
-    LetterDoctor doctor = source.doctors.value(code);
-    if (code != row.doctor)
-        return doctor;
-    if (doctor.name.isEmpty())
-        doctor.name = row.doctorName;
-    if (doctor.institution.isEmpty())
-        doctor.institution = row.institution;
-    if (doctor.address.isEmpty())
-        doctor.address = row.institutionAddress;
-    return doctor;
-}
-
 QString diseasesText(const LetterRow &row) {
     QStringList diseases;
     for (size_t i = 0; i < acupunctureDiseaseNames.size(); ++i)
@@ -39,10 +24,8 @@ QString diseasesText(const LetterRow &row) {
 }
 
 QString diagnosisText(const LetterRow &row) {
-    const QString own = row.acupuncture ? row.acupunctureDiagnosis : row.massageDiagnosis;
-    const QString diagnosis = row.diagnosis.isEmpty() ? own : row.diagnosis;
     const QString diseases = row.acupuncture ? diseasesText(row) : QString();
-    return diseases.isEmpty() ? diagnosis : diseases;
+    return diseases.isEmpty() ? row.diagnosis : diseases;
 }
 
 // A new consent is needed from the day after the running period on, unless it is there already.
@@ -72,7 +55,42 @@ QString practitioner(const Letter &letter, const LetterSource &source, int which
     return first;
 }
 
+/// The lines that say whom a letter goes to. The hospital's honorific leaves no room for a doctor's.
+struct Heading {
+    QString doctor, institution;
+};
+
+Heading headingOf(const Addressee &addressee, bool toHospital) {
+    if (toHospital && !addressee.institution.isEmpty())
+        return {{}, addressee.institution + u"　御中"_s};
+    return {addressee.doctor.isEmpty() ? QString() : addressee.doctor + u"　先生御侍史"_s,
+            addressee.institution};
+}
+
+/// What letters share that can be one; empty for a row that names nobody.
+QString sharedBy(const LetterOrder &order, const LetterRow &row, const LetterSource &source) {
+    const Addressee addressee = letterAddressee(order, row, source);
+    const auto [doctor, institution] = headingOf(addressee, order.toHospital);
+    if (doctor.isEmpty() && institution.isEmpty())
+        return {};
+    return QStringList{order.layout,        doctor,
+                       institution,         addressee.zip,
+                       addressee.address(), row.acupuncture ? u"1"_s : u"0"_s}
+        .join(u'\n');
+}
+
 } // namespace
+
+Addressee letterAddressee(const LetterOrder &order, const LetterRow &row, const LetterSource &source) {
+    const QString code = doctorCode(order, row);
+    KnownDoctor known = source.doctors.value(code);
+    if (code == row.doctor) {
+        known.notedName = row.notedDoctor;
+        known.notedInstitution = row.notedInstitution;
+        known.notedAddress = row.notedAddress;
+    }
+    return addresseeOf(known);
+}
 
 std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const LetterSource &source,
                                    bool grouped) {
@@ -80,12 +98,8 @@ std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const Le
     QHash<QString, size_t> open; // letters that take more patients, by what their rows share
     for (size_t i = 0; i < source.rows.size(); ++i) {
         const LetterRow &row = source.rows[i];
-        const LetterOrder &order = orders[row.order];
-        const QString code = doctorCode(order, row);
-        const QString shared = QStringList{order.layout, code, order.toHospital ? u"1"_s : u"0"_s,
-                                           row.acupuncture ? u"1"_s : u"0"_s}
-                                   .join(u'\n');
-        const auto letter = grouped && !code.isEmpty() ? open.constFind(shared) : open.constEnd();
+        const QString shared = sharedBy(orders[row.order], row, source);
+        const auto letter = grouped && !shared.isEmpty() ? open.constFind(shared) : open.constEnd();
         if (letter != open.constEnd() && letters[*letter].rows.size() < Letter::mostPatients) {
             letters[*letter].rows.push_back(i);
             continue;
@@ -113,12 +127,13 @@ std::vector<DataValue> letterRecord(const Letter &letter, std::span<const Letter
                                     const LetterSource &source, const LetterOptions &options) {
     const LetterRow &row = source.rows[letter.rows.front()];
     const LetterOrder &order = orders[row.order];
-    const LetterDoctor doctor = addressee(order, row, source);
+    const Addressee addressee = letterAddressee(order, row, source);
+    const auto [doctor, institution] = headingOf(addressee, order.toHospital);
     const LetterCompany &company = source.company;
     const bool grouped = letter.rows.size() > 1;
     std::vector<DataValue> record{
         formatDate(options.day, longDate),
-        doctor.name.isEmpty() ? QString() : doctor.name + u"　先生御侍史"_s,
+        doctor,
         formatDate(row.firstTreatment, longDate),
         row.name,
         formatDate(row.birthday, longDate),
@@ -130,8 +145,7 @@ std::vector<DataValue> letterRecord(const Letter &letter, std::span<const Letter
         formatDate(row.period.end, longDate),
         row.address,
         QString::number(row.key.patient.nIDNo),
-        order.toHospital && !doctor.institution.isEmpty() ? doctor.institution + u"　御中"_s
-                                                          : doctor.institution,
+        institution,
         formatDate(row.period.start, longDate),
         formatDate(reacquisitionDay(row), longDate),
         qint64(grouped),
@@ -147,8 +161,8 @@ std::vector<DataValue> letterRecord(const Letter &letter, std::span<const Letter
     for (size_t i = 0; i < Letter::mostPatients; ++i)
         record.push_back(grouped && i < letter.rows.size() ? patientLine(source.rows[letter.rows[i]])
                                                            : QString());
-    record.push_back(doctor.zip);
-    record.push_back(doctor.address);
+    record.push_back(addressee.zip);
+    record.push_back(addressee.address());
     return record;
 }
 

@@ -21,8 +21,11 @@ struct Letter {
     std::vector<size_t> rows;
 };
 
-/// Divides the rows into letters, in the rows' order. Grouped, rows of the same doctor, addressee, layout
-/// and treatment share a letter, ten at most; a row that names no doctor stands alone.
+/// Whom a row's letter and envelope go to; the consent's own texts stand in for its own doctor alone.
+Addressee letterAddressee(const LetterOrder &order, const LetterRow &row, const LetterSource &source);
+
+/// Divides the rows into letters, in the rows' order. Grouped, rows of the same addressee as printed, layout
+/// and treatment share a letter, ten at most; a row that names nobody stands alone.
 std::vector<Letter> arrangeLetters(std::span<const LetterOrder> orders, const LetterSource &source,
                                    bool grouped);
 

@@ -15,19 +15,6 @@ namespace {
 
 const QString dataName = u"同意依頼書"_s;
 
-/// Where a row's papers go: the doctor's institution as the masters have it now, else as the consent keeps
-/// it.
-Envelope envelopeOf(const LetterRow &row, const LetterOrder &order, const LetterSource &source) {
-    Envelope envelope;
-    const LetterDoctor doctor = source.doctors.value(order.doctor.isEmpty() ? row.doctor : order.doctor);
-    const bool known = !doctor.institution.isEmpty() || !doctor.address.isEmpty();
-    envelope.zip = doctor.zip;
-    envelope.institution = known ? doctor.institution : row.institution;
-    envelope.address1 = known ? doctor.address : row.institutionAddress;
-    envelope.addressee = u"書類ご担当者様"_s;
-    return envelope;
-}
-
 } // namespace
 
 short SetPrintJob::iGather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice,
@@ -64,9 +51,11 @@ short SetPrintJob::iGather(const std::vector<LetterOrder> &rows, const SetPrintC
 
 /// The number of the row's set; a new one for a new addressee. Rows without an address share none.
 size_t SetPrintJob::setOf(const LetterRow &row) {
-    const Envelope envelope = envelopeOf(row, m_rows[row.order], m_letters.source());
-    const QString key = envelope.hasAddress()
-                            ? envelope.zip + u'\n' + envelope.institution + u'\n' + envelope.address1
+    const Envelope envelope = envelopeTo(letterAddressee(m_rows[row.order], row, m_letters.source()));
+    const QString key = envelope.isAddressed()
+                            ? QStringList{envelope.zip, envelope.institution, envelope.addressee,
+                                          envelope.address1, envelope.address2}
+                                  .join(u'\n')
                             : QString::number(row.key.patient.nIDNo);
     const auto [place, isNew] = m_sets.try_emplace(key, m_envelopes.size());
     if (isNew)
@@ -84,10 +73,10 @@ void SetPrintJob::addLetters() {
 
 void SetPrintJob::addEnvelopes() {
     for (size_t i = 0; i < m_envelopes.size(); ++i)
-        if (m_envelopes[i].hasAddress())
+        if (m_envelopes[i].isAddressed())
             m_items.push_back({i, Kind::Envelope, i});
     for (const LetterRow &row : m_letters.source().rows)
-        if (!m_envelopes[setOf(row)].hasAddress())
+        if (!m_envelopes[setOf(row)].isAddressed())
             m_withoutAddress += letterWho(row);
     m_withoutAddress.removeDuplicates();
 }

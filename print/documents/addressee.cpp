@@ -1,0 +1,62 @@
+#include "print/documents/addressee.h"
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace {
+
+QString firstFilled(std::initializer_list<QString> texts) {
+    const auto *filled = std::find_if(texts.begin(), texts.end(),
+                                      [](const QString &text) { return !text.trimmed().isEmpty(); });
+    return filled == texts.end() ? QString() : filled->trimmed();
+}
+
+/// Where the building begins in an address kept as one line: the first blank behind a house number.
+qsizetype buildingOf(const QString &address) {
+    bool numbered = false;
+    for (qsizetype i = 0; i < address.size(); ++i) {
+        numbered = numbered || address[i].isDigit();
+        if (numbered && address[i].isSpace())
+            return i;
+    }
+    return address.size();
+}
+
+void putAddress(Addressee &addressee, const KnownDoctor &known) {
+    for (const KnownInstitution *place : {&known.own, &known.institution})
+        if (!firstFilled({place->address1, place->address2}).isEmpty()) {
+            addressee.zip = place->zip.trimmed();
+            addressee.address1 = place->address1.trimmed();
+            addressee.address2 = place->address2.trimmed();
+            return;
+        }
+    const QString noted = known.notedAddress.trimmed();
+    const qsizetype building = buildingOf(noted);
+    addressee.address1 = noted.left(building);
+    addressee.address2 = noted.mid(building).trimmed();
+    if (noted.isEmpty())
+        addressee.zip = firstFilled({known.own.zip, known.institution.zip});
+}
+
+} // namespace
+
+QString Addressee::address() const {
+    return joinedLines(address1, address2);
+}
+
+Addressee addresseeOf(const KnownDoctor &known) {
+    Addressee addressee;
+    addressee.doctor = firstFilled({known.name, known.notedName});
+    addressee.institution = firstFilled({known.own.name, known.institution.name, known.notedInstitution});
+    addressee.telephone = firstFilled({known.own.telephone, known.institution.telephone});
+    putAddress(addressee, known);
+    return addressee;
+}
+
+QString diagnosisOf(const QString &ofKind, const QString &ofConsent) {
+    return firstFilled({ofKind, ofConsent});
+}
+
+QString joinedLines(const QString &first, const QString &second) {
+    return first.isEmpty() || second.isEmpty() ? first + second : first + u'　' + second;
+}

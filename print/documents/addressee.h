@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QString>
+
+/// What a master has of a doctor's institution.
+struct KnownInstitution {
+    QString name, zip, address1, address2, telephone;
+};
+
+/// All that is known of the doctor whom a document is for.
+struct KnownDoctor {
+    QString name;
+    KnownInstitution own;                              ///< as the doctor's row has it
+    KnownInstitution institution;                      ///< the institution's own row
+    QString notedName, notedInstitution, notedAddress; ///< as the consent keeps them
+};
+
+/// A doctor and an institution as letters, envelopes and consent forms print them.
+struct Addressee {
+    QString doctor, institution, zip, address1, address2, telephone;
+
+    /// Both lines of the address in one.
+    QString address() const;
+
+    friend bool operator==(const Addressee &, const Addressee &) = default;
+};
+
+/// The one order for all documents, item by item: the doctor's row, the institution's, what the consent
+/// noted. Both lines of an address and its postal code come from the same place.
+Addressee addresseeOf(const KnownDoctor &known);
+
+/// The diagnosis for all documents: the one for the kind of treatment, else the consent's.
+QString diagnosisOf(const QString &ofKind, const QString &ofConsent);
+
+/// Two lines of an address or two parts of a name in one, an ideographic space between them.
+QString joinedLines(const QString &first, const QString &second);
