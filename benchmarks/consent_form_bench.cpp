@@ -43,13 +43,12 @@ ConsentFormOptions thousand() {
 }
 
 GatheredForms gather(cT_ADODB &db) {
-    GatheredForms gathered;
-    QString reason;
-    if (iGatherConsentForms(db, thousand(), day, gathered, reason) != 0)
-        stop(reason);
-    if (gathered.forms.size() != size_t(forms))
-        stop(u"%1 forms"_s.arg(gathered.forms.size()));
-    return gathered;
+    Result<GatheredForms> gathered = gatherConsentForms(db, thousand(), day);
+    if (!gathered)
+        stop(gathered.reason());
+    if (gathered->forms.size() != size_t(forms))
+        stop(u"%1 forms"_s.arg(gathered->forms.size()));
+    return std::move(*gathered);
 }
 
 void write(PrintFiles &files, const GatheredForms &gathered) {

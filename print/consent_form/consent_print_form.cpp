@@ -240,21 +240,16 @@ void frm同意書印刷::print(PrintWay way) {
     QString reason;
     if (settings.iWrite(m_environment.folders, reason) != 0)
         m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
-    GatheredForms gathered;
-    if (!gather(options(settings), gathered) || !maySkip(gathered))
+    const Result<GatheredForms> gathered =
+        gatherConsentForms(*m_db, options(settings), m_environment.clock.today());
+    if (!gathered)
+        m_environment.messages.show(patientReadFailed(gathered.reason()));
+    if (!gathered || !maySkip(*gathered))
         return;
     if (single())
-        printSingle(gathered, way);
+        printSingle(*gathered, way);
     else
-        printBatch(gathered, way);
-}
-
-bool frm同意書印刷::gather(const ConsentFormOptions &options, GatheredForms &gathered) {
-    QString reason;
-    if (iGatherConsentForms(*m_db, options, m_environment.clock.today(), gathered, reason) == 0)
-        return true;
-    m_environment.messages.show(patientReadFailed(reason));
-    return false;
+        printBatch(*gathered, way);
 }
 
 // Whether there is something to print, and the user agrees to who gets nothing.

@@ -39,7 +39,6 @@ private:
 
     void switchOralForms(bool on);
     void print(PrintWay way);
-    bool gather(const ConsentFormOptions &options, GatheredForms &gathered);
     bool maySkip(const GatheredForms &gathered);
     void printSingle(const GatheredForms &gathered, PrintWay way);
     void printBatch(const GatheredForms &gathered, PrintWay way);

@@ -14,6 +14,7 @@ const QString saitamaAcupuncture = u"埼玉口頭同意H.wfd"_s;
 struct Patient {
     const FormRecords &rows;
     int record;
+    FormStyle style;
     bool again;
 
     bool isAcupuncture() const { return rows.isAcupuncture(record); }
@@ -69,9 +70,9 @@ void chooseOralLayout(FormChoice &choice, const Patient &patient, OralForms oral
 
 /// The patient's layout number counts as it stands, unless first or re-consent is asked for and it is the
 /// other.
-bool ownLayoutFits(const Patient &patient, FormStyle style) {
+bool ownLayoutFits(const Patient &patient) {
     return !patient.rows.text(patient.record, F::FormFile).trimmed().isEmpty() &&
-           (style == FormStyle::ByPatient ||
+           (patient.style == FormStyle::ByPatient ||
             patient.rows.flag(patient.record, F::FormAgain) == patient.again);
 }
 
@@ -100,7 +101,7 @@ const RegisteredForm *firstOfKind(const Forms &forms, bool acupuncture, bool aga
 void chooseWrittenLayout(FormChoice &choice, const Patient &patient, const ConsentFormOptions &options,
                          const Forms &forms, std::optional<F> settings) {
     const RegisteredForm *form = settings ? byNumber(forms, patient.layoutNumber(*settings)) : nullptr;
-    if (!form && ownLayoutFits(patient, options.style)) {
+    if (!form && ownLayoutFits(patient)) {
         choice.file = patient.rows.text(patient.record, F::FormFile).trimmed();
         choice.number = qint32(patient.rows.number(patient.record, F::FormNumber));
         return;
@@ -125,9 +126,9 @@ bool isAgain(const FormRecords &rows, int record, FormStyle style) {
     return treated.isValid() && (!consented.isValid() || treated < consented);
 }
 
-FormChoice chooseForm(const FormRecords &rows, int record, const ConsentFormOptions &options,
+FormChoice chooseForm(const FormRecords &rows, int record, FormStyle style, const ConsentFormOptions &options,
                       const std::vector<RegisteredForm> &registered) {
-    const Patient patient{rows, record, isAgain(rows, record, options.style)};
+    const Patient patient{rows, record, style, isAgain(rows, record, style)};
     const std::optional<F> settings = governingSettings(patient, options);
     FormChoice choice;
     choice.again = patient.again;

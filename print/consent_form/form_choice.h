@@ -33,5 +33,5 @@ bool isAgain(const FormRecords &rows, int record, FormStyle style);
 /// branch's settings, the first registered form of the kind. Settings count where their switch for the first
 /// or the re-consent is on; those that name the layout also say what is shown.
 /// @param registered forms of the branch that the options name, in the order of their numbers
-FormChoice chooseForm(const FormRecords &rows, int record, const ConsentFormOptions &options,
+FormChoice chooseForm(const FormRecords &rows, int record, FormStyle style, const ConsentFormOptions &options,
                       const std::vector<RegisteredForm> &registered);

@@ -19,6 +19,7 @@ qsizetype qrColumn();
 struct FormSource {
     const FormRecords &rows;
     int record;
+    int correction; ///< record of the correction whose period stands on the form; may be `record`
     const FormChoice &choice;
     const cD_CORP *practice; ///< company of the patient's branch; may be null
     const cD_CORP *sender;   ///< printing company; null: not printed

@@ -13,8 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// A correction's form may lie beside the massage's.
 QString patientFile(const ConsentForm &form, const QString &rest) {
-    return QString::number(form.patient.nIDNo) + u'_' + rest;
+    const QString correction = form.consent.iHenkeiFlg == 0 ? QString() : u"変形_"_s;
+    return QString::number(form.patient.nIDNo) + u'_' + correction + rest;
 }
 
 DataFile emptyData() {

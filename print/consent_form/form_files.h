@@ -23,6 +23,7 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
 Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
                               QStringList &touched);
 
-/// The same for one form of a batch: "<patient number>_同意書データ.csv" among the batch's files.
+/// The same for one form of a batch: "<patient number>_同意書データ.csv" or "<patient
+/// number>_変形_同意書データ.csv" among the batch's files.
 /// @return full path of the data file
 Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched);

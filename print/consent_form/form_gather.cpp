@@ -12,6 +12,8 @@
 #include <QHash>
 #include <QSet>
 #include <algorithm>
+#include <map>
+#include <tuple>
 
 namespace {
 
@@ -38,29 +40,35 @@ struct Masters {
     }
 };
 
-short readMasters(cT_ADODB &db, const ConsentFormOptions &options, Masters &masters, QString &reason) {
+Result<Masters> readMasters(cT_ADODB &db, const ConsentFormOptions &options) {
     cT_CORP companies;
     cT_SHINSEISYO forms;
     cT_CODE codes;
     const auto started = [&](auto &table) { return table.iInit(db) == 0; };
     const Branch branch = options.master == FormMaster::Practice ? Branch{} : options.branch;
     if (!started(companies) || companies.iDataReadGrid() != 0)
-        reason = companies.sErrMsg();
-    else if (!started(forms) || forms.iDataReadGrid(branch, consentForms) != 0)
-        reason = forms.sErrMsg();
-    else if (!started(codes) || codes.iDataReadGridBunrui(walkingCodes) != 0)
-        reason = codes.sErrMsg();
-    else {
-        masters.companies = companies.records();
-        for (const cD_SHINSEISYO &form : forms.records())
-            masters.forms.push_back(
-                {form.nIDNo, form.cFileName.trimmed(), form.iKubun != 0, form.iSejutsuKubun != 0});
-        for (const cD_CODE &code : codes.records())
-            masters.walking.insert(code.nIDNo, code.cName);
-        return 0;
-    }
-    return -1;
+        return Failure{companies.sErrMsg()};
+    if (!started(forms) || forms.iDataReadGrid(branch, consentForms) != 0)
+        return Failure{forms.sErrMsg()};
+    if (!started(codes) || codes.iDataReadGridBunrui(walkingCodes) != 0)
+        return Failure{codes.sErrMsg()};
+    Masters masters;
+    masters.companies = companies.records();
+    for (const cD_SHINSEISYO &form : forms.records())
+        masters.forms.push_back(
+            {form.nIDNo, form.cFileName.trimmed(), form.iKubun != 0, form.iSejutsuKubun != 0});
+    for (const cD_CODE &code : codes.records())
+        masters.walking.insert(code.nIDNo, code.cName);
+    return masters;
 }
+
+/// A form to be made.
+struct Wanted {
+    int record;
+    FormStyle style;
+    std::vector<size_t> rows{}; ///< positions asked for
+    bool done = false;          ///< served by another form
+};
 
 class Gathering {
 public:
@@ -70,64 +78,153 @@ public:
           m_masters(masters),
           m_rows(rows),
           m_today(today),
-          m_sender(masters.sender(options.company)),
-          m_wanted(options.patients.begin(), options.patients.end()) {}
+          m_sender(masters.sender(options.company)) {}
 
     GatheredForms gather() {
-        m_gathered.forms.reserve(size_t(m_rows.count()));
-        for (int record = 0; record < m_rows.count(); ++record)
-            add(record);
-        if (m_options.order == FormOrder::AsChosen)
-            putInChosenOrder();
+        if (m_options.rows.empty())
+            wantPatients();
+        else
+            wantRows();
+        // Massage first: its form serves the correction as well.
+        for (const bool correction : {false, true})
+            for (Wanted &wanted : m_wanted)
+                if (m_rows.flag(wanted.record, F::IsCorrection) == correction && !wanted.done)
+                    make(wanted);
+        putInOrder();
         return std::move(m_gathered);
     }
 
 private:
-    void add(int record) {
-        const PatientKey patient = m_rows.patient(record);
-        if (!m_wanted.isEmpty() && !m_wanted.contains(patient.nIDNo))
-            return;
-        // Data with two newest marks would print a patient twice.
-        if (m_seen.contains(patient.nIDNo))
-            return;
-        m_seen.insert(patient.nIDNo);
-        const FormChoice choice = chooseForm(m_rows, record, m_options, m_masters.forms);
-        if (choice.file.isEmpty())
-            leaveOut(record, choice.oral);
-        else
-            m_gathered.forms.push_back(form(record, choice));
+    void wantPatients() {
+        const QSet<qint32> asked(m_options.patients.begin(), m_options.patients.end());
+        QSet<qint32> seen;
+        for (int record = 0; record < m_rows.count(); ++record) {
+            const qint32 number = m_rows.patient(record).nIDNo;
+            if ((!asked.isEmpty() && !asked.contains(number)) || seen.contains(number))
+                continue;
+            seen.insert(number);
+            m_wanted.push_back({record, m_options.style});
+        }
     }
 
-    void leaveOut(int record, bool oral) {
-        m_gathered.leftOut.push_back({m_rows.patient(record), m_rows.text(record, F::Name),
-                                      m_rows.isAcupuncture(record),
-                                      oral ? LeftOutPatient::Why::Oral : LeftOutPatient::Why::NoLayout});
+    void wantRows() {
+        std::map<Key, int> records;
+        QHash<qint32, int> patients;
+        for (int record = 0; record < m_rows.count(); ++record) {
+            records.emplace(keyOf(m_rows.consent(record)), record);
+            patients.insert(m_rows.patient(record).nIDNo, record);
+        }
+        std::map<Key, size_t> wanted;
+        for (size_t row = 0; row < m_options.rows.size(); ++row) {
+            const auto &[key, style] = m_options.rows[row];
+            const auto record = records.find(keyOf(key));
+            if (record == records.end() || key.patient.branch() != m_options.branch) {
+                leaveOutFollowed(row, patients.value(key.patient.nIDNo, -1));
+                continue;
+            }
+            const auto [place, isNew] = wanted.try_emplace(record->first, m_wanted.size());
+            if (isNew) {
+                if (key.iHenkeiFlg != 0)
+                    m_corrections.insert(key.patient.nIDNo, m_wanted.size());
+                m_wanted.push_back({record->second, style});
+            }
+            m_wanted[place->second].rows.push_back(row);
+        }
     }
 
-    ConsentForm form(int record, const FormChoice &choice) const {
+    /// All rows are of the branch read.
+    using Key = std::tuple<qint32, qint32, short, qint32>;
+    static Key keyOf(const ConsentRowKey &row) {
+        return {row.patient.nIDNo, row.nDate, row.iHenkeiFlg, row.nHenkeiDouiDate};
+    }
+
+    void leaveOutFollowed(size_t row, int anyRecord) {
+        LeftOutPatient out;
+        out.patient = m_options.rows[row].key.patient;
+        out.why = LeftOutPatient::Why::Followed;
+        out.row = row;
+        if (anyRecord >= 0) {
+            out.name = m_rows.text(anyRecord, F::Name);
+            out.acupuncture = m_rows.isAcupuncture(anyRecord);
+        }
+        m_gathered.leftOut.push_back(out);
+    }
+
+    void make(Wanted &wanted) {
+        wanted.done = true;
+        Wanted *correction = correctionBeside(wanted);
+        FormStyle style = wanted.style;
+        if (correction && correction->style == FormStyle::Again)
+            style = FormStyle::Again;
+        const FormChoice choice = chooseForm(m_rows, wanted.record, style, m_options, m_masters.forms);
+        if (choice.file.isEmpty()) {
+            leaveOut(wanted, choice.oral);
+            return;
+        }
+        m_gathered.forms.push_back(
+            form(wanted.record, correction ? correction->record : wanted.record, choice));
+        std::vector<size_t> &rows = m_gathered.forms.back().rows = wanted.rows;
+        if (correction) {
+            correction->done = true;
+            rows.insert(rows.end(), correction->rows.begin(), correction->rows.end());
+        }
+    }
+
+    /// The patient's correction, when its row is asked for too and of the same doctor.
+    Wanted *correctionBeside(const Wanted &wanted) {
+        const auto found = m_corrections.constFind(m_rows.patient(wanted.record).nIDNo);
+        if (found == m_corrections.cend())
+            return nullptr;
+        Wanted &correction = m_wanted[*found];
+        return correction.done || !isSameDoctor(correction.record, wanted.record) ? nullptr : &correction;
+    }
+
+    bool isSameDoctor(int record, int other) const {
+        const auto same = [&](F field) { return m_rows.text(record, field) == m_rows.text(other, field); };
+        return same(F::Doctor) && (!m_rows.text(record, F::DoctorName).isEmpty() ||
+                                   (same(F::RecordDoctor) && same(F::RecordHospital)));
+    }
+
+    void leaveOut(const Wanted &wanted, bool oral) {
+        LeftOutPatient out{m_rows.patient(wanted.record), m_rows.text(wanted.record, F::Name),
+                           m_rows.isAcupuncture(wanted.record),
+                           oral ? LeftOutPatient::Why::Oral : LeftOutPatient::Why::NoLayout};
+        if (wanted.rows.empty())
+            m_gathered.leftOut.push_back(out);
+        for (const size_t row : wanted.rows) {
+            out.row = row;
+            m_gathered.leftOut.push_back(out);
+        }
+    }
+
+    ConsentForm form(int record, int correction, const FormChoice &choice) const {
         const PatientKey patient = m_rows.patient(record);
         return {.patient = patient,
                 .name = m_rows.text(record, F::Name),
-                .consentKey = qint32(m_rows.number(record, F::ConsentKey)),
+                .consent = m_rows.consent(record),
+                .rows = {},
                 .acupuncture = m_rows.isAcupuncture(record),
                 .oral = choice.oral,
                 .layout = choice.file,
                 .formNumber = choice.number,
-                .values =
-                    consentFormValues({m_rows, record, choice, m_masters.companyOf(patient.branch()),
-                                       m_sender, m_masters.walking.value(m_rows.number(record, F::Walking)),
-                                       m_options.submitted, m_today})};
+                .values = consentFormValues({m_rows, record, correction, choice,
+                                             m_masters.companyOf(patient.branch()), m_sender,
+                                             m_masters.walking.value(m_rows.number(record, F::Walking)),
+                                             m_options.submitted, m_today})};
     }
 
-    void putInChosenOrder() {
-        QHash<qint32, size_t> places;
-        for (size_t place = m_options.patients.size(); place-- > 0;)
-            places.insert(m_options.patients[place], place);
-        const auto before = [&places](const auto &left, const auto &right) {
-            return places.value(left.patient.nIDNo) < places.value(right.patient.nIDNo);
-        };
-        std::sort(m_gathered.forms.begin(), m_gathered.forms.end(), before);
-        std::sort(m_gathered.leftOut.begin(), m_gathered.leftOut.end(), before);
+    void putInOrder() {
+        if (!m_options.rows.empty()) {
+            std::ranges::sort(m_gathered.forms, {}, [](const auto &form) { return form.rows.front(); });
+            std::ranges::sort(m_gathered.leftOut, {}, [](const auto &out) { return *out.row; });
+        } else if (m_options.order == FormOrder::AsChosen) {
+            QHash<qint32, size_t> places;
+            for (size_t place = m_options.patients.size(); place-- > 0;)
+                places.insert(m_options.patients[place], place);
+            const auto place = [&places](const auto &one) { return places.value(one.patient.nIDNo); };
+            std::ranges::sort(m_gathered.forms, {}, place);
+            std::ranges::sort(m_gathered.leftOut, {}, place);
+        }
     }
 
     const ConsentFormOptions &m_options;
@@ -135,25 +232,22 @@ private:
     const FormRecords &m_rows;
     QDate m_today;
     const cD_CORP *m_sender;
-    QSet<qint32> m_wanted;
-    QSet<qint32> m_seen;
+    std::vector<Wanted> m_wanted;
+    QHash<qint32, size_t> m_corrections; ///< of the wanted ones, by patient
     GatheredForms m_gathered;
 };
 
 } // namespace
 
-short iGatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options, const QDate &today,
-                          GatheredForms &gathered, QString &reason) {
+Result<GatheredForms> gatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options,
+                                         const QDate &today) {
     const ErrorsSince before(db);
-    Masters masters;
     Recordset rows;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, consentFormSql(options)) != 0) {
-        reason = before.text();
-        return -1;
-    }
-    if (readMasters(db, options, masters, reason) != 0)
-        return -1;
+    if (db.iConnect() != 0 || db.iOpenRecSet(rows, consentFormSql(options)) != 0)
+        return Failure{before.text()};
+    const Result<Masters> masters = readMasters(db, options);
+    if (!masters)
+        return Failure{masters.reason()};
     const FormRecords records(std::move(rows));
-    gathered = Gathering(options, masters, records, today).gather();
-    return 0;
+    return Gathering(options, *masters, records, today).gather();
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/tables/keys.h"
+#include "app/base/result.h"
 #include "print/consent_form/form_options.h"
 #include "print/engine/data_file.h"
 
@@ -13,7 +13,10 @@ class cT_ADODB;
 struct ConsentForm {
     PatientKey patient;
     QString name;
-    qint32 consentKey = 0; ///< nDate of the consent row that the form asks for; 0 without one
+    ConsentRowKey consent; ///< the row that it is made from; its nDate is 0 without one
+    /// Positions in ConsentFormOptions::rows that it serves, first the one that it is made from. A correction
+    /// asked of the doctor who is asked for the massage has no form of its own.
+    std::vector<size_t> rows;
     bool acupuncture = false;
     bool oral = false;
     QString layout;        ///< file name in the system folder
@@ -27,11 +30,13 @@ struct LeftOutPatient {
     enum class Why {
         Oral,     ///< consents by word of mouth
         NoLayout, ///< no consent form is registered for the kind of treatment
+        Followed, ///< the row is gone, or a newer one has taken its place
     };
     PatientKey patient;
     QString name;
     bool acupuncture = false;
     Why why = Why::Oral;
+    std::optional<size_t> row{}; ///< position in ConsentFormOptions::rows, where rows are given
 };
 
 struct GatheredForms {
@@ -41,9 +46,7 @@ struct GatheredForms {
     bool noPatients() const { return forms.empty() && leftOut.empty(); }
 };
 
-/// Reads the patients that the options ask for with their newest consents, doctors, staff, company and forms,
-/// in one query whatever their number (besides the small tables).
+/// Reads the patients or rows that the options ask for with their consents, doctors, staff, company and
+/// forms, in one query whatever their number (besides the small tables).
 /// @param today printed as 印刷年月日
-/// @return 0, or −1 with the reason
-short iGatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options, const QDate &today,
-                          GatheredForms &gathered, QString &reason);
+Result<GatheredForms> gatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options, const QDate &today);

@@ -39,13 +39,18 @@ Message nippouIniMissing() {
 }
 
 Message patientsLeftOut(const std::vector<LeftOutPatient> &patients) {
-    QStringList oral;
-    QStringList unregistered;
-    for (const LeftOutPatient &patient : patients)
-        (patient.why == LeftOutPatient::Why::Oral ? oral : unregistered) +=
-            u"%1　%2"_s.arg(patient.patient.nIDNo).arg(patient.name);
+    using Why = LeftOutPatient::Why;
     QString text;
-    addMessagePart(text, u"同意書が登録されていないため、印刷できない利用者："_s, unregistered);
-    addMessagePart(text, u"口頭同意のため、同意書を印刷しない利用者："_s, oral);
+    const auto add = [&](Why why, const QString &heading) {
+        QStringList lines;
+        for (const LeftOutPatient &patient : patients)
+            if (patient.why == why)
+                lines += u"%1　%2"_s.arg(patient.patient.nIDNo).arg(patient.name);
+        lines.removeDuplicates();
+        addMessagePart(text, heading, lines);
+    };
+    add(Why::NoLayout, u"同意書が登録されていないため、印刷できない利用者："_s);
+    add(Why::Oral, u"口頭同意のため、同意書を印刷しない利用者："_s);
+    add(Why::Followed, u"新しい同意があるか、同意が削除されたため、同意書を印刷しない利用者："_s);
     return {text, MessageIcon::Exclamation, {}};
 }

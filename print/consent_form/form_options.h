@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/base/branch.h"
+#include "db/tables/keys.h"
 
 #include <QDate>
 #include <QString>
@@ -10,8 +10,8 @@
 /// Stored as these numbers under "施術区分".
 enum class FormKind { Massage = 0, Acupuncture = 1, All = 2 };
 
-/// Stored as these numbers under "ソート順". A chosen order is that of ConsentFormOptions::patients; it is
-/// never stored.
+/// Stored as these numbers under "ソート順". A chosen order is that of ConsentFormOptions::rows or
+/// ::patients; it is never stored.
 enum class FormOrder { Number = 0, Kana = 1, Hospital = 2, Staff = 3, PeriodEnd = 4, AsChosen = 99 };
 
 /// 出力様式: whether a first consent or a re-consent is asked for. ByPatient: as the patient's first
@@ -31,15 +31,24 @@ enum class FormMaster {
     Practice, ///< branch 0: batches
 };
 
+/// A consent row whose form is asked for.
+struct ConsentFormRow {
+    ConsentRowKey key;
+    FormStyle style = FormStyle::ByPatient; ///< of this form; a letter that continues a consent wants Again
+};
+
 /// Which consent forms are asked for and what is to stand on them. A plain value: a screen fills it.
 struct ConsentFormOptions {
     Branch branch{};
     FormMaster master = FormMaster::Branch;
 
     /// @name Whose forms
-    /// With patient numbers given exactly these, whatever their outcome; otherwise all of the branch under
-    /// treatment (outcome not 1, 3 or 15, no expiry day) who match. 0, empty and invalid do not limit.
+    /// With rows given the forms of exactly these, which have to be newest rows of the branch; with patient
+    /// numbers given exactly these patients by their newest massage consent, whatever their outcome;
+    /// otherwise all of the branch under treatment (outcome not 1, 3 or 15, no expiry day) who match. 0,
+    /// empty and invalid do not limit.
     ///@{
+    std::vector<ConsentFormRow> rows{};
     std::vector<qint32> patients{};
     FormKind kind = FormKind::All;
     qint32 staff = 0;      ///< responsible staff (RIYOUSHA.nTantou)
@@ -49,7 +58,7 @@ struct ConsentFormOptions {
     ///@}
 
     FormOrder order = FormOrder::Number;
-    FormStyle style = FormStyle::ByPatient;
+    FormStyle style = FormStyle::ByPatient; ///< where no rows are given
     OralForms oral = OralForms::None;
 
     bool treatmentContent = true;      ///< 施術内容出力

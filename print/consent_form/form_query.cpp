@@ -4,13 +4,15 @@
 #include "db/tables/keys_query.h"
 #include "print/consent_form/form_record.h"
 
+#include <set>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 /// A statement with more numbers than this takes the whole branch instead; what was not asked for is left out
 /// when the rows are read. A server refuses statements of some ten thousand literals.
-constexpr size_t mostNumbers = 1000;
+constexpr qsizetype mostNumbers = 1000;
 
 constexpr QStringView columns[] = {
     // patient
@@ -37,14 +39,21 @@ constexpr QStringView columns[] = {
     u"RIYOUSHA.cDouiByoumei1",
     u"RIYOUSHA.tDouishoSaishutokuFrom",
     u"RIYOUSHA.tDouishoSaishutokuTo",
-    // newest consent
+    // consent
     u"RIYOUSHA_DOUI_REC.nDate",
+    u"RIYOUSHA_DOUI_REC.iHenkeiFlg",
+    u"RIYOUSHA_DOUI_REC.nHenkeiDouiDate",
+    u"RIYOUSHA_DOUI_REC.cIsiCd",
     u"RIYOUSHA_DOUI_REC.tDouiDay",
     u"RIYOUSHA_DOUI_REC.tDouiKaryoS",
     u"RIYOUSHA_DOUI_REC.tDouiKaryoE",
-    u"RIYOUSHA_DOUI_REC.tSaiDouiDay",
-    u"RIYOUSHA_DOUI_REC.tSaiDouiKaryoS",
-    u"RIYOUSHA_DOUI_REC.tSaiDouiKaryoE",
+    // A correction is answered in columns of its own, where their date is entered.
+    u"CASE WHEN RIYOUSHA_DOUI_REC.iHenkeiFlg = 1 AND RIYOUSHA_DOUI_REC.tDouiDayTempHenkei IS NOT NULL"
+    " THEN RIYOUSHA_DOUI_REC.tDouiDayTempHenkei ELSE RIYOUSHA_DOUI_REC.tSaiDouiDay END",
+    u"CASE WHEN RIYOUSHA_DOUI_REC.iHenkeiFlg = 1 AND RIYOUSHA_DOUI_REC.tDouiDayTempHenkei IS NOT NULL"
+    " THEN RIYOUSHA_DOUI_REC.tDouiKaryoSTempHenkei ELSE RIYOUSHA_DOUI_REC.tSaiDouiKaryoS END",
+    u"CASE WHEN RIYOUSHA_DOUI_REC.iHenkeiFlg = 1 AND RIYOUSHA_DOUI_REC.tDouiDayTempHenkei IS NOT NULL"
+    " THEN RIYOUSHA_DOUI_REC.tDouiKaryoETempHenkei ELSE RIYOUSHA_DOUI_REC.tSaiDouiKaryoE END",
     u"RIYOUSHA_DOUI_REC.iDouiShubetsu",
     u"RIYOUSHA_DOUI_REC.iDouishoSaishutokuKikan",
     u"RIYOUSHA_DOUI_REC.cByoumeiM",
@@ -150,12 +159,24 @@ QString formJoin(const QString &alias, const QString &number, FormMaster master)
            " AND (%1.iDelFlg = 0 OR %1.iDelFlg IS NULL)"_s.arg(alias, branch, number);
 }
 
+/// The newest rows that forms are made from. Where old data mark several rows of a kind, the last counts.
+QString newest(bool corrections) {
+    return u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1"_s +
+           (corrections ? QString() : u" AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0"_s) +
+           u" AND NOT EXISTS (SELECT LATER.nDate FROM RIYOUSHA_DOUI_REC AS LATER WHERE "_s +
+           sqlSamePatient(u"LATER", u"RIYOUSHA_DOUI_REC") +
+           u" AND LATER.iNewestFlg = 1 AND LATER.iHenkeiFlg = RIYOUSHA_DOUI_REC.iHenkeiFlg"
+           " AND (LATER.nDate > RIYOUSHA_DOUI_REC.nDate OR LATER.nDate = RIYOUSHA_DOUI_REC.nDate"
+           " AND LATER.nHenkeiDouiDate > RIYOUSHA_DOUI_REC.nHenkeiDouiDate))"_s;
+}
+
 /// A patient without a consent row gets the doctor of the patient's own row.
-QString joins(FormMaster master) {
+QString joins(const ConsentFormOptions &options) {
+    const FormMaster master = options.master;
     return u" FROM RIYOUSHA LEFT JOIN RIYOUSHA_SUB ON "_s + sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") +
            u" LEFT JOIN RIYOUSHA_DOUI_REC ON "_s + sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
-           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0"
-           " LEFT JOIN DOCTOR ON DOCTOR.cIDno = CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL"
+           newest(!options.rows.empty()) +
+           u" LEFT JOIN DOCTOR ON DOCTOR.cIDno = CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL"
            " THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10)) ELSE RIYOUSHA_DOUI_REC.cIsiCd END"
            " LEFT JOIN SISETSU AS HOSPITAL ON HOSPITAL.nIDNo = DOCTOR.iSisetsuCode"
            " LEFT JOIN SISETSU AS HOME ON HOME.nIDNo = RIYOUSHA_SUB.iAddressSisetsuCd"
@@ -166,11 +187,14 @@ QString joins(FormMaster master) {
            formJoin(u"DOUISHOKOUTOU"_s, u"iDouishoIdKoutou"_s, master);
 }
 
-QString numbers(const std::vector<qint32> &patients) {
-    QStringList list;
-    for (const qint32 number : patients)
-        list += sqlNumber(number);
-    return list.join(u", "_s);
+/// The patients asked for, each once.
+std::set<qint32> numbers(const ConsentFormOptions &options) {
+    if (options.rows.empty())
+        return {options.patients.begin(), options.patients.end()};
+    std::set<qint32> patients;
+    for (const ConsentFormRow &row : options.rows)
+        patients.insert(row.key.patient.nIDNo);
+    return patients;
 }
 
 QString matching(const ConsentFormOptions &options) {
@@ -189,15 +213,18 @@ QString matching(const ConsentFormOptions &options) {
 
 QString where(const ConsentFormOptions &options) {
     QString sql = u" WHERE "_s + sqlWhere(options.branch, u"RIYOUSHA");
-    if (options.kind == FormKind::Massage)
+    const FormKind kind = options.rows.empty() ? options.kind : FormKind::All;
+    if (kind == FormKind::Massage)
         sql += u" AND (RIYOUSHA.iSejutsuKubun = 0 OR RIYOUSHA.iSejutsuKubun IS NULL)"_s;
-    if (options.kind == FormKind::Acupuncture)
+    if (kind == FormKind::Acupuncture)
         sql += u" AND RIYOUSHA.iSejutsuKubun <> 0"_s;
-    if (options.patients.empty())
+    const std::set<qint32> patients = numbers(options);
+    if (patients.empty())
         return sql + matching(options);
-    if (options.patients.size() <= mostNumbers)
-        sql += u" AND RIYOUSHA.nIDNo IN (%1)"_s.arg(numbers(options.patients));
-    return sql;
+    QStringList list;
+    for (const qint32 number : patients)
+        list += sqlNumber(number);
+    return list.size() > mostNumbers ? sql : sql + u" AND RIYOUSHA.nIDNo IN (%1)"_s.arg(list.join(u", "_s));
 }
 
 QString orderBy(FormOrder order) {
@@ -220,5 +247,5 @@ QString orderBy(FormOrder order) {
 } // namespace
 
 QString consentFormSql(const ConsentFormOptions &options) {
-    return u"SELECT "_s + selectList() + joins(options.master) + where(options) + orderBy(options.order);
+    return u"SELECT "_s + selectList() + joins(options) + where(options) + orderBy(options.order);
 }

@@ -33,8 +33,11 @@ enum class F {
     SummaryDiagnosis,
     ReacquireFrom,
     ReacquireTo,
-    // newest massage or acupuncture consent
+    // consent
     ConsentKey,
+    IsCorrection,
+    CorrectionKey,
+    Doctor,
     ConsentDay,
     PeriodStart,
     PeriodEnd,
@@ -153,6 +156,11 @@ public:
                 qint32(number(record, F::Number))};
     }
     bool isAcupuncture(int record) const { return flag(record, F::Kind); }
+    /// The consent row; its nDate is 0 where the patient has none.
+    ConsentRowKey consent(int record) const {
+        return {patient(record), qint32(number(record, F::ConsentKey)),
+                short(number(record, F::IsCorrection)), qint32(number(record, F::CorrectionKey))};
+    }
 
 private:
     Recordset m_rows;

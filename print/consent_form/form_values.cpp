@@ -125,12 +125,16 @@ DataValue onsetKnown(X x) {
     return qint64(x.rows.date(x.record, F::Onset).isValid());
 }
 
-/// The form has no item for a correction that runs beside the massage.
+/// The form has no item for the period of a correction. A correction's own row may keep it as its period.
 DataValue remark(X x) {
     if (!x.choice.treatment)
         return QString();
-    const QString correction =
-        period(x.rows.date(x.record, F::CorrectionStart), x.rows.date(x.record, F::CorrectionEnd));
+    const auto days = [&x](F start, F end) {
+        return period(x.rows.date(x.correction, start), x.rows.date(x.correction, end));
+    };
+    QString correction = days(F::CorrectionStart, F::CorrectionEnd);
+    if (correction.isEmpty() && x.rows.flag(x.correction, F::IsCorrection))
+        correction = days(F::PeriodStart, F::PeriodEnd);
     return correction.isEmpty() ? QString() : u"変形徒手矯正術　"_s + correction;
 }
 

@@ -51,11 +51,14 @@ QByteArray dotsOfRow(const QRcode &code, int row, qsizetype bytesOfLine) {
 } // namespace
 
 QString qrContent(const ConsentForm &form) {
+    QString row = QString::number(form.consent.nDate);
+    if (form.consent.iHenkeiFlg != 0)
+        row += u'-' + QString::number(form.consent.nHenkeiDouiDate);
     return u"DOUISHO:%1:%2-%3-%4:%5:%6"_s.arg(version)
         .arg(form.patient.iKyotenCd)
         .arg(form.patient.iKyotenEb)
         .arg(form.patient.nIDNo)
-        .arg(form.consentKey)
+        .arg(row)
         .arg(form.formNumber);
 }
 

@@ -5,7 +5,6 @@
 #include "print/consent_form/form_batch.h"
 
 #include <QDir>
-#include <QSet>
 #include <algorithm>
 #include <tuple>
 
@@ -32,17 +31,15 @@ short SetPrintJob::iGather(const std::vector<LetterOrder> &rows, const SetPrintC
     if (choice.envelopes)
         addEnvelopes();
     if (choice.consentForms) {
-        QSet<qint32> seen; // a patient with a deformity-correction row has two
         for (const LetterOrder &row : rows)
-            if (const qint32 patient = row.row.patient.nIDNo; !seen.contains(patient)) {
-                seen.insert(patient);
-                m_choice.form.patients.push_back(patient);
-            }
-        m_choice.form.kind = FormKind::All;
-        m_choice.form.order = FormOrder::AsChosen;
+            m_choice.form.rows.push_back({row.row, m_choice.form.style});
         m_choice.form.master = FormMaster::Practice;
-        if (iGatherConsentForms(m_db, m_choice.form, today, m_forms, m_error) != 0)
+        Result<GatheredForms> forms = gatherConsentForms(m_db, m_choice.form, today);
+        if (!forms) {
+            m_error = forms.reason();
             return -1;
+        }
+        m_forms = std::move(*forms);
         addForms();
     }
     std::ranges::stable_sort(m_items, {}, [](const Item &item) { return std::tuple(item.set, item.kind); });
@@ -82,11 +79,11 @@ void SetPrintJob::addEnvelopes() {
 }
 
 void SetPrintJob::addForms() {
-    std::map<qint32, size_t> sets; // by patient; the first row counts
+    std::map<size_t, size_t> sets; // by order
     for (const LetterRow &row : m_letters.source().rows)
-        sets.try_emplace(row.key.patient.nIDNo, setOf(row));
+        sets.try_emplace(row.order, setOf(row));
     for (size_t i = 0; i < m_forms.forms.size(); ++i) {
-        const auto set = sets.find(m_forms.forms[i].patient.nIDNo);
+        const auto set = sets.find(m_forms.forms[i].rows.front());
         m_items.push_back({set == sets.end() ? m_envelopes.size() : set->second, Kind::Form, i});
     }
 }

@@ -3,6 +3,7 @@
 #include "print/consent_form/qr_code.h"
 #include "tests/consent_form/practice.h"
 
+#include <QFileInfo>
 #include <QImage>
 #include <gtest/gtest.h>
 #include <zbar.h>
@@ -285,6 +286,102 @@ TEST(ConsentFormData, WhoGetsAForm) {
     EXPECT_EQ(who({.patients = {99}}), u""_s);
     practice.database.run(u"delete from SHINSEISYO where iSejutsuKubun = 0"_s);
     EXPECT_EQ(who({}), u"2n1o3n4"_s);
+}
+
+/// "position of the row:consent key layout" of every form; then who is left out of which row, and why.
+QString formsOf(Practice &practice, const std::vector<ConsentFormRow> &rows,
+                ConsentFormOptions options = {}) {
+    options.rows = rows;
+    const GatheredForms gathered = practice.gather(options);
+    QStringList texts;
+    for (const ConsentForm &form : gathered.forms) {
+        QStringList served;
+        for (const size_t row : form.rows)
+            served += QString::number(row);
+        texts += served.join(u'+') + u':' + QString::number(form.consent.nDate) + u' ' + form.layout;
+    }
+    for (const LeftOutPatient &out : gathered.leftOut)
+        texts += u"-%1 %2 %3"_s.arg(*out.row).arg(out.name).arg(int(out.why));
+    return texts.join(u" | ");
+}
+
+ConsentFormRow massage(qint32 patient, qint32 date, FormStyle style = FormStyle::ByPatient) {
+    return {{{1, 1, patient}, date, 0, 0}, style};
+}
+ConsentFormRow correction(qint32 patient, qint32 date, FormStyle style = FormStyle::ByPatient) {
+    return {{{1, 1, patient}, date, 1, date}, style};
+}
+
+// Patient 1: massage of doctor 12, correction of doctor 13. Patient 2 has no form for a first consent but
+// H初回.
+TEST(ConsentFormRows, EachRowHasItsOwnForm) {
+    Practice practice;
+    practice.database.run(
+        u"update DOCTOR set iHandWritingFlg = 0; update RIYOUSHA_DOUI_REC set tHenkeSday = Null,"
+        " tHenKeEday = Null, tDouiDayTempHenkei = '2026/11/20', cSyoujyouSonotaStr = '変形の症状',"
+        " tSaiDouiDay = '2026/01/01' where iHenkeiFlg = 1"_s);
+    EXPECT_EQ(
+        formsOf(practice, {massage(2, 20261020, FormStyle::First), massage(1, 20260501, FormStyle::First),
+                           correction(1, 20261101, FormStyle::Again)}),
+        u"0:20261020 H初回.wfd | 1:20260501 M初回.wfd | 2:20261101 M再.wfd"_s)
+        << "two doctors, two forms, each as its letter says";
+    const GatheredForms alone =
+        practice.gather({.rows = {correction(1, 20261101)}, .kind = FormKind::Acupuncture});
+    ASSERT_EQ(alone.forms.size(), 1u);
+    expectValues(alone.forms[0], {{u"保険医氏名"_s, u"\"筆　太\""_s},
+                                  {u"傷病名"_s, u"\"変形\""_s},
+                                  {u"要加療期間・終了日"_s, u"\"令和8年11月30日\""_s},
+                                  {u"次回同意年月日"_s, u"\"令和8年11月20日\""_s},
+                                  {u"症状その他"_s, u"\"変形の症状\""_s},
+                                  {u"備考"_s, u"\"変形徒手矯正術　令和8年11月1日～令和8年11月30日\""_s}});
+
+    // Of one doctor, the massage's form serves both, and states the correction's period.
+    practice.database.run(u"update RIYOUSHA_DOUI_REC set cIsiCd = '12' where iHenkeiFlg = 1"_s);
+    const std::vector<ConsentFormRow> both = {correction(1, 20261101, FormStyle::Again), massage(5, 20260701),
+                                              massage(1, 20260501, FormStyle::First)};
+    EXPECT_EQ(formsOf(practice, both), u"1:20260701 M再.wfd | 2+0:20260501 M再.wfd"_s);
+    practice.database.run(u"update RIYOUSHA_DOUI_REC set tHenkeSday = Null, tHenKeEday = Null"_s);
+    EXPECT_EQ(Practice::value(practice.gather({.rows = both}).forms[1], u"備考"_s),
+              u"\"変形徒手矯正術　令和8年11月1日～令和8年11月30日\""_s);
+
+    // By word of mouth, the massage has no form; the correction, in writing, has.
+    practice.database.run(
+        u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = 1 where nIDNo = 1 and iHenkeiFlg = 0"_s);
+    EXPECT_EQ(formsOf(practice, both), u"0:20261101 M再.wfd | 1:20260701 M再.wfd | -2 髙橋　花子 0"_s);
+    practice.database.run(u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = iHenkeiFlg where nIDNo = 1"_s);
+    EXPECT_EQ(formsOf(practice, {both[0]}), u"-0 髙橋　花子 0"_s);
+}
+
+TEST(ConsentFormRows, FormsOfARowLieInFilesOfTheirOwn) {
+    Practice practice;
+    QStringList names, touched;
+    PrintFiles files(practice.environment);
+    for (const ConsentForm &form :
+         practice.gather({.rows = {massage(1, 20260501), correction(1, 20261101)}}).forms)
+        names += QFileInfo(*writeConsentFormData(form, files, touched)).fileName();
+    EXPECT_EQ(names, (QStringList{u"1_同意書データ.csv"_s, u"1_変形_同意書データ.csv"_s}));
+    EXPECT_EQ(readCode(practice.work(u"1_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
+    EXPECT_EQ(readCode(practice.work(u"1_変形_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20261101-20261101:2"_s);
+}
+
+TEST(ConsentFormRows, RowsThatOthersFollowedAreNamed) {
+    Practice practice;
+    EXPECT_EQ(formsOf(practice, {massage(1, 20250507), massage(1, 20260501), massage(2, 20200101),
+                                 massage(99, 20260501)}),
+              u"1:20260501 M再.wfd | -0 髙橋　花子 2 | -2 佐藤　一 2 | -3  2"_s);
+    EXPECT_EQ(formsOf(practice, std::vector<ConsentFormRow>(3, massage(5, 20260701))),
+              u"0+1+2:20260701 M再.wfd"_s);
+}
+
+// Old data mark two rows as newest.
+TEST(ConsentFormRows, OfTwoNewestRowsTheLaterPrints) {
+    Practice practice;
+    practice.database.run(u"update RIYOUSHA_DOUI_REC set iNewestFlg = 1 where nDate = 20250507"_s);
+    EXPECT_EQ(Practice::value(practice.form(1), u"傷病名"_s), u"\"脳梗塞後遺症\""_s);
+    EXPECT_EQ(practice.gather({.staff = 6, .periodEndTo = QDate(2025, 10, 31)}).forms.size(), 0u)
+        << "the older one's period is not the patient's";
+    EXPECT_EQ(formsOf(practice, {massage(1, 20250507), massage(1, 20260501)}),
+              u"1:20260501 M再.wfd | -0 髙橋　花子 2"_s);
 }
 
 } // namespace

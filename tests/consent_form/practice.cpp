@@ -79,11 +79,9 @@ Practice::Practice()
 GatheredForms Practice::gather(const ConsentFormOptions &options) {
     ConsentFormOptions here = options;
     here.branch = environment.branch;
-    GatheredForms gathered;
-    QString reason;
-    EXPECT_EQ(iGatherConsentForms(database.db, here, clock.today(), gathered, reason), 0)
-        << reason.toStdString();
-    return gathered;
+    Result<GatheredForms> gathered = gatherConsentForms(database.db, here, clock.today());
+    EXPECT_TRUE(gathered) << gathered.reason().toStdString();
+    return gathered ? std::move(*gathered) : GatheredForms();
 }
 
 ConsentForm Practice::form(qint32 patient, ConsentFormOptions options) {

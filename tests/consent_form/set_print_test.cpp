@@ -83,10 +83,10 @@ TEST_F(SetPrint, PutsTogetherWhatGoesIntoOneEnvelope) {
     ASSERT_EQ(texts.size(), 3);
     EXPECT_EQ(texts[0], u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s);
     EXPECT_TRUE(texts[1].contains(u"3　口頭　太郎"_s));
-    EXPECT_TRUE(texts[2].startsWith(u"8 件中 8 件を出力しました。"_s));
+    EXPECT_TRUE(texts[2].startsWith(u"9 件中 9 件を出力しました。"_s));
     EXPECT_EQ(documents(),
               (QStringList{u"封筒印刷角2.wfd"_s, u"依頼.wfd"_s, u"H再_B5.wfd"_s, u"封筒印刷角2.wfd"_s,
-                           u"依頼.wfd"_s, u"依頼.wfd"_s, u"依頼.wfd"_s, u"M再.wfd"_s}));
+                           u"依頼.wfd"_s, u"依頼.wfd"_s, u"依頼.wfd"_s, u"M再.wfd"_s, u"M再.wfd"_s}));
     EXPECT_EQ(practice.written(u"封筒1.csv"_s).section(u"\r\n"_s, 1),
               u"\"\",\"\",\"記録の医院\",\"書類ご担当者様\",\"記録の住所\",\"\"\r\n"_s);
     EXPECT_TRUE(practice.written(u"cmdSetPrint.dat"_s).endsWith(u"PrintPaper, #256\r\nShowWindow,2\r\n"_s));
