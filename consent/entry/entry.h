@@ -2,7 +2,7 @@
 
 #include "consent/entry/draft_check.h"
 #include "consent/entry/entry_period.h"
-#include "consent/record/row_change.h"
+#include "consent/record/entry_save.h"
 
 #include <optional>
 

@@ -2,7 +2,7 @@
 
 #include "consent/entry/entry_query.h"
 #include "consent/entry/time_line.h"
-#include "consent/record/row_change.h"
+#include "consent/record/entry_save.h"
 
 #include <vector>
 

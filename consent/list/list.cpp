@@ -1,7 +1,7 @@
 #include "consent/list/list.h"
 
 #include "app/base/clock.h"
-#include "consent/record/list_save_query.h"
+#include "consent/record/grid_save.h"
 #include "consent/rows/list_query.h"
 #include "db/adodb.h"
 
@@ -65,31 +65,14 @@ SaveOutcome ConsentList::save() {
     if (changed.empty())
         return outcome;
 
-    const ErrorsSince errors(m_db);
-    const auto fail = [&] {
-        failed(errors);
-        return SaveOutcome{SaveOutcome::Failed, -1, m_error, {}};
-    };
-    if (m_db.iConnect() != 0)
-        return fail();
-    {
-        const QString computer = m_db.csGetComputerName();
-        Transaction transaction(m_db);
-        if (!transaction.begun())
-            return fail();
-        for (const ChangedRow &row : changed) {
-            qint64 affected = 0;
-            if (m_db.iExecSQL(saveRowSql(row.read, row.now, computer), &affected) != 0)
-                return fail();
-            if (affected == 0)
-                outcome.rows.append(m_model.who(row.record));
-        }
-        if (!outcome.rows.isEmpty()) {
-            outcome.kind = SaveOutcome::Conflict;
-            return outcome;
-        }
-        if (transaction.commit() != 0)
-            return fail();
+    const Result<std::vector<size_t>> saved = saveRows(m_db, {changed.begin(), changed.end()});
+    if (!saved)
+        return {SaveOutcome::Failed, -1, saved.reason(), {}};
+    for (const size_t i : *saved)
+        outcome.rows.append(m_model.who(changed[i].record));
+    if (!outcome.rows.isEmpty()) {
+        outcome.kind = SaveOutcome::Conflict;
+        return outcome;
     }
     m_model.acceptChanges();
     QStringList dropped;

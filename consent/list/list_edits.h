@@ -1,14 +1,12 @@
 #pragma once
 
-#include "consent/record/list_save_query.h"
+#include "consent/record/grid_save.h"
 
 #include <QString>
 
 /// A row whose values differ from what was read.
-struct ChangedRow {
+struct ChangedRow : RowEdit {
     int record;
-    ReadRow read;
-    ConsentRowValues now;
 };
 
 /// Whether nobody has written a row since it was read. A row that was saved and not read again since has no

@@ -120,7 +120,7 @@ int ConsentListModel::receivedOutOfSight() const {
 std::vector<ChangedRow> ConsentListModel::changedRows() const {
     std::vector<ChangedRow> changed;
     for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
-        changed.push_back({it.key(), storedRow(it.key()), it.value()});
+        changed.push_back({{storedRow(it.key()), it.value()}, it.key()});
     std::sort(changed.begin(), changed.end(),
               [](const ChangedRow &a, const ChangedRow &b) { return a.record < b.record; });
     return changed;

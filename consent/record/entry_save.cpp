@@ -1,5 +1,6 @@
 #include "consent/record/entry_save.h"
 
+#include "consent/record/record_write.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 
@@ -9,17 +10,11 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Among the rows that the table object holds, the stored one aside.
-bool recordDateIsFree(cT_RIYOUSHA_DOUI_REC &table, const ConsentRowKey &target, const ConsentDraft *stored) {
-    return std::ranges::none_of(table.records(), [&](const ConsentDraft &row) {
+bool recordDateIsFree(const std::vector<ConsentDraft> &rows, const ConsentRowKey &target,
+                      const ConsentDraft *stored) {
+    return std::ranges::none_of(rows, [&](const ConsentDraft &row) {
         return !(stored && row.key() == stored->key()) && sameRecordDate(row.key(), target);
     });
-}
-
-/// An empty remark becomes Null.
-QString sqlSetRemark(const ConsentRowKey &row, const QString &remark, const QString &computer) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = "_s + sqlTextOrNull(remark) + u", cPcName = "_s +
-           sqlText(computer) + u", tUpDateTime = GetDate() WHERE "_s + sqlWhere(row);
 }
 
 void setKey(ConsentDraft &row, const ConsentRowKey &key) {
@@ -28,64 +23,95 @@ void setKey(ConsentDraft &row, const ConsentRowKey &key) {
     row.nHenkeiDouiDate = key.nHenkeiDouiDate;
 }
 
+/// @param label names the routine
+RowOutcome failed(const QString &reason, const QString &label, const QString &title = {}) {
+    return {RowOutcome::Failed, reason + u"\r\n"_s + label, title};
+}
+
+/// Finds the row as it stands now and compares it with what the user saw. `now` is filled when the outcome
+/// is Done.
+RowOutcome find(RecordWrite &write, const ConsentDraft &seen, Compared columns, ConsentDraft &now) {
+    const Result<std::optional<ConsentDraft>> found = write.find(seen.key());
+    if (!found)
+        return failed(found.reason(), u"iGetDouiData() でエラー"_s);
+    if (!*found)
+        return {RowOutcome::Overtaken,
+                u"この同意は、他の端末で削除されたか日付が変更されています。\r\n何も変更していません。"_s};
+    now = **found;
+    if (!sameValues(now, seen, columns))
+        return {RowOutcome::Overtaken, u"この同意は、表示した後に他の端末で変更されています。\r\n"
+                                       "何も変更していません。画面を開き直してください。"_s};
+    return {};
+}
+
+RowOutcome finish(RecordWrite &write, const PatientKey &patient) {
+    const QString label = u"setDouiNewestFlg() でエラー"_s;
+    if (const Result<NewestRows> marked = write.markNewest(patient); !marked)
+        return failed(marked.reason(), label);
+    const Result<> committed = write.commit();
+    return committed ? RowOutcome() : failed(committed.reason(), label);
+}
+
+QString removeLabel(const ConsentDraft &row) {
+    return (isDeformity(row) ? u"delOldDataHenkei()でエラー"_s : u"delOldData()でエラー"_s) +
+           u"\r\n旧データ削除エラー"_s;
+}
+
 } // namespace
 
 RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored,
                      ConsentRowKey &key) {
-    RowChange change(db, draft);
-    if (!change.ready())
-        return change.failed(u"データ追加エラー"_s, u"データ追加"_s);
+    RecordWrite write(db);
+    if (const Result<> locked = write.lock({draft}); !locked)
+        return failed(locked.reason(), u"データ追加エラー"_s, u"データ追加"_s);
     ConsentDraft now;
-    if (stored) {
-        if (const RowOutcome found = change.find(*stored, Compared::Entered, now);
+    if (stored)
+        if (const RowOutcome found = find(write, *stored, Compared::Entered, now);
             found.kind != RowOutcome::Done)
             return found;
-    }
     ConsentDraft row = registeredRow(draft, stored ? &now : nullptr);
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(db);
     const ConsentRowKey target = draftKey(draft, stored);
-    if (table.iDataReadGrid(draft) != 0)
-        return change.failed(u"iGetDouiData() でエラー"_s);
-    if (!recordDateIsFree(table, target, stored))
+    const Result<std::vector<ConsentDraft>> others = write.findAll(draft);
+    if (!others)
+        return failed(others.reason(), u"iGetDouiData() でエラー"_s);
+    if (!recordDateIsFree(*others, target, stored))
         return {RowOutcome::Taken, recordDateTaken()};
     setKey(row, target);
 
-    if (stored && table.iData削除(&now, -1, false) != 0)
-        return change.failed(
-            (isDeformity(now) ? u"delOldDataHenkei()でエラー"_s : u"delOldData()でエラー"_s) +
-                u"\r\n旧データ削除エラー"_s,
-            u"旧データ削除"_s, table.sErrMsg());
-    if (table.iDataInsert(&row, -1, false) != 0)
-        return change.failed(u"データ追加エラー"_s, u"データ追加"_s, table.sErrMsg());
+    if (stored)
+        if (const Result<qint64> removed = write.remove(sqlWhere(now.key())); !removed)
+            return failed(removed.reason(), removeLabel(now), u"旧データ削除"_s);
+    if (const Result<> inserted = write.insert(row); !inserted)
+        return failed(inserted.reason(), u"データ追加エラー"_s, u"データ追加"_s);
     key = target;
-    return change.finish();
+    return finish(write, draft);
 }
 
 RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
     const QString label = u"btnDel_Click()でエラー"_s;
-    RowChange change(db, seen);
-    if (!change.ready())
-        return change.failed(label);
+    RecordWrite write(db);
+    if (const Result<> locked = write.lock({seen}); !locked)
+        return failed(locked.reason(), label);
     ConsentDraft now;
-    if (const RowOutcome found = change.find(seen, Compared::All, now); found.kind != RowOutcome::Done)
+    if (const RowOutcome found = find(write, seen, Compared::All, now); found.kind != RowOutcome::Done)
         return found;
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(db);
-    if (table.iData削除(&now, -1, false) != 0)
-        return change.failed(label, {}, table.sErrMsg());
-    return change.finish();
+    if (const Result<qint64> removed = write.remove(sqlWhere(now.key())); !removed)
+        return failed(removed.reason(), label);
+    return finish(write, seen);
 }
 
 RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {
     const QString label = u"btnKakutei_Click()でエラー"_s;
-    RowChange change(db, seen);
-    if (!change.ready())
-        return change.failed(label);
+    RecordWrite write(db);
+    if (const Result<> locked = write.lock({seen}); !locked)
+        return failed(locked.reason(), label);
     ConsentDraft now;
-    if (const RowOutcome found = change.find(seen, Compared::Remark, now); found.kind != RowOutcome::Done)
+    if (const RowOutcome found = find(write, seen, Compared::Remark, now); found.kind != RowOutcome::Done)
         return found;
-    if (db.iExecSQL(sqlSetRemark(now.key(), remark, db.csGetComputerName())) != 0)
-        return change.failed(label);
-    return change.commit();
+    const Result<qint64> written =
+        write.change(sqlWhere(now.key()), {{u"cItiranBikou"_s, sqlTextOrNull(remark)}});
+    if (!written)
+        return failed(written.reason(), label);
+    const Result<> committed = write.commit();
+    return committed ? RowOutcome() : failed(committed.reason(), label);
 }

@@ -1,6 +1,23 @@
 #pragma once
 
-#include "consent/record/row_change.h"
+#include "consent/record/draft.h"
+
+#include <QString>
+
+class cT_ADODB;
+
+/// How a write to a stored consent ended.
+struct RowOutcome {
+    enum Kind {
+        Done,
+        Overtaken, ///< a colleague removed, moved or changed the row; nothing was written
+        Taken,     ///< the record date belongs to another row; nothing was written
+        Failed     ///< the database refused; nothing was written
+    };
+    Kind kind = Done;
+    QString text = {};  ///< for the user, unless done
+    QString title = {}; ///< of the message, where it has one
+};
 
 /// Registers a draft as one transaction: the old row goes, the new one takes its request and renewal fields
 /// along, the newest marks follow. A colleague's row is never overwritten.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/tables/keys.h"
 #include "db/tables/nullable.h"
 
 #include <QDate>
@@ -28,3 +29,38 @@ struct ConsentRowValues {
                remark == other.remark && ownRequest == other.ownRequest;
     }
 };
+
+/// What the list shows of the consent that runs.
+struct RunningRow {
+    QDate consentDay;
+    Period period;
+    QString doctor, doctorName, institution, diagnosis;
+    Nullable<short> procedure;      ///< iDouiShubetsu
+    Nullable<short> claimsDisabled; ///< iReceptDisabledFlg
+
+    bool same(const RunningRow &other) const {
+        return consentDay == other.consentDay && period == other.period && doctor == other.doctor &&
+               doctorName == other.doctorName && institution == other.institution &&
+               diagnosis == other.diagnosis && procedure.same(other.procedure) &&
+               claimsDisabled.same(other.claimsDisabled);
+    }
+};
+
+/// A row of the list as it was when it was read.
+struct ReadRow {
+    ConsentRowKey key;
+    ConsentRowValues values;
+    QString updateTime = {}; ///< tUpDateTime as the database gave it; empty: the row has none, or not known
+    /// What stands where a date should be and is none; empty for dates and empty cells.
+    QString oddReconsent = {}, oddStart = {}, oddEnd = {};
+    /// A deformity-correction row whose answer stands in tSaiDouiDay and its fellows.
+    bool answeredAsMassage = false;
+    RunningRow running = {};
+};
+
+/// Whether nobody has changed a row since it was read, as far as the list shows it and as its update time
+/// tells.
+inline bool isUnchanged(const ReadRow &now, const ReadRow &seen) {
+    return now.values.same(seen.values) && now.running.same(seen.running) &&
+           (seen.updateTime.isEmpty() || now.updateTime == seen.updateTime);
+}

@@ -1,11 +1,44 @@
 #pragma once
 
-#include "consent/record/renewal_row.h"
+#include "app/base/result.h"
+#include "consent/record/list_row.h"
 
 #include <QString>
 #include <functional>
+#include <optional>
 
+class RecordWrite;
 class cT_ADODB;
+
+/// The doctor's answer: re-consent date and next period. On a massage row it stands in tSaiDouiDay and its
+/// fellows, on a deformity-correction row in tDouiDayTempHenkei and its fellows.
+struct ReConsent {
+    QDate date;
+    Period period;
+
+    friend bool operator==(const ReConsent &, const ReConsent &) = default;
+};
+
+/// A consent row to be renewed, as the user saw it.
+struct RenewalRow {
+    ConsentRowKey key;
+    QString name;      ///< of the patient, for the result
+    QDate consentDate; ///< tDouiDay
+    ReConsent reConsent;
+    bool newest = true;               ///< iNewestFlg
+    std::optional<ReadRow> seen = {}; ///< the whole row, where it is known
+};
+
+/// Key of the row that a renewal makes.
+ConsentRowKey renewedKey(const ConsentRowKey &source, const QDate &reConsentDate);
+
+/// Why a row may not be renewed onto a key; empty when it may. Nobody's fault but the entry's: a re-consent
+/// date that is missing or not after the consent date, a period that is missing or ends before it starts,
+/// a new key that would replace the source itself or leave the new row older than it.
+QString renewalRefusal(const RenewalRow &source, const ConsentRowKey &target);
+
+/// Said where a patient's consent of the same kind lies after the one to be renewed: that one is the newest.
+QString laterConsentRefusal(qint32 nDate);
 
 /// Renews consents, restarts deformity-correction periods and keeps the newest marks. Every operation is one
 /// transaction together with the newest marks of its patient: it happens whole or not at all.
@@ -14,10 +47,6 @@ class cT_ADODB;
 /// correct and has changed nothing, from a failure of the database.
 class ConsentRenewal {
 public:
-    /// Whether an operation begins and ends a transaction, or runs in one of the caller's, who rolls back
-    /// when it fails.
-    enum class Scope { OwnTransaction, CallersTransaction };
-
     /// @param db the connection of the run; must outlive the object
     explicit ConsentRenewal(cT_ADODB &db) : m_db(db) {}
 
@@ -26,36 +55,32 @@ public:
 
     /// Makes the next massage row from a row's re-consent fields. A row that has the new date is replaced.
     /// @param nDate the source row's
-    short iDataNewDouiMake(const PatientKey &patient, qint32 nDate, const QDate &newDate,
-                           Scope scope = Scope::OwnTransaction);
+    short iDataNewDouiMake(const PatientKey &patient, qint32 nDate, const QDate &newDate);
 
     /// The same for a deformity-correction row.
-    short iDataNewHenkeiMake(const ConsentRowKey &source, const QDate &newDate, qint32 newHenkeiDouiDate,
-                             Scope scope = Scope::OwnTransaction);
+    short iDataNewHenkeiMake(const ConsentRowKey &source, const QDate &newDate, qint32 newHenkeiDouiDate);
 
-    /// Renews a row as the user saw it. Refused when meanwhile it was renewed or its answer was changed.
-    short renew(const RenewalRow &row, Scope scope = Scope::OwnTransaction);
+    /// Renews a row as the user saw it. Refused when it was renewed or changed meanwhile, when its claim flag
+    /// keeps the new row from becoming the newest, and when a later consent stays the newest.
+    short renew(const RenewalRow &row);
 
     /// Restarts the deformity-correction period of the rows of a date: clears request and received marks.
+    /// @param seen the row as the user saw it; refused when it was changed meanwhile. Null: not compared
     short iDataHenkeiDouiMake(const PatientKey &patient, qint32 nDate, const Period &period,
-                              Scope scope = Scope::OwnTransaction);
+                              const ReadRow *seen = nullptr);
 
     /// Marks a patient's newest massage and newest deformity-correction row. A kind without a row that is
     /// usable for claims keeps its marks.
-    short setDouiNewestFlg(const PatientKey &patient, Scope scope = Scope::OwnTransaction);
+    short setDouiNewestFlg(const PatientKey &patient);
 
 private:
-    enum class Step { Done, Refused, Failed };
+    /// Why it was refused, empty when it was done; or a failure of the database.
+    using Step = Result<QString>;
 
-    short run(Scope scope, QStringView label, const std::function<Step()> &work);
-    Step copyRow(const ConsentRowKey &source, const ConsentRowKey &target, const RenewalRow *seen);
-    Step checkSeen(const RenewalRow &now, const RenewalRow &seen, const ConsentRowKey &target);
-    Step lock(const PatientKey &patient);
-    Step execute(const QString &sql, qint64 *affected = nullptr);
-    Step markNewest(const PatientKey &patient);
-    Step markNewestOf(const PatientKey &patient, short iHenkeiFlg);
-    Step refuse(const QString &reason);
-    Step sourceGone();
+    short run(const PatientKey &patient, QStringView label, const std::function<Step(RecordWrite &)> &work);
+    Step copyRow(RecordWrite &write, const ConsentRowKey &source, const ConsentRowKey &target,
+                 const RenewalRow *seen);
+    Step markNewest(RecordWrite &write, const PatientKey &patient);
 
     cT_ADODB &m_db;
     QString m_error;

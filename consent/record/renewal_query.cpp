@@ -7,11 +7,11 @@
 #include <QHash>
 #include <QStringList>
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-constexpr QStringView tableName = u"RIYOUSHA_DOUI_REC";
 
 // In the order in which a complete row is copied.
 constexpr QStringView copiedColumns =
@@ -61,112 +61,124 @@ QHash<QStringView, QString> changedColumns(const ConsentRowKey &target, ReConsen
             {u"nHenkeiDouiDate", sqlNumber(target.nHenkeiDouiDate)}};
 }
 
-QString column(QStringView name) {
-    return u"RIYOUSHA_DOUI_REC."_s.append(name);
+/// The columns of sqlRenewalSource, in their order.
+enum Column {
+    Date,
+    HenkeiDate,
+    ConsentDay,
+    PeriodStart,
+    PeriodEnd,
+    Newest,
+    ClaimsDisabled,
+    UpdateTime,
+    Doctor,
+    DoctorName,
+    Institution,
+    Diagnosis,
+    Procedure,
+    Contact,
+    Method,
+    HospitalOut,
+    DoctorOut,
+    Remark,
+    OwnRequest,
+    // A massage row's, then a deformity-correction row's.
+    Requested,
+    Received,
+    Answer, ///< date, start and end
+    OfDeformity = 5
+};
+
+Nullable<short> flagAt(const Recordset &rows, int row, int column) {
+    return rows.isNull(row, column) ? Nullable<short>() : Nullable<short>(short(rows.number(row, column)));
 }
 
-QString equals(QStringView name, qint64 value) {
-    return u" and "_s + column(name) + u" = "_s + sqlNumber(value);
-}
-
-QString ofKind(const PatientKey &patient, short iHenkeiFlg) {
-    return u" WHERE "_s + sqlWhere(patient, tableName) + equals(u"iHenkeiFlg", iHenkeiFlg);
-}
-
-// On massage rows nHenkeiDouiDate says nothing.
-QString ofRow(const ConsentRowKey &row) {
-    const QString where = ofKind(row.patient, row.iHenkeiFlg) + equals(u"nDate", row.nDate);
-    return row.iHenkeiFlg == 0 ? where : where + equals(u"nHenkeiDouiDate", row.nHenkeiDouiDate);
-}
-
-QString audit(const QString &computer) {
-    return u", cPcName = "_s + sqlText(computer) + u", tUpDateTime = GetDate()"_s;
-}
-
-// What a newest row must be when it is marked.
-QString usable() {
-    return u"(RIYOUSHA_DOUI_REC.iReceptDisabledFlg <> 1 or RIYOUSHA_DOUI_REC.iReceptDisabledFlg is null)"_s;
+ReadRow readRow(const Recordset &rows, int row, const ConsentRowKey &key, int marks, int answer) {
+    const auto flag = [&](int column) { return flagAt(rows, row, column); };
+    const auto date = [&](int column) { return rows.date(row, column); };
+    const auto text = [&](int column) { return rows.text(row, column); };
+    ReadRow read{.key = key,
+                 .values = {.contact = flag(Contact),
+                            .requested = flag(marks),
+                            .received = flag(marks + 1),
+                            .method = flag(Method),
+                            .hospitalOut = flag(HospitalOut),
+                            .doctorOut = flag(DoctorOut),
+                            .reconsent = date(answer),
+                            .nextStart = date(answer + 1),
+                            .nextEnd = date(answer + 2),
+                            .remark = text(Remark),
+                            .ownRequest = text(OwnRequest)},
+                 .updateTime = text(UpdateTime)};
+    read.running = {date(ConsentDay),  {date(PeriodStart), date(PeriodEnd)},
+                    text(Doctor),      text(DoctorName),
+                    text(Institution), text(Diagnosis),
+                    flag(Procedure),   flag(ClaimsDisabled)};
+    return read;
 }
 
 } // namespace
 
-QString sqlLockPatient(const PatientKey &patient) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = iNewestFlg WHERE "_s + sqlWhere(patient, tableName);
-}
-
 QString sqlRenewalSource(const ConsentRowKey &source) {
-    return u"SELECT tDouiDay, iNewestFlg, tSaiDouiDay, tSaiDouiKaryoS, tSaiDouiKaryoE, tDouiDayTempHenkei,"
-           " tdouiKaryoSTempHenkei, tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC"_s +
-           ofRow(source);
+    return u"SELECT nDate, nHenkeiDouiDate, tDouiDay, tDouiKaryoS, tDouiKaryoE, iNewestFlg,"
+           " iReceptDisabledFlg, tUpDateTime, cIsiCd, cDouiIsiName, cDouiIsiKikan, cDouiByoumei,"
+           " iDouiShubetsu, iRenrakuFlg, iDouiIraiType, iDouiHospOutFlg, iDouiIsiOutFlg, cItiranBikou,"
+           " cKobetuDouiIrai, iOutputFlg, iGetFlg, tSaiDouiDay, tSaiDouiKaryoS, tSaiDouiKaryoE,"
+           " iOutputFlgHenkei, iGetFlgHenkei, tDouiDayTempHenkei, tdouiKaryoSTempHenkei,"
+           " tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC WHERE "_s +
+           sqlFromRowOn(source);
 }
 
-RenewalRow sourceRow(const Recordset &rows, const ConsentRowKey &key, ReConsentColumns &columns) {
-    const bool temporary = key.iHenkeiFlg != 0 && rows.date(0, 5).isValid();
-    columns = temporary ? ReConsentColumns::TemporaryHenkei : ReConsentColumns::Own;
-    const int first = temporary ? 5 : 2;
-    return {.key = key,
-            .name = {},
-            .consentDate = rows.date(0, 0),
-            .reConsent = {rows.date(0, first), {rows.date(0, first + 1), rows.date(0, first + 2)}},
-            .newest = rows.number(0, 1) == 1};
-}
-
-QString sqlCountTarget(const ConsentRowKey &target) {
-    return u"SELECT count(*) FROM RIYOUSHA_DOUI_REC"_s + ofRow(target);
-}
-
-QString sqlDeleteTarget(const ConsentRowKey &target) {
-    return u"DELETE FROM RIYOUSHA_DOUI_REC"_s + ofRow(target);
-}
-
-QString sqlRenewedCopy(const ConsentRowKey &source, const ConsentRowKey &target, ReConsentColumns columns,
-                       const QString &computer) {
-    const QHash<QStringView, QString> changed = changedColumns(target, columns);
-    QStringList into, values;
-    for (const QStringView name : copiedColumns.split(u' ')) {
-        if (source.iHenkeiFlg != 0 && leftBehindByHenkei(name))
+RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
+    RenewalSource source;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const auto date = qint32(rows.number(row, Date));
+        const Nullable<short> disabled = flagAt(rows, row, ClaimsDisabled);
+        if (date > key.nDate) {
+            if (disabled.same(short(0)))
+                source.later = std::max(source.later, date);
             continue;
-        into.append(name.toString());
-        values.append(changed.value(name, name.toString()));
+        }
+        if (key.iHenkeiFlg != 0 && rows.number(row, HenkeiDate) != key.nHenkeiDouiDate)
+            continue;
+        ++source.rows;
+        const bool deformity = key.iHenkeiFlg != 0;
+        const bool temporary = deformity && rows.date(row, Answer + OfDeformity).isValid();
+        const int answer = temporary ? Answer + OfDeformity : Answer;
+        source.columns = temporary ? ReConsentColumns::TemporaryHenkei : ReConsentColumns::Own;
+        source.read = readRow(rows, row, key, deformity ? Requested + OfDeformity : Requested, answer);
+        const ConsentRowValues &values = source.read.values;
+        source.row = {.key = key,
+                      .name = {},
+                      .consentDate = rows.date(row, ConsentDay),
+                      .reConsent = {values.reconsent, {values.nextStart, values.nextEnd}},
+                      .newest = rows.number(row, Newest) == 1};
     }
-    into << u"cPcName"_s << u"tUpDateTime"_s;
-    values << sqlText(computer) << u"GetDate()"_s;
-    return u"INSERT INTO RIYOUSHA_DOUI_REC ("_s + into.join(u", ") + u") SELECT "_s + values.join(u", ") +
-           u" FROM RIYOUSHA_DOUI_REC"_s + ofRow(source);
+    return source;
 }
 
-QString sqlRestartHenkei(const PatientKey &patient, qint32 nDate, const Period &period,
-                         const QString &computer) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET iOutputFlg = 0, iGetFlg = 0, iDouiHospOutFlg = 0,"
-           " iDouiIsiOutFlg = 0, iOutputFlgHenkei = 0, iGetFlgHenkei = 0, tHenkeSday = "_s +
-           sqlDate(period.start) + u", tHenKeEday = "_s + sqlDate(period.end) + audit(computer) +
-           u" WHERE "_s + sqlWhere(patient, tableName) + equals(u"nDate", nDate);
+QString sqlCountRows(const QString &where) {
+    return u"SELECT count(*) FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
 }
 
-QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg) {
-    return u"SELECT TOP 1 RIYOUSHA_DOUI_REC.* FROM RIYOUSHA_DOUI_REC"_s + ofKind(patient, iHenkeiFlg) +
-           u" and RIYOUSHA_DOUI_REC.iReceptDisabledFlg = 0 ORDER BY nDate DESC"_s;
+QList<ColumnValue> renewedColumns(const ConsentRowKey &source, const ConsentRowKey &target,
+                                  ReConsentColumns columns) {
+    const QHash<QStringView, QString> changed = changedColumns(target, columns);
+    QList<ColumnValue> all;
+    for (const QStringView name : copiedColumns.split(u' '))
+        if (source.iHenkeiFlg == 0 || !leftBehindByHenkei(name))
+            all.append({name.toString(), changed.value(name, name.toString())});
+    return all;
 }
 
-bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key) {
-    if (rows.rowCount() == 0)
-        return false;
-    key = {patient, qint32(rows.number(0, rows.column(u"nDate"))), iHenkeiFlg,
-           qint32(rows.number(0, rows.column(u"nHenkeiDouiDate")))};
-    return true;
-}
-
-QString sqlClearNewest(const ConsentRowKey &newest, const QString &computer) {
-    const QString found =
-        u" and not (RIYOUSHA_DOUI_REC.nDate = "_s + sqlNumber(newest.nDate) +
-        (newest.iHenkeiFlg == 0 ? QString() : equals(u"nHenkeiDouiDate", newest.nHenkeiDouiDate)) +
-        u" and "_s + usable() + u')';
-    return u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0"_s + audit(computer) +
-           ofKind(newest.patient, newest.iHenkeiFlg) +
-           u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 0 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s + found;
-}
-
-QString sqlMarkNewest(const ConsentRowKey &newest, const QString &computer) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 1"_s + audit(computer) + ofRow(newest) + u" and "_s +
-           usable() + u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 1 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s;
+QList<ColumnValue> restartedColumns(const Period &period) {
+    const QString no = u"0"_s;
+    return {{u"iOutputFlg"_s, no},
+            {u"iGetFlg"_s, no},
+            {u"iDouiHospOutFlg"_s, no},
+            {u"iDouiIsiOutFlg"_s, no},
+            {u"iOutputFlgHenkei"_s, no},
+            {u"iGetFlgHenkei"_s, no},
+            {u"tHenkeSday"_s, sqlDate(period.start)},
+            {u"tHenKeEday"_s, sqlDate(period.end)}};
 }

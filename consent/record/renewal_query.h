@@ -1,44 +1,34 @@
 #pragma once
 
-#include "consent/record/renewal_row.h"
-
-#include <QString>
+#include "consent/record/record_write_query.h"
+#include "consent/record/renewal.h"
 
 class Recordset;
 
 /// Where a row keeps the doctor's answer.
 enum class ReConsentColumns { Own, TemporaryHenkei };
 
-/// Makes every other program that touches the patient's consents wait for the end of the transaction.
-QString sqlLockPatient(const PatientKey &patient);
+/// The row of a key as it stands now.
+struct RenewalSource {
+    int rows = 0; ///< that bear the key; the rest counts only where there are some
+    RenewalRow row;
+    ReadRow read;
+    /// The answer on a deformity-correction row is the request's own where one is entered.
+    ReConsentColumns columns = ReConsentColumns::Own;
+    qint32 later =
+        0; ///< date of the patient's latest usable consent of the kind, where it lies after the row
+};
 
-/// The source row's columns that a renewal looks at, for sourceRow().
+/// The source row, and those of its patient and kind that lie after it.
 QString sqlRenewalSource(const ConsentRowKey &source);
-/// The answer on a deformity-correction row is the request's own where one is entered.
-RenewalRow sourceRow(const Recordset &rows, const ConsentRowKey &key, ReConsentColumns &columns);
+RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key);
 
-/// How many rows a renewal onto the key would replace.
-QString sqlCountTarget(const ConsentRowKey &target);
-QString sqlDeleteTarget(const ConsentRowKey &target);
+QString sqlCountRows(const QString &where);
 
-/// Copies the source row onto the new key: the answer becomes consent date and period, answer and request
-/// marks start empty, all else stays as it is. Deformity correction also leaves the request method and the
-/// list remark behind.
-QString sqlRenewedCopy(const ConsentRowKey &source, const ConsentRowKey &target, ReConsentColumns columns,
-                       const QString &computer);
+/// What the new row takes: the answer becomes consent date and period, answer and request marks start empty,
+/// all else stays as it is. Deformity correction also leaves the request method and the list remark behind.
+QList<ColumnValue> renewedColumns(const ConsentRowKey &source, const ConsentRowKey &target,
+                                  ReConsentColumns columns);
 
-/// Clears the request and received marks of the rows of a date and sets the deformity-correction period.
-QString sqlRestartHenkei(const PatientKey &patient, qint32 nDate, const Period &period,
-                         const QString &computer);
-
-/// @name Newest marks of one kind (iHenkeiFlg) of row
-/// The search takes only rows whose claim flag is exactly 0; the marking takes Null as well.
-///@{
-QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg);
-/// Key of the row found; false when there is none.
-bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key);
-/// Clears the marks of all other rows, and sets that of the found one; rows whose mark stays are not
-/// written, so that colleagues who edit them are not told of a change.
-QString sqlClearNewest(const ConsentRowKey &newest, const QString &computer);
-QString sqlMarkNewest(const ConsentRowKey &newest, const QString &computer);
-///@}
+/// Cleared request and received marks, and the deformity-correction period.
+QList<ColumnValue> restartedColumns(const Period &period);

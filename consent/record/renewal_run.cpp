@@ -1,29 +1,39 @@
 #include "consent/record/renewal_run.h"
 
-#include "consent/record/renewal.h"
 #include "db/adodb.h"
 
 #include <QHash>
-#include <QSet>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
-// In the keys' own namespace, where the hash tables look for it.
+// In the keys' own namespace, where the hash tables look for them.
+static size_t qHash(const PatientKey &key, size_t seed = 0) {
+    return qHashMulti(seed, key.iKyotenCd, key.iKyotenEb, key.nIDNo);
+}
+
 static size_t qHash(const ConsentRowKey &key, size_t seed) {
-    return qHashMulti(seed, key.patient.iKyotenCd, key.patient.iKyotenEb, key.patient.nIDNo, key.nDate,
-                      key.iHenkeiFlg, key.nHenkeiDouiDate);
+    return qHashMulti(seed, key.patient, key.nDate, key.iHenkeiFlg, key.nHenkeiDouiDate);
 }
 
 namespace {
 
-// A row that would be replaced by, or renewed onto the same key as, another row of the same run must not
-// disappear with it.
-QString collision(const ConsentRowKey &target, const QSet<ConsentRowKey> &sources,
+bool sameKind(const ConsentRowKey &left, const ConsentRowKey &right) {
+    return left.patient == right.patient && left.iHenkeiFlg == right.iHenkeiFlg;
+}
+
+// Rows that would be renewed onto one key must not disappear in one another. Of two newest rows of a kind, as
+// old data have them, the later one is the newest.
+QString collision(const ConsentRowKey &source, const ConsentRowKey &target,
+                  const QMultiHash<PatientKey, ConsentRowKey> &sources,
                   const QHash<ConsentRowKey, int> &targets) {
-    if (sources.contains(target))
-        return u"再同意日が、同時に更新する別の同意の日付と同じため、更新できません。"_s;
+    qint32 later = source.nDate;
+    for (auto [row, end] = sources.equal_range(source.patient); row != end; ++row)
+        if (sameKind(*row, source))
+            later = std::max(later, row->nDate);
+    if (later > source.nDate)
+        return laterConsentRefusal(later);
     if (targets.value(target) > 1)
         return u"再同意日が、同時に更新する別の同意の再同意日と同じため、更新できません。"_s;
     return {};
@@ -32,12 +42,12 @@ QString collision(const ConsentRowKey &target, const QSet<ConsentRowKey> &source
 } // namespace
 
 QList<RenewalResult> RenewalRun::examine(const QList<RenewalRow> &rows) {
-    QSet<ConsentRowKey> sources;
+    QMultiHash<PatientKey, ConsentRowKey> sources;
     QHash<ConsentRowKey, int> targets;
     for (const RenewalRow &row : rows) {
-        if (sources.contains(row.key))
+        if (sources.contains(row.key.patient, row.key))
             continue;
-        sources.insert(row.key);
+        sources.insert(row.key.patient, row.key);
         ++targets[renewedKey(row.key, row.reConsent.date)];
     }
 
@@ -47,7 +57,7 @@ QList<RenewalResult> RenewalRun::examine(const QList<RenewalRow> &rows) {
         const ConsentRowKey target = renewedKey(row.key, row.reConsent.date);
         QString reason = renewalRefusal(row, target);
         if (reason.isEmpty())
-            reason = collision(target, sources, targets);
+            reason = collision(row.key, target, sources, targets);
         const RenewalOutcome outcome =
             reason.isEmpty() ? RenewalOutcome::NotReached : RenewalOutcome::Refused;
         results.append({row, outcome, reason});

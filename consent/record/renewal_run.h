@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/record/renewal_row.h"
+#include "consent/record/renewal.h"
 
 #include <QList>
 #include <QString>

@@ -221,15 +221,13 @@ bool RequestMethodsForm::writeRow() {
         messages.warn(u"個別依頼方法が長すぎます。全体で %1 文字までです。"_s.arg(mostOwn));
         return false;
     }
-    const ErrorsSince errors(m_db);
-    qint64 affected = 0;
-    if (m_db.iConnect() != 0 ||
-        m_db.iExecSQL(saveRowSql(m_row->row, now, m_db.csGetComputerName()), &affected) != 0) {
-        messages.fail(errors.text(), u"DB-error"_s);
+    const Result<std::vector<size_t>> overtaken = saveRows(m_db, {{m_row->row, now}});
+    if (!overtaken) {
+        messages.fail(overtaken.reason(), u"DB-error"_s);
         return false;
     }
     m_written = true;
-    if (affected > 0)
+    if (overtaken->empty())
         return true;
     messages.warn(m_row->who + u"\r\nこの行は他の端末で変更されたため、個別依頼方法を登録できませんでした。"
                                "画面を閉じると一覧を読み直します。"_s);

@@ -53,7 +53,9 @@ const QString consentColumns = u" RIYOUSHA_DOUI_REC.nDate AS DKnDate"
                                " ,RIYOUSHA_DOUI_REC.iDouiIraiType AS DKiDouiIraiType"
                                " ,RIYOUSHA_DOUI_REC.cKobetuDouiIrai AS DKcKobetuDouiIrai"
                                " ,RIYOUSHA_DOUI_REC.cItiranBikou AS DKcItiranBikou"
-                               " ,RIYOUSHA_DOUI_REC.tUpDateTime AS DKtUpDateTime"_s;
+                               " ,RIYOUSHA_DOUI_REC.tUpDateTime AS DKtUpDateTime"
+                               " ,RIYOUSHA_DOUI_REC.cIsiCd AS DKcIsiCd"
+                               " ,RIYOUSHA_DOUI_REC.iReceptDisabledFlg AS DKiReceptDisabledFlg"_s;
 
 const QString masterColumns = u" ,DOCTOR.cIDno AS cIsiNo"
                               " ,DOCTOR.cName AS cIsiName1"

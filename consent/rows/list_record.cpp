@@ -50,6 +50,8 @@ constexpr std::array<const char16_t *, size_t(ListField::Count)> names{
     u"DKcKobetuDouiIrai",
     u"DKcItiranBikou",
     u"DKtUpDateTime",
+    u"DKcIsiCd",
+    u"DKiReceptDisabledFlg",
     u"DKcDouiIsiName1",
     u"DKcDouiIsiKikan1",
     u"cIsiName1",
@@ -117,6 +119,11 @@ RunningConsent ListRecords::running(int record) const {
             date(record, ListField::ConsentDay), period(record)};
 }
 
+bool ListRecords::answeredAsMassage(int record) const {
+    return isDeformity(record) && !date(record, ListField::ReconsentDeformity).isValid() &&
+           date(record, ListField::Reconsent).isValid();
+}
+
 ConsentRowValues ListRecords::values(int record) const {
     using F = ListField;
     ConsentRowValues values;
@@ -126,9 +133,9 @@ ConsentRowValues ListRecords::values(int record) const {
     values.method = nullable(record, F::Method);
     values.hospitalOut = nullable(record, F::HospitalOut);
     values.doctorOut = nullable(record, F::DoctorOut);
-    values.reconsent = date(record, either(record, F::Reconsent, F::ReconsentDeformity));
-    values.nextStart = date(record, either(record, F::NextStart, F::NextStartDeformity));
-    values.nextEnd = date(record, either(record, F::NextEnd, F::NextEndDeformity));
+    values.reconsent = date(record, ofAnswer(record, F::Reconsent, F::ReconsentDeformity));
+    values.nextStart = date(record, ofAnswer(record, F::NextStart, F::NextStartDeformity));
+    values.nextEnd = date(record, ofAnswer(record, F::NextEnd, F::NextEndDeformity));
     values.remark = text(record, F::Remark);
     values.ownRequest = text(record, F::OwnRequest);
     return values;
@@ -141,7 +148,7 @@ bool ListRecords::received(int record) const {
 ReadRow ListRecords::row(int record) const {
     using F = ListField;
     const auto odd = [&](F massage, F deformity) {
-        const F field = either(record, massage, deformity);
+        const F field = ofAnswer(record, massage, deformity);
         return date(record, field).isValid() ? QString() : text(record, field);
     };
     return {key(record),
@@ -149,5 +156,9 @@ ReadRow ListRecords::row(int record) const {
             text(record, F::UpdateTime),
             odd(F::Reconsent, F::ReconsentDeformity),
             odd(F::NextStart, F::NextStartDeformity),
-            odd(F::NextEnd, F::NextEndDeformity)};
+            odd(F::NextEnd, F::NextEndDeformity),
+            answeredAsMassage(record),
+            {date(record, F::ConsentDay), period(record), text(record, F::ConsentDoctorCode),
+             text(record, F::ConsentDoctor), text(record, F::ConsentHospital), text(record, F::Diagnosis),
+             nullable(record, F::Procedure), nullable(record, F::ClaimsDisabled)}};
 }

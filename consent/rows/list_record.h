@@ -1,7 +1,6 @@
 #pragma once
 
 #include "consent/record/list_row.h"
-#include "consent/record/list_save_query.h"
 #include "consent/rules/period_advisor.h"
 #include "db/recordset.h"
 #include "db/tables/keys.h"
@@ -57,6 +56,8 @@ enum class ListField {
     OwnRequest,
     Remark,
     UpdateTime,
+    ConsentDoctorCode,
+    ClaimsDisabled,
     ConsentDoctor,
     ConsentHospital,
     DoctorName,
@@ -110,6 +111,11 @@ public:
 private:
     int at(ListField field) const { return m_columns[size_t(field)]; }
     Nullable<short> nullable(int record, ListField field) const;
+    /// A deformity-correction row whose answer stands where a massage row keeps it.
+    bool answeredAsMassage(int record) const;
+    ListField ofAnswer(int record, ListField massage, ListField deformity) const {
+        return isDeformity(record) && !answeredAsMassage(record) ? deformity : massage;
+    }
     /// A field of a massage row or its fellow of a deformity-correction row.
     ListField either(int record, ListField massage, ListField deformity) const {
         return isDeformity(record) ? deformity : massage;

@@ -7,6 +7,7 @@
 #include "tests/support/failing_provider.h"
 #include "tests/support/test_environment.h"
 
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -110,11 +111,15 @@ TEST_F(RenewalRuns, FailureOfOneRowDoesNotStopTheOthersAndALostConnectionDoes) {
     database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
     for (const RenewalRow &row : ticked)
         insert(row);
+    const QString away = database.path() + u".away"_s;
     const QList<RenewalResult> lost = RenewalRun(failing.db).renew(ticked, [&](int done, int) {
-        if (done == 1)
+        if (done == 1) {
             failing.db.iDisConnect();
+            QFile::rename(database.path(), away);
+        }
         return true;
     });
+    QFile::rename(away, database.path());
     EXPECT_EQ(outcomes(lost), (QList{Renewed, Failed, NotReached}));
     EXPECT_EQ(rows.all().size(), 4);
 }

@@ -256,21 +256,6 @@ TEST_F(Renewal, RestartClearsTheSixMarksAndSetsThePeriod) {
     EXPECT_EQ(rows.all(), restarted);
 }
 
-TEST_F(Renewal, CallersTransactionDecides) {
-    insertMassage();
-    const QStringList before = rows.all();
-    const auto callers = ConsentRenewal::Scope::CallersTransaction;
-    {
-        Transaction transaction(database.db);
-        ASSERT_EQ(renewal.iDataNewDouiMake(patient, massage.nDate, {2026, 5, 20}, callers), 0);
-    }
-    EXPECT_EQ(rows.all(), before);
-    Transaction transaction(database.db);
-    ASSERT_EQ(renewal.iDataNewDouiMake(patient, massage.nDate, {2026, 5, 20}, callers), 0);
-    ASSERT_EQ(transaction.commit(), 0);
-    EXPECT_EQ(rows.newest(patient), QStringList{u"20260520/0/0"_s});
-}
-
 TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
     insertMassage();
     insertDeformity();

@@ -1,0 +1,113 @@
+#include "consent/record/record_write_query.h"
+
+#include "db/recordset.h"
+#include "db/sql_text.h"
+#include "db/tables/keys_query.h"
+
+#include <QStringList>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QStringView tableName = u"RIYOUSHA_DOUI_REC";
+
+QString column(QStringView name) {
+    return u"RIYOUSHA_DOUI_REC."_s.append(name);
+}
+
+QString equals(QStringView name, qint64 value) {
+    return u" and "_s + column(name) + u" = "_s + sqlNumber(value);
+}
+
+QString ofKind(const PatientKey &patient, short iHenkeiFlg) {
+    return sqlWhere(patient, tableName) + equals(u"iHenkeiFlg", iHenkeiFlg);
+}
+
+// What a newest row must be when it is marked.
+QString usable() {
+    return u"(RIYOUSHA_DOUI_REC.iReceptDisabledFlg <> 1 or RIYOUSHA_DOUI_REC.iReceptDisabledFlg is null)"_s;
+}
+
+} // namespace
+
+QString sqlLockPatient(const PatientKey &patient) {
+    return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s + sqlWhere(patient, u"RIYOUSHA");
+}
+
+QString sqlOfRow(const ConsentRowKey &row) {
+    const QString where = ofKind(row.patient, row.iHenkeiFlg) + equals(u"nDate", row.nDate);
+    return row.iHenkeiFlg == 0 ? where : where + equals(u"nHenkeiDouiDate", row.nHenkeiDouiDate);
+}
+
+QString sqlOfNewest(const ConsentRowKey &row) {
+    return sqlOfRow(row) + equals(u"iNewestFlg", 1);
+}
+
+QString sqlFromRowOn(const ConsentRowKey &row) {
+    return ofKind(row.patient, row.iHenkeiFlg) + u" and RIYOUSHA_DOUI_REC.nDate >= "_s + sqlNumber(row.nDate);
+}
+
+QString sqlOfDate(const PatientKey &patient, qint32 nDate) {
+    return sqlWhere(patient, tableName) + equals(u"nDate", nDate);
+}
+
+QString sqlUnchangedSince(const QString &updateTime) {
+    return updateTime.isEmpty() ? u"tUpDateTime IS NULL"_s : u"tUpDateTime = "_s + sqlText(updateTime);
+}
+
+QString sqlSendFlags(const QString &where) {
+    return u"SELECT nDate, iHenkeiFlg, nHenkeiDouiDate, iSendFlg FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+}
+
+QList<ColumnValue> auditColumns(const QString &computer) {
+    return {{u"cPcName"_s, sqlText(computer)}, {u"tUpDateTime"_s, u"GetDate()"_s}};
+}
+
+QString sqlChange(const QString &where, const QList<ColumnValue> &columns) {
+    QStringList sets;
+    for (const ColumnValue &written : columns)
+        sets.append(written.column + u" = "_s + written.value);
+    return u"UPDATE RIYOUSHA_DOUI_REC SET "_s + sets.join(u", ") + u" WHERE "_s + where;
+}
+
+QString sqlInsertCopy(const QString &where, const QList<ColumnValue> &columns) {
+    QStringList into, values;
+    for (const ColumnValue &written : columns) {
+        into.append(written.column);
+        values.append(written.value);
+    }
+    return u"INSERT INTO RIYOUSHA_DOUI_REC ("_s + into.join(u", ") + u") SELECT "_s + values.join(u", ") +
+           u" FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+}
+
+QString sqlRemove(const QString &where) {
+    return u"DELETE FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+}
+
+QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg) {
+    return u"SELECT TOP 1 RIYOUSHA_DOUI_REC.* FROM RIYOUSHA_DOUI_REC WHERE "_s + ofKind(patient, iHenkeiFlg) +
+           u" and RIYOUSHA_DOUI_REC.iReceptDisabledFlg = 0 ORDER BY nDate DESC"_s;
+}
+
+bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key) {
+    if (rows.rowCount() == 0)
+        return false;
+    key = {patient, qint32(rows.number(0, rows.column(u"nDate"))), iHenkeiFlg,
+           qint32(rows.number(0, rows.column(u"nHenkeiDouiDate")))};
+    return true;
+}
+
+QString sqlWronglyNewest(const ConsentRowKey &newest) {
+    const QString found =
+        u" and not (RIYOUSHA_DOUI_REC.nDate = "_s + sqlNumber(newest.nDate) +
+        (newest.iHenkeiFlg == 0 ? QString() : equals(u"nHenkeiDouiDate", newest.nHenkeiDouiDate)) +
+        u" and "_s + usable() + u')';
+    return ofKind(newest.patient, newest.iHenkeiFlg) +
+           u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 0 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s + found;
+}
+
+QString sqlNotYetNewest(const ConsentRowKey &newest) {
+    return sqlOfRow(newest) + u" and "_s + usable() +
+           u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 1 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s;
+}

@@ -1,0 +1,56 @@
+#pragma once
+
+#include "db/tables/keys.h"
+
+#include <QList>
+#include <QString>
+#include <QStringView>
+
+class Recordset;
+
+/// A column and what is written into it, as SQL.
+struct ColumnValue {
+    QString column;
+    QString value;
+};
+
+/// Makes every other program that writes the patient's consents wait for the end of the transaction: the
+/// patient's own row is there whatever becomes of his consents.
+QString sqlLockPatient(const PatientKey &patient);
+
+/// @name Conditions, without a WHERE of their own
+///@{
+/// One row. On a massage row nHenkeiDouiDate says nothing.
+QString sqlOfRow(const ConsentRowKey &row);
+/// The same while it is the newest of its kind.
+QString sqlOfNewest(const ConsentRowKey &row);
+/// The rows of its patient and kind from its date on.
+QString sqlFromRowOn(const ConsentRowKey &row);
+/// All rows of a patient's date, whatever their kind.
+QString sqlOfDate(const PatientKey &patient, qint32 nDate);
+/// Nobody has written the row since it was read. An empty time: it had none.
+QString sqlUnchangedSince(const QString &updateTime);
+///@}
+
+/// nDate, iHenkeiFlg, nHenkeiDouiDate and iSendFlg of the rows that fit.
+QString sqlSendFlags(const QString &where);
+
+/// The columns that say which computer wrote a row and when.
+QList<ColumnValue> auditColumns(const QString &computer);
+
+QString sqlChange(const QString &where, const QList<ColumnValue> &columns);
+/// Copies the one row that fits; each column takes its value.
+QString sqlInsertCopy(const QString &where, const QList<ColumnValue> &columns);
+QString sqlRemove(const QString &where);
+
+/// @name Newest marks of one kind (iHenkeiFlg) of row
+/// The search takes only rows whose claim flag is exactly 0; the marking takes Null as well.
+///@{
+QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg);
+/// Key of the row found; false when there is none.
+bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key);
+/// The other rows that bear the mark, and the found one while it does not: rows whose mark stays are not
+/// written, so that colleagues who edit them are not told of a change.
+QString sqlWronglyNewest(const ConsentRowKey &newest);
+QString sqlNotYetNewest(const ConsentRowKey &newest);
+///@}

@@ -1,0 +1,202 @@
+#include "consent/record/grid_save.h"
+#include "consent/record/record_write.h"
+#include "consent/record/renewal.h"
+#include "consent/record/sent_marks.h"
+#include "tests/odbc/postgres_server.h"
+#include "tests/support/test_environment.h"
+
+#include <QRegularExpression>
+#include <QStringList>
+#include <barrier>
+#include <chrono>
+#include <future>
+#include <gtest/gtest.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Asks for the first row in the server's own way.
+class FirstRowProvider : public DbProvider {
+public:
+    explicit FirstRowProvider(std::unique_ptr<DbProvider> real) : m_real(std::move(real)) {}
+
+    bool open(const QString &connectionString) override { return passed(m_real->open(connectionString)); }
+    void close() override { m_real->close(); }
+    bool isOpen() const override { return m_real->isOpen(); }
+    QString databaseName() const override { return m_real->databaseName(); }
+    bool query(const QString &sql, Recordset &rows) override {
+        static const QRegularExpression top(u"^SELECT TOP 1 (.*)$"_s);
+        return passed(m_real->query(QString(sql).replace(top, u"SELECT \\1 LIMIT 1"_s), rows));
+    }
+    bool execute(const QString &sql, qint64 *affected) override {
+        return passed(m_real->execute(sql, affected));
+    }
+    bool begin() override { return passed(m_real->begin()); }
+    bool commit() override { return passed(m_real->commit()); }
+    bool rollback() override { return passed(m_real->rollback()); }
+    void setCommandTimeout(int seconds) override { m_real->setCommandTimeout(seconds); }
+
+private:
+    bool passed(bool result) {
+        m_errors.append(m_real->errors());
+        m_real->clearErrors();
+        return result;
+    }
+
+    std::unique_ptr<DbProvider> m_real;
+};
+
+QString connectionOfRun() {
+    static const PostgresServer server;
+    EXPECT_EQ(server.problem().toStdString(), "");
+    return server.connectionString();
+}
+
+/// A program on a PC of its own.
+struct Program {
+    cT_ADODB db{[](const QString &text) { return std::make_unique<FirstRowProvider>(makeProvider(text)); }};
+
+    Program() {
+        EXPECT_EQ(db.iInit(connectionOfRun()), 0);
+        EXPECT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
+    }
+    void run(const QString &sql) { EXPECT_EQ(db.iExecSQL(sql), 0) << db.sErrMsg().toStdString(); }
+    QString value(const QString &sql) {
+        Recordset rows;
+        EXPECT_EQ(db.iOpenRecSet(rows, sql), 0) << db.sErrMsg().toStdString();
+        return rows.rowCount() == 0 ? QString() : rows.text(0, 0);
+    }
+};
+
+ConsentRowKey rowOf(qint32 patient) {
+    return {{1, 1, patient}, 20251120, 0, 0};
+}
+
+/// Both programs at once.
+template <class First, class Second> auto atOnce(First first, Second second) {
+    std::barrier start(2);
+    auto other = std::async(std::launch::async, [&] {
+        start.arrive_and_wait();
+        return second();
+    });
+    start.arrive_and_wait();
+    auto mine = first();
+    return std::pair(std::move(mine), other.get());
+}
+
+class TwoPrograms : public testing::Test {
+protected:
+    static constexpr int patients = 12;
+
+    void SetUp() override {
+        QStringList columns;
+        for (const auto &column : ConsentDraft::table().columns) {
+            const QChar kind = column.name[0];
+            columns.append(column.name.toString() + (kind == u'i'   ? u" SMALLINT"_s
+                                                     : kind == u'n' ? u" INT"_s
+                                                     : kind == u't' ? u" TIMESTAMP(0)"_s
+                                                                    : u" VARCHAR(400)"_s));
+        }
+        here.run(u"DROP TABLE IF EXISTS RIYOUSHA; DROP TABLE IF EXISTS RIYOUSHA_DOUI_REC;"
+                 "CREATE TABLE RIYOUSHA (iKyotenCd SMALLINT, iKyotenEb SMALLINT, nIDNo INT, iTenki SMALLINT);"
+                 "CREATE OR REPLACE FUNCTION GetDate() RETURNS TIMESTAMP AS 'SELECT now()::timestamp'"
+                 " LANGUAGE sql;"
+                 "CREATE TABLE RIYOUSHA_DOUI_REC ("_s +
+                 columns.join(u", ") + u")"_s);
+        for (qint32 patient = 1; patient <= patients; ++patient)
+            here.run(u"INSERT INTO RIYOUSHA VALUES (1, 1, %1, 0);"
+                     "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
+                     " nHenkeiDouiDate, iNewestFlg, iReceptDisabledFlg, iSendFlg, tDouiDay, tSaiDouiDay,"
+                     " tSaiDouiKaryoS, tSaiDouiKaryoE) VALUES (1, 1, %1, 20251120, 0, 0, 1,"
+                     " 0, 0, '2025/11/20', '2026/05/20', '2026/06/01', '2026/11/30')"_s.arg(patient));
+    }
+
+    /// Remarks on all rows, over what was read of them.
+    static std::vector<RowEdit> remarks(const QString &before, const QString &now, bool backwards) {
+        std::vector<RowEdit> edits;
+        for (qint32 i = 1; i <= patients; ++i) {
+            RowEdit edit;
+            edit.read.key = rowOf(backwards ? patients + 1 - i : i);
+            edit.read.values.reconsent = {2026, 5, 20};
+            edit.read.values.nextStart = {2026, 6, 1};
+            edit.read.values.nextEnd = {2026, 11, 30};
+            edit.read.values.remark = before;
+            edit.now = edit.read.values;
+            edit.now.remark = now;
+            edits.push_back(edit);
+        }
+        return edits;
+    }
+
+    Program here, there;
+};
+
+} // namespace
+
+TEST_F(TwoPrograms, TheSecondWaitsForThePatientAndThenSeesWhatTheFirstWrote) {
+    std::vector<RowEdit> edits = remarks({}, u"later"_s, false);
+    edits.resize(1);
+    RecordWrite first(here.db);
+    ASSERT_TRUE(first.lock({rowOf(1).patient}));
+    // Nothing is written yet: only the lock keeps the second back.
+    auto second = std::async(std::launch::async, [&] { return saveRows(there.db, edits); });
+    EXPECT_EQ(second.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
+    Program third;
+    edits[0].read.key = rowOf(2);
+    EXPECT_EQ(*saveRows(third.db, edits), std::vector<size_t>()) << "another patient waits for nobody";
+
+    ASSERT_EQ(*first.change(sqlOfRow(rowOf(1)), {{u"cItiranBikou"_s, u"'first'"_s}}), 1);
+    ASSERT_TRUE(first.commit());
+    EXPECT_EQ(*second.get(), std::vector<size_t>{0});
+    EXPECT_EQ(here.value(u"SELECT cItiranBikou FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"first"_s);
+}
+
+TEST_F(TwoPrograms, ThatWriteTheSameRowsInOppositeOrderDoNotWaitForEachOther) {
+    QString before;
+    for (int round = 0; round < 25; ++round) {
+        const QString mine = u"a%1"_s.arg(round), theirs = u"b%1"_s.arg(round);
+        const auto [one, other] = atOnce([&] { return saveRows(here.db, remarks(before, mine, false)); },
+                                         [&] { return saveRows(there.db, remarks(before, theirs, true)); });
+        ASSERT_TRUE(one) << one.reason().toStdString();
+        ASSERT_TRUE(other) << other.reason().toStdString();
+        // One of the two saved all, the other nothing.
+        ASSERT_NE(one->empty(), other->empty());
+        before = one->empty() ? mine : theirs;
+        ASSERT_EQ(here.value(u"SELECT min(cItiranBikou) || max(cItiranBikou) FROM RIYOUSHA_DOUI_REC"_s),
+                  before + before);
+        here.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = Null"_s);
+    }
+}
+
+TEST_F(TwoPrograms, ThatRenewTheSameRowMakeOneSuccessor) {
+    for (qint32 patient = 1; patient <= patients; ++patient) {
+        const RenewalRow row{.key = rowOf(patient),
+                             .name = {},
+                             .consentDate = {2025, 11, 20},
+                             .reConsent = {{2026, 5, 20}, {{2026, 6, 1}, {2026, 11, 30}}}};
+        ConsentRenewal one(here.db), other(there.db);
+        const auto [mine, theirs] = atOnce([&] { return one.renew(row); }, [&] { return other.renew(row); });
+        EXPECT_EQ(mine + theirs, -1);
+        EXPECT_EQ(mine == 0 ? other.sErrMsg() : one.sErrMsg(),
+                  u"この同意は、すでに新しい同意に更新されています。"_s);
+    }
+    EXPECT_EQ(here.value(u"SELECT count(*) FROM RIYOUSHA_DOUI_REC"_s), QString::number(2 * patients));
+}
+
+TEST_F(TwoPrograms, ThatMailOfTheSameRowsClaimThemOnce) {
+    std::vector<NoticeOfDate> dates;
+    for (qint32 patient = 1; patient <= patients; ++patient)
+        dates.push_back({rowOf(patient).patient, 20251120});
+    const std::vector<NoticeOfDate> backwards(dates.rbegin(), dates.rend());
+    for (int round = 0; round < 10; ++round) {
+        const auto [mine, theirs] = atOnce([&] { return claimForMail(here.db, dates); },
+                                           [&] { return claimForMail(there.db, backwards); });
+        ASSERT_TRUE(mine) << mine.reason().toStdString();
+        ASSERT_TRUE(theirs) << theirs.reason().toStdString();
+        EXPECT_NE(mine->overtaken.empty(), theirs->overtaken.empty());
+        EXPECT_EQ(mine->rows.size() + theirs->rows.size(), size_t(patients));
+        ASSERT_TRUE(giveBack(here.db, mine->overtaken.empty() ? *mine : *theirs));
+        EXPECT_EQ(here.value(u"SELECT sum(iSendFlg) FROM RIYOUSHA_DOUI_REC"_s), u"0"_s);
+    }
+}
