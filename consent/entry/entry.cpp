@@ -39,7 +39,7 @@ short ConsentEntry::iNew(const PatientKey &patient) {
     if (!before) {
         const ErrorsSince errors(m_db);
         if (readDefaultDiagnosis(m_db, m_patient, m_draft.cDouiByoumei) != 0)
-            return fail(errors.text());
+            return fail(errors.text() + u"\r\nsetMasSyobyo()でエラー"_s);
         followDiagnosis({});
     }
     if (!m_draft.cIsiCd.isEmpty() && setDocData() != 0)

@@ -2,7 +2,10 @@
 
 #include "db/tables/patient/acupuncture_diseases.h"
 
+#include <QRegularExpression>
+#include <algorithm>
 #include <array>
+#include <functional>
 #include <span>
 
 using namespace Qt::Literals::StringLiterals;
@@ -44,22 +47,60 @@ QStringList marked(X x, std::span<const Named> fields) {
     return names;
 }
 
-/// The doctor's own row first, then the hospital's, then what the consent noted. Without the block empty.
-QString firstFilled(X x, std::initializer_list<QString> texts) {
-    if (doctorShown(x))
-        for (const QString &text : texts)
-            if (!text.isEmpty())
-                return text;
-    return {};
+/// Empty without the doctor's block.
+Addressee addressee(X x) {
+    if (!doctorShown(x))
+        return {};
+    return addresseeOf({.name = textOf<F::DoctorName>(x),
+                        .own = {.name = textOf<F::DoctorHospital>(x),
+                                .zip = {},
+                                .address1 = textOf<F::DoctorAddress1>(x),
+                                .address2 = textOf<F::DoctorAddress2>(x),
+                                .telephone = textOf<F::DoctorTelephone>(x)},
+                        .institution = {.name = textOf<F::HospitalName>(x),
+                                        .zip = {},
+                                        .address1 = textOf<F::HospitalAddress1>(x),
+                                        .address2 = textOf<F::HospitalAddress2>(x),
+                                        .telephone = textOf<F::HospitalTelephone>(x)},
+                        .notedName = textOf<F::RecordDoctor>(x),
+                        .notedInstitution = textOf<F::RecordHospital>(x),
+                        .notedAddress = textOf<F::RecordHospitalAddress>(x)});
+}
+
+std::array<bool, 7> markedDiseases(X x) {
+    std::array<bool, 7> marked{};
+    for (size_t disease = 0; disease < marked.size(); ++disease)
+        marked[disease] = x.rows.flag(x.record, diseaseFlag(disease));
+    return marked;
+}
+
+QString diagnosisInWords(X x) {
+    if (x.rows.isNull(x.record, F::ConsentKey))
+        return textOf<F::SummaryDiagnosis>(x);
+    return diagnosisOf(x.rows.isAcupuncture(x.record) ? textOf<F::DiagnosisAcupuncture>(x)
+                                                      : textOf<F::DiagnosisMassage>(x),
+                       textOf<F::Diagnosis>(x));
+}
+
+/// Where no disease is marked: those of the diagnosis that have a number by it, the rest as the seventh.
+void readWords(Diseases &diseases, const QString &diagnosis) {
+    static const QRegularExpression separators(u"[、，,・／/\\s]+"_s);
+    QStringList rest;
+    for (const QString &word : diagnosis.split(separators, Qt::SkipEmptyParts)) {
+        const auto name = std::ranges::find(acupunctureDiseaseNames, QStringView(word));
+        if (name == acupunctureDiseaseNames.end())
+            rest += word;
+        else
+            diseases.marked[size_t(name - acupunctureDiseaseNames.begin())] = true;
+    }
+    if (diseases.other.isEmpty())
+        diseases.other = rest.join(separator);
+    diseases.marked.back() = !diseases.other.isEmpty();
 }
 
 QString contractureOtherText(X x) {
     const bool shown = x.choice.treatment && x.rows.flag(x.record, F::ContractureOther);
     return shown ? textOf<F::ContractureOtherText>(x) : QString();
-}
-
-QString symptomText(X x) {
-    return x.choice.treatment ? textOf<F::SymptomOther>(x) : QString();
 }
 
 } // namespace
@@ -70,10 +111,6 @@ QString shortDate(const QDate &date) {
 
 QString longDate(const QDate &date) {
     return formatDate(date, u"ggge年m月d日");
-}
-
-QString joined(const QString &first, const QString &second) {
-    return first.isEmpty() || second.isEmpty() ? first + second : first + u'　' + second;
 }
 
 QString period(const QDate &start, const QDate &end) {
@@ -109,11 +146,22 @@ DataValue kind(X x) {
 }
 
 DataValue diagnosis(X x) {
-    if (x.rows.isNull(x.record, F::ConsentKey))
-        return textOf<F::SummaryDiagnosis>(x);
-    const QString ofKind =
-        x.rows.isAcupuncture(x.record) ? textOf<F::DiagnosisAcupuncture>(x) : textOf<F::DiagnosisMassage>(x);
-    return ofKind.isEmpty() ? textOf<F::Diagnosis>(x) : ofKind;
+    const QString marked = x.rows.isAcupuncture(x.record)
+                               ? diseasesText(markedDiseases(x), textOf<F::SymptomOther>(x))
+                               : QString();
+    return marked.isEmpty() ? diagnosisInWords(x) : marked;
+}
+
+Diseases diseases(X x) {
+    Diseases diseases;
+    if (!x.choice.treatment)
+        return diseases;
+    diseases.marked = markedDiseases(x);
+    diseases.other = textOf<F::SymptomOther>(x);
+    const bool none = std::ranges::none_of(diseases.marked, std::identity());
+    if (none && x.rows.isAcupuncture(x.record))
+        readWords(diseases, diagnosisInWords(x));
+    return diseases;
 }
 
 DataValue onset(X x) {
@@ -148,22 +196,19 @@ DataValue comment(X x) {
 }
 
 DataValue hospital(X x) {
-    return firstFilled(
-        x, {textOf<F::DoctorHospital>(x), textOf<F::HospitalName>(x), textOf<F::RecordHospital>(x)});
+    return addressee(x).institution;
 }
 
 DataValue hospitalAddress(X x) {
-    return firstFilled(x, {addressOf<F::DoctorAddress1, F::DoctorAddress2>(x),
-                           addressOf<F::HospitalAddress1, F::HospitalAddress2>(x),
-                           textOf<F::RecordHospitalAddress>(x)});
+    return addressee(x).address();
 }
 
 DataValue doctor(X x) {
-    return firstFilled(x, {textOf<F::DoctorName>(x), textOf<F::RecordDoctor>(x)});
+    return addressee(x).doctor;
 }
 
 DataValue doctorTelephone(X x) {
-    return firstFilled(x, {textOf<F::DoctorTelephone>(x), textOf<F::HospitalTelephone>(x)});
+    return addressee(x).telephone;
 }
 
 DataValue hospitalNumber(X x) {
@@ -171,30 +216,24 @@ DataValue hospitalNumber(X x) {
 }
 
 DataValue diseaseCode(X x) {
-    constexpr size_t flags = acupunctureDiseaseNames.size() + 1;
-    if (x.choice.treatment)
-        for (size_t disease = 0; disease < flags; ++disease)
-            if (x.rows.flag(x.record, diseaseFlag(disease)))
-                return qint64(disease + 1);
-    return qint64(0);
+    const std::array<bool, 7> marked = diseases(x).marked;
+    const auto first = std::ranges::find(marked, true);
+    return first == marked.end() ? qint64(0) : qint64(first - marked.begin() + 1);
 }
 
 /// The seventh disease is another one, told in words elsewhere.
 DataValue diseaseNames(X x) {
-    QStringList names;
-    if (x.choice.treatment)
-        for (size_t disease = 0; disease < acupunctureDiseaseNames.size(); ++disease)
-            if (x.rows.flag(x.record, diseaseFlag(disease)))
-                names += acupunctureDiseaseNames[disease].toString();
-    return names.join(separator);
+    std::array<bool, 7> named = diseases(x).marked;
+    named.back() = false;
+    return diseasesText(named, {});
 }
 
 DataValue practiceName(X x) {
-    return x.practice ? joined(x.practice->cShamei1, x.practice->cShamei2) : textOf<F::BranchName>(x);
+    return x.practice ? joinedLines(x.practice->cShamei1, x.practice->cShamei2) : textOf<F::BranchName>(x);
 }
 
 DataValue practiceAddress(X x) {
-    return x.practice ? joined(x.practice->cAddress1, x.practice->cAddress2)
+    return x.practice ? joinedLines(x.practice->cAddress1, x.practice->cAddress2)
                       : addressOf<F::BranchAddress1, F::BranchAddress2>(x);
 }
 
@@ -211,11 +250,11 @@ DataValue visits(X x) {
 }
 
 DataValue symptom(X x) {
-    return symptomText(x);
+    return diseases(x).other;
 }
 
 DataValue hasSymptom(X x) {
-    return qint64(!symptomText(x).isEmpty());
+    return qint64(!diseases(x).other.isEmpty());
 }
 
 DataValue reacquisition(X x) {
@@ -226,11 +265,11 @@ DataValue reacquisition(X x) {
 }
 
 DataValue senderName(X x) {
-    return x.sender ? joined(x.sender->cShamei1, x.sender->cShamei2) : QString();
+    return x.sender ? joinedLines(x.sender->cShamei1, x.sender->cShamei2) : QString();
 }
 
 DataValue senderAddress(X x) {
-    return x.sender ? joined(x.sender->cAddress1, x.sender->cAddress2) : QString();
+    return x.sender ? joinedLines(x.sender->cAddress1, x.sender->cAddress2) : QString();
 }
 
 DataValue sex(X x) {

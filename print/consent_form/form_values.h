@@ -2,6 +2,9 @@
 
 #include "app/base/dates.h"
 #include "print/consent_form/form_columns.h"
+#include "print/documents/addressee.h"
+
+#include <array>
 
 /// How the columns of the consent form get their values. Each function or template is one kind of column; a
 /// treatment column is empty when the treatment content is not printed, a doctor's when the doctor's block is
@@ -16,11 +19,16 @@ using X = const FormSource &;
 QString shortDate(const QDate &date);
 /// "令和8年11月21日"
 QString longDate(const QDate &date);
-/// Two parts of an address or a name with a full-width blank between them.
-QString joined(const QString &first, const QString &second);
 QString period(const QDate &start, const QDate &end);
 bool doctorShown(X x);
 ///@}
+
+/// What stands under 病名 of an acupuncture form: the numbers to be ringed and the words of the seventh.
+struct Diseases {
+    std::array<bool, 7> marked{};
+    QString other;
+};
+Diseases diseases(X x);
 
 template <F f> QString textOf(X x) {
     return x.rows.text(x.record, f);
@@ -42,6 +50,10 @@ template <F f> DataValue flag(X x) {
 template <F f> DataValue treatmentFlag(X x) {
     return qint64(x.choice.treatment && x.rows.flag(x.record, f));
 }
+/// Counted from 1.
+template <size_t number> DataValue disease(X x) {
+    return qint64(diseases(x).marked[number - 1]);
+}
 template <F f> DataValue dayOfEra(X x) {
     return shortDate(x.rows.date(x.record, f));
 }
@@ -52,7 +64,7 @@ template <F f> DataValue era(X x) {
     return formatDate(x.rows.date(x.record, f), u"g");
 }
 template <F first, F second> QString addressOf(X x) {
-    return joined(textOf<first>(x), textOf<second>(x));
+    return joinedLines(textOf<first>(x), textOf<second>(x));
 }
 template <F first, F second> DataValue address(X x) {
     return addressOf<first, second>(x);

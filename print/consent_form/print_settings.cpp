@@ -19,6 +19,8 @@ const QString formSection = u"同意書"_s;
 const QString recordSection = u"同意記録"_s;
 const QString entrySection = u"ENTRY"_s;
 const QString setPrintSection = u"セット印刷"_s;
+const QString submissionFlagKey = u"提出日付"_s; ///< 1 or 0, which others read
+const QString submissionDayKey = u"提出年月日"_s;
 const QString oralSaitamaKey = u"埼玉口頭同意"_s;
 
 QString pathOf(const Folders &folders, const QString &file) {
@@ -112,11 +114,6 @@ Entries switchEntries(const QList<Switch<Settings>> &switches, const Settings &s
     return entries;
 }
 
-/// A date that is to be printed; without one only that it is.
-QString storedDay(const QDate &day) {
-    return day.isValid() ? dateText(day) : stored(true);
-}
-
 } // namespace
 
 short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
@@ -129,8 +126,8 @@ short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
     oral = section.choice(u"出力様式2"_s, oral, OralForms::OwnLayout);
     readSwitches(section, printSwitches, *this);
     patient = section.number(u"利用者ID"_s, patient);
-    submissionDate = section.flag(u"提出日付"_s, submissionDate); // a date counts as well
-    submitted = dateFromInput(section.text(u"提出日付"_s));
+    submissionDate = section.flag(submissionFlagKey, submissionDate);
+    submitted = dateFromInput(section.text(submissionDayKey));
     return 0;
 }
 
@@ -144,7 +141,8 @@ short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) cons
                           {u"出力様式2"_s, stored(oralChoice)},
                           {u"医師個別設定"_s, stored(doctorSettings)},
                           {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
-                          {u"提出日付"_s, submissionDate ? storedDay(submitted) : stored(false)}};
+                          {submissionFlagKey, stored(submissionDate)},
+                          {submissionDayKey, dateText(submitted)}};
     return Section(pathOf(folders, printFile), formSection)
         .write(choices + switchEntries(printSwitches, *this), reason);
 }

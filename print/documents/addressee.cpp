@@ -1,7 +1,13 @@
 #include "print/documents/addressee.h"
 
+#include "db/tables/patient/acupuncture_diseases.h"
+
+#include <QStringList>
+
 #include <algorithm>
 #include <initializer_list>
+
+using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
@@ -51,6 +57,16 @@ Addressee addresseeOf(const KnownDoctor &known) {
     addressee.telephone = firstFilled({known.own.telephone, known.institution.telephone});
     putAddress(addressee, known);
     return addressee;
+}
+
+QString diseasesText(const std::array<bool, 7> &marked, const QString &other) {
+    QStringList diseases;
+    for (size_t i = 0; i < acupunctureDiseaseNames.size(); ++i)
+        if (marked[i])
+            diseases.append(acupunctureDiseaseNames[i].toString());
+    if (marked.back())
+        diseases.append(other.isEmpty() ? u"その他"_s : other);
+    return diseases.join(u'、');
 }
 
 QString diagnosisOf(const QString &ofKind, const QString &ofConsent) {

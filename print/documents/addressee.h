@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <array>
 
 /// What a master has of a doctor's institution.
 struct KnownInstitution {
@@ -29,7 +30,12 @@ struct Addressee {
 /// noted. Both lines of an address and its postal code come from the same place.
 Addressee addresseeOf(const KnownDoctor &known);
 
-/// The diagnosis for all documents: the one for the kind of treatment, else the consent's.
+/// The marked diseases of acupuncture joined with "、", the seventh in its own words; empty when none is
+/// marked.
+QString diseasesText(const std::array<bool, 7> &marked, const QString &other);
+
+/// The diagnosis for all documents: the one for the kind of treatment, else the consent's. Acupuncture is
+/// given for its marked diseases first (diseasesText).
 QString diagnosisOf(const QString &ofKind, const QString &ofConsent);
 
 /// Two lines of an address or two parts of a name in one, an ideographic space between them.

@@ -1,7 +1,6 @@
 #include "print/request_letter/letters.h"
 
 #include "app/base/dates.h"
-#include "db/tables/patient/acupuncture_diseases.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -13,18 +12,8 @@ QString doctorCode(const LetterOrder &order, const LetterRow &row) {
     return order.doctor.isEmpty() ? row.doctor : order.doctor;
 }
 
-QString diseasesText(const LetterRow &row) {
-    QStringList diseases;
-    for (size_t i = 0; i < acupunctureDiseaseNames.size(); ++i)
-        if (row.diseases[i])
-            diseases.append(acupunctureDiseaseNames[i].toString());
-    if (row.diseases[acupunctureDiseaseNames.size()])
-        diseases.append(row.otherDisease.isEmpty() ? u"その他"_s : row.otherDisease);
-    return diseases.join(u"、"_s);
-}
-
 QString diagnosisText(const LetterRow &row) {
-    const QString diseases = row.acupuncture ? diseasesText(row) : QString();
+    const QString diseases = row.acupuncture ? diseasesText(row.diseases, row.otherDisease) : QString();
     return diseases.isEmpty() ? row.diagnosis : diseases;
 }
 

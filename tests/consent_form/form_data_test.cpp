@@ -90,7 +90,7 @@ TEST(ConsentFormData, AcupuncturePatientWithTheDoctorOfTheRecord) {
     ConsentFormOptions options;
     options.company.reset();
     expectValues(practice.form(2, options), {{u"生年月日"_s, u"\"64年1月7日\""_s},
-                                             {u"傷病名"_s, u"\"腰痛症など\""_s},
+                                             {u"傷病名"_s, u"\"リウマチ、腰痛症、その他\""_s},
                                              {u"施術種類"_s, u"\"鍼灸\""_s},
                                              {u"発病年月日"_s, u"\"不詳\""_s},
                                              {u"発病年月日元号"_s, u"\"\""_s},
@@ -107,6 +107,27 @@ TEST(ConsentFormData, AcupuncturePatientWithTheDoctorOfTheRecord) {
                                              {u"印刷社名"_s, u"\"\""_s},
                                              {u"コメント"_s, u"\"\""_s},
                                              {u"再同意フラグ"_s, u"0"_s}});
+}
+
+// Under 病名 stand numbers, and words only beside the seventh.
+TEST(ConsentFormData, ADiseaseWithANumberIsRinged) {
+    Practice practice;
+    practice.database.run(
+        u"update RIYOUSHA_DOUI_REC set cSyoujyouSonotaStr = '坐骨神経痛' where nIDNo = 2"_s);
+    expectValues(practice.form(2), {{u"症状その他(内容)"_s, u"\"坐骨神経痛\""_s},
+                                    {u"傷病名"_s, u"\"リウマチ、腰痛症、坐骨神経痛\""_s}});
+    practice.database.run(u"update RIYOUSHA_DOUI_REC set iHKSyobyou02Flg = 0, iHKSyobyou05Flg = 0,"
+                          " iHKSyobyou07Flg = 0, cSyoujyouSonotaStr = Null, cByoumeiH = '五十肩　坐骨神経痛'"
+                          " where nIDNo = 2"_s);
+    expectValues(practice.form(2), {{u"鍼灸傷病コード"_s, u"4"_s},
+                                    {u"鍼灸傷病名"_s, u"\"五十肩\""_s},
+                                    {u"鍼灸傷病4"_s, u"1"_s},
+                                    {u"鍼灸傷病5"_s, u"0"_s},
+                                    {u"鍼灸傷病7"_s, u"1"_s},
+                                    {u"症状その他(内容)"_s, u"\"坐骨神経痛\""_s},
+                                    {u"傷病名"_s, u"\"五十肩　坐骨神経痛\""_s}});
+    expectValues(practice.form(2, {.treatmentContent = false}),
+                 {{u"鍼灸傷病4"_s, u"0"_s}, {u"鍼灸傷病7"_s, u"0"_s}, {u"症状その他(内容)"_s, u"\"\""_s}});
 }
 
 TEST(ConsentFormData, EmptyStaysEmpty) {

@@ -4,6 +4,7 @@
 #include "tests/consent_form/practice.h"
 
 #include <QDir>
+#include <QFile>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -43,12 +44,20 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     ASSERT_EQ(settings.iWrite(practice.folders, reason), 0) << reason.toStdString();
     ConsentPrintSettings again;
     ASSERT_EQ(again.iRead(practice.folders, reason), 0);
+    QFile others(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s));
+    ASSERT_TRUE(others.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(decode932(others.readAll()).contains(u"提出日付=1\r\n")) << "read as a flag elsewhere";
     EXPECT_EQ(again.order, FormOrder::Staff);
     EXPECT_EQ(again.oral, OralForms::OwnLayout) << "the fixed layouts are a setting of the suite";
     EXPECT_FALSE(again.treatmentContent);
     EXPECT_TRUE(again.submissionDate);
     EXPECT_EQ(again.submissionFor(QDate(2026, 11, 21)), QDate(2026, 12, 1));
     EXPECT_EQ(again.submissionFor(QDate(2026, 12, 2)), QDate(2026, 12, 2)) << "the stored day has passed";
+    again.submissionDate = false;
+    ASSERT_EQ(again.iWrite(practice.folders, reason), 0);
+    ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+    EXPECT_FALSE(settings.submissionDate);
+    EXPECT_EQ(settings.submitted, QDate(2026, 12, 1)) << "offered when it is switched on again";
 }
 
 TEST_F(PrintSettings, TheOralVariantStandsInEitherSection) {

@@ -221,4 +221,7 @@ TEST_F(ConsentEntryTest, ErasingTheNewestHandsItsMarkOn) {
     EXPECT_EQ(keys(), QStringList({u"20251110/0/0/1"_s}));
     EXPECT_EQ(entry.iOpen(key(20260520)), -1);
     EXPECT_TRUE(entry.sErrMsg().startsWith(u"対象データ無し"_s));
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC; DROP TABLE CORP_SUB"_s);
+    EXPECT_EQ(entry.iNew(massagePatient), -1);
+    EXPECT_TRUE(entry.sErrMsg().endsWith(u"\r\nsetMasSyobyo()でエラー"_s)) << entry.sErrMsg().toStdString();
 }

@@ -129,6 +129,21 @@ TEST_P(SampleLayouts, ShrinkWhatIsLong) {
     }
 }
 
+// Words stand beside the seventh number alone, and never the whole diagnosis.
+TEST(AcupunctureLayouts, SayTheOtherDiseaseInItsOwnWords) {
+    for (const QString &layout :
+         {u"同意書_鍼灸初回.wfd"_s, u"同意書_鍼灸再同意.wfd"_s, u"埼玉口頭同意H.wfd"_s})
+        for (const QString &seventh : {u"1"_s, u"0"_s}) {
+            QStringList values(consentFormColumns().size(), QString());
+            values[consentFormColumns().indexOf(u"傷病名"_s)] = u"腰痛症、坐骨神経"_s;
+            values[consentFormColumns().indexOf(u"症状その他(内容)"_s)] = u"坐骨神経"_s;
+            values[consentFormColumns().indexOf(u"鍼灸傷病7"_s)] = seventh;
+            const QString printed = textOf(documentOf(layout, values), 0);
+            EXPECT_EQ(printed.count(u"坐骨神経"), seventh == u"1" ? 1 : 0) << layout.toStdString();
+            EXPECT_FALSE(printed.contains(u"腰痛症、")) << layout.toStdString();
+        }
+}
+
 INSTANTIATE_TEST_SUITE_P(All, SampleLayouts,
                          testing::Values("同意書_マッサージ初回.wfd", "同意書_マッサージ再同意.wfd",
                                          "同意書_鍼灸初回.wfd", "同意書_鍼灸再同意.wfd",
