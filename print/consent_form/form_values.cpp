@@ -84,7 +84,7 @@ QString diagnosisInWords(X x) {
 
 /// Where no disease is marked: those of the diagnosis that have a number by it, the rest as the seventh.
 void readWords(Diseases &diseases, const QString &diagnosis) {
-    static const QRegularExpression separators(u"[、，,・／/\\s]+"_s);
+    static const QRegularExpression separators(u"[、，,・／/　\\s]+"_s);
     QStringList rest;
     for (const QString &word : diagnosis.split(separators, Qt::SkipEmptyParts)) {
         const auto name = std::ranges::find(acupunctureDiseaseNames, QStringView(word));
