@@ -154,7 +154,8 @@ bool PickListForm::keyInBox(const QWidget *box, int key) {
     }
     if (box != m_ui->txtShibori || (key != Qt::Key_Return && key != Qt::Key_Enter))
         return false;
-    vWhenSeledOK();
+    // A telephone number that happens to contain a patient's number must not take another person.
+    m_model.isNumberOfNone() && m_model.rowCount() > 0 ? enterTable() : vWhenSeledOK();
     return true;
 }
 

@@ -15,8 +15,9 @@ class PickListForm;
 }
 
 /// The form behind every selection button: conditions of the search above, a box that narrows while one
-/// types, and the rows. Enter or a double click takes the current row, Esc leaves, Down goes into the table,
-/// letters typed in the table go back to the box. A search derives from it and tells what to read.
+/// types, and the rows. Enter or a double click takes the current row (a typed number that is no row's code
+/// leads into the table first), Esc leaves, Down goes into the table, letters typed in the table go back to
+/// the box. A search derives from it and tells what to read.
 class PickListForm : public QDialog {
     Q_OBJECT
 

@@ -5,6 +5,7 @@
 #include <QCollator>
 #include <QRegularExpression>
 #include <algorithm>
+#include <iterator>
 #include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
@@ -54,6 +55,8 @@ void PickListModel::narrow(const QString &typed) {
     }
     beginResetModel();
     m_words = words;
+    const QString alone = typed.trimmed();
+    m_typedNumber = !alone.isEmpty() && std::ranges::all_of(alone, [](QChar c) { return c.isDigit(); });
     showMatches();
     endResetModel();
 }
@@ -102,11 +105,16 @@ void PickListModel::sort(int column, Qt::SortOrder order) {
 // All rows are folded in one call: the conversion costs far more to start than to run.
 void PickListModel::foldRows() {
     QString all;
+    const int code = m_rows.column(m_codeField);
+    const auto add = [&](int row, int position) {
+        if (position >= 0)
+            all += m_rows.text(row, position).removeIf(breaksLine);
+        all += CellEnd;
+    };
     for (int row = 0; row < m_rows.rowCount(); ++row) {
-        for (const int position : m_positions) {
-            if (position >= 0)
-                all += m_rows.text(row, position).removeIf(breaksLine) + CellEnd;
-        }
+        add(row, code);
+        for (const int position : m_positions)
+            add(row, position);
         all += RowEnd;
     }
     m_folded = foldForSearch(all).removeIf(isNoise);
@@ -145,12 +153,19 @@ void PickListModel::orderRows() {
 
 void PickListModel::showMatches() {
     m_shown.clear();
-    const QStringView folded(m_folded);
-    for (const int row : m_order) {
-        const Span span = m_spans[size_t(row)];
-        const QStringView texts = folded.mid(span.begin, span.length);
-        if (std::all_of(m_words.begin(), m_words.end(),
-                        [&](const QString &word) { return texts.contains(word); }))
-            m_shown.push_back(row);
-    }
+    std::ranges::copy_if(m_order, std::back_inserter(m_shown), [this](int row) { return matches(row); });
+    const auto others =
+        std::stable_partition(m_shown.begin(), m_shown.end(), [this](int row) { return hasTypedCode(row); });
+    m_codeTyped = others != m_shown.begin();
+}
+
+bool PickListModel::matches(int row) const {
+    const QStringView texts = foldedRow(row);
+    return std::ranges::all_of(m_words, [&](const QString &word) { return texts.contains(word); });
+}
+
+bool PickListModel::hasTypedCode(int row) const {
+    const QStringView texts = foldedRow(row);
+    const QStringView code = texts.first(texts.indexOf(CellEnd));
+    return std::ranges::any_of(m_words, [&](const QString &word) { return code == word; });
 }

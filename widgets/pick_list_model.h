@@ -28,8 +28,12 @@ public:
     void setRows(Recordset rows);
 
     /// Keeps the rows in which every word of `typed` occurs in some column; case, width, kana kind, blanks
-    /// and hyphens do not count. Empty text keeps all.
+    /// and hyphens do not count. Rows whose code is typed come first, whatever the order. Empty text keeps
+    /// all.
     void narrow(const QString &typed);
+
+    /// Whether a number was typed that is the code of none of the rows, but stands in some of them.
+    bool isNumberOfNone() const { return m_typedNumber && !m_codeTyped; }
 
     /// How many rows there are without narrowing.
     int total() const { return m_rows.rowCount(); }
@@ -55,15 +59,22 @@ private:
     void foldRows();
     void orderRows();
     void showMatches();
+    QStringView foldedRow(int row) const {
+        return QStringView(m_folded).mid(m_spans[size_t(row)].begin, m_spans[size_t(row)].length);
+    }
+    bool matches(int row) const;
+    bool hasTypedCode(int row) const;
 
     QList<PickListColumn> m_columns;
     QString m_codeField;
     QString m_nameField;
     std::vector<int> m_positions; ///< of the columns in the recordset; −1 where it has none
     Recordset m_rows;
-    QString m_folded; ///< every row's texts, folded, one after the other
+    QString m_folded; ///< every row's code and texts, folded, one after the other
     std::vector<Span> m_spans;
     QStringList m_words; ///< folded
+    bool m_typedNumber = false;
+    bool m_codeTyped = false; ///< the first rows shown are those of a typed code
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
     std::vector<int> m_order; ///< all rows in sorted order

@@ -111,6 +111,24 @@ TEST_F(Searches, PatientIsNarrowedAndTaken) {
     EXPECT_EQ(patients.csSeledName(), QString());
 }
 
+TEST_F(Searches, ATypedPatientNumberTakesThatPatient) {
+    database.run(u"UPDATE RIYOUSHA SET cTelNo = '03-3333' WHERE nIDNo = 2"_s);
+    const auto type = [](QStringView number) {
+        return [number](PickListForm &form) {
+            auto *box = form.findChild<QLineEdit *>(u"txtShibori"_s);
+            typeText(box, number.toString());
+            QTest::keyClick(box, Qt::Key_Return);
+        };
+    };
+    during(patients, type(u"3"));
+    EXPECT_EQ(patients.nSeledCD, 3) << "not the one whose telephone has a 3";
+    during(patients, type(u"4"));
+    EXPECT_EQ(patients.nSeledCD, 0) << "whose treatment has ended";
+    database.run(u"UPDATE RIYOUSHA SET cTelNo = '03-4444' WHERE nIDNo = 2"_s);
+    during(patients, type(u"4"));
+    EXPECT_EQ(patients.nSeledCD, 0) << "nobody is taken in the ended patient's place";
+}
+
 TEST_F(Searches, PatientConditionsReadAgain) {
     during(patients, [&](PickListForm &form) {
         enter(form, u"txtName"_s, u"O'B"_s);

@@ -134,6 +134,31 @@ TEST(PickList, CountsAndKeepsTheFirstRowCurrent) {
     EXPECT_EQ(s.list.result(), QDialog::Accepted);
 }
 
+TEST(PickList, ATypedNumberIsACodeFirst) {
+    ShownList s;
+    s.list.lines = {{u"2"_s, u"山田"_s, u"ヤマダ"_s, u"03-5555"_s},
+                    {u"55"_s, u"髙橋"_s, u"タカハシ"_s, u"045-1"_s},
+                    {u"155"_s, u"鈴木"_s, u"スズキ"_s, {}}};
+    s.list.refresh();
+    s.list.table()->sortByColumn(1, Qt::AscendingOrder);
+    typeText(s.list.box(), u"５５"_s);
+    EXPECT_EQ(s.list.codes().value(0), u"55"_s) << "whatever the order";
+    EXPECT_EQ(s.list.codes().size(), 3);
+    EXPECT_EQ(s.list.table()->currentIndex().row(), 0);
+    QTest::keyClick(s.list.box(), Qt::Key_Return);
+    EXPECT_EQ(s.list.taken(), (CodeName{u"55"_s, u"髙橋"_s}));
+}
+
+TEST(PickList, ANumberThatIsNoCodeTakesNobodyUnseen) {
+    ShownList s;
+    typeText(s.list.box(), u"1234"_s); // in a telephone number
+    QTest::keyClick(s.list.box(), Qt::Key_Return);
+    EXPECT_TRUE(s.list.isVisible());
+    EXPECT_TRUE(s.list.table()->hasFocus());
+    QTest::keyClick(s.list.table(), Qt::Key_Return);
+    EXPECT_EQ(s.list.taken().code, u"2"_s);
+}
+
 TEST(PickList, IsWorkedByKeysAlone) {
     ShownList s;
     EXPECT_TRUE(s.list.box()->hasFocus());
@@ -200,7 +225,7 @@ TEST(PickListModel, SortsByValueAndByReadingAndBack) {
     EXPECT_EQ(codes(), u"100 11 10 2"_s) << "by number, not by text";
     model.sort(1, Qt::AscendingOrder);
     EXPECT_EQ(codes(), u"100 10 11 2"_s) << "オ タ は ﾔ: width and kana kind do not part them";
-    model.narrow(u"10"_s);
+    model.narrow(u"イ"_s);
     EXPECT_EQ(codes(), u"100 10"_s);
     model.sort(-1, Qt::AscendingOrder);
     EXPECT_EQ(codes(), u"10 100"_s);
