@@ -15,9 +15,18 @@ namespace {
 /// Of the interface's buffer of 256 bytes the last holds the closing NUL.
 constexpr qsizetype longestValue = 255;
 
-QByteArray bytesOf(const QString &path) {
+Result<QByteArray> bytesOf(const QString &path) {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (file.open(QIODevice::ReadOnly)) {
+        const QByteArray bytes = file.readAll();
+        if (file.error() == QFileDevice::NoError)
+            return bytes;
+    }
+    return Failure{u"「%1」を読めません。\r\n"_s.arg(QDir::toNativeSeparators(path)) + file.errorString()};
+}
+
+Failure notFound(const QString &path) {
+    return {u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s};
 }
 
 bool hasLineBreak(const QString &text) {
@@ -55,8 +64,15 @@ short clsOplIniFile::iInit(const QString &path) {
     if (path.isEmpty())
         return fail(u"Iniファイル名を指定してください。"_s);
     if (!QFileInfo(path).isFile())
-        return fail(u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s);
+        return fail(notFound(path).reason);
     return 0;
+}
+
+Result<> clsOplIniFile::readable() const {
+    if (!QFileInfo(m_path).isFile())
+        return notFound(m_path);
+    const Result<QByteArray> bytes = bytesOf(m_path);
+    return bytes ? Result<>() : Failure{bytes.reason()};
 }
 
 qint32 clsOplIniFile::nGetProfileLong(const QString &section, const QString &key, qint32 fallback) const {
@@ -66,7 +82,8 @@ qint32 clsOplIniFile::nGetProfileLong(const QString &section, const QString &key
 
 QString clsOplIniFile::csGetProfileString(const QString &section, const QString &key,
                                           const QString &fallback) const {
-    const auto value = profile::value(bytesOf(m_path), section, key);
+    const Result<QByteArray> bytes = bytesOf(m_path);
+    const auto value = bytes ? profile::value(*bytes, section, key) : std::nullopt;
     return value ? trimRight(cutAtNul(cutToBytes932(*value, longestValue))) : fallback;
 }
 
@@ -77,40 +94,29 @@ short clsOplIniFile::iWriteProfileString(const QString &section, const QString &
         return fail(u"「%1」の項目名［%2］%3が正しくありません。"_s.arg(m_path, section, key));
     if (hasLineBreak(value))
         return fail(u"「%1」の項目［%2］%3の値に改行は使えません。"_s.arg(m_path, section, key));
-    QByteArray bytes;
-    if (!readForChange(bytes))
-        return -1;
-    const profile::Edited edited = profile::withValue(bytes, section, key, value);
+    const Result<QByteArray> bytes = bytesForChange();
+    if (!bytes)
+        return fail(bytes.reason());
+    const profile::Edited edited = profile::withValue(*bytes, section, key, value);
     m_touched = edited.touched;
     return write(edited.bytes);
 }
 
 short clsOplIniFile::iRemove(const QString &section, const QString &key) {
     m_error.clear();
-    QByteArray bytes;
-    if (!readForChange(bytes))
-        return -1;
+    const Result<QByteArray> bytes = bytesForChange();
+    if (!bytes)
+        return fail(bytes.reason());
     const QByteArray edited =
-        key.isNull() ? profile::withoutSection(bytes, section) : profile::withoutKey(bytes, section, key);
-    return edited == bytes ? short(0) : write(edited);
+        key.isNull() ? profile::withoutSection(*bytes, section) : profile::withoutKey(*bytes, section, key);
+    return edited == *bytes ? short(0) : write(edited);
 }
 
 /// A file that is there and cannot be read must not be written over.
-bool clsOplIniFile::readForChange(QByteArray &bytes) {
-    if (m_path.isEmpty()) {
-        fail(u"Iniファイル名を指定してください。"_s);
-        return false;
-    }
-    if (!QFileInfo(m_path).isFile())
-        return true;
-    QFile file(m_path);
-    if (file.open(QIODevice::ReadOnly)) {
-        bytes = file.readAll();
-        if (file.error() == QFileDevice::NoError)
-            return true;
-    }
-    fail(u"「%1」を読めません。\r\n"_s.arg(QDir::toNativeSeparators(m_path)) + file.errorString());
-    return false;
+Result<QByteArray> clsOplIniFile::bytesForChange() const {
+    if (m_path.isEmpty())
+        return Failure{u"Iniファイル名を指定してください。"_s};
+    return QFileInfo(m_path).isFile() ? bytesOf(m_path) : QByteArray();
 }
 
 short clsOplIniFile::write(const QByteArray &bytes) {

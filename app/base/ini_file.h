@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/result.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -11,6 +13,9 @@ public:
     /// Binds the object to a file. 0, or −1 with sErrMsg when the path is empty or there is no such file; a
     /// missing file stays bound, and the first write makes it.
     short iInit(const QString &path);
+
+    /// Whether the file can be read. The reason of iInit where there is none.
+    Result<> readable() const;
 
     /// The value as a 32-bit integer; the fallback when absent or empty.
     qint32 nGetProfileLong(const QString &section, const QString &key, qint32 fallback = 0) const;
@@ -35,7 +40,7 @@ public:
 
 private:
     short fail(const QString &reason);
-    bool readForChange(QByteArray &bytes);
+    Result<QByteArray> bytesForChange() const;
     short write(const QByteArray &bytes);
 
     QString m_path;

@@ -1,8 +1,9 @@
 #include "app/base/settings.h"
 
 #include "app/base/folders.h"
-#include "app/base/ini_file.h"
 #include "app/base/profile_text.h"
+
+#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -41,18 +42,37 @@ Place placeOf(Setting setting) {
     Q_UNREACHABLE();
 }
 
+SettingsSection sectionOf(const Folders &folders, const Place &place) {
+    return {folders, place.file, place.section};
+}
+
 } // namespace
 
-QString Settings::path(Setting setting) const {
-    return Folders::file(m_folders.data(), placeOf(setting).file);
+SettingsSection::SettingsSection(const Folders &folders, const QString &file, const QString &section)
+    : m_section(section) {
+    m_ini.iInit(Folders::file(folders.data(), file)); // a missing file is bound all the same
+}
+
+bool SettingsSection::isNotMadeYet() const {
+    const QFileInfo file(path());
+    return !file.exists() && QFileInfo(file.path()).isDir();
+}
+
+Result<> SettingsSection::write(const QList<std::pair<QString, QString>> &entries) {
+    for (const auto &[key, value] : entries)
+        if (m_ini.iWriteProfileString(m_section, key, value) != 0)
+            return Failure{m_ini.sErrMsg()};
+    return {};
+}
+
+Result<> Settings::readable(Setting setting) const {
+    const SettingsSection section = sectionOf(m_folders, placeOf(setting));
+    return section.isNotMadeYet() ? Result<>() : section.readable();
 }
 
 QString Settings::text(Setting setting) const {
     const Place place = placeOf(setting);
-    clsOplIniFile ini;
-    if (ini.iInit(path(setting)) != 0)
-        return place.fallback;
-    return ini.csGetProfileString(place.section, place.key, place.fallback);
+    return sectionOf(m_folders, place).text(place.key, place.fallback);
 }
 
 qint32 Settings::number(Setting setting) const {
@@ -61,9 +81,7 @@ qint32 Settings::number(Setting setting) const {
 
 short Settings::iWrite(Setting setting, const QString &value) {
     const Place place = placeOf(setting);
-    clsOplIniFile ini;
-    ini.iInit(path(setting)); // a missing file is bound all the same, and made
-    const short status = ini.iWriteProfileString(place.section, place.key, value);
-    m_error = ini.sErrMsg();
-    return status;
+    const Result<> written = sectionOf(m_folders, place).write({{place.key, value}});
+    m_error = written.reason();
+    return written ? 0 : -1;
 }

@@ -1,10 +1,47 @@
 #pragma once
 
-#include <QString>
+#include "app/base/ini_file.h"
+
+#include <QList>
+#include <utility>
 
 class Folders;
 
-/// The settings that all users of a data folder share, with file, section, key and default in one table.
+/// One section of a settings file in the data folder. Every call goes to the file: colleagues write it too.
+class SettingsSection {
+public:
+    SettingsSection(const Folders &folders, const QString &file, const QString &section);
+
+    /// Whether the file can be read, with a reason that names it; without it every key has its fallback.
+    Result<> readable() const { return m_ini.readable(); }
+    /// Nobody has made the file yet, though the folder for it is there.
+    bool isNotMadeYet() const;
+
+    QString text(const QString &key, const QString &fallback = {}) const {
+        return m_ini.csGetProfileString(m_section, key, fallback);
+    }
+    /// The number at the front of the text, 0 when it begins with none.
+    qint32 number(const QString &key, qint32 fallback = 0) const {
+        return m_ini.nGetProfileLong(m_section, key, fallback);
+    }
+    bool isOn(const QString &key, bool fallback = false) const { return number(key, fallback ? 1 : 0) != 0; }
+    /// A stored number that is none of the choice's gives the fallback.
+    template <class Choice> Choice choice(const QString &key, Choice fallback, Choice last) const {
+        const qint32 stored = number(key, qint32(fallback));
+        return stored < 0 || stored > qint32(last) ? fallback : Choice(stored);
+    }
+
+    /// Keys and their values; a missing file is made. What was written before a failure stays.
+    Result<> write(const QList<std::pair<QString, QString>> &entries);
+
+    const QString &path() const { return m_ini.path(); }
+
+private:
+    QString m_section;
+    clsOplIniFile m_ini;
+};
+
+/// The settings that several screens share, with file, section, key and default in one table.
 enum class Setting {
     変形連動,                 ///< consent periods linked to the deformity treatment period
     祝日考慮,                 ///< a period does not start on a Sunday or holiday
@@ -17,12 +54,15 @@ enum class Setting {
     施術者氏名選択,           ///< whose: 0 the responsible one, 1 to 4 the patient's others
 };
 
-/// Reads and writes settings in the data folder. Every call goes to the file: colleagues write it too.
+/// Reads and writes them.
 class Settings {
 public:
     explicit Settings(const Folders &folders) : m_folders(folders) {}
 
-    /// The stored text, or the setting's default when file or key is missing.
+    /// Whether what is stored can be read. A file that was never made is no failure: the defaults hold.
+    Result<> readable(Setting setting) const;
+
+    /// The stored text, or the setting's default when there is none or it cannot be read.
     QString text(Setting setting) const;
     /// The number at the front of the text; 0 when it begins with none.
     qint32 number(Setting setting) const;
@@ -34,8 +74,6 @@ public:
     /// Stores "1" or "0".
     short iSwitch(Setting setting, bool on) { return iWrite(setting, on ? 1 : 0); }
 
-    /// Full path of the file that holds the setting, for messages.
-    QString path(Setting setting) const;
     const QString &sErrMsg() const { return m_error; }
 
 private:

@@ -76,6 +76,7 @@ short ConsentEntry::iReadRows() {
 short ConsentEntry::iReadBasis() {
     const Settings settings(m_environment.folders);
     m_basis = {};
+    m_basis.unread = settings.readable(Setting::祝日考慮).reason();
     m_basis.skipDaysOff = settings.isOn(Setting::祝日考慮);
     const ErrorsSince errors(m_db);
     if (readPeriodSettings(m_db, m_patient.key, m_basis.settings) != 0 ||
@@ -139,7 +140,7 @@ void ConsentEntry::followPeriod(QStringView column, const ConsentDraft &before) 
         proposePeriod();
     } else if (column == u"tDouiKaryoS" || column == u"tDouiKaryoE") {
         Period entered{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
-        if (column == u"tDouiKaryoS" && entered.start.isValid())
+        if (column == u"tDouiKaryoS" && entered.start.isValid() && m_basis.unread.isEmpty())
             entered.end = endFromStart(m_basis, m_draft);
         m_draft.tDouiKaryoS = before.tDouiKaryoS;
         m_draft.tDouiKaryoE = before.tDouiKaryoE;
@@ -165,7 +166,7 @@ void ConsentEntry::setKind(short iHenkeiFlg) {
 }
 
 void ConsentEntry::proposePeriod() {
-    if (!m_draft.tDouiDay.isValid())
+    if (!m_draft.tDouiDay.isValid() || !m_basis.unread.isEmpty())
         return;
     if (m_draft.nDouiUpMonth <= 0)
         m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
@@ -219,8 +220,8 @@ void ConsentEntry::followDiagnosis(const ConsentDraft &before) {
 }
 
 QString ConsentEntry::explainPeriod() const {
-    if (!m_draft.tDouiDay.isValid())
-        return {};
+    if (!m_draft.tDouiDay.isValid() || !m_basis.unread.isEmpty())
+        return m_basis.unread;
     const PeriodReckoning reckoning = reckonDraft(m_basis, m_draft, others());
     const QString difference = periodDifference({m_draft.tDouiKaryoS, m_draft.tDouiKaryoE}, reckoning);
     const QString how = ::explainPeriod(reckoning, ConsentName::Consent);

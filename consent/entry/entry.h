@@ -26,6 +26,8 @@ public:
     const EntryPatient &patient() const { return m_patient; }
     const ConsentDraft &draft() const { return m_draft; }
     bool isNew() const { return !m_stored; }
+    /// Why the practice's settings could not be read, and no period is proposed; empty when they could.
+    const QString &unreadSettings() const { return m_basis.unread; }
     /// Something was entered that is not registered.
     bool isChanged() const;
 

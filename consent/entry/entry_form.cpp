@@ -63,6 +63,8 @@ short frmDouiRecordEdit::shown(short status) {
         m_error = m_entry->sErrMsg();
         return status;
     }
+    if (!m_entry->unreadSettings().isEmpty())
+        m_environment.messages.failIn(m_entry->unreadSettings(), u"dataLoadRiyousha()でエラー");
     const ConsentDraft &draft = m_entry->draft();
     const EntryPatient &patient = m_entry->patient();
     setWindowTitle(m_entry->isNew() ? u"同意登録（新規）"_s : u"同意登録（修正）"_s);

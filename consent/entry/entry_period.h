@@ -11,6 +11,7 @@ struct PeriodBasis {
     PeriodSettings settings;
     Holidays daysOff; ///< empty while they are not to be considered
     bool skipDaysOff = false;
+    QString unread; ///< why the practice's settings could not be read: nothing is proposed then
 };
 
 /// Fills the calculation types that a patient has none of from the practice's defaults.

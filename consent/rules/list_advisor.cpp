@@ -56,6 +56,8 @@ const PeriodSettings *ListAdvisor::settings(const PatientKey &patient) {
 
 std::optional<ListAdvisor::Basis> ListAdvisor::basis(const RunningConsent &running) {
     m_trouble.clear();
+    if (!links.unread.isEmpty()) // told when they were read
+        return std::nullopt;
     const PeriodSettings *stored = settings(running.patient);
     const Holidays *daysOff = stored && links.holidays ? holidays() : nullptr;
     if (!m_trouble.isEmpty())
@@ -79,7 +81,7 @@ Period ListAdvisor::nextPeriod(const RunningConsent &running, const QDate &recon
 QString ListAdvisor::explainNext(const RunningConsent &running, const QDate &reconsent, const Period &next) {
     const std::optional<Basis> by = basis(running);
     if (!by)
-        return m_trouble;
+        return m_trouble + links.unread;
     const PeriodReckoning reckoning = reckonNext(reconsent, running.period.end, by->rule, by->holidays);
     return lines(explainPeriod(reckoning, ConsentName::ReConsent), periodDifference(next, reckoning));
 }
@@ -87,7 +89,7 @@ QString ListAdvisor::explainNext(const RunningConsent &running, const QDate &rec
 QString ListAdvisor::explainRunning(const RunningConsent &running) {
     const std::optional<Basis> by = basis(running);
     if (!by)
-        return m_trouble;
+        return m_trouble + links.unread;
     const PeriodReckoning reckoning =
         reckonStored(running.consentDay, running.period, by->rule, by->holidays);
     return lines(explainPeriod(reckoning, ConsentName::Consent), periodDifference(running.period, reckoning));

@@ -15,6 +15,7 @@ struct LinkOptions {
     bool deformity = false;   ///< 変形連動
     bool holidays = false;    ///< 祝日考慮
     bool previousDay = false; ///< 前回取得日連動
+    QString unread;           ///< why the options could not be read; while it says so nothing is proposed
 };
 
 /// Periods by the rules, with the patients' settings and the branch's holidays from the database. What was

@@ -111,6 +111,10 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     ListFilter &filter = m_parts->list.filter();
     filter.order = listOrderOf(settings.number(Setting::一覧並び順));
     filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
+    if (const Result<> read = settings.readable(Setting::祝日考慮); !read) {
+        m_parts->advisor.links.unread = read.reason();
+        m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
+    }
     for (const ListLink &link : listLinks()) {
         m_parts->advisor.links.*link.flag = settings.isOn(link.setting);
         m_commands->action(link.command)->setChecked(settings.isOn(link.setting));

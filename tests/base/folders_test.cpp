@@ -91,6 +91,7 @@ TEST_F(ProgramFolder, SettingsLiveInTheDataFolder) {
     QDir(program).mkdir(u"DATA"_s);
     const Folders folders(program);
     Settings settings(folders);
+    EXPECT_TRUE(settings.readable(Setting::祝日考慮)) << "not made yet";
     EXPECT_FALSE(settings.isOn(Setting::祝日考慮));
     EXPECT_EQ(settings.iSwitch(Setting::祝日考慮, true), 0);
     EXPECT_EQ(settings.iWrite(Setting::同意書自動計算デフォルト, u"1,2,1"_s), 0);
@@ -107,7 +108,11 @@ TEST_F(ProgramFolder, SettingsLiveInTheDataFolder) {
     EXPECT_FALSE(settings.isOn(Setting::祝日考慮));
     EXPECT_FALSE(settings.isOn(Setting::前回取得日連動));
 
+    QFile::remove(at(u"DATA/患者管理設定.ini"_s));
+    QDir(at(u"DATA"_s)).mkdir(u"患者管理設定.ini"_s);
+    EXPECT_TRUE(settings.readable(Setting::祝日考慮).reason().contains(at(u"DATA/患者管理設定.ini"_s)));
     QDir(at(u"DATA"_s)).removeRecursively();
+    EXPECT_FALSE(settings.readable(Setting::祝日考慮)) << "the share is gone";
     EXPECT_EQ(settings.iSwitch(Setting::変形連動, true), -1);
     EXPECT_TRUE(settings.sErrMsg().contains(u"患者管理設定.ini"_s)) << settings.sErrMsg().toStdString();
 }

@@ -80,6 +80,19 @@ TEST_F(EntryFormTest, AFirstConsentIsEnteredByKeyboard) {
               u"1|2026/11/18|2027/05/31|2|馬場|1|0|6|0"_s);
 }
 
+TEST_F(EntryFormTest, UnreadableSettingsAreSaidOnceAndNoPeriodIsProposed) {
+    QDir(programFolder.path()).mkdir(u"患者管理設定.ini"_s);
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, massagePatient), 0) << form.sErrMsg().toStdString();
+    show(form);
+    EXPECT_TRUE(said().endsWith(u"\r\ndataLoadRiyousha()でエラー"_s)) << said().toStdString();
+    type(in<DateBox>(form, u"tDouiDay"_s), u"20261118"_s);
+    EXPECT_EQ(in<DateBox>(form, u"idKaryouStart01"_s)->text(), QString()) << "it could be a holiday";
+    type(in<DateBox>(form, u"idKaryouStart01"_s), u"20261118"_s);
+    EXPECT_EQ(in<DateBox>(form, u"tDouiKaryoE"_s)->text(), QString());
+    EXPECT_EQ(messages.shown.size(), 1);
+}
+
 TEST_F(EntryFormTest, LeavingWithChangesAsksAndLookingChangesNothing) {
     consent(20260520, u"cDouiIsiKikan = ''"_s, 8);
     frmDouiRecordEdit form(environment);

@@ -206,6 +206,21 @@ TEST_F(ListFormTest, OrdersAndLinksAreKeptForTheNextRun) {
     EXPECT_FALSE(form->findChild<QAction *>(u"mnSameDouiDay"_s)->isChecked());
 }
 
+TEST_F(ListFormTest, UnreadableSettingsAreSaidOnceAndNoPeriodIsProposed) {
+    QDir(programFolder.path()).mkdir(u"患者管理設定.ini"_s);
+    open();
+    const QString path = programFolder.filePath(u"患者管理設定.ini"_s);
+    ASSERT_EQ(messages.shown.size(), 1);
+    EXPECT_EQ(messages.shown[0].text,
+              u"指定されたIni（%1）ファイルが見つかりません。\r\ndataLoadRiyousha()でエラー"_s.arg(path));
+    go(0, ListColumn::Reconsent);
+    type(u"2026/12/10"_s);
+    EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/10"_s);
+    EXPECT_EQ(at(0, ListColumn::NextStart), QString()) << "it could be a holiday";
+    EXPECT_EQ(messages.shown.size(), 1);
+    messages.answers = {Answer::No};
+}
+
 TEST_F(ListFormTest, CommandsOfLaterScreensAreGreyedAndExplained) {
     open();
     const auto *later = control<QPushButton>(u"cmdKeika"_s);
