@@ -65,7 +65,7 @@ check_trades() {
         *_query.*) queries+=("$file") ;;
         esac
         case "$file" in
-        consent/record/* | db/* | print/request_letter/letter_query.cpp | print/mail/mail_query.cpp) ;;
+        consent/record/* | db/* | print/mail/mail_query.cpp) ;;
         *) rest+=("$file") ;;
         esac
     done

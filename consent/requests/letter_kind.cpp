@@ -31,6 +31,10 @@ QString letterKindLayout(LetterKind kind) {
     return infoOf(kind).layout;
 }
 
+bool continuesConsent(LetterKind kind) {
+    return kind == LetterKind::MassageContinued || kind == LetterKind::DeformityContinued;
+}
+
 LetterKind proposeLetterKind(const LetterFacts &facts) {
     const bool otherDoctor =
         !facts.lastDoctor.isEmpty() && !facts.askedDoctor.isEmpty() && facts.lastDoctor != facts.askedDoctor;

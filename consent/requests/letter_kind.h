@@ -13,6 +13,9 @@ QString letterKindName(LetterKind kind);
 /// File name of the kind's layout.
 QString letterKindLayout(LetterKind kind);
 
+/// Whether a letter of the kind asks for the consent that follows another one of the same treatment.
+bool continuesConsent(LetterKind kind);
+
 /// What the kind of a row's letter hangs on.
 struct LetterFacts {
     bool deformity = false;        ///< a deformity-correction row

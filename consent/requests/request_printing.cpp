@@ -3,8 +3,8 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/base/settings.h"
+#include "consent/requests/request_marks.h"
 #include "print/batch/print_messages.h"
-#include "print/request_letter/letter_messages.h"
 
 #include <algorithm>
 
@@ -12,42 +12,16 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-bool askAboutGone(Messages &messages, const LetterJob &job, std::span<const RequestRow> rows) {
-    QStringList gone;
-    for (const size_t order : job.goneOrders())
-        gone.append(rows[order].who());
-    return gone.isEmpty() ||
-           messages.ask(u"次の行は他の端末で更新または削除されたため、依頼書を出力できません。\r\n\r\n"_s +
-                            gone.join(u"\r\n"_s) + u"\r\n\r\n残りの依頼書を出力します。よろしいですか？"_s,
-                        u"同意依頼書"_s);
-}
-
-bool askAboutPractitioners(Messages &messages, const LetterJob &job, const LetterOptions &options) {
-    if (!options.printPractitioner)
-        return true;
-    const QStringList without = withoutPractitioner(job.source(), options);
-    return without.isEmpty() ||
-           messages.ask(u"施術者データがありません。\r\n\r\n"_s + without.join(u"\r\n"_s) +
-                            u"\r\n\r\n施術者氏名を空欄のまま出力します。よろしいですか？"_s,
-                        u"同意依頼書"_s);
-}
-
 // Everything that can be found out before a letter leaves.
-bool mayOutput(Messages &messages, const LetterJob &job, std::span<const RequestRow> rows,
-               const LetterOptions &options) {
-    if (job.source().rows.empty()) {
-        messages.warn(u"該当する同意依頼書データがありません。"_s);
+bool mayOutput(Messages &messages, const LetterCheck &check) {
+    if (check.refusal) {
+        messages.show(*check.refusal);
         return false;
     }
-    if (!job.source().hasCompany) {
-        messages.warn(u"本社データがありません。"_s);
-        return false;
-    }
-    if (const QString layout = job.missingLayout(); !layout.isEmpty()) {
-        messages.show(layoutMissing(layout));
-        return false;
-    }
-    return askAboutGone(messages, job, rows) && askAboutPractitioners(messages, job, options);
+    return check.notes.isEmpty() ||
+           messages.ask(
+               (check.notes + QStringList{u"依頼書を出力します。よろしいですか？"_s}).join(u"\r\n\r\n"_s),
+               u"同意依頼書"_s);
 }
 
 bool confirmPrint(Messages &messages, const QString &question) {
@@ -57,20 +31,13 @@ bool confirmPrint(Messages &messages, const QString &question) {
     return messages.show(note) == Answer::Ok;
 }
 
-void markRows(Messages &messages, LetterJob &job) {
-    QStringList overtaken;
-    if (job.iMark(&overtaken) != 0)
-        messages.show(letterMarksFailed(job.sErrMsg()));
-    else if (!overtaken.isEmpty())
-        messages.show(letterRowsOvertaken(overtaken));
-}
-
 } // namespace
 
 std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows) {
     std::vector<LetterOrder> orders;
     for (const RequestRow &row : rows)
-        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind)});
+        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind),
+                          row.who(), continuesConsent(row.kind)});
     return orders;
 }
 
@@ -122,21 +89,22 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         return LetterOutcome::Stopped;
     }
     LetterJob job(environment, db);
-    if (job.iRead(letterOrders(rows)) != 0) {
-        messages.fail(job.sErrMsg(), u"DB-error"_s);
+    if (const Result<> read = job.read(letterOrders(rows), run.options); !read) {
+        messages.fail(read.reason(), u"DB-error"_s);
         return LetterOutcome::Stopped;
     }
     const bool print = run.way == LetterOutput::Print;
-    if (!mayOutput(messages, job, rows, run.options) || (print && !confirmPrint(messages, run.question)))
+    if (!mayOutput(messages, job.check(run.way)) || (print && !confirmPrint(messages, run.question)))
         return LetterOutcome::Stopped;
-    if (job.iOutput(run.options, run.way, run.startWait) != 0) {
-        if (!job.sErrMsg().isEmpty())
-            messages.show(printFailed(job.sErrMsg()));
+    const Result<bool> output = job.output(run.way, run.startWait);
+    if (!output)
+        messages.show(printFailed(output.reason()));
+    if (!output || !*output)
         return LetterOutcome::Stopped;
-    }
     // The letters have left: nothing may come between that and the marks.
-    if (print)
-        markRows(messages, job);
+    const std::optional<Message> note = print ? markRequests(db, job.marks()) : std::nullopt;
+    if (note)
+        messages.show(*note);
     if (!job.touched().isEmpty())
         messages.show(textsTouched(job.touched()));
     return print ? LetterOutcome::Printed : LetterOutcome::Shown;

@@ -4,6 +4,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/list/list_model.h"
+#include "consent/requests/request_marks.h"
 #include "consent/requests/request_printing.h"
 #include "consent/screens/request_screens.h"
 #include "print/set_print/set_print_form.h"
@@ -14,21 +15,28 @@ namespace {
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
     Environment &environment = opening.environment;
-    if (opening.model.targetRecords().empty()) {
+    std::vector<ConsentRowKey> rows;
+    for (const int record : opening.model.targetRecords())
+        rows.push_back(opening.model.records().key(record));
+    if (rows.empty()) {
         environment.messages.warn(u"印刷する利用者を指定してください。"_s);
         return false;
     }
-    const std::vector<RequestRow> rows = tickedRows(opening);
-    if (rows.empty())
-        return false;
+    bool written = false;
+    SetPrintCaller caller;
+    caller.letter = keptLetterOptions(environment.folders, environment.clock.today());
+    caller.orders = [&] { return letterOrders(tickedRows(opening)); };
+    caller.mark = [&](const std::vector<LetterMark> &letters) {
+        written = true;
+        return markRequests(opening.db, letters);
+    };
     frmSetInsatsuDoui form(environment, opening.db, opening.parent);
-    const LetterOptions letter = keptLetterOptions(environment.folders, environment.clock.today());
-    if (form.iInit(letterOrders(rows), letter, start) != 0) {
+    if (form.iInit(std::move(rows), std::move(caller), start) != 0) {
         environment.messages.fail(form.sErrMsg());
         return false;
     }
     form.exec();
-    return form.written();
+    return written;
 }
 
 } // namespace

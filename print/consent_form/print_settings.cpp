@@ -97,6 +97,9 @@ const QList<Switch<SetPrintSettings>> setPrintSwitches{
     {u"経過報告書"_s, &SetPrintSettings::progressReports},
     {u"施術内容出力"_s, &SetPrintSettings::treatmentContent},
     {u"同意医師欄出力"_s, &SetPrintSettings::doctorBlock},
+    {u"印刷会社情報"_s, &SetPrintSettings::company},
+    {u"利用者個別設定"_s, &SetPrintSettings::patientSettings},
+    {u"同意書式設定を参照しない"_s, &SetPrintSettings::ignoreLayoutSettings},
     {u"ユーザー定義用紙"_s, &SetPrintSettings::customPaper},
     {u"プレビュー"_s, &SetPrintSettings::preview}};
 
@@ -183,13 +186,30 @@ short PatientManagementSettings::iWriteOralSaitama(const Folders &folders, bool 
     return 0;
 }
 
-void SetPrintSettings::read(const Folders &folders) {
-    readSwitches(Section(pathOf(folders, setPrintFile), setPrintSection), setPrintSwitches, *this);
+void SetPrintSettings::read(const Folders &folders, const ConsentPrintSettings &printing) {
+    const Section section(pathOf(folders, setPrintFile), setPrintSection);
+    company = printing.company;
+    patientSettings = printing.patientSettings;
+    ignoreLayoutSettings = printing.ignoreLayoutSettings;
+    style = section.choice(u"出力様式"_s, printing.style, FormStyle::Again);
+    oral = section.choice(u"出力様式2"_s, printing.oral, OralForms::OwnLayout);
+    readSwitches(section, setPrintSwitches, *this);
 }
 
 short SetPrintSettings::iWrite(const Folders &folders, QString &reason) const {
+    const Entries choices{{u"出力様式"_s, stored(style)}, {u"出力様式2"_s, stored(oral)}};
     return Section(pathOf(folders, setPrintFile), setPrintSection)
-        .write(switchEntries(setPrintSwitches, *this), reason);
+        .write(choices + switchEntries(setPrintSwitches, *this), reason);
+}
+
+void SetPrintSettings::applyTo(ConsentPrintSettings &form) const {
+    form.style = style;
+    form.oral = oral;
+    form.treatmentContent = treatmentContent;
+    form.doctorBlock = doctorBlock;
+    form.company = company;
+    form.patientSettings = patientSettings;
+    form.ignoreLayoutSettings = ignoreLayoutSettings;
 }
 
 int progressReportKind(const Folders &folders) {

@@ -54,13 +54,23 @@ struct SetPrintSettings {
     bool envelopes = false;
     bool largeEnvelopes = false;  ///< 角形2号, not 長形3号
     bool progressReports = false; ///< 経過報告書
+    /// @name What stands on the consent forms
+    ///@{
+    FormStyle style = FormStyle::ByPatient;
+    OralForms oral = OralForms::None;
     bool treatmentContent = true;
     bool doctorBlock = true;
+    bool company = true;
+    bool patientSettings = true;
+    bool ignoreLayoutSettings = false;
+    ///@}
     bool customPaper = false; ///< the engine's paper #256 instead of A4
     bool preview = true;      ///< show, not print
 
-    /// A missing file gives the defaults.
-    void read(const Folders &folders);
+    /// What the file does not hold keeps its default; of the forms' choices, the printing screen's.
+    void read(const Folders &folders, const ConsentPrintSettings &printing);
+    /// Puts the forms' choices into the printing screen's.
+    void applyTo(ConsentPrintSettings &form) const;
     short iWrite(const Folders &folders, QString &reason) const;
 };
 

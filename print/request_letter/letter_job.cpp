@@ -3,12 +3,14 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "db/adodb.h"
+#include "print/batch/print_messages.h"
+#include "print/documents/lost_texts.h"
 #include "print/engine/paper.h"
 #include "print/engine/wfd_print_exe.h"
-#include "print/request_letter/letter_merge.h"
 #include "print/request_letter/letter_query.h"
 
 #include <QFileInfo>
+#include <QMap>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -22,45 +24,121 @@ QString dataFileName(size_t sheet) {
     return dataName + (sheet == 0 ? QString() : QString::number(sheet + 1)) + u".csv"_s;
 }
 
+Message warning(const QString &text) {
+    return {text, MessageIcon::Exclamation, {}};
+}
+
 } // namespace
 
-short LetterJob::iRead(std::vector<LetterOrder> orders) {
+Result<> LetterJob::read(std::vector<LetterOrder> orders, const LetterOptions &options) {
     const ErrorsSince errors(m_db);
     m_orders = std::move(orders);
-    if (readLetterSource(m_db, m_environment.branch, m_orders, m_source) == 0)
-        return 0;
-    return failDb(errors);
-}
-
-std::vector<size_t> LetterJob::goneOrders() const {
-    std::vector<size_t> gone;
-    for (size_t i = 0; i < m_orders.size(); ++i)
-        if (!std::ranges::binary_search(m_source.rows, i, {}, &LetterRow::order))
-            gone.push_back(i);
-    return gone;
-}
-
-QString LetterJob::layoutPath(const QString &layout) const {
-    return Folders::file(m_environment.folders.system(), layout);
-}
-
-QString LetterJob::missingLayout() const {
-    for (const LetterRow &row : m_source.rows)
-        if (const QString &layout = m_orders[row.order].layout; !QFileInfo(layoutPath(layout)).isFile())
-            return layout;
+    m_options = options;
+    if (readLetterSource(m_db, m_environment.branch, m_orders, m_source) != 0)
+        return Failure{errors.text()};
+    m_letters = arrangeLetters(m_orders, m_source, options.grouped);
     return {};
 }
 
-std::vector<LetterSheet> LetterJob::sheets(const LetterOptions &options) const {
+QStringList LetterJob::goneRows() const {
+    QStringList gone;
+    for (size_t i = 0; i < m_orders.size(); ++i)
+        if (!std::ranges::binary_search(m_source.rows, i, {}, &LetterRow::order))
+            gone.append(m_orders[i].who);
+    return gone;
+}
+
+LetterCheck LetterJob::check(LetterOutput way) const {
+    const QStringList gone = goneRows();
+    LetterCheck check;
+    if (!gone.isEmpty())
+        check.notes.append(u"次の行は最新の同意でないか、削除されているため、依頼書を出力できません。\r\n"_s +
+                           gone.join(u"\r\n"_s));
+    if (m_source.rows.empty())
+        check.refusal = warning(
+            (QStringList{u"該当する同意依頼書データがありません。"_s} + check.notes).join(u"\r\n\r\n"_s));
+    else if (!m_source.hasCompany)
+        check.refusal = warning(u"本社データがありません。"_s);
+    else
+        check.refusal = missingLayouts();
+    if (m_options.printPractitioner)
+        if (const QStringList without = withoutPractitioner(m_source, m_options); !without.isEmpty())
+            check.notes.append(
+                u"施術者データがありません。次の利用者は、施術者氏名を空欄のまま出力します。\r\n"_s +
+                without.join(u"\r\n"_s));
+    if (way == LetterOutput::Print)
+        if (const QStringList lost = lostTexts(); !lost.isEmpty())
+            check.notes.append(lostTextsNote(lost));
+    return check;
+}
+
+std::optional<Message> LetterJob::missingLayouts() const {
+    QMap<QString, QStringList> missing; // patients by layout
+    for (const Letter &letter : m_letters)
+        if (!QFileInfo(layoutPath(letter)).isFile())
+            missing[orderOf(letter).layout] += patients(letter);
+    if (missing.isEmpty())
+        return {};
+    Message message = layoutMissing(missing.firstKey());
+    for (auto layout = missing.begin(); layout != missing.end(); ++layout)
+        addMessagePart(message.text, u"「%1」を使う利用者："_s.arg(layout.key()), layout.value());
+    return message;
+}
+
+QStringList LetterJob::lostTexts() const {
+    QStringList lost;
+    for (const Letter &letter : m_letters)
+        lost += textsWithLoss(data(letter).touched());
+    return lost;
+}
+
+const LetterOrder &LetterJob::orderOf(const Letter &letter) const {
+    return m_orders[m_source.rows[letter.rows.front()].order];
+}
+
+DataFile LetterJob::data(const Letter &letter) const {
+    DataFile data(letterColumns());
+    data.add(letterRecord(letter, m_orders, m_source, m_options));
+    return data;
+}
+
+QString LetterJob::layoutPath(const Letter &letter) const {
+    return Folders::file(m_environment.folders.system(), orderOf(letter).layout);
+}
+
+QStringList LetterJob::patients(const Letter &letter) const {
+    QStringList patients;
+    for (const size_t row : letter.rows)
+        patients.append(letterWho(m_source.rows[row]));
+    return patients;
+}
+
+std::vector<LetterMark> LetterJob::marks(const Letter &letter) const {
+    std::vector<LetterMark> marks;
+    for (const size_t place : letter.rows) {
+        const LetterRow &row = m_source.rows[place];
+        marks.push_back({row.key, row.updateTime, m_orders[row.order].toHospital, letterWho(row)});
+    }
+    return marks;
+}
+
+std::vector<LetterMark> LetterJob::marks() const {
+    std::vector<LetterMark> all;
+    for (const Letter &letter : m_letters)
+        std::ranges::copy(marks(letter), std::back_inserter(all));
+    return all;
+}
+
+std::vector<LetterSheet> LetterJob::sheets() const {
     std::vector<LetterSheet> sheets;
-    for (const Letter &letter : arrangeLetters(m_orders, m_source, options.grouped)) {
-        const QString layout = layoutPath(m_orders[m_source.rows[letter.rows.front()].order].layout);
+    for (const Letter &letter : m_letters) {
+        const QString layout = layoutPath(letter);
         auto sheet = std::ranges::find(sheets, layout, &LetterSheet::layout);
         if (sheet == sheets.end())
             sheet = sheets.insert(
                 sheet, {layout, Folders::file(m_environment.folders.temporary(), dataFileName(sheets.size())),
                         DataFile(letterColumns())});
-        sheet->data.add(letterRecord(letter, m_orders, m_source, options));
+        sheet->data.add(letterRecord(letter, m_orders, m_source, m_options));
     }
     return sheets;
 }
@@ -72,65 +150,29 @@ QString LetterJob::merge(const std::vector<LetterSheet> &sheets, const StartLett
         m_environment, dataName, sheets, [&] { return wait->goOn(); }, reason);
 }
 
-short LetterJob::iOutput(const LetterOptions &options, LetterOutput way, const StartLetterWait &startWait) {
-    const std::vector<LetterSheet> all = sheets(options);
-    m_letters = 0;
+Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait) {
+    const std::vector<LetterSheet> all = sheets();
     m_touched.clear();
     QString reason;
     for (const LetterSheet &sheet : all) {
         if (!sheet.data.write(sheet.file, &reason))
-            return fail(reason);
-        m_letters += sheet.data.count();
+            return Failure{reason};
         m_touched += sheet.data.touched();
     }
     m_touched.removeDuplicates();
     // Several layouts become one document first: the viewer then shows and prints them as one.
     const bool merged = all.size() > 1;
     const QString document = merged ? merge(all, startWait, &reason) : all[0].layout;
+    if (!reason.isEmpty())
+        return Failure{reason};
     if (document.isEmpty())
-        return fail(reason);
+        return false;
     cls_WfdPrintExe engine(m_environment);
     engine.iInit(document, u"同意書印刷"_s);
     if (!merged)
         engine.iSetDataText(1, dataName, QFileInfo(all[0].file).fileName());
     const short paper = paperCodeOf(all[0].layout);
     if ((way == LetterOutput::Print ? engine.iPrintDialog(paper) : engine.iPreview(paper)) != 0)
-        return fail(engine.sErrMsg());
-    return 0;
-}
-
-short LetterJob::markRow(const LetterRow &row, const QString &computer, bool *overtaken) {
-    const QString mark = markOutputSql(row, m_orders[row.order].toHospital, computer);
-    qint64 affected = 0;
-    if (m_db.iExecSQL(mark + u" AND "_s + sqlUnchanged(row), &affected) != 0)
-        return -1;
-    *overtaken = affected == 0;
-    return *overtaken ? m_db.iExecSQL(mark) : short(0);
-}
-
-short LetterJob::iMark(QStringList *overtaken) {
-    const ErrorsSince errors(m_db);
-    if (m_db.iConnect() != 0)
-        return failDb(errors);
-    const QString computer = m_db.csGetComputerName();
-    Transaction transaction(m_db);
-    if (!transaction.begun())
-        return failDb(errors);
-    for (const LetterRow &row : m_source.rows) {
-        bool isOvertaken = false;
-        if (markRow(row, computer, &isOvertaken) != 0)
-            return failDb(errors);
-        if (isOvertaken)
-            overtaken->append(letterWho(row));
-    }
-    return transaction.commit() == 0 ? short(0) : failDb(errors);
-}
-
-short LetterJob::fail(const QString &reason) {
-    m_error = reason;
-    return -1;
-}
-
-short LetterJob::failDb(const ErrorsSince &errors) {
-    return fail(errors.text());
+        return Failure{engine.sErrMsg()};
+    return true;
 }

@@ -1,12 +1,14 @@
 #pragma once
 
+#include "app/base/messages.h"
+#include "app/base/result.h"
 #include "print/request_letter/letter_merge.h"
 #include "print/request_letter/letters.h"
 
 #include <functional>
 #include <memory>
+#include <optional>
 
-class ErrorsSince;
 class cT_ADODB;
 struct Environment;
 
@@ -22,50 +24,70 @@ public:
 };
 using StartLetterWait = std::function<std::unique_ptr<LetterWait>()>;
 
-/// One run of request letters: reads what they say, hands them to the report engine and marks their rows.
+/// What is known of letters before one leaves.
+struct LetterCheck {
+    std::optional<Message> refusal; ///< why none may leave
+    QStringList notes;              ///< paragraphs that the user has to agree to
+};
+
+/// A row whose letter was made: what marks it once the letter has left.
+struct LetterMark {
+    ConsentRowKey row;
+    QString updateTime; ///< of the row when it was read, as the database gave it; empty: none
+    bool toHospital = false;
+    QString who; ///< "IDNo. name"
+};
+/// Marks rows whose letters have left.
+/// @return what there is to say about it
+using MarkLetters = std::function<std::optional<Message>(const std::vector<LetterMark> &)>;
+
+/// One run of request letters, the one way to make them: reads what they say, tells what stands in their way
+/// and hands them to the report engine. What has left is marked by the caller.
 class LetterJob {
 public:
     /// The arguments must outlive the job.
     LetterJob(const Environment &environment, cT_ADODB &db) : m_environment(environment), m_db(db) {}
 
-    /// Reads what the letters say. 0, or −1 with sErrMsg.
-    short iRead(std::vector<LetterOrder> orders);
+    /// Reads what the letters say and arranges them.
+    Result<> read(std::vector<LetterOrder> orders, const LetterOptions &options);
+    const std::vector<LetterOrder> &orders() const { return m_orders; }
     const LetterSource &source() const { return m_source; }
-    /// Positions of the orders whose rows are gone: removed, or renewed by a colleague.
-    std::vector<size_t> goneOrders() const;
-    /// File name of the first layout that is missing; empty when all are there.
-    QString missingLayout() const;
+    const std::vector<Letter> &letters() const { return m_letters; }
+    /// Who the rows are that are not the newest of their patient: in the history, followed by a colleague's,
+    /// or removed.
+    QStringList goneRows() const;
+    LetterCheck check(LetterOutput way) const;
 
-    /// Writes the data files and hands them to the engine. 0, or −1 with sErrMsg, which is empty when the
-    /// user gave the work up.
+    /// @name A letter
+    ///@{
+    DataFile data(const Letter &letter) const;
+    QString layoutPath(const Letter &letter) const;
+    /// Its patients, for messages.
+    QStringList patients(const Letter &letter) const;
+    std::vector<LetterMark> marks(const Letter &letter) const;
+    ///@}
+    std::vector<LetterMark> marks() const;
+
+    /// Writes the data files and hands all letters to the engine.
     /// @param startWait called where several layouts have to become one document first
-    short iOutput(const LetterOptions &options, LetterOutput way, const StartLetterWait &startWait);
-    /// How many letters were handed over.
-    int letters() const { return m_letters; }
+    /// @return false when the user gave the work up
+    Result<bool> output(LetterOutput way, const StartLetterWait &startWait);
     /// Texts in which a character was replaced that data files cannot hold.
     const QStringList &touched() const { return m_touched; }
 
-    /// Marks the rows as output, in one transaction. 0, or −1 with sErrMsg: then no row is marked.
-    /// @param overtaken takes the rows that a colleague wrote since iRead; they are marked all the same where
-    /// they are still there, since their letters have left
-    short iMark(QStringList *overtaken);
-
-    const QString &sErrMsg() const { return m_error; }
-
 private:
-    short markRow(const LetterRow &row, const QString &computer, bool *overtaken);
-    std::vector<LetterSheet> sheets(const LetterOptions &options) const;
+    const LetterOrder &orderOf(const Letter &letter) const;
+    std::optional<Message> missingLayouts() const;
+    QStringList lostTexts() const;
+    std::vector<LetterSheet> sheets() const;
     QString merge(const std::vector<LetterSheet> &sheets, const StartLetterWait &startWait,
                   QString *reason) const;
-    QString layoutPath(const QString &layout) const;
-    short fail(const QString &reason);
-    short failDb(const ErrorsSince &errors);
 
     const Environment &m_environment;
     cT_ADODB &m_db;
     std::vector<LetterOrder> m_orders;
+    LetterOptions m_options;
     LetterSource m_source;
-    int m_letters = 0;
+    std::vector<Letter> m_letters;
     QStringList m_touched;
-    QString m_error;
 };

@@ -246,16 +246,3 @@ short readLetterDoctors(cT_ADODB &db, QStringList codes, LetterDoctors &doctors)
         doctors.insert(rows.text(row, 0), readDoctor(rows, row));
     return 0;
 }
-
-QString markOutputSql(const LetterRow &row, bool toHospital, const QString &computer) {
-    return u"UPDATE RIYOUSHA_DOUI_REC SET "_s +
-           (row.key.iHenkeiFlg == 1 ? u"iOutputFlgHenkei = 1, "_s : u"iOutputFlg = 1, "_s) +
-           (toHospital ? u"iDouiHospOutFlg = 1"_s : u"iDouiIsiOutFlg = 1"_s) + u", cPcName = "_s +
-           sqlText(computer) + u", tUpDateTime = GetDate() WHERE "_s + sqlWhere(row.key) +
-           u" AND iNewestFlg = 1"_s;
-}
-
-QString sqlUnchanged(const LetterRow &row) {
-    return row.updateTime.isEmpty() ? u"tUpDateTime IS NULL"_s
-                                    : u"tUpDateTime = "_s + sqlText(row.updateTime);
-}

@@ -12,9 +12,11 @@
 /// A consent row that a letter is to be printed for.
 struct LetterOrder {
     ConsentRowKey row;
-    QString doctor; ///< code of the doctor who is asked; empty: the one that the row names
+    QString doctor{}; ///< code of the doctor who is asked; empty: the one that the row names
     bool toHospital = false;
-    QString layout; ///< file name
+    QString layout{};       ///< file name
+    QString who{};          ///< "IDNo. name", for messages
+    bool continues = false; ///< a consent of the same treatment: what is asked for is a re-consent
 };
 
 /// What a letter says about one consent row and its patient.

@@ -6,7 +6,6 @@
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/form_messages.h"
-#include "print/request_letter/letter_messages.h"
 #include "ui_set_print_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -32,18 +31,17 @@ void frmSetInsatsuDoui::wire() {
     connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-short frmSetInsatsuDoui::iInit(std::vector<LetterOrder> rows, const LetterOptions &letter,
-                               SetPrintStart start) {
+short frmSetInsatsuDoui::iInit(std::vector<ConsentRowKey> rows, SetPrintCaller caller, SetPrintStart start) {
     m_rows = std::move(rows);
-    m_letter = letter;
+    m_caller = std::move(caller);
     if (iControlInit() != 0)
         return -1;
     SetPrintSettings settings;
-    settings.read(m_environment.folders);
+    settings.read(m_environment.folders, m_form);
     showSettings(settings, start);
     QSet<qint32> patients;
-    for (const LetterOrder &row : m_rows)
-        patients.insert(row.row.patient.nIDNo);
+    for (const ConsentRowKey &row : m_rows)
+        patients.insert(row.patient.nIDNo);
     m_ui->lblTaisyo->setText(u"対象：利用者 %L1 人（%L2 行）"_s.arg(patients.size()).arg(m_rows.size()));
     showState();
     return 0;
@@ -71,8 +69,13 @@ void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintS
     m_ui->chkIrai->setChecked(!formsAlone && settings.requestLetters);
     m_ui->chkFutou->setChecked(!formsAlone && settings.envelopes);
     m_ui->cmbFutou->setCurrentIndex(settings.largeEnvelopes ? 1 : 0);
+    m_ui->cmbYoushiki->setCurrentIndex(int(settings.style));
+    m_ui->cmbYoushiki2->setCurrentIndex(int(settings.oral));
     m_ui->chkNaiyou->setChecked(settings.treatmentContent);
     m_ui->chkIsi->setChecked(settings.doctorBlock);
+    m_ui->chkKaisya->setChecked(settings.company);
+    m_ui->chkRiyousyaKobetu->setChecked(settings.patientSettings);
+    m_ui->chkSansyou->setChecked(settings.ignoreLayoutSettings);
     m_ui->chkTeisyutuDate->setChecked(m_form.submissionDate);
     m_ui->imD_Teisyutu->setDate(m_form.submissionFor(m_environment.clock.today()));
     m_ui->chkPaper256->setChecked(settings.customPaper);
@@ -81,6 +84,7 @@ void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintS
 
 void frmSetInsatsuDoui::showState() {
     m_ui->boxDouisyo->setEnabled(m_ui->chkDouisyo->isChecked());
+    m_ui->cmbYoushiki2->setEnabled(!m_practice.oralSaitama);
     m_ui->cmbFutou->setEnabled(m_ui->chkFutou->isChecked());
     m_ui->imD_Teisyutu->setEnabled(m_ui->chkTeisyutuDate->isChecked());
 }
@@ -107,8 +111,13 @@ SetPrintSettings frmSetInsatsuDoui::chosen(PrintWay way) const {
     settings.requestLetters = m_ui->chkIrai->isChecked();
     settings.envelopes = m_ui->chkFutou->isChecked();
     settings.largeEnvelopes = m_ui->cmbFutou->currentIndex() == 1;
+    settings.style = FormStyle(m_ui->cmbYoushiki->currentIndex());
+    settings.oral = OralForms(m_ui->cmbYoushiki2->currentIndex());
     settings.treatmentContent = m_ui->chkNaiyou->isChecked();
     settings.doctorBlock = m_ui->chkIsi->isChecked();
+    settings.company = m_ui->chkKaisya->isChecked();
+    settings.patientSettings = m_ui->chkRiyousyaKobetu->isChecked();
+    settings.ignoreLayoutSettings = m_ui->chkSansyou->isChecked();
     settings.customPaper = m_ui->chkPaper256->isChecked();
     settings.preview = way == PrintWay::Preview;
     return settings;
@@ -120,10 +129,9 @@ SetPrintChoice frmSetInsatsuDoui::choice() const {
     choice.requestLetters = m_ui->chkIrai->isChecked();
     choice.envelopes = m_ui->chkFutou->isChecked();
     choice.envelope = m_ui->cmbFutou->currentIndex() == 1 ? EnvelopeSize::Square2 : EnvelopeSize::Long3;
-    choice.letter = m_letter;
+    choice.letter = m_caller.letter;
     ConsentPrintSettings form = m_form;
-    form.treatmentContent = m_ui->chkNaiyou->isChecked();
-    form.doctorBlock = m_ui->chkIsi->isChecked();
+    chosen(PrintWay::Print).applyTo(form);
     form.submissionDate = m_ui->chkTeisyutuDate->isChecked();
     form.submitted = m_ui->imD_Teisyutu->date();
     choice.form.branch = m_environment.branch;
@@ -134,6 +142,15 @@ SetPrintChoice frmSetInsatsuDoui::choice() const {
     return choice;
 }
 
+std::vector<LetterOrder> frmSetInsatsuDoui::orders(const SetPrintChoice &choice) const {
+    if (choice.needsOrders())
+        return m_caller.orders();
+    std::vector<LetterOrder> orders;
+    for (const ConsentRowKey &row : m_rows)
+        orders.push_back({.row = row});
+    return orders;
+}
+
 void frmSetInsatsuDoui::print(PrintWay way) {
     Messages &messages = m_environment.messages;
     if (!settle())
@@ -141,13 +158,37 @@ void frmSetInsatsuDoui::print(PrintWay way) {
     QString reason;
     if (chosen(way).iWrite(m_environment.folders, reason) != 0)
         messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    const SetPrintChoice wanted = choice();
+    const std::vector<LetterOrder> rows = orders(wanted);
+    if (rows.empty())
+        return;
     SetPrintJob job(m_environment, m_db);
-    if (job.iGather(m_rows, choice(), m_environment.clock.today()) != 0) {
-        messages.show(patientReadFailed(job.sErrMsg()));
-        return;
+    if (const Result<> gathered = job.gather(rows, wanted, m_environment.clock.today()); !gathered)
+        messages.show(patientReadFailed(gathered.reason()));
+    else if (mayPrint(job, wanted, way))
+        print(job, way);
+}
+
+// Everything that is known before a document leaves.
+bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, const SetPrintChoice &choice, PrintWay way) {
+    Messages &messages = m_environment.messages;
+    const LetterCheck check = job.check(way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview);
+    if (check.refusal) {
+        messages.show(*check.refusal);
+        return false;
     }
-    if (!mayPrint(job, way))
-        return;
+    if ((choice.consentForms || choice.requestLetters) && messages.show(oralNotPrinted()) != Answer::Ok)
+        return false;
+    QStringList notes = check.notes;
+    if (choice.envelopes && way == PrintWay::Print)
+        notes += u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
+    if (notes.isEmpty())
+        return true;
+    notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
+    return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
+}
+
+void frmSetInsatsuDoui::print(SetPrintJob &job, PrintWay way) {
     BatchOrder order;
     order.commandFile = u"DouiCom.dat"_s;
     order.paper = m_ui->chkPaper256->isChecked() ? BatchPaper::Custom : BatchPaper::A4;
@@ -157,46 +198,14 @@ void frmSetInsatsuDoui::print(PrintWay way) {
     m_handedOver = m_handedOver || result.reports() > 0;
     // What has left is marked before anything is said.
     std::optional<Message> note;
-    if (way == PrintWay::Print && job.hasLetters())
-        note = mark(job, result.allPrinted());
-    messages.show(batchSummary(result));
+    if (way == PrintWay::Print)
+        if (const std::vector<LetterMark> left = job.lettersThatLeft(result); !left.empty())
+            note = m_caller.mark(left);
+    Message summary = batchSummary(result);
+    if (way == PrintWay::Print)
+        addMessagePart(summary.text, u"依頼書を印刷できなかったため、「依頼」の印を付けていない利用者："_s,
+                       job.lettersThatStayed(result));
+    m_environment.messages.show(summary);
     if (note)
-        messages.show(*note);
-}
-
-// Everything that is known before a document leaves.
-bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, PrintWay way) {
-    Messages &messages = m_environment.messages;
-    const bool forms = m_ui->chkDouisyo->isChecked();
-    if (forms && messages.show(oralNotPrinted()) != Answer::Ok)
-        return false;
-    if (job.count() == 0) {
-        messages.show(nothingToPrint());
-        return false;
-    }
-    QStringList notes;
-    if (!job.withoutForm().empty())
-        notes += patientsLeftOut(job.withoutForm()).text;
-    if (!job.withoutAddress().isEmpty())
-        notes += u"あて先がないため、封筒を印刷しない利用者：\r\n"_s + job.withoutAddress().join(u"\r\n");
-    if (job.gone() > 0)
-        notes += u"他の端末で更新または削除された %L1 行は、依頼書と封筒を印刷しません。"_s.arg(job.gone());
-    if (m_ui->chkFutou->isChecked() && way == PrintWay::Print)
-        notes += u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
-    if (notes.isEmpty())
-        return true;
-    notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
-    return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
-}
-
-std::optional<Message> frmSetInsatsuDoui::mark(SetPrintJob &job, bool allPrinted) {
-    if (!allPrinted)
-        return Message{u"印刷できなかった帳票があるため、「依頼」の印を付けていません。"_s,
-                       MessageIcon::Exclamation,
-                       {}};
-    QStringList overtaken;
-    if (job.iMark(&overtaken) != 0)
-        return letterMarksFailed(job.sErrMsg());
-    m_written = true;
-    return overtaken.isEmpty() ? std::nullopt : std::optional(letterRowsOvertaken(overtaken));
+        m_environment.messages.show(*note);
 }

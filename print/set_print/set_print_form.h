@@ -7,7 +7,6 @@
 
 #include <QDialog>
 #include <memory>
-#include <optional>
 
 namespace Ui {
 class SetPrintForm;
@@ -19,6 +18,15 @@ enum class SetPrintStart {
     AsLastTime
 };
 
+/// What set printing asks of the list that opens it.
+struct SetPrintCaller {
+    LetterOptions letter; ///< how request letters are written
+    /// Whom the rows' letters and envelopes go to, asked when such documents are wanted; nothing where that
+    /// cannot be told, which has been said.
+    std::function<std::vector<LetterOrder>()> orders;
+    MarkLetters mark;
+};
+
 /// Set printing (セット印刷): several documents of the ticked rows' patients in one job. Created, initialised
 /// by iInit and shown modally by exec().
 class frmSetInsatsuDoui : public QDialog {
@@ -27,14 +35,11 @@ public:
     ~frmSetInsatsuDoui() override;
 
     /// @param rows the ticked rows, in the list's order
-    /// @param letter how request letters are written
     /// @return 0, or −1 with sErrMsg, when a settings file is missing
-    short iInit(std::vector<LetterOrder> rows, const LetterOptions &letter, SetPrintStart start);
+    short iInit(std::vector<ConsentRowKey> rows, SetPrintCaller caller, SetPrintStart start);
     const QString &sErrMsg() const { return m_error; }
     /// What came of it: 0 when documents were handed over, −1 when the form was left without.
     short ihehe() const { return m_handedOver ? 0 : -1; }
-    /// Whether rows were marked as output.
-    bool written() const { return m_written; }
 
 private:
     short iControlInit();
@@ -44,19 +49,18 @@ private:
     bool settle();
     SetPrintSettings chosen(PrintWay way) const;
     SetPrintChoice choice() const;
+    std::vector<LetterOrder> orders(const SetPrintChoice &choice) const;
     void print(PrintWay way);
-    bool mayPrint(const SetPrintJob &job, PrintWay way);
-    /// What is to be said about the marks.
-    std::optional<Message> mark(SetPrintJob &job, bool allPrinted);
+    bool mayPrint(const SetPrintJob &job, const SetPrintChoice &choice, PrintWay way);
+    void print(SetPrintJob &job, PrintWay way);
 
     Environment &m_environment;
     cT_ADODB &m_db;
     std::unique_ptr<Ui::SetPrintForm> m_ui;
-    std::vector<LetterOrder> m_rows;
-    LetterOptions m_letter;
+    std::vector<ConsentRowKey> m_rows;
+    SetPrintCaller m_caller;
     PatientManagementSettings m_practice;
     ConsentPrintSettings m_form; ///< what the printing screen chose last
     QString m_error;
     bool m_handedOver = false;
-    bool m_written = false;
 };

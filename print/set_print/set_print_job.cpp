@@ -2,7 +2,10 @@
 
 #include "app/base/environment.h"
 #include "app/base/folders.h"
+#include "print/batch/print_messages.h"
 #include "print/consent_form/form_batch.h"
+#include "print/consent_form/form_messages.h"
+#include "print/documents/lost_texts.h"
 
 #include <QDir>
 #include <algorithm>
@@ -16,37 +19,42 @@ const QString dataName = u"同意依頼書"_s;
 
 } // namespace
 
-short SetPrintJob::iGather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice,
-                           const QDate &today) {
+Result<> SetPrintJob::gather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice,
+                             const QDate &today) {
     m_rows = rows;
     m_choice = choice;
-    if (m_letters.iRead(rows) != 0) {
-        m_error = m_letters.sErrMsg();
-        return -1;
+    if (choice.needsOrders()) {
+        if (const Result<> read = m_letters.read(rows, choice.letter); !read)
+            return read;
+        for (const LetterRow &row : m_letters.source().rows)
+            m_setsOfRows.emplace(row.order, setOf(row));
     }
-    for (const LetterRow &row : m_letters.source().rows)
-        setOf(row);
     if (choice.requestLetters)
         addLetters();
     if (choice.envelopes)
         addEnvelopes();
-    if (choice.consentForms) {
-        for (const LetterOrder &row : rows)
-            m_choice.form.rows.push_back({row.row, m_choice.form.style});
-        m_choice.form.master = FormMaster::Practice;
-        Result<GatheredForms> forms = gatherConsentForms(m_db, m_choice.form, today);
-        if (!forms) {
-            m_error = forms.reason();
-            return -1;
-        }
-        m_forms = std::move(*forms);
-        addForms();
-    }
+    if (choice.consentForms)
+        if (const Result<> forms = gatherForms(today); !forms)
+            return forms;
     std::ranges::stable_sort(m_items, {}, [](const Item &item) { return std::tuple(item.set, item.kind); });
-    return 0;
+    return {};
 }
 
-/// The number of the row's set; a new one for a new addressee. Rows without an address share none.
+Result<> SetPrintJob::gatherForms(const QDate &today) {
+    for (const LetterOrder &row : m_rows) {
+        const bool again = m_choice.requestLetters && row.continues;
+        m_choice.form.rows.push_back({row.row, again ? FormStyle::Again : m_choice.form.style});
+    }
+    m_choice.form.master = FormMaster::Practice;
+    Result<GatheredForms> forms = gatherConsentForms(m_db, m_choice.form, today);
+    if (!forms)
+        return Failure{forms.reason()};
+    m_forms = std::move(*forms);
+    addForms();
+    return {};
+}
+
+/// The number of the row's set; a new one for a new addressee. Rows that name nobody share none.
 size_t SetPrintJob::setOf(const LetterRow &row) {
     const Envelope envelope = envelopeTo(letterAddressee(m_rows[row.order], row, m_letters.source()));
     const QString key = envelope.isAddressed()
@@ -61,11 +69,10 @@ size_t SetPrintJob::setOf(const LetterRow &row) {
 }
 
 void SetPrintJob::addLetters() {
-    const LetterSource &source = m_letters.source();
-    m_arranged = arrangeLetters(m_rows, source, m_choice.letter.grouped);
-    for (size_t i = 0; i < m_arranged.size(); ++i)
-        m_items.push_back({setOf(source.rows[m_arranged[i].rows.front()]), Kind::Letter, i});
-    m_hasLetters = !m_arranged.empty();
+    for (size_t i = 0; i < m_letters.letters().size(); ++i) {
+        const LetterRow &first = m_letters.source().rows[m_letters.letters()[i].rows.front()];
+        m_items.push_back({m_setsOfRows.at(first.order), Kind::Letter, i});
+    }
 }
 
 void SetPrintJob::addEnvelopes() {
@@ -73,54 +80,106 @@ void SetPrintJob::addEnvelopes() {
         if (m_envelopes[i].isAddressed())
             m_items.push_back({i, Kind::Envelope, i});
     for (const LetterRow &row : m_letters.source().rows)
-        if (!m_envelopes[setOf(row)].isAddressed())
-            m_withoutAddress += letterWho(row);
-    m_withoutAddress.removeDuplicates();
+        if (!m_envelopes[m_setsOfRows.at(row.order)].isAddressed())
+            m_withoutAddressee += letterWho(row);
+    m_withoutAddressee.removeDuplicates();
 }
 
+/// A form goes to whom the row is that it is made from.
 void SetPrintJob::addForms() {
-    std::map<size_t, size_t> sets; // by order
-    for (const LetterRow &row : m_letters.source().rows)
-        sets.try_emplace(row.order, setOf(row));
     for (size_t i = 0; i < m_forms.forms.size(); ++i) {
-        const auto set = sets.find(m_forms.forms[i].rows.front());
-        m_items.push_back({set == sets.end() ? m_envelopes.size() : set->second, Kind::Form, i});
+        const auto set = m_setsOfRows.find(m_forms.forms[i].rows.front());
+        m_items.push_back({set == m_setsOfRows.end() ? m_envelopes.size() : set->second, Kind::Form, i});
     }
+}
+
+LetterCheck SetPrintJob::check(LetterOutput way) const {
+    LetterCheck check;
+    if (m_choice.requestLetters)
+        check = m_letters.check(way);
+    else if (const QStringList gone = m_letters.goneRows(); !gone.isEmpty())
+        addMessagePart(check.notes.emplace_back(),
+                       u"最新の同意でないか、削除されているため、封筒を印刷しない行："_s, gone);
+    if (!m_forms.leftOut.empty())
+        check.notes += patientsLeftOut(m_forms.leftOut).text;
+    if (!m_withoutAddressee.isEmpty())
+        addMessagePart(check.notes.emplace_back(), u"あて先がないため、封筒を印刷しない利用者："_s,
+                       m_withoutAddressee);
+    QStringList withoutAddress;
+    if (m_choice.envelopes)
+        for (const Envelope &envelope : m_envelopes)
+            if (envelope.isAddressed() && !envelope.hasAddress())
+                withoutAddress += envelope.institution;
+    if (!withoutAddress.isEmpty())
+        addMessagePart(check.notes.emplace_back(), u"住所がないまま封筒を印刷するあて先："_s, withoutAddress);
+    if (way == LetterOutput::Print)
+        if (const QStringList lost = lostTexts(); !lost.isEmpty())
+            check.notes += lostTextsNote(lost);
+    if (!check.refusal && m_items.empty()) {
+        check.refusal = nothingToPrint();
+        for (const QString &note : check.notes)
+            check.refusal->text += u"\r\n\r\n"_s + note;
+    }
+    return check;
+}
+
+/// Of the envelopes and forms; the letters tell their own.
+QStringList SetPrintJob::lostTexts() const {
+    QStringList texts;
+    if (m_choice.envelopes)
+        for (const Envelope &envelope : m_envelopes)
+            texts += {envelope.institution, envelope.addressee, envelope.address1, envelope.address2};
+    for (const ConsentForm &form : m_forms.forms)
+        for (const DataValue &value : form.values)
+            if (const auto *text = std::get_if<QString>(&value))
+                texts += *text;
+    return textsWithLoss(texts);
 }
 
 BatchDocument SetPrintJob::document() {
     return {count(), [this](int position, PrintFiles &files) { return makeReport(position, files); }};
 }
 
+BatchReport SetPrintJob::letterReport(const Letter &letter) const {
+    BatchReport report;
+    report.subject = u"依頼書　"_s + m_letters.patients(letter).join(u'、');
+    report.name = dataName;
+    report.layout = m_letters.layoutPath(letter);
+    return report;
+}
+
+BatchReport SetPrintJob::envelopeReport(const Envelope &envelope) const {
+    BatchReport report;
+    report.subject =
+        u"封筒　"_s + (envelope.institution.isEmpty() ? envelope.addressee : envelope.institution);
+    report.name = u"封筒"_s;
+    report.layout = Folders::file(m_environment.folders.system(), envelopeLayout(m_choice.envelope));
+    return report;
+}
+
 Result<BatchReport> SetPrintJob::makeReport(int position, PrintFiles &files) {
     const Item &item = m_items[size_t(position)];
-    if (item.kind == Kind::Form)
+    const QString file = QString::number(position + 1) + u".csv"_s;
+    switch (item.kind) {
+    case Kind::Form:
         return makeFormReport(m_environment.folders, m_forms.forms[item.index], files, m_touched);
-    BatchReport report;
-    if (item.kind == Kind::Letter) {
-        const LetterSource &source = m_letters.source();
-        const Letter &letter = m_arranged[item.index];
-        const LetterRow &row = source.rows[letter.rows.front()];
-        DataFile data(letterColumns());
-        data.add(letterRecord(letter, m_rows, source, m_choice.letter));
-        report.subject = letterWho(row);
-        report.name = dataName;
-        report.layout = m_rows[row.order].layout;
-        return write(data, u"依頼書%1.csv"_s.arg(position + 1), std::move(report), files);
+    case Kind::Letter: {
+        const Letter &letter = m_letters.letters()[item.index];
+        return write(m_letters.data(letter), u"依頼書"_s + file, letterReport(letter), files);
+    }
+    case Kind::Envelope:
+        break;
     }
     const Envelope &envelope = m_envelopes[item.index];
     DataFile data(envelopeColumns());
     data.add(envelopeRecord(envelope));
-    report.subject = envelope.institution;
-    report.name = u"封筒"_s;
-    report.layout = envelopeLayout(m_choice.envelope);
-    return write(data, u"封筒%1.csv"_s.arg(position + 1), std::move(report), files);
+    return write(data, u"封筒"_s + file, envelopeReport(envelope), files);
 }
 
 Result<BatchReport> SetPrintJob::write(const DataFile &data, const QString &file, BatchReport report,
                                        PrintFiles &files) {
     report.dataName = dataName;
-    report.layout = QDir::toNativeSeparators(Folders::file(m_environment.folders.system(), report.layout));
+    report.layout = QDir::toNativeSeparators(report.layout);
     const Result<QString> path = files.write(file, data.bytes());
     if (!path)
         return Failure{path.reason()};
@@ -129,9 +188,18 @@ Result<BatchReport> SetPrintJob::write(const DataFile &data, const QString &file
     return report;
 }
 
-short SetPrintJob::iMark(QStringList *overtaken) {
-    if (m_letters.iMark(overtaken) == 0)
-        return 0;
-    m_error = m_letters.sErrMsg();
-    return -1;
+std::vector<LetterMark> SetPrintJob::lettersThatLeft(const BatchResult &result) const {
+    std::vector<LetterMark> marks;
+    for (const int position : result.handed)
+        if (const Item &item = m_items[size_t(position)]; item.kind == Kind::Letter)
+            std::ranges::copy(m_letters.marks(m_letters.letters()[item.index]), std::back_inserter(marks));
+    return marks;
+}
+
+QStringList SetPrintJob::lettersThatStayed(const BatchResult &result) const {
+    QStringList stayed;
+    for (int position = 0; position < count(); ++position)
+        if (const Item &item = m_items[size_t(position)]; item.kind == Kind::Letter && !result.left(position))
+            stayed += m_letters.patients(m_letters.letters()[item.index]);
+    return stayed;
 }

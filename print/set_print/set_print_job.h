@@ -17,39 +17,34 @@ struct SetPrintChoice {
     LetterOptions letter;
 
     bool any() const { return consentForms || requestLetters || envelopes; }
+    /// Whether more has to be known of the rows than whose they are.
+    bool needsOrders() const { return requestLetters || envelopes; }
 };
 
-/// Documents of many patients in one job, arranged so that what goes into one envelope comes out together:
-/// for every addressee the envelope, the letters, the consent forms.
+/// Documents of many rows in one job, arranged so that what goes into one envelope comes out together: for
+/// every addressee the envelope, the letters, the consent forms.
 class SetPrintJob {
 public:
     /// The arguments must outlive the job.
     SetPrintJob(const Environment &environment, cT_ADODB &db)
         : m_environment(environment), m_db(db), m_letters(environment, db) {}
 
-    /// Reads what the documents say. 0, or −1 with sErrMsg.
-    short iGather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice, const QDate &today);
+    /// Reads what the documents say.
+    /// @param rows the key of each; with letters or envelopes the whole order
+    Result<> gather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice, const QDate &today);
 
-    int count() const { return int(m_items.size()); }
-    /// Patients who get no consent form.
-    const std::vector<LeftOutPatient> &withoutForm() const { return m_forms.leftOut; }
-    /// "number name" of the patients for whom no envelope is printed, since nowhere is an address.
-    const QStringList &withoutAddress() const { return m_withoutAddress; }
-    /// Rows that are gone: their letters and envelopes are not printed.
-    qsizetype gone() const { return qsizetype(m_letters.goneOrders().size()); }
-
-    /// What a batch prints; the job must outlive it.
+    /// Why nothing may be printed, and what the user has to agree to before.
+    LetterCheck check(LetterOutput way) const;
+    /// The documents; the job must outlive them.
     BatchDocument document();
+    int count() const { return int(m_items.size()); }
     /// Texts in which a character that code page 932 lacks was replaced.
     const QStringList &touched() const { return m_touched; }
 
-    /// Whether rows have to be marked once the job has been printed.
-    bool hasLetters() const { return m_hasLetters; }
-    /// Marks the rows of the letters as output. 0, or −1 with sErrMsg.
-    /// @param overtaken takes the rows that a colleague wrote since iGather
-    short iMark(QStringList *overtaken);
-
-    const QString &sErrMsg() const { return m_error; }
+    /// The rows whose letters a batch handed over.
+    std::vector<LetterMark> lettersThatLeft(const BatchResult &result) const;
+    /// "IDNo. name" of the rows whose letters did not leave.
+    QStringList lettersThatStayed(const BatchResult &result) const;
 
 private:
     enum class Kind { Envelope, Letter, Form };
@@ -59,10 +54,14 @@ private:
         size_t index; ///< into envelopes, letters or forms
     };
 
+    Result<> gatherForms(const QDate &today);
     size_t setOf(const LetterRow &row);
     void addLetters();
     void addEnvelopes();
     void addForms();
+    QStringList lostTexts() const;
+    BatchReport letterReport(const Letter &letter) const;
+    BatchReport envelopeReport(const Envelope &envelope) const;
     Result<BatchReport> makeReport(int position, PrintFiles &files);
     Result<BatchReport> write(const DataFile &data, const QString &file, BatchReport report,
                               PrintFiles &files);
@@ -72,13 +71,11 @@ private:
     std::vector<LetterOrder> m_rows;
     SetPrintChoice m_choice;
     LetterJob m_letters;
-    std::vector<Letter> m_arranged;
-    std::vector<Envelope> m_envelopes; ///< of the sets, by their number
-    std::map<QString, size_t> m_sets;  ///< by addressee
+    std::vector<Envelope> m_envelopes;     ///< of the sets, by their number
+    std::map<QString, size_t> m_sets;      ///< by addressee
+    std::map<size_t, size_t> m_setsOfRows; ///< by position in the rows
     GatheredForms m_forms;
     std::vector<Item> m_items;
-    QStringList m_withoutAddress;
+    QStringList m_withoutAddressee; ///< "IDNo. name"
     QStringList m_touched;
-    QString m_error;
-    bool m_hasLetters = false;
 };

@@ -144,21 +144,44 @@ TEST_F(RequestOutputTest, RowsThatColleaguesTookAreNamedAndTheOthersMarked) {
     without.key.patient.nIDNo = 4;
     rows.push_back(without);
     database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s);
-    messages.answers = {Answer::Yes, Answer::Yes};
+    messages.answers = {Answer::Yes};
     ASSERT_EQ(output(), LetterOutcome::Printed);
-    ASSERT_EQ(messages.shown.size(), 3);
-    EXPECT_TRUE(messages.shown[0].text.contains(u"1 利用者1"_s)) << "gone before anything was printed";
-    EXPECT_TRUE(messages.shown[1].text.startsWith(u"施術者データがありません。"_s));
-    EXPECT_TRUE(messages.shown[1].text.contains(u"4 担当なし"_s));
+    ASSERT_EQ(messages.shown.size(), 2);
+    const QString asked = messages.shown[0].text;
+    EXPECT_TRUE(asked.contains(u"1 利用者1"_s)) << "gone before anything was printed";
+    EXPECT_TRUE(asked.contains(u"施術者データがありません。"_s) && asked.contains(u"4 担当なし"_s));
     EXPECT_EQ(marks().first(), u"2|1|NULL|NULL|1"_s);
+}
 
-    LetterJob job(environment, database.db);
-    ASSERT_EQ(job.iRead({{rows[1].key, {}, false, u"a.wfd"_s}, {without.key, {}, false, u"a.wfd"_s}}), 0);
-    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iOutputFlg = 0;"
-                 "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/21 10:00:00' WHERE nIDNo = 2"_s);
-    QStringList overtaken;
-    EXPECT_EQ(job.iMark(&overtaken), 0);
-    EXPECT_EQ(overtaken, QStringList{u"2 利用者2"_s}) << "changed while the letters were made";
-    EXPECT_EQ(marks()[0], u"2|1|NULL|NULL|1"_s) << "its letter has left all the same";
-    EXPECT_EQ(marks().last(), u"4|1|NULL|NULL|1"_s);
+TEST_F(RequestOutputTest, RowsThatColleaguesChangeMeanwhileAreMarkedAndNamed) {
+    processes.act = [&](const RecordedProcesses::Start &start) {
+        database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/21 10:00:00' WHERE nIDNo = 2"_s);
+        put(QFileInfo(start.arguments[0]).fileName(), "document");
+        return ProcessEnd{ProcessEnd::Exited, 0};
+    };
+    ASSERT_EQ(output(), LetterOutcome::Printed);
+    EXPECT_TRUE(said().endsWith(u"\r\n2 利用者2"_s)) << said().toStdString();
+    EXPECT_EQ(marks()[1], u"2|1|NULL|NULL|1"_s) << "its letter has left all the same";
+}
+
+TEST_F(RequestOutputTest, WhatCannotBePrintedIsAskedAboutBeforeTheLetterLeaves) {
+    rows.pop_back();
+    database.run(
+        u"UPDATE RIYOUSHA SET cName = '𠮷田' WHERE nIDNo = 1; UPDATE RIYOUSHA SET cName = '−' WHERE nIDNo = 2"_s);
+    messages.answers = {Answer::No};
+    EXPECT_EQ(output(), LetterOutcome::Stopped);
+    EXPECT_TRUE(said().contains(u"「〓」"_s) && said().contains(u"𠮷田"_s)) << said().toStdString();
+    EXPECT_FALSE(said().contains(u"−"_s)) << "has a likeness";
+    EXPECT_TRUE(processes.started.isEmpty());
+    EXPECT_EQ(marks(), unmarked);
+}
+
+TEST_F(RequestOutputTest, AMissingLayoutNamesAllPatientsOfItsLetters) {
+    rows.pop_back();
+    QFile::remove(programFolder.filePath(letterKindLayout(rows[0].kind)));
+    LetterOptions options;
+    options.grouped = true;
+    EXPECT_EQ(outputRequests(environment, database.db, rows, {options, LetterOutput::Print, {}}),
+              LetterOutcome::Stopped);
+    EXPECT_TRUE(said().contains(u"1 利用者1\r\n2 利用者2"_s)) << said().toStdString();
 }

@@ -1,0 +1,34 @@
+#include "print/documents/lost_texts.h"
+
+#include "app/base/codepage932.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr quint16 geta = 0x81AC; // 〓
+
+bool losesCharacter(const QString &text) {
+    for (qsizetype at = 0; at < text.size();) {
+        const Step932 step = step932(text, at);
+        if (step.touched && step.code == geta && step.bytes > 0)
+            return true;
+        at += step.characters;
+    }
+    return false;
+}
+
+} // namespace
+
+QStringList textsWithLoss(const QStringList &texts) {
+    QStringList lost;
+    for (const QString &text : texts)
+        if (losesCharacter(text))
+            lost.append(text);
+    return lost;
+}
+
+QString lostTextsNote(QStringList texts) {
+    texts.removeDuplicates();
+    return u"次の文字列には帳票で使えない文字があり、「〓」で印刷されます。\r\n"_s + texts.join(u"\r\n"_s);
+}
