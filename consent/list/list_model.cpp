@@ -80,6 +80,15 @@ ReadRow ConsentListModel::storedRow(int record) const {
     return row;
 }
 
+ReadRow ConsentListModel::seenRow(int record) const {
+    ReadRow row = storedRow(record);
+    if (const auto edit = m_edits.constFind(record); edit != m_edits.cend()) {
+        row.values = *edit;
+        row.updateTime.clear();
+    }
+    return row;
+}
+
 bool ConsentListModel::isReceived(int record) const {
     const bool known = m_edits.contains(record) || m_written.contains(record);
     return known ? values(record).received != 0 : m_records.received(record);

@@ -47,6 +47,9 @@ public:
     int changedCount() const { return int(m_edits.size()); }
     bool hasChanges() const { return !m_edits.isEmpty(); }
     std::vector<ChangedRow> changedRows() const;
+    /// A row as the user sees it: what was read, with the edits over it. An edited row's update time is not
+    /// known until it has been saved and read again.
+    ReadRow seenRow(int record) const;
     void dropChanges();
     /// The edits have been written: they are what the rows hold now.
     void acceptChanges();

@@ -3,6 +3,7 @@
 #include "app/base/dates.h"
 #include "consent/list/list_model.h"
 
+#include <QHash>
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
@@ -10,14 +11,28 @@ using namespace Qt::Literals::StringLiterals;
 QList<RenewalRow> rowsToRenew(const ConsentListModel &model) {
     QList<RenewalRow> rows;
     for (const int record : model.receivedRecords()) {
-        const ConsentRowValues values = model.values(record);
-        rows.append({model.records().key(record),
-                     model.records().text(record, ListField::Name),
-                     model.records().date(record, ListField::ConsentDay),
-                     {values.reconsent, {values.nextStart, values.nextEnd}},
-                     true});
+        const ReadRow seen = model.seenRow(record);
+        rows.append({.key = seen.key,
+                     .name = model.records().text(record, ListField::Name),
+                     .consentDate = seen.running.consentDay,
+                     .reConsent = {seen.values.reconsent, {seen.values.nextStart, seen.values.nextEnd}},
+                     .seen = seen});
     }
     return rows;
+}
+
+void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model) {
+    QHash<QString, int> records;
+    for (int record = 0; record < model.records().count(); ++record)
+        records.insert(rowIdentity(model.records().key(record)), record);
+    for (RenewalRow &row : rows) {
+        if (!row.seen->updateTime.isEmpty())
+            continue;
+        const int record = records.value(rowIdentity(row.key), -1);
+        if (record >= 0)
+            if (const ReadRow now = model.seenRow(record); isUnchanged(now, *row.seen))
+                row.seen->updateTime = now.updateTime;
+    }
 }
 
 QString renewalSummary(const QList<RenewalResult> &results) {

@@ -7,5 +7,9 @@ class ConsentListModel;
 /// The shown rows ticked 受領, as the user sees them.
 QList<RenewalRow> rowsToRenew(const ConsentListModel &model);
 
+/// After the edits were saved and read again: the rows take the update times that saving has given them,
+/// where the list still shows them as they are. Which rows they are and what they hold does not change.
+void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model);
+
 /// What became of a renewal, for the user: how many were renewed, and each row that was not with the reason.
 QString renewalSummary(const QList<RenewalResult> &results);

@@ -50,19 +50,25 @@ bool renewReceived(const ListRenewalRequest &request) {
     Messages &messages = request.environment.messages;
     if (!permitted(request))
         return false;
-    if (request.model.receivedRecords().empty()) {
+    // What is renewed is what the user sees before the question.
+    QList<RenewalRow> rows = rowsToRenew(request.model);
+    if (rows.isEmpty()) {
         messages.warn(
             u"「受領」にチェックされた行がありません。更新する行の「受領」にチェックしてください。"_s);
         return false;
     }
+    const int hidden = request.model.receivedOutOfSight();
     if (!messages.ask(u"同意受領分の更新を行います。よろしいですか？"_s, u"同意更新の確認"_s) ||
         !request.save())
         return false;
-    const QList<RenewalResult> results = renewWithProgress(request, rowsToRenew(request.model));
+    takeSaved(rows, request.model);
+    const QList<RenewalResult> results = renewWithProgress(request, rows);
     QString text = u"更新が終了しました。\r\n\r\n"_s + renewalSummary(results);
-    if (const int hidden = request.model.receivedOutOfSight())
+    if (hidden > 0)
         text += u"\r\n\r\n絞り込みで表示していない受領 %L1 件は、更新していません。"_s.arg(hidden);
-    if (countOutcome(results, RenewalOutcome::Renewed) == results.size())
+    if (countOutcome(results, RenewalOutcome::Failed) > 0)
+        messages.fail(text);
+    else if (countOutcome(results, RenewalOutcome::Renewed) == results.size())
         messages.inform(text);
     else
         messages.warn(text);

@@ -3,61 +3,63 @@
 #include "db/adodb.h"
 
 #include <QHash>
+#include <QSet>
 
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
-// In the keys' own namespace, where the hash tables look for them.
-static size_t qHash(const PatientKey &key, size_t seed = 0) {
-    return qHashMulti(seed, key.iKyotenCd, key.iKyotenEb, key.nIDNo);
-}
-
+// In the keys' own namespace, where the hash tables look for it.
 static size_t qHash(const ConsentRowKey &key, size_t seed) {
-    return qHashMulti(seed, key.patient, key.nDate, key.iHenkeiFlg, key.nHenkeiDouiDate);
+    return qHashMulti(seed, key.patient.iKyotenCd, key.patient.iKyotenEb, key.patient.nIDNo, key.nDate,
+                      key.iHenkeiFlg, key.nHenkeiDouiDate);
 }
 
 namespace {
 
-bool sameKind(const ConsentRowKey &left, const ConsentRowKey &right) {
-    return left.patient == right.patient && left.iHenkeiFlg == right.iHenkeiFlg;
-}
+/// What the rows of a run are to one another.
+class Fellows {
+public:
+    explicit Fellows(const QList<RenewalRow> &rows) {
+        QSet<ConsentRowKey> sources;
+        for (const RenewalRow &row : rows) {
+            sources.insert(row.key);
+            qint32 &latest = m_latest[kindOf(row.key)];
+            latest = std::max(latest, row.key.nDate);
+        }
+        for (const RenewalRow &row : rows)
+            if (row.key.nDate == latest(row.key) && sources.remove(row.key))
+                ++m_targets[renewedKey(row.key, row.reConsent.date)];
+    }
 
-// Rows that would be renewed onto one key must not disappear in one another. Of two newest rows of a kind, as
-// old data have them, the later one is the newest.
-QString collision(const ConsentRowKey &source, const ConsentRowKey &target,
-                  const QMultiHash<PatientKey, ConsentRowKey> &sources,
-                  const QHash<ConsentRowKey, int> &targets) {
-    qint32 later = source.nDate;
-    for (auto [row, end] = sources.equal_range(source.patient); row != end; ++row)
-        if (sameKind(*row, source))
-            later = std::max(later, row->nDate);
-    if (later > source.nDate)
-        return laterConsentRefusal(later);
-    if (targets.value(target) > 1)
-        return u"再同意日が、同時に更新する別の同意の再同意日と同じため、更新できません。"_s;
-    return {};
-}
+    // Of two newest rows of a kind, as old data have them, the later one is the newest. Rows that would be
+    // renewed onto one key must not disappear in one another.
+    QString refusal(const RenewalRow &row) const {
+        if (latest(row.key) > row.key.nDate)
+            return laterConsentRefusal(latest(row.key));
+        if (m_targets.value(renewedKey(row.key, row.reConsent.date)) > 1)
+            return u"再同意日が、同時に更新する別の同意の再同意日と同じため、更新できません。"_s;
+        return {};
+    }
+
+private:
+    static ConsentRowKey kindOf(const ConsentRowKey &key) { return {key.patient, 0, key.iHenkeiFlg, 0}; }
+    qint32 latest(const ConsentRowKey &key) const { return m_latest.value(kindOf(key)); }
+
+    QHash<ConsentRowKey, qint32> m_latest; ///< nDate, by patient and kind
+    QHash<ConsentRowKey, int> m_targets;
+};
 
 } // namespace
 
 QList<RenewalResult> RenewalRun::examine(const QList<RenewalRow> &rows) {
-    QMultiHash<PatientKey, ConsentRowKey> sources;
-    QHash<ConsentRowKey, int> targets;
-    for (const RenewalRow &row : rows) {
-        if (sources.contains(row.key.patient, row.key))
-            continue;
-        sources.insert(row.key.patient, row.key);
-        ++targets[renewedKey(row.key, row.reConsent.date)];
-    }
-
+    const Fellows fellows(rows);
     QList<RenewalResult> results;
     results.reserve(rows.size());
     for (const RenewalRow &row : rows) {
-        const ConsentRowKey target = renewedKey(row.key, row.reConsent.date);
-        QString reason = renewalRefusal(row, target);
+        QString reason = renewalRefusal(row, renewedKey(row.key, row.reConsent.date));
         if (reason.isEmpty())
-            reason = collision(row.key, target, sources, targets);
+            reason = fellows.refusal(row);
         const RenewalOutcome outcome =
             reason.isEmpty() ? RenewalOutcome::NotReached : RenewalOutcome::Refused;
         results.append({row, outcome, reason});

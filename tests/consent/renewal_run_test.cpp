@@ -84,8 +84,9 @@ TEST_F(RenewalRuns, CancelLeavesTheRestAsItWas) {
 // the earlier made, or the earlier what the later still needs.
 TEST_F(RenewalRuns, RowsThatWouldDestroyEachOtherAreRefused) {
     const QDate answer(2026, 5, 20);
-    const QList<RenewalRow> ticked{rowOf(1, answer, 1, 20251120), rowOf(1, answer, 1, 20251121),
-                                   rowOf(2, answer), rowOf(2, {2026, 5, 21}, 0, 20260520)};
+    QList<RenewalRow> ticked{rowOf(1, answer, 1), rowOf(1, answer, 1), rowOf(2, answer),
+                             rowOf(2, {2026, 5, 21}, 0, 20260520)};
+    ticked[1].key.nHenkeiDouiDate = 20251121;
     for (const RenewalRow &row : ticked)
         insert(row);
     EXPECT_EQ(outcomes(run.renew(ticked)), (QList{Refused, Refused, Refused, Renewed}));

@@ -1,0 +1,156 @@
+// Renewing what was received, beside a colleague.
+
+#include "consent/list/list_renewal_form.h"
+#include "tests/list/list_fixture.h"
+
+#include <QProgressBar>
+
+using namespace Qt::Literals::StringLiterals;
+
+class ListRenewalTest : public ListTest {
+protected:
+    // Three received rows with their answers, in a list whose renewal is permitted.
+    ListRenewalTest() {
+        database.run(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1);"
+                     "INSERT INTO CORP_SUB (iKyotenCd, iKyotenEb, iDouiUpdatePermitDay) VALUES (1, 1, 1)"_s);
+        for (const int number : {1, 2, 3}) {
+            patient(number, u"利用者%1"_s.arg(number), QStringList{u"ｱ"_s, u"ｲ"_s, u"ｳ"_s}[number - 1]);
+            consent(number, u"2026/12/31"_s, ready);
+        }
+        list.filter().order = ListOrder::Patient;
+        list.filter().from = QDate(2026, 10, 1);
+        found();
+    }
+    void meanwhile(const QString &set, int number = 1) {
+        database.run(u"UPDATE RIYOUSHA_DOUI_REC SET %1 WHERE nIDNo = %2"_s.arg(set).arg(number));
+    }
+    /// Answers the question and gives what was said at the end.
+    Message renew(cT_ADODB &db) {
+        messages.shown.clear();
+        messages.answers = {Answer::Yes};
+        QProgressBar progress;
+        renewReceived({environment, db, model, list.readFilter().from,
+                       [this] { return list.save().kind == SaveOutcome::Saved; }, progress, nullptr});
+        return messages.shown.back();
+    }
+    Message renew() { return renew(database.db); }
+    /// Patients with a consent of the answer's date.
+    QStringList renewed(int deformity = 0) const {
+        return database.rows(u"SELECT nIDNo FROM RIYOUSHA_DOUI_REC WHERE nDate = 20261120"
+                             " AND iNewestFlg = 1 AND iHenkeiFlg = %1 ORDER BY nIDNo"_s.arg(deformity));
+    }
+
+    const QString ready = u"iGetFlg = 1, iReceptDisabledFlg = 0, tSaiDouiDay = '2026/11/20',"
+                          " tSaiDouiKaryoS = '2027/01/01', tSaiDouiKaryoE = '2027/05/31'"_s;
+};
+
+TEST_F(ListRenewalTest, ARowThatAColleagueChangedIsNotRenewed) {
+    const struct {
+        const char *what;
+        QString set, back;
+    } cases[] = {
+        {"taken back", u"iGetFlg = 0"_s, u"iGetFlg = 1"_s},
+        {"period", u"tDouiKaryoE = '2026/11/30'"_s, u"tDouiKaryoE = '2026/12/31'"_s},
+        {"doctor", u"cIsiCd = '2'"_s, u"cIsiCd = '1'"_s},
+        {"doctor's name", u"cDouiIsiName = '別'"_s, u"cDouiIsiName = NULL"_s},
+        {"remark", u"cItiranBikou = '電話済'"_s, u"cItiranBikou = NULL"_s},
+        {"claims", u"iReceptDisabledFlg = 1"_s, u"iReceptDisabledFlg = 0"_s},
+        {"anything, by its time", u"iOnan = 1, tUpDateTime = '2026/11/21 09:00:00'"_s,
+         u"iOnan = 0, tUpDateTime = '2026/11/21 08:00:00'"_s},
+    };
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo <> 1;"
+                 "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/21 08:00:00'"_s);
+    for (const auto &c : cases) {
+        found();
+        meanwhile(c.set);
+        const Message said = renew();
+        EXPECT_EQ(said.icon, MessageIcon::Exclamation);
+        EXPECT_TRUE(
+            said.text.contains(u"1 利用者1　この同意は、一覧を表示した後に他のＰＣで変更されています。"_s))
+            << c.what << said.text.toStdString();
+        EXPECT_EQ(renewed(), QStringList()) << c.what;
+        meanwhile(c.back);
+    }
+    found();
+    renew();
+    EXPECT_EQ(renewed(), QStringList{u"1"_s});
+}
+
+TEST_F(ListRenewalTest, WhatIsRenewedIsWhatTheUserSawBeforeTheQuestion) {
+    // An edit of row 1 makes the list save and read again before it renews.
+    meanwhile(u"iGetFlg = 0"_s, 2);
+    found();
+    EXPECT_TRUE(edit(1, ListColumn::Remark, u"備考"_s));
+    meanwhile(u"iGetFlg = 1"_s, 2);
+    meanwhile(u"cIsiCd = '2'"_s, 3);
+    const QString said = renew().text;
+    EXPECT_EQ(renewed(), QStringList{u"1"_s}) << "not 2, which is not ticked here, nor 3, changed since";
+    EXPECT_TRUE(said.contains(u"3 利用者3　この同意は、"_s)) << said.toStdString();
+    EXPECT_FALSE(said.contains(u"利用者2"_s)) << said.toStdString();
+}
+
+TEST_F(ListRenewalTest, WhatIsNarrowedAwayIsNotRenewed) {
+    model.narrow({}, u"ｲ"_s);
+    const QString said = renew().text;
+    EXPECT_EQ(renewed(), QStringList{u"2"_s});
+    EXPECT_TRUE(said.contains(u"絞り込みで表示していない受領 2 件は、更新していません。"_s))
+        << said.toStdString();
+}
+
+TEST_F(ListRenewalTest, ARowWhoseSuccessorWouldNotBecomeTheNewestIsRefused) {
+    meanwhile(u"iReceptDisabledFlg = NULL"_s, 1);
+    meanwhile(u"iReceptDisabledFlg = 1"_s, 2);
+    meanwhile(u"iReceptDisabledFlg = 2"_s, 3);
+    found();
+    const QStringList before = database.rows(u"SELECT * FROM RIYOUSHA_DOUI_REC"_s);
+    const Message said = renew();
+    EXPECT_TRUE(said.text.contains(u"1 利用者1　請求に使用するかどうかが未設定の同意のため"_s))
+        << said.text.toStdString();
+    EXPECT_TRUE(said.text.contains(u"2 利用者2　請求に使用しない同意のため"_s));
+    EXPECT_TRUE(said.text.contains(u"3 利用者3　請求に使用しない同意のため"_s));
+    EXPECT_EQ(database.rows(u"SELECT * FROM RIYOUSHA_DOUI_REC"_s), before);
+}
+
+// Old data: two newest rows of one kind.
+TEST_F(ListRenewalTest, OfTwoNewestRowsTheLaterIsRenewedAndTheOtherToldTheTruth) {
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC WHERE nIDNo <> 1"_s);
+    consent(1, u"2026/12/31"_s, u"nDate = 20260701, "_s + ready);
+    for (const bool both : {false, true}) {
+        database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = %1 WHERE nDate = 20260701"_s.arg(both ? 1 : 0));
+        found();
+        const QString said = renew().text;
+        EXPECT_TRUE(
+            said.contains(u"この利用者には、より新しい同意（2026/07/01）があるため、更新できません。"_s))
+            << said.toStdString();
+        EXPECT_EQ(renewed(), both ? QStringList{u"1"_s} : QStringList());
+    }
+    EXPECT_EQ(database.rows(u"SELECT nDate FROM RIYOUSHA_DOUI_REC ORDER BY nDate"_s),
+              (QStringList{u"20260601"_s, u"20260701"_s, u"20261120"_s}));
+}
+
+TEST_F(ListRenewalTest, ADeformityRowAnsweredAsMassageIsRenewed) {
+    consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, iGetFlgHenkei = 1, "_s + ready);
+    found();
+    EXPECT_EQ(cell(2, ListColumn::Reconsent, true).data().toString(), u"2026/11/20"_s);
+    // An edit takes the answer to the row's own columns.
+    EXPECT_TRUE(edit(2, ListColumn::NextEnd, QDate(2027, 1, 31), true));
+    ASSERT_EQ(list.save().kind, SaveOutcome::Saved);
+    EXPECT_EQ(database.value(u"SELECT tDouiDayTempHenkei, tDouiKaryoETempHenkei, tSaiDouiDay FROM"
+                             " RIYOUSHA_DOUI_REC WHERE iHenkeiFlg = 1"_s),
+              u"2026/11/20|2027/01/31|NULL"_s);
+    database.run(
+        u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDayTempHenkei = NULL, %1 WHERE iHenkeiFlg = 1"_s.arg(ready));
+    found();
+    renew();
+    EXPECT_EQ(renewed(1), QStringList{u"2"_s});
+}
+
+TEST_F(ListRenewalTest, AFailureOfTheDatabaseIsToldAsOne) {
+    database.run(u"CREATE TRIGGER refuse BEFORE INSERT ON RIYOUSHA_DOUI_REC WHEN new.nIDNo = 2"
+                 " BEGIN SELECT RAISE(ABORT, 'refused'); END"_s);
+    const Message said = renew();
+    EXPECT_EQ(said.icon, MessageIcon::Critical);
+    EXPECT_TRUE(said.text.contains(u"refused"_s) && said.text.contains(u"iDataNewDouiMake() でエラー"_s))
+        << said.text.toStdString();
+    EXPECT_EQ(renewed(), (QStringList{u"1"_s, u"3"_s}));
+}
