@@ -29,7 +29,8 @@ template <class T> void putId(Cell cell, const T *master) {
 }
 
 QString addressOf(const Facility &facility) {
-    return facility.place.line1 + facility.place.line2;
+    const auto &[postcode, line1, line2] = facility.place;
+    return line2.isEmpty() ? line1 : line1 + u'　' + line2;
 }
 
 /// Nobody is treated before a first consent.

@@ -44,13 +44,14 @@ QString practitioner(const Letter &letter, const LetterSource &source, int which
     return first;
 }
 
-/// The lines that say whom a letter goes to. The hospital's honorific leaves no room for a doctor's.
+/// The lines that say whom a letter goes to: a doctor at an institution, or the institution itself. A letter
+/// has one honorific.
 struct Heading {
     QString doctor, institution;
 };
 
 Heading headingOf(const Addressee &addressee, bool toHospital) {
-    if (toHospital && !addressee.institution.isEmpty())
+    if (!addressee.institution.isEmpty() && (toHospital || addressee.doctor.isEmpty()))
         return {{}, addressee.institution + u"　御中"_s};
     return {addressee.doctor.isEmpty() ? QString() : addressee.doctor + u"　先生御侍史"_s,
             addressee.institution};

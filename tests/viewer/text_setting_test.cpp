@@ -23,12 +23,22 @@ protected:
     void fit(int signs) {
         box.size = 10;
         box.area.setWidth(millimetres(10) * signs + 0.01);
-        box.wrap = true;
+        box.wrap = TextBox::Wrap::Yes;
     }
 
     Fonts fonts;
     TextBox box;
 };
+
+TEST_F(TextSetting, KeepsThePartsOfAnAddressWhole) {
+    fit(9);
+    box.wrap = TextBox::Wrap::Parts;
+    box.shrink = true;
+    EXPECT_EQ(lines(u"若葉市1-2　緑ビル"_s), QStringList{u"若葉市1-2　緑ビル"_s});
+    EXPECT_EQ(lines(u"若葉市中央1-2　中央緑ビル5階"_s),
+              (QStringList{u"若葉市中央1-2"_s, u"中央緑ビル5階"_s}));
+    EXPECT_EQ(lines(u"緑川県若葉市中央町大字上ノ原"_s).size(), 1) << "smaller, not broken";
+}
 
 TEST_F(TextSetting, BreaksLinesAsJapaneseIsSet) {
     struct {
@@ -63,7 +73,7 @@ TEST_F(TextSetting, ShrinksUntilEverythingIsInside) {
     box.shrink = true;
     const QString name = u"長い名前の患者様"_s;
     for (const bool vertical : {false, true})
-        for (const bool wrap : {false, true})
+        for (const TextBox::Wrap wrap : {TextBox::Wrap::No, TextBox::Wrap::Yes, TextBox::Wrap::Parts})
             for (const int length : {1, 5, 40, 400}) {
                 box.vertical = vertical;
                 box.wrap = wrap;
@@ -71,13 +81,14 @@ TEST_F(TextSetting, ShrinksUntilEverythingIsInside) {
                 double signs = 0;
                 for (const SheetText &line : set(text)) {
                     EXPECT_TRUE(box.area.adjusted(-1e-3, -1e-3, 1e-3, 1e-3).contains(line.area))
-                        << vertical << wrap << length;
+                        << vertical << int(wrap) << length;
                     signs += double(line.text.size());
                 }
                 EXPECT_EQ(signs, double(text.size()));
             }
     box = {};
-    box.shrink = box.wrap = true;
+    box.shrink = true;
+    box.wrap = TextBox::Wrap::Yes;
     EXPECT_EQ(lines(name).join(QString()), name); // a box without room is no endless loop
 }
 

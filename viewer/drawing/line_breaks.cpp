@@ -55,8 +55,28 @@ size_t signsOnLine(std::span<const Sign> rest, double length) {
     return std::max<size_t>(count, 1);
 }
 
-std::span<const Sign> withoutEndBlanks(std::span<const Sign> signs) {
-    while (!signs.empty() && isBlank(signs.back().code))
+bool isAnyBlank(char32_t sign) {
+    return isBlank(sign) || sign == U'　';
+}
+
+/// The same where lines end behind blanks alone, those blanks included: they hang over the edge.
+size_t partsOnLine(std::span<const Sign> rest, double length) {
+    size_t end = 0;
+    double used = 0;
+    for (size_t i = 0; i < rest.size(); ++i) {
+        if (i > 0 && isAnyBlank(rest[i - 1].code) && !isAnyBlank(rest[i].code))
+            end = i;
+        used += isAnyBlank(rest[i].code) ? 0 : rest[i].advance;
+        if (used > length + slack && end > 0)
+            return end;
+        used += isAnyBlank(rest[i].code) ? rest[i].advance : 0;
+    }
+    return rest.size();
+}
+
+std::span<const Sign> withoutEndBlanks(std::span<const Sign> signs, Breaks breaks) {
+    const auto hangs = breaks == Breaks::AsSet ? isBlank : isAnyBlank;
+    while (!signs.empty() && hangs(signs.back().code))
         signs = signs.first(signs.size() - 1);
     return signs;
 }
@@ -70,12 +90,13 @@ double lengthOf(std::span<const Sign> signs) {
     return length;
 }
 
-std::vector<Line> breakLines(std::span<const Sign> paragraph, double length) {
+std::vector<Line> breakLines(std::span<const Sign> paragraph, double length, Breaks breaks) {
     std::vector<Line> lines;
     do {
-        const size_t count = signsOnLine(paragraph, length);
+        const size_t count =
+            breaks == Breaks::AsSet ? signsOnLine(paragraph, length) : partsOnLine(paragraph, length);
         const bool last = count == paragraph.size();
-        const auto signs = last ? paragraph : withoutEndBlanks(paragraph.first(count));
+        const auto signs = last ? paragraph : withoutEndBlanks(paragraph.first(count), breaks);
         lines.push_back({signs, lengthOf(signs), last});
         paragraph = paragraph.subspan(count);
     } while (!paragraph.empty());

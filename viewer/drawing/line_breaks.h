@@ -24,7 +24,11 @@ struct Line {
 
 double lengthOf(std::span<const Sign> signs);
 
-/// Breaks a paragraph into lines of at most `length` as Japanese is set: no line begins with 、。）」 or
-/// small kana, none ends with （「, words in Latin letters and numbers stay whole where they can. A line
-/// holds one sign at least.
-std::vector<Line> breakLines(std::span<const Sign> paragraph, double length);
+enum class Breaks {
+    AsSet, ///< as Japanese is set: no line begins with 、。）」 or small kana, none ends with （「, words in
+           ///< Latin letters and numbers stay whole where they can
+    BehindBlanks ///< of any width; what has none runs on
+};
+
+/// Breaks a paragraph into lines of at most `length`. A line holds one sign at least.
+std::vector<Line> breakLines(std::span<const Sign> paragraph, double length, Breaks breaks);

@@ -61,11 +61,17 @@ private:
         return std::span(m_signs).subspan(m_paragraphs[i], m_paragraphs[i + 1] - m_paragraphs[i]);
     }
 
+    bool wraps() const { return m_box.wrap != TextBox::Wrap::No; }
+    Breaks breaks() const {
+        return m_box.wrap == TextBox::Wrap::Parts ? Breaks::BehindBlanks : Breaks::AsSet;
+    }
+
     void breakAll() {
         m_lines.clear();
         for (size_t i = 0; i + 1 < m_paragraphs.size(); ++i) {
-            if (m_box.wrap)
-                std::ranges::copy(breakLines(paragraph(i), m_length / m_size), std::back_inserter(m_lines));
+            if (wraps())
+                std::ranges::copy(breakLines(paragraph(i), m_length / m_size, breaks()),
+                                  std::back_inserter(m_lines));
             else
                 m_lines.push_back({paragraph(i), lengthOf(paragraph(i)), true});
         }
@@ -80,12 +86,12 @@ private:
 
     void trySize(double size) {
         m_size = size;
-        if (m_box.wrap)
+        if (wraps())
             breakAll();
     }
 
     void shrink() {
-        if (!m_box.wrap) {
+        if (!wraps()) {
             m_size *= std::min({1.0, m_length / longest(), m_depth / depth()});
             return;
         }

@@ -44,7 +44,13 @@ struct TextBox {
     QColor color = Qt::black;
     Qt::Alignment alignment = Qt::AlignLeft | Qt::AlignVCenter;
     bool justify = false; ///< spreads the characters over the width
-    bool wrap = false;
+    /// Where a text may go on in a new line.
+    enum class Wrap {
+        No,
+        Yes,  ///< as Japanese is set
+        Parts ///< behind blanks alone: what an address or a name consists of stays whole
+    };
+    Wrap wrap = Wrap::No;
     bool shrink = false; ///< the text is set smaller until it fits; it is never cut
     bool vertical = false;
     double lineHeight = 1.3; ///< of the font size

@@ -61,7 +61,8 @@ Shape readText(Tag &tag, const TextDefaults &defaults) {
         flags[size_t(across)] |
         tag.choice(u"valign", Qt::AlignVCenter,
                    {{u"top", Qt::AlignTop}, {u"middle", Qt::AlignVCenter}, {u"bottom", Qt::AlignBottom}});
-    box.wrap = tag.yes(u"wrap");
+    using enum TextBox::Wrap;
+    box.wrap = tag.choice(u"wrap", No, {{u"no", No}, {u"yes", Yes}, {u"parts", Parts}});
     box.shrink = tag.yes(u"shrink");
     box.vertical = tag.yes(u"vertical");
     box.lineHeight = tag.number(u"line-height", lineHeight, box.lineHeight);
