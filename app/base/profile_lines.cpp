@@ -168,8 +168,9 @@ QByteArray ProfileLines::encoded(const QString &text, bool *touched) const {
 }
 
 QByteArray ProfileLines::missingLineEnd() const {
+    // A header behind a mark, on its line, is none to who does not know the mark.
     if (m_bytes.size() <= m_textStart)
-        return {};
+        return m_textStart > 0 ? encoded(u"\r\n"_s) : QByteArray();
     // Half a UTF-16 unit at the end of a cut-off file is made whole, or all that follows would be shifted.
     const bool half = (m_bytes.size() - m_textStart) % unitSize() != 0;
     if (!half && isLineEnd(unit(m_bytes.size() - unitSize())))

@@ -38,6 +38,22 @@ QString transliterated(const icu::Transliterator &transliterator, QStringView te
     return QString(reinterpret_cast<const QChar *>(out.getBuffer()), out.length());
 }
 
+/// ICU makes every ﾞ and ﾟ that it does not join a combining mark, which code page 932 lacks.
+QString withJoinedMarks(const QString &text) {
+    QString joined;
+    joined.reserve(text.size());
+    for (const QChar c : text) {
+        const bool mark = c == voicedMark || c == halfVoicedMark;
+        const char16_t kana =
+            mark && !joined.isEmpty() ? joinedKana(joined.back().unicode(), c.unicode()) : char16_t(0);
+        if (kana != 0)
+            joined.back() = QChar(kana);
+        else
+            joined += !mark ? c : QChar(c == voicedMark ? u'゛' : u'゜');
+    }
+    return joined;
+}
+
 using FoldTable = std::array<char16_t, 0x10000>;
 
 /// The ordinary form of a full-width or half-width character, 0 when there is none. Asked of the normaliser:
@@ -111,14 +127,14 @@ QString trimRight(const QString &text) {
 }
 
 QString toFullWidth(const QString &text) {
-    return transliterated(toFull(), text);
+    return withJoinedMarks(transliterated(toFull(), text));
 }
 
 QString toHalfWidth(const QString &text) {
     // The start-up reads dates and numbers; to build the transliterator would take a third of it.
     if (std::all_of(text.begin(), text.end(), [](QChar c) { return c < QChar(0x80); }))
         return text;
-    return transliterated(toHalf(), text);
+    return transliterated(toHalf(), text).replace(u'゛', u'ﾞ').replace(u'゜', u'ﾟ');
 }
 
 QString foldForSearch(const QString &text) {

@@ -163,8 +163,12 @@ TEST(ProfileText, NewKeysAndSectionsFindTheirPlace) {
         {"new section behind a line without end", u"a=1\n;x"_s, u"t"_s, u"n"_s, u"4"_s,
          u"a=1\n;x\r\n[t]\r\nn=4\r\n"_s},
         {"bare CR is a line end", u";x\r"_s, u"t"_s, u"n"_s, u"4"_s, u";x\r[t]\r\nn=4\r\n"_s},
-        {"empty file", u""_s, u"接続"_s, u"表"_s, u"ソ"_s, u"[接続]\r\n表=ソ\r\n"_s},
     });
+    const Edit first{"empty file", u""_s, u"接続"_s, u"表"_s, u"ソ"_s, u"[接続]\r\n表=ソ\r\n"_s};
+    const QString below = u"\r\n"_s + first.after; // not on the mark's own line
+    EXPECT_EQ(edited({}, first), encode932(first.after).bytes);
+    EXPECT_EQ(edited("\xEF\xBB\xBF", first), "\xEF\xBB\xBF" + below.toUtf8());
+    EXPECT_EQ(edited(utf16({}), first), utf16(below));
 }
 
 TEST(ProfileText, RemovesKeysAndSections) {

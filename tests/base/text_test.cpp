@@ -26,12 +26,14 @@ TEST(Text, ConvertsWidth) {
         {u"ABC xyz 0123"_s, u"ＡＢＣ　ｘｙｚ　０１２３"_s},
         {u"(03)1234-5678 #&@"_s, u"（０３）１２３４－５６７８　＃＆＠"_s},
         {u"ｳﾞｧ"_s, u"ヴァ"_s},
+        {u"ﾞ ﾟ ｱﾞ x́ﾟ"_s, u"゛　゜　ア゛　ｘ́゜"_s},
     };
     for (const auto &[half, full] : pairs) {
         EXPECT_EQ(toFullWidth(half), full);
         EXPECT_EQ(toHalfWidth(full), half);
     }
     EXPECT_EQ(toFullWidth(u"漢字かな"_s), u"漢字かな"_s);
+    EXPECT_EQ(toFullWidth(u"カﾞ"_s), u"ガ"_s);
     // The other form of these is not in code page 932.
     EXPECT_EQ(toHalfWidth(u"漢字￥￢→○│■"_s), u"漢字￥￢→○│■"_s);
     EXPECT_EQ(toFullWidth(u"¥¢"_s), u"¥¢"_s);

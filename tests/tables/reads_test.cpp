@@ -100,9 +100,12 @@ TEST_F(Reads, DoctorsByTheFilterInTheOrderOfTheirNumbers) {
     ASSERT_EQ(doctors.nデータ数(), 1);
     EXPECT_EQ(doctors.clsDOCTOR(0)->SISETSUSHAMEI, u"東病院"_s);
     EXPECT_EQ(doctors.clsDOCTOR(0)->SISETSUSHAMEIKANA, u"ヒガシ"_s);
-    qint32 highest = 0;
+    qint64 highest = 0;
     EXPECT_EQ(doctors.iGetMaxIDNo(highest), 0);
     EXPECT_EQ(highest, 100);
+    database.run(u"insert into DOCTOR (cIDno) values ('9876543210')"_s);
+    EXPECT_EQ(doctors.iGetMaxIDNo(highest), 0);
+    EXPECT_EQ(highest, 9876543210);
 }
 
 // The entry shows what the join gives for the row as it is now, not what the record carried.

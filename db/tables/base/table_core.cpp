@@ -40,11 +40,11 @@ short TableCore::open(Recordset &rows, const QString &sql) {
     return 0;
 }
 
-short TableCore::readMax(qint32 &result, const QString &sql) {
+short TableCore::readNumber(qint64 &result, const QString &sql) {
     Recordset rows;
     if (open(rows, sql) != 0)
         return -1;
-    result = rows.rowCount() > 0 ? static_cast<qint32>(rows.number(0, 0)) : 0;
+    result = rows.rowCount() > 0 ? rows.number(0, 0) : 0;
     return 0;
 }
 

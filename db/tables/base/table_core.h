@@ -43,7 +43,13 @@ protected:
 
     short open(Recordset &rows, const QString &sql);
     /// The number that a SELECT of a maximum gives, 0 when there is none.
-    short readMax(qint32 &result, const QString &sql);
+    template <class Number> short readMax(Number &result, const QString &sql) {
+        qint64 number = 0;
+        const short status = readNumber(number, sql);
+        if (status == 0)
+            result = static_cast<Number>(number);
+        return status;
+    }
     /// Whether a SELECT gives any row.
     short readExists(bool &exists, const QString &sql);
 
@@ -61,6 +67,7 @@ protected:
     short copyTo(QStringView table, const QList<Copy> &copies);
 
 private:
+    short readNumber(qint64 &result, const QString &sql);
     short failDatabase();
     short takeComputerName(QString &name);
     short execute(const QString &sql, bool transaction, const std::function<short()> &afterwards);

@@ -83,7 +83,7 @@ const TableDefinition<cD_DOCTOR> &cD_DOCTOR::table() {
     return definition;
 }
 
-short cT_DOCTOR::iGetMaxIDNo(qint32 &result) {
+short cT_DOCTOR::iGetMaxIDNo(qint64 &result) {
     return readMax(result, u"  select      max(CAST(cIDno AS NUMERIC(10))) as cIDno  FROM      DOCTOR"_s);
 }
 

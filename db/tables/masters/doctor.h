@@ -25,7 +25,8 @@ class cT_DOCTOR : public Table<cD_DOCTOR> {
 public:
     const cD_DOCTOR *clsDOCTOR(int index) const { return at(index); }
 
-    short iGetMaxIDNo(qint32 &result);
+    /// Codes have up to ten digits.
+    short iGetMaxIDNo(qint64 &result);
 
     /// Doctors in the order of their numbers. With a number in the filter that doctor alone, otherwise those
     /// whose name, kana and institution contain the filter's texts and whose facility is the filter's;
