@@ -50,6 +50,8 @@ TEST_F(ImageBuilder, MergesIntoADocumentThatNeedsNoOtherFile) {
     const Ended ended = build();
     EXPECT_EQ(ended.exitCode, int(BuildResult::Built)) << ended.errors.toStdString();
     EXPECT_EQ(errors(), QString());
+    for (const QString &name : {u"Output0001.wfd"_s, u"err.txt"_s})
+        EXPECT_FALSE(QFile::permissions(m_files.at(name)) & (QFile::ReadGroup | QFile::ReadOther));
 
     for (const QString &name : QDir(m_files.at(u"."_s)).entryList({u"*.csv"_s, u"*.png"_s, u"form.wfd"_s}))
         QFile::remove(m_files.at(name));

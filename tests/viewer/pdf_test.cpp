@@ -132,8 +132,8 @@ TEST_F(Pdf, LeavesTheOldFileWhenGivenUp) {
     const QByteArray old = write(Document({reportOf("<page/>", {})}, {}));
     const Document document({reportOf("<page/>", u"a\n1\n2\n3\n"_s)}, {});
     int calls = 0;
-    const Result<PdfEnd> end =
-        writePdf(document, path, [&](int done, int all) { return ++calls, done < 2 && all == 3; });
+    const Result<PdfEnd> end = writePdf(document, path, FileUse::Private,
+                                        [&](int done, int all) { return ++calls, done < 2 && all == 3; });
     EXPECT_TRUE(end && *end == PdfEnd::GivenUp);
     EXPECT_EQ(calls, 2);
     QFile file(path);

@@ -34,6 +34,7 @@ TEST_F(ViewerProgram, WritesAPdfWithoutADisplay) {
         EXPECT_EQ(ended.out.trimmed(), QDir::toNativeSeparators(m_files.at(u"WfdCom.pdf"_s)));
         const QStringList pages = textOfPdf(m_files.at(u"WfdCom.pdf"_s)).split(u'\f');
         ASSERT_EQ(pages.size(), 3);
+        EXPECT_FALSE(QFile::permissions(m_files.at(u"WfdCom.pdf"_s)) & (QFile::ReadGroup | QFile::ReadOther));
         EXPECT_TRUE(pages[1].contains(u"山田 太郎"_s)) << pages[1].toStdString();
         QFile::remove(m_files.at(u"WfdCom.pdf"_s));
     }

@@ -72,7 +72,7 @@ bool writeDocumentFile(const FinishedDocument &document, const QString &path, Pr
     QByteArray bytes =
         mark.toByteArray() + version + QByteArray(sizeof(qint64), '\0') + sumOf(content) + content;
     qToBigEndian<qint64>(bytes.size(), bytes.data() + lengthAt);
-    const Result<> written = writeFileWhole(path, bytes);
+    const Result<> written = writeFileWhole(path, bytes, FileUse::Private);
     if (!written)
         *problem = {{}, 0, 0, written.reason()}; // which names the file
     return bool(written);

@@ -1,6 +1,5 @@
 #include "viewer/output/pdf.h"
 
-#include "app/base/file_write.h"
 #include "viewer/document/document.h"
 #include "viewer/output/pdf_page.h"
 
@@ -48,14 +47,14 @@ bool writePages(const Document &document, PdfFile &file, const std::function<boo
 
 } // namespace
 
-Result<PdfEnd> writePdf(const Document &document, const QString &path,
+Result<PdfEnd> writePdf(const Document &document, const QString &path, FileUse use,
                         const std::function<bool(int, int)> &goOn) {
     const auto failure = [&](const QString &why) {
         return Failure{u"「%1」に書き込めません。"_s.arg(QDir::toNativeSeparators(path)) + why};
     };
     if (document.pageCount() == 0)
         return failure(u"印刷するページがありません。"_s);
-    WholeFile whole(path);
+    WholeFile whole(path, use);
     if (const Result<> opened = whole.open(); !opened)
         return Failure{opened.reason()};
     PdfFile file(whole.device());

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/base/result.h"
+#include "app/base/file_write.h"
 
 #include <functional>
 
@@ -10,6 +10,7 @@ enum class PdfEnd { Written, GivenUp };
 
 /// Writes a document as PDF with its fonts embedded and its text searchable; whole, then moved into place.
 /// Whether it was written or given up, or a sentence for the user that names the file.
+/// @param use whether the place was chosen by the user, who may want to share the file
 /// @param goOn called after each page with pages done and all; false gives up
-Result<PdfEnd> writePdf(const Document &document, const QString &path,
+Result<PdfEnd> writePdf(const Document &document, const QString &path, FileUse use = FileUse::Private,
                         const std::function<bool(int, int)> &goOn = {});

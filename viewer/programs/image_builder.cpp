@@ -72,7 +72,7 @@ Result<> writeErrors(const QString &path, const QStringList &messages) {
     QString text;
     for (QString message : messages)
         text += message.replace(u"\r\n"_s, u"　"_s) + u"\r\n"_s;
-    return writeFileWhole(path, encode932(text).bytes);
+    return writeFileWhole(path, encode932(text).bytes, FileUse::Private); // they name patients
 }
 
 QString fullPath(const QString &name) {

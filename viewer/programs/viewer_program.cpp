@@ -160,13 +160,13 @@ private:
     /// Where there is no printer. A place that cannot be written is not the end of the document.
     int leavePdf(const Document &document) {
         m_pdfPath = freePath(m_pdfPath);
-        OutputEnd saved = savePdf(document, m_pdfPath, nullptr);
+        OutputEnd saved = savePdf(document, m_pdfPath, FileUse::Private, nullptr);
         while (saved == OutputEnd::Failed) {
             const QString path = askPdfPath(u"PDFの保存先"_s, m_pdfPath, nullptr);
             if (path.isEmpty())
                 return failed;
             m_pdfPath = path;
-            saved = savePdf(document, m_pdfPath, nullptr);
+            saved = savePdf(document, m_pdfPath, FileUse::Common, nullptr);
         }
         if (saved != OutputEnd::Done)
             return codeOf(saved);

@@ -95,9 +95,9 @@ QString askPdfPath(const QString &title, const QString &proposed, QWidget *paren
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
-OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent) {
+OutputEnd savePdf(const Document &document, const QString &path, FileUse use, QWidget *parent) {
     Progress progress(u"PDFを作成しています。"_s, parent);
     const Result<PdfEnd> saved =
-        writePdf(document, path, [&](int done, int all) { return progress.advance(done, all); });
+        writePdf(document, path, use, [&](int done, int all) { return progress.advance(done, all); });
     return endOf(saved && *saved == PdfEnd::Written, saved.reason(), parent);
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/file_write.h"
 #include "viewer/window/page_printer.h"
 
 #include <QString>
@@ -20,7 +21,7 @@ OutputEnd printFromDialog(const Document &document, const PrintAdjustment &adjus
 /// Prints all pages on the default printer; without one the dialog asks for a printer.
 OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustment);
 
-OutputEnd savePdf(const Document &document, const QString &path, QWidget *parent);
+OutputEnd savePdf(const Document &document, const QString &path, FileUse use, QWidget *parent);
 
 /// Asks where a PDF shall lie, with ".pdf" after a name without an extension. Empty when the user gives up.
 QString askPdfPath(const QString &title, const QString &proposed, QWidget *parent);

@@ -242,7 +242,7 @@ void ViewerForm::print() {
 
 void ViewerForm::saveAs() {
     const QString path = askPdfPath(u"PDFとして保存"_s, m_pdfPath, this);
-    if (!path.isEmpty() && savePdf(m_document, path, this) == OutputEnd::Done) {
+    if (!path.isEmpty() && savePdf(m_document, path, FileUse::Common, this) == OutputEnd::Done) {
         m_pdfPath = path;
         statusBar()->showMessage(u"「%1」に保存しました。"_s.arg(QDir::toNativeSeparators(path)));
     }
