@@ -1,5 +1,7 @@
 #include "consent/rows/list_record.h"
 
+#include <array>
+
 namespace {
 
 constexpr std::array<const char16_t *, size_t(ListField::Count)> names{
@@ -79,27 +81,10 @@ constexpr std::array<const char16_t *, size_t(ListField::Count)> names{
 
 } // namespace
 
-ListRecords::ListRecords(Recordset rows) : m_rows(std::move(rows)) {
-    for (size_t i = 0; i < names.size(); ++i)
-        m_columns[i] = m_rows.column(names[i]);
-}
-
-QString ListRecords::text(int record, ListField field) const {
-    return at(field) < 0 ? QString() : m_rows.text(record, at(field));
-}
-
-qint64 ListRecords::number(int record, ListField field) const {
-    return at(field) < 0 ? 0 : m_rows.number(record, at(field));
-}
-
-QDate ListRecords::date(int record, ListField field) const {
-    return at(field) < 0 ? QDate() : m_rows.date(record, at(field));
-}
+ListRecords::ListRecords(Recordset rows) : FieldRows(std::move(rows), names) {}
 
 Nullable<short> ListRecords::nullable(int record, ListField field) const {
-    if (at(field) < 0 || m_rows.isNull(record, at(field)))
-        return {};
-    return short(m_rows.number(record, at(field)));
+    return isNull(record, field) ? Nullable<short>() : Nullable<short>(short(number(record, field)));
 }
 
 ConsentRowKey ListRecords::key(int record) const {

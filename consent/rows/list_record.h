@@ -2,10 +2,8 @@
 
 #include "consent/record/list_row.h"
 #include "consent/rules/period_advisor.h"
-#include "db/recordset.h"
+#include "db/field_rows.h"
 #include "db/tables/keys.h"
-
-#include <array>
 
 /// The columns of the list query that the list looks at.
 enum class ListField {
@@ -86,17 +84,10 @@ enum class ListField {
 
 /// The rows of one list query, read by meaning. Records count from 0 in the order of the query; a column
 /// that the query lacks reads as Null.
-class ListRecords {
+class ListRecords : public FieldRows<ListField> {
 public:
     ListRecords() = default;
     explicit ListRecords(Recordset rows);
-
-    int count() const { return m_rows.rowCount(); }
-
-    QString text(int record, ListField field) const;
-    qint64 number(int record, ListField field) const;
-    QDate date(int record, ListField field) const;
-    bool flag(int record, ListField field) const { return number(record, field) != 0; }
 
     bool isDeformity(int record) const { return number(record, ListField::Deformity) == 1; }
     ConsentRowKey key(int record) const;
@@ -109,7 +100,6 @@ public:
     ReadRow row(int record) const;
 
 private:
-    int at(ListField field) const { return m_columns[size_t(field)]; }
     Nullable<short> nullable(int record, ListField field) const;
     /// A deformity-correction row whose answer stands where a massage row keeps it.
     bool answeredAsMassage(int record) const;
@@ -120,7 +110,4 @@ private:
     ListField either(int record, ListField massage, ListField deformity) const {
         return isDeformity(record) ? deformity : massage;
     }
-
-    Recordset m_rows;
-    std::array<int, size_t(ListField::Count)> m_columns{};
 };

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/recordset.h"
+#include "db/field_rows.h"
 #include "db/tables/keys.h"
 
 #include <QString>
@@ -139,17 +139,10 @@ enum class LayoutSetting {
     ShowNumber
 };
 
-/// The rows of the query, read by meaning; Null reads as an empty text, 0 and an invalid date.
-class FormRecords {
+/// The rows of the query.
+class FormRecords : public FieldRows<F> {
 public:
-    explicit FormRecords(Recordset rows) : m_rows(std::move(rows)) {}
-
-    int count() const { return m_rows.rowCount(); }
-    QString text(int record, F field) const { return m_rows.text(record, int(field)); }
-    qint64 number(int record, F field) const { return m_rows.number(record, int(field)); }
-    bool flag(int record, F field) const { return number(record, field) != 0; }
-    QDate date(int record, F field) const { return m_rows.date(record, int(field)); }
-    bool isNull(int record, F field) const { return m_rows.isNull(record, int(field)); }
+    using FieldRows::FieldRows;
 
     PatientKey patient(int record) const {
         return {short(number(record, F::KyotenCd)), short(number(record, F::KyotenEb)),
@@ -161,9 +154,6 @@ public:
         return {patient(record), qint32(number(record, F::ConsentKey)),
                 short(number(record, F::IsCorrection)), qint32(number(record, F::CorrectionKey))};
     }
-
-private:
-    Recordset m_rows;
 };
 
 /// A field of one of the three tables that hold layout settings.
