@@ -281,6 +281,12 @@ bool frm同意書印刷::maySkip(const GatheredForms &gathered) {
     return messages.show(question) == Answer::Ok;
 }
 
+// What the paper will not say as it is written is told while it can still be mended.
+bool frm同意書印刷::mayReplace(const std::vector<ConsentForm> &forms) {
+    const QStringList texts = replacedTexts(forms);
+    return texts.isEmpty() || m_environment.messages.show(textsWillBeTouched(texts)) == Answer::Ok;
+}
+
 void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way) {
     Messages &messages = m_environment.messages;
     const ConsentForm &form = gathered.forms.front();
@@ -288,14 +294,10 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
         messages.show(layoutMissing(form.layout));
         return;
     }
-    QStringList touched;
-    QString reason;
-    if (iPrintForm(m_environment, form, way, touched, reason) != 0) {
-        messages.show(printFailed(reason));
+    if (!mayReplace(gathered.forms))
         return;
-    }
-    if (!touched.isEmpty())
-        messages.show(textsTouched(touched));
+    if (const Result<> printed = printForm(m_environment, form, way); !printed)
+        messages.show(printFailed(printed.reason()));
 }
 
 void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way) {
@@ -305,17 +307,18 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         messages.show(layoutMissing(gathered.forms.front().layout));
         return;
     }
+    if (!mayReplace(gathered.forms))
+        return;
     if (const QString question = batchQuestion(count, way);
         !question.isEmpty() && !messages.ask(question, u"同意書印刷"_s))
         return;
-    QStringList touched;
+    QStringList touched; // told already
     BatchOrder order;
     order.preview = way == PrintWay::Preview;
-    BatchResult result = waitForBatch(
+    const BatchResult result = waitForBatch(
         this, m_environment, order,
         {count, [&](int position, PrintFiles &files) {
              return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], files, touched);
          }});
-    result.touched = touched;
     messages.show(batchSummary(result));
 }

@@ -40,6 +40,7 @@ private:
     void switchOralForms(bool on);
     void print(PrintWay way);
     bool maySkip(const GatheredForms &gathered);
+    bool mayReplace(const std::vector<ConsentForm> &forms);
     void printSingle(const GatheredForms &gathered, PrintWay way);
     void printBatch(const GatheredForms &gathered, PrintWay way);
 

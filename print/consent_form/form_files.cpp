@@ -63,6 +63,13 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
     return missing;
 }
 
+QStringList replacedTexts(const std::vector<ConsentForm> &forms) {
+    DataFile data = emptyData();
+    for (const ConsentForm &form : forms)
+        data.add(form.values);
+    return data.touched();
+}
+
 Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
                               QStringList &touched) {
     PrintFiles files(environment);

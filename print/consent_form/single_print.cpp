@@ -10,19 +10,17 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-short iPrintForm(const Environment &environment, const ConsentForm &form, PrintWay way, QStringList &touched,
-                 QString &reason) {
+Result<> printForm(const Environment &environment, const ConsentForm &form, PrintWay way) {
     const QString layout = layoutPath(environment.folders, form);
-    if (const Result<> written = writeConsentFormData(environment, {form}, touched); !written) {
-        reason = written.reason();
-        return -1;
-    }
+    QStringList touched; // told before
+    if (const Result<> written = writeConsentFormData(environment, {form}, touched); !written)
+        return written;
     cls_WfdPrintExe engine(environment);
     engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
     engine.iSetDataText(1, consentFormDataName(), consentFormDataName() + u".csv"_s);
     const short paper = paperCodeOf(layout);
     const short status = way == PrintWay::Preview ? engine.iPreview(paper) : engine.iPrintDialog(paper);
     if (status != 0)
-        reason = engine.sErrMsg();
-    return status;
+        return Failure{engine.sErrMsg()};
+    return {};
 }

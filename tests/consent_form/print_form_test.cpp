@@ -136,6 +136,19 @@ TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
     EXPECT_TRUE(practice.processes.started.isEmpty());
 }
 
+TEST_F(PrintForm, TextsThatThePaperCannotSayAreToldBefore) {
+    open();
+    enter(u"txtcRiyoushaNo"_s, u"5"_s);
+    for (const Answer answer : {Answer::Cancel, Answer::Ok}) {
+        practice.messages.answers = {answer};
+        pressButton(*form, Qt::Key_F11);
+        const QStringList texts = said();
+        ASSERT_EQ(texts.size(), 1);
+        EXPECT_TRUE(texts[0].contains(u"𠮷田"_s));
+        EXPECT_EQ(practice.processes.started.size(), answer == Answer::Ok ? 1 : 0);
+    }
+}
+
 TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
     open();
     control<QRadioButton>(u"optTaisyo_1"_s)->click();
@@ -148,13 +161,17 @@ TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
     EXPECT_TRUE(asked[0].contains(u"3　口頭　太郎"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
-    practice.messages.answers = {Answer::Ok, Answer::Yes, Answer::Ok};
+    practice.messages.answers = {Answer::Ok, Answer::Cancel};
+    pressButton(*form, Qt::Key_F11);
+    EXPECT_TRUE(said().value(1).contains(u"𠮷田"_s)) << "a text that would have to be changed";
+    EXPECT_TRUE(practice.processes.started.isEmpty());
+
+    practice.messages.answers = {Answer::Ok, Answer::Ok, Answer::Yes, Answer::Ok};
     pressButton(*form, Qt::Key_F11);
     const QStringList all = said();
-    ASSERT_EQ(all.size(), 3);
-    EXPECT_TRUE(all[1].startsWith(u"4 件の同意書を印刷します。"_s));
-    EXPECT_TRUE(all[2].startsWith(u"4 件中 4 件を出力しました。"_s));
-    EXPECT_TRUE(all[2].contains(u"𠮷田"_s)) << "a text that had to be changed";
+    ASSERT_EQ(all.size(), 4);
+    EXPECT_TRUE(all[2].startsWith(u"4 件の同意書を印刷します。"_s));
+    EXPECT_EQ(all[3], u"4 件中 4 件を出力しました。"_s);
     // By kana: 2, 1, 4, 5.
     EXPECT_TRUE(
         commands(u"Com.dat"_s)
