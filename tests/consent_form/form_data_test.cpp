@@ -34,57 +34,6 @@ QString readCode(const QString &path) {
                : QString::fromStdString(image.symbol_begin()->get_data());
 }
 
-TEST(ConsentFormData, MassagePatient) {
-    Practice practice;
-    ConsentFormOptions options;
-    options.submitted = QDate(2026, 11, 24);
-    options.company = 1;
-    expectValues(practice.form(1, options),
-                 {{u"患者ID"_s, u"1"_s},
-                  {u"患者名"_s, u"\"髙橋　花子\""_s},
-                  {u"住所"_s, u"\"若葉1　荘2\""_s},
-                  {u"生年月日"_s, u"\"25年3月10日\""_s},
-                  {u"生年月日元号"_s, u"\"S\""_s},
-                  {u"部位1"_s, u"1"_s},
-                  {u"部位2"_s, u"0"_s},
-                  {u"部位5"_s, u"1"_s},
-                  {u"温按法あり"_s, u"1"_s},
-                  {u"傷病名"_s, u"\"脳梗塞後遺症\""_s},
-                  {u"麻痺"_s, u"\"躯幹、左上肢\""_s},
-                  {u"拘縮"_s, u"\"右膝、頸部\""_s},
-                  {u"施術種類"_s, u"\"マッサージ\""_s},
-                  {u"発病年月日"_s, u"\"1年5月1日\""_s},
-                  {u"発病年月日元号"_s, u"\"R\""_s},
-                  {u"備考"_s, u"\"変形徒手矯正術　令和8年11月1日～令和8年11月30日\""_s},
-                  {u"保険医療機関名"_s, u"\"緑病院\""_s},
-                  {u"保険医師所在地"_s, u"\"病院町1　2階\""_s},
-                  {u"保険医氏名"_s, u"\"山田'一\""_s},
-                  {u"提出年月日"_s, u"\"令和8年11月24日\""_s},
-                  {u"初診年月日"_s, u"\"7年5月7日\""_s},
-                  {u"要加療期間・終了日"_s, u"\"令和8年10月31日\""_s},
-                  {u"施術師名"_s, u"\"施術　花\""_s},
-                  {u"施術所名称"_s, u"\"ひなた　若葉\""_s},
-                  {u"コメント"_s, u"\"返送先　〒992-2000　港町私書箱\""_s},
-                  {u"保険医電話番号"_s, u"\"0999-50-0001\""_s},
-                  {u"病院ID"_s, u"70"_s},
-                  {u"施術場所番号"_s, u"80"_s},
-                  {u"施術場所住所"_s, u"\"荘町8\""_s},
-                  {u"往療の必要性"_s, u"1"_s},
-                  {u"筋萎縮"_s, u"1"_s},
-                  {u"症状その他(内容)"_s, u"\"疼痛\""_s},
-                  {u"次回同意期間"_s, u"\"令和8年11月1日～令和9年4月30日\""_s},
-                  {u"同意書再取得予定期間"_s, u"\"令和8年10月1日～令和8年10月15日\""_s},
-                  {u"印刷社名"_s, u"\"本社\""_s},
-                  {u"印刷年月日"_s, u"\"令和8年11月21日\""_s},
-                  {u"発病日付判定"_s, u"1"_s},
-                  {u"再同意フラグ"_s, u"1"_s},
-                  {u"性別"_s, u"\"女\""_s},
-                  {u"歩行状態"_s, u"\"車椅子\""_s},
-                  {u"要介護度"_s, u"\"要介護3\""_s},
-                  {u"拘縮右膝"_s, u"1"_s},
-                  {u"拠点名"_s, u"\"若葉院\""_s}});
-}
-
 TEST(ConsentFormData, AcupuncturePatientWithTheDoctorOfTheRecord) {
     Practice practice;
     ConsentFormOptions options;
@@ -150,33 +99,6 @@ TEST(ConsentFormData, EmptyStaysEmpty) {
                                     {u"再同意フラグ"_s, u"0"_s},
                                     {u"性別"_s, u"\"\""_s},
                                     {u"要介護度"_s, u"\"\""_s}});
-}
-
-// The doctor of patient 5 writes by hand.
-TEST(ConsentFormData, BlocksThatAreNotPrintedAreEmpty) {
-    Practice practice;
-    ConsentFormOptions options;
-    options.treatmentContent = false;
-    options.doctorBlock = false;
-    const Expected noDoctor = {{u"保険医療機関名"_s, u"\"\""_s},
-                               {u"保険医師所在地"_s, u"\"\""_s},
-                               {u"保険医氏名"_s, u"\"\""_s},
-                               {u"保険医電話番号"_s, u"\"\""_s},
-                               {u"病院ID"_s, u"\"\""_s}};
-    const ConsentForm form = practice.form(1, options);
-    expectValues(form, noDoctor);
-    expectValues(form, {{u"施術内容表示"_s, u"0"_s},
-                        {u"部位1"_s, u"0"_s},
-                        {u"温按法あり"_s, u"0"_s},
-                        {u"麻痺"_s, u"\"\""_s},
-                        {u"麻痺躯幹"_s, u"0"_s},
-                        {u"拘縮"_s, u"\"\""_s},
-                        {u"拘縮その他"_s, u"\"\""_s},
-                        {u"筋萎縮"_s, u"0"_s},
-                        {u"症状その他CHK"_s, u"0"_s},
-                        {u"備考"_s, u"\"\""_s},
-                        {u"傷病名"_s, u"\"脳梗塞後遺症\""_s}});
-    expectValues(practice.form(5), noDoctor);
 }
 
 TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
