@@ -105,15 +105,6 @@ Message textsTouched(const QStringList &texts) {
             {}};
 }
 
-Message textsWillBeTouched(const QStringList &texts) {
-    Message question{u"次の文字列には帳票で使えない文字があり、近い文字か「〓」に置き換えて出力します。"_s +
-                         newLine + eachOnce(texts).join(newLine) + newLine + newLine + u"よろしいですか？"_s,
-                     MessageIcon::Exclamation,
-                     {}};
-    question.buttons = MessageButtons::OkCancel;
-    return question;
-}
-
 Message batchSummary(const BatchResult &result) {
     QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports());
     if (result.cancelled)

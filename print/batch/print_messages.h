@@ -14,8 +14,6 @@ Message oralNotPrinted();
 Message printFailed(const QString &reason);
 /// Texts with characters that code page 932 lacks were changed in the data.
 Message textsTouched(const QStringList &texts);
-/// The same, asked before anything is printed; OK or cancel.
-Message textsWillBeTouched(const QStringList &texts);
 /// What a batch printed and what it did not.
 Message batchSummary(const BatchResult &result);
 ///@}

@@ -8,6 +8,7 @@
 #include "print/consent_form/form_batch.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
+#include "print/documents/lost_texts.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
 #include "search/staff_search_form.h"
@@ -40,6 +41,12 @@ QString batchQuestion(int count, PrintWay way) {
                : u"%L1 件の同意書を %2 件ごとに %L3 画面に分けて表示します。よろしいですか？"_s.arg(count)
                      .arg(most)
                      .arg((count + most - 1) / most);
+}
+
+/// What was told before is not told again.
+QStringList otherTexts(QStringList touched, const QStringList &told) {
+    touched.removeIf([&told](const QString &text) { return told.contains(text); });
+    return touched;
 }
 
 } // namespace
@@ -282,9 +289,10 @@ bool frm同意書印刷::maySkip(const GatheredForms &gathered) {
 }
 
 // What the paper will not say as it is written is told while it can still be mended.
-bool frm同意書印刷::mayReplace(const std::vector<ConsentForm> &forms) {
-    const QStringList texts = replacedTexts(forms);
-    return texts.isEmpty() || m_environment.messages.show(textsWillBeTouched(texts)) == Answer::Ok;
+bool frm同意書印刷::mayLose(const QStringList &texts) {
+    return texts.isEmpty() ||
+           m_environment.messages.ask(
+               lostTextsNote(texts) + u"\r\n\r\nこのまま出力します。よろしいですか？"_s, windowTitle());
 }
 
 void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way) {
@@ -294,10 +302,14 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
         messages.show(layoutMissing(form.layout));
         return;
     }
-    if (!mayReplace(gathered.forms))
+    const QStringList told = lostTexts(gathered.forms);
+    if (!mayLose(told))
         return;
-    if (const Result<> printed = printForm(m_environment, form, way); !printed)
+    const Result<QStringList> printed = printForm(m_environment, form, way);
+    if (!printed)
         messages.show(printFailed(printed.reason()));
+    else if (const QStringList touched = otherTexts(*printed, told); !touched.isEmpty())
+        messages.show(textsTouched(touched));
 }
 
 void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way) {
@@ -307,18 +319,20 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         messages.show(layoutMissing(gathered.forms.front().layout));
         return;
     }
-    if (!mayReplace(gathered.forms))
+    const QStringList told = lostTexts(gathered.forms);
+    if (!mayLose(told))
         return;
     if (const QString question = batchQuestion(count, way);
         !question.isEmpty() && !messages.ask(question, u"同意書印刷"_s))
         return;
-    QStringList touched; // told already
+    QStringList touched;
     BatchOrder order;
     order.preview = way == PrintWay::Preview;
-    const BatchResult result = waitForBatch(
+    BatchResult result = waitForBatch(
         this, m_environment, order,
         {count, [&](int position, PrintFiles &files) {
              return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], files, touched);
          }});
+    result.touched = otherTexts(touched, told);
     messages.show(batchSummary(result));
 }

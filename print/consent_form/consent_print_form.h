@@ -40,7 +40,7 @@ private:
     void switchOralForms(bool on);
     void print(PrintWay way);
     bool maySkip(const GatheredForms &gathered);
-    bool mayReplace(const std::vector<ConsentForm> &forms);
+    bool mayLose(const QStringList &texts);
     void printSingle(const GatheredForms &gathered, PrintWay way);
     void printBatch(const GatheredForms &gathered, PrintWay way);
 

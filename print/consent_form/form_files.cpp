@@ -4,6 +4,7 @@
 #include "app/base/folders.h"
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/qr_code.h"
+#include "print/documents/lost_texts.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -63,11 +64,13 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
     return missing;
 }
 
-QStringList replacedTexts(const std::vector<ConsentForm> &forms) {
-    DataFile data = emptyData();
+QStringList lostTexts(const std::vector<ConsentForm> &forms) {
+    QStringList texts;
     for (const ConsentForm &form : forms)
-        data.add(form.values);
-    return data.touched();
+        for (const DataValue &value : form.values)
+            if (const auto *text = std::get_if<QString>(&value))
+                texts += *text;
+    return textsWithLoss(texts);
 }
 
 Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,

@@ -18,8 +18,8 @@ QString layoutPath(const Folders &folders, const ConsentForm &form);
 std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
                                                    const std::vector<ConsentForm> &forms);
 
-/// The texts of the forms in which a character that code page 932 lacks will be replaced.
-QStringList replacedTexts(const std::vector<ConsentForm> &forms);
+/// The texts of the forms in which a character will print as 〓.
+QStringList lostTexts(const std::vector<ConsentForm> &forms);
 
 /// Writes the QR pictures of single documents and "同意書データ.csv" into the work folder.
 /// @param touched gains the texts in which a character that code page 932 lacks was replaced

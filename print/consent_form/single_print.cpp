@@ -10,11 +10,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-Result<> printForm(const Environment &environment, const ConsentForm &form, PrintWay way) {
+Result<QStringList> printForm(const Environment &environment, const ConsentForm &form, PrintWay way) {
     const QString layout = layoutPath(environment.folders, form);
-    QStringList touched; // told before
+    QStringList touched;
     if (const Result<> written = writeConsentFormData(environment, {form}, touched); !written)
-        return written;
+        return Failure{written.reason()};
     cls_WfdPrintExe engine(environment);
     engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
     engine.iSetDataText(1, consentFormDataName(), consentFormDataName() + u".csv"_s);
@@ -22,5 +22,5 @@ Result<> printForm(const Environment &environment, const ConsentForm &form, Prin
     const short status = way == PrintWay::Preview ? engine.iPreview(paper) : engine.iPrintDialog(paper);
     if (status != 0)
         return Failure{engine.sErrMsg()};
-    return {};
+    return touched;
 }

@@ -10,4 +10,5 @@ enum class PrintWay {
 };
 
 /// Hands the document of one form to the report engine's viewer; the paper follows the layout's name.
-Result<> printForm(const Environment &environment, const ConsentForm &form, PrintWay way);
+/// @return the texts in which a character that code page 932 lacks was replaced
+Result<QStringList> printForm(const Environment &environment, const ConsentForm &form, PrintWay way);

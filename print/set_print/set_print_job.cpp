@@ -4,6 +4,7 @@
 #include "app/base/folders.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/form_batch.h"
+#include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
 #include "print/documents/lost_texts.h"
 
@@ -129,11 +130,7 @@ QStringList SetPrintJob::lostTexts() const {
     if (m_choice.envelopes)
         for (const Envelope &envelope : m_envelopes)
             texts += {envelope.institution, envelope.addressee, envelope.address1, envelope.address2};
-    for (const ConsentForm &form : m_forms.forms)
-        for (const DataValue &value : form.values)
-            if (const auto *text = std::get_if<QString>(&value))
-                texts += *text;
-    return textsWithLoss(texts);
+    return textsWithLoss(texts) + ::lostTexts(m_forms.forms);
 }
 
 BatchDocument SetPrintJob::document() {

@@ -139,13 +139,13 @@ TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
 TEST_F(PrintForm, TextsThatThePaperCannotSayAreToldBefore) {
     open();
     enter(u"txtcRiyoushaNo"_s, u"5"_s);
-    for (const Answer answer : {Answer::Cancel, Answer::Ok}) {
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
         practice.messages.answers = {answer};
         pressButton(*form, Qt::Key_F11);
         const QStringList texts = said();
         ASSERT_EQ(texts.size(), 1);
         EXPECT_TRUE(texts[0].contains(u"𠮷田"_s));
-        EXPECT_EQ(practice.processes.started.size(), answer == Answer::Ok ? 1 : 0);
+        EXPECT_EQ(practice.processes.started.size(), answer == Answer::Yes ? 1 : 0);
     }
 }
 
@@ -161,12 +161,12 @@ TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
     EXPECT_TRUE(asked[0].contains(u"3　口頭　太郎"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
-    practice.messages.answers = {Answer::Ok, Answer::Cancel};
+    practice.messages.answers = {Answer::Ok, Answer::No};
     pressButton(*form, Qt::Key_F11);
     EXPECT_TRUE(said().value(1).contains(u"𠮷田"_s)) << "a text that would have to be changed";
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
-    practice.messages.answers = {Answer::Ok, Answer::Ok, Answer::Yes, Answer::Ok};
+    practice.messages.answers = {Answer::Ok, Answer::Yes, Answer::Yes, Answer::Ok};
     pressButton(*form, Qt::Key_F11);
     const QStringList all = said();
     ASSERT_EQ(all.size(), 4);
