@@ -59,7 +59,9 @@ update RIYOUSHA set tBirthday = '1926/12/24', tHatsubyou = '1989/01/08', tSyoryo
   tDouishoSaishutokuFrom = '2026/03/04', tDouishoSaishutokuTo = '2026/04/05';
 update RIYOUSHA_DOUI_REC set tDouiKaryoS = '2026/05/06', tDouiKaryoE = '2026/06/07', tSaiDouiDay = '2026/07/08',
   tSaiDouiKaryoS = '2026/08/09', tSaiDouiKaryoE = '2026/09/10', tHenkeSday = '2026/10/11', tHenKeEday = '2026/11/12',
-  iKousyukuSonota = 1 where nDate = 20260501)"_s);
+  iKousyukuSonota = 1 where nDate = 20260501;
+insert into STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) values (0, 1, 6, 'another branch');
+insert into CODE (iBunrui, nIDNo, nIDIndex, cName) values (5, 3, 1, 'another list'))"_s);
     }
     void set(const Row &row, const QString &column, const QString &value) {
         practice.database.run(u"update "_s + row.table + u" set "_s + column + u" = "_s + value +
@@ -247,6 +249,23 @@ TEST_F(ConsentFormColumns, FlagsSetTheirOwnColumn) {
         for (int column = 1; column <= 3; ++column)
             EXPECT_EQ(made.value(u"往療理由%1"_s.arg(column)), QString::number(column == reason)) << column;
     }
+}
+
+TEST_F(ConsentFormColumns, NumbersBecomeTheirOwnWords) {
+    const QStringList degrees = u" 要支援1 要支援2 要介護1 要介護2 要介護3 要介護4 要介護5 "_s.split(u' ');
+    for (int degree = 0; degree < degrees.size(); ++degree) {
+        practice.database.run(u"update RIYOUSHA set iKaigodo = %1, iSexKubun = %1"_s.arg(degree));
+        const QHash<QString, QString> made = form();
+        EXPECT_EQ(made.value(u"要介護度"_s), quoted(degrees[degree]));
+        EXPECT_EQ(made.value(u"性別"_s), quoted(degree == 1 ? u"男"_s : degree == 2 ? u"女"_s : QString()));
+    }
+    practice.database.run(
+        u"update RIYOUSHA_DOUI_REC set tSaiDouiKaryoE = Null, iDouishoSaishutokuKikan = 5"_s);
+    EXPECT_EQ(form().value(u"次回同意期間"_s), u"\"令和8年8月9日～\""_s);
+    EXPECT_EQ(form().value(u"同意書再取得予定期間"_s), u"\"令和8年3月4日～令和8年4月5日\""_s);
+    practice.database.run(
+        u"update RIYOUSHA set tDouishoSaishutokuFrom = Null, tDouishoSaishutokuTo = Null"_s);
+    EXPECT_EQ(form().value(u"同意書再取得予定期間"_s), u"\"5ヶ月\""_s);
 }
 
 /// The columns that a switch empties, and no others.

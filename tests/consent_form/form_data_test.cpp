@@ -6,6 +6,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <zbar.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -184,6 +185,21 @@ TEST(ConsentFormData, TheFormOfEachPatient) {
          {},
          u"埼玉口頭同意M.wfd"_s,
          u"110"_s},
+        {"by word of mouth: fixed, acupuncture", 2, [](O o) { o.oral = OralForms::Saitama; },
+         u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = 1 where nIDNo = 2"_s, u"埼玉口頭同意H.wfd"_s,
+         u"010"_s},
+        {"own settings, acupuncture", 2, nothing,
+         u"update RIYOUSHA_SUB set iSyokaiDouiON = 1, iSyokaiDouiMasTypeNo = 1, iSyokaiDouiHariTypeNo = 3"_s,
+         u"H初回.wfd"_s, u"010"_s},
+        {"own settings, acupuncture again", 2, [](O o) { o.style = FormStyle::Again; },
+         u"update RIYOUSHA_SUB set iSaiDouiON = 1, iSaiDouiMasTypeNo = 1, iSaiDouiHariTypeNo = 3"_s,
+         u"H初回.wfd"_s, u"110"_s},
+        {"no number, acupuncture again", 2, [](O o) { o.style = FormStyle::Again; },
+         u"update RIYOUSHA_SUB set iDouishoId = Null"_s, u"H再_B5.wfd"_s, u"110"_s},
+        {"treated, and no day of consent", 4, nothing, u"update RIYOUSHA set tSyoryoDay = '2025/01/01'"_s,
+         u"M再.wfd"_s, u"110"_s},
+        {"a fixed oral layout is no form of a kind", 4, nothing,
+         u"update SHINSEISYO set cFileName = '埼玉口頭同意M.wfd' where nIDNo = 1"_s, u"M再.wfd"_s, u"010"_s},
         {"branch 0", 1, [](O o) { o.master = FormMaster::Practice; },
          u"update SHINSEISYO set cFileName = '全社.wfd' where iKyotenCd = 0 and nIDNo = 2"_s, u"全社.wfd"_s,
          u"110"_s},
@@ -203,32 +219,65 @@ TEST(ConsentFormData, TheFormOfEachPatient) {
             shown += Practice::value(form, column);
         EXPECT_EQ(shown, c.shown) << c.name;
     }
+    Practice practice;
+    practice.database.run(own + u"; update RIYOUSHA_SUB set iDouiDispIshidata = 0"_s);
+    EXPECT_EQ(Practice::value(practice.form(1), u"保険医氏名"_s), u"\"\""_s)
+        << "own settings, without doctor's block";
+}
+
+/// Patient numbers in order; who is left out by word of mouth is "o3", for want of a form "n3".
+QString who(Practice &practice, const ConsentFormOptions &options) {
+    const GatheredForms gathered = practice.gather(options);
+    QString numbers;
+    for (const ConsentForm &form : gathered.forms)
+        numbers += QString::number(form.patient.nIDNo);
+    for (const LeftOutPatient &patient : gathered.leftOut)
+        numbers +=
+            (patient.why == LeftOutPatient::Why::Oral ? u'o' : u'n') + QString::number(patient.patient.nIDNo);
+    return numbers;
 }
 
 TEST(ConsentFormData, WhoGetsAForm) {
     Practice practice;
-    practice.database.run(u"update RIYOUSHA set iTenki = 3 where nIDNo = 5"_s);
-    const auto who = [&](const ConsentFormOptions &options) {
-        const GatheredForms gathered = practice.gather(options);
-        QString numbers;
-        for (const ConsentForm &form : gathered.forms)
-            numbers += QString::number(form.patient.nIDNo);
-        for (const LeftOutPatient &patient : gathered.leftOut)
-            numbers += (patient.why == LeftOutPatient::Why::Oral ? u'o' : u'n') +
-                       QString::number(patient.patient.nIDNo);
-        return numbers;
-    };
-    EXPECT_EQ(who({}), u"124o3"_s);
-    EXPECT_EQ(who({.kind = FormKind::Acupuncture}), u"2"_s);
-    EXPECT_EQ(who({.order = FormOrder::Kana}), u"214o3"_s);
-    EXPECT_EQ(who({.staff = 6}), u"1o3"_s);
-    EXPECT_EQ(who({.doctor = u"12"_s}), u"1o3"_s);
-    EXPECT_EQ(who({.periodEndFrom = QDate(2026, 10, 31), .periodEndTo = QDate(2026, 10, 31)}), u"1"_s);
-    EXPECT_EQ(who({.patients = {5, 1, 5, 6}, .order = FormOrder::AsChosen}), u"51"_s);
-    EXPECT_EQ(who({.patients = std::vector<qint32>(3000, 2)}), u"2"_s);
-    EXPECT_EQ(who({.patients = {99}}), u""_s);
+    EXPECT_EQ(who(practice, {.order = FormOrder::Kana}), u"2145o3"_s);
+    EXPECT_EQ(who(practice, {.patients = {5, 1, 5, 6}, .order = FormOrder::AsChosen}), u"51"_s);
+    EXPECT_EQ(who(practice, {.patients = {1, 2, 4, 5}}), u"1245"_s);
+    std::vector<qint32> many(3000, 2);
+    many.resize(6000, 99);
+    std::iota(many.begin() + 3000, many.end(), 100);
+    EXPECT_EQ(who(practice, {.patients = many}), u"2"_s);
+    EXPECT_EQ(who(practice, {.patients = {99}}), u""_s);
     practice.database.run(u"delete from SHINSEISYO where iSejutsuKubun = 0"_s);
-    EXPECT_EQ(who({}), u"2n1o3n4"_s);
+    EXPECT_EQ(who(practice, {}), u"2n1o3n4n5"_s);
+}
+
+// Patient 2 has no kind of treatment stored, patient 8 no consent; 4 to 7 are not treated any more.
+TEST(ConsentFormData, FiltersAndOrders) {
+    Practice practice;
+    practice.database.run(uR"(
+delete from RIYOUSHA_DOUI_REC; delete from RIYOUSHA; delete from RIYOUSHA_SUB;
+insert into SISETSU (nIDNo, cShameiKana1) values (90, 'ア'), (91, 'イ');
+insert into DOCTOR (cIDNo, iSisetsuCode) values ('21', 91), ('22', 90), ('23', 90);
+insert into RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cNameKana, iSejutsuKubun, iTenki, tExpireDay, nTantou, nDouiIsiCd) values
+  (1, 1, 1, 'オ', 0, Null, Null, 2, 22), (1, 1, 2, 'エ', Null, 0, Null, 2, 21), (1, 1, 3, 'ウ', 1, 2, Null, 3, 21),
+  (1, 1, 4, 'イ', 0, 1, Null, 1, 21), (1, 1, 5, 'イ', 0, 3, Null, 1, 21), (1, 1, 6, 'イ', 0, 15, Null, 1, 21),
+  (1, 1, 7, 'イ', 0, 0, '2026/01/01', 1, 21), (1, 1, 8, 'ア', 0, 0, Null, 1, 21);
+insert into RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, iNewestFlg, tDouiKaryoE,
+  cIsiCd) values (1, 1, 1, 20250901, 0, 0, 1, '2026/02/28', '21'), (1, 1, 2, 20250801, 0, 0, 1, '2026/01/31', '22'),
+  (1, 1, 3, 20251001, 0, 0, 1, '2026/03/31', '23');
+)"_s);
+    const QDate end(2026, 2, 28);
+    EXPECT_EQ(who(practice, {}), u"1238"_s);
+    EXPECT_EQ(who(practice, {.kind = FormKind::Massage}), u"128"_s);
+    EXPECT_EQ(who(practice, {.kind = FormKind::Acupuncture}), u"3"_s);
+    EXPECT_EQ(who(practice, {.staff = 2}), u"12"_s);
+    EXPECT_EQ(who(practice, {.doctor = u"21"_s}), u"18"_s);
+    EXPECT_EQ(who(practice, {.periodEndFrom = end}), u"13"_s);
+    EXPECT_EQ(who(practice, {.periodEndTo = end}), u"12"_s);
+    EXPECT_EQ(who(practice, {.order = FormOrder::Kana}), u"8321"_s);
+    EXPECT_EQ(who(practice, {.order = FormOrder::Hospital}), u"2381"_s);
+    EXPECT_EQ(who(practice, {.order = FormOrder::Staff}), u"8213"_s);
+    EXPECT_EQ(who(practice, {.order = FormOrder::PeriodEnd}), u"8213"_s);
 }
 
 /// "position of the row:consent key layout" of every form; then who is left out of which row, and why.
@@ -293,6 +342,12 @@ TEST(ConsentFormRows, EachRowHasItsOwnForm) {
     EXPECT_EQ(formsOf(practice, both), u"0:20261101 M再.wfd | 1:20260701 M再.wfd | -2 髙橋　花子 0"_s);
     practice.database.run(u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = iHenkeiFlg where nIDNo = 1"_s);
     EXPECT_EQ(formsOf(practice, {both[0]}), u"-0 髙橋　花子 0"_s);
+
+    // A doctor whom no list has is another one where the consent says so.
+    practice.database.run(
+        u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = 0, cIsiCd = '98', cDouiIsiName = '医師' || iHenkeiFlg"
+        " where nIDNo = 1"_s);
+    EXPECT_EQ(formsOf(practice, both), u"0:20261101 M再.wfd | 1:20260701 M再.wfd | 2:20260501 M初回.wfd"_s);
 }
 
 TEST(ConsentFormRows, FormsOfARowLieInFilesOfTheirOwn) {
@@ -319,12 +374,17 @@ TEST(ConsentFormRows, RowsThatOthersFollowedAreNamed) {
 // Old data mark two rows as newest.
 TEST(ConsentFormRows, OfTwoNewestRowsTheLaterPrints) {
     Practice practice;
-    practice.database.run(u"update RIYOUSHA_DOUI_REC set iNewestFlg = 1 where nDate = 20250507"_s);
+    practice.database.run(
+        u"update RIYOUSHA_DOUI_REC set iNewestFlg = 1 where nDate = 20250507;"
+        "insert into RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate,"
+        " iNewestFlg) values (1, 1, 1, 20270101, 0, 0, 0), (1, 1, 1, 20261101, 1, 20261115, 1)"_s);
     EXPECT_EQ(Practice::value(practice.form(1), u"傷病名"_s), u"\"脳梗塞後遺症\""_s);
     EXPECT_EQ(practice.gather({.staff = 6, .periodEndTo = QDate(2025, 10, 31)}).forms.size(), 0u)
         << "the older one's period is not the patient's";
     EXPECT_EQ(formsOf(practice, {massage(1, 20250507), massage(1, 20260501)}),
               u"1:20260501 M再.wfd | -0 髙橋　花子 2"_s);
+    EXPECT_EQ(formsOf(practice, {correction(1, 20261101)}), u"-0 髙橋　花子 2"_s)
+        << "one of the 15th follows it";
 }
 
 } // namespace
