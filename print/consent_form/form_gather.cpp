@@ -170,7 +170,7 @@ private:
         }
     }
 
-    /// The patient's correction, when its row is asked for too and of the same doctor.
+    /// The patient's correction, when its row is asked for too, of the same doctor at the same place.
     Wanted *correctionBeside(const Wanted &wanted) {
         const auto found = m_corrections.constFind(m_rows.patient(wanted.record).nIDNo);
         if (found == m_corrections.cend())
@@ -180,9 +180,8 @@ private:
     }
 
     bool isSameDoctor(int record, int other) const {
-        const auto same = [&](F field) { return m_rows.text(record, field) == m_rows.text(other, field); };
-        return same(F::Doctor) && (!m_rows.text(record, F::DoctorName).isEmpty() ||
-                                   (same(F::RecordDoctor) && same(F::RecordHospital)));
+        return m_rows.text(record, F::Doctor) == m_rows.text(other, F::Doctor) &&
+               addresseeOf(m_rows.doctor(record)) == addresseeOf(m_rows.doctor(other));
     }
 
     void leaveOut(const Wanted &wanted, bool oral) {

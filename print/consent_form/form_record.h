@@ -2,6 +2,7 @@
 
 #include "db/field_rows.h"
 #include "db/tables/keys.h"
+#include "print/documents/addressee.h"
 
 #include <QString>
 #include <array>
@@ -147,6 +148,24 @@ public:
     PatientKey patient(int record) const {
         return {short(number(record, F::KyotenCd)), short(number(record, F::KyotenEb)),
                 qint32(number(record, F::Number))};
+    }
+    /// The doctor whom the row names.
+    KnownDoctor doctor(int record) const {
+        const auto t = [&](F field) { return text(record, field); };
+        return {.name = t(F::DoctorName),
+                .own = {.name = t(F::DoctorHospital),
+                        .zip = {},
+                        .address1 = t(F::DoctorAddress1),
+                        .address2 = t(F::DoctorAddress2),
+                        .telephone = t(F::DoctorTelephone)},
+                .institution = {.name = t(F::HospitalName),
+                                .zip = {},
+                                .address1 = t(F::HospitalAddress1),
+                                .address2 = t(F::HospitalAddress2),
+                                .telephone = t(F::HospitalTelephone)},
+                .notedName = t(F::RecordDoctor),
+                .notedInstitution = t(F::RecordHospital),
+                .notedAddress = t(F::RecordHospitalAddress)};
     }
     bool isAcupuncture(int record) const { return flag(record, F::Kind); }
     /// The consent row; its nDate is 0 where the patient has none.

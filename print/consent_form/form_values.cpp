@@ -49,22 +49,7 @@ QStringList marked(X x, std::span<const Named> fields) {
 
 /// Empty without the doctor's block.
 Addressee addressee(X x) {
-    if (!doctorShown(x))
-        return {};
-    return addresseeOf({.name = textOf<F::DoctorName>(x),
-                        .own = {.name = textOf<F::DoctorHospital>(x),
-                                .zip = {},
-                                .address1 = textOf<F::DoctorAddress1>(x),
-                                .address2 = textOf<F::DoctorAddress2>(x),
-                                .telephone = textOf<F::DoctorTelephone>(x)},
-                        .institution = {.name = textOf<F::HospitalName>(x),
-                                        .zip = {},
-                                        .address1 = textOf<F::HospitalAddress1>(x),
-                                        .address2 = textOf<F::HospitalAddress2>(x),
-                                        .telephone = textOf<F::HospitalTelephone>(x)},
-                        .notedName = textOf<F::RecordDoctor>(x),
-                        .notedInstitution = textOf<F::RecordHospital>(x),
-                        .notedAddress = textOf<F::RecordHospitalAddress>(x)});
+    return doctorShown(x) ? addresseeOf(x.rows.doctor(x.record)) : Addressee();
 }
 
 std::array<bool, 7> markedDiseases(X x) {

@@ -40,7 +40,7 @@ const QList<Row> rows = {
     {u"doctor"_s, u"DOCTOR"_s, u"cIDNo = '12'"_s, u"cName cKikan cAddress1 cAddress2 cTelNo"_s},
     {u"hospital"_s, u"SISETSU"_s, u"nIDNo = 70"_s, u"cShamei1 cAddress1 cAddress2 cTelNo"_s},
     {u"home"_s, u"SISETSU"_s, u"nIDNo = 80"_s, u"cAddress1 cAddress2"_s},
-    {u"staff"_s, u"STAFF"_s, u"nIDNo = 6"_s, u"cName"_s},
+    {u"staff"_s, u"STAFF"_s, u"iKyotenCd = 1"_s, u"cName"_s},
     {u"branch"_s, u"KYOTEN"_s, u"iKyotenCd = 1"_s, u"cKyotenName cYubinNo cAddress1 cAddress2 cTelNo"_s},
     {u"practice"_s, u"CORP"_s, u"nIDNo = 1"_s, u"cShamei1 cShamei2 cYubinNo cAddress1 cAddress2 cTelNo"_s},
     {u"sender"_s, u"CORP"_s, u"nIDNo = 2"_s,
@@ -51,6 +51,9 @@ const QList<Row> rows = {
 class ConsentFormColumns : public testing::Test {
 protected:
     ConsentFormColumns() {
+        practice.database.run(
+            u"delete from STAFF; insert into STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) values"
+            " (0, 1, 6, 'another branch'), (1, 1, 6, Null)"_s);
         for (const Row &row : rows)
             for (const QString &column : row.columns.split(u' '))
                 set(row, column, u'\'' + held(row.name + u'.' + column) + u'\'');
@@ -60,7 +63,6 @@ update RIYOUSHA set tBirthday = '1926/12/24', tHatsubyou = '1989/01/08', tSyoryo
 update RIYOUSHA_DOUI_REC set tDouiKaryoS = '2026/05/06', tDouiKaryoE = '2026/06/07', tSaiDouiDay = '2026/07/08',
   tSaiDouiKaryoS = '2026/08/09', tSaiDouiKaryoE = '2026/09/10', tHenkeSday = '2026/10/11', tHenKeEday = '2026/11/12',
   iKousyukuSonota = 1 where nDate = 20260501;
-insert into STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) values (0, 1, 6, 'another branch');
 insert into CODE (iBunrui, nIDNo, nIDIndex, cName) values (5, 3, 1, 'another list'))"_s);
     }
     void set(const Row &row, const QString &column, const QString &value) {
