@@ -5,9 +5,9 @@
 #include "app/base/messages.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
-#include "print/consent_form/form_batch.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
+#include "print/consent_form/form_print.h"
 #include "print/documents/lost_texts.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
@@ -110,11 +110,10 @@ short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, 
     m_db = &db;
     m_searches = std::make_unique<Searches>(db, m_environment, *m_ui);
     ConsentPrintSettings settings;
-    QString reason;
-    if (settings.iRead(m_environment.folders, reason) != 0)
-        m_environment.messages.show(printSettingsUnreadable(reason));
-    if (m_practice.iRead(m_environment.folders, reason) != 0)
-        m_environment.messages.show(printSettingsUnreadable(reason));
+    for (const Result<> &read :
+         {settings.read(m_environment.folders), m_practice.read(m_environment.folders)})
+        if (!read)
+            m_environment.messages.show(printSettingsUnreadable(read.reason()));
     showSettings(settings);
     showTarget();
     m_ui->txtcRiyoushaNo->setFocus();
@@ -229,11 +228,10 @@ ConsentFormOptions frm同意書印刷::options(const ConsentPrintSettings &setti
 }
 
 void frm同意書印刷::switchOralForms(bool on) {
-    QString reason;
-    if (m_practice.iWriteOralSaitama(m_environment.folders, on, reason) == 0) {
+    if (const Result<> written = m_practice.writeOralSaitama(m_environment.folders, on); written) {
         m_practice.oralSaitama = on;
     } else {
-        m_environment.messages.failIn(reason, u"mnDouiOpt_Click()でエラー");
+        m_environment.messages.failIn(written.reason(), u"mnDouiOpt_Click()でエラー");
         m_oralForms->setChecked(!on);
     }
     showTarget();
@@ -244,9 +242,8 @@ void frm同意書印刷::print(PrintWay way) {
         return;
     const ConsentPrintSettings settings = chosen();
     // Choices that cannot be kept are no reason not to print.
-    QString reason;
-    if (settings.iWrite(m_environment.folders, reason) != 0)
-        m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    if (const Result<> kept = settings.write(m_environment.folders); !kept)
+        m_environment.messages.failIn(kept.reason(), u"cmdPrint_Click()でエラー");
     const Result<GatheredForms> gathered =
         gatherConsentForms(*m_db, options(settings), m_environment.clock.today());
     if (!gathered)

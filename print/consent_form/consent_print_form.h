@@ -1,8 +1,8 @@
 #pragma once
 
 #include "print/consent_form/form_gather.h"
+#include "print/consent_form/form_print.h"
 #include "print/consent_form/print_settings.h"
-#include "print/consent_form/single_print.h"
 
 #include <QDialog>
 #include <memory>

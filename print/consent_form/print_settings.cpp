@@ -34,13 +34,13 @@ class Section {
 public:
     Section(const QString &path, const QString &name) : m_name(name) { m_status = m_ini.iInit(path); }
 
-    short status(QString &reason) {
+    Result<> readable() {
+        if (m_status != 0)
+            return Failure{m_ini.sErrMsg()};
         QFile file(m_ini.path());
-        if (m_status == 0 && file.open(QIODevice::ReadOnly))
-            return 0;
-        reason = m_status == 0 ? u"「%1」を読み込めません。\r\n"_s.arg(m_ini.path()) + file.errorString()
-                               : m_ini.sErrMsg();
-        return -1;
+        if (!file.open(QIODevice::ReadOnly))
+            return Failure{u"「%1」を読み込めません。\r\n"_s.arg(m_ini.path()) + file.errorString()};
+        return {};
     }
     qint32 number(const QString &key, qint32 fallback) const {
         return m_ini.nGetProfileLong(m_name, key, fallback);
@@ -53,13 +53,11 @@ public:
         return stored < 0 || stored > int(last) ? fallback : Choice(stored);
     }
 
-    short write(const Entries &entries, QString &reason) {
+    Result<> write(const Entries &entries) {
         for (const auto &[key, value] : entries)
-            if (m_ini.iWriteProfileString(m_name, key, value) != 0) {
-                reason = m_ini.sErrMsg();
-                return -1;
-            }
-        return 0;
+            if (m_ini.iWriteProfileString(m_name, key, value) != 0)
+                return Failure{m_ini.sErrMsg()};
+        return {};
     }
 
 private:
@@ -119,10 +117,10 @@ Entries switchEntries(const QList<Switch<Settings>> &switches, const Settings &s
 
 } // namespace
 
-short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
+Result<> ConsentPrintSettings::read(const Folders &folders) {
     Section section(pathOf(folders, printFile), formSection);
-    if (section.status(reason) != 0)
-        return -1;
+    if (const Result<> readable = section.readable(); !readable)
+        return readable;
     kind = section.choice(u"施術区分"_s, kind, FormKind::All);
     order = section.choice(u"ソート順"_s, order, FormOrder::PeriodEnd);
     style = section.choice(u"出力様式"_s, style, FormStyle::Again);
@@ -131,10 +129,10 @@ short ConsentPrintSettings::iRead(const Folders &folders, QString &reason) {
     patient = section.number(u"利用者ID"_s, patient);
     submissionDate = section.flag(submissionFlagKey, submissionDate);
     submitted = dateFromInput(section.text(submissionDayKey));
-    return 0;
+    return {};
 }
 
-short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) const {
+Result<> ConsentPrintSettings::write(const Folders &folders) const {
     // The fixed layouts are a setting of the suite, not of this screen.
     const OralForms oralChoice = oral == OralForms::Saitama ? OralForms::OwnLayout : oral;
     const FormOrder storedOrder = order == FormOrder::AsChosen ? FormOrder::Number : order;
@@ -147,7 +145,7 @@ short ConsentPrintSettings::iWrite(const Folders &folders, QString &reason) cons
                           {submissionFlagKey, stored(submissionDate)},
                           {submissionDayKey, dateText(submitted)}};
     return Section(pathOf(folders, printFile), formSection)
-        .write(choices + switchEntries(printSwitches, *this), reason);
+        .write(choices + switchEntries(printSwitches, *this));
 }
 
 void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
@@ -165,25 +163,25 @@ void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
     options.submitted = submissionDate ? submitted : QDate();
 }
 
-short PatientManagementSettings::iRead(const Folders &folders, QString &reason) {
+Result<> PatientManagementSettings::read(const Folders &folders) {
     const QString path = pathOf(folders, patientFile);
     Section entry(path, entrySection);
-    if (entry.status(reason) != 0)
-        return -1;
+    if (const Result<> readable = entry.readable(); !readable)
+        return readable;
     const Section record(path, recordSection);
     niigata = entry.flag(u"新潟対応"_s, false);
     oralSaitama = entry.flag(oralSaitamaKey, false) || record.flag(oralSaitamaKey, false);
     consentRecord = entry.flag(u"同意記録"_s, false);
     company = record.number(u"同意印刷本社No"_s, 0);
-    return 0;
+    return {};
 }
 
-short PatientManagementSettings::iWriteOralSaitama(const Folders &folders, bool on, QString &reason) const {
+Result<> PatientManagementSettings::writeOralSaitama(const Folders &folders, bool on) const {
     const QString path = pathOf(folders, patientFile);
     for (const QString &section : {entrySection, recordSection})
-        if (Section(path, section).write({{oralSaitamaKey, stored(on)}}, reason) != 0)
-            return -1;
-    return 0;
+        if (const Result<> written = Section(path, section).write({{oralSaitamaKey, stored(on)}}); !written)
+            return written;
+    return {};
 }
 
 void SetPrintSettings::read(const Folders &folders, const ConsentPrintSettings &printing) {
@@ -196,10 +194,10 @@ void SetPrintSettings::read(const Folders &folders, const ConsentPrintSettings &
     readSwitches(section, setPrintSwitches, *this);
 }
 
-short SetPrintSettings::iWrite(const Folders &folders, QString &reason) const {
+Result<> SetPrintSettings::write(const Folders &folders) const {
     const Entries choices{{u"出力様式"_s, stored(style)}, {u"出力様式2"_s, stored(oral)}};
     return Section(pathOf(folders, setPrintFile), setPrintSection)
-        .write(choices + switchEntries(setPrintSwitches, *this), reason);
+        .write(choices + switchEntries(setPrintSwitches, *this));
 }
 
 void SetPrintSettings::applyTo(ConsentPrintSettings &form) const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "print/consent_form/form_options.h"
 
 #include <algorithm>
@@ -23,10 +24,10 @@ struct ConsentPrintSettings {
     QDate submitted;             ///< the one printed last; invalid: none is kept
 
     /// Reads the stored choices; what is missing or means nothing keeps its default.
-    /// @return 0, or −1 with the reason when there is no such file or it cannot be read
-    short iRead(const Folders &folders, QString &reason);
+    /// A failure where there is no such file or it cannot be read.
+    Result<> read(const Folders &folders);
     /// Writes all of them back; a missing file is made.
-    short iWrite(const Folders &folders, QString &reason) const;
+    Result<> write(const Folders &folders) const;
 
     /// The submission date to offer: the one printed last, as long as it has not passed.
     QDate submissionFor(const QDate &today) const { return std::max(submitted, today); }
@@ -43,8 +44,8 @@ struct PatientManagementSettings {
     bool consentRecord = false; ///< [ENTRY] 同意記録
     int company = 0;            ///< [同意記録] 同意印刷本社No: position of the sender in the list
 
-    short iRead(const Folders &folders, QString &reason);
-    short iWriteOralSaitama(const Folders &folders, bool on, QString &reason) const;
+    Result<> read(const Folders &folders);
+    Result<> writeOralSaitama(const Folders &folders, bool on) const;
 };
 
 /// The choices of set printing, setprintdoui.ini in the data folder.
@@ -71,7 +72,7 @@ struct SetPrintSettings {
     void read(const Folders &folders, const ConsentPrintSettings &printing);
     /// Puts the forms' choices into the printing screen's.
     void applyTo(ConsentPrintSettings &form) const;
-    short iWrite(const Folders &folders, QString &reason) const;
+    Result<> write(const Folders &folders) const;
 };
 
 /// Kind of treatment progress report: [同意記録管理] 施術経過報告書帳票種類 of 印刷設定.ini; 0 when absent.

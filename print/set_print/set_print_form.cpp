@@ -53,11 +53,9 @@ short frmSetInsatsuDoui::iControlInit() {
         return -1;
     }
     // The printing screen's choices serve what this one does not ask for; without them the defaults do.
-    QString reason;
-    if (m_practice.iRead(m_environment.folders, reason) != 0)
-        m_environment.messages.show(printSettingsUnreadable(reason));
-    if (m_form.iRead(m_environment.folders, reason) != 0)
-        m_environment.messages.show(printSettingsUnreadable(reason));
+    for (const Result<> &read : {m_practice.read(m_environment.folders), m_form.read(m_environment.folders)})
+        if (!read)
+            m_environment.messages.show(printSettingsUnreadable(read.reason()));
     m_ui->chkKeika->setText(
         u"経過報告書（種類 %1・準備中）"_s.arg(progressReportKind(m_environment.folders)));
     return 0;
@@ -155,9 +153,8 @@ void frmSetInsatsuDoui::print(PrintWay way) {
     Messages &messages = m_environment.messages;
     if (!settle())
         return;
-    QString reason;
-    if (chosen(way).iWrite(m_environment.folders, reason) != 0)
-        messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    if (const Result<> kept = chosen(way).write(m_environment.folders); !kept)
+        messages.failIn(kept.reason(), u"cmdPrint_Click()でエラー");
     const SetPrintChoice wanted = choice();
     const std::vector<LetterOrder> rows = orders(wanted);
     if (rows.empty())

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/base/messages.h"
+#include "print/consent_form/form_print.h"
 #include "print/consent_form/print_settings.h"
-#include "print/consent_form/single_print.h"
 #include "print/set_print/set_print_job.h"
 
 #include <QDialog>

@@ -3,9 +3,9 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/batch/print_messages.h"
-#include "print/consent_form/form_batch.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
+#include "print/consent_form/form_print.h"
 #include "print/documents/lost_texts.h"
 
 #include <QDir>

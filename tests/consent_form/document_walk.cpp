@@ -4,8 +4,7 @@
 // practice again, DOUISHO_WALK_SECONDS=n walks for longer.
 
 #include "print/batch/batch_print.h"
-#include "print/consent_form/form_batch.h"
-#include "print/consent_form/single_print.h"
+#include "print/consent_form/form_print.h"
 #include "print/set_print/set_print_job.h"
 #include "tests/consent_form/practice.h"
 

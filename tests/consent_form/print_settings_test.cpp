@@ -16,17 +16,16 @@ struct PrintSettings : testing::Test {
         practice.addFile(QDir(practice.folders.data()).filePath(name), encode932(text).bytes);
     }
     Practice practice;
-    QString reason;
 };
 
 TEST_F(PrintSettings, AreReadAndWrittenBack) {
     ConsentPrintSettings settings;
-    EXPECT_EQ(settings.iRead(practice.folders, reason), -1);
+    const QString reason = settings.read(practice.folders).reason();
     EXPECT_TRUE(reason.contains(u"印刷設定.ini"_s)) << reason.toStdString();
 
     file(u"印刷設定.ini"_s, u"[同意書]\r\n施術区分=1\r\nソート順=99\r\n出力様式=2\r\n施術内容出力=0\r\n"
                             "医師個別設定=1\r\n利用者ID=12\r\n提出日付=1\r\n[他]\r\nx=1\r\n"_s);
-    ASSERT_EQ(settings.iRead(practice.folders, reason), 0) << reason.toStdString();
+    ASSERT_TRUE(settings.read(practice.folders));
     EXPECT_EQ(settings.kind, FormKind::Acupuncture);
     EXPECT_EQ(settings.order, FormOrder::Number) << "99 is no order that is stored";
     EXPECT_EQ(settings.style, FormStyle::Again);
@@ -41,9 +40,9 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     EXPECT_TRUE(settings.submissionDate);
     EXPECT_EQ(settings.submissionFor(QDate(2026, 11, 21)), QDate(2026, 11, 21)) << "none was kept";
     settings.submitted = QDate(2026, 12, 1);
-    ASSERT_EQ(settings.iWrite(practice.folders, reason), 0) << reason.toStdString();
+    ASSERT_TRUE(settings.write(practice.folders));
     ConsentPrintSettings again;
-    ASSERT_EQ(again.iRead(practice.folders, reason), 0);
+    ASSERT_TRUE(again.read(practice.folders));
     QFile others(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s));
     ASSERT_TRUE(others.open(QIODevice::ReadOnly));
     EXPECT_TRUE(decode932(others.readAll()).contains(u"提出日付=1\r\n")) << "read as a flag elsewhere";
@@ -54,22 +53,22 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     EXPECT_EQ(again.submissionFor(QDate(2026, 11, 21)), QDate(2026, 12, 1));
     EXPECT_EQ(again.submissionFor(QDate(2026, 12, 2)), QDate(2026, 12, 2)) << "the stored day has passed";
     again.submissionDate = false;
-    ASSERT_EQ(again.iWrite(practice.folders, reason), 0);
-    ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+    ASSERT_TRUE(again.write(practice.folders));
+    ASSERT_TRUE(settings.read(practice.folders));
     EXPECT_FALSE(settings.submissionDate);
     EXPECT_EQ(settings.submitted, QDate(2026, 12, 1)) << "offered when it is switched on again";
 }
 
 TEST_F(PrintSettings, TheOralVariantStandsInEitherSection) {
     PatientManagementSettings settings;
-    EXPECT_EQ(settings.iRead(practice.folders, reason), -1);
+    EXPECT_FALSE(settings.read(practice.folders));
     for (const QString &section : {u"ENTRY"_s, u"同意記録"_s}) {
         file(u"患者管理設定.ini"_s, u"[%1]\r\n埼玉口頭同意=1\r\n"_s.arg(section));
-        ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+        ASSERT_TRUE(settings.read(practice.folders));
         EXPECT_TRUE(settings.oralSaitama) << section.toStdString();
     }
-    ASSERT_EQ(settings.iWriteOralSaitama(practice.folders, false, reason), 0);
-    ASSERT_EQ(settings.iRead(practice.folders, reason), 0);
+    ASSERT_TRUE(settings.writeOralSaitama(practice.folders, false));
+    ASSERT_TRUE(settings.read(practice.folders));
     EXPECT_FALSE(settings.oralSaitama);
 }
 

@@ -1,4 +1,4 @@
-#include "print/consent_form/single_print.h"
+#include "print/consent_form/form_print.h"
 
 #include "app/base/environment.h"
 #include "app/base/folders.h"
@@ -23,4 +23,19 @@ Result<QStringList> printForm(const Environment &environment, const ConsentForm 
     if (status != 0)
         return Failure{engine.sErrMsg()};
     return touched;
+}
+
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
+                                   QStringList &touched) {
+    BatchReport report;
+    report.subject = u"%1　%2"_s.arg(form.patient.nIDNo).arg(form.name);
+    report.name = u"同意書"_s;
+    report.dataName = consentFormDataName();
+    report.imageItem = qrImageItem();
+    report.layout = QDir::toNativeSeparators(layoutPath(folders, form));
+    const Result<QString> file = writeConsentFormData(form, files, touched);
+    if (!file)
+        return Failure{file.reason()};
+    report.dataFile = *file;
+    return report;
 }

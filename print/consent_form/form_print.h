@@ -1,0 +1,24 @@
+#pragma once
+
+#include "print/batch/batch_print.h"
+#include "print/consent_form/form_gather.h"
+
+class Folders;
+struct Environment;
+
+/// @name Handing consent forms to the report engine
+///@{
+enum class PrintWay {
+    Preview, ///< on the screen
+    Print    ///< a single document asks for the printer, a batch goes to the usual one
+};
+
+/// One form by itself, by the engine's viewer; the paper follows the layout's name.
+/// @return the texts in which a character that code page 932 lacks was replaced
+Result<QStringList> printForm(const Environment &environment, const ConsentForm &form, PrintWay way);
+
+/// Writes the data of one form of a batch and describes its report.
+/// @param touched gains the texts in which a character that code page 932 lacks was replaced
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
+                                   QStringList &touched);
+///@}
