@@ -75,6 +75,7 @@ check_trades() {
     refuse '"app/base/messages\.h"' 'a reader of rows may not talk to the user' "${queries[@]}"
     refuse 'u"[^"]*(INSERT INTO|UPDATE|DELETE FROM) RIYOUSHA_DOUI_REC\b' \
         'consent rows are written in consent/record alone' "${rest[@]}"
+    refuse '\bcT_RIYOUSHA_DOUI_REC\b' 'consent rows are read and written whole in consent/record alone' "${rest[@]}"
 }
 
 # check TOP LIST
@@ -129,6 +130,7 @@ consent/rows/a.cpp #include "widgets/grid.h"
 consent/rows/a.cpp #include "nowhere/at_all.h"
 consent/rows/a.cpp #include <QtWidgets/QLabel>
 consent/rows/a.cpp const QString sql = u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1"_s;
+consent/entry/a.cpp cT_RIYOUSHA_DOUI_REC table;
 consent/entry/a_form.cpp const QString sql = u"SELECT 1"_s;
 consent/rows/a_query.cpp #include "app/base/messages.h"
 LINES

@@ -4,8 +4,6 @@
 #include "app/base/settings.h"
 #include "consent/entry/entry_query.h"
 #include "consent/record/entry_save.h"
-#include "consent/rules/holidays_query.h"
-#include "consent/rules/period_settings_query.h"
 #include "consent/rules/period_text.h"
 #include "db/adodb.h"
 
@@ -63,26 +61,25 @@ short ConsentEntry::iBegin(const PatientKey &patient) {
 }
 
 short ConsentEntry::iReadRows() {
-    const ErrorsSince errors(m_db);
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(m_db);
-    if (table.iDataReadGrid(m_patient.key) != 0)
-        return fail(u"対象データが取得できませんでした。\r\n"_s + errors.text() +
+    const Result<std::vector<ConsentDraft>> rows = readConsents(m_db, m_patient.key);
+    if (!rows)
+        return fail(u"対象データが取得できませんでした。\r\n"_s + rows.reason() +
                     u"\r\niGetDouiData() でエラー"_s);
-    m_rows = table.records();
+    m_rows = *rows;
     return 0;
 }
 
 short ConsentEntry::iReadBasis() {
     const Settings settings(m_environment.folders);
     m_basis = {};
-    m_basis.unread = settings.readable(Setting::祝日考慮).reason();
-    m_basis.skipDaysOff = settings.isOn(Setting::祝日考慮);
-    const ErrorsSince errors(m_db);
-    if (readPeriodSettings(m_db, m_patient.key, m_basis.settings) != 0 ||
-        (m_basis.skipDaysOff && readHolidays(m_db, m_patient.key.branch(), m_basis.daysOff) != 0))
-        return fail(u"期間の設定を読み込めません。"_s + errors.text());
-    fillCalculationTypes(m_basis.settings, settings.text(Setting::同意書自動計算デフォルト));
+    m_unread = settings.readable(Setting::祝日考慮).reason();
+    if (!m_unread.isEmpty())
+        return 0;
+    m_reader.emplace(m_environment.folders, m_patient.key.branch(), m_db);
+    const Result<PeriodBasis> read = m_reader->of(m_patient.key.nIDNo, settings.isOn(Setting::祝日考慮));
+    if (!read)
+        return fail(u"期間の設定を読み込めません。"_s + read.reason());
+    m_basis = *read;
     return 0;
 }
 
@@ -140,7 +137,7 @@ void ConsentEntry::followPeriod(QStringView column, const ConsentDraft &before) 
         proposePeriod();
     } else if (column == u"tDouiKaryoS" || column == u"tDouiKaryoE") {
         Period entered{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
-        if (column == u"tDouiKaryoS" && entered.start.isValid() && m_basis.unread.isEmpty())
+        if (column == u"tDouiKaryoS" && entered.start.isValid() && m_unread.isEmpty())
             entered.end = endFromStart(m_basis, m_draft);
         m_draft.tDouiKaryoS = before.tDouiKaryoS;
         m_draft.tDouiKaryoE = before.tDouiKaryoE;
@@ -166,7 +163,7 @@ void ConsentEntry::setKind(short iHenkeiFlg) {
 }
 
 void ConsentEntry::proposePeriod() {
-    if (!m_draft.tDouiDay.isValid() || !m_basis.unread.isEmpty())
+    if (!m_draft.tDouiDay.isValid() || !m_unread.isEmpty())
         return;
     if (m_draft.nDouiUpMonth <= 0)
         m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
@@ -220,19 +217,17 @@ void ConsentEntry::followDiagnosis(const ConsentDraft &before) {
 }
 
 QString ConsentEntry::explainPeriod() const {
-    if (!m_draft.tDouiDay.isValid() || !m_basis.unread.isEmpty())
-        return m_basis.unread;
+    if (!m_draft.tDouiDay.isValid() || !m_unread.isEmpty())
+        return m_unread;
     const PeriodReckoning reckoning = reckonDraft(m_basis, m_draft, others());
     const QString difference = periodDifference({m_draft.tDouiKaryoS, m_draft.tDouiKaryoE}, reckoning);
     const QString how = ::explainPeriod(reckoning, ConsentName::Consent);
     return difference.isEmpty() ? how : how + u"\n"_s + difference;
 }
 
-std::optional<DraftProblem> ConsentEntry::check(QString &reason) {
-    if (iReadRows() != 0) {
-        reason = m_error;
-        return {};
-    }
+Result<std::optional<DraftProblem>> ConsentEntry::check() {
+    if (iReadRows() != 0)
+        return Failure{m_error};
     std::vector<ConsentRowKey> keys;
     for (const ConsentDraft &row : others())
         keys.push_back(row.key());

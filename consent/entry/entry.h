@@ -27,7 +27,7 @@ public:
     const ConsentDraft &draft() const { return m_draft; }
     bool isNew() const { return !m_stored; }
     /// Why the practice's settings could not be read, and no period is proposed; empty when they could.
-    const QString &unreadSettings() const { return m_basis.unread; }
+    const QString &unreadSettings() const { return m_unread; }
     /// Something was entered that is not registered.
     bool isChanged() const;
 
@@ -39,9 +39,8 @@ public:
     /// How the rule reckons the period, and where the draft differs.
     QString explainPeriod() const;
 
-    /// What hinders registering; nothing when it may be. `reason` is filled when the patient's other rows
-    /// cannot be read, which hinders it too.
-    std::optional<DraftProblem> check(QString &reason);
+    /// What hinders registering; nothing when it may be. Fails when the patient's other rows cannot be read.
+    Result<std::optional<DraftProblem>> check();
 
     /// Registers the draft. Afterwards it is the stored row.
     RowOutcome save();
@@ -69,7 +68,9 @@ private:
     cT_ADODB &m_db;
     QString m_error;
     EntryPatient m_patient;
-    PeriodBasis m_basis;
+    std::optional<PeriodBasisReader> m_reader;
+    PeriodBasis m_basis; ///< its days off live in the reader
+    QString m_unread;    ///< why the practice's settings could not be read: nothing is proposed then
     std::vector<ConsentDraft> m_rows; ///< the patient's, oldest first
     std::optional<ConsentDraft> m_stored;
     ConsentDraft m_opened; ///< the draft as it was first shown

@@ -124,12 +124,12 @@ bool frmDouiRecordEdit::checks() {
     }
     if (!m_doctor->settle())
         return false;
-    QString reason;
-    const std::optional<DraftProblem> problem = m_entry->check(reason);
-    if (!reason.isEmpty()) {
-        m_environment.messages.fail(reason, u"登録データ：チェック時エラー"_s);
+    const Result<std::optional<DraftProblem>> checked = m_entry->check();
+    if (!checked) {
+        m_environment.messages.fail(checked.reason(), u"登録データ：チェック時エラー"_s);
         return false;
     }
+    const std::optional<DraftProblem> &problem = *checked;
     if (!problem)
         return true;
     m_environment.messages.warn(problem->text, title);
@@ -144,6 +144,8 @@ void frmDouiRecordEdit::registerDraft() {
     const RowOutcome outcome = m_entry->save();
     switch (outcome.kind) {
     case RowOutcome::Done:
+        if (!outcome.text.isEmpty())
+            m_environment.messages.inform(outcome.text);
         accept();
         return;
     case RowOutcome::Overtaken:

@@ -1,7 +1,5 @@
 #include "consent/entry/entry_period.h"
 
-#include <QStringList>
-
 namespace {
 
 constexpr int deformityMonths = 1;
@@ -27,14 +25,6 @@ QDate endBefore(const ConsentDraft &draft, std::span<const ConsentDraft> others)
 
 } // namespace
 
-void fillCalculationTypes(PeriodSettings &settings, const QString &defaults) {
-    const QStringList types = defaults.split(u',');
-    if (settings.iDoui1CalcType == 0)
-        settings.iDoui1CalcType = types.value(0).trimmed().toShort();
-    if (settings.iKikanCalcType == 0)
-        settings.iKikanCalcType = types.value(2).trimmed().toShort();
-}
-
 int ruledMonths(const PeriodBasis &basis, const ConsentDraft &draft) {
     const int own = draft.nDouiUpMonth > 0 ? int(draft.nDouiUpMonth) : deformityMonths;
     const PeriodRule rule =
@@ -48,7 +38,7 @@ PeriodReckoning reckonDraft(const PeriodBasis &basis, const ConsentDraft &draft,
     const PeriodRule rule = ruleOf(basis, draft);
     if (!previousEnd.isValid())
         return reckonFirst(draft.tDouiDay, rule);
-    return reckonNext(draft.tDouiDay, previousEnd, rule, basis.skipDaysOff ? &basis.daysOff : nullptr);
+    return reckonNext(draft.tDouiDay, previousEnd, rule, basis.daysOff);
 }
 
 QDate endFromStart(const PeriodBasis &basis, const ConsentDraft &draft) {

@@ -1,22 +1,9 @@
 #pragma once
 
 #include "consent/record/draft.h"
-#include "consent/rules/period.h"
+#include "consent/rules/period_basis.h"
 
-#include <QString>
 #include <span>
-
-/// What the rule of one patient's periods leans on.
-struct PeriodBasis {
-    PeriodSettings settings;
-    Holidays daysOff; ///< empty while they are not to be considered
-    bool skipDaysOff = false;
-    QString unread; ///< why the practice's settings could not be read: nothing is proposed then
-};
-
-/// Fills the calculation types that a patient has none of from the practice's defaults.
-/// @param defaults the three types joined with ","
-void fillCalculationTypes(PeriodSettings &settings, const QString &defaults);
 
 /// Months of a draft's period by the patient's rule, the legal cut-over included. A deformity correction runs
 /// as long as the draft says, one month where it says nothing.

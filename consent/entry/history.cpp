@@ -11,19 +11,19 @@ short ConsentHistory::iRead(const PatientKey &patient) {
     const ErrorsSince errors(m_db);
     m_db.iConnect();
     EntryPatient read;
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(m_db);
     const RowRead found = readEntryPatient(m_db, patient, read);
     if (found == RowRead::Absent) {
         m_error = u"該当する利用者データがありません。"_s;
         return -1;
     }
-    if (found == RowRead::Failed || table.iDataReadGrid(patient) != 0) {
-        m_error = errors.text() + u"\r\niDouiRecordDisp() でエラー"_s;
+    const Result<std::vector<ConsentDraft>> rows =
+        found == RowRead::Failed ? Failure{errors.text()} : readConsents(m_db, patient);
+    if (!rows) {
+        m_error = rows.reason() + u"\r\niDouiRecordDisp() でエラー"_s;
         return -1;
     }
     m_patient = read;
-    m_rows = table.records();
+    m_rows = *rows;
     return 0;
 }
 

@@ -170,6 +170,8 @@ void frmDouiRecord::erase() {
     }
     if (outcome.kind == RowOutcome::Overtaken)
         m_environment.messages.warn(outcome.text, title);
+    else if (!outcome.text.isEmpty())
+        m_environment.messages.inform(outcome.text, title);
     refresh(outcome.kind == RowOutcome::Done ? after : erased);
 }
 

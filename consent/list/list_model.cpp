@@ -14,6 +14,7 @@ void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_written.clear();
     m_target.assign(size_t(m_records.count()), false);
     m_narrowing.forget();
+    m_deformity.reset();
 }
 
 void ConsentListModel::load(Recordset rows, const ListContext &context) {
@@ -95,8 +96,7 @@ bool ConsentListModel::isReceived(int record) const {
 }
 
 int ConsentListModel::rowOfRecord(int record) const {
-    const auto found = std::find(m_shown.begin(), m_shown.end(), record);
-    return found == m_shown.end() ? -1 : int(found - m_shown.begin());
+    return m_rows[size_t(record)];
 }
 
 QString ConsentListModel::who(int record) const {
@@ -187,6 +187,9 @@ void ConsentListModel::show() {
         orderRecords(
             m_shown, ListColumn(m_sortColumn), m_sortOrder == Qt::DescendingOrder, m_records, m_context,
             [this](int record) { return values(record); }, [this](int record) { return isTarget(record); });
+    m_rows.assign(size_t(m_records.count()), -1);
+    for (size_t row = 0; row < m_shown.size(); ++row)
+        m_rows[size_t(m_shown[row])] = int(row);
 }
 
 void ConsentListModel::sort(int column, Qt::SortOrder order) {
@@ -198,12 +201,9 @@ void ConsentListModel::sort(int column, Qt::SortOrder order) {
     m_sortColumn = column;
     m_sortOrder = order;
     show();
-    std::vector<int> rows(size_t(m_records.count()), -1);
-    for (size_t row = 0; row < m_shown.size(); ++row)
-        rows[size_t(m_shown[row])] = int(row);
     QModelIndexList after;
     for (qsizetype i = 0; i < before.size(); ++i)
-        after.append(index(rows[size_t(records[size_t(i)])], before[i].column()));
+        after.append(index(rowOfRecord(records[size_t(i)]), before[i].column()));
     changePersistentIndexList(before, after);
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }
@@ -250,6 +250,12 @@ void ConsentListModel::setTick(int record, ListColumn column, bool on) {
 }
 
 void ConsentListModel::tickAll(ListColumn column, bool on) {
+    if (column == ListColumn::Received && on && m_context.advisor) {
+        std::vector<PatientKey> patients;
+        for (const int record : m_shown)
+            patients.push_back(m_records.key(record).patient);
+        m_context.advisor->prepare(patients);
+    }
     for (const int record : m_shown)
         if (mayEdit(record, column))
             setTick(record, column, on);
@@ -386,10 +392,8 @@ void ConsentListModel::tellTrouble() {
 void ConsentListModel::followMassage(int record, const QDate &reconsent) {
     if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
         return;
-    const PatientKey patient = m_records.key(record).patient;
-    for (int other = 0; other < m_records.count(); ++other) {
-        if (!m_records.isDeformity(other) || m_records.key(other).patient != patient)
-            continue;
+    const auto [first, end] = deformityRecords().equal_range(m_records.key(record).patient.nIDNo);
+    for (const int other : std::ranges::subrange(first, end)) {
         ConsentRowValues now = values(other);
         now.reconsent = reconsent;
         propose(other, now);
@@ -397,6 +401,16 @@ void ConsentListModel::followMassage(int record, const QDate &reconsent) {
         if (const int row = rowOfRecord(other); row >= 0)
             Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
     }
+}
+
+const QMultiHash<qint32, int> &ConsentListModel::deformityRecords() {
+    if (!m_deformity) {
+        m_deformity.emplace();
+        for (int record = 0; record < m_records.count(); ++record)
+            if (m_records.isDeformity(record))
+                m_deformity->insert(m_records.key(record).patient.nIDNo, record);
+    }
+    return *m_deformity;
 }
 
 // A new re-consent date proposes the next period; taking the date away takes the period away.

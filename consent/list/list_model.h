@@ -9,6 +9,7 @@
 
 #include <QAbstractTableModel>
 #include <QHash>
+#include <optional>
 #include <vector>
 
 /// The grid's rows: what the query gave, the edits over it, what is narrowed away and the order shown.
@@ -93,6 +94,7 @@ private:
     void store(int record, const ConsentRowValues &values);
     void propose(int record, ConsentRowValues &now) const;
     void followMassage(int record, const QDate &reconsent);
+    const QMultiHash<qint32, int> &deformityRecords();
     bool edited(int record, ListColumn column) const;
     QString toolTip(int record, ListColumn column) const;
 
@@ -101,7 +103,9 @@ private:
     QHash<int, ConsentRowValues> m_edits;   ///< by record
     QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
     std::vector<bool> m_target;
-    std::vector<int> m_shown; ///< records, in the order shown
+    std::vector<int> m_shown;                           ///< records, in the order shown
+    std::vector<int> m_rows;                            ///< by record: its row, −1 when it is narrowed away
+    std::optional<QMultiHash<qint32, int>> m_deformity; ///< deformity-correction records by patient number
     ListNarrowing m_narrowing;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

@@ -6,7 +6,7 @@
 #include "consent/list/list_model.h"
 #include "consent/list/list_renewal.h"
 #include "consent/rules/renewal_permit.h"
-#include "consent/rules/update_permit_query.h"
+#include "consent/rules/rules_query.h"
 #include "db/adodb.h"
 #include "widgets/wait_message_form.h"
 
@@ -18,13 +18,13 @@ namespace {
 
 bool permitted(const ListRenewalRequest &request) {
     const ErrorsSince errors(request.db);
-    int day = 0;
-    if (request.db.iConnect() != 0 ||
-        readUpdateReferenceDay(request.db, request.environment.branch, day) != 0) {
+    request.db.iConnect();
+    const Result<int> day = readUpdateReferenceDay(request.db, request.environment.branch);
+    if (!day) {
         request.environment.messages.fail(errors.text(), u"DB-error"_s);
         return false;
     }
-    const RenewalPermit permit = renewalPermit(request.environment.clock.today(), request.rangeStart, day);
+    const RenewalPermit permit = renewalPermit(request.environment.clock.today(), request.rangeStart, *day);
     if (!permit.permitted)
         request.environment.messages.fail(permit.refusal);
     return permit.permitted;

@@ -1,5 +1,6 @@
 #include "consent/record/entry_save.h"
 
+#include "app/base/dates.h"
 #include "consent/record/record_write.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
@@ -44,12 +45,25 @@ RowOutcome find(RecordWrite &write, const ConsentDraft &seen, Compared columns, 
     return {};
 }
 
-RowOutcome finish(RecordWrite &write, const PatientKey &patient) {
+/// Says so where the mark of the newest row went back to an older one.
+QString olderNewest(const NewestRows &newest, const ConsentRowKey &before) {
+    const std::optional<ConsentRowKey> &now = newest[size_t(before.iHenkeiFlg)];
+    return now && now->nDate < before.nDate
+               ? u"以前の同意（%1）が、この利用者の最新の同意になりました。"_s.arg(
+                     dateText(dateFromKey(now->nDate)))
+               : QString();
+}
+
+/// Marks and commits.
+/// @param newest the row that bore the mark, or would; null: it was none
+RowOutcome finish(RecordWrite &write, const PatientKey &patient, const ConsentRowKey *newest) {
     const QString label = u"setDouiNewestFlg() でエラー"_s;
-    if (const Result<NewestRows> marked = write.markNewest(patient); !marked)
+    const Result<NewestRows> marked = write.markNewest(patient);
+    if (!marked)
         return failed(marked.reason(), label);
-    const Result<> committed = write.commit();
-    return committed ? RowOutcome() : failed(committed.reason(), label);
+    if (const Result<> committed = write.commit(); !committed)
+        return failed(committed.reason(), label);
+    return {RowOutcome::Done, newest ? olderNewest(*marked, *newest) : QString()};
 }
 
 QString removeLabel(const ConsentDraft &row) {
@@ -58,6 +72,15 @@ QString removeLabel(const ConsentDraft &row) {
 }
 
 } // namespace
+
+Result<std::vector<ConsentDraft>> readConsents(cT_ADODB &db, const PatientKey &patient) {
+    const ErrorsSince errors(db);
+    cT_RIYOUSHA_DOUI_REC table;
+    table.iInit(db);
+    if (table.iDataReadGrid(patient) != 0)
+        return Failure{errors.text()};
+    return table.records();
+}
 
 RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored,
                      ConsentRowKey &key) {
@@ -84,7 +107,7 @@ RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft
     if (const Result<> inserted = write.insert(row); !inserted)
         return failed(inserted.reason(), u"データ追加エラー"_s, u"データ追加"_s);
     key = target;
-    return finish(write, draft);
+    return finish(write, draft, stored && now.iNewestFlg == 1 ? &target : nullptr);
 }
 
 RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
@@ -97,7 +120,8 @@ RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
         return found;
     if (const Result<qint64> removed = write.remove(sqlWhere(now.key())); !removed)
         return failed(removed.reason(), label);
-    return finish(write, seen);
+    const ConsentRowKey erased = now.key();
+    return finish(write, seen, now.iNewestFlg == 1 ? &erased : nullptr);
 }
 
 RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {

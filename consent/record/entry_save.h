@@ -1,8 +1,10 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "consent/record/draft.h"
 
 #include <QString>
+#include <vector>
 
 class cT_ADODB;
 
@@ -15,9 +17,12 @@ struct RowOutcome {
         Failed     ///< the database refused; nothing was written
     };
     Kind kind = Done;
-    QString text = {};  ///< for the user, unless done
+    QString text = {};  ///< for the user; when done, only where an older consent has become the newest
     QString title = {}; ///< of the message, where it has one
 };
+
+/// Reads a patient's consents, oldest first, massage before deformity correction.
+Result<std::vector<ConsentDraft>> readConsents(cT_ADODB &db, const PatientKey &patient);
 
 /// Registers a draft as one transaction: the old row goes, the new one takes its request and renewal fields
 /// along, the newest marks follow. A colleague's row is never overwritten.

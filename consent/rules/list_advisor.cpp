@@ -1,12 +1,8 @@
 #include "consent/rules/list_advisor.h"
 
-#include "consent/rules/holidays_query.h"
-#include "consent/rules/period_settings_query.h"
 #include "consent/rules/period_text.h"
-#include "db/adodb.h"
 
 #include <QStringList>
-#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,51 +14,30 @@ QString lines(const QString &first, const QString &second) {
 
 } // namespace
 
-void ListAdvisor::forget() {
-    m_holidays.reset();
-    m_settings.clear();
+void ListAdvisor::troubled(const QString &reason) {
+    m_trouble = u"期間の設定を読み込めないため、要加療期間を計算できません。"_s + reason;
 }
 
-void ListAdvisor::troubled(const ErrorsSince &errors) {
-    m_trouble = u"期間の設定を読み込めないため、要加療期間を計算できません。"_s + errors.text();
-}
-
-const Holidays *ListAdvisor::holidays() {
-    if (!m_holidays) {
-        const ErrorsSince errors(m_db);
-        Holidays read;
-        if (readHolidays(m_db, m_branch, read) != 0) {
-            troubled(errors);
-            return nullptr;
-        }
-        m_holidays = std::move(read);
-    }
-    return &*m_holidays;
-}
-
-const PeriodSettings *ListAdvisor::settings(const PatientKey &patient) {
-    auto known = m_settings.find(patient.nIDNo);
-    if (known == m_settings.end()) {
-        const ErrorsSince errors(m_db);
-        PeriodSettings read;
-        if (readPeriodSettings(m_db, patient, read) != 0) {
-            troubled(errors);
-            return nullptr;
-        }
-        known = m_settings.insert(patient.nIDNo, read);
-    }
-    return &*known;
+void ListAdvisor::prepare(const std::vector<PatientKey> &patients) {
+    std::vector<qint32> numbers;
+    for (const PatientKey &patient : patients)
+        numbers.push_back(patient.nIDNo);
+    // A failure is met again, and told, by the call that needs what was not read.
+    if (const Result<> prepared = m_reader.prepare(std::move(numbers)); !prepared)
+        troubled(prepared.reason());
 }
 
 std::optional<ListAdvisor::Basis> ListAdvisor::basis(const RunningConsent &running) {
     m_trouble.clear();
     if (!links.unread.isEmpty()) // told when they were read
         return std::nullopt;
-    const PeriodSettings *stored = settings(running.patient);
-    const Holidays *daysOff = stored && links.holidays ? holidays() : nullptr;
-    if (!m_trouble.isEmpty())
+    const Result<PeriodBasis> by = m_reader.of(running.patient.nIDNo, links.holidays);
+    if (!by) {
+        troubled(by.reason());
         return std::nullopt;
-    return Basis{running.deformity ? deformityRule(*stored, running.months) : periodRule(*stored), daysOff};
+    }
+    return Basis{running.deformity ? deformityRule(by->settings, running.months) : periodRule(by->settings),
+                 by->daysOff};
 }
 
 QDate ListAdvisor::reconsentDay(const RunningConsent &running) {

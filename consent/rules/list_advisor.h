@@ -1,14 +1,9 @@
 #pragma once
 
-#include "app/base/branch.h"
-#include "consent/rules/period.h"
 #include "consent/rules/period_advisor.h"
+#include "consent/rules/period_basis.h"
 
-#include <QHash>
 #include <optional>
-
-class ErrorsSince;
-class cT_ADODB;
 
 /// The link options of the list's menu.
 struct LinkOptions {
@@ -18,15 +13,17 @@ struct LinkOptions {
     QString unread;           ///< why the options could not be read; while it says so nothing is proposed
 };
 
-/// Periods by the rules, with the patients' settings and the branch's holidays from the database. What was
-/// read is kept until forget(). Where the database fails nothing is proposed: a guess could be paid for.
+/// Periods by the rules, with what the one reader of their basis gives. Where it fails nothing is proposed: a
+/// guess could be paid for.
 class ListAdvisor : public PeriodAdvisor {
 public:
-    ListAdvisor(const Branch &branch, cT_ADODB &db) : m_branch(branch), m_db(db) {}
+    /// The arguments must outlive the advisor.
+    ListAdvisor(const Folders &folders, const Branch &branch, cT_ADODB &db) : m_reader(folders, branch, db) {}
 
     LinkOptions links;
 
-    void forget() override;
+    void prepare(const std::vector<PatientKey> &patients) override;
+    void forget() override { m_reader.forget(); }
     QString trouble() const override { return m_trouble; }
 
     QDate reconsentDay(const RunningConsent &running) override;
@@ -36,19 +33,14 @@ public:
     QString explainRunning(const RunningConsent &running) override;
 
 private:
-    /// What the rule needs of the database; nothing, with trouble(), when it cannot be had.
+    /// What the rule needs; nothing, with trouble(), when it cannot be had.
     struct Basis {
         PeriodRule rule;
         const Holidays *holidays; ///< null while they are not to be considered
     };
     std::optional<Basis> basis(const RunningConsent &running);
-    const Holidays *holidays();
-    const PeriodSettings *settings(const PatientKey &patient);
-    void troubled(const ErrorsSince &errors);
+    void troubled(const QString &reason);
 
-    Branch m_branch;
-    cT_ADODB &m_db;
+    PeriodBasisReader m_reader;
     QString m_trouble;
-    std::optional<Holidays> m_holidays;
-    QHash<qint32, PeriodSettings> m_settings; ///< by patient number
 };

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QString>
+#include <vector>
 
 /// What a list row says of its running consent, for reckoning the next one.
 struct RunningConsent {
@@ -32,6 +33,8 @@ public:
     /// How the running period came about, and whether it differs from the rule.
     virtual QString explainRunning(const RunningConsent &running) = 0;
 
+    /// What the next calls need for these patients may be looked up at once.
+    virtual void prepare(const std::vector<PatientKey> &patients) = 0;
     /// Why the last call could not look up what the rule needs; empty when it could.
     virtual QString trouble() const = 0;
     /// What was looked up may have changed: it is looked up anew.

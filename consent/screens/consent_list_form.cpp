@@ -32,7 +32,9 @@ using namespace Qt::Literals::StringLiterals;
 
 struct frm同意書管理::Parts {
     Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
-        : advisor(environment.branch, db), list(environment, db, model, advisor), searches(db, environment) {}
+        : advisor(environment.folders, environment.branch, db),
+          list(environment, db, model, advisor),
+          searches(db, environment) {}
 
     ListAdvisor advisor;
     ConsentList list;

@@ -1,8 +1,5 @@
 #include "consent/record/renewal_run.h"
 
-#include "consent/rules/holidays_query.h"
-#include "consent/rules/period_settings_query.h"
-#include "consent/rules/update_permit_query.h"
 #include "tests/consent/consent_rows.h"
 #include "tests/support/failing_provider.h"
 #include "tests/support/test_environment.h"
@@ -123,44 +120,4 @@ TEST_F(RenewalRuns, FailureOfOneRowDoesNotStopTheOthersAndALostConnectionDoes) {
     QFile::rename(away, database.path());
     EXPECT_EQ(outcomes(lost), (QList{Renewed, Failed, NotReached}));
     EXPECT_EQ(rows.all().size(), 4);
-}
-
-TEST(RuleQueries, ReadWhatTheRulesNeedOfTheBranch) {
-    TestDatabase database;
-    database.run(u"INSERT INTO HOLIDAY (iKyotenCd, iKyotenEb, iYear, iMonth, iDay, iChkCalendar) VALUES"
-                 " (1, 1, 2026, 5, 3, 1), (1, 1, 2026, 5, 4, 0), (1, 1, 2026, 5, 5, -1),"
-                 " (1, 1, 2026, 5, 6, NULL), (1, 2, 2026, 5, 7, 1), (1, 1, 2026, 2, 30, 1)"_s);
-    Holidays holidays;
-    ASSERT_EQ(readHolidays(database.db, {1, 1}, holidays), 0) << database.db.sErrMsg().toStdString();
-    QList<int> found;
-    for (QDate day(2026, 2, 1); day < QDate(2026, 6, 1); day = day.addDays(1))
-        if (holidays.contains(day))
-            found.append(day.month() * 100 + day.day());
-    EXPECT_EQ(found, (QList{503, 505}));
-
-    database.run(u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb) VALUES (1, 1), (1, 2), (1, 3);"
-                 "INSERT INTO CORP_SUB (iKyotenCd, iKyotenEb, iDouiUpdatePermitDay) VALUES"
-                 " (1, 1, -1), (1, 2, NULL)"_s);
-    for (const auto &[branch, expected] : {std::pair(1, -1), std::pair(2, 0), std::pair(3, 0)}) {
-        int day = 99;
-        EXPECT_EQ(readUpdateReferenceDay(database.db, {1, short(branch)}, day), 0);
-        EXPECT_EQ(day, expected);
-    }
-
-    database.run(u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, iDouiKikan1,"
-                 " iDouiKikan2, iDoui1CalcType, iKikanCalcType) VALUES"
-                 " (1, 1, 9, '2026/01', 1, 1, 1, 1, 1), (1, 1, 9, '2026/03', 2, 2, 2, 2, 2),"
-                 " (1, 1, 9, '2026/03', 1, 3, NULL, 2, 1)"_s);
-    PeriodSettings settings{.iDouiKikan1 = 99};
-    ASSERT_EQ(readPeriodSettings(database.db, {1, 1, 9}, settings), 0);
-    EXPECT_EQ(settings.iDouiKikan1, 3);
-    EXPECT_EQ(settings.iDouiKikan2, 0);
-    EXPECT_EQ(settings.iDoui1CalcType, 2);
-    ASSERT_EQ(readPeriodSettings(database.db, {1, 1, 10}, settings), 0);
-    EXPECT_EQ(settings.iDouiKikan1, 0);
-
-    database.run(u"DROP TABLE HOLIDAY; DROP TABLE DOUIKIROKU"_s);
-    EXPECT_EQ(readHolidays(database.db, {1, 1}, holidays), -1);
-    EXPECT_TRUE(holidays.contains({2026, 5, 3})) << "what was read before is kept";
-    EXPECT_EQ(readPeriodSettings(database.db, {1, 1, 9}, settings), -1);
 }

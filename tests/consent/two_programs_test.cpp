@@ -4,6 +4,7 @@
 #include "consent/record/sent_marks.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
+#include "tests/support/wrapped_provider.h"
 
 #include <QRegularExpression>
 #include <QStringList>
@@ -17,35 +18,11 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Asks for the first row in the server's own way.
-class FirstRowProvider : public DbProvider {
-public:
-    explicit FirstRowProvider(std::unique_ptr<DbProvider> real) : m_real(std::move(real)) {}
-
-    bool open(const QString &connectionString) override { return passed(m_real->open(connectionString)); }
-    void close() override { m_real->close(); }
-    bool isOpen() const override { return m_real->isOpen(); }
-    QString databaseName() const override { return m_real->databaseName(); }
-    bool query(const QString &sql, Recordset &rows) override {
-        static const QRegularExpression top(u"^SELECT TOP 1 (.*)$"_s);
-        return passed(m_real->query(QString(sql).replace(top, u"SELECT \\1 LIMIT 1"_s), rows));
-    }
-    bool execute(const QString &sql, qint64 *affected) override {
-        return passed(m_real->execute(sql, affected));
-    }
-    bool begin() override { return passed(m_real->begin()); }
-    bool commit() override { return passed(m_real->commit()); }
-    bool rollback() override { return passed(m_real->rollback()); }
-    void setCommandTimeout(int seconds) override { m_real->setCommandTimeout(seconds); }
-
-private:
-    bool passed(bool result) {
-        m_errors.append(m_real->errors());
-        m_real->clearErrors();
-        return result;
-    }
-
-    std::unique_ptr<DbProvider> m_real;
-};
+bool inServersWay(QString &sql) {
+    static const QRegularExpression top(u"^SELECT TOP 1 (.*)$"_s);
+    sql.replace(top, u"SELECT \\1 LIMIT 1"_s);
+    return true;
+}
 
 QString connectionOfRun() {
     static const PostgresServer server;
@@ -55,7 +32,9 @@ QString connectionOfRun() {
 
 /// A program on a PC of its own.
 struct Program {
-    cT_ADODB db{[](const QString &text) { return std::make_unique<FirstRowProvider>(makeProvider(text)); }};
+    cT_ADODB db{[](const QString &text) {
+        return std::make_unique<WrappedProvider>(makeProvider(text), inServersWay);
+    }};
 
     Program() {
         EXPECT_EQ(db.iInit(connectionOfRun()), 0);

@@ -1,15 +1,18 @@
 // Entering, registering and erasing consents in a real database.
 
 #include "app/base/codepage932.h"
+#include "app/base/settings.h"
 #include "consent/entry/diagnosis_list.h"
 #include "consent/entry/entry.h"
 #include "consent/entry/history.h"
 #include "consent/record/entry_save.h"
+#include "consent/rules/list_advisor.h"
 #include "tests/entry/entry_fixture.h"
 #include "tests/support/failing_provider.h"
 
 #include "app/base/dates.h"
 
+#include <QDir>
 #include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -21,10 +24,9 @@ protected:
     }
     void enterDate(QStringView column, int day) { EXPECT_EQ(entry.enter(column, dateFromKey(day)), 0); }
     std::optional<DraftProblem> check() {
-        QString reason;
-        const auto problem = entry.check(reason);
-        EXPECT_EQ(reason, QString());
-        return problem;
+        const auto checked = entry.check();
+        EXPECT_TRUE(checked) << checked.reason().toStdString();
+        return *checked;
     }
 
     ConsentEntry entry{environment, database.db};
@@ -84,6 +86,44 @@ TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverrul
     EXPECT_EQ(entry.enter(u"iHenkeiFlg", 0), 0);
     EXPECT_EQ(period(), u"2026/06/01-2026/11/30"_s);
     EXPECT_FALSE(entry.draft().tHenkeSday.isValid()) << "nothing of the correction stays";
+}
+
+TEST_F(ConsentEntryTest, AConsentThatIsNotUsedForClaimsIsNoPredecessor) {
+    consent(20251110);
+    consent(20260115, u"iReceptDisabledFlg = 1"_s);
+    ASSERT_EQ(entry.iNew(massagePatient), 0);
+    enterDate(u"tDouiDay", 20260420);
+    EXPECT_EQ(entry.draft().tDouiKaryoS, QDate(2026, 5, 10)) << "after 2026/05/09, not after 2026/07/14";
+}
+
+TEST_F(ConsentEntryTest, ProposesWhatTheListProposes) {
+    consent(20251110);
+    database.run(u"INSERT INTO HOLIDAY (iKyotenCd, iKyotenEb, iYear, iMonth, iDay, iChkCalendar) VALUES"
+                 " (1, 1, 2026, 5, 10, 1), (1, 1, 2026, 5, 11, 1)"_s);
+    QDir(programFolder.path()).mkpath(u"DATA"_s);
+    QStringList proposed;
+    for (const QString &types : {u""_s, u"1,1,1"_s, u"2,1,2"_s, u"1,1,2"_s})
+        for (const QString &own : {u"0, 0, 0, 0"_s, u"4, 2, 1, 1"_s, u"4, 2, 0, 2"_s, u"4, 2, 2, 0"_s})
+            for (const bool daysOff : {false, true}) {
+                Settings settings(folders);
+                ASSERT_EQ(settings.iWrite(Setting::同意書自動計算デフォルト, types), 0);
+                ASSERT_EQ(settings.iSwitch(Setting::祝日考慮, daysOff), 0);
+                database.run(u"DELETE FROM DOUIKIROKU; INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo,"
+                             " tDouiYM, iDouiNo, iDouiKikan1, iDouiKikan2, iDoui1CalcType, iKikanCalcType)"
+                             " VALUES (1, 1, 7, '2026/05', 1, %1)"_s.arg(own));
+                ASSERT_EQ(entry.iNew(massagePatient), 0);
+                enterDate(u"tDouiDay", 20260420);
+                ListAdvisor list(folders, {1, 1}, database.db);
+                list.links.holidays = daysOff;
+                const Period next = list.nextPeriod(
+                    {massagePatient, false, 0, {2025, 11, 10}, {{2025, 11, 10}, {2026, 5, 9}}},
+                    {2026, 4, 20});
+                EXPECT_EQ(period(), dateText(next.start) + u'-' + dateText(next.end))
+                    << types.toStdString() << " / " << own.toStdString() << " / " << daysOff;
+                proposed.append(period());
+            }
+    proposed.removeDuplicates();
+    EXPECT_GE(proposed.size(), 6) << "the cases differ";
 }
 
 TEST_F(ConsentEntryTest, ATextIsAsLongAsItsColumnAtMost) {
@@ -212,12 +252,26 @@ TEST_F(ConsentEntryTest, AFailureAtAnyStatementLeavesEverythingAsItWas) {
     EXPECT_EQ(keys(), QStringList({u"20251001/0/0/0"_s, u"20251110/0/0/1"_s}));
 }
 
+TEST_F(ConsentEntryTest, AnOlderConsentThatBecomesTheNewestIsTold) {
+    consent(20251110);
+    consent(20260520, u"iNewestFlg = 1"_s);
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    EXPECT_EQ(entry.enter(u"cDouiByoumei", u"腰痛"_s), 0);
+    EXPECT_EQ(entry.save().text, QString());
+    ASSERT_EQ(entry.iOpen(key(20260520)), 0);
+    EXPECT_EQ(entry.enter(u"iReceptDisabledFlg", 1), 0);
+    EXPECT_EQ(entry.save().text, u"以前の同意（2025/11/10）が、この利用者の最新の同意になりました。"_s);
+    EXPECT_EQ(keys(), QStringList({u"20251110/0/0/1"_s, u"20260520/0/0/0"_s}));
+}
+
 TEST_F(ConsentEntryTest, ErasingTheNewestHandsItsMarkOn) {
     consent(20251110);
     consent(20260520, u"iNewestFlg = 1"_s);
     ConsentHistory history(database.db);
     ASSERT_EQ(history.iRead(massagePatient), 0);
-    EXPECT_EQ(history.erase(1).kind, RowOutcome::Done);
+    const RowOutcome erased = history.erase(1);
+    EXPECT_EQ(erased.kind, RowOutcome::Done);
+    EXPECT_TRUE(erased.text.contains(u"2025/11/10"_s)) << "an older row that becomes the newest is told";
     EXPECT_EQ(keys(), QStringList({u"20251110/0/0/1"_s}));
     EXPECT_EQ(entry.iOpen(key(20260520)), -1);
     EXPECT_TRUE(entry.sErrMsg().startsWith(u"対象データ無し"_s));

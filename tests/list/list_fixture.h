@@ -21,6 +21,7 @@ public:
     QString explainRunning(const RunningConsent &) override { return QStringLiteral("running"); }
 
     QString trouble() const override { return {}; }
+    void prepare(const std::vector<PatientKey> &) override {}
     void forget() override {}
 
     QDate proposedDay;

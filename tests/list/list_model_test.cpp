@@ -133,6 +133,8 @@ TEST_F(ListModelTest, LinksProposeForReceivedAndForDeformityRows) {
     patient(1, u"甲"_s, u"ｺｳ"_s);
     consent(1, u"2026/12/31"_s);
     consent(1, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601"_s);
+    patient(2, u"乙"_s, u"ｵﾂ"_s);
+    consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601"_s);
     found();
     EXPECT_TRUE(tick(1, ListColumn::Received, true));
     EXPECT_EQ(text(1, ListColumn::Reconsent), u""_s);
@@ -144,6 +146,7 @@ TEST_F(ListModelTest, LinksProposeForReceivedAndForDeformityRows) {
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s);
     EXPECT_EQ(text(1, ListColumn::NextEnd), u"2026/12/11"_s);
     EXPECT_EQ(text(1, ListColumn::Reconsent, true), u"2026/12/01"_s);
+    EXPECT_EQ(text(2, ListColumn::Reconsent, true), u""_s) << "another patient's row follows nobody";
     model.dropChanges();
     model.tickAll(ListColumn::Received, true);
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s) << "ticking all is ticking each";
@@ -156,7 +159,7 @@ TEST_F(ListModelTest, WithoutTheSettingsNoPeriodIsGuessed) {
     consent(1, u"2026/12/31"_s);
     database.run(u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, iDouiKikan1,"
                  " iKikanCalcType) VALUES (1, 1, 1, '2026/11', 1, 1, 2)"_s);
-    ListAdvisor real({1, 1}, database.db);
+    ListAdvisor real(folders, {1, 1}, database.db);
     ConsentList byRules(environment, database.db, model, real);
     ASSERT_EQ(byRules.iSearch(), 0);
     QSignalSpy troubled(&model, &ConsentListModel::troubled);

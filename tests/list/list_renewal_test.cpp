@@ -145,6 +145,20 @@ TEST_F(ListRenewalTest, ADeformityRowAnsweredAsMassageIsRenewed) {
     EXPECT_EQ(renewed(1), QStringList{u"2"_s});
 }
 
+TEST_F(ListRenewalTest, ARestartIsMadeOnWhatTheUserSaw) {
+    const ReadRow seen = model.seenRow(recordOf(1));
+    ConsentRenewal restart(database.db);
+    meanwhile(u"cItiranBikou = '電話済'"_s);
+    const Period period{{2027, 1, 1}, {2027, 1, 31}};
+    EXPECT_EQ(restart.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen), -1);
+    EXPECT_TRUE(restart.refused());
+    EXPECT_EQ(database.value(u"SELECT iGetFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"1"_s);
+    meanwhile(u"cItiranBikou = NULL"_s);
+    EXPECT_EQ(restart.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen), 0);
+    EXPECT_EQ(database.value(u"SELECT iGetFlg, tHenKeEday FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s),
+              u"0|2027/01/31"_s);
+}
+
 TEST_F(ListRenewalTest, AFailureOfTheDatabaseIsToldAsOne) {
     database.run(u"CREATE TRIGGER refuse BEFORE INSERT ON RIYOUSHA_DOUI_REC WHEN new.nIDNo = 2"
                  " BEGIN SELECT RAISE(ABORT, 'refused'); END"_s);

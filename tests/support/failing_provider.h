@@ -1,18 +1,23 @@
 #pragma once
 
 #include "db/adodb.h"
-
-#include <QString>
-#include <functional>
+#include "tests/support/wrapped_provider.h"
 
 /// A connection to a real database on which one statement (begin and commit count) fails as a server's
 /// would.
 class FailingConnection {
 public:
-    static inline const QString description = QStringLiteral("The disk is full.");
+    static inline const QString description = WrappedProvider::description;
 
     /// @param nth the statement that fails, counted from 1 after connecting
-    FailingConnection(const QString &connectionString, int nth);
+    FailingConnection(const QString &connectionString, int nth)
+        : m_left(nth), db([this](const QString &text) {
+              return std::make_unique<WrappedProvider>(makeProvider(text),
+                                                       [this](QString &) { return --m_left != 0; });
+          }) {
+        db.iInit(connectionString);
+        db.iConnect();
+    }
 
 private:
     int m_left; ///< used by the connection's provider, so it comes first
