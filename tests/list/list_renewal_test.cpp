@@ -1,6 +1,7 @@
 // Renewing what was received, beside a colleague.
 
 #include "consent/list/list_renewal_form.h"
+#include "consent/record/renewal.h"
 #include "tests/list/list_fixture.h"
 
 #include <QProgressBar>
