@@ -35,9 +35,10 @@ short ConsentEntry::iNew(const PatientKey &patient) {
     const ConsentDraft *before = newest(0);
     m_draft = newDraft(patient, before);
     if (!before) {
-        const ErrorsSince errors(m_db);
-        if (readDefaultDiagnosis(m_db, m_patient, m_draft.cDouiByoumei) != 0)
-            return fail(errors.text() + u"\r\nsetMasSyobyo()でエラー"_s);
+        const Result<QString> diagnosis = readDefaultDiagnosis(m_db, m_patient);
+        if (!diagnosis)
+            return fail(diagnosis.reason() + u"\r\nsetMasSyobyo()でエラー"_s);
+        m_draft.cDouiByoumei = *diagnosis;
         followDiagnosis({});
     }
     if (!m_draft.cIsiCd.isEmpty() && setDocData() != 0)
@@ -49,14 +50,12 @@ short ConsentEntry::iNew(const PatientKey &patient) {
 short ConsentEntry::iBegin(const PatientKey &patient) {
     const ErrorsSince errors(m_db);
     m_db.iConnect();
-    switch (readEntryPatient(m_db, patient, m_patient)) {
-    case RowRead::Found:
-        break;
-    case RowRead::Absent:
-        return fail(u"該当する利用者データがありません。"_s);
-    case RowRead::Failed:
+    const Result<std::optional<EntryPatient>> read = readEntryPatient(m_db, patient);
+    if (!read)
         return fail(u"対象データが取得できませんでした。\r\n"_s + errors.text());
-    }
+    if (!*read)
+        return fail(u"該当する利用者データがありません。"_s);
+    m_patient = **read;
     return iReadRows() == 0 ? iReadBasis() : short(-1);
 }
 
@@ -86,16 +85,15 @@ short ConsentEntry::iReadBasis() {
 // A doctor who is in no list keeps the data that the consent before him had; one who cannot be looked up must
 // not be registered under another's name.
 short ConsentEntry::setDocData() {
-    const ErrorsSince errors(m_db);
-    DoctorData doctor;
-    const RowRead read =
-        m_draft.cIsiCd.isEmpty() ? RowRead::Found : readDoctorData(m_db, m_draft.cIsiCd, doctor);
-    if (read == RowRead::Absent)
+    const Result<std::optional<DoctorData>> read =
+        m_draft.cIsiCd.isEmpty() ? std::optional(DoctorData()) : readDoctorData(m_db, m_draft.cIsiCd);
+    if (read && !*read)
         return 0;
+    const DoctorData doctor = read ? **read : DoctorData();
     m_draft.cDouiIsiName = doctor.cName;
     m_draft.cDouiIsiAdd = doctor.cAddress1;
     m_draft.cDouiIsiKikan = doctor.cShamei1;
-    return read == RowRead::Found ? short(0) : fail(errors.text() + u"\r\nsetDocData() でエラー"_s);
+    return read ? short(0) : fail(read.reason() + u"\r\nsetDocData() でエラー"_s);
 }
 
 bool ConsentEntry::isChanged() const {
@@ -130,7 +128,7 @@ short ConsentEntry::enter(QStringView column, const QVariant &value) {
 
 void ConsentEntry::followPeriod(QStringView column, const ConsentDraft &before) {
     if (column == u"tDouiDay") {
-        if (!isDeformity(m_draft))
+        if (!isDeformity(m_draft) && m_unread.isEmpty())
             m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
         proposePeriod();
     } else if (column == u"nDouiUpMonth") {
@@ -158,7 +156,8 @@ void ConsentEntry::setKind(short iHenkeiFlg) {
         m_draft.iSejutuBui1 = m_opened.iSejutuBui1;
         m_draft.tHenkeSday = m_draft.tHenKeEday = {};
     }
-    m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
+    if (m_unread.isEmpty())
+        m_draft.nDouiUpMonth = ruledMonths(m_basis, m_draft);
     proposePeriod();
 }
 

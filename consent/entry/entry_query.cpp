@@ -8,45 +8,44 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-RowRead readOne(cT_ADODB &db, const QString &sql, Recordset &rows) {
+Result<Recordset> opened(cT_ADODB &db, const QString &sql) {
+    const ErrorsSince errors(db);
+    Recordset rows;
     if (db.iOpenRecSet(rows, sql) != 0)
-        return RowRead::Failed;
-    return rows.rowCount() > 0 ? RowRead::Found : RowRead::Absent;
+        return Failure{errors.text()};
+    return rows;
 }
 
 } // namespace
 
-RowRead readEntryPatient(cT_ADODB &db, const PatientKey &key, EntryPatient &patient) {
-    Recordset rows;
-    const RowRead read = readOne(
-        db, u"SELECT cName, iSejutsuKubun, tExpireDay FROM RIYOUSHA WHERE "_s + sqlWhere(key, u"RIYOUSHA"),
-        rows);
-    if (read == RowRead::Found)
-        patient = {key, rows.text(0, 0), rows.number(0, 1) != 0, rows.date(0, 2)};
-    return read;
+Result<std::optional<EntryPatient>> readEntryPatient(cT_ADODB &db, const PatientKey &key) {
+    const Result<Recordset> rows = opened(
+        db, u"SELECT cName, iSejutsuKubun, tExpireDay FROM RIYOUSHA WHERE "_s + sqlWhere(key, u"RIYOUSHA"));
+    if (!rows)
+        return Failure{rows.reason()};
+    if (rows->rowCount() == 0)
+        return std::optional<EntryPatient>();
+    return std::optional(EntryPatient{key, rows->text(0, 0), rows->number(0, 1) != 0, rows->date(0, 2)});
 }
 
-RowRead readDoctorData(cT_ADODB &db, const QString &code, DoctorData &doctor) {
-    Recordset rows;
-    const RowRead read =
-        readOne(db,
-                u"SELECT DOCTOR.cName, DOCTOR.cAddress1, SISETSU.cShamei1, DOCTOR.cKikan FROM DOCTOR"
-                " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDno = "_s +
-                    sqlText(code),
-                rows);
-    if (read == RowRead::Found)
-        doctor = {rows.text(0, 0), rows.text(0, 1), rows.text(0, rows.isNull(0, 2) ? 3 : 2)};
-    return read;
+Result<std::optional<DoctorData>> readDoctorData(cT_ADODB &db, const QString &code) {
+    const Result<Recordset> rows =
+        opened(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, SISETSU.cShamei1, DOCTOR.cKikan FROM DOCTOR"
+                   " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDno = "_s +
+                       sqlText(code));
+    if (!rows)
+        return Failure{rows.reason()};
+    if (rows->rowCount() == 0)
+        return std::optional<DoctorData>();
+    return std::optional(
+        DoctorData{rows->text(0, 0), rows->text(0, 1), rows->text(0, rows->isNull(0, 2) ? 3 : 2)});
 }
 
-short readDefaultDiagnosis(cT_ADODB &db, const EntryPatient &patient, QString &diagnosis) {
+Result<QString> readDefaultDiagnosis(cT_ADODB &db, const EntryPatient &patient) {
     const QString column = patient.acupuncture ? u"cDouiByoumei2_Def"_s : u"cDouiByoumei1_Def"_s;
-    Recordset rows;
-    const RowRead read = readOne(
-        db, u"SELECT "_s + column + u" FROM CORP_SUB WHERE "_s + sqlWhere(patient.key.branch(), u"CORP_SUB"),
-        rows);
-    if (read == RowRead::Failed)
-        return -1;
-    diagnosis = read == RowRead::Found ? rows.text(0, 0) : QString();
-    return 0;
+    const Result<Recordset> rows = opened(db, u"SELECT "_s + column + u" FROM CORP_SUB WHERE "_s +
+                                                  sqlWhere(patient.key.branch(), u"CORP_SUB"));
+    if (!rows)
+        return Failure{rows.reason()};
+    return rows->rowCount() > 0 ? rows->text(0, 0) : QString();
 }

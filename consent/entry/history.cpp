@@ -8,21 +8,23 @@
 using namespace Qt::Literals::StringLiterals;
 
 short ConsentHistory::iRead(const PatientKey &patient) {
+    const auto failed = [&](const QString &reason) {
+        m_error = reason + u"\r\niDouiRecordDisp() でエラー"_s;
+        return short(-1);
+    };
     const ErrorsSince errors(m_db);
     m_db.iConnect();
-    EntryPatient read;
-    const RowRead found = readEntryPatient(m_db, patient, read);
-    if (found == RowRead::Absent) {
+    const Result<std::optional<EntryPatient>> read = readEntryPatient(m_db, patient);
+    if (!read)
+        return failed(errors.text());
+    if (!*read) {
         m_error = u"該当する利用者データがありません。"_s;
         return -1;
     }
-    const Result<std::vector<ConsentDraft>> rows =
-        found == RowRead::Failed ? Failure{errors.text()} : readConsents(m_db, patient);
-    if (!rows) {
-        m_error = rows.reason() + u"\r\niDouiRecordDisp() でエラー"_s;
-        return -1;
-    }
-    m_patient = read;
+    const Result<std::vector<ConsentDraft>> rows = readConsents(m_db, patient);
+    if (!rows)
+        return failed(rows.reason());
+    m_patient = **read;
     m_rows = *rows;
     return 0;
 }
