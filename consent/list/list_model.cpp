@@ -4,8 +4,18 @@
 #include "consent/rows/list_order.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+void setNext(ConsentRowValues &values, const Period &next) {
+    values.nextStart = next.start;
+    values.nextEnd = next.end;
+}
+
+} // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_context = context;
@@ -231,7 +241,6 @@ bool ConsentListModel::edited(int record, ListColumn column) const {
     return edit != m_edits.cend() && cellDiffers(*edit, stored(record), column);
 }
 
-// A tick may bring a proposed re-consent date with it.
 void ConsentListModel::setTick(int record, ListColumn column, bool on) {
     if (column == ListColumn::Target) {
         m_target[size_t(record)] = on;
@@ -242,11 +251,23 @@ void ConsentListModel::setTick(int record, ListColumn column, bool on) {
     if ((tick != 0) == on)
         return;
     tick = short(on ? 1 : 0);
-    if (column == ListColumn::Received && on && !now.reconsent.isValid() && m_context.advisor) {
-        now.reconsent = m_context.advisor->reconsentDay(m_records.running(record));
-        takeReconsent(record, now);
-    }
+    if (column == ListColumn::Received && on && !now.reconsent.isValid())
+        tickReceived(record, now);
     store(record, now);
+}
+
+// A tick brings a date with it where one is proposed; a period that was typed before stays.
+void ConsentListModel::tickReceived(int record, ConsentRowValues &now) {
+    if (!m_context.advisor)
+        return;
+    const QDate proposed = m_context.advisor->reconsentDay(m_records.running(record));
+    m_trouble = m_context.advisor->trouble();
+    if (!proposed.isValid())
+        return;
+    now.reconsent = proposed;
+    if (!now.nextStart.isValid() && !now.nextEnd.isValid())
+        setNext(now, propose(record, proposed));
+    followMassage(record, {}, proposed);
 }
 
 void ConsentListModel::tickAll(ListColumn column, bool on) {
@@ -361,63 +382,77 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
     if (isTick) {
         setTick(record, column, value.toInt() == Qt::Checked);
     } else {
-        ConsentRowValues now = values(record);
+        const ConsentRowValues before = values(record);
+        ConsentRowValues now = before;
         if (cellEditValue(now, column) == value)
             return true;
         if (!setCellValue(now, column, value))
             return false;
         if (column == ListColumn::Reconsent)
-            takeReconsent(record, now);
+            takeReconsent(record, before.reconsent, now);
         store(record, now);
     }
-    Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), columnCount() - 1));
+    changedRow(record);
     Q_EMIT stateChanged();
     tellTrouble();
     return true;
 }
 
-// A new re-consent date proposes the next period, for the patient's deformity-correction rows too.
-void ConsentListModel::takeReconsent(int record, ConsentRowValues &now) {
-    propose(record, now);
-    followMassage(record, now.reconsent);
+// A new re-consent date proposes the next period, for the patient's deformity-correction rows too; taking the
+// date away takes the period away. A period that was typed before there was a date stays where the rule gives
+// none.
+void ConsentListModel::takeReconsent(int record, const QDate &before, ConsentRowValues &now) {
+    const Period next = propose(record, now.reconsent);
+    if (next.start.isValid() || before.isValid())
+        setNext(now, next);
+    followMassage(record, before, now.reconsent);
 }
 
+// Each trouble is told once, by the edit that met it.
 void ConsentListModel::tellTrouble() {
-    if (m_context.advisor && !m_context.advisor->trouble().isEmpty())
-        Q_EMIT troubled(m_context.advisor->trouble());
+    if (const QString trouble = std::exchange(m_trouble, {}); !trouble.isEmpty())
+        Q_EMIT troubled(trouble);
 }
 
-// The patient's deformity-correction rows take the massage row's new re-consent date; their own dates and
-// periods are proposed by it, not copied.
-void ConsentListModel::followMassage(int record, const QDate &reconsent) {
-    if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
-        return;
-    const auto [first, end] = deformityRecords().equal_range(m_records.key(record).patient.nIDNo);
-    for (const int other : std::ranges::subrange(first, end)) {
-        ConsentRowValues now = values(other);
-        now.reconsent = reconsent;
-        propose(other, now);
-        store(other, now);
-        if (const int row = rowOfRecord(other); row >= 0)
-            Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
-    }
+void ConsentListModel::changedRow(int record) {
+    if (const int row = rowOfRecord(record); row >= 0)
+        Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }
 
-const QMultiHash<qint32, int> &ConsentListModel::deformityRecords() {
+std::vector<int> ConsentListModel::deformityRecords(const PatientKey &patient) {
     if (!m_deformity) {
         m_deformity.emplace();
         for (int record = 0; record < m_records.count(); ++record)
             if (m_records.isDeformity(record))
-                m_deformity->insert(m_records.key(record).patient.nIDNo, record);
+                (*m_deformity)[m_records.key(record).patient.nIDNo].push_back(record);
     }
-    return *m_deformity;
+    return m_deformity->value(patient.nIDNo);
 }
 
-// A new re-consent date proposes the next period; taking the date away takes the period away.
-void ConsentListModel::propose(int record, ConsentRowValues &now) const {
-    Period next;
-    if (now.reconsent.isValid() && m_context.advisor)
-        next = m_context.advisor->nextPeriod(m_records.running(record), now.reconsent);
-    now.nextStart = next.start;
-    now.nextEnd = next.end;
+// The patient's deformity-correction rows take the massage row's new re-consent date; their own dates and
+// periods are proposed by it, not copied. A row with an answer of its own keeps it; a date that was taken
+// away goes from the rows that took it here and were not saved with it.
+void ConsentListModel::followMassage(int record, const QDate &before, const QDate &reconsent) {
+    if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
+        return;
+    for (const int other : deformityRecords(m_records.key(record).patient)) {
+        ConsentRowValues now = values(other);
+        const bool answered = now.reconsent.isValid() && now.reconsent != before;
+        const bool saved = now.reconsent.isValid() && now.reconsent == stored(other).reconsent;
+        if (answered || now.reconsent == reconsent || (saved && !reconsent.isValid()))
+            continue;
+        now.reconsent = reconsent;
+        setNext(now, propose(other, reconsent));
+        store(other, now);
+        changedRow(other);
+    }
+}
+
+Period ConsentListModel::propose(int record, const QDate &reconsent) {
+    if (!reconsent.isValid() || !m_context.advisor)
+        return {};
+    const Period next = m_context.advisor->nextPeriod(m_records.running(record), reconsent);
+    if (const QString trouble = m_context.advisor->trouble(); !trouble.isEmpty())
+        m_trouble = trouble;
+    return next;
 }

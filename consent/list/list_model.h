@@ -89,12 +89,14 @@ private:
     ReadRow storedRow(int record) const;
     bool isReceived(int record) const;
     void setTick(int record, ListColumn column, bool on);
-    void takeReconsent(int record, ConsentRowValues &now);
+    void tickReceived(int record, ConsentRowValues &now);
+    void takeReconsent(int record, const QDate &before, ConsentRowValues &now);
     void tellTrouble();
     void store(int record, const ConsentRowValues &values);
-    void propose(int record, ConsentRowValues &now) const;
-    void followMassage(int record, const QDate &reconsent);
-    const QMultiHash<qint32, int> &deformityRecords();
+    Period propose(int record, const QDate &reconsent);
+    void followMassage(int record, const QDate &before, const QDate &reconsent);
+    std::vector<int> deformityRecords(const PatientKey &patient);
+    void changedRow(int record);
     bool edited(int record, ListColumn column) const;
     QString toolTip(int record, ListColumn column) const;
 
@@ -103,9 +105,11 @@ private:
     QHash<int, ConsentRowValues> m_edits;   ///< by record
     QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
     std::vector<bool> m_target;
-    std::vector<int> m_shown;                           ///< records, in the order shown
-    std::vector<int> m_rows;                            ///< by record: its row, −1 when it is narrowed away
-    std::optional<QMultiHash<qint32, int>> m_deformity; ///< deformity-correction records by patient number
+    std::vector<int> m_shown; ///< records, in the order shown
+    std::vector<int> m_rows;  ///< by record: where it is shown; −1: narrowed away
+    /// Deformity-correction records by patient number; made when they are first asked for.
+    std::optional<QHash<qint32, std::vector<int>>> m_deformity;
+    QString m_trouble; ///< of the edit under way
     ListNarrowing m_narrowing;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

@@ -20,10 +20,11 @@ public:
     }
     QString explainRunning(const RunningConsent &) override { return QStringLiteral("running"); }
 
-    QString trouble() const override { return {}; }
+    QString trouble() const override { return said; }
     void prepare(const std::vector<PatientKey> &) override {}
     void forget() override {}
 
+    QString said;
     QDate proposedDay;
     bool follows = false;
 };

@@ -174,3 +174,70 @@ TEST_F(ListModelTest, WithoutTheSettingsNoPeriodIsGuessed) {
     EXPECT_EQ(text(1, ListColumn::NextStart), u"2027/01/01"_s);
     EXPECT_EQ(text(1, ListColumn::NextEnd), u"2027/01/31"_s) << "one month, in whole months";
 }
+
+// Patient 1 has a massage row with a typed period and no date, and a deformity row that is answered.
+TEST_F(ListModelTest, ATickAloneChangesTheTickAlone) {
+    patient(1, u"甲"_s, u"ｺｳ"_s);
+    consent(1, u"2026/12/31"_s, u"tSaiDouiKaryoS = '2027/01/01', tSaiDouiKaryoE = '2027/05/31'"_s);
+    consent(1, u"2026/12/31"_s,
+            u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tDouiDayTempHenkei = '2026/11/18',"
+            " tDouiKaryoSTempHenkei = '2027/01/01', tDouiKaryoETempHenkei = '2027/01/31'"_s);
+    patient(2, u"乙"_s, u"ｵﾂ"_s);
+    consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601"_s);
+    const auto triple = [&](int number, bool deformity) {
+        return QStringList{text(number, ListColumn::Reconsent, deformity),
+                           text(number, ListColumn::NextStart, deformity),
+                           text(number, ListColumn::NextEnd, deformity)};
+    };
+    const QStringList answered{u"2026/11/18"_s, u"2027/01/01"_s, u"2027/01/31"_s};
+    const QStringList nothing{u""_s, u""_s, u""_s};
+    for (const bool all : {false, true}) {
+        found();
+        advisor.follows = true;
+        advisor.proposedDay = QDate();
+        const auto ticked = [&] {
+            all ? model.tickAll(ListColumn::Received, true) : void(tick(1, ListColumn::Received, true));
+        };
+        ticked();
+        EXPECT_EQ(triple(1, false), QStringList({u""_s, u"2027/01/01"_s, u"2027/05/31"_s})) << all;
+        EXPECT_EQ(triple(1, true), answered) << all;
+        tick(1, ListColumn::Received, false);
+        advisor.proposedDay = QDate(2026, 12, 1);
+        ticked();
+        EXPECT_EQ(triple(1, false), QStringList({u"2026/12/01"_s, u"2027/01/01"_s, u"2027/05/31"_s})) << all;
+        EXPECT_EQ(triple(1, true), answered) << all;
+        EXPECT_EQ(triple(2, true), nothing) << "another patient's: " << all;
+    }
+}
+
+TEST_F(ListModelTest, DeformityRowsFollowUntilTheyAreAnswered) {
+    patient(1, u"甲"_s, u"ｺｳ"_s);
+    consent(1, u"2026/12/31"_s);
+    consent(1, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601"_s);
+    found();
+    advisor.follows = true;
+    const auto follower = [&] { return text(1, ListColumn::Reconsent, true); };
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 1)));
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 2)));
+    EXPECT_EQ(follower(), u"2026/12/02"_s) << "a corrected date is followed too";
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate()));
+    EXPECT_EQ(follower(), u""_s);
+    EXPECT_FALSE(model.hasChanges());
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 11, 30), true));
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 3)));
+    EXPECT_EQ(follower(), u"2026/11/30"_s) << "an answer of its own";
+}
+
+TEST_F(ListModelTest, TroubleIsToldByTheEditThatMetItOnly) {
+    patient(1, u"甲"_s, u"ｺｳ"_s);
+    consent(1, u"2026/12/31"_s);
+    found();
+    QSignalSpy troubled(&model, &ConsentListModel::troubled);
+    advisor.said = u"読めません"_s;
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 1)));
+    EXPECT_EQ(troubled.count(), 1);
+    EXPECT_TRUE(edit(1, ListColumn::Remark, u"x"_s));
+    EXPECT_TRUE(tick(1, ListColumn::Contact, true));
+    model.tickAll(ListColumn::Target, true);
+    EXPECT_EQ(troubled.count(), 1);
+}
