@@ -126,6 +126,10 @@ QString trimRight(const QString &text) {
     return text.left(end);
 }
 
+QString joined(const QString &first, const QString &second, QStringView between) {
+    return first.isEmpty() || second.isEmpty() ? first + second : first + between.toString() + second;
+}
+
 QString toFullWidth(const QString &text) {
     return withJoinedMarks(transliterated(toFull(), text));
 }

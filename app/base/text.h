@@ -8,6 +8,9 @@ QString cutAtNul(const QString &text);
 /// Removes blanks (U+0020 only) at the right.
 QString trimRight(const QString &text);
 
+/// Two texts with something between them; an empty one is left out with what would stand beside it.
+QString joined(const QString &first, const QString &second, QStringView between = u" ");
+
 /// Half-width to full-width and back: letters, digits, signs and kana (ﾔﾏﾀﾞ ↔ ヤマダ, voiced marks joined).
 QString toFullWidth(const QString &text);
 QString toHalfWidth(const QString &text);

@@ -2,6 +2,7 @@
 
 #include "app/base/clock.h"
 #include "consent/record/grid_save.h"
+#include "consent/rows/given_consents_query.h"
 #include "consent/rows/list_query.h"
 #include "db/adodb.h"
 
@@ -51,6 +52,33 @@ short ConsentList::iReread(QStringList *dropped) {
         return -1;
     m_advisor.forget();
     *dropped = m_model.reload(std::move(rows), context());
+    return 0;
+}
+
+short ConsentList::iReorder(ListOrder order, PatientOrder patientOrder, QStringList *dropped) {
+    const ListFilter before = m_read;
+    m_read.order = order;
+    m_read.patientOrder = patientOrder;
+    if (iReread(dropped) != 0) {
+        m_read = before;
+        return -1;
+    }
+    m_filter.order = order;
+    m_filter.patientOrder = patientOrder;
+    return 0;
+}
+
+short ConsentList::iReadLetters(size_t most) {
+    const std::vector<int> records = m_model.recordsWithoutLetter(most);
+    std::vector<ConsentRowKey> keys;
+    for (const int record : records)
+        keys.push_back(m_model.records().key(record));
+    const Result<GivenConsents> consents = readGivenConsents(m_db, m_environment.branch, keys);
+    if (!consents) {
+        m_error = consents.reason();
+        return -1;
+    }
+    m_model.setLetters(records, *consents);
     return 0;
 }
 

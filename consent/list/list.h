@@ -42,6 +42,10 @@ public:
     /// Reads it again by the filter of the last search and keeps the edits. `dropped` takes the rows whose
     /// edits a colleague's change has overtaken.
     short iReread(QStringList *dropped);
+    /// Reads it again in another order and keeps edits and ticks. 0, or −1: then all is as it was.
+    short iReorder(ListOrder order, PatientOrder patientOrder, QStringList *dropped);
+    /// Reckons the kinds of the letters of the next rows, at most so many. 0, or −1.
+    short iReadLetters(size_t most);
     /// Writes all edits in one transaction, then reads the list again.
     SaveOutcome save();
 

@@ -4,7 +4,9 @@
 #include "ui_list_filter_panel.h"
 #include "widgets/flow_layout.h"
 
+#include <QScopedValueRollback>
 #include <array>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -44,8 +46,11 @@ void ListFilterPanel::setSearches(const ListSearches &searches, Messages &messag
         pair(m_ui->txtcHokenshaNo, m_ui->txtcHokenshaName, m_ui->btnSelHokensha, searches.insurer),
         pair(m_ui->txtcSoudanshaNo, m_ui->txtcSoudanshaName, m_ui->btnSelSoudansha, searches.counsellor),
         pair(m_ui->txtcRiyoushaNo, m_ui->txtcRiyoushaName, m_ui->btnSelRiyousha, searches.patient)});
-    connect(m_pairs->patient, &CodeNamePair::changed, this,
-            [this](const CodeName &row) { Q_EMIT patientChosen(row.code.toInt()); });
+    connect(m_pairs->patient, &CodeNamePair::changed, this, [this](const CodeName &row) {
+        m_patientBefore = std::exchange(m_patient, row);
+        if (!m_takingBack)
+            Q_EMIT patientChosen(row.code.toInt());
+    });
 }
 
 bool ListFilterPanel::settleAll() {
@@ -108,11 +113,20 @@ void ListFilterPanel::clear(const QDate &from, const QDate &to) {
     m_ui->optTejun_0->setChecked(true);
     m_ui->chkEndKanja->setChecked(false);
     m_ui->txtIraiHouhou->clear();
-    m_ui->txt_SiboriName->clear();
-    m_ui->txt_SiboriKana->clear();
+    clearNarrowing();
     if (m_pairs)
         for (CodeNamePair *pair : m_pairs->all())
             pair->clear();
+}
+
+void ListFilterPanel::takeBackPatient() {
+    const QScopedValueRollback takingBack(m_takingBack, true);
+    m_pairs->patient->setRow(m_patientBefore);
+}
+
+void ListFilterPanel::clearNarrowing() {
+    m_ui->txt_SiboriName->clear();
+    m_ui->txt_SiboriKana->clear();
 }
 
 QString ListFilterPanel::narrowName() const {

@@ -40,6 +40,10 @@ public:
     /// Empties every entry and sets the range.
     void clear(const QDate &from, const QDate &to);
 
+    /// Puts the patient back whom patientChosen() has announced as another one.
+    void takeBackPatient();
+    void clearNarrowing();
+
     QString narrowName() const;
     QString narrowKana() const;
     /// Rows shown, ticked 対象 and ticked 受領.
@@ -59,4 +63,7 @@ private:
 
     std::unique_ptr<Ui::ListFilterPanel> m_ui;
     std::unique_ptr<Pairs> m_pairs;
+    CodeName m_patient; ///< in force
+    CodeName m_patientBefore;
+    bool m_takingBack = false;
 };

@@ -3,11 +3,17 @@
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
 
+#include <QApplication>
 #include <QComboBox>
+#include <QCryptographicHash>
+#include <QDir>
 #include <QFont>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QPalette>
+#include <QSettings>
+#include <QStyleOptionButton>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -42,6 +48,44 @@ public:
 private:
     const RequestMethods &m_methods;
 };
+
+/// Paints a cell that has a text as a push button; the grid answers it.
+class ButtonDelegate : public QStyledItemDelegate {
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override {
+        QStyleOptionViewItem cell = option;
+        initStyleOption(&cell, index);
+        const QString text = std::exchange(cell.text, QString());
+        const QStyle *style = option.widget ? option.widget->style() : QApplication::style();
+        style->drawControl(QStyle::CE_ItemViewItem, &cell, painter, option.widget);
+        if (text.isEmpty())
+            return;
+        QStyleOptionButton button;
+        button.rect = option.rect.adjusted(1, 1, -1, -1);
+        button.palette = option.palette;
+        button.fontMetrics = option.fontMetrics;
+        button.state = QStyle::State_Enabled | QStyle::State_Raised;
+        constexpr int margins = 12;
+        button.text = option.fontMetrics.elidedText(text, Qt::ElideRight, button.rect.width() - margins);
+        style->drawControl(QStyle::CE_PushButton, &button, painter, option.widget);
+    }
+};
+
+QSettings windowSettings() {
+    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s);
+}
+
+// Widths are kept by position.
+QString columnsKey() {
+    QString captions;
+    for (const ListColumnInfo &info : listColumns())
+        captions += info.caption + u'\n';
+    const QByteArray hash = QCryptographicHash::hash(captions.toUtf8(), QCryptographicHash::Md5);
+    return u"consent_list/"_s + QString::fromLatin1(hash.toHex());
+}
 
 QColor readable(const QColor &colour, const QPalette &palette) {
     return palette.color(QPalette::Base).lightness() < 128 ? colour.lighter(190) : colour;
@@ -95,7 +139,10 @@ ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) 
             setItemDelegateForColumn(int(info.column), dates);
         else if (info.kind == CellKind::Choice)
             setItemDelegateForColumn(int(info.column), methods);
+        else if (info.kind == CellKind::Button)
+            setItemDelegateForColumn(int(info.column), new ButtonDelegate(this));
     }
+    connect(this, &QTableView::clicked, this, &ListGrid::press);
 }
 
 void ListGrid::attach(PaintedListModel *model) {
@@ -116,10 +163,28 @@ void ListGrid::setMethods(const RequestMethods &methods) {
     m_methods = methods;
 }
 
-void ListGrid::restoreColumns(const QByteArray &state) {
-    if (!state.isEmpty())
+void ListGrid::restoreColumns() {
+    if (const QByteArray state = windowSettings().value(columnsKey()).toByteArray(); !state.isEmpty())
         restoreLayout(state);
     horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+}
+
+Result<> ListGrid::keepColumns() const {
+    QSettings settings = windowSettings();
+    settings.setValue(columnsKey(), layoutState());
+    settings.sync();
+    if (settings.status() == QSettings::NoError)
+        return {};
+    return Failure{u"列の幅と順序を保存できませんでした。「%1」に書き込めるか確認してください。"_s.arg(
+        QDir::toNativeSeparators(settings.fileName()))};
+}
+
+bool ListGrid::press(const QModelIndex &index) {
+    if (!index.isValid() || listColumn(index.column()).kind != CellKind::Button ||
+        index.data().toString().isEmpty())
+        return false;
+    Q_EMIT buttonPressed();
+    return true;
 }
 
 void ListGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) {
@@ -131,6 +196,10 @@ void ListGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint h
 // Delete empties a cell as it does in every table that people know.
 void ListGrid::keyPressEvent(QKeyEvent *event) {
     const QModelIndex current = currentIndex();
+    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
+                         event->key() == Qt::Key_Enter || event->key() == Qt::Key_Select;
+    if (presses && press(current))
+        return;
     if (event->key() == Qt::Key_Delete && current.flags().testFlag(Qt::ItemIsEditable)) {
         const CellKind kind = listColumn(current.column()).kind;
         model()->setData(current, kind == CellKind::Date     ? QVariant(QDate())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "consent/list/list_model.h"
 #include "widgets/grid.h"
 
@@ -30,10 +31,14 @@ public:
     /// Takes the model and gives the columns their first widths.
     void attach(PaintedListModel *model);
     void setMethods(const RequestMethods &methods);
-    /// Takes widths and order from an earlier run's layoutState(); the rows stay in the order of the query.
-    void restoreColumns(const QByteArray &state);
+    /// Takes the widths and order that this user's last run kept; the rows stay in the order of the query.
+    /// They are the user's own, not the practice's, and hold for the columns that they were kept of only.
+    void restoreColumns();
+    Result<> keepColumns() const;
 
 Q_SIGNALS:
+    /// The button of the current row was pressed.
+    void buttonPressed();
     /// Text that is no date was left in a cell.
     void rejected(const QString &text);
 
@@ -45,5 +50,7 @@ protected Q_SLOTS:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    bool press(const QModelIndex &index);
+
     RequestMethods m_methods;
 };

@@ -1,8 +1,8 @@
 #include "consent/list/list_model.h"
 
 #include "app/base/dates.h"
-#include "consent/rows/list_order.h"
 
+#include <QSet>
 #include <algorithm>
 #include <utility>
 
@@ -23,6 +23,7 @@ void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_edits.clear();
     m_written.clear();
     m_target.assign(size_t(m_records.count()), false);
+    m_letters.clear();
     m_narrowing.forget();
     m_deformity.reset();
 }
@@ -40,10 +41,7 @@ QStringList ConsentListModel::reload(Recordset rows, const ListContext &context)
     QStringList names;
     for (const ChangedRow &edit : edits)
         names.append(who(edit.record));
-    std::vector<ConsentRowKey> targets;
-    for (int record = 0; record < m_records.count(); ++record)
-        if (isTarget(record))
-            targets.push_back(m_records.key(record));
+    const std::vector<ConsentRowKey> targets = targetKeys();
 
     beginResetModel();
     take(std::move(rows), context);
@@ -109,8 +107,11 @@ int ConsentListModel::rowOfRecord(int record) const {
     return m_rows[size_t(record)];
 }
 
-QString ConsentListModel::who(int record) const {
-    return m_records.text(record, ListField::Number) + u" "_s + m_records.text(record, ListField::Name);
+ListRow ConsentListModel::row(int record) const {
+    std::optional<LetterKind> letter;
+    if (size_t(record) < m_letters.size())
+        letter = m_letters[size_t(record)];
+    return {m_records, record, values(record), m_context, letter};
 }
 
 std::vector<int> ConsentListModel::targetRecords() const {
@@ -119,6 +120,36 @@ std::vector<int> ConsentListModel::targetRecords() const {
         if (isTarget(record))
             records.push_back(record);
     return records;
+}
+
+int ConsentListModel::targetsOutOfSight() const {
+    return int(std::count(m_target.begin(), m_target.end(), true)) - int(targetRecords().size());
+}
+
+std::vector<ConsentRowKey> ConsentListModel::targetKeys() const {
+    std::vector<ConsentRowKey> keys;
+    for (int record = 0; record < m_records.count(); ++record)
+        if (isTarget(record))
+            keys.push_back(m_records.key(record));
+    return keys;
+}
+
+void ConsentListModel::tickSuccessors(const std::vector<ConsentRowKey> &targets) {
+    QSet<QString> gone;
+    for (const ConsentRowKey &key : targets)
+        gone.insert(rowIdentity(key));
+    for (int record = 0; record < m_records.count(); ++record)
+        gone.remove(rowIdentity(m_records.key(record)));
+    QHash<qint32, short> kinds; // a bit for each kind
+    for (const ConsentRowKey &key : targets)
+        if (gone.contains(rowIdentity(key)))
+            kinds[key.patient.nIDNo] |= short(1 << key.iHenkeiFlg);
+    for (int record = 0; record < m_records.count() && !kinds.isEmpty(); ++record) {
+        const ConsentRowKey key = m_records.key(record);
+        if (kinds.value(key.patient.nIDNo) & (1 << key.iHenkeiFlg))
+            m_target[size_t(record)] = true;
+    }
+    changedAll();
 }
 
 std::vector<int> ConsentListModel::receivedRecords() const {
@@ -147,6 +178,10 @@ std::vector<ChangedRow> ConsentListModel::changedRows() const {
 
 void ConsentListModel::dropChanges() {
     m_edits.clear();
+    changedAll();
+}
+
+void ConsentListModel::changedAll() {
     if (!m_shown.empty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     Q_EMIT stateChanged();
@@ -195,14 +230,35 @@ void ConsentListModel::show() {
             m_shown.push_back(record);
     if (m_sortColumn >= 0)
         orderRecords(
-            m_shown, ListColumn(m_sortColumn), m_sortOrder == Qt::DescendingOrder, m_records, m_context,
-            [this](int record) { return values(record); }, [this](int record) { return isTarget(record); });
+            m_shown, ListColumn(m_sortColumn), m_sortOrder == Qt::DescendingOrder,
+            [this](int record) { return row(record); }, [this](int record) { return isTarget(record); });
     m_rows.assign(size_t(m_records.count()), -1);
     for (size_t row = 0; row < m_shown.size(); ++row)
         m_rows[size_t(m_shown[row])] = int(row);
 }
 
+std::vector<int> ConsentListModel::recordsWithoutLetter(size_t most) const {
+    std::vector<int> records;
+    // Letters are not written of the history.
+    if (!m_context.readOnly)
+        for (size_t record = m_letters.size(); record < size_t(m_records.count()) && records.size() < most;
+             ++record)
+            records.push_back(int(record));
+    return records;
+}
+
+void ConsentListModel::setLetters(const std::vector<int> &records, const GivenConsents &consents) {
+    for (const int record : records)
+        m_letters.push_back(proposeLetterKind(consents.factsOf(m_records.key(record))));
+    if (m_sortColumn == int(ListColumn::Letter) && m_letters.size() == size_t(m_records.count()))
+        sort(m_sortColumn, m_sortOrder);
+    else if (!m_shown.empty())
+        Q_EMIT dataChanged(index(0, int(ListColumn::Letter)), index(rowCount() - 1, int(ListColumn::Letter)));
+}
+
 void ConsentListModel::sort(int column, Qt::SortOrder order) {
+    if (column == int(ListColumn::Letter) && !recordsWithoutLetter(1).empty())
+        Q_EMIT lettersWanted();
     Q_EMIT layoutAboutToBeChanged({}, QAbstractItemModel::VerticalSortHint);
     const QModelIndexList before = persistentIndexList();
     std::vector<int> records;
@@ -280,9 +336,7 @@ void ConsentListModel::tickAll(ListColumn column, bool on) {
     for (const int record : m_shown)
         if (mayEdit(record, column))
             setTick(record, column, on);
-    if (!m_shown.empty())
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
-    Q_EMIT stateChanged();
+    changedAll();
     tellTrouble();
 }
 
@@ -317,12 +371,12 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
             return {};
         if (column == ListColumn::Target)
             return isTarget(record) ? Qt::Checked : Qt::Unchecked;
+        if (role == Qt::DisplayRole || (role == Qt::EditRole && !info.editable))
+            return row(record).text(column);
         ConsentRowValues now = values(record);
-        if (role == Qt::CheckStateRole)
-            return *tickOf(now, column) != 0 ? Qt::Checked : Qt::Unchecked;
-        if (role == Qt::EditRole && info.editable)
+        if (role == Qt::EditRole)
             return cellEditValue(now, column);
-        return cellText({m_records, record, now, m_context}, column);
+        return *tickOf(now, column) != 0 ? Qt::Checked : Qt::Unchecked;
     }
     case Qt::ToolTipRole:
         return toolTip(record, column);

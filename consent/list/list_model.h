@@ -1,11 +1,7 @@
 #pragma once
 
 #include "consent/list/list_edits.h"
-#include "consent/rows/list_cells.h"
-#include "consent/rows/list_columns.h"
-#include "consent/rows/list_narrowing.h"
-#include "consent/rows/list_record.h"
-#include "consent/rows/request_methods.h"
+#include "consent/rows/list_view.h"
 
 #include <QAbstractTableModel>
 #include <QHash>
@@ -32,15 +28,22 @@ public:
 
     const ListRecords &records() const { return m_records; }
     ConsentRowValues values(int record) const;
+    /// A record as it is shown.
+    ListRow row(int record) const;
     int recordOfRow(int row) const { return m_shown[size_t(row)]; }
     /// −1 when the record is narrowed away.
     int rowOfRecord(int record) const;
     bool isTarget(int record) const { return m_target[size_t(record)]; }
-    /// "IDNo. name" of a record, for messages.
-    QString who(int record) const;
+    QString who(int record) const { return m_records.who(record); }
 
     /// Records ticked 対象 that are shown, in the order shown.
     std::vector<int> targetRecords() const;
+    /// How many more are ticked 対象 and narrowed away.
+    int targetsOutOfSight() const;
+    /// Keys of all rows ticked 対象.
+    std::vector<ConsentRowKey> targetKeys() const;
+    /// Ticks the rows that have taken the place of targets that are gone: the patient's of the same kind.
+    void tickSuccessors(const std::vector<ConsentRowKey> &targets);
     /// Records ticked 受領 that are shown, in the order shown.
     std::vector<int> receivedRecords() const;
     /// How many more are ticked 受領 and narrowed away.
@@ -66,6 +69,13 @@ public:
     /// Whether every shown row that may be edited is ticked.
     bool allTicked(ListColumn column) const;
 
+    /// @name The kinds of letters that are proposed for the rows, reckoned after the rows are shown
+    ///@{
+    /// The next records whose kinds are not known, at most so many; none when all are.
+    std::vector<int> recordsWithoutLetter(size_t most) const;
+    void setLetters(const std::vector<int> &records, const GivenConsents &consents);
+    ///@}
+
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
@@ -78,6 +88,8 @@ public:
 Q_SIGNALS:
     /// Edits, ticks or the shown rows changed.
     void stateChanged();
+    /// All kinds of letters are wanted now, to sort by them.
+    void lettersWanted();
     /// A period could not be reckoned, and why.
     void troubled(const QString &why);
 
@@ -97,6 +109,7 @@ private:
     void followMassage(int record, const QDate &before, const QDate &reconsent);
     std::vector<int> deformityRecords(const PatientKey &patient);
     void changedRow(int record);
+    void changedAll();
     bool edited(int record, ListColumn column) const;
     QString toolTip(int record, ListColumn column) const;
 
@@ -105,8 +118,9 @@ private:
     QHash<int, ConsentRowValues> m_edits;   ///< by record
     QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
     std::vector<bool> m_target;
-    std::vector<int> m_shown; ///< records, in the order shown
-    std::vector<int> m_rows;  ///< by record: where it is shown; −1: narrowed away
+    std::vector<LetterKind> m_letters; ///< by record, of the first ones
+    std::vector<int> m_shown;          ///< records, in the order shown
+    std::vector<int> m_rows;           ///< by record: where it is shown; −1: narrowed away
     /// Deformity-correction records by patient number; made when they are first asked for.
     std::optional<QHash<qint32, std::vector<int>>> m_deformity;
     QString m_trouble; ///< of the edit under way

@@ -5,13 +5,13 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "consent/requests/letter_wait_form.h"
 #include "consent/requests/request_rows_model.h"
 #include "db/adodb.h"
 #include "print/request_letter/letter_query.h"
 #include "search/master_search_form.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/tick_delegate.h"
+#include "widgets/wait_message_form.h"
 
 #include <QComboBox>
 #include <QScreen>
@@ -39,7 +39,26 @@ public:
     }
 };
 
+class WaitForm : public LetterWait {
+public:
+    explicit WaitForm(QWidget *parent) : m_form(parent) {
+        m_form.showProgress(u"依頼書を作成しています。"_s, frmWaitMsg::Cancel::Allowed);
+    }
+
+    bool goOn() override {
+        m_form.setProgress(0, 0);
+        return !m_form.cancelled();
+    }
+
+private:
+    frmWaitMsg m_form;
+};
+
 } // namespace
+
+StartLetterWait letterWait(QWidget *parent) {
+    return [parent] { return std::make_unique<WaitForm>(parent); };
+}
 
 frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget *parent)
     : QDialog(parent),

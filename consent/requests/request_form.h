@@ -13,6 +13,9 @@ namespace Ui {
 class RequestForm;
 }
 
+/// Waits for letters behind a waiting message that the user can cancel. The parent must outlive the run.
+StartLetterWait letterWait(QWidget *parent);
+
 /// Prepares and puts out the request letters of the rows ticked 対象. Created, initialised by iInit and shown
 /// modally by exec().
 class frm同意依頼 : public QDialog {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list_edits.h"
+#include "consent/record/list_row.h"
 #include "consent/requests/method_list_model.h"
 
 #include <QDialog>

@@ -37,7 +37,7 @@ std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows) {
     std::vector<LetterOrder> orders;
     for (const RequestRow &row : rows)
         orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind),
-                          row.who(), continuesConsent(row.kind)});
+                          row.who, continuesConsent(row.kind)});
     return orders;
 }
 

@@ -10,10 +10,6 @@ namespace {
 
 using F = ListField;
 
-QString joined(const QString &first, const QString &second, const QString &between) {
-    return first.isEmpty() || second.isEmpty() ? first + second : first + between + second;
-}
-
 /// A column that shows one field of the query, or two with a blank between.
 struct PlainCell {
     ListColumn column;
@@ -50,12 +46,6 @@ const PlainCell *plainCell(ListColumn column) {
     return nullptr;
 }
 
-QString kindText(const ListRecords &records, int record) {
-    if (records.isDeformity(record))
-        return u"変形徒手"_s;
-    return records.flag(record, F::Kind) ? u"鍼灸"_s : u"マッサ"_s;
-}
-
 QString periodText(const Period &period) {
     if (!period.start.isValid() && !period.end.isValid())
         return {};
@@ -80,7 +70,7 @@ QString onOneLine(QString text) {
     return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ');
 }
 
-QString methodText(const ListCellSource &row) {
+QString methodText(const ListRow &row) {
     const int number = row.values.method;
     const QString text = row.context.methods.text(number);
     if (!text.isEmpty())
@@ -109,7 +99,7 @@ QString treatmentText(const ListRecords &records, int record) {
     QString text;
     for (const Item &item : items)
         if (records.flag(record, item.field))
-            text = joined(text, item.text, u"・"_s);
+            text = joined(text, item.text, u"・");
     return text;
 }
 
@@ -133,52 +123,54 @@ Urgency urgencyIn(const ListContext &context, const QDate &periodEnd) {
     return context.readOnly ? Urgency::None : urgencyOf(periodEnd, context.today);
 }
 
-QString cellText(const ListCellSource &row, ListColumn column) {
+QString ListRow::text(ListColumn column) const {
     using C = ListColumn;
-    const ListRecords &records = row.records;
     if (const PlainCell *plain = plainCell(column))
-        return joined(records.text(row.record, plain->field),
-                      plain->second == F::Count ? QString() : records.text(row.record, plain->second),
-                      u" "_s);
+        return joined(records.text(record, plain->field),
+                      plain->second == F::Count ? QString() : records.text(record, plain->second));
     switch (column) {
     case C::Sent:
-        return records.flag(row.record, F::Sent) ? u"送信済"_s : u"未送信"_s;
+        return records.flag(record, F::Sent) ? u"送信済"_s : u"未送信"_s;
     case C::Procedure:
-        return records.flag(row.record, F::Procedure) ? u"口頭"_s : u"書面"_s;
+        return records.flag(record, F::Procedure) ? u"口頭"_s : u"書面"_s;
     case C::Kind:
-        return kindText(records, row.record);
+        return treatmentText(records.kind(record), isDeformity());
     case C::FirstTreatment:
-        return dateText(records.date(row.record, F::FirstTreatment));
+        return dateText(records.date(record, F::FirstTreatment));
     case C::ConsentEnd:
-        return endText(row.context, records.date(row.record, F::PeriodEnd));
+        return endText(context, records.date(record, F::PeriodEnd));
     case C::Period:
-        return periodText(records.period(row.record));
+        return periodText(records.period(record));
     case C::State:
-        return periodStateText(records.period(row.record), {row.context.from, row.context.to});
+        return periodStateText(records.period(record), context.today);
     case C::Reconsent:
-        return dateText(row.values.reconsent);
+        return dateText(values.reconsent);
     case C::NextStart:
-        return dateText(row.values.nextStart);
+        return dateText(values.nextStart);
     case C::NextEnd:
-        return dateText(row.values.nextEnd);
+        return dateText(values.nextEnd);
     case C::Hospital: {
-        const QString hospital = textOr(records, row.record, F::HospitalName, F::DoctorHospital);
-        return hospital.isEmpty() ? records.text(row.record, F::ConsentHospital) : hospital;
+        const QString hospital = textOr(records, record, F::HospitalName, F::DoctorHospital);
+        return hospital.isEmpty() ? records.text(record, F::ConsentHospital) : hospital;
     }
     case C::Doctor:
-        return textOr(records, row.record, F::DoctorName, F::ConsentDoctor);
+        return textOr(records, record, F::DoctorName, F::ConsentDoctor);
     case C::Method:
-        return methodText(row);
+        return methodText(*this);
+    case C::OwnMethods:
+        return !mayOwnMethods() ? QString() : values.ownRequest.isEmpty() ? u"登録"_s : values.ownRequest;
     case C::Remark:
-        return onOneLine(row.values.remark);
+        return onOneLine(values.remark);
+    case C::Letter:
+        return letter ? letterKindName(*letter) : QString();
     case C::Treatment:
-        return treatmentText(records, row.record);
+        return treatmentText(records, record);
     default:
         return {};
     }
 }
 
-QVariant cellSortKey(const ListCellSource &row, ListColumn column) {
+QVariant cellSortKey(const ListRow &row, ListColumn column) {
     using C = ListColumn;
     switch (column) {
     case C::Number:
@@ -196,7 +188,7 @@ QVariant cellSortKey(const ListCellSource &row, ListColumn column) {
         return qint64(*tickOf(values, column));
     }
     default:
-        return foldForSearch(cellText(row, column));
+        return foldForSearch(row.text(column));
     }
 }
 

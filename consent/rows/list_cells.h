@@ -1,10 +1,12 @@
 #pragma once
 
+#include "consent/rows/letter_kind.h"
 #include "consent/rows/list_columns.h"
 #include "consent/rows/list_record.h"
 #include "consent/rows/request_methods.h"
 
 #include <QVariant>
+#include <optional>
 
 /// How urgent a row is: its period ends within 14 days, or has ended.
 enum class Urgency { None, DueSoon, Ended };
@@ -23,19 +25,31 @@ struct ListContext {
 /// The urgency that a list shows: none in the history, whose rows have been followed by others.
 Urgency urgencyIn(const ListContext &context, const QDate &periodEnd);
 
-/// One row of the list as its cells see it.
-struct ListCellSource {
+/// One row of the list, apart from any grid: what was read, and the values over it. Holds while the list is
+/// not read anew.
+struct ListRow {
     const ListRecords &records;
     int record;
-    const ConsentRowValues &values;
+    ConsentRowValues values;
     const ListContext &context;
+    std::optional<LetterKind> letter; ///< that is proposed; nothing: none, or not reckoned yet
+
+    ConsentRowKey key() const { return records.key(record); }
+    bool isDeformity() const { return records.isDeformity(record); }
+    bool flag(ListField field) const { return records.flag(record, field); }
+    /// The row as it was read.
+    ReadRow read() const { return records.row(record); }
+    /// What the row's cell shows; empty for tick cells.
+    QString text(ListColumn column) const;
+    /// "IDNo. name".
+    QString who() const { return records.who(record); }
+    /// A deformity-correction row has no contact mark, method and remark of its own, and the history is not
+    /// written.
+    bool mayOwnMethods() const { return !isDeformity() && !context.readOnly; }
 };
 
-/// What a cell shows; empty for tick cells.
-QString cellText(const ListCellSource &row, ListColumn column);
-
 /// What a cell is sorted by: a number, or a text already folded for comparison.
-QVariant cellSortKey(const ListCellSource &row, ListColumn column);
+QVariant cellSortKey(const ListRow &row, ListColumn column);
 
 /// The value that an editor of the cell starts from: QDate, text, or the method's number.
 QVariant cellEditValue(const ConsentRowValues &values, ListColumn column);

@@ -28,7 +28,10 @@ std::span<const ListColumnInfo> listColumns() {
         {C::Hospital, u"病院名"_s, Text, false, 11, {}},
         {C::Doctor, u"担当医師"_s, Text, false, 7, {}},
         {C::Method, u"依頼方法"_s, Choice, true, 7, u"未選択の行には病院の依頼方法を（ ）で示します"_s},
+        {C::OwnMethods, u"依頼ボタン"_s, Button, false, 5,
+         u"行の個別依頼方法を登録する画面を開きます（Space・Enter）"_s},
         {C::Remark, u"備考"_s, Text, true, 14, u"一覧備考"_s},
+        {C::Letter, u"同意依頼書種別"_s, Text, false, 7, u"依頼書を出力するときに選ばれる種類"_s},
         {C::PlaceZip, u"施術場所(〒)"_s, Text, false, 6, {}},
         {C::PlaceAddress, u"施術場所(住所)"_s, Text, false, 16, {}},
         {C::ReceiptZip, u"領収書/請求書 送付先(〒)"_s, Text, false, 6, {}},
@@ -46,7 +49,7 @@ std::span<const ListColumnInfo> listColumns() {
         {C::HospitalAddress, u"病院住所"_s, Text, false, 16, {}},
         {C::Diagnosis, u"傷病名"_s, Text, false, 10, {}},
         {C::Treatment, u"施術部位/内容"_s, Text, false, 14, {}},
-        {C::State, u"要加療途中"_s, Text, false, 6, u"対象期間の中での要加療期間の状態"_s},
+        {C::State, u"要加療途中"_s, Text, false, 6, u"現在の要加療期間の今日の状態"_s},
     }};
     return columns;
 }

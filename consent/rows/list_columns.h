@@ -24,7 +24,9 @@ enum class ListColumn {
     Hospital,
     Doctor,
     Method,
+    OwnMethods,
     Remark,
+    Letter,
     PlaceZip,
     PlaceAddress,
     ReceiptZip,
@@ -47,7 +49,7 @@ enum class ListColumn {
 };
 
 /// What a cell holds and how it is edited.
-enum class CellKind { Text, Number, Date, Tick, Choice };
+enum class CellKind { Text, Number, Date, Tick, Choice, Button };
 
 struct ListColumnInfo {
     ListColumn column;

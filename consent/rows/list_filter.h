@@ -1,10 +1,11 @@
 #pragma once
 
+#include "db/tables/patient_text.h"
+
 #include <QDate>
 #include <QString>
 
 enum class ListView { Newest, History };
-enum class TreatmentKind { All, Massage, Acupuncture };
 
 /// How the consent is given: on paper or by word of mouth.
 enum class Procedure { All, Written, Oral };

@@ -143,8 +143,7 @@ QString facilityIs(qint32 facility) {
 QString chosenWhere(const ListFilter &filter) {
     QString sql;
     if (filter.kind != TreatmentKind::All)
-        sql += u" AND RIYOUSHA.iSejutsuKubun = "_s +
-               sqlNumber(filter.kind == TreatmentKind::Acupuncture ? 1 : 0);
+        sql += u" AND RIYOUSHA.iSejutsuKubun = "_s + sqlNumber(int(filter.kind));
     if (filter.procedure == Procedure::Written)
         sql += u" AND (RIYOUSHA_DOUI_REC.iDouiShubetsu = 0 OR RIYOUSHA_DOUI_REC.iDouiShubetsu IS NULL)"_s;
     if (filter.procedure == Procedure::Oral)

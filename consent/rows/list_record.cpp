@@ -87,6 +87,10 @@ Nullable<short> ListRecords::nullable(int record, ListField field) const {
     return isNull(record, field) ? Nullable<short>() : Nullable<short>(short(number(record, field)));
 }
 
+QString ListRecords::who(int record) const {
+    return patientText(number(record, ListField::Number), text(record, ListField::Name));
+}
+
 ConsentRowKey ListRecords::key(int record) const {
     return {{short(number(record, ListField::KyotenCd)), short(number(record, ListField::KyotenEb)),
              qint32(number(record, ListField::Number))},

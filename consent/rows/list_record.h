@@ -4,6 +4,7 @@
 #include "consent/rules/period_advisor.h"
 #include "db/field_rows.h"
 #include "db/tables/keys.h"
+#include "db/tables/patient_text.h"
 
 /// The columns of the list query that the list looks at.
 enum class ListField {
@@ -90,6 +91,9 @@ public:
     explicit ListRecords(Recordset rows);
 
     bool isDeformity(int record) const { return number(record, ListField::Deformity) == 1; }
+    TreatmentKind kind(int record) const { return TreatmentKind(flag(record, ListField::Kind)); }
+    /// "IDNo. name".
+    QString who(int record) const;
     ConsentRowKey key(int record) const;
     Period period(int record) const;
     RunningConsent running(int record) const;

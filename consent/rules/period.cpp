@@ -113,31 +113,11 @@ PeriodReckoning reckonStored(const QDate &consentDate, const Period &stored, con
     return reckonNext(consentDate, stored.start.addDays(-1), rule, holidays);
 }
 
-PeriodState periodState(const Period &period, const Period &range) {
-    const auto shown = [&range](const QDate &day) {
-        return day.isValid() && day >= range.start && day <= range.end;
-    };
-    if (period.start.isValid() && period.end.isValid() && period.end < period.start)
-        return PeriodState::Outside;
-    if (shown(period.end))
-        return PeriodState::Ending;
-    if (shown(period.start))
-        return PeriodState::Starting;
-    const bool runs = period.start.isValid() && period.end.isValid() && period.start < range.start &&
-                      period.end > range.end;
-    return runs ? PeriodState::Running : PeriodState::Outside;
-}
-
-QString periodStateText(const Period &period, const Period &range) {
-    switch (periodState(period, range)) {
-    case PeriodState::Starting:
+QString periodStateText(const Period &period, const QDate &day) {
+    const bool known = period.start.isValid() || period.end.isValid();
+    if (!known || (period.start.isValid() && period.end.isValid() && period.end < period.start))
+        return {};
+    if (period.start.isValid() && day < period.start)
         return u"要加療開始"_s;
-    case PeriodState::Running:
-        return u"要加療途中"_s;
-    case PeriodState::Ending:
-        return u"要加療終了"_s;
-    case PeriodState::Outside:
-        break;
-    }
-    return {};
+    return period.end.isValid() && day > period.end ? u"要加療終了"_s : u"要加療途中"_s;
 }

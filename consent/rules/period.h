@@ -86,9 +86,7 @@ PeriodReckoning reckonNext(const QDate &consentDate, const QDate &previousEnd, c
 PeriodReckoning reckonStored(const QDate &consentDate, const Period &stored, const PeriodRule &rule,
                              const Holidays *holidays);
 
-/// How a period lies towards the range shown. A period that both starts and ends in the range ends in it.
-enum class PeriodState { Outside, Starting, Running, Ending };
-PeriodState periodState(const Period &period, const Period &range);
-
-/// 要加療開始, 要加療途中 or 要加療終了; empty for a period outside the range.
-QString periodStateText(const Period &period, const Period &range);
+/// What a period is on a day: 要加療開始 before it starts, 要加療途中 while it runs, 要加療終了 after its
+/// end. Without a start it has begun, without an end it runs on; empty without both and where they are the
+/// wrong way round.
+QString periodStateText(const Period &period, const QDate &day);

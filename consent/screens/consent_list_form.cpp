@@ -8,19 +8,19 @@
 #include "app/base/version.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
-#include "consent/list/list_links.h"
 #include "consent/list/list_order_form.h"
 #include "consent/list/list_renewal_form.h"
 #include "consent/rules/list_advisor.h"
-#include "consent/screens/kept_columns.h"
 #include "consent/screens/list_command_bar.h"
-#include "consent/screens/list_screens.h"
-#include "consent/screens/list_searches.h"
 #include "db/adodb.h"
+#include "search/master_search_form.h"
+#include "search/patient_search_form.h"
+#include "search/staff_search_form.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/version_form.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
@@ -30,19 +30,55 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+constexpr int idle = 50; // milliseconds
+
+/// The pick lists behind the filter's selection buttons.
+struct PickLists {
+    PickLists(cT_ADODB &db, const Environment &environment)
+        : doctor(Master::Doctor, db, environment),
+          hospital(Master::Hospital, db, environment),
+          facility(Master::LivingFacility, db, environment),
+          staff(db, environment),
+          insurer(Master::Insurer, db, environment),
+          counsellor(Master::Counsellor, db, environment),
+          patient(db, environment) {}
+
+    ListSearches searches(Messages &messages) {
+        return {codeSearch(doctor, messages),   codeSearch(hospital, messages),
+                codeSearch(facility, messages), codeSearch(staff, messages),
+                codeSearch(insurer, messages),  codeSearch(counsellor, messages),
+                codeSearch(patient, messages)};
+    }
+
+    MasterSearch doctor;
+    MasterSearch hospital;
+    MasterSearch facility;
+    cls施術者検索 staff;
+    MasterSearch insurer;
+    MasterSearch counsellor;
+    cls患者検索 patient;
+};
+
+} // namespace
+
 struct frm同意書管理::Parts {
     Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
         : advisor(environment.folders, environment.branch, db),
           list(environment, db, model, advisor),
-          searches(db, environment) {}
+          pickLists(db, environment) {}
 
     ListAdvisor advisor;
     ConsentList list;
-    ListSearchForms searches;
+    PickLists pickLists;
 };
 
 frm同意書管理::frm同意書管理(Environment &environment, QWidget *parent)
-    : QDialog(parent), m_environment(environment), m_model(new PaintedListModel(this)) {
+    : QDialog(parent),
+      m_environment(environment),
+      m_model(new PaintedListModel(this)),
+      m_idle(new QTimer(this)) {
     setObjectName(u"frm同意書管理"_s);
     setWindowTitle(u"同意書管理"_s);
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
@@ -78,13 +114,17 @@ void frm同意書管理::layOut() {
 }
 
 void frm同意書管理::wire() {
-    connect(m_commands, &ListCommandBar::triggered, this, [this](const QString &command) { run(command); });
+    connect(m_commands, &ListCommandBar::triggered, this,
+            [this](const ListCommand &command) { run(command); });
     connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
     connect(m_panel, &ListFilterPanel::narrowed, this,
             [this] { keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); }); });
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { search(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
+    connect(m_model, &ConsentListModel::lettersWanted, this, [this] { readAllLetters(); });
+    connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
+    connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { failDb(why); });
 }
@@ -107,7 +147,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_parts = std::make_unique<Parts>(m_environment, db, *m_model);
     if (const QString reason = takeMethods(); !reason.isEmpty())
         m_environment.messages.failIn(reason, u"iInit()でエラー");
-    m_panel->setSearches(m_parts->searches.searches(m_environment.messages), m_environment.messages);
+    m_panel->setSearches(m_parts->pickLists.searches(m_environment.messages), m_environment.messages);
 
     const Settings settings(m_environment.folders);
     ListFilter &filter = m_parts->list.filter();
@@ -117,18 +157,20 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
         m_parts->advisor.links.unread = read.reason();
         m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
     }
-    for (const ListLink &link : listLinks()) {
-        m_parts->advisor.links.*link.flag = settings.isOn(link.setting);
-        m_commands->action(link.command)->setChecked(settings.isOn(link.setting));
-    }
+    for (const ListCommand &command : listCommands())
+        if (const auto *link = std::get_if<ListLink>(&command.does)) {
+            m_parts->advisor.links.*link->flag = settings.isOn(link->setting);
+            m_commands->action(command)->setChecked(settings.isOn(link->setting));
+        }
     m_panel->clear(filter.from, filter.to);
     if (m_parts->list.iSearch() != 0) {
         m_error = m_parts->list.sErrMsg();
         return -1;
     }
-    m_grid->restoreColumns(keptColumns());
+    m_grid->restoreColumns();
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
+    m_idle->start(idle);
     return 0;
 }
 
@@ -142,30 +184,23 @@ QString frm同意書管理::takeMethods() {
     return reason;
 }
 
-void frm同意書管理::run(const QString &command) {
-    using Work = void (*)(frm同意書管理 &);
-    static const QHash<QString, Work> commands{
-        {u"mnF04"_s, [](frm同意書管理 &form) { form.search(); }},
-        {u"cmdUpdate"_s, [](frm同意書管理 &form) { form.reread(); }},
-        {u"cmdSave"_s, [](frm同意書管理 &form) { form.saveAsked(); }},
-        {u"cmdGet"_s, [](frm同意書管理 &form) { form.renew(); }},
-        {u"cmdAllCheck"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Target); }},
-        {u"cmdAllCheckGet"_s, [](frm同意書管理 &form) { form.tickAll(ListColumn::Received); }},
-        {u"cmdDspOrder"_s, [](frm同意書管理 &form) { form.chooseOrder(); }},
-        {u"cmdSeal"_s, [](frm同意書管理 &form) { form.startSeal(); }},
-        {u"mnDispHelp"_s, [](frm同意書管理 &form) { form.showHelp(); }},
-        {u"mnVersion"_s, [](frm同意書管理 &form) { form.showVersion(); }},
-        {u"cmdMenu"_s, [](frm同意書管理 &form) { form.reject(); }},
-        {u"cmdEnd"_s, [](frm同意書管理 &form) { form.reject(); }},
-    };
+void frm同意書管理::run(const ListCommand &command) {
     if (!settleCell())
         return;
-    if (const Work work = commands.value(command))
-        work(*this);
-    else if (openScreen(command))
-        return;
-    else if (const QAction *entry = m_commands->action(command); entry->isCheckable())
-        toggleLink(command, entry->isChecked());
+    if (command.needsRow() && !m_grid->currentIndex().isValid())
+        m_environment.messages.warn(u"対象者が設定されていません。"_s);
+    else if (const auto *work = std::get_if<ListCommand::Work>(&command.does))
+        (this->**work)();
+    else if (const auto *opener = std::get_if<OpenScreen>(&command.does))
+        openScreen(*opener);
+    else if (const auto *link = std::get_if<ListLink>(&command.does))
+        toggleLink(command, *link);
+}
+
+// The cell's button opens what the command opens for the current row.
+void frm同意書管理::pressButton() {
+    if (settleCell())
+        openScreen(openRequestMethods);
 }
 
 void frm同意書管理::showState() {
@@ -208,6 +243,22 @@ void frm同意書管理::keepPlace(const std::function<void()> &work) {
     m_grid->verticalScrollBar()->setValue(row - fromTop);
     m_grid->horizontalScrollBar()->setValue(across);
     QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
+    m_idle->start(idle);
+}
+
+// A block at a time, and never while another piece of work holds the connection.
+void frm同意書管理::readLettersLater() {
+    constexpr size_t block = 500;
+    const QWidget *modal = QApplication::activeModalWidget();
+    if (!isVisible() || (modal && modal != this) || !m_db->isConnected())
+        return;
+    if (m_model->recordsWithoutLetter(1).empty() || m_parts->list.iReadLetters(block) != 0)
+        m_idle->stop();
+}
+
+void frm同意書管理::readAllLetters() {
+    if (m_parts->list.iReadLetters(size_t(m_model->records().count())) != 0)
+        failDb(m_parts->list.sErrMsg());
 }
 
 void frm同意書管理::failDb(const QString &reason) {
@@ -232,10 +283,7 @@ bool frm同意書管理::search() {
         failDb(m_parts->list.sErrMsg());
         return false;
     }
-    // Rows of the history have been followed by others: they are neither written nor asked for.
-    for (const QString &command :
-         {u"cmdGet"_s, u"cmdSave"_s, u"cmdAllCheckGet"_s, u"cmdIrai"_s, u"cmdPrint"_s})
-        m_commands->action(command)->setEnabled(filter.view == ListView::Newest);
+    m_commands->showView(filter.view == ListView::Newest);
     m_grid->setFocus();
     return true;
 }
@@ -258,10 +306,21 @@ void frm同意書管理::reread() {
     keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
     if (!read)
         failDb(m_parts->list.sErrMsg());
-    else if (!dropped.isEmpty())
+    tellDropped(dropped);
+}
+
+void frm同意書管理::tellDropped(const QStringList &rows) {
+    if (!rows.isEmpty())
         m_environment.messages.warn(
             u"次の行は他の端末で変更されたため、最新の内容に置き換えました。必要な変更を入力しなおしてください。\r\n\r\n"_s +
-            dropped.join(u"\r\n"));
+            rows.join(u"\r\n"));
+}
+
+// A row that is narrowed away is shown again: it is to be mended.
+void frm同意書管理::showRow(int record, ListColumn column) {
+    if (m_model->rowOfRecord(record) < 0)
+        m_panel->clearNarrowing();
+    m_grid->goTo(m_model->rowOfRecord(record), int(column));
 }
 
 bool frm同意書管理::save() {
@@ -275,7 +334,7 @@ bool frm同意書管理::save() {
         return true;
     case SaveOutcome::Wrong:
         m_environment.messages.warn(outcome.text);
-        m_grid->goTo(m_model->rowOfRecord(outcome.record), int(ListColumn::NextEnd));
+        showRow(outcome.record, ListColumn::NextEnd);
         return false;
     case SaveOutcome::Failed:
         failDb(outcome.text);
@@ -315,41 +374,52 @@ void frm同意書管理::tickAll(ListColumn column) {
     m_model->tickAll(column, !m_model->allTicked(column));
 }
 
+// The rows that are shown come in the order chosen, whatever stands in the filter's controls by now.
 void frm同意書管理::chooseOrder() {
-    ListFilter &filter = m_parts->list.filter();
-    ListOrderForm form(filter.order, filter.patientOrder, this);
+    const ListFilter &shown = m_parts->list.readFilter();
+    ListOrderForm form(shown.order, shown.patientOrder, this);
     if (form.exec() != QDialog::Accepted)
         return;
-    const ListFilter before = filter;
-    filter.order = form.order();
-    filter.patientOrder = form.patientOrder();
-    m_grid->sortByColumn(-1, Qt::AscendingOrder);
-    if (!search()) {
-        filter = before;
-        return;
+    if (form.order() != shown.order || form.patientOrder() != shown.patientOrder) {
+        QStringList dropped;
+        bool read = false;
+        keepPlace([&] { read = m_parts->list.iReorder(form.order(), form.patientOrder(), &dropped) == 0; });
+        if (!read) {
+            failDb(m_parts->list.sErrMsg());
+            return;
+        }
+        tellDropped(dropped);
+        Settings settings(m_environment.folders);
+        if (settings.iWrite(Setting::一覧並び順, int(form.order())) != 0 ||
+            settings.iWrite(Setting::利用者並び順, int(form.patientOrder())) != 0)
+            m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
     }
-    Settings settings(m_environment.folders);
-    if (settings.iWrite(Setting::一覧並び順, int(filter.order)) != 0 ||
-        settings.iWrite(Setting::利用者並び順, int(filter.patientOrder)) != 0)
-        m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
+    m_grid->sortByColumn(-1, Qt::AscendingOrder);
 }
 
+// A jump that does not happen leaves range and patient as they were.
 void frm同意書管理::jumpTo(qint32 patient) {
     if (patient == 0)
         return;
     QString warning;
-    ListFilter filter = m_parts->list.filter();
-    m_panel->readRange(filter.from, filter.to);
+    ListFilter before = m_parts->list.filter();
+    m_panel->readRange(before.from, before.to);
+    ListFilter filter = before;
     if (m_parts->list.iJumpTo(patient, filter, &warning) != 0) {
         failDb(m_parts->list.sErrMsg());
+        m_panel->takeBackPatient();
         return;
     }
     if (!warning.isEmpty()) {
         m_environment.messages.warn(warning);
+        m_panel->takeBackPatient();
         return;
     }
     m_panel->setRange(filter.from, filter.to);
-    search();
+    if (search())
+        return;
+    m_panel->setRange(before.from, before.to);
+    m_panel->takeBackPatient();
 }
 
 void frm同意書管理::startSeal() {
@@ -365,36 +435,46 @@ void frm同意書管理::showVersion() {
 }
 
 // The screens write rows of their own: what the list holds unsaved is settled before.
-bool frm同意書管理::openScreen(const QString &command) {
-    const OpenScreen opener = screenOf(command);
-    if (!opener)
-        return false;
+void frm同意書管理::openScreen(OpenScreen opener) {
     if (!maySwitch())
-        return true;
-    const QModelIndex current = m_grid->currentIndex();
-    const int record = current.isValid() ? m_model->recordOfRow(current.row()) : -1;
-    if (opener({m_environment, *m_db, *m_model, record, this}))
+        return;
+    ListOpening opening{m_environment, *m_db, {}, 0, {}, this};
+    if (m_parts->list.readFilter().view == ListView::Newest) {
+        for (const int record : m_model->targetRecords())
+            opening.targets.push_back(m_model->row(record));
+        opening.targetsOutOfSight = m_model->targetsOutOfSight();
+    }
+    if (const QModelIndex current = m_grid->currentIndex(); current.isValid())
+        opening.current.emplace(m_model->row(m_model->recordOfRow(current.row())));
+    if (opener(opening))
         reread();
-    return true;
 }
 
-void frm同意書管理::toggleLink(const QString &command, bool on) {
-    QString reason;
-    if (switchLink(command, on, m_parts->advisor.links, m_environment.folders, &reason))
+void frm同意書管理::toggleLink(const ListCommand &command, const ListLink &link) {
+    QAction *entry = m_commands->action(command);
+    const bool on = entry->isChecked();
+    Settings settings(m_environment.folders);
+    if (settings.iSwitch(link.setting, on) == 0) {
+        m_parts->advisor.links.*link.flag = on;
         return;
-    m_environment.messages.failIn(reason, command + u"_Click()でエラー"_s);
-    m_commands->action(command)->setChecked(!on);
+    }
+    m_environment.messages.failIn(settings.sErrMsg(), command.name() + u"_Click()でエラー"_s);
+    entry->setChecked(!on);
 }
 
 void frm同意書管理::reject() {
     if (!settleCell() || !maySwitch())
         return;
-    keepColumns(m_grid->layoutState());
+    if (const Result<> kept = m_grid->keepColumns(); !kept)
+        m_environment.messages.failIn(kept.reason(), u"cmdEnd()でエラー");
     QDialog::reject();
 }
 
 void frm同意書管理::renew() {
-    if (renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
-                       [this] { return save(); }, *m_progress, this}))
-        reread();
+    const std::vector<ConsentRowKey> targets = m_model->targetKeys();
+    if (!renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
+                        [this] { return save(); }, *m_progress, this}))
+        return;
+    reread();
+    m_model->tickSuccessors(targets);
 }

@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <functional>
 #include <memory>
+#include <span>
 
 class ListCommandBar;
 class ListFilterPanel;
@@ -12,7 +13,11 @@ class ListGrid;
 class PaintedListModel;
 class QLabel;
 class QProgressBar;
+class QTimer;
 struct Environment;
+struct ListCommand;
+struct ListLink;
+struct ListOpening;
 
 /// The consent management list. Created, initialised by iInit and shown modally by exec().
 class frm同意書管理 : public QDialog {
@@ -29,14 +34,17 @@ public:
     void reject() override;
 
 private:
+    friend std::span<const ListCommand> listCommands();
     struct Parts;
 
     void layOut();
     void wire();
-    void run(const QString &command);
+    void run(const ListCommand &command);
+    void pressButton();
     void showState();
 
     bool search();
+    void searchAsked() { search(); }
     void clearFilter();
     QString takeMethods();
     void reread();
@@ -44,19 +52,25 @@ private:
     void saveAsked();
     bool maySwitch();
     void tickAll(ListColumn column);
+    void tickAllTargets() { tickAll(ListColumn::Target); }
+    void tickAllReceived() { tickAll(ListColumn::Received); }
     void chooseOrder();
     void jumpTo(qint32 patient);
     void renew();
     void startSeal();
     void showHelp();
     void showVersion();
-    bool openScreen(const QString &command);
-    void toggleLink(const QString &command, bool on);
+    void openScreen(bool (*opener)(const ListOpening &));
+    void toggleLink(const ListCommand &command, const ListLink &link);
+    void readLettersLater();
+    void readAllLetters();
 
     void sayNoDate();
     bool settleCell();
     int rowOf(const ConsentRowKey &key, int otherwise) const;
     void keepPlace(const std::function<void()> &work);
+    void tellDropped(const QStringList &rows);
+    void showRow(int record, ListColumn column);
     void failDb(const QString &reason);
 
     Environment &m_environment;
@@ -69,4 +83,5 @@ private:
     ListCommandBar *m_commands;
     QProgressBar *m_progress;
     QLabel *m_status;
+    QTimer *m_idle; ///< reads the letters' kinds while the user looks at the list
 };

@@ -25,14 +25,13 @@ QAction *ListCommandBar::makeAction(const ListCommand &command, QWidget *window)
     auto *action = new QAction(command.caption, window);
     action->setObjectName(command.action.isEmpty() ? command.button + u"_action"_s : command.action);
     action->setShortcut(QKeySequence(command.key));
-    action->setEnabled(command.ready);
-    action->setCheckable(command.checkable);
+    action->setEnabled(command.isEnabled(true));
+    action->setCheckable(std::holds_alternative<ListLink>(command.does));
     action->setToolTip(command.key.isEmpty() ? command.hint : command.hint + u"（%1）"_s.arg(command.key));
     window->addAction(action);
     m_menus[command.menu]->addAction(action);
-    const QString id = command.button.isEmpty() ? command.action : command.button;
-    m_actions.insert(id, action);
-    connect(action, &QAction::triggered, this, [this, id] { Q_EMIT triggered(id); });
+    m_actions.insert(command.name(), action);
+    connect(action, &QAction::triggered, this, [this, &command] { Q_EMIT triggered(command); });
     return action;
 }
 
@@ -43,10 +42,15 @@ void ListCommandBar::addButton(const ListCommand &command, QAction *action, QLay
     auto *button = new QPushButton(caption, this);
     button->setObjectName(command.button);
     button->setToolTip(action->toolTip());
-    button->setEnabled(command.ready);
+    button->setEnabled(command.isEnabled(true));
     button->setAutoDefault(false);
     button->setFocusPolicy(Qt::TabFocus);
     connect(button, &QPushButton::clicked, action, &QAction::trigger);
     connect(action, &QAction::enabledChanged, button, &QPushButton::setEnabled);
     layout->addWidget(button);
+}
+
+void ListCommandBar::showView(bool newest) {
+    for (const ListCommand &command : listCommands())
+        action(command)->setEnabled(command.isEnabled(newest));
 }

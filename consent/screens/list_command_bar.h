@@ -19,10 +19,12 @@ public:
     explicit ListCommandBar(QWidget *window);
 
     QMenuBar *menuBar() const { return m_menuBar; }
-    QAction *action(const QString &command) const { return m_actions.value(command); }
+    QAction *action(const ListCommand &command) const { return m_actions.value(command.name()); }
+    /// Greys what cannot be done in the view.
+    void showView(bool newest);
 
 Q_SIGNALS:
-    void triggered(const QString &command);
+    void triggered(const ListCommand &command);
 
 private:
     QAction *makeAction(const ListCommand &command, QWidget *window);

@@ -1,11 +1,33 @@
 #pragma once
 
-#include <QString>
-#include <span>
+#include "app/base/settings.h"
+#include "consent/rules/list_advisor.h"
+#include "consent/screens/list_screens.h"
 
-/// A command of the consent list, as its button and its menu entry show it.
+#include <span>
+#include <variant>
+
+class frm同意書管理;
+
+/// A link option of the list: where it is kept and what it changes.
+struct ListLink {
+    Setting setting;
+    bool LinkOptions::*flag;
+};
+
+/// A command of the consent list: how its button and its menu entry show it, when it can be used and what it
+/// does.
 struct ListCommand {
     enum Menu { Consent, Request, Print, Settings, Help, Leave };
+    /// What must be there; a row that is missing is told, all else greys the command.
+    enum Needs {
+        Nothing,
+        Row,
+        NewestView, ///< rows of the history are neither written nor asked for
+        NewestRow,
+        NotBuilt
+    };
+    using Work = void (frm同意書管理::*)();
 
     QString button; ///< objectName of the button; empty: menu only
     QString action; ///< objectName of the menu entry; empty: no entry of its own
@@ -13,8 +35,15 @@ struct ListCommand {
     QString key; ///< shortcut, portable text; may be empty
     QString hint;
     Menu menu;
-    bool ready; ///< false: greyed, its screen is not built yet
-    bool checkable = false;
+    Needs needs;
+    std::variant<std::monostate, Work, OpenScreen, ListLink> does{};
+
+    /// The button's name, or the menu entry's where there is no button.
+    const QString &name() const { return button.isEmpty() ? action : button; }
+    bool needsRow() const { return needs == Row || needs == NewestRow; }
+    bool isEnabled(bool newestView) const {
+        return needs != NotBuilt && (newestView || (needs != NewestView && needs != NewestRow));
+    }
 };
 
 /// All commands in the order of buttons and menus.

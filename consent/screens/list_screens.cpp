@@ -1,27 +1,253 @@
 #include "consent/screens/list_screens.h"
 
-#include "consent/screens/entry_screens.h"
-#include "consent/screens/mail_screen.h"
-#include "consent/screens/request_screens.h"
-#include "consent/screens/set_print_screen.h"
-
-#include <QHash>
+#include "app/base/clock.h"
+#include "app/base/dates.h"
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "consent/entry/entry_form.h"
+#include "consent/entry/history_form.h"
+#include "consent/entry/remark_form.h"
+#include "consent/list/list_restart_form.h"
+#include "consent/record/renewal.h"
+#include "consent/requests/request_form.h"
+#include "consent/requests/request_marks.h"
+#include "consent/requests/request_methods_form.h"
+#include "consent/requests/request_printing.h"
+#include "consent/rows/given_consents_query.h"
+#include "print/batch/print_messages.h"
+#include "print/mail/mail_send_form.h"
+#include "print/set_print/set_print_form.h"
+#include "search/patient_search_form.h"
 
 using namespace Qt::Literals::StringLiterals;
 
-OpenScreen screenOf(const QString &command) {
-    static const QHash<QString, OpenScreen> screens{
-        {u"cmdNew"_s, openNewConsent},
-        {u"cmdEdit"_s, openConsent},
-        {u"cmdDelete"_s, openHistory},
-        {u"cmdBikou"_s, openRemark},
-        {u"cmdIrai"_s, openRequests},
-        {u"cmdAddIrai"_s, openRequestMethods},
-        {u"cmdMail"_s, openMailScreen},
-        {u"cmdPrint"_s, printRequests},
-        {u"CmdPrintDouisho"_s, openConsentForms},
-        {u"CmdPrintSet"_s, openSetPrint},
-        {u"mnNewRiyousha"_s, openNewConsentOfPicked},
+namespace {
+
+/// Shows a form that was initialised; says why when it could not be.
+template <class Form> bool accepted(const ListOpening &opening, Form &form, short status) {
+    if (status == 0)
+        return form.exec() == QDialog::Accepted || form.isOvertaken();
+    opening.environment.messages.fail(form.sErrMsg());
+    // The row may be gone: the list is read again.
+    return true;
+}
+
+bool openNewConsentOf(const ListOpening &opening, const PatientKey &patient) {
+    frmDouiRecordEdit form(opening.environment, opening.parent);
+    return accepted(opening, form, form.iInit(opening.db, patient));
+}
+
+PatientKey pickPatient(const ListOpening &opening) {
+    cls患者検索 search(opening.db, opening.environment);
+    if (search.iDspStart(opening.parent) != 0)
+        opening.environment.messages.fail(search.CsErrStr());
+    const Branch &office = opening.environment.branch;
+    return {office.iKyotenCd, office.iKyotenEb, qint32(search.nSeledCD)};
+}
+
+/// "絞り込みで…", or nothing when all ticked rows are shown.
+QString outOfSightText(const ListOpening &opening) {
+    return opening.targetsOutOfSight == 0
+               ? QString()
+               : u"絞り込みで表示していない対象 %L1 件は含みません。"_s.arg(opening.targetsOutOfSight);
+}
+
+std::vector<ConsentRowKey> keysOfTargets(const ListOpening &opening) {
+    std::vector<ConsentRowKey> keys;
+    for (const ListRow &row : opening.targets)
+        keys.push_back(row.key());
+    return keys;
+}
+
+/// The targets with the letter that is proposed for each; nothing when there are none or they cannot be read,
+/// which has been said.
+std::vector<RequestRow> requestsOfTargets(const ListOpening &opening) {
+    const std::vector<ConsentRowKey> keys = keysOfTargets(opening);
+    if (keys.empty()) {
+        opening.environment.messages.show(nothingToPrint());
+        return {};
+    }
+    const Result<GivenConsents> consents = readGivenConsents(opening.db, opening.environment.branch, keys);
+    if (!consents) {
+        opening.environment.messages.fail(consents.reason(), u"DB-error"_s);
+        return {};
+    }
+    return requestRows(opening.targets, *consents);
+}
+
+/// The targets without the contact mark, to be found again; a few are enough to see what they have in common.
+QString withoutContact(const std::vector<ListRow> &rows) {
+    constexpr qsizetype named = 10;
+    QStringList names;
+    for (const ListRow &row : rows)
+        if (row.values.contact != 1)
+            names.append(row.who() + (row.isDeformity() ? u"（変形徒手）"_s : QString()));
+    const qsizetype more = names.size() - named;
+    return names.mid(0, named).join(u"\r\n"_s) + (more > 0 ? u"\r\nほか %1 件"_s.arg(more) : QString());
+}
+
+std::vector<MailRow> mailRows(const std::vector<ListRow> &rows) {
+    std::vector<MailRow> mails;
+    for (const ListRow &row : rows)
+        mails.push_back(
+            {row.key().patient, row.text(ListColumn::Name), row.key().nDate, row.flag(ListField::Sent)});
+    return mails;
+}
+
+bool openSet(const ListOpening &opening, SetPrintStart start) {
+    Environment &environment = opening.environment;
+    std::vector<ConsentRowKey> rows = keysOfTargets(opening);
+    if (rows.empty()) {
+        environment.messages.warn(u"印刷する利用者を指定してください。"_s);
+        return false;
+    }
+    bool written = false;
+    SetPrintCaller caller;
+    caller.letter = keptLetterOptions(environment.folders, environment.clock.today());
+    caller.orders = [&] { return letterOrders(requestsOfTargets(opening)); };
+    caller.mark = [&](const std::vector<LetterMark> &letters) {
+        written = true;
+        return markRequests(opening.db, letters);
     };
-    return screens.value(command);
+    frmSetInsatsuDoui form(environment, opening.db, opening.parent);
+    if (form.iInit(std::move(rows), std::move(caller), start) != 0) {
+        environment.messages.fail(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return written;
+}
+
+} // namespace
+
+bool openNewConsent(const ListOpening &opening) {
+    if (!opening.current)
+        return openNewConsentOfPicked(opening);
+    return openNewConsentOf(opening, opening.current->key().patient);
+}
+
+bool openNewConsentOfPicked(const ListOpening &opening) {
+    const PatientKey patient = pickPatient(opening);
+    return patient.nIDNo != 0 && openNewConsentOf(opening, patient);
+}
+
+bool openConsent(const ListOpening &opening) {
+    frmDouiRecordEdit form(opening.environment, opening.parent);
+    return accepted(opening, form, form.iInit(opening.db, opening.current->key()));
+}
+
+bool openHistory(const ListOpening &opening) {
+    frmDouiRecord form(opening.environment, opening.parent);
+    if (form.iInit(opening.db, opening.current->key().patient) != 0) {
+        opening.environment.messages.fail(form.sErrMsg());
+        return true; // the patient may be gone
+    }
+    form.goTo(opening.current->key());
+    form.exec();
+    return form.isChanged();
+}
+
+bool openRemark(const ListOpening &opening) {
+    frmEditBikouDoui form(opening.environment, opening.parent);
+    return accepted(opening, form, form.iInit(opening.db, opening.current->key()));
+}
+
+bool restartDeformity(const ListOpening &opening) {
+    Messages &messages = opening.environment.messages;
+    const ListRow &row = *opening.current;
+    if (!row.isDeformity()) {
+        messages.warn(u"変形徒手の行を選択してください。"_s);
+        return false;
+    }
+    const QDate today = opening.environment.clock.today();
+    const auto months = int(qMax<qint64>(1, row.records.number(row.record, ListField::Months)));
+    RestartForm form(row.who(), {today, today.addMonths(months).addDays(-1)}, opening.parent);
+    if (form.exec() != QDialog::Accepted)
+        return false;
+    const Period period = form.period();
+    if (!messages.ask(u"%1\r\n変形徒手の期間を %2～%3 で再開します。\r\n"
+                      "この同意の依頼と受領の印は、すべて消えます。よろしいですか？"_s.arg(
+                          row.who(), dateText(period.start), dateText(period.end)),
+                      u"変形徒手の期間の再開"_s))
+        return false;
+    ConsentRenewal renewal(opening.db);
+    const ReadRow seen = row.read();
+    if (renewal.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen) != 0) {
+        renewal.refused() ? messages.warn(renewal.sErrMsg()) : messages.fail(renewal.sErrMsg());
+        return true; // the row is another one by now, or gone
+    }
+    messages.inform(u"%1\r\n変形徒手の期間を再開しました。"_s.arg(row.who()));
+    return true;
+}
+
+bool openRequestMethods(const ListOpening &opening) {
+    RequestMethodsForm form(opening.environment, opening.db, opening.parent);
+    std::optional<MethodsRow> row;
+    if (opening.current && opening.current->mayOwnMethods())
+        row = {opening.current->read(), opening.current->who()};
+    if (form.iInit(row, u"（変形徒手と履歴の行には登録できません）"_s) != 0) {
+        opening.environment.messages.failIn(form.sErrMsg(), u"dataLoadRiyousha()でエラー");
+        return false;
+    }
+    form.exec();
+    return form.written();
+}
+
+bool openRequests(const ListOpening &opening) {
+    std::vector<RequestRow> rows = requestsOfTargets(opening);
+    if (rows.empty())
+        return false;
+    frm同意依頼 form(opening.environment, opening.db, opening.parent);
+    if (form.iInit(std::move(rows), outOfSightText(opening)) != 0) {
+        opening.environment.messages.warn(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return form.written();
+}
+
+bool printRequests(const ListOpening &opening) {
+    const std::vector<RequestRow> rows = requestsOfTargets(opening);
+    if (rows.empty())
+        return false;
+    const LetterOptions options =
+        keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
+    QString question =
+        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
+    for (const QString &more : {requestedSummary(rows), outOfSightText(opening)})
+        if (!more.isEmpty())
+            question += u"\r\n"_s + more;
+    question += u"\r\nよろしいですか？"_s;
+    return outputRequests(opening.environment, opening.db, rows,
+                          {options, LetterOutput::Print, letterWait(opening.parent), question}) ==
+           LetterOutcome::Printed;
+}
+
+bool openMailScreen(const ListOpening &opening) {
+    Messages &messages = opening.environment.messages;
+    if (opening.targets.empty()) {
+        messages.warn(u"出力するデータがありません。"_s);
+        return false;
+    }
+    if (const QString names = withoutContact(opening.targets); !names.isEmpty()) {
+        messages.warn(u"「連絡」にチェックがない利用者が「対象」に選ばれています。\r\n"
+                      "該当利用者の「対象」を外して下さい。\r\n\r\n"_s +
+                      names);
+        return false;
+    }
+    frmMailSend form(opening.environment, opening.parent);
+    if (form.Init(opening.db, mailRows(opening.targets)) != 0) {
+        messages.failIn(form.sErrMsg(), u"Init()でエラー");
+        return false;
+    }
+    form.exec();
+    return form.rowsChanged();
+}
+
+bool openConsentForms(const ListOpening &opening) {
+    return openSet(opening, SetPrintStart::ConsentForms);
+}
+
+bool openSetPrint(const ListOpening &opening) {
+    return openSet(opening, SetPrintStart::AsLastTime);
 }

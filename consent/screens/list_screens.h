@@ -1,8 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "consent/rows/list_cells.h"
 
-class ConsentListModel;
 class QWidget;
 class cT_ADODB;
 struct Environment;
@@ -11,14 +10,46 @@ struct Environment;
 struct ListOpening {
     Environment &environment;
     cT_ADODB &db;
-    ConsentListModel &model;
-    int currentRecord; ///< −1 when the list is empty
-    QWidget *parent;
+    std::vector<ListRow> targets; ///< rows ticked 対象 and shown; none of the history
+    int targetsOutOfSight = 0;    ///< more are ticked and narrowed away
+    std::optional<ListRow> current;
+    QWidget *parent = nullptr;
 };
 
 /// Opens a screen and waits until it is closed; true when rows were written and the list has to be read
 /// again.
 using OpenScreen = bool (*)(const ListOpening &opening);
 
-/// The screen of a command of the list; null when the command opens none.
-OpenScreen screenOf(const QString &command);
+/// @name Records; those of one row need a current row
+///@{
+/// A new consent of the current row's patient; of one to be picked when there is no row.
+bool openNewConsent(const ListOpening &opening);
+/// A new consent of a patient who is picked first: one without consents is in no list.
+bool openNewConsentOfPicked(const ListOpening &opening);
+bool openConsent(const ListOpening &opening);
+/// The patient's history with the row current, from where consents are deleted.
+bool openHistory(const ListOpening &opening);
+bool openRemark(const ListOpening &opening);
+/// Restarts the period of the current deformity-correction row; refuses other rows.
+bool restartDeformity(const ListOpening &opening);
+///@}
+
+/// @name Requests
+///@{
+/// Request method list, and the individual methods of the current row.
+bool openRequestMethods(const ListOpening &opening);
+/// Request letters of the targets, prepared on a screen of their own.
+bool openRequests(const ListOpening &opening);
+/// The same letters at once, as they are proposed and with the last choices.
+bool printRequests(const ListOpening &opening);
+/// Mails of the targets; refuses rows without 連絡.
+bool openMailScreen(const ListOpening &opening);
+///@}
+
+/// @name Set printing of the targets
+///@{
+/// Proposes the consent forms alone.
+bool openConsentForms(const ListOpening &opening);
+/// Proposes the documents that were printed last.
+bool openSetPrint(const ListOpening &opening);
+///@}

@@ -145,27 +145,23 @@ TEST(Period, NothingIsProposedFromNothingOrBackwards) {
     EXPECT_EQ(reckonNext({2026, 4, 10}, {}, one, nullptr).period, (Period{{2026, 4, 10}, {2026, 4, 30}}));
 }
 
-TEST(Period, StateInARange) {
-    const Period range{{2026, 5, 1}, {2026, 10, 31}};
+TEST(Period, StateOnADay) {
+    const QDate day(2026, 5, 1);
     const struct {
         Period period;
         QStringView text;
     } cases[] = {
-        {{{2026, 4, 30}, {2026, 11, 1}}, u"要加療途中"},
-        {{{2026, 5, 1}, {2026, 11, 30}}, u"要加療開始"},
-        {{{2026, 10, 31}, {2027, 3, 31}}, u"要加療開始"},
-        {{{2026, 4, 30}, {2026, 5, 1}}, u"要加療終了"},
-        {{{2026, 6, 1}, {2026, 10, 31}}, u"要加療終了"},
-        {{{2025, 11, 1}, {2026, 4, 30}}, u""},
-        {{{2026, 11, 1}, {2027, 4, 30}}, u""},
+        {{{2026, 5, 2}, {2026, 11, 1}}, u"要加療開始"},
+        {{{2026, 5, 1}, {2026, 5, 1}}, u"要加療途中"},
+        {{{2025, 4, 30}, {2026, 5, 1}}, u"要加療途中"},
+        {{{2025, 11, 1}, {2026, 4, 30}}, u"要加療終了"},
         {{{2026, 9, 1}, {2026, 6, 1}}, u""},
-        {{{}, {2026, 6, 1}}, u"要加療終了"},
-        {{{2026, 6, 1}, {}}, u"要加療開始"},
-        {{{2026, 4, 1}, {}}, u""},
+        {{{}, {2026, 4, 1}}, u"要加療終了"},
+        {{{2026, 4, 1}, {}}, u"要加療途中"},
         {{}, u""},
     };
     for (const auto &c : cases) {
-        EXPECT_EQ(periodStateText(c.period, range), c.text.toString())
+        EXPECT_EQ(periodStateText(c.period, day), c.text.toString())
             << c.period.start.toString(Qt::ISODate).toStdString() << " "
             << c.period.end.toString(Qt::ISODate).toStdString();
     }

@@ -1,7 +1,6 @@
 // The mail screens, opened from the list's rows and worked by keys.
 
 #include "consent/screens/list_screens.h"
-#include "consent/screens/mail_screen.h"
 #include "print/mail/sending_form.h"
 #include "tests/list/list_fixture.h"
 #include "tests/mail/smtp_server.h"
@@ -35,7 +34,12 @@ protected:
                      " (1, 1, 7, '佐藤', 'a@example.jp', 0), (1, 1, 8, '鈴木', 'refused@example.jp', 0)"_s);
         EXPECT_EQ(found().size(), 3);
     }
-    bool open() { return openMailScreen({environment, database.db, model, 0, nullptr}); }
+    bool open() {
+        ListOpening opening{environment, database.db, {}, 0, {}, nullptr};
+        for (const int record : model.targetRecords())
+            opening.targets.push_back(model.row(record));
+        return openMailScreen(opening);
+    }
     /// Does the work when the mail screen is up; it is closed afterwards, whatever happened.
     bool openAnd(const std::function<void(QWidget &form)> &work) {
         QTimer::singleShot(0, [&] {

@@ -1,7 +1,7 @@
 // The kind that is proposed for a row's letter, from the patient's consents in a real database.
 
-#include "consent/requests/given_consents_query.h"
 #include "consent/requests/request_rows.h"
+#include "consent/rows/given_consents_query.h"
 #include "tests/list/list_fixture.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,13 +15,10 @@ protected:
     }
     RequestRow proposed() {
         EXPECT_EQ(list.iSearch(), 0);
-        model.tickAll(ListColumn::Target, true);
-        std::vector<ConsentRowKey> keys{model.records().key(0)};
-        std::vector<GivenConsent> consents;
-        EXPECT_EQ(readGivenConsents(database.db, environment.branch, keys, consents), 0);
-        const std::vector<RequestRow> rows = requestRows(model, consents);
-        EXPECT_EQ(rows.size(), 1u);
-        return rows.empty() ? RequestRow() : rows[0];
+        const std::vector<ConsentRowKey> keys{model.records().key(0)};
+        const Result<GivenConsents> consents = readGivenConsents(database.db, environment.branch, keys);
+        EXPECT_TRUE(consents) << consents.reason().toStdString();
+        return consents ? requestRow(model.row(0), *consents) : RequestRow();
     }
 };
 

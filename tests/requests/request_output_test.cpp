@@ -1,8 +1,8 @@
 // Putting out request letters from a real database: what leaves, what is said, and which rows are marked.
 
 #include "app/base/codepage932.h"
-#include "consent/requests/given_consents_query.h"
 #include "consent/requests/request_printing.h"
+#include "consent/rows/given_consents_query.h"
 #include "tests/list/list_fixture.h"
 
 #include <QDir>
@@ -32,13 +32,13 @@ protected:
         for (int kind = 0; kind < letterKinds; ++kind)
             put(letterKindLayout(LetterKind(kind)), {});
         EXPECT_EQ(list.iSearch(), 0);
-        model.tickAll(ListColumn::Target, true);
         std::vector<ConsentRowKey> keys;
-        for (int record = 0; record < 3; ++record)
+        std::vector<ListRow> listed;
+        for (int record = 0; record < 3; ++record) {
             keys.push_back(model.records().key(record));
-        std::vector<GivenConsent> consents;
-        EXPECT_EQ(readGivenConsents(database.db, environment.branch, keys, consents), 0);
-        rows = requestRows(model, consents);
+            listed.push_back(model.row(record));
+        }
+        rows = requestRows(listed, *readGivenConsents(database.db, environment.branch, keys));
     }
     void put(const QString &name, const QByteArray &bytes) {
         QFile file(programFolder.filePath(name));

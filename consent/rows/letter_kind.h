@@ -1,7 +1,10 @@
 #pragma once
 
+#include "db/tables/keys.h"
+
+#include <QMultiHash>
 #include <QString>
-#include <QStringList>
+#include <vector>
 
 /// Kinds of request letter (同意依頼書種別), in the order in which they are offered.
 enum class LetterKind { NewPatient, MassageContinued, DeformityContinued, DeformityAdded, DoctorChanged };
@@ -15,6 +18,13 @@ QString letterKindLayout(LetterKind kind);
 
 /// Whether a letter of the kind asks for the consent that follows another one of the same treatment.
 bool continuesConsent(LetterKind kind);
+
+/// A consent of a patient, as far as the kind of a letter hangs on it.
+struct GivenConsent {
+    ConsentRowKey key;
+    QDate day;      ///< invalid: not consented to yet
+    QString doctor; ///< code
+};
 
 /// What the kind of a row's letter hangs on.
 struct LetterFacts {
@@ -32,3 +42,15 @@ struct LetterFacts {
 /// 3. deformity correction beside another treatment that was consented to: 変形徒手追加;
 /// 4. else 新規利用者.
 LetterKind proposeLetterKind(const LetterFacts &facts);
+
+/// The consents that the patients of some rows have.
+class GivenConsents {
+public:
+    GivenConsents() = default;
+    explicit GivenConsents(std::vector<GivenConsent> consents);
+
+    LetterFacts factsOf(const ConsentRowKey &row) const;
+
+private:
+    QMultiHash<qint32, GivenConsent> m_byPatient; ///< by patient number
+};

@@ -1,4 +1,4 @@
-#include "consent/requests/given_consents_query.h"
+#include "consent/rows/given_consents_query.h"
 
 #include "db/adodb.h"
 #include "db/sql_text.h"
@@ -8,22 +8,23 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-short readGivenConsents(cT_ADODB &db, const Branch &branch, std::span<const ConsentRowKey> rows,
-                        std::vector<GivenConsent> &consents) {
-    consents.clear();
+Result<GivenConsents> readGivenConsents(cT_ADODB &db, const Branch &branch,
+                                        std::span<const ConsentRowKey> rows) {
     QStringList patients;
     for (const ConsentRowKey &row : rows)
         patients.append(sqlNumber(row.patient.nIDNo));
     patients.removeDuplicates();
     if (patients.isEmpty())
-        return 0;
+        return GivenConsents();
+    const ErrorsSince errors(db);
     Recordset found;
     if (db.iConnect() != 0 ||
         db.iOpenRecSet(found, u"SELECT nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, cIsiCd"
                               " FROM RIYOUSHA_DOUI_REC WHERE "_s +
                                   sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND nIDNo IN ("_s +
                                   patients.join(u',') + u")"_s) != 0)
-        return -1;
+        return Failure{errors.text()};
+    std::vector<GivenConsent> consents;
     for (int row = 0; row < found.rowCount(); ++row)
         consents.push_back({{{branch.iKyotenCd, branch.iKyotenEb, qint32(found.number(row, 0))},
                              qint32(found.number(row, 1)),
@@ -31,5 +32,5 @@ short readGivenConsents(cT_ADODB &db, const Branch &branch, std::span<const Cons
                              qint32(found.number(row, 3))},
                             found.date(row, 4),
                             found.text(row, 5)});
-    return 0;
+    return GivenConsents(std::move(consents));
 }

@@ -1,4 +1,4 @@
-#include "consent/requests/letter_kind.h"
+#include "consent/rows/letter_kind.h"
 
 #include <array>
 
@@ -45,4 +45,37 @@ LetterKind proposeLetterKind(const LetterFacts &facts) {
     if (facts.deformity && facts.treatedOtherwise)
         return LetterKind::DeformityAdded;
     return LetterKind::NewPatient;
+}
+
+GivenConsents::GivenConsents(std::vector<GivenConsent> consents) {
+    for (GivenConsent &consent : consents)
+        m_byPatient.insert(consent.key.patient.nIDNo, std::move(consent));
+}
+
+LetterFacts GivenConsents::factsOf(const ConsentRowKey &row) const {
+    LetterFacts facts;
+    facts.deformity = row.iHenkeiFlg == 1;
+    QDate latest;
+    const auto [first, end] = m_byPatient.equal_range(row.patient.nIDNo);
+    for (auto it = first; it != end; ++it) {
+        const GivenConsent &consent = *it;
+        if (consent.key.patient != row.patient)
+            continue;
+        const bool own = consent.key == row;
+        if (own)
+            facts.askedDoctor = consent.doctor;
+        if (!consent.day.isValid() || consent.key.nDate > row.nDate)
+            continue;
+        if (consent.key.iHenkeiFlg != row.iHenkeiFlg) {
+            facts.treatedOtherwise = true;
+            continue;
+        }
+        facts.consentedBefore = true;
+        // The row's own doctor is the one who consented last, whatever dates say.
+        if (own || !latest.isValid() || consent.day >= latest) {
+            facts.lastDoctor = consent.doctor;
+            latest = own ? QDate(9999, 12, 31) : consent.day;
+        }
+    }
+    return facts;
 }

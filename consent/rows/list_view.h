@@ -1,8 +1,8 @@
 #pragma once
 
-#include "consent/rows/list_record.h"
+#include "consent/rows/list_cells.h"
 
-#include <QString>
+#include <functional>
 #include <vector>
 
 /// Narrows a list to the patients whose name and kana contain what was typed; case, width, kana kind and
@@ -26,3 +26,9 @@ private:
     std::vector<QString> m_names;
     std::vector<QString> m_kanas;
 };
+
+/// Puts records into the order of a column; equal cells keep the order that they came in.
+/// @param rowOf a record as it is shown
+/// @param isTarget whether a record is ticked 対象
+void orderRecords(std::vector<int> &shown, ListColumn column, bool descending,
+                  const std::function<ListRow(int)> &rowOf, const std::function<bool(int)> &isTarget);

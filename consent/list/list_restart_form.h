@@ -1,0 +1,27 @@
+#pragma once
+
+#include "db/tables/keys.h"
+
+#include <QDialog>
+#include <memory>
+
+namespace Ui {
+class RestartForm;
+}
+
+/// Asks for the new period of a deformity-correction row that is restarted.
+class RestartForm : public QDialog {
+    Q_OBJECT
+public:
+    /// @param who "IDNo. name" of the row's patient
+    RestartForm(const QString &who, const Period &proposed, QWidget *parent = nullptr);
+    ~RestartForm() override;
+
+    Period period() const;
+
+    /// Stays while the dates are no period.
+    void accept() override;
+
+private:
+    std::unique_ptr<Ui::RestartForm> m_ui;
+};
