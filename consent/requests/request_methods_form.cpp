@@ -4,6 +4,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "consent/record/grid_save.h"
 #include "consent/requests/method_uses_query.h"
 #include "consent/rows/request_methods.h"
 #include "db/adodb.h"

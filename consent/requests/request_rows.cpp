@@ -15,7 +15,7 @@ RequestRow requestRow(const ListRow &row, const GivenConsents &consents) {
     request.requested = row.values.requested != 0;
     request.facts = consents.factsOf(request.key);
     request.kind = proposeLetterKind(request.facts);
-    request.toHospital = row.values.hospitalOut == 1 && row.values.doctorOut != 1;
+    request.toHospital = row.values.hospitalOut == 1;
     return request;
 }
 

@@ -20,7 +20,7 @@ struct RequestRow {
 };
 
 /// Rows of the list with what is proposed for them: the letter's kind, and the addressee of the last letter
-/// (the doctor before there was one, and where letters went to both).
+/// (the doctor before there was one; where letters went to both, the hospital, which somebody chose).
 RequestRow requestRow(const ListRow &row, const GivenConsents &consents);
 std::vector<RequestRow> requestRows(std::span<const ListRow> rows, const GivenConsents &consents);
 

@@ -1,7 +1,8 @@
 #include "print/mail/mail_row.h"
 
+#include "db/tables/patient_text.h"
 #include "print/mail/mail_text.h"
 
 QString MailRow::who() const {
-    return QString::number(patient.nIDNo) + u' ' + onOneLine(name);
+    return patientText(patient.nIDNo, onOneLine(name));
 }

@@ -1,6 +1,7 @@
 #include "print/request_letter/letters.h"
 
 #include "app/base/dates.h"
+#include "db/tables/patient_text.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -166,5 +167,5 @@ QStringList withoutPractitioner(const LetterSource &source, const LetterOptions 
 }
 
 QString letterWho(const LetterRow &row) {
-    return QString::number(row.key.patient.nIDNo) + u" "_s + row.name;
+    return patientText(row.key.patient.nIDNo, row.name);
 }

@@ -8,11 +8,14 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QDir>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
 #include <QTimer>
@@ -56,6 +59,18 @@ protected:
         QTest::keyClick(editor, Qt::Key_Return);
         // The editor hands its value over after the key has been dealt with.
         QApplication::processEvents();
+    }
+    // Chooses in the dialog of F9 and leaves it by a key.
+    void chooseOrder(Qt::Key inOrders, Qt::Key leave) {
+        QTimer::singleShot(0, [=] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            QTest::keyClick(dialog->findChild<QWidget *>(u"lstOrder"_s), inOrders);
+            QTest::keyClick(dialog, leave);
+        });
+        control<QPushButton>(u"cmdDspOrder"_s)->click();
+    }
+    bool isTarget(int row) const {
+        return grid->model()->index(row, int(ListColumn::Target)).data(Qt::CheckStateRole) == Qt::Checked;
     }
     QString stored(int number, const QString &column) const {
         return database.value(u"SELECT %1 FROM RIYOUSHA_DOUI_REC WHERE nIDNo = %2"_s.arg(column).arg(number));
@@ -221,6 +236,163 @@ TEST_F(ListFormTest, UnreadableSettingsAreSaidOnceAndNoPeriodIsProposed) {
     messages.answers = {Answer::No};
 }
 
+TEST_F(ListFormTest, AnOrderIsAllThatChoosingItChanges) {
+    open();
+    go(1, ListColumn::Target);
+    QTest::keyClick(grid, Qt::Key_Space);
+    grid->sortByColumn(int(ListColumn::Number), Qt::DescendingOrder);
+    control<QRadioButton>(u"optSejutuKbn_2"_s)->setChecked(true); // not asked for yet
+    chooseOrder(Qt::Key_Home, Qt::Key_Escape);
+    EXPECT_EQ(at(0, ListColumn::Number), u"3"_s) << "cancelled: the header's order stays";
+    for (const Qt::Key order : {Qt::Key_Home, Qt::Key_End}) {
+        chooseOrder(order, Qt::Key_Return);
+        ASSERT_EQ(grid->model()->rowCount(), 3);
+        EXPECT_EQ(at(0, ListColumn::Number), u"1"_s);
+        EXPECT_TRUE(isTarget(1));
+    }
+}
+
+TEST_F(ListFormTest, AJumpThatDoesNotHappenLeavesTheFilter) {
+    database.run(u"UPDATE RIYOUSHA SET tDouiKaryoE1 = '2027/08/15' WHERE nIDNo = 2"_s);
+    open();
+    auto *patient = control<CodeBox>(u"txtcRiyoushaNo"_s);
+    const auto *to = control<DateBox>(u"imD_KikanTo"_s);
+    const auto jump = [&](const QString &number) {
+        patient->setFocus();
+        patient->selectAll();
+        QTest::keyClicks(patient, number);
+        QTest::keyClick(patient, Qt::Key_Return);
+    };
+    go(0, ListColumn::Remark);
+    type(u"x"_s);
+    messages.answers = {Answer::Cancel};
+    jump(u"2"_s);
+    EXPECT_EQ(to->text(), u"2027/04/30"_s);
+    EXPECT_EQ(patient->text(), u""_s);
+    jump(u"3"_s);
+    EXPECT_TRUE(messages.shown.back().text.startsWith(u"該当する利用者には要加療期間の入力がない"_s));
+    EXPECT_EQ(patient->text(), u""_s);
+    messages.answers = {Answer::No};
+    jump(u"2"_s);
+    EXPECT_EQ(to->text(), u"2027/08/31"_s);
+    EXPECT_EQ(patient->text(), u"2"_s);
+    EXPECT_EQ(grid->model()->rowCount(), 1);
+}
+
+TEST_F(ListFormTest, AWrongRowThatIsNarrowedAwayIsShown) {
+    open();
+    go(1, ListColumn::NextStart);
+    type(u"20270201"_s);
+    go(1, ListColumn::NextEnd);
+    type(u"20270101"_s);
+    control<QLineEdit>(u"txt_SiboriKana"_s)->setText(u"ヤマ"_s);
+    ASSERT_EQ(grid->model()->rowCount(), 2);
+    messages.answers = {Answer::Yes};
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_TRUE(messages.shown.back().text.startsWith(u"2 利用者2"_s));
+    EXPECT_EQ(at(grid->currentIndex().row(), ListColumn::Number), u"2"_s);
+    EXPECT_EQ(grid->currentIndex().column(), int(ListColumn::NextEnd));
+    messages.answers = {Answer::No};
+}
+
+TEST_F(ListFormTest, NothingIsMadeOfTheHistory) {
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo = 1"_s);
+    open();
+    const QStringList commands{u"cmdIrai"_s,         u"cmdPrint"_s,    u"cmdMail"_s,
+                               u"CmdPrintDouisho"_s, u"CmdPrintSet"_s, u"cmdGet"_s};
+    for (const bool history : {true, false}) {
+        control<QRadioButton>(history ? u"optRireki_1"_s : u"optRireki_0"_s)->setChecked(true);
+        QTest::keyClick(form.get(), Qt::Key_F4);
+        for (const QString &command : commands)
+            EXPECT_EQ(control<QPushButton>(command)->isEnabled(), !history) << command.toStdString();
+        QTest::keyClick(form.get(), Qt::Key_F7);
+        EXPECT_TRUE(isTarget(0)) << "the tick itself stays";
+    }
+}
+
+TEST_F(ListFormTest, TheButtonOfARowOpensItsOwnMethods) {
+    consent(3, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601"_s);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cKobetuDouiIrai = '郵送' WHERE nIDNo = 1"_s);
+    open();
+    EXPECT_EQ(at(0, ListColumn::OwnMethods), u"郵送"_s);
+    QStringList opened;
+    const auto press = [&](int row, const std::function<void()> &how) {
+        go(row, ListColumn::OwnMethods);
+        QTimer::singleShot(0, [&] {
+            if (QWidget *dialog = QApplication::activeModalWidget(); dialog && dialog != form.get()) {
+                opened.append(dialog->findChild<QLineEdit *>(u"txtTgtRow"_s)->text());
+                dialog->close();
+            }
+        });
+        how();
+        QApplication::processEvents();
+    };
+    press(0, [&] { QTest::keyClick(grid, Qt::Key_Space); });
+    press(1, [&] { QTest::keyClick(grid, Qt::Key_Return); });
+    press(2, [&] {
+        QTest::mouseClick(grid->viewport(), Qt::LeftButton, {},
+                          grid->visualRect(grid->currentIndex()).center());
+    });
+    press(3, [&] { QTest::keyClick(grid, Qt::Key_Space); });
+    EXPECT_EQ(opened, QStringList({u"1 利用者1"_s, u"2 利用者2"_s, u"3 利用者3"_s}))
+        << "a deformity row has none";
+}
+
+TEST_F(ListFormTest, LettersKindsComeWhileTheListIsLookedAt) {
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDay = NULL WHERE nIDNo = 3"_s);
+    open();
+    grid->sortByColumn(int(ListColumn::Letter), Qt::DescendingOrder);
+    EXPECT_EQ(at(0, ListColumn::Number), u"3"_s) << "at once, to sort by them";
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return at(0, ListColumn::Letter) == u"新規利用者"_s; }));
+    EXPECT_EQ(at(1, ListColumn::Letter), u"マッサージ継続"_s);
+}
+
+TEST_F(ListFormTest, ADeformityPeriodIsRestarted) {
+    consent(3, u"2026/12/31"_s,
+            u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, nDate = 20260602, iOutputFlgHenkei = 1,"
+            " iGetFlgHenkei = 1, nDouiUpMonth = 2"_s);
+    open();
+    auto *restart = form->findChild<QAction *>(u"mnHenkeiRestart"_s);
+    go(0, ListColumn::Number);
+    restart->trigger();
+    EXPECT_EQ(messages.shown.back().text, u"変形徒手の行を選択してください。"_s);
+    go(3, ListColumn::Number);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        QTimer::singleShot(0, [] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate(QDate(2026, 12, 1));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        messages.answers = {answer};
+        restart->trigger();
+        EXPECT_EQ(database.value(u"SELECT tHenkeSday, tHenKeEday, iOutputFlgHenkei, iGetFlgHenkei"
+                                 " FROM RIYOUSHA_DOUI_REC WHERE iHenkeiFlg = 1"_s),
+                  answer == Answer::Yes ? u"2026/12/01|2027/01/20|0|0"_s : u"NULL|NULL|1|1"_s);
+    }
+    EXPECT_TRUE(messages.shown.back().text.contains(u"3 利用者3\r\n変形徒手の期間を再開しました。"_s));
+}
+
+TEST_F(ListFormTest, WhatCannotBeKeptIsSaid) {
+    open();
+    QDir(folders.data()).mkpath(u"患者管理設定.ini"_s);
+    auto *holiday = form->findChild<QAction *>(u"mnHoliday"_s);
+    holiday->trigger();
+    EXPECT_TRUE(messages.shown.back().text.endsWith(u"\r\nmnHoliday_Click()でエラー"_s));
+    EXPECT_FALSE(holiday->isChecked());
+
+    const QTemporaryDir windows;
+    const QString before =
+        QFileInfo(QSettings(QSettings::IniFormat, QSettings::UserScope, u"x"_s).fileName()).path();
+    QFile inTheWay(windows.filePath(u"douisho"_s));
+    ASSERT_TRUE(inTheWay.open(QIODevice::WriteOnly));
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, windows.path());
+    form->reject();
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, before);
+    EXPECT_TRUE(messages.shown.back().text.endsWith(u"\r\ncmdEnd()でエラー"_s));
+    EXPECT_FALSE(form->isVisible()) << "and the screen closes all the same";
+}
+
 TEST_F(ListFormTest, CommandsOfLaterScreensAreGreyedAndExplained) {
     open();
     const auto *later = control<QPushButton>(u"cmdKeika"_s);
@@ -246,7 +418,10 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
 
     control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));
+    control<DateBox>(u"imD_KikanTo"_s)->setDate(QDate(2027, 5, 31));
     QTest::keyClick(form.get(), Qt::Key_F4);
+    go(0, ListColumn::Target);
+    QTest::keyClick(grid, Qt::Key_Space);
     go(0, ListColumn::Reconsent);
     type(u"20261118"_s);
     messages.shown.clear();
@@ -272,5 +447,6 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
                             " FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1 ORDER BY nDate"_s),
               QStringList({u"20260601|0|2026/06/01|2026/06/01|2026/12/31|1"_s,
                            u"20261118|1|2026/11/18|2027/01/01|2027/05/31|0"_s}));
-    EXPECT_EQ(grid->model()->rowCount(), 2) << "read again: the renewed row ends outside the range";
+    ASSERT_EQ(at(0, ListColumn::Period), u"2027/01/01～2027/05/31"_s);
+    EXPECT_TRUE(isTarget(0)) << "the row that has taken its place";
 }

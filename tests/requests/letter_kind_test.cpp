@@ -43,6 +43,7 @@ TEST_F(LetterKindTest, FollowsTheRowsState) {
         {u"cIsiCd = '2'"_s, u"cIsiCd = '1'"_s, u"マッサージ継続"_s}, // doctor 1 consented since
         {u"cIsiCd = '2'"_s + deformity, no, u"新規利用者"_s},
         {u"cIsiCd = NULL"_s, no, u"マッサージ継続"_s},
+        {u"iKyotenEb = 2, cIsiCd = '2'"_s, no, u"新規利用者"_s}, // another branch's
     };
     for (const Case &c : cases) {
         database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
@@ -56,6 +57,8 @@ TEST_F(LetterKindTest, FollowsTheRowsState) {
         u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDay = '2026/06/01', iDouiHospOutFlg = 1 WHERE iNewestFlg = 1"_s);
     RequestRow row = proposed();
     EXPECT_TRUE(row.toHospital) << "as the last letter went";
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iDouiIsiOutFlg = 1"_s);
+    EXPECT_TRUE(proposed().toHospital) << "to both: the hospital was chosen";
     askDoctor(row, u"2"_s, u"馬場"_s, u"朝日医院"_s);
     EXPECT_EQ(letterKindLayout(row.kind), u"同意依頼書_CARE04_先生変更.wfd"_s);
 }
