@@ -1,15 +1,14 @@
 #include "consent/entry/history_model.h"
 
 #include "app/base/dates.h"
+#include "db/tables/patient_text.h"
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
 QString kindText(const ConsentDraft &row, bool acupuncture) {
-    if (isDeformity(row))
-        return u"変形徒手"_s;
-    return acupuncture ? u"鍼灸"_s : u"マッサ"_s;
+    return treatmentText(acupuncture ? TreatmentKind::Acupuncture : TreatmentKind::Massage, isDeformity(row));
 }
 
 // A row without the flag says neither.

@@ -157,9 +157,8 @@ void frm同意依頼::output(LetterOutput way) {
     LetterOptions options;
     if (!readOptions(options))
         return;
-    QString reason;
-    if (!keepLetterOptions(m_environment.folders, options, &reason))
-        m_environment.messages.failIn(reason, u"cmdPrint_Click()でエラー");
+    if (const Result<> kept = keepLetterOptions(m_environment.folders, options); !kept)
+        m_environment.messages.failIn(kept.reason(), u"cmdPrint_Click()でエラー");
     const std::vector<RequestRow> rows = onPaper(m_model->rows());
     switch (outputRequests(m_environment, m_db, rows, {options, way, letterWait(this)})) {
     case LetterOutcome::Stopped:

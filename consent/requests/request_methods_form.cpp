@@ -63,22 +63,24 @@ void RequestMethodsForm::wire() {
 }
 
 short RequestMethodsForm::iInit(const std::optional<MethodsRow> &row, const QString &noRow) {
-    const RequestMethods methods = readRequestMethods(m_environment.folders, &m_error);
-    if (!m_error.isEmpty())
+    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
+    if (!methods) {
+        m_error = methods.reason();
         return -1;
+    }
     const ErrorsSince errors(m_db);
     MethodUses uses;
     if (readMethodUses(m_db, uses) != 0) {
         m_error = errors.text();
         return -1;
     }
-    m_read = methods.texts;
+    m_read = methods->texts;
     m_row = row;
-    m_model->load({methods.texts, uses}, row ? ownMethodsOf(row->row.values.ownRequest) : QStringList(),
+    m_model->load({methods->texts, uses}, row ? ownMethodsOf(row->row.values.ownRequest) : QStringList(),
                   row.has_value());
     m_ui->txtTgtRow->setText(row ? row->who : noRow);
-    m_ui->lblTrouble->setText(methods.oddities.join(u'\n'));
-    m_ui->lblTrouble->setVisible(!methods.oddities.isEmpty());
+    m_ui->lblTrouble->setText(methods->oddities.join(u'\n'));
+    m_ui->lblTrouble->setVisible(!methods->oddities.isEmpty());
     m_ui->ssAddIrai->fitColumns();
     if (m_model->rowCount() > 0)
         goTo(0);
@@ -198,13 +200,13 @@ bool RequestMethodsForm::writeList() {
                 meanings.join(u"\r\n"_s) + u"\r\n\r\nよろしいですか？"_s,
             u"依頼方法の登録"_s, Answer::No))
         return false;
-    QString reason;
-    const RequestMethods now = readRequestMethods(m_environment.folders, &reason);
-    if (reason.isEmpty() && now.texts != m_read)
+    const Result<RequestMethods> now = readRequestMethods(m_environment.folders);
+    QString reason = now.reason();
+    if (now && now->texts != m_read)
         reason = u"他の端末で依頼方法の一覧が変更されたため、登録できませんでした。"
                  "画面を開きなおして、もう一度入力してください。"_s;
     if (reason.isEmpty())
-        writeRequestMethods(m_environment.folders, m_model->list().texts(), &reason);
+        reason = writeRequestMethods(m_environment.folders, m_model->list().texts()).reason();
     if (!reason.isEmpty()) {
         messages.failIn(reason, u"btnRegist_Click()でエラー");
         return false;

@@ -36,8 +36,8 @@ bool confirmPrint(Messages &messages, const QString &question) {
 std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows) {
     std::vector<LetterOrder> orders;
     for (const RequestRow &row : rows)
-        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind),
-                          row.who, continuesConsent(row.kind)});
+        orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind), row.who,
+                          continuesConsent(row.kind)});
     return orders;
 }
 
@@ -52,14 +52,13 @@ LetterOptions keptLetterOptions(const Folders &folders, const QDate &today) {
     return options;
 }
 
-bool keepLetterOptions(const Folders &folders, const LetterOptions &options, QString *reason) {
+Result<> keepLetterOptions(const Folders &folders, const LetterOptions &options) {
     Settings settings(folders);
     if (settings.iSwitch(Setting::依頼書出力方式, options.grouped) == 0 &&
         settings.iSwitch(Setting::施術者氏名の印字, options.printPractitioner) == 0 &&
         settings.iWrite(Setting::施術者氏名選択, options.practitioner) == 0)
-        return true;
-    *reason = settings.sErrMsg();
-    return false;
+        return {};
+    return Failure{settings.sErrMsg()};
 }
 
 std::vector<RequestRow> onPaper(std::span<const RequestRow> rows) {

@@ -7,8 +7,7 @@ class Folders;
 
 /// The last choices for request letters, which all users of a data folder share.
 LetterOptions keptLetterOptions(const Folders &folders, const QDate &today);
-/// @return false with a reason when they cannot be stored
-bool keepLetterOptions(const Folders &folders, const LetterOptions &options, QString *reason);
+Result<> keepLetterOptions(const Folders &folders, const LetterOptions &options);
 
 /// What printing is asked for the rows.
 std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows);

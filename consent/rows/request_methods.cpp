@@ -69,35 +69,34 @@ QStringList odditiesOf(const std::set<int> &numbers, int last, const QString &co
     return oddities;
 }
 
-bool readBytes(const QString &path, QByteArray *bytes, QString *reason) {
+/// Empty without a file.
+Result<QByteArray> readBytes(const QString &path) {
     QFile file(path);
     if (!file.exists())
-        return true;
+        return QByteArray();
+    QByteArray bytes;
     if (file.open(QIODevice::ReadOnly)) {
-        *bytes = file.readAll();
+        bytes = file.readAll();
         if (file.error() == QFile::NoError)
-            return true;
+            return bytes;
     }
-    if (reason)
-        *reason = u"「%1」を読めません。\r\n"_s.arg(QDir::toNativeSeparators(path)) + file.errorString();
-    return false;
+    return Failure{u"「%1」を読めません。\r\n"_s.arg(QDir::toNativeSeparators(path)) + file.errorString()};
 }
 
 } // namespace
 
-RequestMethods readRequestMethods(const Folders &folders, QString *reason) {
+Result<RequestMethods> readRequestMethods(const Folders &folders) {
     RequestMethods methods;
     const QString path = pathOf(folders);
-    QByteArray bytes;
-    if (!QFile::exists(path) || !readBytes(path, &bytes, reason))
+    if (!QFile::exists(path))
         return methods;
+    const Result<QByteArray> bytes = readBytes(path);
+    if (!bytes)
+        return Failure{bytes.reason()};
     clsOplIniFile ini;
-    if (ini.iInit(path) != 0) {
-        if (reason)
-            *reason = ini.sErrMsg();
-        return methods;
-    }
-    const std::set<int> numbers = numbersIn(bytes);
+    if (ini.iInit(path) != 0)
+        return Failure{ini.sErrMsg()};
+    const std::set<int> numbers = numbersIn(*bytes);
     const auto beyond = numbers.upper_bound(RequestMethods::most);
     const int last = beyond == numbers.begin() ? 0 : *std::prev(beyond);
     for (int number = 1; number <= last; ++number)
@@ -106,11 +105,12 @@ RequestMethods readRequestMethods(const Folders &folders, QString *reason) {
     return methods;
 }
 
-bool writeRequestMethods(const Folders &folders, const QStringList &texts, QString *reason) {
+Result<> writeRequestMethods(const Folders &folders, const QStringList &texts) {
     const QString path = pathOf(folders);
-    QByteArray bytes;
-    if (!readBytes(path, &bytes, reason))
-        return false;
+    const Result<QByteArray> read = readBytes(path);
+    if (!read)
+        return Failure{read.reason()};
+    QByteArray bytes = *read;
     const auto put = [&](const QString &key, const QString &text) {
         if (profile::value(bytes, section, key) != text)
             bytes = profile::withValue(bytes, section, key, text).bytes;
@@ -121,10 +121,7 @@ bool writeRequestMethods(const Folders &folders, const QStringList &texts, QStri
     for (const int number : numbersIn(bytes))
         if (number > texts.size() && number <= RequestMethods::most)
             bytes = profile::withoutKey(bytes, section, keyOf(number));
-    const Result<> written = writeFileWhole(path, bytes);
-    if (!written && reason)
-        *reason = written.reason();
-    return bool(written);
+    return writeFileWhole(path, bytes);
 }
 
 QString normalMethod(const QString &typed) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/result.h"
+
 #include <QStringList>
 
 class Folders;
@@ -21,13 +23,11 @@ struct RequestMethods {
 
 /// Reads the list; without the file it is empty. Entries keep their number whatever NUM says and whatever is
 /// missing between them.
-/// @param reason filled when the file is there but cannot be read
-RequestMethods readRequestMethods(const Folders &folders, QString *reason);
+Result<RequestMethods> readRequestMethods(const Folders &folders);
 
 /// Writes the list whole; comments and what the list does not know stay in the file. The texts must be such
-/// as the file can hold, see whyMethodIsWrong().
-/// @param reason filled with a sentence that names the file, when it fails; the file is as it was then
-bool writeRequestMethods(const Folders &folders, const QStringList &texts, QString *reason);
+/// as the file can hold, see whyMethodIsWrong(). A failure leaves the file as it was.
+Result<> writeRequestMethods(const Folders &folders, const QStringList &texts);
 
 /// A typed text as the file will hold it: without blanks round it, in characters of code page 932.
 QString normalMethod(const QString &typed);

@@ -175,13 +175,12 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
 }
 
 QString frm同意書管理::takeMethods() {
-    QString reason;
-    const RequestMethods methods = readRequestMethods(m_environment.folders, &reason);
-    if (reason.isEmpty()) {
-        m_parts->list.setMethods(methods);
-        m_grid->setMethods(methods);
+    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
+    if (methods) {
+        m_parts->list.setMethods(*methods);
+        m_grid->setMethods(*methods);
     }
-    return reason;
+    return methods.reason();
 }
 
 void frm同意書管理::run(const ListCommand &command) {
@@ -252,8 +251,13 @@ void frm同意書管理::readLettersLater() {
     const QWidget *modal = QApplication::activeModalWidget();
     if (!isVisible() || (modal && modal != this) || !m_db->isConnected())
         return;
-    if (m_model->recordsWithoutLetter(1).empty() || m_parts->list.iReadLetters(block) != 0)
+    if (m_model->recordsWithoutLetter(1).empty()) {
         m_idle->stop();
+    } else if (m_parts->list.iReadLetters(block) != 0) {
+        m_idle->stop();
+        failDb(u"同意依頼書種別を読み込めませんでした。再読込（Shift+F4）をしてください。"_s +
+               m_parts->list.sErrMsg());
+    }
 }
 
 void frm同意書管理::readAllLetters() {

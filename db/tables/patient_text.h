@@ -2,7 +2,7 @@
 
 #include <QString>
 
-/// RIYOUSHA.iSejutsuKubun; All is a choice, never stored with a patient.
+/// RIYOUSHA.iSejutsuKubun; All is a choice, never stored with a patient. Settings keep these numbers too.
 enum class TreatmentKind { Massage = 0, Acupuncture = 1, All = 2 };
 
 /// "マッサ" or "鍼灸", and "変形徒手" for a deformity-correction row.

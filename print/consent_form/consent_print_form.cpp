@@ -191,7 +191,7 @@ bool frm同意書印刷::settle() {
 
 ConsentPrintSettings frm同意書印刷::chosen() const {
     ConsentPrintSettings settings;
-    settings.kind = FormKind(m_ui->optSejutuKbn->checkedId());
+    settings.kind = TreatmentKind(m_ui->optSejutuKbn->checkedId());
     settings.order = chosenOf<FormOrder>(*m_ui->cmbSort);
     settings.style = chosenOf<FormStyle>(*m_ui->cmbYoushiki);
     settings.oral = chosenOf<OralForms>(*m_ui->cmbYoushiki2);
@@ -216,7 +216,7 @@ ConsentFormOptions frm同意書印刷::options(const ConsentPrintSettings &setti
         options.oral = OralForms::Saitama;
     if (single()) {
         options.patients = {settings.patient};
-        options.kind = FormKind::All;
+        options.kind = TreatmentKind::All;
         return options;
     }
     options.master = FormMaster::Practice;

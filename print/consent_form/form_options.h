@@ -1,14 +1,12 @@
 #pragma once
 
 #include "db/tables/keys.h"
+#include "db/tables/patient_text.h"
 
 #include <QDate>
 #include <QString>
 #include <optional>
 #include <vector>
-
-/// Stored as these numbers under "施術区分".
-enum class FormKind { Massage = 0, Acupuncture = 1, All = 2 };
 
 /// Stored as these numbers under "ソート順". A chosen order is that of ConsentFormOptions::rows or
 /// ::patients; it is never stored.
@@ -50,7 +48,7 @@ struct ConsentFormOptions {
     ///@{
     std::vector<ConsentFormRow> rows{};
     std::vector<qint32> patients{};
-    FormKind kind = FormKind::All;
+    TreatmentKind kind = TreatmentKind::All;
     qint32 staff = 0;      ///< responsible staff (RIYOUSHA.nTantou)
     QString doctor{};      ///< code of the consenting doctor
     QDate periodEndFrom{}; ///< the newest consent's period ends on this day or later

@@ -213,10 +213,10 @@ QString matching(const ConsentFormOptions &options) {
 
 QString where(const ConsentFormOptions &options) {
     QString sql = u" WHERE "_s + sqlWhere(options.branch, u"RIYOUSHA");
-    const FormKind kind = options.rows.empty() ? options.kind : FormKind::All;
-    if (kind == FormKind::Massage)
+    const TreatmentKind kind = options.rows.empty() ? options.kind : TreatmentKind::All;
+    if (kind == TreatmentKind::Massage)
         sql += u" AND (RIYOUSHA.iSejutsuKubun = 0 OR RIYOUSHA.iSejutsuKubun IS NULL)"_s;
-    if (kind == FormKind::Acupuncture)
+    if (kind == TreatmentKind::Acupuncture)
         sql += u" AND RIYOUSHA.iSejutsuKubun <> 0"_s;
     const std::set<qint32> patients = numbers(options);
     if (patients.empty())

@@ -121,7 +121,7 @@ Result<> ConsentPrintSettings::read(const Folders &folders) {
     Section section(pathOf(folders, printFile), formSection);
     if (const Result<> readable = section.readable(); !readable)
         return readable;
-    kind = section.choice(u"施術区分"_s, kind, FormKind::All);
+    kind = section.choice(u"施術区分"_s, kind, TreatmentKind::All);
     order = section.choice(u"ソート順"_s, order, FormOrder::PeriodEnd);
     style = section.choice(u"出力様式"_s, style, FormStyle::Again);
     oral = section.choice(u"出力様式2"_s, oral, OralForms::OwnLayout);

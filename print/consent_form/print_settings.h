@@ -9,7 +9,7 @@ class Folders;
 
 /// The last choices of the printing screen: section 同意書 of 印刷設定.ini.
 struct ConsentPrintSettings {
-    FormKind kind = FormKind::Massage;
+    TreatmentKind kind = TreatmentKind::Massage;
     FormOrder order = FormOrder::Number;
     FormStyle style = FormStyle::ByPatient;
     OralForms oral = OralForms::None;

@@ -509,7 +509,7 @@ void Walk::forms() {
     ConsentFormOptions options;
     options.branch = {1, 1};
     options.master = FormMaster::Practice;
-    options.kind = FormKind(upTo(2));
+    options.kind = TreatmentKind(upTo(2));
     options.style = FormStyle(upTo(2));
     options.staff = oneIn(3) ? 1 : 0;
     options.order = FormOrder(upTo(4));
@@ -552,8 +552,8 @@ void Walk::forms() {
         const bool asked = one != 0
                                ? number == one
                                : !patient.ended && (options.staff == 0 || patient.staff == options.staff) &&
-                                     (options.kind == FormKind::All ||
-                                      (options.kind == FormKind::Acupuncture) == patient.acupuncture);
+                                     (options.kind == TreatmentKind::All ||
+                                      (options.kind == TreatmentKind::Acupuncture) == patient.acupuncture);
         const bool oral = std::ranges::any_of(m_rows, [&](const Row &row) {
             return row.patient == number && !row.correction && isLast(row) && row.oral;
         });

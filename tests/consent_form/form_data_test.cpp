@@ -268,8 +268,8 @@ insert into RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, n
 )"_s);
     const QDate end(2026, 2, 28);
     EXPECT_EQ(who(practice, {}), u"1238"_s);
-    EXPECT_EQ(who(practice, {.kind = FormKind::Massage}), u"128"_s);
-    EXPECT_EQ(who(practice, {.kind = FormKind::Acupuncture}), u"3"_s);
+    EXPECT_EQ(who(practice, {.kind = TreatmentKind::Massage}), u"128"_s);
+    EXPECT_EQ(who(practice, {.kind = TreatmentKind::Acupuncture}), u"3"_s);
     EXPECT_EQ(who(practice, {.staff = 2}), u"12"_s);
     EXPECT_EQ(who(practice, {.doctor = u"21"_s}), u"18"_s);
     EXPECT_EQ(who(practice, {.periodEndFrom = end}), u"13"_s);
@@ -318,7 +318,7 @@ TEST(ConsentFormRows, EachRowHasItsOwnForm) {
         u"0:20261020 H初回.wfd | 1:20260501 M初回.wfd | 2:20261101 M再.wfd"_s)
         << "two doctors, two forms, each as its letter says";
     const GatheredForms alone =
-        practice.gather({.rows = {correction(1, 20261101)}, .kind = FormKind::Acupuncture});
+        practice.gather({.rows = {correction(1, 20261101)}, .kind = TreatmentKind::Acupuncture});
     ASSERT_EQ(alone.forms.size(), 1u);
     expectValues(alone.forms[0], {{u"保険医氏名"_s, u"\"筆　太\""_s},
                                   {u"傷病名"_s, u"\"変形\""_s},

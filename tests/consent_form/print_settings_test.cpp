@@ -26,7 +26,7 @@ TEST_F(PrintSettings, AreReadAndWrittenBack) {
     file(u"印刷設定.ini"_s, u"[同意書]\r\n施術区分=1\r\nソート順=99\r\n出力様式=2\r\n施術内容出力=0\r\n"
                             "医師個別設定=1\r\n利用者ID=12\r\n提出日付=1\r\n[他]\r\nx=1\r\n"_s);
     ASSERT_TRUE(settings.read(practice.folders));
-    EXPECT_EQ(settings.kind, FormKind::Acupuncture);
+    EXPECT_EQ(settings.kind, TreatmentKind::Acupuncture);
     EXPECT_EQ(settings.order, FormOrder::Number) << "99 is no order that is stored";
     EXPECT_EQ(settings.style, FormStyle::Again);
     EXPECT_FALSE(settings.treatmentContent);

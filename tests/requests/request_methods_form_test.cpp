@@ -18,8 +18,7 @@ class RequestMethodsFormTest : public ListTest {
 protected:
     RequestMethodsFormTest() {
         QDir(programFolder.path()).mkdir(u"DATA"_s);
-        QString reason;
-        EXPECT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u"FAX"_s}, &reason));
+        EXPECT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u"FAX"_s}));
         patient(1, u"山田"_s, u"ﾔﾏﾀﾞ"_s);
         consent(1, u"2026/12/31"_s, u"iDouiIraiType = 2"_s);
         EXPECT_EQ(list.iSearch(), 0);
@@ -31,7 +30,7 @@ protected:
         return database.value(u"SELECT %1 FROM RIYOUSHA_DOUI_REC"_s.arg(column));
     }
     void press(const QString &button) { control<QPushButton>(button)->click(); }
-    QStringList inFile() { return readRequestMethods(folders, nullptr).texts; }
+    QStringList inFile() { return readRequestMethods(folders)->texts; }
 
     RequestMethodsForm form{environment, database.db};
 };
@@ -100,8 +99,7 @@ TEST_F(RequestMethodsFormTest, ColleaguesChangesAreNotOverwritten) {
     EXPECT_TRUE(messages.shown.back().text.contains(u"1 山田"_s));
     EXPECT_TRUE(form.isVisible());
 
-    QString reason;
-    ASSERT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u"FAX"_s, u"colleague"_s}, &reason));
+    ASSERT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u"FAX"_s, u"colleague"_s}));
     control<QLineEdit>(u"txtIrai"_s)->setText(u"電話"_s);
     press(u"btnAdd"_s);
     press(u"btnRegist"_s);

@@ -27,10 +27,9 @@ protected:
         return decode932(file.readAll());
     }
     RequestMethods read() {
-        QString reason;
-        const RequestMethods methods = readRequestMethods(folders, &reason);
-        EXPECT_EQ(reason, u""_s);
-        return methods;
+        const Result<RequestMethods> methods = readRequestMethods(folders);
+        EXPECT_EQ(methods.reason(), u""_s);
+        return methods ? *methods : RequestMethods();
     }
 
     QTemporaryDir program;
@@ -76,16 +75,14 @@ TEST_F(RequestMethodsTest, FiveHundredCountAndTheNextIsTold) {
 
 TEST_F(RequestMethodsTest, WritingKeepsOrderCommentsAndOtherLines) {
     write(u"NUM=3\r\nLIST001=郵送\r\nLIST002=FAX\r\nLIST003=電話\r\nMEMO=残す\r\n"_s);
-    QString reason;
-    ASSERT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u""_s}, &reason)) << reason.toStdString();
+    ASSERT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u""_s}));
     EXPECT_EQ(bytes(), u"; 一覧\r\n[依頼方法リスト]\r\nNUM=2\r\nLIST001=郵送\r\nLIST002=\r\nMEMO=残す\r\n"_s);
     EXPECT_EQ(read().texts, (QStringList{u"郵送"_s, u""_s}));
     ASSERT_TRUE(QFile::remove(path));
-    ASSERT_TRUE(writeRequestMethods(folders, {u"手渡し"_s}, &reason));
+    ASSERT_TRUE(writeRequestMethods(folders, {u"手渡し"_s}));
     EXPECT_EQ(read().texts, QStringList{u"手渡し"_s});
     ASSERT_TRUE(QDir(program.filePath(u"DATA"_s)).removeRecursively());
-    EXPECT_FALSE(writeRequestMethods(folders, {u"手渡し"_s}, &reason));
-    EXPECT_TRUE(reason.contains(u"同意依頼方法list.ini"_s));
+    EXPECT_TRUE(writeRequestMethods(folders, {u"手渡し"_s}).reason().contains(u"同意依頼方法list.ini"_s));
 }
 
 TEST(MethodListTest, NumbersThatRowsUseKeepTheirEntry) {
