@@ -346,6 +346,12 @@ TEST_F(ListFormTest, LettersKindsComeWhileTheListIsLookedAt) {
     QTest::keyClick(form.get(), Qt::Key_F4);
     EXPECT_TRUE(QTest::qWaitFor([&] { return at(0, ListColumn::Letter) == u"新規利用者"_s; }));
     EXPECT_EQ(at(1, ListColumn::Letter), u"マッサージ継続"_s);
+
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    database.run(u"ALTER TABLE RIYOUSHA_DOUI_REC RENAME TO AWAY"_s);
+    QTest::qWait(300);
+    ASSERT_EQ(messages.shown.size(), 1) << "told, and once";
+    EXPECT_TRUE(messages.shown[0].text.startsWith(u"同意依頼書種別を読み込めませんでした。"_s));
 }
 
 TEST_F(ListFormTest, ADeformityPeriodIsRestarted) {
