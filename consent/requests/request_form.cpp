@@ -6,7 +6,6 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/requests/request_rows_model.h"
-#include "db/adodb.h"
 #include "print/request_letter/letter_query.h"
 #include "search/master_search_form.h"
 #include "widgets/enter_moves_on.h"
@@ -184,13 +183,12 @@ void frm同意依頼::chooseDoctor() {
     const CodeName doctor = m_doctors->seled();
     if (doctor.code.isEmpty())
         return;
-    const ErrorsSince errors(m_db);
-    LetterDoctors found;
-    if (readLetterDoctors(m_db, {doctor.code}, found) != 0) {
-        m_environment.messages.fail(errors.text(), u"DB-error"_s);
+    const Result<LetterDoctors> found = readLetterDoctors(m_db, {doctor.code});
+    if (!found) {
+        m_environment.messages.fail(found.reason(), u"DB-error"_s);
         return;
     }
-    m_model->askDoctor(row, doctor.code, doctor.name, addresseeOf(found.value(doctor.code)).institution);
+    m_model->askDoctor(row, doctor.code, doctor.name, addresseeOf(found->value(doctor.code)).institution);
     fitColumns();
     m_ui->ssIrai->setFocus();
 }

@@ -19,6 +19,10 @@ QString kindSummary(std::span<const RequestRow> rows);
 /// "うち依頼済み 3 件"; empty when no letter was output before.
 QString requestedSummary(std::span<const RequestRow> rows);
 
+/// Marks the rows of letters that have left as requested, in one transaction.
+/// @return what there is to say: that it failed, or which rows colleagues wrote meanwhile
+std::optional<Message> markRequests(cT_ADODB &db, const std::vector<LetterMark> &letters);
+
 /// What came of putting letters out.
 enum class LetterOutcome {
     Stopped, ///< nothing was put out; why has been said, or the user chose so

@@ -10,7 +10,6 @@
 #include "consent/list/list_restart_form.h"
 #include "consent/record/renewal.h"
 #include "consent/requests/request_form.h"
-#include "consent/requests/request_marks.h"
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"

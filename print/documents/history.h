@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "db/tables/keys.h"
 
 #include <QString>
@@ -24,7 +25,5 @@ struct HistoryDocument {
 
 /// Writes 同意履歴データ.csv into the work folder, dates as yyyy/mm/dd, and shows it in the engine's viewer
 /// with the layout 利用者別同意履歴.wfd, from where it is printed.
-/// @param touched takes the texts in which a character was replaced that the file cannot hold
-/// @param reason names what is missing or cannot be written, when it fails
-bool printHistory(const Environment &environment, const HistoryDocument &document, QStringList *touched,
-                  QString *reason);
+/// @return the texts in which a character was replaced that the file cannot hold
+Result<QStringList> printHistory(const Environment &environment, const HistoryDocument &document);

@@ -2,7 +2,6 @@
 
 #include "app/base/environment.h"
 #include "app/base/folders.h"
-#include "db/adodb.h"
 #include "print/batch/print_messages.h"
 #include "print/documents/lost_texts.h"
 #include "print/engine/paper.h"
@@ -31,11 +30,12 @@ Message warning(const QString &text) {
 } // namespace
 
 Result<> LetterJob::read(std::vector<LetterOrder> orders, const LetterOptions &options) {
-    const ErrorsSince errors(m_db);
     m_orders = std::move(orders);
     m_options = options;
-    if (readLetterSource(m_db, m_environment.branch, m_orders, m_source) != 0)
-        return Failure{errors.text()};
+    Result<LetterSource> source = readLetterSource(m_db, m_environment.branch, m_orders);
+    if (!source)
+        return Failure{source.reason()};
+    m_source = std::move(*source);
     m_letters = arrangeLetters(m_orders, m_source, options.grouped);
     return {};
 }

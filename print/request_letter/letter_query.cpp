@@ -1,6 +1,7 @@
 #include "print/request_letter/letter_query.h"
 
 #include "db/adodb.h"
+#include "db/field_rows.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 
@@ -119,10 +120,10 @@ QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
            u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients);
 }
 
-LetterRow readRow(const Recordset &rows, int row) {
-    const auto text = [&](L column) { return rows.text(row, int(column)); };
-    const auto number = [&](L column) { return int(rows.number(row, int(column))); };
-    const auto date = [&](L column) { return rows.date(row, int(column)); };
+LetterRow readRow(const FieldRows<L> &rows, int row) {
+    const auto text = [&](L column) { return rows.text(row, column); };
+    const auto number = [&](L column) { return int(rows.number(row, column)); };
+    const auto date = [&](L column) { return rows.date(row, column); };
     LetterRow result;
     result.key = {{short(number(L::KyotenCd)), short(number(L::KyotenEb)), number(L::Number)},
                   number(L::Date),
@@ -188,17 +189,15 @@ bool isLater(const LetterRow &row, const LetterRow &other) {
                std::pair(other.key.nDate, other.key.nHenkeiDouiDate);
 }
 
-short readRows(cT_ADODB &db, const Branch &branch, std::span<const LetterOrder> orders,
-               std::vector<LetterRow> &found) {
-    Recordset rows;
-    if (db.iOpenRecSet(rows, rowsSql(branch, orders)) != 0)
-        return -1;
+/// The rows that are asked for and still stand as the newest of their kind.
+std::vector<LetterRow> newestRows(const FieldRows<L> &rows, std::span<const LetterOrder> orders) {
     std::vector<LetterRow> all;
-    for (int row = 0; row < rows.rowCount(); ++row)
-        all.push_back(readRow(rows, row));
     QMultiHash<qint32, size_t> places; // by patient
-    for (size_t i = 0; i < all.size(); ++i)
-        places.insert(all[i].key.patient.nIDNo, i);
+    for (int row = 0; row < rows.count(); ++row) {
+        all.push_back(readRow(rows, row));
+        places.insert(all.back().key.patient.nIDNo, all.size() - 1);
+    }
+    std::vector<LetterRow> found;
     for (size_t order = 0; order < orders.size(); ++order) {
         const auto [first, end] = places.equal_range(orders[order].row.patient.nIDNo);
         const auto place =
@@ -208,18 +207,20 @@ short readRows(cT_ADODB &db, const Branch &branch, std::span<const LetterOrder> 
         found.push_back(all[*place]);
         found.back().order = order;
     }
-    return 0;
+    return found;
 }
 
 } // namespace
 
-short readLetterSource(cT_ADODB &db, const Branch &branch, std::span<const LetterOrder> orders,
-                       LetterSource &source) {
-    source = {};
-    Recordset company;
-    if (db.iConnect() != 0 || readRows(db, branch, orders, source.rows) != 0 ||
+Result<LetterSource> readLetterSource(cT_ADODB &db, const Branch &branch,
+                                      std::span<const LetterOrder> orders) {
+    const ErrorsSince errors(db);
+    Recordset rows, company;
+    if (db.iConnect() != 0 || db.iOpenRecSet(rows, rowsSql(branch, orders)) != 0 ||
         db.iOpenRecSet(company, companySql(branch)) != 0)
-        return -1;
+        return Failure{errors.text()};
+    LetterSource source;
+    source.rows = newestRows(FieldRows<L>(std::move(rows)), orders);
     source.hasCompany = company.rowCount() > 0;
     if (source.hasCompany)
         source.company = {joinedLines(company.text(0, 0), company.text(0, 1)),
@@ -230,19 +231,25 @@ short readLetterSource(cT_ADODB &db, const Branch &branch, std::span<const Lette
         codes.append(row.doctor);
     for (const LetterOrder &order : orders)
         codes.append(order.doctor);
-    return readLetterDoctors(db, codes, source.doctors);
+    Result<LetterDoctors> doctors = readLetterDoctors(db, codes);
+    if (!doctors)
+        return Failure{doctors.reason()};
+    source.doctors = std::move(*doctors);
+    return source;
 }
 
-short readLetterDoctors(cT_ADODB &db, QStringList codes, LetterDoctors &doctors) {
+Result<LetterDoctors> readLetterDoctors(cT_ADODB &db, QStringList codes) {
+    const ErrorsSince errors(db);
+    LetterDoctors doctors;
     codes.removeAll(QString());
     if (codes.isEmpty())
-        return 0;
+        return doctors;
     for (QString &code : codes)
         code = sqlText(code);
     Recordset rows;
     if (db.iConnect() != 0 || db.iOpenRecSet(rows, doctorsSql(codes)) != 0)
-        return -1;
+        return Failure{errors.text()};
     for (int row = 0; row < rows.rowCount(); ++row)
         doctors.insert(rows.text(row, 0), readDoctor(rows, row));
-    return 0;
+    return doctors;
 }

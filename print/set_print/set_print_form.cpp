@@ -141,11 +141,11 @@ SetPrintChoice frmSetInsatsuDoui::choice() const {
 }
 
 std::vector<LetterOrder> frmSetInsatsuDoui::orders(const SetPrintChoice &choice) const {
-    if (choice.needsOrders())
+    if (choice.requestLetters)
         return m_caller.orders();
     std::vector<LetterOrder> orders;
     for (const ConsentRowKey &row : m_rows)
-        orders.push_back({.row = row});
+        orders.push_back({.row = row, .who = QString::number(row.patient.nIDNo)});
     return orders;
 }
 

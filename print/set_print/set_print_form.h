@@ -21,8 +21,8 @@ enum class SetPrintStart {
 /// What set printing asks of the list that opens it.
 struct SetPrintCaller {
     LetterOptions letter; ///< how request letters are written
-    /// Whom the rows' letters and envelopes go to, asked when such documents are wanted; nothing where that
-    /// cannot be told, which has been said.
+    /// The rows' letters, asked for when letters are wanted; nothing where they cannot be told, which has
+    /// been said.
     std::function<std::vector<LetterOrder>()> orders;
     MarkLetters mark;
 };

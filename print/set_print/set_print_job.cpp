@@ -24,7 +24,7 @@ Result<> SetPrintJob::gather(const std::vector<LetterOrder> &rows, const SetPrin
                              const QDate &today) {
     m_rows = rows;
     m_choice = choice;
-    if (choice.needsOrders()) {
+    if (choice.needsAddressees()) {
         if (const Result<> read = m_letters.read(rows, choice.letter); !read)
             return read;
         for (const LetterRow &row : m_letters.source().rows)

@@ -17,8 +17,8 @@ struct SetPrintChoice {
     LetterOptions letter;
 
     bool any() const { return consentForms || requestLetters || envelopes; }
-    /// Whether more has to be known of the rows than whose they are.
-    bool needsOrders() const { return requestLetters || envelopes; }
+    /// Whether it matters whom the rows are sent to.
+    bool needsAddressees() const { return requestLetters || envelopes; }
 };
 
 /// Documents of many rows in one job, arranged so that what goes into one envelope comes out together: for
@@ -30,7 +30,7 @@ public:
         : m_environment(environment), m_db(db), m_letters(environment, db) {}
 
     /// Reads what the documents say.
-    /// @param rows the key of each; with letters or envelopes the whole order
+    /// @param rows of each the key and for whose it is; with letters the whole order
     Result<> gather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice, const QDate &today);
 
     /// Why nothing may be printed, and what the user has to agree to before.

@@ -189,6 +189,36 @@ TEST_F(SetPrint, WhatLeftIsMarkedAndWhatDidNotIsNamed) {
     EXPECT_TRUE(summary.contains(u"\r\n250 多"_s));
 }
 
+TEST_F(SetPrint, PrintsNoRowThatANewerOneFollows) {
+    practice.database.run(
+        u"INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
+        " nHenkeiDouiDate, iNewestFlg, cIsiCd, cByoumeiM) VALUES (1, 1, 1, 20260901, 0, 0, 1, '12',"
+        " '後の印')"_s);
+    orders = {order(1, 20250507), order(1, 20260501), order(1, 20260901)};
+    open();
+    choose({u"chkDouisyo"_s, u"chkIrai"_s, u"chkFutou"_s});
+    print({Answer::Ok, Answer::Yes, Answer::Ok});
+    EXPECT_EQ(documents(u"傷病名"_s),
+              (QStringList{u"封筒印刷.wfd:"_s, u"依頼.wfd:後の印"_s, u"M再.wfd:後の印"_s}))
+        << "of two that are marked newest the later one";
+    EXPECT_EQ(letterMarks(), QStringList{u"1"_s});
+    const QString question = said().value(1);
+    EXPECT_TRUE(question.contains(u"最新の同意でない"_s)) << question.toStdString();
+    EXPECT_FALSE(question.contains(u"端末"_s)) << "no colleague is blamed for the history";
+}
+
+TEST_F(SetPrint, NamesEnvelopesThatLackAnAddress) {
+    practice.database.run(u"UPDATE SISETSU SET cAddress1 = NULL, cAddress2 = NULL;"
+                          "UPDATE RIYOUSHA_DOUI_REC SET cIsiCd = NULL WHERE nIDNo = 3"_s);
+    open();
+    choose({u"chkFutou"_s});
+    print({Answer::No});
+    const QString question = said().value(0);
+    EXPECT_TRUE(question.contains(u"住所がないまま封筒を印刷するあて先：\r\n緑病院\r\n"_s))
+        << question.toStdString();
+    EXPECT_TRUE(question.contains(u"封筒を印刷しない利用者：\r\n3 口頭　太郎"_s)) << question.toStdString();
+}
+
 TEST_F(SetPrint, RefusesWhatTheRequestScreenRefuses) {
     open();
     choose({u"chkIrai"_s});
@@ -260,7 +290,9 @@ TEST_F(SetPrint, SaysWhyNothingIsPrinted) {
     EXPECT_EQ(without.sErrMsg(), u"iControlInitでエラー:nippou.iniが見つかりません。"_s);
 }
 
-TEST_F(SetPrint, IsOpenedFromTheListForItsTickedRows) {
+TEST_F(SetPrint, PrintsAndMarksTheTickedRowsOfTheList) {
+    practice.addFile(practice.system(u"同意依頼書_CARE02_マ継続.wfd"_s));
+    practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo <> 2"_s);
     frm同意書管理 list(practice.environment);
     ASSERT_EQ(list.iInit(practice.database.db, 0), 0) << list.sErrMsg().toStdString();
     showActive(list);
@@ -269,14 +301,19 @@ TEST_F(SetPrint, IsOpenedFromTheListForItsTickedRows) {
     button->click();
     EXPECT_EQ(said(), QStringList{u"印刷する利用者を指定してください。"_s});
     QTest::keyClick(&list, Qt::Key_F7);
-    QString shown;
     QTimer::singleShot(0, &list, [&] {
         QWidget *screen = QApplication::activeModalWidget();
-        shown = screen->objectName();
+        for (const QString &box : {u"chkDouisyo"_s, u"chkIrai"_s})
+            screen->findChild<QCheckBox *>(box)->setChecked(true);
+        practice.messages.answers = {Answer::Ok, Answer::Yes, Answer::Ok};
+        screen->findChild<QPushButton *>(u"cmdPrint"_s)->click();
         screen->close();
     });
     button->click();
-    EXPECT_EQ(shown, u"frmSetInsatsuDoui"_s) << said().join(u'|').toStdString();
+    EXPECT_EQ(documents(u"再同意フラグ"_s),
+              (QStringList{u"同意依頼書_CARE02_マ継続.wfd:"_s, u"H再_B5.wfd:1"_s}))
+        << said().join(u"|"_s).toStdString();
+    EXPECT_EQ(practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s), u"1"_s);
 }
 
 } // namespace

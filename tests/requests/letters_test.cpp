@@ -25,7 +25,12 @@ protected:
     }
     // The letters' records by column.
     QList<QHash<QString, QString>> records() {
-        EXPECT_EQ(readLetterSource(database.db, environment.branch, orders, source), 0);
+        Result<LetterSource> read = readLetterSource(database.db, environment.branch, orders);
+        if (!read) {
+            ADD_FAILURE() << read.reason().toStdString();
+            return {};
+        }
+        source = std::move(*read);
         QList<QHash<QString, QString>> result;
         for (const Letter &letter : arrangeLetters(orders, source, options.grouped)) {
             const auto record = letterRecord(letter, orders, source, options);
