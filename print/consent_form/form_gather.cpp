@@ -170,17 +170,19 @@ private:
         }
     }
 
-    /// The patient's correction, when its row is asked for too, of the same doctor at the same place.
+    /// The patient's correction, when its row is asked for too, of the same doctor at the same place
+    /// and by the same procedure.
     Wanted *correctionBeside(const Wanted &wanted) {
         const auto found = m_corrections.constFind(m_rows.patient(wanted.record).nIDNo);
         if (found == m_corrections.cend())
             return nullptr;
         Wanted &correction = m_wanted[*found];
-        return correction.done || !isSameDoctor(correction.record, wanted.record) ? nullptr : &correction;
+        return correction.done || !isAskedTogether(correction.record, wanted.record) ? nullptr : &correction;
     }
 
-    bool isSameDoctor(int record, int other) const {
-        return m_rows.text(record, F::Doctor) == m_rows.text(other, F::Doctor) &&
+    bool isAskedTogether(int record, int other) const {
+        return m_rows.flag(record, F::Oral) == m_rows.flag(other, F::Oral) &&
+               m_rows.text(record, F::Doctor) == m_rows.text(other, F::Doctor) &&
                addresseeOf(m_rows.doctor(record)) == addresseeOf(m_rows.doctor(other));
     }
 

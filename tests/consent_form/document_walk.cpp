@@ -418,7 +418,8 @@ void Walk::sets() {
             ++forms[size_t(row - m_rows.data())];
             const auto beside = std::ranges::find_if(printed, [&](size_t other) {
                 return m_rows[other].patient == row->patient && m_rows[other].correction != row->correction &&
-                       addressee(m_rows[other]) == addressee(*row) && m_rows[other].doctor == row->doctor;
+                       addressee(m_rows[other]) == addressee(*row) && m_rows[other].doctor == row->doctor &&
+                       m_rows[other].oral == row->oral;
             });
             const bool continued =
                 choice.requestLetters && (row->continues || (!row->correction && beside != printed.end() &&
@@ -448,7 +449,8 @@ void Walk::sets() {
         const bool shared = mayHave && row.correction && std::ranges::any_of(forms, [&](const auto &form) {
                                 const Row &massage = m_rows[form.first];
                                 return !massage.correction && massage.patient == row.patient &&
-                                       massage.doctor == row.doctor && addressee(massage) == addressee(row);
+                                       massage.doctor == row.doctor && massage.oral == row.oral &&
+                                       addressee(massage) == addressee(row);
                             });
         EXPECT_EQ(forms.contains(at), mayHave && !shared) << row.diagnosis().toStdString();
         if (!mayHave) {

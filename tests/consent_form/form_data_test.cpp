@@ -341,7 +341,7 @@ TEST(ConsentFormRows, EachRowHasItsOwnForm) {
         u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = 1 where nIDNo = 1 and iHenkeiFlg = 0"_s);
     EXPECT_EQ(formsOf(practice, both), u"0:20261101 M再.wfd | 1:20260701 M再.wfd | -2 髙橋　花子 0"_s);
     practice.database.run(u"update RIYOUSHA_DOUI_REC set iDouiShubetsu = iHenkeiFlg where nIDNo = 1"_s);
-    EXPECT_EQ(formsOf(practice, {both[0]}), u"-0 髙橋　花子 0"_s);
+    EXPECT_EQ(formsOf(practice, both), u"1:20260701 M再.wfd | 2:20260501 M初回.wfd | -0 髙橋　花子 0"_s);
 
     // A doctor whom no list has is another one where the consent says so.
     practice.database.run(
