@@ -81,10 +81,10 @@ public:
           m_sender(masters.sender(options.company)) {}
 
     GatheredForms gather() {
-        if (m_options.rows.empty())
-            wantPatients();
+        if (m_options.rows)
+            wantRows(*m_options.rows);
         else
-            wantRows();
+            wantPatients();
         // Massage first: its form serves the correction as well.
         for (const bool correction : {false, true})
             for (Wanted &wanted : m_wanted)
@@ -107,7 +107,7 @@ private:
         }
     }
 
-    void wantRows() {
+    void wantRows(const std::vector<ConsentFormRow> &rows) {
         std::map<Key, int> records;
         QHash<qint32, int> patients;
         for (int record = 0; record < m_rows.count(); ++record) {
@@ -115,11 +115,11 @@ private:
             patients.insert(m_rows.patient(record).nIDNo, record);
         }
         std::map<Key, size_t> wanted;
-        for (size_t row = 0; row < m_options.rows.size(); ++row) {
-            const auto &[key, style] = m_options.rows[row];
+        for (size_t row = 0; row < rows.size(); ++row) {
+            const auto &[key, style] = rows[row];
             const auto record = records.find(keyOf(key));
             if (record == records.end() || key.patient.branch() != m_options.branch) {
-                leaveOutFollowed(row, patients.value(key.patient.nIDNo, -1));
+                leaveOutFollowed(row, key.patient, patients.value(key.patient.nIDNo, -1));
                 continue;
             }
             const auto [place, isNew] = wanted.try_emplace(record->first, m_wanted.size());
@@ -138,9 +138,9 @@ private:
         return {row.patient.nIDNo, row.nDate, row.iHenkeiFlg, row.nHenkeiDouiDate};
     }
 
-    void leaveOutFollowed(size_t row, int anyRecord) {
+    void leaveOutFollowed(size_t row, const PatientKey &patient, int anyRecord) {
         LeftOutPatient out;
-        out.patient = m_options.rows[row].key.patient;
+        out.patient = patient;
         out.why = LeftOutPatient::Why::Followed;
         out.row = row;
         if (anyRecord >= 0) {
@@ -215,7 +215,7 @@ private:
     }
 
     void putInOrder() {
-        if (!m_options.rows.empty()) {
+        if (m_options.rows) {
             std::ranges::sort(m_gathered.forms, {}, [](const auto &form) { return form.rows.front(); });
             std::ranges::sort(m_gathered.leftOut, {}, [](const auto &out) { return *out.row; });
         } else if (m_options.order == FormOrder::AsChosen) {
@@ -242,6 +242,8 @@ private:
 
 Result<GatheredForms> gatherConsentForms(cT_ADODB &db, const ConsentFormOptions &options,
                                          const QDate &today) {
+    if (options.rows && options.rows->empty())
+        return GatheredForms();
     const ErrorsSince before(db);
     Recordset rows;
     if (db.iConnect() != 0 || db.iOpenRecSet(rows, consentFormSql(options)) != 0)

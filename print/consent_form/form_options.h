@@ -41,12 +41,12 @@ struct ConsentFormOptions {
     FormMaster master = FormMaster::Branch;
 
     /// @name Whose forms
-    /// With rows given the forms of exactly these, which have to be newest rows of the branch; with patient
-    /// numbers given exactly these patients by their newest massage consent, whatever their outcome;
-    /// otherwise all of the branch under treatment (outcome not 1, 3 or 15, no expiry day) who match. 0,
-    /// empty and invalid do not limit.
+    /// With rows given the forms of exactly these (of none where they are empty), which have to be newest
+    /// rows of the branch; with patient numbers given exactly these patients by their newest massage consent,
+    /// whatever their outcome; otherwise all of the branch under treatment (outcome not 1, 3 or 15, no expiry
+    /// day) who match. 0, empty and invalid do not limit.
     ///@{
-    std::vector<ConsentFormRow> rows{};
+    std::optional<std::vector<ConsentFormRow>> rows{};
     std::vector<qint32> patients{};
     TreatmentKind kind = TreatmentKind::All;
     qint32 staff = 0;      ///< responsible staff (RIYOUSHA.nTantou)

@@ -175,7 +175,7 @@ QString joins(const ConsentFormOptions &options) {
     const FormMaster master = options.master;
     return u" FROM RIYOUSHA LEFT JOIN RIYOUSHA_SUB ON "_s + sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") +
            u" LEFT JOIN RIYOUSHA_DOUI_REC ON "_s + sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
-           newest(!options.rows.empty()) +
+           newest(options.rows.has_value()) +
            u" LEFT JOIN DOCTOR ON DOCTOR.cIDno = CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL"
            " THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10)) ELSE RIYOUSHA_DOUI_REC.cIsiCd END"
            " LEFT JOIN SISETSU AS HOSPITAL ON HOSPITAL.nIDNo = DOCTOR.iSisetsuCode"
@@ -189,10 +189,10 @@ QString joins(const ConsentFormOptions &options) {
 
 /// The patients asked for, each once.
 std::set<qint32> numbers(const ConsentFormOptions &options) {
-    if (options.rows.empty())
+    if (!options.rows)
         return {options.patients.begin(), options.patients.end()};
     std::set<qint32> patients;
-    for (const ConsentFormRow &row : options.rows)
+    for (const ConsentFormRow &row : *options.rows)
         patients.insert(row.key.patient.nIDNo);
     return patients;
 }
@@ -213,7 +213,7 @@ QString matching(const ConsentFormOptions &options) {
 
 QString where(const ConsentFormOptions &options) {
     QString sql = u" WHERE "_s + sqlWhere(options.branch, u"RIYOUSHA");
-    const TreatmentKind kind = options.rows.empty() ? options.kind : TreatmentKind::All;
+    const TreatmentKind kind = options.rows ? TreatmentKind::All : options.kind;
     if (kind == TreatmentKind::Massage)
         sql += u" AND (RIYOUSHA.iSejutsuKubun = 0 OR RIYOUSHA.iSejutsuKubun IS NULL)"_s;
     if (kind == TreatmentKind::Acupuncture)

@@ -42,9 +42,10 @@ Result<> SetPrintJob::gather(const std::vector<LetterOrder> &rows, const SetPrin
 }
 
 Result<> SetPrintJob::gatherForms(const QDate &today) {
+    std::vector<ConsentFormRow> &rows = m_choice.form.rows.emplace();
     for (const LetterOrder &row : m_rows) {
         const bool again = m_choice.requestLetters && row.continues;
-        m_choice.form.rows.push_back({row.row, again ? FormStyle::Again : m_choice.form.style});
+        rows.push_back({row.row, again ? FormStyle::Again : m_choice.form.style});
     }
     m_choice.form.master = FormMaster::Practice;
     Result<GatheredForms> forms = gatherConsentForms(m_db, m_choice.form, today);

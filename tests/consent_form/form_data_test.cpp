@@ -318,7 +318,7 @@ TEST(ConsentFormRows, EachRowHasItsOwnForm) {
         u"0:20261020 H初回.wfd | 1:20260501 M初回.wfd | 2:20261101 M再.wfd"_s)
         << "two doctors, two forms, each as its letter says";
     const GatheredForms alone =
-        practice.gather({.rows = {correction(1, 20261101)}, .kind = TreatmentKind::Acupuncture});
+        practice.gather({.rows = std::vector{correction(1, 20261101)}, .kind = TreatmentKind::Acupuncture});
     ASSERT_EQ(alone.forms.size(), 1u);
     expectValues(alone.forms[0], {{u"保険医氏名"_s, u"\"筆　太\""_s},
                                   {u"傷病名"_s, u"\"変形\""_s},
@@ -355,7 +355,7 @@ TEST(ConsentFormRows, FormsOfARowLieInFilesOfTheirOwn) {
     QStringList names, touched;
     PrintFiles files(practice.environment);
     for (const ConsentForm &form :
-         practice.gather({.rows = {massage(1, 20260501), correction(1, 20261101)}}).forms)
+         practice.gather({.rows = std::vector{massage(1, 20260501), correction(1, 20261101)}}).forms)
         names += QFileInfo(*writeConsentFormData(form, files, touched)).fileName();
     EXPECT_EQ(names, (QStringList{u"1_同意書データ.csv"_s, u"1_変形_同意書データ.csv"_s}));
     EXPECT_EQ(readCode(practice.work(u"1_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
@@ -364,6 +364,7 @@ TEST(ConsentFormRows, FormsOfARowLieInFilesOfTheirOwn) {
 
 TEST(ConsentFormRows, RowsThatOthersFollowedAreNamed) {
     Practice practice;
+    EXPECT_EQ(formsOf(practice, {}), u""_s) << "no row is not every patient";
     EXPECT_EQ(formsOf(practice, {massage(1, 20250507), massage(1, 20260501), massage(2, 20200101),
                                  massage(99, 20260501)}),
               u"1:20260501 M再.wfd | -0 髙橋　花子 2 | -2 佐藤　一 2 | -3  2"_s);
