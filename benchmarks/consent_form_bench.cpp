@@ -108,7 +108,7 @@ void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDat
     const QByteArray sql = embeddedDialect(consentFormSql(thousand()).toUtf8());
     const QTemporaryDir bareFolder;
     double gathering = 0;
-    const Clock clock;
+    Clock clock;
     NoMessages messages;
     SystemProcesses processes;
     const Environment environment{folders, clock, messages, processes, {1, 1}};
