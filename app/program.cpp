@@ -5,6 +5,7 @@
 #include "app/base/folders.h"
 #include "app/base/processes.h"
 #include "app/screens.h"
+#include "print/engine/work_folder.h"
 
 #include <QApplication>
 #include <QDir>
@@ -20,5 +21,8 @@ int runProgram(Messages &messages) {
     Environment environment{folders, clock, messages, processes, {}};
     QtTextInput input;
     QtScreens screens(environment);
-    return Launch(environment, input, screens).run(QCoreApplication::arguments().mid(1).join(u' '));
+    clearWorkFolder(environment);
+    const int code = Launch(environment, input, screens).run(QCoreApplication::arguments().mid(1).join(u' '));
+    clearWorkFolder(environment);
+    return code;
 }

@@ -5,16 +5,19 @@
 #include <QCoreApplication>
 #include <QDeadlineTimer>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 
 #ifdef Q_OS_UNIX
+#include <cerrno>
 #include <csignal>
 #include <fcntl.h>
 #include <unistd.h>
 #endif
 #ifdef Q_OS_LINUX
 #include <linux/close_range.h>
+#include <sys/prctl.h>
 #endif
 
 using namespace Qt::Literals::StringLiterals;
@@ -78,12 +81,31 @@ QString SystemProcesses::find(const QString &name, const QString &folder) const 
     return {};
 }
 
-bool SystemProcesses::start(const QString &program, const QStringList &arguments, const QString &folder) {
+bool SystemProcesses::start(const QString &program, const QStringList &arguments, const QString &folder,
+                            qint64 *id) {
     if (!QFileInfo(program).isExecutable())
         return false;
     QProcess process;
     prepare(process, program, arguments, folder);
-    return process.startDetached();
+    return process.startDetached(id);
+}
+
+bool SystemProcesses::runs(qint64 id) const {
+    if (id <= 0)
+        return false;
+#ifdef Q_OS_LINUX
+    // What has ended and waits to be taken off the list does nothing any more.
+    QFile state(u"/proc/%1/stat"_s.arg(id));
+    if (state.open(QIODevice::ReadOnly)) {
+        const QByteArray text = state.readAll();
+        return text.mid(text.lastIndexOf(')') + 2, 1) != "Z";
+    }
+#endif
+#ifdef Q_OS_UNIX
+    return ::kill(pid_t(id), 0) == 0 || errno == EPERM;
+#else
+    return true;
+#endif
 }
 
 ProcessEnd SystemProcesses::run(const QString &program, const QStringList &arguments, const QString &folder,
@@ -93,8 +115,14 @@ ProcessEnd SystemProcesses::run(const QString &program, const QStringList &argum
     prepare(process, program, arguments, folder);
     process.setProcessChannelMode(QProcess::ForwardedChannels);
 #ifdef Q_OS_UNIX
-    // A group of its own, by which it can be killed with its children.
-    process.setChildProcessModifier([] { setpgid(0, 0); });
+    // A group of its own, by which it can be killed with its children. When this program is killed, nobody
+    // waits for what it would write into files that others have by then.
+    process.setChildProcessModifier([] {
+        setpgid(0, 0);
+#ifdef Q_OS_LINUX
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
+#endif
+    });
 #endif
     process.start();
     while (!process.waitForFinished(int(betweenLooks.count()))) {

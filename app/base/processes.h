@@ -33,8 +33,13 @@ public:
     /// Starts a program and does not wait for it.
     /// @param program full path of the executable
     /// @param folder the new process's current directory
+    /// @param id takes the number by which runs() knows it
     /// @return false when there is no such program or it cannot be started
-    virtual bool start(const QString &program, const QStringList &arguments, const QString &folder) = 0;
+    virtual bool start(const QString &program, const QStringList &arguments, const QString &folder,
+                       qint64 *id = nullptr) = 0;
+
+    /// Whether a program with that number runs on this PC.
+    virtual bool runs(qint64 id) const = 0;
 
     /// Starts a program and waits for its end, at most `timeOut`; then it is killed with all that it started.
     /// @param goOn called many times a second, so that windows can be painted; false kills the program. May
@@ -47,7 +52,9 @@ public:
 class SystemProcesses : public Processes {
 public:
     QString find(const QString &name, const QString &folder) const override;
-    bool start(const QString &program, const QStringList &arguments, const QString &folder) override;
+    bool start(const QString &program, const QStringList &arguments, const QString &folder,
+               qint64 *id = nullptr) override;
+    bool runs(qint64 id) const override;
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;
 };

@@ -1,21 +1,20 @@
 #include "print/batch/batch_documents.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 
 using namespace Qt::Literals::StringLiterals;
 
-void BatchDocuments::removeEarlier() {
-    const QDateTime youngest = QDateTime::currentDateTime().addSecs(-mayBeReadSeconds);
-    const QFileInfoList documents =
-        QDir(m_folder).entryInfoList({u"Output????.wfd"_s}, QDir::Files, QDir::Name);
-    for (const QFileInfo &document : documents)
-        if (document.lastModified() >= youngest || !QFile::remove(document.filePath()))
-            m_number = qMax(m_number, document.baseName().last(4).toInt());
-}
-
-QString BatchDocuments::next() {
-    return u"%1Output%2.wfd"_s.arg(m_folder).arg(++m_number, 4, 10, QChar(u'0'));
+Result<QString> BatchDocuments::next() {
+    if (m_number == 0)
+        for (const QString &name : QDir(m_folder).entryList({u"Output????.wfd"_s}, QDir::Files))
+            m_number = qMax(m_number, name.mid(6, 4).toInt());
+    for (;;) {
+        QFile file(u"%1Output%2.wfd"_s.arg(m_folder).arg(++m_number, 4, 10, QChar(u'0')));
+        if (file.open(QIODevice::WriteOnly | QIODevice::NewOnly, QFile::ReadOwner | QFile::WriteOwner))
+            return file.fileName();
+        if (!file.exists())
+            return Failure{u"「%1」に書き込めません。\r\n"_s.arg(QDir::toNativeSeparators(file.fileName())) +
+                           file.errorString()};
+    }
 }

@@ -5,6 +5,8 @@
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
 #include "print/engine/image_builder.h"
+#include "print/engine/viewer_job.h"
+#include "print/engine/work_folder.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -12,6 +14,7 @@
 #include <QHash>
 #include <algorithm>
 #include <deque>
+#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 using State = BatchChunk::State;
@@ -21,11 +24,17 @@ namespace {
 /// Between two looks at the builder.
 constexpr qint64 sliceMs = 20;
 
-/// The viewer's command file. Nothing tells when a viewer that was started has read its own, so that every
-/// chunk after the first has one with its number.
-QString viewerCommands(const BatchChunk &chunk) {
-    const QString number = chunk.number == 1 ? QString() : u"%1"_s.arg(chunk.number, 4, 10, QChar(u'0'));
-    return u"cmdSetPrint%1.dat"_s.arg(number);
+/// The viewer's command file. Chunks after the first have one with their number and the run's name, so that
+/// none waits for a viewer that gives no sign of having read its own.
+QString viewerCommands(const BatchChunk &chunk, const QString &run) {
+    return chunk.number == 1 ? u"cmdSetPrint.dat"_s
+                             : u"cmdSetPrint%1-%2.dat"_s.arg(chunk.number, 4, 10, QChar(u'0')).arg(run);
+}
+
+/// How long a chunk waits for the viewer of the one before. A viewer's window tells little of the order in
+/// which paper comes.
+std::chrono::seconds orderLimit(const BatchOrder &order) {
+    return order.preview ? std::chrono::seconds(2) : ViewerJob::readingLimit;
 }
 
 /// Whether an error text names a file; 1_x.csv is not named by 11_x.csv.
@@ -69,7 +78,7 @@ public:
     }
 
     BatchResult print() {
-        m_documents.removeEarlier();
+        clearWorkFolder(m_environment);
         while (m_position < m_result.asked && !m_over) {
             if (!goOn()) {
                 m_result.cancelled = true;
@@ -92,21 +101,23 @@ private:
     void printChunk() {
         BatchChunk chunk;
         chunk.number = int(m_result.chunks.size()) + 1;
-        chunk.state = writeCommands(chunk);
+        CommandFile commands;
+        chunk.state = gather(chunk, commands);
         if (chunk.state == State::Done && chunk.reports == 0)
             return; // every layout was missing
         if (chunk.state == State::Done)
-            chunk.state = build(chunk);
+            chunk.state = build(chunk, commands);
+        if (m_result.cancelled)
+            return;
         if (chunk.state == State::Done || chunk.state == State::SomeFailed)
             hand(chunk);
         m_over = chunk.endsBatch();
         m_result.chunks.push_back(std::move(chunk));
     }
 
-    State writeCommands(BatchChunk &chunk) {
-        QFile::remove(m_work + m_order.commandFile);
+    /// Takes the reports of the chunk into its commands.
+    State gather(BatchChunk &chunk, CommandFile &commands) {
         m_inChunk.clear();
-        CommandFile commands;
         while (m_position < m_result.asked && chunk.reports < BatchPrint::reportsInChunk) {
             if (m_ready.empty() && !prepare()) {
                 chunk.reason = m_fault;
@@ -118,9 +129,6 @@ private:
                 addBlock(commands, report, chunk);
             ++m_position;
         }
-        if (chunk.reports > 0 &&
-            !commands.write(m_work + m_order.commandFile, &chunk.reason, writeFileInPlace))
-            return State::NotWritten;
         return State::Done;
     }
 
@@ -139,8 +147,10 @@ private:
         return true;
     }
 
-    /// The builder leaves time to write what the next chunk needs.
-    void prepareNextChunk() {
+    /// Builder and viewer leave time to write what the next chunk needs.
+    void useTheWait() {
+        if (!goOn())
+            return;
         QElapsedTimer slice;
         slice.start();
         while (int(m_ready.size()) < BatchPrint::reportsInChunk && !slice.hasExpired(sliceMs))
@@ -173,18 +183,40 @@ private:
         commands.add(u"SetReport,"_s + commands.path(report.layout));
     }
 
-    /// The document counts even where reports were left out of it.
-    State build(BatchChunk &chunk) {
-        chunk.document = m_documents.next();
-        const BuilderEnd end = runImageBuilder(m_environment, chunk.document, m_work + m_order.commandFile,
-                                               m_order.builderTimeout, [this] {
-                                                   if (goOn())
-                                                       prepareNextChunk();
-                                                   return true;
-                                               });
+    /// From the commands, whose name is given, to the builder's end no other program may use the folder. The
+    /// document counts even where reports were left out of it.
+    State build(BatchChunk &chunk, const CommandFile &commands) {
+        const Result<WorkFolderLock> lock = WorkFolderLock::take(m_environment, [this] { return goOn(); });
+        if (!lock) {
+            m_over = m_result.cancelled = !m_wanted;
+            chunk.reason = lock.reason();
+            return State::FolderBusy;
+        }
+        const QString file = m_work + m_order.commandFile;
+        QFile::remove(file);
+        const Result<> written = commands.write(file, writeFileInPlace);
+        const Result<QString> document = written ? m_documents.next() : Failure{written.reason()};
+        if (!document) {
+            chunk.reason = document.reason();
+            return State::NotWritten;
+        }
+        chunk.document = *document;
+        m_building.emplace(m_environment, chunk.document);
+        m_building->addTemporary(chunk.document);
+        if (const Result<> announced = m_building->announce(); !announced) {
+            chunk.reason = announced.reason();
+            return State::NotWritten;
+        }
+        const BuilderEnd end =
+            runImageBuilder(m_environment, chunk.document, file, m_order.builderTimeout, [this] {
+                useTheWait();
+                return true;
+            });
         chunk.reason = end.reason;
         if (end.kind == BuilderEnd::SomeLeftOut)
             leaveOut(chunk);
+        else if (end.kind != BuilderEnd::Built)
+            m_building->drop();
         return stateOf(end.kind);
     }
 
@@ -200,21 +232,36 @@ private:
     }
 
     void hand(BatchChunk &chunk) {
-        const QString path = m_work + viewerCommands(chunk);
-        QFile::remove(path); // a viewer of an earlier batch may still hold it
+        const QString path = m_work + viewerCommands(chunk, m_files.run());
         CommandFile commands;
         commands.add(u"FileName,"_s + commands.path(chunk.document));
         commands.add(u"Title,"_s + CommandFile::text(u"セット印刷"_s));
         commands.add(m_order.paper == BatchPaper::Custom ? u"PrintPaper, #256"_s : u"PrintPaper, A4"_s);
         commands.add(m_order.preview ? u"ShowWindow,2"_s : u"PrintOut"_s);
-        if (!commands.write(path, &chunk.reason, writeFileInPlace)) {
-            chunk.state = State::NotWritten;
-        } else if (!startEngineProgram(m_environment, EngineProgram::Viewer, {u"/c"_s, path},
-                                       &chunk.reason)) {
-            chunk.state = State::ViewerMissing;
-        } else {
+        ViewerJob job(m_environment, path);
+        job.addTemporary(chunk.document);
+        if (chunk.number > 1)
+            job.addTemporary(path);
+        // Each viewer is a process of its own: the next one's paper would come first.
+        if (m_handed)
+            m_handed->waitUntilTaken(orderLimit(m_order), [this] { useTheWait(); });
+        const Result<WorkFolderLock> lock = WorkFolderLock::take(m_environment, [this] {
+            useTheWait();
+            return true;
+        });
+        job.waitUntilTaken(ViewerJob::readingLimit, [this] { useTheWait(); });
+        const Result<> handed =
+            lock ? job.hand(commands, EngineProgram::Viewer, {u"/c"_s, path}, nullptr, writeFileInPlace)
+                 : Failure{lock.reason()};
+        if (handed) {
+            m_building->keepFiles();
+            m_handed.emplace(job);
             for (const Report &report : m_inChunk)
                 m_result.handed.push_back(report.position);
+        } else {
+            m_building->drop();
+            chunk.reason = handed.reason();
+            chunk.state = lock ? State::ViewerMissing : State::FolderBusy;
         }
     }
 
@@ -235,7 +282,10 @@ private:
     std::deque<BatchReport> m_ready; ///< their data are written; of the next chunk
     QString m_fault;                 ///< why no further data could be written
     std::vector<Report> m_inChunk;
-    QHash<QString, bool> m_layouts; ///< a few serve all reports
+    std::optional<ViewerJob>
+        m_building; ///< not a viewer's yet, but the document goes if this program is killed
+    std::optional<ViewerJob> m_handed; ///< of the chunk before
+    QHash<QString, bool> m_layouts;    ///< a few serve all reports
     int m_position = 0;
     int m_done = 0; ///< in finished chunks
     int m_title = 0;

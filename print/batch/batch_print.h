@@ -51,6 +51,7 @@ struct BatchChunk {
         BuilderHung,
         ViewerMissing, ///< the document is built, but nothing shows or prints it
         NotWritten,    ///< the work folder takes no files
+        FolderBusy,    ///< another PC printed all the time
     };
     int number = 0; ///< from 1
     int reports = 0;
@@ -62,7 +63,8 @@ struct BatchChunk {
 
     /// Whether no later chunk is tried.
     bool endsBatch() const {
-        return state == State::BuilderMissing || state == State::ViewerMissing || state == State::NotWritten;
+        return state == State::BuilderMissing || state == State::ViewerMissing ||
+               state == State::NotWritten || state == State::FolderBusy;
     }
 };
 

@@ -22,6 +22,8 @@ QString stateText(BatchChunk::State state) {
         return u"帳票を表示できませんでした。"_s;
     case BatchChunk::State::NotWritten:
         return u"作業フォルダに書き込めませんでした。"_s;
+    case BatchChunk::State::FolderBusy:
+        return u"作業フォルダを使用できませんでした。"_s;
     case BatchChunk::State::Done:
         break;
     }

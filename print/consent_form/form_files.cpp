@@ -1,10 +1,10 @@
 #include "print/consent_form/form_files.h"
 
-#include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/qr_code.h"
 #include "print/documents/lost_texts.h"
+#include "print/engine/wfd_print_exe.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -73,17 +73,14 @@ QStringList lostTexts(const std::vector<ConsentForm> &forms) {
     return textsWithLoss(texts);
 }
 
-Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
+Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine,
                               QStringList &touched) {
-    PrintFiles files(environment);
     DataFile data = emptyData();
     for (const ConsentForm &form : forms)
-        if (const Result<> added = addForm(form, files, data); !added)
+        if (const Result<> added = addForm(form, engine.files(), data); !added)
             return added;
-    QString reason;
-    if (!data.write(Folders::file(environment.folders.temporary(), consentFormDataName() + u".csv"_s),
-                    &reason))
-        return Failure{reason};
+    if (engine.iWriteData(1, consentFormDataName(), data) != 0)
+        return Failure{engine.sErrMsg()};
     touched += data.touched();
     return {};
 }

@@ -6,7 +6,7 @@
 #include <QStringList>
 
 class Folders;
-struct Environment;
+class cls_WfdPrintExe;
 
 /// Names that the layouts bind.
 QString consentFormDataName(); ///< "同意書データ"
@@ -21,9 +21,10 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
 /// The texts of the forms in which a character will print as 〓.
 QStringList lostTexts(const std::vector<ConsentForm> &forms);
 
-/// Writes the QR pictures of single documents and "同意書データ.csv" into the work folder.
+/// Writes the QR pictures and "同意書データ.csv" for a document that the engine shows, and names it in its
+/// first slot.
 /// @param touched gains the texts in which a character that code page 932 lacks was replaced
-Result<> writeConsentFormData(const Environment &environment, const std::vector<ConsentForm> &forms,
+Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine,
                               QStringList &touched);
 
 /// The same for one form of a batch: "<patient number>_同意書データ.csv" or "<patient

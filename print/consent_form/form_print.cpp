@@ -13,11 +13,10 @@ using namespace Qt::Literals::StringLiterals;
 Result<QStringList> printForm(const Environment &environment, const ConsentForm &form, PrintWay way) {
     const QString layout = layoutPath(environment.folders, form);
     QStringList touched;
-    if (const Result<> written = writeConsentFormData(environment, {form}, touched); !written)
-        return Failure{written.reason()};
     cls_WfdPrintExe engine(environment);
     engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
-    engine.iSetDataText(1, consentFormDataName(), consentFormDataName() + u".csv"_s);
+    if (const Result<> written = writeConsentFormData({form}, engine, touched); !written)
+        return Failure{written.reason()};
     const short paper = paperCodeOf(layout);
     const short status = way == PrintWay::Preview ? engine.iPreview(paper) : engine.iPrintDialog(paper);
     if (status != 0)

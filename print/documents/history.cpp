@@ -32,19 +32,13 @@ DataFile historyFile(const HistoryDocument &document) {
 } // namespace
 
 Result<QStringList> printHistory(const Environment &environment, const HistoryDocument &document) {
-    const QString dataName = u"同意履歴データ"_s;
-    const QString dataFile = dataName + u".csv"_s;
     const QString layout = Folders::file(environment.folders.system(), u"利用者別同意履歴.wfd"_s);
     if (!QFileInfo(layout).isFile())
         return Failure{u"帳票ファイル「%1」がありません。"_s.arg(layout)};
     const DataFile file = historyFile(document);
-    QString reason;
-    if (!file.write(Folders::file(environment.folders.temporary(), dataFile), &reason))
-        return Failure{reason};
     cls_WfdPrintExe engine(environment);
     engine.iInit(layout, u"利用者別同意履歴"_s);
-    engine.iSetDataText(1, dataName, dataFile);
-    if (engine.iPreview(paperCodeOf(layout)) != 0)
+    if (engine.iWriteData(1, u"同意履歴データ"_s, file) != 0 || engine.iPreview(paperCodeOf(layout)) != 0)
         return Failure{engine.sErrMsg()};
     return file.touched();
 }

@@ -29,16 +29,10 @@ QString CommandFile::path(const QString &path) {
     return u'"' + path + u'"';
 }
 
-bool CommandFile::write(const QString &path, QString *reason, WriteFile how) const {
-    if (m_unfitPath.isEmpty()) {
-        const Result<> written = how(path, encode932(m_text).bytes, FileUse::Common);
-        if (!written && reason)
-            *reason = written.reason();
-        return bool(written);
-    }
-    if (reason)
-        *reason =
-            u"「%1」の名前には、帳票エンジンに渡せない文字があります。\r\nフォルダ名とファイル名を変更してください。"_s
-                .arg(m_unfitPath);
-    return false;
+Result<> CommandFile::write(const QString &path, WriteFile how) const {
+    if (m_unfitPath.isEmpty())
+        return how(path, encode932(m_text).bytes, FileUse::Private);
+    return Failure{
+        u"「%1」の名前には、帳票エンジンに渡せない文字があります。\r\nフォルダ名とファイル名を変更してください。"_s
+            .arg(m_unfitPath)};
 }

@@ -19,9 +19,8 @@ public:
     /// A path argument in its quotes. A path that the engine could not read back makes write() fail.
     QString path(const QString &path);
 
-    /// Writes the file, whole beside its place and moved over it unless told otherwise.
-    /// @param reason a sentence for the user that names the file, or the path that cannot be passed on
-    bool write(const QString &path, QString *reason, WriteFile how = writeFileWhole) const;
+    /// Writes the file for its owner alone. A failure names the file, or the path that cannot be passed on.
+    Result<> write(const QString &path, WriteFile how = writeFileWhole) const;
 
 private:
     QString m_text;

@@ -25,7 +25,7 @@ void DataFile::add(std::span<const DataValue> record) {
 }
 
 bool DataFile::write(const QString &path, QString *reason) const {
-    const Result<> written = writeFileWhole(path, m_bytes);
+    const Result<> written = writeFileWhole(path, m_bytes, FileUse::Private);
     if (!written && reason)
         *reason = written.reason();
     return bool(written);

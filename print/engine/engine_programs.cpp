@@ -42,11 +42,11 @@ QString findEngineProgram(const Environment &environment, EngineProgram which, Q
 }
 
 bool startEngineProgram(const Environment &environment, EngineProgram which, const QStringList &arguments,
-                        QString *reason) {
+                        QString *reason, qint64 *id) {
     const QString program = findEngineProgram(environment, which, reason);
     if (program.isEmpty())
         return false;
-    if (environment.processes.start(program, arguments, environment.folders.program()))
+    if (environment.processes.start(program, arguments, environment.folders.program(), id))
         return true;
     if (reason)
         *reason = u"帳票プログラム「%1」を起動できません。"_s.arg(QDir::toNativeSeparators(program));

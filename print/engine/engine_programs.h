@@ -17,5 +17,6 @@ QString findEngineProgram(const Environment &environment, EngineProgram which, Q
 
 /// Starts a program of the engine in the program folder and does not wait for it.
 /// @param reason a sentence for the user that names the program, when it fails
+/// @param id takes the number by which Processes::runs() knows it
 bool startEngineProgram(const Environment &environment, EngineProgram which, const QStringList &arguments,
-                        QString *reason);
+                        QString *reason, qint64 *id = nullptr);

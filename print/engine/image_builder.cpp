@@ -33,16 +33,18 @@ BuilderEnd::Kind kindOf(const ProcessEnd &end, const QString &document, const QS
 } // namespace
 
 BuilderEnd runImageBuilder(const Environment &environment, const QString &document, const QString &commands,
-                           std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) {
+                           std::chrono::milliseconds timeOut, const std::function<bool()> &goOn,
+                           QString errors) {
     BuilderEnd result;
     const QString program = findEngineProgram(environment, EngineProgram::ImageBuilder, &result.reason);
     if (program.isEmpty()) {
         result.kind = BuilderEnd::Missing;
         return result;
     }
-    const QString errors = engineWorkFolder(environment) + u"err.txt"_s;
+    if (errors.isEmpty())
+        errors = engineWorkFolder(environment) + u"err.txt"_s;
     QFile::remove(errors);
-    QFile::remove(document);
+    QFile::resize(document, 0); // its name stays taken
     const ProcessEnd end =
         environment.processes.run(program, {document, u"/c"_s, commands, u"/err"_s, errors},
                                   environment.folders.program(), timeOut, goOn);

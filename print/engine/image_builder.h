@@ -25,5 +25,7 @@ struct BuilderEnd {
 /// Makes one finished document of the reports that a command file names, and waits for it. What an earlier
 /// run left in the error file and under the document's name is removed first.
 /// @param goOn called many times a second; false ends the builder
+/// @param errors the builder's error file; empty: err.txt in the work folder, whose lock the caller holds
 BuilderEnd runImageBuilder(const Environment &environment, const QString &document, const QString &commands,
-                           std::chrono::milliseconds timeOut, const std::function<bool()> &goOn);
+                           std::chrono::milliseconds timeOut, const std::function<bool()> &goOn,
+                           QString errors = {});

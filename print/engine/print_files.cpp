@@ -1,15 +1,69 @@
 #include "print/engine/print_files.h"
 
+#include "app/base/environment.h"
 #include "app/base/file_write.h"
 #include "print/engine/engine_programs.h"
+#include "print/engine/work_folder.h"
 
-PrintFiles::PrintFiles(const Environment &environment) : m_folder(engineWorkFolder(environment)) {}
+#include <QDir>
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString viewerFile(const QString &folder) {
+    return folder + u"/viewer"_s;
+}
+
+} // namespace
+
+PrintFiles::PrintFiles(const Environment &environment)
+    : m_work(engineWorkFolder(environment)),
+      m_run(nextRunName()),
+      m_kept(keepsPrintFiles(environment.folders)) {}
+
+PrintFiles::~PrintFiles() {
+    if (!m_folder.isEmpty() && !m_kept)
+        QDir(m_folder).removeRecursively();
+}
 
 Result<QString> PrintFiles::write(const QString &name, const QByteArray &bytes) {
+    if (const Result<> made = makeFolder(); !made)
+        return Failure{made.reason()};
     // In its place: nobody reads these files before all are written, and a thousand syncs would take longer
     // than all the rest.
-    const QString path = m_folder + name;
-    if (const Result<> written = writeFileInPlace(path, bytes); !written)
+    const QString path = m_folder + QDir::separator() + name;
+    if (const Result<> written = writeFileInPlace(path, bytes, FileUse::Private); !written)
         return Failure{written.reason()};
     return path;
+}
+
+void PrintFiles::leaveTo(qint64 viewer) {
+    if (m_folder.isEmpty())
+        return;
+    m_kept = true;
+    // Without it the folder goes a little early or late; no reason to call the document back.
+    (void)writeFileInPlace(viewerFile(m_folder), QByteArray::number(viewer), FileUse::Private);
+}
+
+qint64 PrintFiles::viewerOf(const QString &folder) {
+    QFile file(viewerFile(folder));
+    return file.open(QIODevice::ReadOnly) ? file.readAll().toLongLong() : 0;
+}
+
+Result<> PrintFiles::makeFolder() {
+    if (!m_folder.isEmpty())
+        return {};
+    // A number that an earlier process of the same number left is passed over.
+    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+    QString folder = m_work + folderStart() + m_run;
+    while (!QDir().mkdir(folder, owner)) {
+        if (!QFile::exists(folder))
+            return Failure{u"作業フォルダ「%1」にフォルダを作成できません。"_s.arg(m_work)};
+        m_run = nextRunName();
+        folder = m_work + folderStart() + m_run;
+    }
+    m_folder = folder;
+    return {};
 }

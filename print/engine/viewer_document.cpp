@@ -2,6 +2,8 @@
 
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
+#include "print/engine/viewer_job.h"
+#include "print/engine/work_folder.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -53,7 +55,10 @@ short ViewerDocument::hand(const QString &action) {
         file.addSource(source.name, source.path, source.headerless);
     file.add(action);
     const QString path = engineWorkFolder(m_environment) + u"WfdCom.dat"_s;
-    if (!file.write(path, &m_error))
-        return -1;
-    return startEngineProgram(m_environment, EngineProgram::Viewer, {u"/c"_s, path}, &m_error) ? 0 : -1;
+    const Result<WorkFolderLock> lock = WorkFolderLock::take(m_environment);
+    const Result<> handed =
+        lock ? ViewerJob(m_environment, path).hand(file, EngineProgram::Viewer, {u"/c"_s, path})
+             : Failure{lock.reason()};
+    m_error = handed.reason();
+    return handed ? 0 : -1;
 }

@@ -1,6 +1,7 @@
 #include "print/engine/wfd_print_exe.h"
 
 #include "print/engine/command_file.h"
+#include "print/engine/data_file.h"
 #include "print/engine/engine_programs.h"
 #include "print/engine/paper.h"
 
@@ -43,6 +44,12 @@ void addMergedSource(CommandFile &file, const QString &name, const QString &path
 cls_WfdPrintExe::cls_WfdPrintExe(const Environment &environment)
     : m_environment(environment), m_workFolder(engineWorkFolder(environment)), m_zoom(actualSize) {}
 
+// What was written and never shown goes.
+cls_WfdPrintExe::~cls_WfdPrintExe() {
+    if (m_job)
+        m_job->drop();
+}
+
 short cls_WfdPrintExe::iInit(const QString &layout, const QString &title) {
     m_workFolder = engineWorkFolder(m_environment);
     m_layout = layout;
@@ -58,6 +65,28 @@ short cls_WfdPrintExe::iInit(const QString &layout, const QString &title) {
 
 short cls_WfdPrintExe::iSetDataText(short slot, const QString &name, const QString &file) {
     return setSlot(slot, {name, m_workFolder + file, false});
+}
+
+short cls_WfdPrintExe::addTemporary(const QString &path) {
+    if (!lock())
+        return -1;
+    m_job->addTemporary(path);
+    const Result<> announced = m_job->announce();
+    return announced ? short(0) : fail(announced.reason());
+}
+
+short cls_WfdPrintExe::iWriteData(short slot, const QString &name, const DataFile &data) {
+    const QString file = name + u".csv"_s;
+    // The viewer before may still read data of the same name.
+    if (addTemporary(m_workFolder + file) != 0 || !data.write(m_workFolder + file, &m_error))
+        return -1;
+    return iSetDataText(slot, name, file);
+}
+
+PrintFiles &cls_WfdPrintExe::files() {
+    if (!m_files)
+        m_files.emplace(m_environment);
+    return *m_files;
 }
 
 short cls_WfdPrintExe::iSetDataTextNoTitle(short slot, const QString &name, const QString &path) {
@@ -87,26 +116,30 @@ short cls_WfdPrintExe::iSetRepeatStart(short section) {
 }
 
 short cls_WfdPrintExe::iPreview(short paper) {
-    return WriteWfdCommand(Action::Show, paper) == 0 ? startViewer() : short(-1);
+    return show(documentCommands(Action::Show, paper));
 }
 
 short cls_WfdPrintExe::iPreviewData() {
-    return WriteWfdCommand(Action::Show, PaperCode::a4);
+    if (!lock())
+        return -1;
+    const Result<> written = documentCommands(Action::Show, PaperCode::a4).write(commandFile());
+    m_job.reset();
+    m_lock.reset();
+    return written ? short(0) : fail(written.reason());
 }
 
 short cls_WfdPrintExe::iPreviewActX() {
-    if (WriteWfdCommand(Action::Show, PaperCode::a4) != 0)
-        return -1;
     // The host is given this folder whatever the work folder is; it counts from the program folder.
-    return start(EngineProgram::ActiveXViewer, {u"/c"_s, u"./TMP\\"_s + commandFileName});
+    return hand(documentCommands(Action::Show, PaperCode::a4), EngineProgram::ActiveXViewer,
+                {u"/c"_s, u"./TMP\\"_s + commandFileName});
 }
 
 short cls_WfdPrintExe::iPrintBk() {
-    return WriteWfdCommand(Action::Print, PaperCode::a4) == 0 ? startViewer() : short(-1);
+    return show(documentCommands(Action::Print, PaperCode::a4));
 }
 
 short cls_WfdPrintExe::iPrintDialog(short paper) {
-    return WriteWfdCommand(Action::PrintFromDialog, paper) == 0 ? startViewer() : short(-1);
+    return show(documentCommands(Action::PrintFromDialog, paper));
 }
 
 short cls_WfdPrintExe::addPrint(short count, const QString &name, const QStringList &files,
@@ -159,7 +192,7 @@ void cls_WfdPrintExe::addPlacement(CommandFile &file) const {
         file.add(u"SectionRepeatStart, %1"_s.arg(m_repeatStart));
 }
 
-short cls_WfdPrintExe::WriteWfdCommand(Action action, short paper) {
+CommandFile cls_WfdPrintExe::documentCommands(Action action, short paper) const {
     CommandFile file;
     file.add(u"FileName,"_s + file.path(m_layout));
     if (!m_title.isEmpty())
@@ -186,37 +219,62 @@ short cls_WfdPrintExe::WriteWfdCommand(Action action, short paper) {
         file.add(u"ShowWindow,2"_s);
         break;
     }
-    return writeCommands(file);
+    return file;
 }
 
-short cls_WfdPrintExe::writeCommands(const CommandFile &file) {
-    return file.write(m_workFolder + commandFileName, &m_error) ? 0 : -1;
+QString cls_WfdPrintExe::commandFile() const {
+    return m_workFolder + commandFileName;
 }
 
-short cls_WfdPrintExe::start(EngineProgram program, const QStringList &arguments) {
-    return startEngineProgram(m_environment, program, arguments, &m_error) ? 0 : -1;
+bool cls_WfdPrintExe::lock() {
+    if (m_lock)
+        return true;
+    Result<WorkFolderLock> taken = WorkFolderLock::take(m_environment);
+    if (!taken)
+        return fail(taken.reason()) == 0;
+    m_lock = std::move(*taken);
+    m_job.emplace(m_environment, commandFile());
+    return true;
 }
 
-short cls_WfdPrintExe::startViewer() {
-    return start(EngineProgram::Viewer, {u"/c"_s, m_workFolder + commandFileName});
+short cls_WfdPrintExe::fail(const QString &reason) {
+    m_error = reason;
+    return -1;
+}
+
+short cls_WfdPrintExe::hand(const CommandFile &commands, EngineProgram program,
+                            const QStringList &arguments) {
+    if (!lock())
+        return -1;
+    const Result<> handed = m_job->hand(commands, program, arguments, m_files ? &*m_files : nullptr);
+    m_job.reset();
+    m_lock.reset();
+    return handed ? short(0) : fail(handed.reason());
+}
+
+short cls_WfdPrintExe::show(const CommandFile &commands) {
+    return hand(commands, EngineProgram::Viewer, {u"/c"_s, commandFile()});
 }
 
 short cls_WfdPrintExe::showMerged(const CommandFile &reports, const QString &title) {
     const QString merged = m_workFolder + u"tmp.wfd"_s;
-    // A viewer that is faster than the builder would show the documents of the last time.
-    if (QFile earlier(merged); earlier.exists() && !earlier.remove()) {
-        m_error = u"前回の文書「%1」を削除できません。表示中の場合は閉じてください。"_s.arg(
-                      QDir::toNativeSeparators(merged)) +
-                  earlier.errorString();
+    if (!lock())
         return -1;
-    }
-    if (writeCommands(reports) != 0 ||
-        start(EngineProgram::ImageBuilder, {merged, u"/c"_s, m_workFolder + commandFileName}) != 0)
+    m_job->waitUntilTaken();
+    // A viewer that is faster than the builder would show the documents of the last time.
+    if (QFile earlier(merged); earlier.exists() && !earlier.remove())
+        return fail(u"前回の文書「%1」を削除できません。表示中の場合は閉じてください。"_s.arg(
+                        QDir::toNativeSeparators(merged)) +
+                    earlier.errorString());
+    if (const Result<> written = reports.write(commandFile()); !written)
+        return fail(written.reason());
+    if (!startEngineProgram(m_environment, EngineProgram::ImageBuilder, {merged, u"/c"_s, commandFile()},
+                            &m_error))
         return -1;
     // The builder is not waited for, and the viewer's commands take the place of its own.
     CommandFile file;
     file.add(u"Title,"_s + CommandFile::text(title));
     file.add(u"FileName,"_s + file.path(merged));
     file.add(u"PrintOutFromDialog"_s);
-    return writeCommands(file) == 0 ? startViewer() : short(-1);
+    return show(file);
 }

@@ -1,22 +1,29 @@
 #pragma once
 
+#include "print/engine/print_files.h"
+#include "print/engine/viewer_job.h"
+#include "print/engine/work_folder.h"
+
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <optional>
 #include <span>
 #include <vector>
 
 class CommandFile;
-enum class EngineProgram;
+class DataFile;
 struct Environment;
 
 /// Drives the report engine for one document: writes the command file WfdCom.dat into the work folder and
 /// starts the engine's program with it. Call iInit, then the setters in any order, then one of the starting
 /// operations. Nothing waits for the started program, and no message is shown: every operation gives 0, or
-/// −1 with sErrMsg.
+/// −1 with sErrMsg. From the first given name that is written until the program is started, the work folder's
+/// lock is held.
 class cls_WfdPrintExe {
 public:
     explicit cls_WfdPrintExe(const Environment &environment);
+    ~cls_WfdPrintExe();
 
     /// @param layout full path of the layout
     /// @param title the viewer's window title; an empty one leaves the title as it is
@@ -25,6 +32,12 @@ public:
     /// @param name under which the layout knows the data
     /// @param file name of a file with a header row in the work folder
     short iSetDataText(short slot, const QString &name, const QString &file);
+    /// Writes a data file into the work folder, named after its data, for a slot. It goes once it was read.
+    short iWriteData(short slot, const QString &name, const DataFile &data);
+    /// Further files that the data name; they go with the viewer.
+    PrintFiles &files();
+    /// A file that goes once the viewer has read it.
+    short addTemporary(const QString &path);
     /// @param path of a file without a header row, passed on unchanged
     short iSetDataTextNoTitle(short slot, const QString &name, const QString &path);
     /// Tenths of a millimetre.
@@ -74,11 +87,13 @@ private:
     };
 
     short setSlot(short slot, DataSlot data);
-    short WriteWfdCommand(Action action, short paper);
     void addPlacement(CommandFile &file) const;
-    short writeCommands(const CommandFile &file);
-    short start(EngineProgram program, const QStringList &arguments);
-    short startViewer();
+    CommandFile documentCommands(Action action, short paper) const;
+    QString commandFile() const;
+    bool lock();
+    short fail(const QString &reason);
+    short hand(const CommandFile &commands, EngineProgram program, const QStringList &arguments);
+    short show(const CommandFile &commands);
     short showMerged(const CommandFile &reports, const QString &title);
 
     const Environment &m_environment;
@@ -91,5 +106,8 @@ private:
     short m_zoom;
     short m_repeatStart = 0;
     std::vector<FixedValue> m_values;
+    std::optional<PrintFiles> m_files;
+    std::optional<WorkFolderLock> m_lock;
+    std::optional<ViewerJob> m_job; ///< while the lock is held
     QString m_error;
 };

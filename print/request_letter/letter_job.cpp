@@ -18,11 +18,6 @@ namespace {
 
 const QString dataName = u"同意依頼書"_s;
 
-/// The first layout's file is the one that everybody knows; those of further layouts are numbered.
-QString dataFileName(size_t sheet) {
-    return dataName + (sheet == 0 ? QString() : QString::number(sheet + 1)) + u".csv"_s;
-}
-
 Message warning(const QString &text) {
     return {text, MessageIcon::Exclamation, {}};
 }
@@ -135,42 +130,34 @@ std::vector<LetterSheet> LetterJob::sheets() const {
         const QString layout = layoutPath(letter);
         auto sheet = std::ranges::find(sheets, layout, &LetterSheet::layout);
         if (sheet == sheets.end())
-            sheet = sheets.insert(
-                sheet, {layout, Folders::file(m_environment.folders.temporary(), dataFileName(sheets.size())),
-                        DataFile(letterColumns())});
+            sheet = sheets.insert(sheet, {layout, DataFile(letterColumns())});
         sheet->data.add(letterRecord(letter, m_orders, m_source, m_options));
     }
     return sheets;
 }
 
-QString LetterJob::merge(const std::vector<LetterSheet> &sheets, const StartLetterWait &startWait,
-                         QString *reason) const {
-    const std::unique_ptr<LetterWait> wait = startWait();
-    return mergeLetters(
-        m_environment, dataName, sheets, [&] { return wait->goOn(); }, reason);
-}
-
 Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait) {
     const std::vector<LetterSheet> all = sheets();
     m_touched.clear();
-    QString reason;
-    for (const LetterSheet &sheet : all) {
-        if (!sheet.data.write(sheet.file, &reason))
-            return Failure{reason};
+    for (const LetterSheet &sheet : all)
         m_touched += sheet.data.touched();
-    }
     m_touched.removeDuplicates();
-    // Several layouts become one document first: the viewer then shows and prints them as one.
-    const bool merged = all.size() > 1;
-    const QString document = merged ? merge(all, startWait, &reason) : all[0].layout;
-    if (!reason.isEmpty())
-        return Failure{reason};
-    if (document.isEmpty())
-        return false;
     cls_WfdPrintExe engine(m_environment);
-    engine.iInit(document, u"同意書印刷"_s);
-    if (!merged)
-        engine.iSetDataText(1, dataName, QFileInfo(all[0].file).fileName());
+    if (all.size() == 1) {
+        engine.iInit(all[0].layout, u"同意書印刷"_s);
+        if (engine.iWriteData(1, dataName, all[0].data) != 0)
+            return Failure{engine.sErrMsg()};
+    } else {
+        // Several layouts become one document first: the viewer then shows and prints them as one.
+        const std::unique_ptr<LetterWait> wait = startWait();
+        const Result<QString> document =
+            mergeLetters(m_environment, dataName, all, engine.files(), [&] { return wait->goOn(); });
+        if (!document)
+            return Failure{document.reason()};
+        if (document->isEmpty())
+            return false;
+        engine.iInit(*document, u"同意書印刷"_s);
+    }
     const short paper = paperCodeOf(all[0].layout);
     if ((way == LetterOutput::Print ? engine.iPrintDialog(paper) : engine.iPreview(paper)) != 0)
         return Failure{engine.sErrMsg()};

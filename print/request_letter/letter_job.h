@@ -80,8 +80,6 @@ private:
     std::optional<Message> missingLayouts() const;
     QStringList lostTexts() const;
     std::vector<LetterSheet> sheets() const;
-    QString merge(const std::vector<LetterSheet> &sheets, const StartLetterWait &startWait,
-                  QString *reason) const;
 
     const Environment &m_environment;
     cT_ADODB &m_db;

@@ -1,6 +1,7 @@
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/qr_code.h"
+#include "print/engine/wfd_print_exe.h"
 #include "tests/consent_form/practice.h"
 
 #include <QFileInfo>
@@ -94,7 +95,8 @@ TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
     const std::vector<ConsentForm> forms = practice.gather({.patients = {5, 1}}).forms;
     ASSERT_EQ(forms.size(), 2u);
     QStringList touched;
-    const Result<> done = writeConsentFormData(practice.environment, forms, touched);
+    cls_WfdPrintExe engine(practice.environment);
+    const Result<> done = writeConsentFormData(forms, engine, touched);
     ASSERT_TRUE(done) << done.reason().toStdString();
     const QStringList lines = practice.written(u"同意書データ.csv"_s).split(u"\r\n"_s);
     ASSERT_EQ(lines.size(), 4);
@@ -105,19 +107,19 @@ TEST(ConsentFormData, FilesWithAwkwardTextsAndACodeThatAnotherReaderReads) {
         EXPECT_EQ(lines[i].count(u','), 99) << i;
     EXPECT_EQ(touched.size(), 1);
 
-    EXPECT_TRUE(lines[1].contains(practice.work(u"1_QR.bmp"_s)));
-    EXPECT_EQ(readCode(practice.work(u"1_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
+    const QString picture = engine.files().folder() + u"/1_QR.bmp"_s;
+    EXPECT_TRUE(lines[1].contains(picture));
+    EXPECT_EQ(readCode(picture), u"DOUISHO:1:1-1-1:20260501:2"_s);
 }
 
 TEST(ConsentFormData, ABatchFileIsWrittenOverALongerOne) {
     Practice practice;
-    practice.addFile(practice.work(u"1_同意書データ.csv"_s), QByteArray(9000, 'x'));
     QStringList touched;
     PrintFiles files(practice.environment);
+    ASSERT_TRUE(files.write(u"1_同意書データ.csv"_s, QByteArray(9000, 'x')));
     const Result<QString> path = writeConsentFormData(practice.form(1), files, touched);
     ASSERT_TRUE(path) << path.reason().toStdString();
-    EXPECT_EQ(*path, practice.work(u"1_同意書データ.csv"_s));
-    const QString data = practice.written(u"1_同意書データ.csv"_s);
+    const QString data = practice.written(QDir(practice.work({})).relativeFilePath(*path));
     EXPECT_EQ(data.count(u"\r\n"_s), 2);
     EXPECT_TRUE(data.endsWith(u"\r\n"_s)) << data.right(40).toStdString();
 }
@@ -345,8 +347,8 @@ TEST(ConsentFormRows, FormsOfARowLieInFilesOfTheirOwn) {
          practice.gather({.rows = std::vector{massage(1, 20260501), correction(1, 20261101)}}).forms)
         names += QFileInfo(*writeConsentFormData(form, files, touched)).fileName();
     EXPECT_EQ(names, (QStringList{u"1_同意書データ.csv"_s, u"1_変形_同意書データ.csv"_s}));
-    EXPECT_EQ(readCode(practice.work(u"1_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20260501:2"_s);
-    EXPECT_EQ(readCode(practice.work(u"1_変形_QR.bmp"_s)), u"DOUISHO:1:1-1-1:20261101-20261101:2"_s);
+    EXPECT_EQ(readCode(files.folder() + u"/1_QR.bmp"_s), u"DOUISHO:1:1-1-1:20260501:2"_s);
+    EXPECT_EQ(readCode(files.folder() + u"/1_変形_QR.bmp"_s), u"DOUISHO:1:1-1-1:20261101-20261101:2"_s);
 }
 
 TEST(ConsentFormRows, RowsThatOthersFollowedAreNamed) {

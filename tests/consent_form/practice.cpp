@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "print/consent_form/form_columns.h"
+#include "print/engine/print_files.h"
 
 #include <QDir>
 #include <QFile>
@@ -100,8 +101,17 @@ QString Practice::value(const ConsentForm &form, const QString &column) {
 }
 
 QString Practice::written(const QString &file) const {
-    QFile data(work(file));
+    QString path = work(file);
+    if (!QFile::exists(path))
+        for (const QString &run : QDir(work({})).entryList({PrintFiles::folderStart() + u'*'}, QDir::Dirs))
+            path = work(run + u'/' + file);
+    QFile data(path);
     return data.open(QIODevice::ReadOnly) ? decode932(data.readAll()) : QString();
+}
+
+void Practice::keepPrintFiles() const {
+    addFile(QDir(folders.data()).filePath(u"douisho.ini"_s),
+            encode932(u"[印刷]\r\n作業ファイルを残す=1\r\n"_s).bytes);
 }
 
 void Practice::addFile(const QString &path, const QByteArray &bytes) const {

@@ -21,8 +21,9 @@ public:
 
     QString work(const QString &file) const { return m_folder.filePath(QStringLiteral("TMP/") + file); }
     QString system(const QString &file) const { return m_folder.filePath(QStringLiteral("SYS/") + file); }
-    /// The text of a file in the work folder.
+    /// The text of a file in the work folder, or in that of a run whose files were kept.
     QString written(const QString &file) const;
+    void keepPrintFiles() const;
     void addFile(const QString &path, const QByteArray &bytes = "x") const;
 
 private:

@@ -19,6 +19,7 @@ namespace {
 class SetPrint : public testing::Test {
 protected:
     SetPrint() {
+        practice.keepPrintFiles();
         for (const QString &ini : {u"印刷設定.ini"_s, u"患者管理設定.ini"_s, u"nippou.ini"_s})
             practice.addFile(data(ini), "\r\n");
         for (const QString &layout : {u"依頼.wfd"_s, u"封筒印刷.wfd"_s, u"封筒印刷角2.wfd"_s})

@@ -4,10 +4,13 @@
 #include "print/engine/paper.h"
 #include "print/engine/viewer_document.h"
 #include "print/engine/wfd_print_exe.h"
+#include "print/engine/work_folder.h"
 #include "tests/support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QSysInfo>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -134,7 +137,8 @@ TEST_F(Engine, MergesReports) {
     class Watching : public RecordedProcesses {
     public:
         std::function<void()> look;
-        bool start(const QString &program, const QStringList &arguments, const QString &folder) override {
+        bool start(const QString &program, const QStringList &arguments, const QString &folder,
+                   qint64 *) override {
             look();
             return RecordedProcesses::start(program, arguments, folder);
         }
@@ -211,6 +215,49 @@ TEST_F(Engine, WritesDataThatNoValueCanBreak) {
     EXPECT_EQ(data.touched(), QStringList{u"𠮷田,♥"_s});
     EXPECT_FALSE(data.write(work(u"none/x.csv"_s), &reason));
     EXPECT_TRUE(reason.contains(u"x.csv"_s));
+}
+
+TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
+    const auto owners = [](const QString &path) {
+        return int(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser));
+    };
+    DataFile data({u"患者名"_s});
+    data.add(std::vector<DataValue>{u"髙橋"_s});
+    const auto show = [&](QString &folder) {
+        cls_WfdPrintExe engine(*m_environment);
+        engine.iInit(layout, {});
+        const Result<QString> picture = engine.files().write(u"QR.bmp"_s, "QR");
+        ASSERT_TRUE(picture) << picture.reason().toStdString();
+        ASSERT_EQ(engine.iWriteData(1, u"同意書データ"_s, data), 0);
+        ASSERT_EQ(engine.iPreview(0), 0) << engine.sErrMsg().toStdString();
+        folder = engine.files().folder();
+        for (const QString &file : {*picture, work(u"同意書データ.csv"_s), work(u"WfdCom.dat"_s)})
+            EXPECT_EQ(owners(file), QFile::ReadOwner | QFile::WriteOwner) << file.toStdString();
+        EXPECT_EQ(owners(folder), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    };
+    QString folder;
+    show(folder);
+    EXPECT_TRUE(QFile::exists(folder)) << "the viewer may still read it";
+    clearWorkFolder(*m_environment); // the viewer has ended
+    EXPECT_FALSE(QFile::exists(folder));
+    EXPECT_FALSE(QFile::exists(work(u"同意書データ.csv"_s)));
+
+    QFile ini(m_folder.filePath(u"douisho.ini"_s));
+    ASSERT_TRUE(ini.open(QIODevice::WriteOnly));
+    ini.write(encode932(u"[印刷]\r\n作業ファイルを残す=1\r\n"_s).bytes);
+    ini.close();
+    show(folder);
+    clearWorkFolder(*m_environment);
+    EXPECT_TRUE(QFile::exists(folder) && QFile::exists(work(u"同意書データ.csv"_s))) << "for a support case";
+}
+
+TEST_F(Engine, SaysWhoHoldsTheWorkFolder) {
+    const Result<WorkFolderLock> held = WorkFolderLock::take(*m_environment);
+    ASSERT_TRUE(held);
+    const Result<WorkFolderLock> second =
+        WorkFolderLock::take(*m_environment, {}, std::chrono::milliseconds(50));
+    EXPECT_TRUE(second.reason().contains(u"で印刷しています。"_s)) << second.reason().toStdString();
+    EXPECT_TRUE(second.reason().contains(QSysInfo::machineHostName())) << second.reason().toStdString();
 }
 
 TEST_F(Engine, DrivesTheViewerThroughTheDocumentObject) {

@@ -41,12 +41,12 @@ protected:
         rows = requestRows(listed, *readGivenConsents(database.db, environment.branch, keys));
     }
     void put(const QString &name, const QByteArray &bytes) {
-        QFile file(programFolder.filePath(name));
+        QFile file(QDir(programFolder.path()).absoluteFilePath(name));
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
         file.write(bytes);
     }
     QString file(const QString &name) {
-        QFile data(programFolder.filePath(name));
+        QFile data(QDir(programFolder.path()).absoluteFilePath(name));
         return data.open(QIODevice::ReadOnly) ? decode932(data.readAll()) : QString();
     }
     LetterOutcome output(LetterOutput way = LetterOutput::Print) {
@@ -81,20 +81,21 @@ TEST_F(RequestOutputTest, LettersOfOneKindGoToTheViewerAndTheirRowsAreMarked) {
 }
 
 TEST_F(RequestOutputTest, SeveralKindsBecomeOneDocument) {
+    QString reports; // as the builder found them
     processes.act = [&](const RecordedProcesses::Start &start) {
-        put(QFileInfo(start.arguments[0]).fileName(), "document");
+        put(start.arguments[0], "document");
+        reports = file(start.arguments[2]);
         return ProcessEnd{ProcessEnd::Exited, 0};
     };
     ASSERT_EQ(output(), LetterOutcome::Printed) << said().toStdString();
     EXPECT_EQ(processes.started.size(), 2) << "image builder, then viewer";
-    const QString reports = file(u"IraiCom.dat"_s);
     EXPECT_EQ(reports.count(u"AddReport"_s), 1);
     EXPECT_TRUE(reports.contains(u"CARE02_変継続.wfd\""_s));
     EXPECT_TRUE(file(u"WfdCom.dat"_s).contains(u"同意依頼書.wfd\"\r\n"_s));
     EXPECT_EQ(marks().last(), u"3|NULL|1|NULL|1"_s) << "oral, and yet a letter";
 
-    processes.act = [&](const RecordedProcesses::Start &) {
-        put(u"err.txt"_s, encode932(u"レイアウトの3行目"_s).bytes);
+    processes.act = [&](const RecordedProcesses::Start &start) {
+        put(start.arguments[4], encode932(u"レイアウトの3行目"_s).bytes);
         return ProcessEnd{ProcessEnd::Exited, 1};
     };
     database.run(
@@ -156,7 +157,7 @@ TEST_F(RequestOutputTest, RowsThatColleaguesTookAreNamedAndTheOthersMarked) {
 TEST_F(RequestOutputTest, RowsThatColleaguesChangeMeanwhileAreMarkedAndNamed) {
     processes.act = [&](const RecordedProcesses::Start &start) {
         database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/21 10:00:00' WHERE nIDNo = 2"_s);
-        put(QFileInfo(start.arguments[0]).fileName(), "document");
+        put(start.arguments[0], "document");
         return ProcessEnd{ProcessEnd::Exited, 0};
     };
     ASSERT_EQ(output(), LetterOutcome::Printed);

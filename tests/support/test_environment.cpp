@@ -33,7 +33,8 @@ QString RecordedProcesses::find(const QString &name, const QString &folder) cons
     return missing.contains(name) ? QString() : folder + u'/' + name;
 }
 
-bool RecordedProcesses::start(const QString &program, const QStringList &arguments, const QString &folder) {
+bool RecordedProcesses::start(const QString &program, const QStringList &arguments, const QString &folder,
+                              qint64 *) {
     if (missing.contains(QFileInfo(program).fileName()))
         return false;
     started.append({program, arguments, folder});

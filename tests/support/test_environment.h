@@ -50,7 +50,9 @@ public:
         bool waitedFor = false;
     };
     QString find(const QString &name, const QString &folder) const override;
-    bool start(const QString &program, const QStringList &arguments, const QString &folder) override;
+    bool start(const QString &program, const QStringList &arguments, const QString &folder,
+               qint64 *id = nullptr) override;
+    bool runs(qint64) const override { return false; }
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;
 

@@ -1,3 +1,4 @@
+#include "app/base/job_ticket.h"
 #include "tests/viewer/report_files.h"
 
 #include <QCoreApplication>
@@ -38,6 +39,28 @@ TEST_F(ViewerProgram, WritesAPdfWithoutADisplay) {
         EXPECT_TRUE(pages[1].contains(u"山田 太郎"_s)) << pages[1].toStdString();
         QFile::remove(m_files.at(u"WfdCom.pdf"_s));
     }
+}
+
+TEST_F(ViewerProgram, TakesTheTicketAwayWithWhatNobodyNeedsAnyMore) {
+    const QTemporaryDir elsewhere;
+    QFile stranger(elsewhere.filePath(u"x.csv"_s));
+    ASSERT_TRUE(stranger.open(QIODevice::WriteOnly));
+    ASSERT_TRUE(QDir().mkdir(m_files.at(u"run"_s)));
+    m_files.write(u"run/1_QR.bmp"_s, "QR");
+    const QString commands =
+        u"FileName,\"form.wfd\"\r\nSetDataText,\"D\",\"同意書データ.csv\"\r\nPrintOut\r\n"_s;
+    const JobTicket ticket{
+        u"1"_s, u"PC"_s, 1, {m_files.at(u"同意書データ.csv"_s), stranger.fileName()}, m_files.at(u"run"_s)};
+    m_files.write(u"WfdCom.dat.ticket"_s, ticket.bytes());
+    EXPECT_EQ(view(commands).exitCode, 0);
+    EXPECT_TRUE(textOfPdf(m_files.at(u"WfdCom.pdf"_s)).contains(u"山田 太郎"_s));
+    for (const QString &gone : {u"WfdCom.dat.ticket"_s, u"同意書データ.csv"_s, u"run"_s})
+        EXPECT_FALSE(QFile::exists(m_files.at(gone))) << gone.toStdString();
+    EXPECT_TRUE(stranger.exists()) << "only what lies beside the command file";
+
+    m_files.write(u"WfdCom.dat.ticket"_s, ticket.bytes());
+    EXPECT_EQ(view(commands).exitCode, 1) << "the data are gone";
+    EXPECT_FALSE(QFile::exists(m_files.at(u"WfdCom.dat.ticket"_s))) << "others would wait";
 }
 
 TEST_F(ViewerProgram, TellsWhyItShowsNothing) {

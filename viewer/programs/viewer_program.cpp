@@ -1,5 +1,6 @@
 #include "viewer/programs/viewer_program.h"
 
+#include "app/base/job_ticket.h"
 #include "app/desktop/message_form.h"
 #include "viewer/command/job_document.h"
 #include "viewer/output/pdf.h"
@@ -66,7 +67,15 @@ public:
         if (const QString seconds = parsed->option(u"/wait"_s); !seconds.isEmpty())
             m_wait = std::chrono::seconds(qBound(0, seconds.toInt(), 3600));
         m_commandFile = jobPath(QDir::currentPath(), parsed->option(u"/c"_s));
+        m_ticket = JobTicket::read(m_commandFile);
+        const int code = carryOut();
+        m_ticket.wasRead(m_commandFile);
+        m_ticket.hasEnded(m_commandFile);
+        return code;
+    }
 
+private:
+    int carryOut() {
         Problem problem;
         const std::optional<Job> job = loadJob(m_commandFile, &problem);
         if (!job)
@@ -78,7 +87,6 @@ public:
         return load(*job);
     }
 
-private:
     int load(const Job &job) {
         const QString folder = QFileInfo(m_commandFile).absolutePath();
         QString finished;
@@ -99,6 +107,9 @@ private:
         if (document.pageCount() == 0)
             return fail(u"データがないため、表示するページがありません。（%1）"_s.arg(
                 QDir::toNativeSeparators(m_commandFile)));
+        // What is printed at once counts as read when it has left: the next document must not overtake it.
+        if (job.action != JobAction::Print)
+            m_ticket.wasRead(m_commandFile);
         return carryOut(job, document, loaded.notes);
     }
 
@@ -170,6 +181,7 @@ private:
         }
         if (saved != OutputEnd::Done)
             return codeOf(saved);
+        m_ticket.wasRead(m_commandFile);
         MessageForm form({u"プリンターが見つからないため、PDFを作成しました。\n%1"_s.arg(
                               QDir::toNativeSeparators(m_pdfPath)),
                           MessageIcon::Information, u"帳票印刷"_s, MessageButtons::YesNo, Answer::No},
@@ -191,6 +203,7 @@ private:
 
     ViewerRun m_run;
     QString m_commandFile;
+    JobTicket m_ticket; ///< empty where the command file's writer waits for none
     QString m_pdfPath;
     std::chrono::seconds m_wait = usualWait;
 };
