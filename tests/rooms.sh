@@ -65,7 +65,7 @@ check_trades() {
         *_query.*) queries+=("$file") ;;
         esac
         case "$file" in
-        consent/record/* | db/* | print/mail/mail_query.cpp) ;;
+        consent/record/* | db/*) ;;
         *) rest+=("$file") ;;
         esac
     done

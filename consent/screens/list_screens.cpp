@@ -1,4 +1,5 @@
 #include "consent/screens/list_screens.h"
+#include "consent/screens/mail_claims.h"
 
 #include "app/base/clock.h"
 #include "app/base/dates.h"
@@ -234,8 +235,9 @@ bool openMailScreen(const ListOpening &opening) {
                       names);
         return false;
     }
+    RecordMailClaims claims(opening.db);
     frmMailSend form(opening.environment, opening.parent);
-    if (form.Init(opening.db, mailRows(opening.targets)) != 0) {
+    if (form.Init(opening.db, claims, mailRows(opening.targets)) != 0) {
         messages.failIn(form.sErrMsg(), u"Init()でエラー");
         return false;
     }

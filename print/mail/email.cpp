@@ -44,8 +44,9 @@ void mEmail::log(const QString &to) {
     }
     const QByteArray line = encode932(entry).bytes + "\r\n";
     QFile file(QDir::current().filePath(u"MailSend.log"_s));
-    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Append) &&
-                         file.write(line) == line.size() && file.flush();
+    constexpr auto ownersAlone = QFile::ReadOwner | QFile::WriteOwner; // it names who was told
+    const bool written = file.open(QIODevice::WriteOnly | QIODevice::Append, ownersAlone) &&
+                         file.setPermissions(ownersAlone) && file.write(line) == line.size() && file.flush();
     m_logTrouble = written ? QString()
                            : u"送信記録（%1）に書き込めません。%2"_s.arg(
                                  QDir::toNativeSeparators(file.fileName()), file.errorString());

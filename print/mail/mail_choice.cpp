@@ -9,8 +9,9 @@ namespace {
 QString noteOf(const MailResult &result) {
     switch (result.kind) {
     case MailResult::Sent:
-    case MailResult::NotMarked:
         return u"送信済"_s;
+    case MailResult::NotGivenBack:
+        return u"未送信（送信済の印が残っています）"_s;
     case MailResult::Uncertain:
         return u"届いた可能性があります。"_s;
     case MailResult::Overtaken:

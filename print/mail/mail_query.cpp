@@ -3,6 +3,8 @@
 #include "db/adodb.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
+#include "db/tables/patient_text.h"
+#include "print/mail/mail_text.h"
 
 #include <QStringList>
 #include <algorithm>
@@ -20,10 +22,6 @@ using Rows = std::span<const MailRow>;
 
 constexpr QStringView patientTable = u"RIYOUSHA_SUB";
 
-QString sqlRow(const MailRow &row) {
-    return sqlWhere(row.patient, {}) + u" AND nDate = "_s + sqlNumber(row.nDate);
-}
-
 QString sqlPatientCounsellors(Rows rows) {
     QStringList patients;
     for (const MailRow &row : rows)
@@ -33,17 +31,6 @@ QString sqlPatientCounsellors(Rows rows) {
            " SOUDAN.cName, SOUDAN.cMail1 FROM RIYOUSHA_SUB INNER JOIN SOUDAN ON "_s +
            sqlSameBranch(u"SOUDAN", patientTable) + u" AND SOUDAN.nIDNo = RIYOUSHA_SUB.iSoudaninId WHERE "_s +
            patients.join(u" OR ");
-}
-
-// Rows of one day are marked together, whatever their kind.
-QString sqlSentMarks(Rows rows) {
-    QStringList conditions;
-    for (const MailRow &row : rows)
-        conditions.append(u"("_s + sqlRow(row) + u")"_s);
-    conditions.removeDuplicates();
-    return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, MIN(CASE WHEN iSendFlg = 1 THEN 1 ELSE 0 END)"
-           " FROM RIYOUSHA_DOUI_REC WHERE "_s +
-           conditions.join(u" OR ") + u" GROUP BY iKyotenCd, iKyotenEb, nIDNo, nDate"_s;
 }
 
 PatientKey patientAt(const Recordset &rows, int row) {
@@ -63,18 +50,15 @@ short iReadChunks(cT_ADODB &db, Rows rows, QString (*sql)(Rows),
     return 0;
 }
 
-bool isOvertaken(const MailRow &row, const Recordset &marks) {
-    for (int mark = 0; mark < marks.rowCount(); ++mark)
-        if (patientAt(marks, mark) == row.patient && marks.number(mark, 3) == row.nDate)
-            return !row.sent && marks.number(mark, 4) == 1;
-    return true;
-}
-
 Counsellor counsellorAt(const Recordset &rows, int row, int column) {
     return {qint32(rows.number(row, column)), rows.text(row, column + 1), rows.text(row, column + 2)};
 }
 
 } // namespace
+
+QString MailRow::who() const {
+    return patientText(patient.nIDNo, onOneLine(name));
+}
 
 short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors) {
     Recordset rows;
@@ -95,20 +79,4 @@ short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
         for (int row = 0; row < found.rowCount(); ++row)
             counsellors.push_back({patientAt(found, row), counsellorAt(found, row, 3)});
     });
-}
-
-short iReadOvertaken(cT_ADODB &db, const std::vector<MailRow> &rows, std::vector<MailRow> &overtaken) {
-    overtaken.clear();
-    return iReadChunks(db, rows, sqlSentMarks, [&](const Recordset &marks, Rows some) {
-        std::ranges::copy_if(some, std::back_inserter(overtaken),
-                             [&](const MailRow &row) { return isOvertaken(row, marks); });
-    });
-}
-
-short iMarkSent(cT_ADODB &db, const MailRow &row, bool &found) {
-    qint64 affected = 0;
-    const short status =
-        db.iExecSQL(u"UPDATE RIYOUSHA_DOUI_REC SET iSendFlg = 1 WHERE "_s + sqlRow(row), &affected);
-    found = affected > 0;
-    return status;
 }

@@ -1,11 +1,23 @@
 #pragma once
 
-#include "print/mail/mail_row.h"
+#include "db/tables/keys.h"
 
+#include <QString>
 #include <optional>
 #include <vector>
 
 class cT_ADODB;
+
+/// A consent row of which a counsellor is told, as the caller knows it.
+struct MailRow {
+    PatientKey patient;
+    QString name; ///< the patient's
+    qint32 nDate = 0;
+    bool sent = false; ///< iSendFlg: a mail has told of it before
+
+    /// "IDNo. name", on one line.
+    QString who() const;
+};
 
 /// A counsellor (相談員) to whom mails go. The active ones are read without their branch: number, name and
 /// address together tell them apart.
@@ -33,12 +45,3 @@ short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors);
 /// connection's sErrMsg.
 short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
                               std::vector<PatientCounsellor> &counsellors);
-
-/// Reads which of the rows are not as the caller knows them: told of by a colleague's mail, or gone. 0, or −1
-/// with the connection's sErrMsg.
-short iReadOvertaken(cT_ADODB &db, const std::vector<MailRow> &rows, std::vector<MailRow> &overtaken);
-
-/// Marks one consent row as notified.
-/// @param found false when a colleague has removed or moved the row
-/// @return 0, or −1 with the connection's sErrMsg
-short iMarkSent(cT_ADODB &db, const MailRow &row, bool &found);

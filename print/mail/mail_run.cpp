@@ -1,7 +1,5 @@
 #include "print/mail/mail_run.h"
 
-#include "db/adodb.h"
-
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -19,8 +17,8 @@ QString namesOf(const std::vector<MailRow> &rows) {
 /// One recipient after the other.
 class Run {
 public:
-    Run(cT_ADODB &db, mEmail &mail, const QDate &today, MailWatch &watch)
-        : m_db(db), m_mail(mail), m_subjectEnd(noticeSubjectEnd(today)), m_watch(watch) {}
+    Run(MailClaims &claims, mEmail &mail, const QDate &today, MailWatch &watch)
+        : m_claims(claims), m_mail(mail), m_subjectEnd(noticeSubjectEnd(today)), m_watch(watch) {}
 
     /// Whether it goes on after the last result.
     bool goesOn() const { return m_whyEnded.isEmpty(); }
@@ -29,23 +27,18 @@ public:
     MailResult mail(const MailRecipient &recipient) {
         if (!m_watch.goOn())
             return end({MailResult::NotTried, {}}, u"中止したため送信していません。"_s);
-        // Without a database the mark could not be written afterwards.
-        const ErrorsSince before(m_db);
-        if (m_db.iConnect() != 0)
-            return end({MailResult::NotTried, before.text()},
-                       u"データベースに接続できないため送信していません。"_s);
-        std::vector<MailRow> overtaken;
-        if (iReadOvertaken(m_db, recipient.rows, overtaken) != 0)
-            return end({MailResult::NotTried, before.text()},
-                       u"データベースを読めないため送信していません。"_s);
-        if (!overtaken.empty())
+        const Result<std::vector<MailRow>> overtaken = m_claims.claim(recipient.rows);
+        if (!overtaken)
+            return end({MailResult::NotTried, overtaken.reason()},
+                       u"データベースに記録できないため送信していません。"_s);
+        if (!overtaken->empty())
             return {MailResult::Overtaken,
                     u"次の利用者の同意記録は他の端末で送信済になったか、変更されました。"
-                    "画面を閉じて、一覧で確認してください：%1"_s.arg(namesOf(overtaken))};
+                    "画面を閉じて、一覧で確認してください：%1"_s.arg(namesOf(*overtaken))};
         const Counsellor &to = recipient.counsellor;
         m_mail.nSendMail({to.cName, to.cMail1}, m_subjectEnd, noticeBody(recipient.rows),
                          [this] { return m_watch.goOn(); });
-        MailResult result = resultOf(recipient);
+        MailResult result = settled(resultOf());
         if (!m_mail.logTrouble().isEmpty())
             result.reason += m_mail.logTrouble();
         return result;
@@ -57,11 +50,11 @@ private:
         return {result.kind, result.reason.isEmpty() ? why : result.reason};
     }
 
-    MailResult resultOf(const MailRecipient &recipient) {
+    MailResult resultOf() {
         const SendOutcome &outcome = m_mail.outcome();
         switch (outcome.kind) {
         case SendOutcome::Accepted:
-            return mark(recipient);
+            return {MailResult::Sent, {}};
         case SendOutcome::Uncertain:
             return {MailResult::Uncertain, outcome.reason};
         case SendOutcome::Stopped:
@@ -75,28 +68,18 @@ private:
         return {MailResult::Failed, outcome.reason};
     }
 
-    MailResult mark(const MailRecipient &recipient) {
-        const ErrorsSince before(m_db);
-        std::vector<MailRow> gone;
-        Transaction transaction(m_db);
-        bool marked = transaction.begun();
-        for (const MailRow &row : recipient.rows) {
-            bool found = false;
-            marked = marked && iMarkSent(m_db, row, found) == 0;
-            if (marked && !found)
-                gone.push_back(row);
-        }
-        if (!marked || transaction.commit() != 0)
-            return end({MailResult::NotMarked, before.text()},
-                       u"送信済の記録ができなくなったため送信していません。"_s);
-        if (gone.empty())
-            return {MailResult::Sent, {}};
-        return {MailResult::Sent,
-                u"次の利用者の同意記録は他の端末で変更されたため、送信済にできませんでした：%1"_s.arg(
-                    namesOf(gone))};
+    /// Rows of a mail that was not accepted are free again.
+    MailResult settled(const MailResult &result) {
+        if (result.kind == MailResult::Sent)
+            return result;
+        const Result<> given = m_claims.giveBack();
+        if (given)
+            return result;
+        return end({MailResult::NotGivenBack, result.reason + u"\r\n　　"_s + given.reason()},
+                   u"送信済の記録を戻せなくなったため送信していません。"_s);
     }
 
-    cT_ADODB &m_db;
+    MailClaims &m_claims;
     mEmail &m_mail;
     QString m_subjectEnd;
     MailWatch &m_watch;
@@ -105,10 +88,11 @@ private:
 
 } // namespace
 
-std::vector<MailResult> runMails(cT_ADODB &db, mEmail &mail, const std::vector<MailRecipient> &recipients,
-                                 const QDate &today, MailWatch &watch) {
+std::vector<MailResult> runMails(MailClaims &claims, mEmail &mail,
+                                 const std::vector<MailRecipient> &recipients, const QDate &today,
+                                 MailWatch &watch) {
     std::vector<MailResult> results(recipients.size());
-    Run run(db, mail, today, watch);
+    Run run(claims, mail, today, watch);
     for (size_t i = 0; i < recipients.size(); ++i) {
         if (run.goesOn())
             watch.begins(i);
@@ -124,10 +108,9 @@ QString mailResultLine(const MailRecipient &recipient, const MailResult &result)
     switch (result.kind) {
     case MailResult::Sent:
         return u"送信済　"_s + who + (result.reason.isEmpty() ? QString() : u"\r\n　　"_s + result.reason);
-    case MailResult::NotMarked:
-        return u"送信済　"_s + who +
-               u"\r\n　　メールは届けましたが、送信済の記録ができませんでした。"
-               "もう一度送信しないでください。"_s +
+    case MailResult::NotGivenBack:
+        return u"未送信　"_s + who +
+               u"\r\n　　送信済の印を戻せませんでした。一覧で「送信済」を確認してください。"_s +
                result.reason;
     case MailResult::Uncertain:
         return u"不明　　"_s + who + u"\r\n　　"_s + result.reason;

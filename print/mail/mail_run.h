@@ -1,26 +1,25 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "print/mail/email.h"
 #include "print/mail/mail_recipients.h"
-
-class cT_ADODB;
 
 /// What became of one recipient's mail.
 struct MailResult {
     enum Kind {
         Sent,
-        NotMarked, ///< sent, but the database did not take the mark
         Uncertain, ///< it may have arrived
         Failed,
-        Overtaken, ///< not sent, since its rows have other marks now, or are gone
+        NotGivenBack, ///< not sent, but its rows are still marked as told
+        Overtaken,    ///< not sent, since its rows have other marks now, or are gone
         NotTried
     };
     Kind kind = NotTried;
     QString reason; ///< for the user; may be a remark on a mail that was sent
 
-    bool wasSent() const { return kind == Sent || kind == NotMarked; }
+    bool wasSent() const { return kind == Sent; }
     /// Whether rows are other than the caller knows them.
-    bool rowsChanged() const { return wasSent() || kind == Overtaken; }
+    bool rowsChanged() const { return wasSent() || kind == Overtaken || kind == NotGivenBack; }
 };
 
 /// Follows a run of mails.
@@ -34,13 +33,25 @@ public:
     virtual bool goOn() = 0;
 };
 
-/// Sends each recipient one mail and marks its rows, a transaction each, when the server has accepted it. Who
-/// has rows that a colleague told of, or removed, meanwhile gets none.
-/// Ends early when it is stopped, when the server is of no use and when a mark cannot be written: then it
-/// would never be known who has got a mail.
+/// The port through which the rows of a mail are marked as told.
+class MailClaims {
+public:
+    virtual ~MailClaims() = default;
+    /// Marks the rows, all or none, so that no colleague tells of them meanwhile.
+    /// @return the rows of which a colleague told, or which are gone; then none was marked
+    virtual Result<std::vector<MailRow>> claim(const std::vector<MailRow> &rows) = 0;
+    /// Takes the marks of the last claim back.
+    virtual Result<> giveBack() = 0;
+};
+
+/// Sends each recipient one mail. Its rows are claimed first, and given back when the server has not accepted
+/// the mail: of two users who mail the same rows only one does. Who has rows that a colleague told of, or
+/// removed, meanwhile gets none.
+/// Ends early when it is stopped, when the server is of no use and when rows cannot be claimed or given back.
 /// @return a result for each recipient
-std::vector<MailResult> runMails(cT_ADODB &db, mEmail &mail, const std::vector<MailRecipient> &recipients,
-                                 const QDate &today, MailWatch &watch);
+std::vector<MailResult> runMails(MailClaims &claims, mEmail &mail,
+                                 const std::vector<MailRecipient> &recipients, const QDate &today,
+                                 MailWatch &watch);
 
 /// How many mails came to which end.
 QString mailSummary(const std::vector<MailResult> &results);

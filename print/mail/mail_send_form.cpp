@@ -54,8 +54,8 @@ short frmMailSend::fail(const QString &reason) {
     return -1;
 }
 
-short frmMailSend::Init(cT_ADODB &db, const std::vector<MailRow> &rows) {
-    m_db = &db;
+short frmMailSend::Init(cT_ADODB &db, MailClaims &claims, const std::vector<MailRow> &rows) {
+    m_claims = &claims;
     QString reason;
     const std::optional<MailSettings> settings = readMailSettings(m_environment.folders, &reason);
     if (!settings)
@@ -141,7 +141,7 @@ void frmMailSend::send() {
 
 void frmMailSend::sendTicked() {
     frmSending form(m_environment, this);
-    if (form.Init(*m_db, m_settings, m_choice.ticked()) != 0) {
+    if (form.Init(*m_claims, m_settings, m_choice.ticked()) != 0) {
         m_environment.messages.failIn(form.sErrMsg(), u"Init()でエラー");
         return;
     }

@@ -20,8 +20,9 @@ public:
     explicit frmMailSend(Environment &environment, QWidget *parent = nullptr);
     ~frmMailSend() override;
 
-    /// Reads the mail settings and the counsellors of the rows' patients. 0, or −1 with sErrMsg.
-    short Init(cT_ADODB &db, const std::vector<MailRow> &rows);
+    /// Reads the mail settings and the counsellors of the rows' patients. The claims outlive the form. 0, or
+    /// −1 with sErrMsg.
+    short Init(cT_ADODB &db, MailClaims &claims, const std::vector<MailRow> &rows);
     const QString &sErrMsg() const { return m_error; }
 
     /// Whether rows have other marks than the caller knows.
@@ -41,7 +42,7 @@ private:
 
     std::unique_ptr<Ui::frmMailSend> m_ui;
     Environment &m_environment;
-    cT_ADODB *m_db = nullptr;
+    MailClaims *m_claims = nullptr;
     MailSettings m_settings;
     MailChoice m_choice;
     QString m_error;

@@ -24,13 +24,13 @@ frmSending::frmSending(Environment &environment, QWidget *parent)
 
 frmSending::~frmSending() = default;
 
-short frmSending::Init(cT_ADODB &db, const MailSettings &settings,
+short frmSending::Init(MailClaims &claims, const MailSettings &settings,
                        const std::vector<MailRecipient> &recipients) {
     if (recipients.empty()) {
         m_error = u"対象相談員を選択してください。"_s;
         return -1;
     }
-    m_db = &db;
+    m_claims = &claims;
     m_mail = std::make_unique<mEmail>(settings, m_environment.clock);
     m_recipients = recipients;
     m_ui->barProgress->setRange(0, int(recipients.size()));
@@ -57,7 +57,7 @@ void frmSending::reject() {
 }
 
 void frmSending::run() {
-    m_results = runMails(*m_db, *m_mail, m_recipients, m_environment.clock.today(), *this);
+    m_results = runMails(*m_claims, *m_mail, m_recipients, m_environment.clock.today(), *this);
     finish();
     tellOutcome();
 }
@@ -84,12 +84,12 @@ void frmSending::finish() {
     m_ui->cmdEnd->setFocus();
 }
 
-// A mark that is missing is told apart: it is all that keeps a colleague from mailing again.
+// A mark that stayed is told apart: with it the counsellor would never hear.
 void frmSending::tellOutcome() {
     const bool stopped = m_state == Stopping;
     m_state = Done;
     for (size_t i = 0; i < m_results.size(); ++i)
-        if (m_results[i].kind == MailResult::NotMarked)
+        if (m_results[i].kind == MailResult::NotGivenBack)
             m_environment.messages.fail(mailResultLine(m_recipients[i], m_results[i]), u"DB-error"_s);
     const QString title = u"メール送信"_s;
     if (std::ranges::all_of(m_results, &MailResult::wasSent))

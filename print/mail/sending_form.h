@@ -10,7 +10,7 @@ namespace Ui {
 class frmSending;
 }
 
-/// Sends the mails, marks the rows and shows what became of each. Created, initialised by Init and shown
+/// Sends the mails and shows what became of each. Created, initialised by Init and shown
 /// modally by exec(), which begins to send; it stays until the user closes it.
 class frmSending : public QDialog, private MailWatch {
     Q_OBJECT
@@ -19,7 +19,8 @@ public:
     ~frmSending() override;
 
     /// Takes what is to be sent. 0, or −1 with sErrMsg when there is nobody to send to.
-    short Init(cT_ADODB &db, const MailSettings &settings, const std::vector<MailRecipient> &recipients);
+    short Init(MailClaims &claims, const MailSettings &settings,
+               const std::vector<MailRecipient> &recipients);
     const QString &sErrMsg() const { return m_error; }
 
     /// One for each recipient, when the form has closed.
@@ -41,7 +42,7 @@ private:
 
     std::unique_ptr<Ui::frmSending> m_ui;
     Environment &m_environment;
-    cT_ADODB *m_db = nullptr;
+    MailClaims *m_claims = nullptr;
     std::unique_ptr<mEmail> m_mail;
     std::vector<MailRecipient> m_recipients;
     std::vector<MailResult> m_results;

@@ -2,10 +2,13 @@
 #include "consent/record/record_write.h"
 #include "consent/record/renewal.h"
 #include "consent/record/sent_marks.h"
+#include "consent/screens/mail_claims.h"
+#include "tests/mail/smtp_server.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
 #include "tests/support/wrapped_provider.h"
 
+#include <QDir>
 #include <QRegularExpression>
 #include <QStringList>
 #include <barrier>
@@ -178,4 +181,37 @@ TEST_F(TwoPrograms, ThatMailOfTheSameRowsClaimThemOnce) {
         ASSERT_TRUE(giveBack(here.db, mine->overtaken.empty() ? *mine : *theirs));
         EXPECT_EQ(here.value(u"SELECT sum(iSendFlg) FROM RIYOUSHA_DOUI_REC"_s), u"0"_s);
     }
+}
+
+TEST_F(TwoPrograms, ThatMailTheSameCounsellorSendOneMail) {
+    const QTemporaryDir log;
+    QDir::setCurrent(log.path());
+    const SmtpServer server(u"--wait 0.3"_s);
+    MailSettings settings;
+    settings.server = {u"localhost"_s, server.port(), 5, MailSecurity::None, {}, {}, {}};
+    settings.senderAddress = u"doui@example.jp"_s;
+    const std::vector<MailRecipient> recipients{
+        {{7, u"佐藤"_s, u"a@example.jp"_s}, {{rowOf(1).patient, u"利用者1"_s, 20251120}}, {}}};
+    const auto mailFrom = [&](cT_ADODB &db, MailWatch &watch) {
+        const FixedClock clock(QDate(2026, 5, 20));
+        mEmail mail(settings, clock);
+        RecordMailClaims claims(db);
+        return runMails(claims, mail, recipients, clock.today(), watch)[0].kind;
+    };
+    /// A colleague presses the key while the mail is on its way.
+    struct Watch : MailWatch {
+        void begins(size_t) override {}
+        void ended(size_t, const MailResult &) override {}
+        bool goOn() override {
+            if (++calls == 2 && meanwhile)
+                meanwhile();
+            return true;
+        }
+        int calls = 0;
+        std::function<void()> meanwhile;
+    } mine, theirs;
+    mine.meanwhile = [&] { EXPECT_EQ(mailFrom(there.db, theirs), MailResult::Overtaken); };
+    EXPECT_EQ(mailFrom(here.db, mine), MailResult::Sent);
+    EXPECT_GE(mine.calls, 2);
+    EXPECT_EQ(server.mails().size(), 1);
 }

@@ -10,6 +10,7 @@ parser = argparse.ArgumentParser()
 parser.add_argument("--out", required=True)
 parser.add_argument("--port", type=int, default=0)
 parser.add_argument("--fault", help="silent, slow-data, drop-data or busy")
+parser.add_argument("--wait", type=float, default=0, help="seconds before a mail is accepted")
 parser.add_argument("--reject", help="a recipient that is refused")
 parser.add_argument("--login", help="user:password that is demanded")
 parser.add_argument("--tls", help="starttls or tls; a certificate is made beside --out")
@@ -48,6 +49,7 @@ class Handler:
         return "250 OK"
 
     async def handle_DATA(self, server, session, envelope):
+        await asyncio.sleep(options.wait)
         if options.fault == "drop-data":
             server.transport.abort()
         elif options.fault == "slow-data":
