@@ -30,6 +30,10 @@ struct Batch : testing::Test {
     }
 
     BatchResult run(int reports, const BatchPrint::Progress &goOn = {}) {
+        return runIn(practice.environment, reports, goOn);
+    }
+
+    BatchResult runIn(Environment &environment, int reports, const BatchPrint::Progress &goOn = {}) {
         const auto make = [this](int position, PrintFiles &) -> Result<BatchReport> {
             if (position == notWritten)
                 return Failure{u"満杯です"_s};
@@ -40,7 +44,7 @@ struct Batch : testing::Test {
                                qrImageItem(),
                                practice.system(position == withoutLayout ? u"無い.wfd"_s : u"M再.wfd"_s)};
         };
-        return BatchPrint(practice.environment, order).run({reports, make}, goOn);
+        return BatchPrint(environment, order).run({reports, make}, goOn);
     }
 
     QString document(int number) const {
@@ -167,6 +171,31 @@ TEST_F(Batch, StopsBetweenChunks) {
     EXPECT_TRUE(result.left(99));
     EXPECT_FALSE(result.left(100));
     EXPECT_EQ(asked, 2);
+}
+
+/// Viewers that run until somebody has looked for the third time.
+class SlowViewers : public RecordedProcesses {
+public:
+    bool start(const QString &program, const QStringList &arguments, const QString &folder,
+               qint64 *id) override {
+        if (program.endsWith(u"wfrfv10.exe")) {
+            EXPECT_EQ(looks, 0) << "the viewer before still prints";
+            looks = 3;
+            *id = 1 + started.size();
+        }
+        return RecordedProcesses::start(program, arguments, folder, id);
+    }
+    bool runs(qint64 id) const override { return id > 0 && looks > 0 && --looks > 0; }
+
+    mutable int looks = 0;
+};
+
+TEST_F(Batch, PaperComesInTheOrderOfTheChunks) {
+    SlowViewers viewers;
+    viewers.act = practice.processes.act;
+    Environment environment{practice.folders, practice.clock, practice.messages, viewers, {1, 1}};
+    EXPECT_TRUE(runIn(environment, 301).allPrinted());
+    EXPECT_EQ(viewers.started.size(), 8) << "four chunks, each with a builder and a viewer";
 }
 
 TEST_F(Batch, ADocumentThatMayStillBeReadIsLeft) {
