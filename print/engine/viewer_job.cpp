@@ -86,6 +86,10 @@ bool ViewerJob::isTaken(std::chrono::milliseconds limit) const {
     if (!place.exists())
         return true;
     const JobTicket ticket = JobTicket::read(m_commandFile);
+    if (!m_ticket.id.isEmpty() && ticket.id != m_ticket.id)
+        return true;         // another job's by now
+    if (ticket.id.isEmpty()) // its writer was killed over it
+        return QFile::remove(place.filePath());
     if (ticket.computer == computerInNames() && ticket.viewer != JobTicket::starting &&
         !m_environment.processes.runs(ticket.viewer)) {
         ticket.wasRead(m_commandFile);

@@ -49,6 +49,8 @@ bool isLeft(const Processes &processes, const QFileInfo &folder) {
 void clearTicket(const Processes &processes, const QFileInfo &entry) {
     const QString commandFile = entry.path() + u'/' + entry.completeBaseName();
     const JobTicket ticket = JobTicket::read(commandFile);
+    if (ticket.id.isEmpty()) // its writer was killed over it
+        QFile::remove(entry.filePath());
     const bool ended = ticket.computer == computerInNames() && ticket.viewer != JobTicket::starting &&
                        !processes.runs(ticket.viewer);
     if (ended || isOlder(entry, mayBeReadSeconds))
