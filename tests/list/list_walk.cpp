@@ -1,0 +1,644 @@
+// Random work on the real list form beside a colleague who writes the same rows, checked after every step
+// against a reckoning of its own: what the grid shows, what is stored, and that nothing is lost.
+//   list_walk [--walks=N] [--steps=N] [--seed=N]   a failure names its seed
+
+#include "app/base/folders.h"
+#include "app/base/settings.h"
+#include "consent/list/list_grid.h"
+#include "consent/screens/consent_list_form.h"
+#include "tests/support/test_database.h"
+#include "tests/support/test_environment.h"
+#include "widgets/date_box.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QSettings>
+#include <QTest>
+
+#include <cstdio>
+#include <map>
+#include <random>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// One consent row by its columns' names; Null is "NULL".
+using Row = std::map<QString, QString>;
+/// By "patient/nDate/kind/deformity date".
+using Rows = std::map<QString, Row>;
+
+const QStringList columns{u"nIDNo"_s,
+                          u"nDate"_s,
+                          u"iHenkeiFlg"_s,
+                          u"nHenkeiDouiDate"_s,
+                          u"iNewestFlg"_s,
+                          u"tUpDateTime"_s,
+                          u"tDouiDay"_s,
+                          u"tDouiKaryoS"_s,
+                          u"tDouiKaryoE"_s,
+                          u"iRenrakuFlg"_s,
+                          u"iOutputFlg"_s,
+                          u"iGetFlg"_s,
+                          u"tSaiDouiDay"_s,
+                          u"tSaiDouiKaryoS"_s,
+                          u"tSaiDouiKaryoE"_s,
+                          u"iOutputFlgHenkei"_s,
+                          u"iGetFlgHenkei"_s,
+                          u"tDouiDayTempHenkei"_s,
+                          u"tdouiKaryoSTempHenkei"_s,
+                          u"tdouiKaryoETempHenkei"_s,
+                          u"cItiranBikou"_s,
+                          u"cIsiCd"_s,
+                          u"iReceptDisabledFlg"_s};
+
+bool isDeformity(const Row &row) {
+    return row.at(u"iHenkeiFlg"_s) == u"1";
+}
+
+/// The column of a row that a cell of the grid writes.
+QString columnOf(const Row &row, ListColumn column) {
+    const bool deformity = isDeformity(row);
+    switch (column) {
+    case ListColumn::Contact:
+        return u"iRenrakuFlg"_s;
+    case ListColumn::Requested:
+        return deformity ? u"iOutputFlgHenkei"_s : u"iOutputFlg"_s;
+    case ListColumn::Received:
+        return deformity ? u"iGetFlgHenkei"_s : u"iGetFlg"_s;
+    case ListColumn::Reconsent:
+        return deformity ? u"tDouiDayTempHenkei"_s : u"tSaiDouiDay"_s;
+    case ListColumn::NextStart:
+        return deformity ? u"tdouiKaryoSTempHenkei"_s : u"tSaiDouiKaryoS"_s;
+    case ListColumn::NextEnd:
+        return deformity ? u"tdouiKaryoETempHenkei"_s : u"tSaiDouiKaryoE"_s;
+    default:
+        return u"cItiranBikou"_s;
+    }
+}
+
+constexpr std::array ticks{ListColumn::Contact, ListColumn::Requested, ListColumn::Received};
+constexpr std::array texts{ListColumn::Reconsent, ListColumn::NextStart, ListColumn::NextEnd,
+                           ListColumn::Remark};
+
+QDate day(const QString &text) {
+    return QDate::fromString(text, u"yyyy/MM/dd"_s);
+}
+
+QString text(const QDate &date) {
+    return date.isValid() ? date.toString(u"yyyy/MM/dd"_s) : u"NULL"_s;
+}
+
+/// The mid-month rule with six months, reckoned anew: the end is that of the fifth month after the
+/// re-consent's, of the sixth for one in the second half.
+void propose(Row &row, const QDate &reconsent) {
+    const QDate running = day(row.at(u"tDouiKaryoE"_s));
+    const QDate start = std::max(running.addDays(1), reconsent);
+    const QDate month(reconsent.year(), reconsent.month(), 1);
+    const QDate end = month.addMonths(reconsent.day() > 15 ? 7 : 6).addDays(-1);
+    const bool given = reconsent.isValid() && start <= end;
+    row[columnOf(row, ListColumn::Reconsent)] = text(reconsent);
+    row[columnOf(row, ListColumn::NextStart)] = text(given ? start : QDate());
+    row[columnOf(row, ListColumn::NextEnd)] = text(given ? end : QDate());
+}
+
+/// Answers every question as the walk wants it; a colleague may act while one is open.
+class WalkMessages : public Messages {
+public:
+    Answer show(const Message &message) override {
+        shown.append(message.text);
+        if (meanwhile)
+            std::exchange(meanwhile, nullptr)();
+        return message.buttons == MessageButtons::YesNoCancel ? answer : Answer::Yes;
+    }
+    QStringList shown;
+    std::function<void()> meanwhile;
+    Answer answer = Answer::Yes; ///< to "save the changes?"
+};
+
+class Walk {
+public:
+    explicit Walk(unsigned seed) : m_random(seed), m_seed(seed) {
+        m_deformityFollows = one(2) == 0;
+        if (m_deformityFollows)
+            writeSetting();
+        fill();
+        m_form = std::make_unique<frm同意書管理>(m_environment);
+        check(m_form->iInit(m_database.db, 0) == 0, "the list opens");
+        m_form->show();
+        m_grid = m_form->findChild<ListGrid *>(u"ssDouiD"_s);
+        // From the month before this one, so that renewal is permitted.
+        m_form->findChild<DateBox *>(u"imD_KikanFrom"_s)->setDate(m_from);
+        m_form->findChild<DateBox *>(u"imD_KikanTo"_s)->setDate(m_to);
+        key(Qt::Key_F4);
+        m_read = stored();
+        compare();
+    }
+
+    bool failed() const { return m_failed; }
+
+    void step() {
+        struct Action {
+            int weight;
+            void (Walk::*act)();
+            const char *name;
+        };
+        static constexpr Action actions[] = {
+            {10, &Walk::tick, "tick"},    {10, &Walk::type, "type"},       {8, &Walk::colleague, "colleague"},
+            {3, &Walk::narrow, "narrow"}, {2, &Walk::tickAll, "tick all"}, {2, &Walk::reread, "read again"},
+            {2, &Walk::search, "search"}, {3, &Walk::save, "save"},        {4, &Walk::renew, "renew"}};
+        int at = one(44);
+        for (const Action &action : actions) {
+            at -= action.weight;
+            if (at >= 0)
+                continue;
+            m_messages.shown.clear();
+            m_trail.append(QString::fromLatin1(action.name));
+            (this->*action.act)();
+            compare();
+            return;
+        }
+    }
+
+private:
+    // ---- the practice
+
+    void writeSetting() {
+        check(Settings(m_folders).iSwitch(Setting::変形連動, true) == 0, "the setting is written");
+    }
+
+    void fill() {
+        for (int patient = 1; patient <= patients; ++patient) {
+            m_database.run(
+                u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iSejutsuKubun)"
+                " VALUES (1, 1, %1, '利用者%1', '%2', 0)"_s.arg(patient)
+                    .arg(patient % 2 == 0 ? u"ヤマダ"_s : u"スズキ"_s));
+            insert(patient, false);
+            if (patient % 3 == 0)
+                insert(patient, true);
+        }
+    }
+
+    void insert(int patient, bool deformity) {
+        const QDate consent = QDate(2026, 6, 1).addDays(one(25));
+        const QDate end = QDate(2026, 11, 1).addDays(one(90));
+        m_database.run(
+            u"INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate,"
+            " iNewestFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, iReceptDisabledFlg, nDouiUpMonth, tUpDateTime)"
+            " VALUES (1, 1, %1, %2, %3, %4, 1, '%5', '%5', '%6', 0, 6, '%7')"_s.arg(patient)
+                .arg(consent.toString(u"yyyyMMdd"_s))
+                .arg(deformity ? 1 : 0)
+                .arg(deformity ? consent.toString(u"yyyyMMdd"_s) : u"0"_s)
+                .arg(text(consent), text(end), now()));
+    }
+
+    /// Each write of the colleague has a time of its own.
+    QString now() { return u"2026/11/21 08:00:00.%1"_s.arg(++m_time, 3, 10, QChar(u'0')); }
+
+    Rows stored() const {
+        Rows rows;
+        for (const QString &line :
+             m_database.rows(u"SELECT "_s + columns.join(u", ") + u" FROM RIYOUSHA_DOUI_REC"_s)) {
+            const QStringList cells = line.split(u'|');
+            Row row;
+            for (qsizetype i = 0; i < columns.size(); ++i)
+                row[columns[i]] = cells[i];
+            rows[cells.mid(0, 4).join(u'/')] = row;
+        }
+        return rows;
+    }
+
+    bool inRange(const Row &row) const {
+        const QDate end = day(row.at(u"tDouiKaryoE"_s));
+        return row.at(u"iNewestFlg"_s) == u"1" && end >= m_from && end <= m_to;
+    }
+
+    // ---- what the user has before him
+
+    /// A row as it was read, with what was entered over it.
+    Row seen(const QString &key) const {
+        const auto edit = m_edits.find(key);
+        return edit == m_edits.end() ? m_read.at(key) : edit->second;
+    }
+
+    void enter(const QString &key, const Row &row) {
+        m_edits.erase(key);
+        if (row != m_read.at(key))
+            m_edits[key] = row;
+    }
+
+    QString keyAt(int gridRow) const {
+        const auto *model = static_cast<ConsentListModel *>(m_grid->model());
+        const ConsentRowKey key = model->records().key(model->recordOfRow(gridRow));
+        return u"%1/%2/%3/%4"_s.arg(key.patient.nIDNo)
+            .arg(key.nDate)
+            .arg(key.iHenkeiFlg)
+            .arg(key.nHenkeiDouiDate);
+    }
+
+    bool shows(const Row &row) const {
+        return inRange(row) &&
+               (m_narrowed.isEmpty() || (row.at(u"nIDNo"_s).toInt() % 2 == 0) == (m_narrowed == u"ヤマ"));
+    }
+
+    /// What the program would find in the way of writing an edit: a colleague was there first.
+    bool overtaken(const QString &key, const Rows &at) const {
+        const auto row = at.find(key);
+        return row == at.end() || row->second.at(u"iNewestFlg"_s) != u"1" ||
+               row->second.at(u"tUpDateTime"_s) != m_read.at(key).at(u"tUpDateTime"_s);
+    }
+
+    /// The grid must show what was read and entered, no more and no less.
+    void compare() {
+        std::map<QString, int> grid;
+        for (int row = 0; row < m_grid->model()->rowCount(); ++row)
+            grid[keyAt(row)] = row;
+        size_t expected = 0;
+        for (const auto &[key, row] : m_read) {
+            if (!shows(row))
+                continue;
+            ++expected;
+            const auto shown = grid.find(key);
+            if (shown == grid.end()) {
+                check(false, "row " + key.toStdString() + " is shown");
+                continue;
+            }
+            const Row now = seen(key);
+            for (const ListColumn column : ticks) {
+                const bool on =
+                    m_grid->model()->index(shown->second, int(column)).data(Qt::CheckStateRole).toInt() != 0;
+                const QString value = now.at(columnOf(now, column));
+                check(isDeformity(now) && column == ListColumn::Contact ? true : on == (value == u"1"),
+                      "tick " + std::to_string(int(column)) + " of " + key.toStdString());
+            }
+            for (const ListColumn column : texts) {
+                const QString cell = m_grid->model()->index(shown->second, int(column)).data().toString();
+                QString value = now.at(columnOf(now, column));
+                if (value == u"NULL")
+                    value.clear();
+                check(cell == value, "cell " + std::to_string(int(column)) + " of " + key.toStdString() +
+                                         ": " + cell.toStdString() + ", not " + value.toStdString());
+            }
+        }
+        check(expected == grid.size(), "as many rows as there are: " + std::to_string(grid.size()) +
+                                           ", not " + std::to_string(expected));
+    }
+
+    // ---- what the user does
+
+    void tick() {
+        if (m_grid->model()->rowCount() == 0)
+            return;
+        const int row = one(m_grid->model()->rowCount());
+        const ListColumn column = ticks[size_t(one(3))];
+        const QString key = keyAt(row);
+        m_grid->setFocus();
+        m_grid->goTo(row, int(column));
+        QTest::keyClick(m_grid, Qt::Key_Space);
+        Row now = seen(key);
+        if (isDeformity(now) && column == ListColumn::Contact)
+            return;
+        QString &value = now[columnOf(now, column)];
+        value = value == u"1" ? u"0"_s : u"1"_s;
+        enter(key, now);
+    }
+
+    void type() {
+        if (m_grid->model()->rowCount() == 0)
+            return;
+        const int row = one(m_grid->model()->rowCount());
+        const QString key = keyAt(row);
+        Row now = seen(key);
+        const bool dates = isDeformity(now) || one(3) > 0;
+        const QDate reconsent = QDate(2026, 11, 1).addDays(one(60));
+        typeInto(row, dates ? ListColumn::Reconsent : ListColumn::Remark,
+                 dates ? reconsent.toString(u"yyyyMMdd"_s) : u"memo%1"_s.arg(one(1000)));
+        if (!dates) {
+            now[u"cItiranBikou"_s] = m_typed;
+            enter(key, now);
+            return;
+        }
+        // The same day again changes nothing.
+        if (now.at(columnOf(now, ListColumn::Reconsent)) == text(reconsent))
+            return;
+        propose(now, reconsent);
+        enter(key, now);
+        if (!m_deformityFollows || isDeformity(now))
+            return;
+        for (const auto &[other, read] : m_read)
+            if (inRange(read) && isDeformity(read) && read.at(u"nIDNo"_s) == now.at(u"nIDNo"_s)) {
+                Row follows = seen(other);
+                propose(follows, reconsent);
+                enter(other, follows);
+            }
+    }
+
+    void typeInto(int row, ListColumn column, const QString &typed) {
+        m_typed = typed;
+        comeForward();
+        m_grid->setFocus();
+        m_grid->goTo(row, int(column));
+        QTest::keyClicks(m_grid, typed.left(1));
+        QWidget *editor = QApplication::focusWidget();
+        QTest::keyClicks(editor, typed.mid(1));
+        QTest::keyClick(editor, Qt::Key_Return);
+        QApplication::processEvents();
+    }
+
+    void narrow() {
+        m_narrowed = QStringList{QString(), u"ヤマ"_s, u"スズ"_s}[one(3)];
+        m_form->findChild<QLineEdit *>(u"txt_SiboriKana"_s)->setText(m_narrowed);
+    }
+
+    void tickAll() {
+        bool all = true;
+        for (const auto &[key, row] : m_read)
+            if (shows(row))
+                all = all && seen(key).at(columnOf(row, ListColumn::Received)) == u"1";
+        key(Qt::Key_F8);
+        for (const auto &[key, row] : m_read)
+            if (shows(row)) {
+                Row now = seen(key);
+                QString &value = now[columnOf(now, ListColumn::Received)];
+                if ((value == u"1") == all)
+                    value = all ? u"0"_s : u"1"_s;
+                enter(key, now);
+            }
+    }
+
+    void reread() {
+        key(Qt::Key_F4, Qt::ShiftModifier);
+        takeNew(stored());
+    }
+
+    /// The rows are read anew; edits of rows that a colleague wrote are gone, and named.
+    void takeNew(const Rows &rows) {
+        for (auto edit = m_edits.begin(); edit != m_edits.end();) {
+            const auto row = rows.find(edit->first);
+            if (row == rows.end() || !inRange(row->second) || overtaken(edit->first, rows)) {
+                check(!m_messages.shown.isEmpty() &&
+                          m_messages.shown.join(u' ').contains(u"利用者"_s + edit->second.at(u"nIDNo"_s)),
+                      "the lost edit of " + edit->first.toStdString() + " is named");
+                edit = m_edits.erase(edit);
+            } else {
+                ++edit;
+            }
+        }
+        m_read = rows;
+    }
+
+    void search() {
+        const bool asked = !m_edits.empty();
+        m_messages.answer = std::array{Answer::Yes, Answer::No, Answer::Cancel}[size_t(one(3))];
+        key(Qt::Key_F4);
+        if (asked && m_messages.answer == Answer::Cancel)
+            return;
+        if (asked && m_messages.answer == Answer::Yes && !afterSave(m_before))
+            return;
+        m_edits.clear();
+        m_read = stored();
+    }
+
+    void save() {
+        const bool changed = !m_edits.empty();
+        key(Qt::Key_F5);
+        if (changed)
+            afterSave(m_before);
+    }
+
+    /// All edits are stored, or none.
+    bool afterSave(const Rows &before) {
+        bool conflict = false;
+        for (const auto &[key, edit] : m_edits)
+            conflict = conflict || overtaken(key, before);
+        Rows expected = before;
+        if (!conflict)
+            for (const auto &[key, edit] : m_edits)
+                expected[key] = edit;
+        checkStored(expected, stored());
+        if (conflict) {
+            takeNew(stored());
+            return false;
+        }
+        m_edits.clear();
+        m_read = stored();
+        return true;
+    }
+
+    /// Equal but for the time of writing.
+    void checkStored(const Rows &expected, const Rows &now) {
+        check(expected.size() == now.size(),
+              "rows stored: " + std::to_string(now.size()) + ", not " + std::to_string(expected.size()));
+        for (const auto &[key, row] : expected) {
+            const auto found = now.find(key);
+            if (found == now.end()) {
+                check(false, "row " + key.toStdString() + " is still there");
+                continue;
+            }
+            for (const auto &[column, value] : row)
+                if (column != u"tUpDateTime")
+                    check(same(column, value, found->second.at(column)),
+                          column.toStdString() + " of " + key.toStdString() + " stored as " +
+                              found->second.at(column).toStdString() + ", not " + value.toStdString());
+        }
+    }
+
+    /// A flag that nobody set may be stored as 0.
+    static bool same(const QString &column, const QString &a, const QString &b) {
+        const auto none = [&](const QString &text) { return text == u"NULL" || text == u"0"; };
+        return a == b || (column.startsWith(u'i') && column != u"iReceptDisabledFlg" && none(a) && none(b));
+    }
+
+    void renew() {
+        // What is renewed is fixed when the question comes, whatever the colleague does while it is open.
+        std::map<QString, Row> wanted;
+        for (const auto &[key, row] : m_read)
+            if (const Row now = seen(key); shows(row) && now.at(columnOf(now, ListColumn::Received)) == u"1")
+                wanted[key] = now;
+        key(Qt::Key_F6);
+        if (wanted.empty()) {
+            checkStored(m_before, stored());
+            return;
+        }
+        Rows expected = m_before;
+        bool conflict = false;
+        for (const auto &[key, edit] : m_edits)
+            conflict = conflict || overtaken(key, m_before);
+        if (conflict) {
+            checkStored(expected, stored());
+            takeNew(stored());
+            return;
+        }
+        for (const auto &[key, edit] : m_edits)
+            expected[key] = edit;
+        for (const auto &[key, row] : wanted)
+            if (!overtaken(key, m_before) && mayRenew(row))
+                addRenewed(expected, key, row);
+        checkStored(expected, stored());
+        m_edits.clear();
+        m_read = stored();
+    }
+
+    static bool mayRenew(const Row &row) {
+        const QDate reconsent = day(row.at(columnOf(row, ListColumn::Reconsent)));
+        const QDate start = day(row.at(columnOf(row, ListColumn::NextStart)));
+        const QDate end = day(row.at(columnOf(row, ListColumn::NextEnd)));
+        return reconsent.isValid() && start.isValid() && end.isValid() && start <= end &&
+               reconsent > day(row.at(u"tDouiDay"_s)) &&
+               reconsent.toString(u"yyyyMMdd"_s).toInt() > row.at(u"nDate"_s).toInt() &&
+               row.at(u"iReceptDisabledFlg"_s) == u"0";
+    }
+
+    void addRenewed(Rows &rows, const QString &key, const Row &row) {
+        const bool deformity = isDeformity(row);
+        Row next = row;
+        const QString reconsent = row.at(columnOf(row, ListColumn::Reconsent));
+        next[u"nDate"_s] = day(reconsent).toString(u"yyyyMMdd"_s);
+        next[u"nHenkeiDouiDate"_s] = deformity ? next[u"nDate"_s] : u"0"_s;
+        next[u"tDouiDay"_s] = reconsent;
+        next[u"tDouiKaryoS"_s] = row.at(columnOf(row, ListColumn::NextStart));
+        next[u"tDouiKaryoE"_s] = row.at(columnOf(row, ListColumn::NextEnd));
+        for (const QString &column :
+             {u"iOutputFlg"_s, u"iGetFlg"_s, u"iOutputFlgHenkei"_s, u"iGetFlgHenkei"_s})
+            next[column] = u"0"_s;
+        for (const QString &column :
+             {u"tSaiDouiDay"_s, u"tSaiDouiKaryoS"_s, u"tSaiDouiKaryoE"_s, u"tDouiDayTempHenkei"_s,
+              u"tdouiKaryoSTempHenkei"_s, u"tdouiKaryoETempHenkei"_s})
+            next[column] = u"NULL"_s;
+        if (deformity)
+            next[u"cItiranBikou"_s] = u"NULL"_s;
+        rows[key][u"iNewestFlg"_s] = u"0"_s;
+        rows[QStringList{next[u"nIDNo"_s], next[u"nDate"_s], next[u"iHenkeiFlg"_s],
+                         next[u"nHenkeiDouiDate"_s]}
+                 .join(u'/')] = next;
+    }
+
+    // ---- what the colleague does
+
+    void colleague() {
+        const Rows rows = stored();
+        std::vector<QString> newest;
+        for (const auto &[key, row] : rows)
+            if (row.at(u"iNewestFlg"_s) == u"1")
+                newest.push_back(key);
+        if (newest.empty())
+            return;
+        const Row &row = rows.at(newest[size_t(one(int(newest.size())))]);
+        const QString where = u" WHERE nIDNo = %1 AND nDate = %2 AND iHenkeiFlg = %3"_s.arg(
+            row.at(u"nIDNo"_s), row.at(u"nDate"_s), row.at(u"iHenkeiFlg"_s));
+        const auto set = [&](const QString &what) {
+            m_database.run(u"UPDATE RIYOUSHA_DOUI_REC SET %1, tUpDateTime = '%2'"_s.arg(what, now()) + where);
+        };
+        switch (one(6)) {
+        case 0:
+            set(u"cItiranBikou = '同僚%1'"_s.arg(one(1000)));
+            break;
+        case 1:
+            set(columnOf(row, ListColumn::Received) + u" = 0"_s);
+            break;
+        case 2: {
+            Row answered = row;
+            propose(answered, QDate(2026, 11, 10).addDays(one(20)));
+            QStringList parts{columnOf(row, ListColumn::Received) + u" = 1"_s};
+            for (const ListColumn column :
+                 {ListColumn::Reconsent, ListColumn::NextStart, ListColumn::NextEnd})
+                parts += u"%1 = '%2'"_s.arg(columnOf(row, column), answered[columnOf(row, column)]);
+            set(parts.join(u", "));
+            break;
+        }
+        case 3:
+            set(u"tDouiKaryoE = '%1'"_s.arg(text(QDate(2026, 11, 1).addDays(one(90)))));
+            break;
+        case 4:
+            set(u"cIsiCd = '%1'"_s.arg(one(9) + 1));
+            break;
+        case 5:
+            set(u"iReceptDisabledFlg = %1"_s.arg(one(4) == 0 ? u"NULL"_s : u"0"_s));
+            break;
+        }
+    }
+
+    // ---- helpers
+
+    /// Presses a key; what is stored just before the program may write is kept. Sometimes the colleague is at
+    /// work while the first question is open.
+    void key(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+        m_before = stored();
+        const bool interferes = (key == Qt::Key_F5 || key == Qt::Key_F6) && one(3) == 0;
+        m_messages.meanwhile = [this, interferes] {
+            if (interferes)
+                colleague();
+            m_before = stored();
+        };
+        comeForward();
+        QTest::keyClick(m_form.get(), key, modifiers);
+        m_messages.meanwhile = nullptr;
+    }
+
+    /// The window of a work that has ended gives the form back to the user.
+    void comeForward() {
+        m_form->activateWindow();
+        check(QTest::qWaitForWindowActive(m_form.get()), "the list is in front");
+    }
+
+    int one(int of) { return int(m_random() % unsigned(of)); }
+
+    void check(bool holds, const std::string &what) {
+        if (holds || m_failed)
+            return;
+        m_failed = true;
+        std::printf("seed %u, %s\n  does not hold after %s\n  said: %s\n", m_seed, what.c_str(),
+                    m_trail.mid(qMax(0, m_trail.size() - 8)).join(u", ").toUtf8().constData(),
+                    m_messages.shown.join(u" / ").toUtf8().constData());
+    }
+
+    static constexpr int patients = 9;
+    const QDate m_from{2026, 10, 1};
+    const QDate m_to{2027, 4, 30};
+
+    std::mt19937 m_random;
+    unsigned m_seed;
+    TestDatabase m_database;
+    QTemporaryDir m_programFolder;
+    Folders m_folders{m_programFolder.path()};
+    FixedClock m_clock{QDate(2026, 11, 21)};
+    WalkMessages m_messages;
+    RecordedProcesses m_processes;
+    Environment m_environment{m_folders, m_clock, m_messages, m_processes, {1, 1}};
+    std::unique_ptr<frm同意書管理> m_form;
+    ListGrid *m_grid = nullptr;
+    bool m_deformityFollows = false;
+    Rows m_read;                    ///< as the list read them
+    Rows m_before;                  ///< stored just before the program writes
+    std::map<QString, Row> m_edits; ///< by row, the row with what was entered
+    QString m_narrowed;
+    QString m_typed;
+    QStringList m_trail;
+    int m_time = 0;
+    bool m_failed = false;
+};
+
+} // namespace
+
+int main(int argc, char **argv) {
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("FONTCONFIG_FILE", DOUISHO_FONTS);
+    const QTemporaryDir settings;
+    QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, settings.path());
+    QApplication app(argc, argv);
+    int walks = 20, steps = 60, seed = 1;
+    for (const QString &argument : app.arguments().mid(1)) {
+        const int value = argument.section(u'=', 1).toInt();
+        (argument.startsWith(u"--walks") ? walks : argument.startsWith(u"--steps") ? steps : seed) = value;
+    }
+    int failed = 0;
+    for (int walk = 0; walk < walks; ++walk) {
+        Walk way(unsigned(seed + walk));
+        for (int step = 0; step < steps && !way.failed(); ++step)
+            way.step();
+        failed += way.failed();
+    }
+    std::printf("%d walks of %d steps, %d failed\n", walks, steps, failed);
+    return failed == 0 ? 0 : 1;
+}
