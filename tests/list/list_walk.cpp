@@ -321,13 +321,18 @@ private:
         // The same day again changes nothing.
         if (now.at(columnOf(now, ListColumn::Reconsent)) == text(reconsent))
             return;
+        const QString before = now.at(columnOf(now, ListColumn::Reconsent));
         propose(now, reconsent);
         enter(key, now);
         if (!m_deformityFollows || isDeformity(now))
             return;
         for (const auto &[other, read] : m_read)
             if (inRange(read) && isDeformity(read) && read.at(u"nIDNo"_s) == now.at(u"nIDNo"_s)) {
+                // One that has an answer of its own keeps it.
                 Row follows = seen(other);
+                const QString own = follows.at(u"tDouiDayTempHenkei"_s);
+                if (own != u"NULL" && own != before)
+                    continue;
                 propose(follows, reconsent);
                 enter(other, follows);
             }
