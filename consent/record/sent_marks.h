@@ -41,7 +41,8 @@ struct MailClaim {
 };
 
 /// Sets iSendFlg of the rows before a mail tells of them, all or none, so that no colleague sends another one
-/// meanwhile. The audit columns stay as they are: colleagues' open edits are not overtaken by a mail.
+/// meanwhile; two who send again, knowing of the first mail, both do. The audit columns stay as they are:
+/// colleagues' open edits are not overtaken by a mail.
 Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates);
 
 /// Takes the marks of a claim back after its mail has not left. Rows that were removed or moved meanwhile are

@@ -92,13 +92,17 @@ void MailChoice::tickAll() {
     Q_EMIT ticksChanged();
 }
 
-// What failed stays ticked, to be sent again; what may have arrived is for the user to decide.
+// What failed stays ticked, to be sent again; what may have arrived counts as told, and whether it is sent
+// again is for the user to decide.
 void MailChoice::takeResults(const std::vector<MailResult> &results) {
     auto result = results.begin();
     for (Entry &entry : m_entries) {
         if (!entry.ticked || result == results.end())
             continue;
         entry.sent = result->wasSent();
+        if (result->kind == MailResult::Uncertain)
+            for (MailRow &row : entry.recipient.rows)
+                row.sent = true;
         entry.ticked = result->kind == MailResult::Failed || result->kind == MailResult::NotTried;
         entry.note = noteOf(*result);
         ++result;

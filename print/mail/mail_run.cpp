@@ -68,9 +68,9 @@ private:
         return {MailResult::Failed, outcome.reason};
     }
 
-    /// Rows of a mail that was not accepted are free again.
+    /// Rows of a mail that cannot have arrived are free again.
     MailResult settled(const MailResult &result) {
-        if (result.kind == MailResult::Sent)
+        if (result.mayHaveArrived())
             return result;
         const Result<> given = m_claims.giveBack();
         if (given)
@@ -113,7 +113,7 @@ QString mailResultLine(const MailRecipient &recipient, const MailResult &result)
                u"\r\n　　送信済の印を戻せませんでした。一覧で「送信済」を確認してください。"_s +
                result.reason;
     case MailResult::Uncertain:
-        return u"不明　　"_s + who + u"\r\n　　"_s + result.reason;
+        return u"不明　　"_s + who + u"\r\n　　送信済の印は付けたままです。"_s + result.reason;
     case MailResult::Failed:
     case MailResult::Overtaken:
     case MailResult::NotTried:

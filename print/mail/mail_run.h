@@ -8,7 +8,7 @@
 struct MailResult {
     enum Kind {
         Sent,
-        Uncertain, ///< it may have arrived
+        Uncertain, ///< it may have arrived; its rows stay marked as told
         Failed,
         NotGivenBack, ///< not sent, but its rows are still marked as told
         Overtaken,    ///< not sent, since its rows have other marks now, or are gone
@@ -18,8 +18,9 @@ struct MailResult {
     QString reason; ///< for the user; may be a remark on a mail that was sent
 
     bool wasSent() const { return kind == Sent; }
+    bool mayHaveArrived() const { return kind == Sent || kind == Uncertain; }
     /// Whether rows are other than the caller knows them.
-    bool rowsChanged() const { return wasSent() || kind == Overtaken || kind == NotGivenBack; }
+    bool rowsChanged() const { return mayHaveArrived() || kind == Overtaken || kind == NotGivenBack; }
 };
 
 /// Follows a run of mails.
@@ -44,10 +45,11 @@ public:
     virtual Result<> giveBack() = 0;
 };
 
-/// Sends each recipient one mail. Its rows are claimed first, and given back when the server has not accepted
-/// the mail: of two users who mail the same rows only one does. Who has rows that a colleague told of, or
-/// removed, meanwhile gets none.
-/// Ends early when it is stopped, when the server is of no use and when rows cannot be claimed or given back.
+/// Sends each recipient one mail. Its rows are claimed first, and given back when the mail cannot have
+/// arrived: of two users who mail the same rows for the first time only one does. Who mails again, knowing of
+/// the first mail, is held up by nobody. Who has rows that a colleague told of, or removed, meanwhile gets
+/// none. Ends early when it is stopped, when the server is of no use and when rows cannot be claimed or given
+/// back.
 /// @return a result for each recipient
 std::vector<MailResult> runMails(MailClaims &claims, mEmail &mail,
                                  const std::vector<MailRecipient> &recipients, const QDate &today,

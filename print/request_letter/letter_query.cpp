@@ -120,6 +120,13 @@ QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
            u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients);
 }
 
+/// A deformity row without a re-consent of its own has the massage's, as the list shows it.
+QDate reconsentOf(const FieldRows<L> &rows, int row) {
+    const QDate deformity = rows.date(row, L::DeformityReconsent);
+    const bool own = rows.number(row, L::Deformity) == 1 && deformity.isValid();
+    return own ? deformity : rows.date(row, L::Reconsent);
+}
+
 LetterRow readRow(const FieldRows<L> &rows, int row) {
     const auto text = [&](L column) { return rows.text(row, column); };
     const auto number = [&](L column) { return int(rows.number(row, column)); };
@@ -137,7 +144,7 @@ LetterRow readRow(const FieldRows<L> &rows, int row) {
     result.sex = number(L::Sex);
     result.acupuncture = number(L::Kind) != 0;
     result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
-    result.reconsent = date(result.key.iHenkeiFlg == 1 ? L::DeformityReconsent : L::Reconsent);
+    result.reconsent = reconsentOf(rows, row);
     result.diagnosis = diagnosisOf(text(result.acupuncture ? L::AcupunctureDiagnosis : L::MassageDiagnosis),
                                    text(L::Diagnosis));
     result.otherDisease = text(L::OtherDisease);

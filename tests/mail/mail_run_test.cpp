@@ -1,6 +1,7 @@
 // Who gets which mail, and which rows are marked.
 
 #include "consent/screens/mail_claims.h"
+#include "print/mail/mail_choice.h"
 #include "tests/mail/smtp_server.h"
 #include "tests/support/failing_provider.h"
 #include "tests/support/test_database.h"
@@ -154,6 +155,24 @@ TEST_F(MailRunTest, NobodyIsMailedOfRowsThatColleaguesTookAndStopsAreTold) {
     watch.stopAt = 1;
     results = run(database.db, server);
     EXPECT_EQ(kinds(results), std::vector({Overtaken, NotTried, NotTried}));
+}
+
+TEST_F(MailRunTest, WhatMayHaveArrivedIsNotMailedAgainUnlessTheUserKnows) {
+    const SmtpServer silent(u"--fault drop-data"_s), server;
+    MailChoice choice;
+    choice.load({plan().recipients[0]});
+    const std::vector<MailResult> results = run(database.db, silent);
+    EXPECT_EQ(kinds(results), std::vector({Uncertain, Uncertain, Uncertain}));
+    EXPECT_EQ(marked().size(), 5);
+    EXPECT_TRUE(results[0].rowsChanged());
+    EXPECT_EQ(kinds(run(database.db, server)), std::vector({Overtaken, Overtaken, Overtaken}));
+
+    choice.takeResults(results);
+    EXPECT_EQ(choice.ticked().size(), 0);
+    choice.toggle(0);
+    EXPECT_EQ(choice.tickedToldBefore(), 2) << "the question names them";
+    rows = choice.ticked()[0].rows;
+    EXPECT_EQ(kinds(run(database.db, server)), std::vector({Sent}));
 }
 
 TEST_F(MailRunTest, AServerThatIsOfNoUseIsTriedOnce) {

@@ -157,6 +157,12 @@ TEST_F(LettersTest, ARecordHoldsWhatTheLetterSays) {
     EXPECT_EQ(other[u"同意再取得日"_s], u"令和08年12月20日"_s);
     EXPECT_EQ(other[u"病院名"_s], u"朝日医院　御中"_s) << "of the doctor who is asked";
     EXPECT_EQ(other[u"医者名"_s], u""_s) << "a letter has one honorific";
+    orders[0].row.iHenkeiFlg = 1;
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iHenkeiFlg = 1"_s);
+    EXPECT_EQ(records().value(0)[u"同意再取得日"_s], u"令和08年12月20日"_s)
+        << "the massage's, as in the list";
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tDouiDayTempHenkei = '2026/12/21'"_s);
+    EXPECT_EQ(records().value(0)[u"同意再取得日"_s], u"令和08年12月21日"_s);
     orders[0].toHospital = false;
     database.run(u"UPDATE DOCTOR SET cName = NULL"_s);
     EXPECT_EQ(records().value(0)[u"病院名"_s], u"朝日医院　御中"_s) << "the doctor is not known";
