@@ -82,13 +82,28 @@ QList<Facility> makeFacilities(Random &random, Facility::Type type, const QList<
     return list;
 }
 
+/// Every eighth doctor behind the institutions' own works where the master knows no institution: visiting
+/// patients from an office of his own, or from nowhere that anybody entered.
+Facility workplace(const Facility &hospital, int doctor) {
+    if (doctor % 8 != 0)
+        return hospital;
+    Facility own = hospital;
+    own.id = 0;
+    own.name = doctor % 16 == 0 ? u"在宅診療　まつのき"_s : QString();
+    own.kana = doctor % 16 == 0 ? u"マツノキ"_s : QString();
+    if (own.name.isNull())
+        own.place = {};
+    return own;
+}
+
 QList<Doctor> makeDoctors(Random &random, const QList<Facility> &hospitals, int count) {
     QList<Doctor> list;
     for (int i = 0; i < count; ++i) {
         // Every institution has one; the larger ones, further up in the list, more.
         const int among = i < hospitals.size() ? i : random.below(static_cast<int>(hospitals.size()) / 2);
         list.append({i + 1, makeName(random, random.percent(75) ? Sex::Man : Sex::Woman, 1968),
-                     hospitals.at(among), random.percent(10), random.percent(20)});
+                     i < hospitals.size() ? hospitals.at(among) : workplace(hospitals.at(among), i + 1),
+                     random.percent(10), random.percent(20)});
     }
     return list;
 }

@@ -16,7 +16,7 @@ class BulkDatabase;
 struct Facility {
     enum Type { Hospital = 1, Home = 2, CareOffice = 3 };
 
-    int id;
+    int id; ///< 0: no row of the master
     Type type;
     QString name;
     QString kana;
@@ -30,8 +30,8 @@ struct Facility {
 struct Doctor {
     int id;
     PersonName name;
-    Facility hospital;
-    bool handWriting; ///< writes by hand, so the form leaves the doctor's block blank
+    Facility hospital; ///< of two of the first 25 not in the master, one of them without a name
+    bool handWriting;  ///< writes by hand, so the form leaves the doctor's block blank
     bool ownLayouts;
 };
 

@@ -41,7 +41,7 @@ const QList<Column<Doctor>> &doctorColumns() {
         {"cNameKana", [](Cell c, R r) { c.put(r.name.kana); }},
         {"cKikan", [](Cell c, R r) { c.put(r.hospital.name); }},
         {"cKikanKana", [](Cell c, R r) { c.put(r.hospital.kana); }},
-        {"iSisetsuCode", [](Cell c, R r) { c.put(r.hospital.id); }},
+        {"iSisetsuCode", [](Cell c, R r) { r.hospital.id ? c.put(r.hospital.id) : void(); }},
         {"cDaihyo", [](Cell c, R r) { c.put(r.hospital.head.full); }},
         {"cDaihyoKana", [](Cell c, R r) { c.put(r.hospital.head.kana); }},
         {"cYubinNo", [](Cell c, R r) { c.put(r.hospital.place.postcode); }},

@@ -35,6 +35,11 @@ const Consent &Patient::newestConsent() const {
                          [](const Consent &c) { return c.newest && !c.deformity; });
 }
 
+const Doctor *Patient::doctorOf(const Consent &consent) const {
+    const Doctor *own = consent.deformity ? correctionDoctor : consent.newest ? nullptr : earlierDoctor;
+    return own ? own : doctor;
+}
+
 PatientMaker::PatientMaker(Random &random, const Masters &masters, QDate day)
     : m_random(random), m_masters(masters), m_day(day) {
     for (const Branch &branch : sampleBranches()) {
@@ -156,6 +161,24 @@ void PatientMaker::giveHistory(Patient &patient, Course course) {
         patient.expires = std::min(patient.newestConsent().period.end, m_day).addDays(-m_random.below(20));
 }
 
+// Corrections by another doctor than the massage, who may answer by word of mouth where the other writes; and
+// patients who came to their doctor from another.
+void PatientMaker::giveOtherDoctors(Patient &patient) const {
+    if (!patient.doctor)
+        return;
+    const auto other = [&](int further) {
+        return &m_masters.doctors.at((patient.doctor->id - 1 + further) % m_masters.doctors.size());
+    };
+    if (patient.id % 9 == 0)
+        patient.earlierDoctor = other(1);
+    if (patient.id % 3 != 0)
+        return;
+    patient.correctionDoctor = other(2);
+    for (Consent &consent : patient.consents)
+        if (consent.deformity && consent.newest && patient.id % 2 == 0)
+            consent.oral = !patient.newestConsent().oral;
+}
+
 Patient PatientMaker::make(Branch branch, int id) {
     const Cast cast = nextCast();
     Patient patient;
@@ -167,6 +190,7 @@ Patient PatientMaker::make(Branch branch, int id) {
     giveCare(patient);
     patient.consents = makeConsents(m_random, cast.course, cast.deformity, m_day);
     giveHistory(patient, cast.course);
+    giveOtherDoctors(patient);
     return patient;
 }
 

@@ -25,9 +25,11 @@ struct Patient {
     std::optional<int> outcome;
     QDate expires; ///< invalid: under treatment
     QList<int> staff;
-    const Doctor *doctor = nullptr;       ///< null: none entered
-    const Doctor *secondDoctor = nullptr; ///< null: one doctor only
-    const Facility *home = nullptr;       ///< null: lives at home
+    const Doctor *doctor = nullptr;           ///< null: none entered
+    const Doctor *secondDoctor = nullptr;     ///< null: one doctor only
+    const Doctor *earlierDoctor = nullptr;    ///< of the older massage consents; null: the same
+    const Doctor *correctionDoctor = nullptr; ///< of the deformity corrections; null: the same
+    const Facility *home = nullptr;           ///< null: lives at home
     const Counsellor *counsellor = nullptr;
     const CareManager *careManager = nullptr;
     const Insurer *insurer = nullptr;
@@ -40,6 +42,7 @@ struct Patient {
     QList<Consent> consents;
 
     const Consent &newestConsent() const;
+    const Doctor *doctorOf(const Consent &consent) const;
 };
 
 /// Makes patients one at a time, in the order of their keys. In every twenty of them each course occurs.
@@ -67,6 +70,7 @@ private:
     void giveContent(Patient &patient);
     void giveCare(Patient &patient);
     void giveHistory(Patient &patient, Course course);
+    void giveOtherDoctors(Patient &patient) const;
 
     Random &m_random;
     const Masters &m_masters;

@@ -15,6 +15,7 @@ using P = const Patient &;
 struct ConsentRow {
     const Patient &patient;
     const Consent &consent;
+    const Doctor *doctor;
 };
 using C = const ConsentRow &;
 
@@ -127,7 +128,8 @@ const QList<Column<Patient>> &subColumns() {
         {"iKyotenEb", [](Cell c, P p) { c.put(p.branch.iKyotenEb); }},
         {"nIDNo", [](Cell c, P p) { c.put(p.id); }},
         {"iIsiCd2", [](Cell c, P p) { putId(c, p.secondDoctor); }},
-        {"iSisetsuCode", [](Cell c, P p) { putId(c, p.doctor ? &p.doctor->hospital : nullptr); }},
+        {"iSisetsuCode",
+         [](Cell c, P p) { putId(c, p.doctor && p.doctor->hospital.id ? &p.doctor->hospital : nullptr); }},
         {"iAddressSisetsuCd", [](Cell c, P p) { putId(c, p.home); }},
         {"iSoudaninId", [](Cell c, P p) { putId(c, p.counsellor); }},
         {"iDouishoId", [](Cell c, P p) { c.put((p.content.acupuncture ? 4 : 2) - isFirstConsent(p)); }},
@@ -209,13 +211,10 @@ const QList<Column<ConsentRow>> &consentKeyColumns() {
         {"tDouiKaryoE", [](Cell c, C r) { c.put(r.consent.period.end); }},
         {"tShinsatsuDay", [](Cell c, C r) { c.put(r.consent.examined); }},
         {"nDouiUpMonth", [](Cell c, C r) { c.put(r.consent.deformity ? 1 : 6); }},
-        {"cIsiCd", [](Cell c, C r) { putId(c, r.patient.doctor); }},
-        {"cDouiIsiName",
-         [](Cell c, C r) { c.put(r.patient.doctor ? r.patient.doctor->name.full : QString()); }},
-        {"cDouiIsiKikan",
-         [](Cell c, C r) { c.put(r.patient.doctor ? r.patient.doctor->hospital.name : QString()); }},
-        {"cDouiIsiAdd",
-         [](Cell c, C r) { c.put(r.patient.doctor ? addressOf(r.patient.doctor->hospital) : QString()); }},
+        {"cIsiCd", [](Cell c, C r) { putId(c, r.doctor); }},
+        {"cDouiIsiName", [](Cell c, C r) { c.put(r.doctor ? r.doctor->name.full : QString()); }},
+        {"cDouiIsiKikan", [](Cell c, C r) { c.put(r.doctor ? r.doctor->hospital.name : QString()); }},
+        {"cDouiIsiAdd", [](Cell c, C r) { c.put(r.doctor ? addressOf(r.doctor->hospital) : QString()); }},
         {"cPcName", [](Cell c, C) { c.put(u"SAMPLE-PC"_s); }},
         {"tUpDateTime", [](Cell c, C r) { c.put(r.consent.updated); }},
     };
@@ -350,7 +349,7 @@ void loadPatients(BulkDatabase &db, Random &random, const Masters &masters, int 
         if (patient.hasPeriodSettings)
             settings.insert(patient);
         for (const Consent &consent : patient.consents)
-            consents.insert({patient, consent});
+            consents.insert({patient, consent, patient.doctorOf(consent)});
     }
 }
 

@@ -154,6 +154,8 @@ TEST_P(OnDay, ThereIsWorkToDo) {
         {"mail sent", u"iSendFlg = 1"_s, 5},
         {"own request methods", u"cKobetuDouiIrai LIKE '%,%'"_s, 1},
         {"with a remark", u"cItiranBikou <> ''"_s, 20},
+        {"by a doctor whose institution is only written", u"cIsiCd = '16' AND cDouiIsiKikan <> ''"_s, 1},
+        {"by a doctor without institution", u"cIsiCd = '24' AND cDouiIsiKikan IS NULL"_s, 1},
     };
     for (const Case &c : cases)
         EXPECT_GE(sample.read(newestMassage + u" AND "_s + c.condition).rowCount(), c.least) << c.what;
@@ -161,6 +163,16 @@ TEST_P(OnDay, ThereIsWorkToDo) {
         sample.number(u"SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC WHERE iNewestFlg = 1 AND iHenkeiFlg = 1 AND "
                       "iGetFlgHenkei = 1 AND tDouiDayTempHenkei IS NOT NULL"_s),
         5);
+    const auto differing = [&](const QString &otherRow, const QString &column) {
+        return sample.number(
+            u"SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC AS C INNER JOIN RIYOUSHA_DOUI_REC AS O"
+            " ON O.iKyotenCd = C.iKyotenCd AND O.iKyotenEb = C.iKyotenEb AND O.nIDNo = C.nIDNo"
+            " AND %1 WHERE C.iNewestFlg = 1 AND C.iHenkeiFlg = 0 AND O.%2 <> C.%2"_s.arg(otherRow, column));
+    };
+    const QString correction = u"O.iNewestFlg = 1 AND O.iHenkeiFlg = 1"_s;
+    EXPECT_GE(differing(correction, u"cIsiCd"_s), 10) << "massage and correction by two doctors";
+    EXPECT_GE(differing(correction, u"iDouiShubetsu"_s), 5) << "one by word of mouth, the other written";
+    EXPECT_GE(differing(u"O.iNewestFlg = 0 AND O.iHenkeiFlg = 0"_s, u"cIsiCd"_s), 20) << "changed doctors";
 }
 
 std::string nameOfDay(const testing::TestParamInfo<QDate> &day) {
