@@ -4,7 +4,7 @@
 #include "app/base/folders.h"
 #include "app/base/massage_ini.h"
 #include "app/base/messages.h"
-#include "app/base/siblings.h"
+#include "app/base/processes.h"
 #include "app/branch_query.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
@@ -32,15 +32,14 @@ int Launch::run(const QString &commandLine) {
         return NotStarted;
     }
 
-    QString reason;
-    const QString connectionString = readConnectionString(m_environment.folders, &reason);
-    if (connectionString.isEmpty()) {
-        failStart(reason);
+    const Result<QString> connectionString = readConnectionString(m_environment.folders);
+    if (!connectionString) {
+        failStart(connectionString.reason());
         return NotStarted;
     }
 
     cT_ADODB db;
-    if (!connect(db, connectionString) || !findBranch(db))
+    if (!connect(db, *connectionString) || !findBranch(db))
         return NotStarted;
     return *mode == LaunchMode::ConsentList ? serveConsentList(db) : serveConsentPrinting(db);
 }

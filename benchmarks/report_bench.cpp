@@ -36,7 +36,7 @@ Document load(const QString &command) {
 }
 
 void toPdf(const QString &command, const QString &path) {
-    if (const Result<PdfEnd> written = writePdf(load(command), path); !written)
+    if (const Result<PagesEnd> written = writePdf(load(command), path); !written)
         stop(written.reason());
 }
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include <QString>
+#include "app/base/result.h"
 
 class Folders;
 
-/// The connection string of adodb.ini in the program folder; empty, with a reason for the user, when there is
-/// none.
-QString readConnectionString(const Folders &folders, QString *reason);
+/// The connection string of adodb.ini in the program folder, or why there is none.
+Result<QString> readConnectionString(const Folders &folders);

@@ -1,10 +1,10 @@
+#include "app/base/result.h"
 #include "sample/installation.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QTextStream>
 #include <cstdio>
-#include <optional>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -28,8 +28,7 @@ void describeOptions(QCommandLineParser &parser) {
     parser.addOption({u"again"_s, u"このプログラムで作成した見本を、作り直します。"_s});
 }
 
-/// The options, or nothing and what is wrong with them.
-std::optional<sample::SampleOptions> readOptions(const QCommandLineParser &parser, QString *wrong) {
+Result<sample::SampleOptions> readOptions(const QCommandLineParser &parser) {
     sample::SampleOptions options;
     options.folder = parser.value(u"folder"_s);
     options.again = parser.isSet(u"again"_s);
@@ -42,19 +41,17 @@ std::optional<sample::SampleOptions> readOptions(const QCommandLineParser &parse
         options.patients = parser.value(u"patients"_s).toInt(&isNumber);
 
     if (options.folder.isEmpty())
-        *wrong = u"--folder に作成先のフォルダを指定してください。"_s;
-    else if (!options.day.isValid() || options.day.year() < sample::firstSampleYear ||
-             options.day.year() > sample::lastSampleYear)
-        *wrong = u"--day には%1年から%2年までの日付を yyyy-mm-dd で指定してください。"_s
-                     .arg(sample::firstSampleYear)
-                     .arg(sample::lastSampleYear);
-    else if (!isNumber || options.patients < 1 || options.patients > mostPatients)
-        *wrong = u"--patients には1から%1までの人数を指定してください。"_s.arg(mostPatients);
-    else if (!parser.positionalArguments().isEmpty())
-        *wrong = u"不明な引数です：%1"_s.arg(parser.positionalArguments().front());
-    else
-        return options;
-    return {};
+        return Failure{u"--folder に作成先のフォルダを指定してください。"_s};
+    if (!options.day.isValid() || options.day.year() < sample::firstSampleYear ||
+        options.day.year() > sample::lastSampleYear)
+        return Failure{u"--day には%1年から%2年までの日付を yyyy-mm-dd で指定してください。"_s
+                           .arg(sample::firstSampleYear)
+                           .arg(sample::lastSampleYear)};
+    if (!isNumber || options.patients < 1 || options.patients > mostPatients)
+        return Failure{u"--patients には1から%1までの人数を指定してください。"_s.arg(mostPatients)};
+    if (!parser.positionalArguments().isEmpty())
+        return Failure{u"不明な引数です：%1"_s.arg(parser.positionalArguments().front())};
+    return options;
 }
 
 } // namespace
@@ -72,10 +69,9 @@ int main(int argc, char **argv) {
         say(stdout, parser.helpText());
         return 0;
     }
-    QString wrong;
-    const std::optional<sample::SampleOptions> options = readOptions(parser, &wrong);
+    const Result<sample::SampleOptions> options = readOptions(parser);
     if (!options) {
-        say(stderr, wrong);
+        say(stderr, options.reason());
         return 2;
     }
     const sample::SampleResult result = sample::makeInstallation(*options);

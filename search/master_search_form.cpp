@@ -2,7 +2,6 @@
 
 #include "app/base/environment.h"
 #include "db/adodb.h"
-#include "search/search_query.h"
 #include "widgets/pick_list_form.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -70,17 +69,12 @@ public:
     }
 
     short iInit() override {
-        const QString fault = connectForSearch(m_db);
-        return fault.isEmpty() ? PickListForm::iInit() : fail(fault);
+        const Result<> connected = connectForSearch(m_db);
+        return connected ? PickListForm::iInit() : fail(connected.reason());
     }
 
 protected:
-    bool readList(Recordset &rows, QString &reason) override {
-        const QString fault = readForSearch(m_db, m_sql, rows);
-        if (!fault.isEmpty())
-            reason = searchFault(fault, u"iDsp1ranSub() でエラー");
-        return fault.isEmpty();
-    }
+    Result<Recordset> readList() override { return readForSearch(m_db, m_sql, u"iDsp1ranSub() でエラー"); }
     QString emptyText() const override { return m_look.emptyText; }
 
 private:
@@ -92,15 +86,15 @@ private:
 } // namespace
 
 CodeLookup MasterSearch::lookup(const QString &code) {
-    Recordset rows;
-    if (const QString fault = readForSearch(db(), masterRowSql(m_master, office(), code), rows);
-        !fault.isEmpty()) {
-        fail(searchFault(fault, u"lookup() でエラー"));
+    const Result<Recordset> rows =
+        readForSearch(db(), masterRowSql(m_master, office(), code), u"lookup() でエラー");
+    if (!rows) {
+        fail(rows.reason());
         return CodeLookup::failure(CsErrStr());
     }
-    if (rows.rowCount() == 0)
+    if (rows->rowCount() == 0)
         return CodeLookup::refused(lookOf(m_master).emptyText);
-    return {{rows.text(0, rows.column(u"code")), rows.text(0, rows.column(u"name"))}, {}, false};
+    return {{rows->text(0, rows->column(u"code")), rows->text(0, rows->column(u"name"))}, {}, false};
 }
 
 std::unique_ptr<PickListForm> MasterSearch::makeForm(QWidget *parent) {

@@ -4,7 +4,6 @@
 #include "app/base/environment.h"
 #include "db/adodb.h"
 #include "search/patient_search_query.h"
-#include "search/search_query.h"
 #include "search/staff_choice.h"
 #include "ui_patient_conditions.h"
 
@@ -33,13 +32,14 @@ QString cls患者検索::csSetRiyouName_Text(const QString &csIDNo) {
 short cls患者検索::iSetRiyouName2(qint64 nIDNo, QString &csName, QString &csNameKana) {
     csName.clear();
     csNameKana.clear();
-    Recordset rows;
-    if (const QString fault = readForSearch(db(), patientNameSql(nIDNo, office()), rows); !fault.isEmpty())
-        return fail(searchFault(fault, u"iSetRiyouName2() でエラー"));
-    if (rows.rowCount() == 0)
+    const Result<Recordset> rows =
+        readForSearch(db(), patientNameSql(nIDNo, office()), u"iSetRiyouName2() でエラー");
+    if (!rows)
+        return fail(rows.reason());
+    if (rows->rowCount() == 0)
         return fail(noPatient());
-    csName = rows.text(0, rows.column(u"cName"));
-    csNameKana = rows.text(0, rows.column(u"cNameKana"));
+    csName = rows->text(0, rows->column(u"cName"));
+    csNameKana = rows->text(0, rows->column(u"cNameKana"));
     return 0;
 }
 
@@ -87,21 +87,19 @@ frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, s
 frm患者検索::~frm患者検索() = default;
 
 short frm患者検索::iInit() {
-    if (const QString fault = connectForSearch(m_db); !fault.isEmpty())
-        return fail(fault);
+    if (const Result<> connected = connectForSearch(m_db); !connected)
+        return fail(connected.reason());
     return iMastDataLoad() == 0 ? PickListForm::iInit() : short(-1);
 }
 
-bool frm患者検索::readList(Recordset &rows, QString &reason) {
+Result<Recordset> frm患者検索::readList() {
     const PatientConditions conditions = typed();
     const QString sql =
         patientListSql(conditions, m_environment.branch, m_allOffices, m_environment.clock.today());
-    if (const QString fault = readForSearch(m_db, sql, rows); !fault.isEmpty()) {
-        reason = searchFault(fault, u"iDsp1ranSub() でエラー");
-        return false;
-    }
-    m_read = conditions;
-    return true;
+    Result<Recordset> rows = readForSearch(m_db, sql, u"iDsp1ranSub() でエラー");
+    if (rows)
+        m_read = conditions;
+    return rows;
 }
 
 QString frm患者検索::emptyText() const {
@@ -113,11 +111,11 @@ QString frm患者検索::summary() const {
 }
 
 short frm患者検索::iMastDataLoad() {
-    Recordset staff;
-    if (const QString fault = readForSearch(m_db, staffPickListSql(m_environment.branch), staff);
-        !fault.isEmpty())
-        return fail(searchFault(fault, u"iMastDataLoad() でエラー"));
-    m_staff->offer(staff);
+    const Result<Recordset> staff =
+        readForSearch(m_db, staffPickListSql(m_environment.branch), u"iMastDataLoad() でエラー");
+    if (!staff)
+        return fail(staff.reason());
+    m_staff->offer(*staff);
     return 0;
 }
 

@@ -2,7 +2,7 @@
 
 #include "app/base/dates.h"
 #include "db/sql_text.h"
-#include "search/patient_search.h"
+#include "search/search_conditions.h"
 
 using namespace Qt::Literals::StringLiterals;
 

@@ -2,7 +2,20 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "db/adodb.h"
 #include "widgets/pick_list_form.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString noConnection = u"接続文字列取得できません。"_s;
+
+Failure labelled(const QString &reason, QStringView label) {
+    return {reason + u"\r\n"_s + label.toString()};
+}
+
+} // namespace
 
 short SearchClass::iDspStart(QWidget *parent) {
     m_seled = {};
@@ -37,4 +50,21 @@ CodeSearch codeSearch(SearchClass &search, Messages &messages) {
                     return std::nullopt;
                 return search.seled();
             }};
+}
+
+Result<> connectForSearch(cT_ADODB &db) {
+    const ErrorsSince errors(db);
+    if (db.isConnected() || db.iConnect() == 0)
+        return {};
+    const QString reason = errors.text().trimmed();
+    return reason.isEmpty() ? Failure{noConnection} : labelled(reason, u"iInit() でエラー");
+}
+
+Result<Recordset> readForSearch(cT_ADODB &db, const QString &sql, QStringView label) {
+    const ErrorsSince errors(db);
+    Recordset rows;
+    if ((db.isConnected() || db.iConnect() == 0) && db.iOpenRecSet(rows, sql, adOpenForwardOnly) == 0)
+        return rows;
+    const QString reason = errors.text().trimmed();
+    return labelled(reason.isEmpty() ? noConnection : reason, label);
 }

@@ -1,13 +1,15 @@
 #pragma once
 
 #include "app/base/branch.h"
-#include "app/base/code_lookup.h"
+#include "app/base/result.h"
+#include "widgets/code_lookup.h"
 #include "widgets/code_name_pair.h"
 
 #include <QByteArray>
 #include <memory>
 
 class PickListForm;
+class Recordset;
 class QWidget;
 class cT_ADODB;
 struct Environment;
@@ -52,3 +54,11 @@ private:
 
 /// A search as code boxes want it. The search has to outlive the boxes.
 CodeSearch codeSearch(SearchClass &search, Messages &messages);
+
+/// Makes sure that the run's connection stands, connecting again where it was lost. The failure is the text
+/// of a search that cannot begin.
+Result<> connectForSearch(cT_ADODB &db);
+
+/// Reads the rows of one SELECT over the run's connection. The failure ends in the label of the routine, as
+/// the search classes report it.
+Result<Recordset> readForSearch(cT_ADODB &db, const QString &sql, QStringView label);

@@ -4,7 +4,6 @@
 #include "app/base/messages.h"
 #include "db/adodb.h"
 #include "search/patient_search_query.h"
-#include "search/search_query.h"
 #include "search/staff_choice.h"
 #include "search/staff_search_query.h"
 #include "ui_staff_conditions.h"
@@ -24,16 +23,15 @@ QString officeCode(const Branch &office) {
 
 short cls施術者検索::iChkStaff(qint64 nIDNo, QString &csName) {
     csName.clear();
-    Recordset rows;
-    const QString fault = readForSearch(db(), staffCheckSql(nIDNo, office()), rows);
-    m_checkFailed = !fault.isEmpty();
+    const Result<Recordset> rows = readForSearch(db(), staffCheckSql(nIDNo, office()), u"iChkStaff でエラー");
+    m_checkFailed = !rows;
     if (m_checkFailed)
-        return fail(searchFault(fault, u"iChkStaff でエラー"));
-    if (rows.rowCount() == 0)
+        return fail(rows.reason());
+    if (rows->rowCount() == 0)
         return fail(u"対象の施術者が存在しません。"_s);
-    if (rows.number(0, rows.column(u"iChusiFlg")) != 0)
+    if (rows->number(0, rows->column(u"iChusiFlg")) != 0)
         return fail(u"管理対象から外れています。"_s);
-    csName = rows.text(0, rows.column(u"cName"));
+    csName = rows->text(0, rows->column(u"cName"));
     return 0;
 }
 
@@ -81,21 +79,19 @@ frm施術者検索::frm施術者検索(cT_ADODB &db, const Environment &environm
 frm施術者検索::~frm施術者検索() = default;
 
 short frm施術者検索::iInit() {
-    if (const QString fault = connectForSearch(m_db); !fault.isEmpty())
-        return fail(fault);
+    if (const Result<> connected = connectForSearch(m_db); !connected)
+        return fail(connected.reason());
     if (loadOffices() != 0 || iMastDataLoad() != 0)
         return -1;
     return PickListForm::iInit();
 }
 
-bool frm施術者検索::readList(Recordset &rows, QString &reason) {
+Result<Recordset> frm施術者検索::readList() {
     const StaffConditions conditions = typed();
-    if (const QString fault = readForSearch(m_db, staffListSql(conditions), rows); !fault.isEmpty()) {
-        reason = searchFault(fault, u"iDsp1ranSub() でエラー");
-        return false;
-    }
-    m_read = conditions;
-    return true;
+    Result<Recordset> rows = readForSearch(m_db, staffListSql(conditions), u"iDsp1ranSub() でエラー");
+    if (rows)
+        m_read = conditions;
+    return rows;
 }
 
 QString frm施術者検索::emptyText() const {
@@ -109,9 +105,9 @@ QString frm施術者検索::summary() const {
 // Without the right to look into other offices the list holds the current one alone: a number of another
 // office would name somebody else here.
 short frm施術者検索::loadOffices() {
-    Recordset offices;
-    if (const QString fault = readForSearch(m_db, officeListSql(m_allOffices), offices); !fault.isEmpty())
-        return fail(searchFault(fault, u"iInit() でエラー"));
+    const Result<Recordset> offices = readForSearch(m_db, officeListSql(m_allOffices), u"iInit() でエラー");
+    if (!offices)
+        return fail(offices.reason());
     const QSignalBlocker quiet(m_ui->cmbKyoten);
     const auto add = [this](const QString &text, const Branch &office) {
         m_ui->cmbKyoten->addItem(text, office.iKyotenCd);
@@ -121,10 +117,10 @@ short frm施術者検索::loadOffices() {
     };
     if (m_allOffices)
         m_ui->cmbKyoten->addItem(u"（すべて）"_s);
-    for (int row = 0; row < offices.rowCount(); ++row) {
-        const Branch office{short(offices.number(row, 0)), short(offices.number(row, 1))};
+    for (int row = 0; row < offices->rowCount(); ++row) {
+        const Branch office{short(offices->number(row, 0)), short(offices->number(row, 1))};
         if (m_allOffices || office == m_environment.branch)
-            add(officeCode(office) + u"  "_s + offices.text(row, 2), office);
+            add(officeCode(office) + u"  "_s + offices->text(row, 2), office);
     }
     if (!m_allOffices && m_ui->cmbKyoten->count() == 0)
         add(officeCode(m_environment.branch), m_environment.branch);
@@ -133,13 +129,13 @@ short frm施術者検索::loadOffices() {
 }
 
 short frm施術者検索::iMastDataLoad() {
-    Recordset staff;
-    if (const QString fault = readForSearch(m_db, staffPickListSql(m_environment.branch), staff);
-        !fault.isEmpty())
-        return fail(searchFault(fault, u"iMastDataLoad() でエラー"));
-    if (staff.rowCount() == 0)
+    const Result<Recordset> staff =
+        readForSearch(m_db, staffPickListSql(m_environment.branch), u"iMastDataLoad() でエラー");
+    if (!staff)
+        return fail(staff.reason());
+    if (staff->rowCount() == 0)
         messages().warn(u"該当する患者データがありません。"_s);
-    m_staff->offer(staff);
+    m_staff->offer(*staff);
     return 0;
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "search/search_class.h"
-#include "search/staff_search.h"
+#include "search/search_conditions.h"
 #include "widgets/pick_list_form.h"
 
 class StaffChoice;
@@ -50,7 +50,7 @@ public:
     short iInit() override;
 
 protected:
-    bool readList(Recordset &rows, QString &reason) override;
+    Result<Recordset> readList() override;
     QString emptyText() const override;
     QString summary() const override;
 

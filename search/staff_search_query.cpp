@@ -1,7 +1,7 @@
 #include "search/staff_search_query.h"
 
 #include "db/sql_text.h"
-#include "search/staff_search.h"
+#include "search/search_conditions.h"
 
 #include <QStringList>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/base/code_lookup.h"
+#include "widgets/code_lookup.h"
 
 #include <QObject>
 #include <functional>

@@ -27,9 +27,8 @@ PickListForm::PickListForm(Messages &messages, QWidget *parent)
 PickListForm::~PickListForm() = default;
 
 short PickListForm::iInit() {
-    QString reason;
-    if (!load(reason))
-        return fail(reason);
+    if (const Result<> loaded = load(); !loaded)
+        return fail(loaded.reason());
     if (m_model.total() == 0)
         m_messages.warn(emptyText());
     m_ui->ssList->fitColumns();
@@ -63,9 +62,8 @@ QWidget *PickListForm::conditions() const {
 }
 
 bool PickListForm::refresh(bool sayEmpty) {
-    QString reason;
-    if (!load(reason)) {
-        m_messages.fail(reason);
+    if (const Result<> loaded = load(); !loaded) {
+        m_messages.fail(loaded.reason());
         return false;
     }
     if (m_model.total() == 0 && sayEmpty)
@@ -102,24 +100,23 @@ bool PickListForm::eventFilter(QObject *watched, QEvent *event) {
 }
 
 // A list that cannot be read leaves the former one in place.
-bool PickListForm::load(QString &reason) {
-    Recordset rows;
-    if (!readGuarded(rows, reason))
-        return false;
-    m_model.setRows(std::move(rows));
+Result<> PickListForm::load() {
+    Result<Recordset> rows = readGuarded();
+    if (!rows)
+        return Failure{rows.reason()};
+    m_model.setRows(*std::move(rows));
     m_ui->lblJouken->setText(summary());
     m_ui->lblJouken->setVisible(!summary().isEmpty());
     showCount();
-    return true;
+    return {};
 }
 
 // A list too long for the machine's memory must not end the program.
-bool PickListForm::readGuarded(Recordset &rows, QString &reason) {
+Result<Recordset> PickListForm::readGuarded() {
     try {
-        return readList(rows, reason);
+        return readList();
     } catch (const std::exception &fault) {
-        reason = u"システムエラーが発生しました！\r"_s + QString::fromLocal8Bit(fault.what());
-        return false;
+        return Failure{u"システムエラーが発生しました！\r"_s + QString::fromLocal8Bit(fault.what())};
     }
 }
 

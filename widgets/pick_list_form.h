@@ -1,6 +1,7 @@
 #pragma once
 
-#include "app/base/code_lookup.h"
+#include "app/base/result.h"
+#include "widgets/code_lookup.h"
 #include "widgets/pick_list_model.h"
 
 #include <QDialog>
@@ -52,9 +53,8 @@ protected:
     /// Where a search lays out its conditions; unused, it takes no room.
     QWidget *conditions() const;
 
-    /// Reads the rows under the present conditions.
-    /// @param reason filled with the text for the user when it fails
-    virtual bool readList(Recordset &rows, QString &reason) = 0;
+    /// Reads the rows under the present conditions, or says why that failed.
+    virtual Result<Recordset> readList() = 0;
     /// Said when the conditions leave no row.
     virtual QString emptyText() const = 0;
     /// The conditions in words, shown below the table.
@@ -74,8 +74,8 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    bool load(QString &reason);
-    bool readGuarded(Recordset &rows, QString &reason);
+    Result<> load();
+    Result<Recordset> readGuarded();
     void enterTable();
     void wire();
     void showCount();

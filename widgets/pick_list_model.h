@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/base/code_lookup.h"
 #include "db/recordset.h"
+#include "widgets/code_lookup.h"
 
 #include <QAbstractTableModel>
 #include <vector>

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <vector>
 
 /// Date to text by a pattern: `ggg` era name in kanji, `g` its Latin initial, `ee`/`e` year within the
 /// era, `yyyy` Western year, `mm`/`m` and `dd`/`d` month and day; other characters are copied.
@@ -28,3 +29,16 @@ QDate dateFromKey(int key);
 
 /// The day of the week as one kanji (月 … 日), empty for an invalid date.
 QString weekdayText(const QDate &date);
+
+/// An era of the Japanese calendar.
+struct Era {
+    QDate start;   ///< its first day
+    QString name;  ///< 令和
+    QChar initial; ///< R
+};
+
+/// The eras that have a Latin initial, 明治 and later, newest first, as the system's calendar knows them.
+const std::vector<Era> &systemEras();
+
+/// The era that a day belongs to; null for an invalid date and for days before the first era.
+const Era *eraOf(const QDate &date);

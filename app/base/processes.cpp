@@ -1,6 +1,8 @@
 #include "app/base/processes.h"
 
+#include "app/base/environment.h"
 #include "app/base/folders.h"
+#include "app/base/messages.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>
@@ -140,4 +142,12 @@ ProcessEnd SystemProcesses::run(const QString &program, const QStringList &argum
     if (process.exitStatus() == QProcess::CrashExit)
         return {ProcessEnd::Crashed};
     return {ProcessEnd::Exited, process.exitCode()};
+}
+
+bool startSibling(Environment &environment, const QString &fileName, const QStringList &arguments) {
+    const QString &folder = environment.folders.program();
+    if (environment.processes.start(Folders::file(folder, fileName), arguments, folder))
+        return true;
+    environment.messages.fail(u"実行ファイルが見つかりません。"_s, u"実行ファイルエラー！"_s);
+    return false;
 }

@@ -5,6 +5,8 @@
 #include <chrono>
 #include <functional>
 
+struct Environment;
+
 /// How a program that was waited for came to its end.
 struct ProcessEnd {
     enum How {
@@ -58,3 +60,8 @@ public:
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;
 };
+
+/// Starts another program of the suite, which lies in the program folder, in that folder and without waiting
+/// for it. When it is missing or cannot be started the user is told.
+/// @param fileName e.g. "Main.exe"
+bool startSibling(Environment &environment, const QString &fileName, const QStringList &arguments = {});

@@ -85,3 +85,11 @@ short Settings::iWrite(Setting setting, const QString &value) {
     m_error = written.reason();
     return written ? 0 : -1;
 }
+
+QString programVersion(const Folders &folders) {
+    clsOplIniFile ini;
+    if (ini.iInit(Folders::file(folders.program(), u"Version.ini"_s)) != 0)
+        return ini.sErrMsg();
+    const QString version = ini.csGetProfileString(u"Version"_s, u"Version"_s);
+    return version.isEmpty() ? u"Version.iniにバージョンの記載がありません。"_s : version;
+}

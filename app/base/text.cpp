@@ -1,7 +1,6 @@
 #include "app/base/text.h"
 
 #include "app/base/codepage932.h"
-#include "app/base/kana.h"
 
 #include <algorithm>
 #include <array>

@@ -14,8 +14,8 @@ DiagnosisForm::DiagnosisForm(Environment &environment, QWidget *parent)
     setColumns({{u"No."_s, u"number"_s, true}, {u"傷病名"_s, u"name"_s}}, u"number"_s, u"name"_s);
 }
 
-bool DiagnosisForm::readList(Recordset &rows, QString &reason) {
-    return readDiagnoses(m_path, rows, reason);
+Result<Recordset> DiagnosisForm::readList() {
+    return readDiagnoses(m_path);
 }
 
 QString DiagnosisForm::emptyText() const {

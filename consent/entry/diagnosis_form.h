@@ -10,7 +10,7 @@ public:
     explicit DiagnosisForm(Environment &environment, QWidget *parent = nullptr);
 
 protected:
-    bool readList(Recordset &rows, QString &reason) override;
+    Result<Recordset> readList() override;
     QString emptyText() const override;
 
 private:

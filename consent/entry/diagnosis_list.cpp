@@ -20,12 +20,11 @@ bool isReadable(const QString &name) {
 
 } // namespace
 
-bool readDiagnoses(const QString &path, Recordset &rows, QString &reason) {
+Result<Recordset> readDiagnoses(const QString &path) {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly)) {
-        reason = u"傷病名の一覧「%1」を読み込めません。"_s.arg(path) + file.errorString();
-        return false;
-    }
+    if (!file.open(QIODevice::ReadOnly))
+        return Failure{u"傷病名の一覧「%1」を読み込めません。"_s.arg(path) + file.errorString()};
+    Recordset rows;
     rows.open({u"number"_s, u"name"_s}, Recordset::Encoding::Utf16);
     qint64 number = 0;
     qsizetype lineNumber = 0;
@@ -34,14 +33,13 @@ bool readDiagnoses(const QString &path, Recordset &rows, QString &reason) {
         const QString name = line.trimmed().replace(u'\t', u' ');
         if (name.isEmpty())
             continue;
-        if (!isReadable(name)) {
-            reason = u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
-                     "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s.arg(path)
-                         .arg(lineNumber);
-            return false;
-        }
+        if (!isReadable(name))
+            return Failure{
+                u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
+                "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s.arg(path)
+                    .arg(lineNumber)};
         rows.appendInteger(++number);
         rows.appendText(name.utf16(), size_t(name.size()) * sizeof(char16_t));
     }
-    return true;
+    return rows;
 }

@@ -38,11 +38,13 @@ void frmDouiRecord::wire() {
 }
 
 QString frmDouiRecord::g75_Connect() {
-    const QString text = readConnectionString(m_environment.folders, &m_error);
-    if (text.isEmpty())
+    const Result<QString> text = readConnectionString(m_environment.folders);
+    if (!text) {
+        m_error = text.reason();
         return u"NG"_s;
+    }
     auto own = std::make_unique<cT_ADODB>();
-    if (own->iInit(text) != 0 || own->iConnect() != 0) {
+    if (own->iInit(*text) != 0 || own->iConnect() != 0) {
         m_error = own->sErrMsg() + u"\r\ng75_Connect() でエラー"_s;
         return u"NG"_s;
     }

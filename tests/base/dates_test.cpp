@@ -1,5 +1,4 @@
 #include "app/base/dates.h"
-#include "app/base/eras.h"
 #include "tests/support/test_environment.h"
 
 #include <gtest/gtest.h>

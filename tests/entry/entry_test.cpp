@@ -152,9 +152,8 @@ TEST_F(ConsentEntryTest, TheListOfDiagnosesIsReadInBothEncodings) {
         QFile file(path);
         EXPECT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
         file.close();
-        Recordset rows;
-        QString reason;
-        return readDiagnoses(path, rows, reason) ? rows.text(rows.rowCount() - 1, 1) : reason;
+        const Result<Recordset> rows = readDiagnoses(path);
+        return rows ? rows->text(rows->rowCount() - 1, 1) : rows.reason();
     };
     const QString list = u"脳梗塞\r\n\r\n 頸髄損傷"_s;
     EXPECT_EQ(read(encode932(list).bytes), u"頸髄損傷"_s);

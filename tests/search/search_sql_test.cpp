@@ -1,7 +1,6 @@
 #include "search/master_query.h"
-#include "search/patient_search.h"
 #include "search/patient_search_query.h"
-#include "search/staff_search.h"
+#include "search/search_conditions.h"
 #include "search/staff_search_query.h"
 
 #include "tests/support/test_database.h"
@@ -16,10 +15,6 @@ namespace {
 const Branch Office{1, 2};
 const QDate Today(2026, 11, 21);
 
-QString patientSql(const PatientConditions &conditions, bool allOffices = false) {
-    return patientListSql(conditions, Office, allOffices, Today);
-}
-
 /// The texts of one column, joined by blanks.
 QString column(cT_ADODB &db, const QString &sql, QStringView name = u"nIDNo") {
     Recordset rows;
@@ -30,38 +25,7 @@ QString column(cT_ADODB &db, const QString &sql, QStringView name = u"nIDNo") {
     return cells.join(u' ');
 }
 
-const QString Head =
-    u"SELECT   iKyotenCd, iKyotenEb,  nIDNo, cName, cNameKana, cNameRyaku,  cTelNo, cAdress1, "
-    "cAdress2  FROM RIYOUSHA  WHERE nIDNo >= 0 "_s;
-const QString OfOffice = u" AND iKyotenCd = 1 AND iKyotenEb = 2"_s;
-const QString GoingOn = u" AND (tExpireDay IS NULL  OR tExpireDay >= '2026/11/21')"_s;
-
 } // namespace
-
-TEST(PatientSearchSql, IsBuiltOfItsPieces) {
-    EXPECT_EQ(patientSql({}), Head + OfOffice + GoingOn + u" ORDER BY nIDNo "_s);
-    EXPECT_EQ(patientSql({.name = u"山"_s,
-                          .kana = u"ﾔﾏ%"_s,
-                          .tel = u"O'B"_s,
-                          .staff = 7,
-                          .kind = 1,
-                          .number = 12,
-                          .endMonth = QDate(2026, 3, 1)}),
-              Head + OfOffice +
-                  u" AND cName LIKE '%山%' AND cNameKana LIKE '%ﾔﾏ%%' AND cTelNo LIKE '%O''B%'"
-                  " AND (tExpireDay IS NULL  OR tExpireDay >= '2026/11/21'"
-                  " OR ('2026/03' <= SUBSTRING(CONVERT(VARCHAR, tExpireDay, 111),1,7)))"
-                  " AND (nTantou=7 OR nTantou2=7 OR nTantou3=7 OR nTantou4=7 OR nTantou5=7) "
-                  " AND iSejutsuKubun=1 AND nIDNo=12 ORDER BY nIDNo "_s);
-    EXPECT_EQ(patientSql({.kind = 0, .ended = true}),
-              Head + OfOffice + u" AND iSejutsuKubun=0 ORDER BY nIDNo "_s);
-}
-
-TEST(PatientSearchSql, LooksIntoEveryOfficeOnlyForAChosenStaffMember) {
-    EXPECT_TRUE(patientSql({}, true).contains(OfOffice));
-    EXPECT_FALSE(patientSql({.staff = 7}, true).contains(u"iKyotenCd = "_s));
-    EXPECT_TRUE(patientSql({.staff = 7}, false).contains(OfOffice));
-}
 
 TEST(PatientSearchSql, FindsWhomItShould) {
     TestDatabase database;
@@ -105,7 +69,7 @@ TEST(PatientSearchSql, FindsWhomItShould) {
     };
     for (const Case &c : cases)
         EXPECT_EQ(column(database.db, patientListSql(c.conditions, Office, c.allOffices, Today)), c.numbers)
-            << patientSql(c.conditions, c.allOffices).toStdString();
+            << conditionSummary(c.conditions).toStdString();
 }
 
 TEST(PatientSearch, SaysItsConditions) {
@@ -122,35 +86,6 @@ TEST(PatientSearch, SaysItsConditions) {
     EXPECT_EQ(conditionSummary(PatientConditions{.kind = 1}), u"抽出条件： 施術区分=鍼灸"_s);
     EXPECT_EQ(conditionSummary(StaffConditions{.kana = u"や"_s, .number = 3}),
               u"抽出条件： かな（全文一致）=や 担当施術者=3"_s);
-}
-
-TEST(StaffSearchSql, IsBuiltOfItsPieces) {
-    const QString inner =
-        u"( select distinct nIDNo, iKyotenCd, iKyotenEb, cName, cNameRyaku, cNameKana from STAFF"_s;
-    const QString order = u" order by     nIDNo    ,cName "_s;
-    const QString all = staffListSql({.suspended = true, .allOffices = true});
-    EXPECT_TRUE(all.endsWith(inner + u"      )staff"_s + order)) << all.toStdString();
-    const QString some = staffListSql({.name = u"O'"_s, .kana = u"や"_s, .number = 3, .office = Office});
-    EXPECT_TRUE(some.contains(
-        inner +
-        u" where cName LIKE '%O''%' and cNameKana LIKE '%や%' and (iChusiFlg = 0 OR iChusiFlg IS NULL)"
-        " and nIDNo = 3 and iKyotenCd = 1 and iKyotenEb = 2      )staff"_s +
-        order))
-        << some.toStdString();
-    const QString consultation = staffListSql({.office = Office, .consultation = 8});
-    EXPECT_TRUE(consultation.contains(u"      )staff      left join"_s));
-    EXPECT_TRUE(consultation.endsWith(
-        u"              iStaffKyotenCd = 1         and  iStaffKyotenEb = 2      )soudan      on"
-        "          staff.nIDNo = soudan.nStaffIDNo      and staff.iKyotenCd = soudan.iStaffKyotenCd"
-        "      and staff.iKyotenEb = soudan.iStaffKyotenEb where      soudan.SoudanID = 8"_s +
-        order))
-        << consultation.toStdString();
-    EXPECT_EQ(officeListSql(false),
-              u" SELECT  KYOTEN.iKyotenCd, KYOTEN.iKyotenEb, KYOTEN.cKyotenName FROM KYOTEN "
-              " WHERE  KYOTEN.iUsedFlg = 1 AND KYOTEN.iKyotenEb<>0"
-              " ORDER BY KYOTEN.iKyotenCd,KYOTEN.iKyotenEb"_s);
-    EXPECT_EQ(staffPickListSql(Office), u"SELECT nIDNo, cName, cNameRyaku  FROM STAFF  WHERE nIDNo >= 0  AND "
-                                        "iKyotenCd = 1 AND iKyotenEb = 2 ORDER BY nIDNo "_s);
 }
 
 TEST(StaffSearchSql, FindsWhomItShould) {

@@ -1,5 +1,5 @@
 #include "app/base/folders.h"
-#include "app/base/version.h"
+#include "app/base/settings.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/message_form.h"
 #include "app/forms/back_form.h"

@@ -22,7 +22,7 @@ QString run(const QString &program, const QStringList &arguments) {
 class Pdf : public testing::Test {
 protected:
     QByteArray write(const Document &document) {
-        const Result<PdfEnd> written = writePdf(document, path);
+        const Result<PagesEnd> written = writePdf(document, path);
         EXPECT_TRUE(written) << written.reason().toStdString();
         QFile file(path);
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
@@ -132,9 +132,9 @@ TEST_F(Pdf, LeavesTheOldFileWhenGivenUp) {
     const QByteArray old = write(Document({reportOf("<page/>", {})}, {}));
     const Document document({reportOf("<page/>", u"a\n1\n2\n3\n"_s)}, {});
     int calls = 0;
-    const Result<PdfEnd> end = writePdf(document, path, FileUse::Private,
-                                        [&](int done, int all) { return ++calls, done < 2 && all == 3; });
-    EXPECT_TRUE(end && *end == PdfEnd::GivenUp);
+    const Result<PagesEnd> end = writePdf(document, path, FileUse::Private,
+                                          [&](int done, int all) { return ++calls, done < 2 && all == 3; });
+    EXPECT_TRUE(end && *end == PagesEnd::GivenUp);
     EXPECT_EQ(calls, 2);
     QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

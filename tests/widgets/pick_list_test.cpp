@@ -68,12 +68,12 @@ public:
     }
 
 protected:
-    bool readList(Recordset &rows, QString &reason) override {
+    Result<Recordset> readList() override {
         if (exhausted)
             throw std::bad_alloc();
-        reason = failure;
-        rows = recordset(lines);
-        return failure.isEmpty();
+        if (!failure.isEmpty())
+            return Failure{failure};
+        return recordset(lines);
     }
     QString emptyText() const override { return u"該当なし"_s; }
 };

@@ -47,8 +47,8 @@ bool writePages(const Document &document, PdfFile &file, const std::function<boo
 
 } // namespace
 
-Result<PdfEnd> writePdf(const Document &document, const QString &path, FileUse use,
-                        const std::function<bool(int, int)> &goOn) {
+Result<PagesEnd> writePdf(const Document &document, const QString &path, FileUse use,
+                          const std::function<bool(int, int)> &goOn) {
     const auto failure = [&](const QString &why) {
         return Failure{u"「%1」に書き込めません。"_s.arg(QDir::toNativeSeparators(path)) + why};
     };
@@ -59,10 +59,10 @@ Result<PdfEnd> writePdf(const Document &document, const QString &path, FileUse u
         return Failure{opened.reason()};
     PdfFile file(whole.device());
     if (!writePages(document, file, goOn))
-        return PdfEnd::GivenUp;
+        return PagesEnd::GivenUp;
     if (!file.isSound())
         return failure(whole.device().errorString());
     if (const Result<> committed = whole.commit(); !committed)
         return Failure{committed.reason()};
-    return PdfEnd::Written;
+    return PagesEnd::All;
 }

@@ -153,7 +153,7 @@ private:
     int writePdfOnly(const Document &document, const QStringList &notes) const {
         for (const QString &note : notes + document.warnings())
             std::fprintf(stderr, "%s\n", qUtf8Printable(note));
-        if (const Result<PdfEnd> written = writePdf(document, m_pdfPath); !written)
+        if (const Result<PagesEnd> written = writePdf(document, m_pdfPath); !written)
             return fail(written.reason());
         std::printf("%s\n", qUtf8Printable(QDir::toNativeSeparators(m_pdfPath)));
         return EXIT_SUCCESS;

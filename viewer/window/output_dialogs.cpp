@@ -37,12 +37,10 @@ private:
     QString m_text;
 };
 
-OutputEnd endOf(bool done, const QString &reason, QWidget *parent) {
-    if (done)
-        return OutputEnd::Done;
-    if (reason.isEmpty())
-        return OutputEnd::Cancelled;
-    MessageForm({reason, MessageIcon::Critical, u"帳票表示"_s}, parent).exec();
+OutputEnd endOf(const Result<PagesEnd> &end, QWidget *parent) {
+    if (end)
+        return *end == PagesEnd::All ? OutputEnd::Done : OutputEnd::Cancelled;
+    MessageForm({end.reason(), MessageIcon::Critical, u"帳票表示"_s}, parent).exec();
     return OutputEnd::Failed;
 }
 
@@ -50,11 +48,9 @@ OutputEnd print(const Document &document, QPrinter &printer, const PrintAdjustme
                 int currentPage, QWidget *parent) {
     printer.setDocName(document.title().isEmpty() ? u"帳票"_s : document.title());
     Progress progress(u"印刷しています。"_s, parent);
-    QString reason;
-    const bool printed = printPages(
-        document, printer, adjustment, currentPage,
-        [&](int done, int all) { return progress.advance(done, all); }, &reason);
-    return endOf(printed, reason, parent);
+    return endOf(printPages(document, printer, adjustment, currentPage,
+                            [&](int done, int all) { return progress.advance(done, all); }),
+                 parent);
 }
 
 } // namespace
@@ -97,7 +93,7 @@ QString askPdfPath(const QString &title, const QString &proposed, QWidget *paren
 
 OutputEnd savePdf(const Document &document, const QString &path, FileUse use, QWidget *parent) {
     Progress progress(u"PDFを作成しています。"_s, parent);
-    const Result<PdfEnd> saved =
-        writePdf(document, path, use, [&](int done, int all) { return progress.advance(done, all); });
-    return endOf(saved && *saved == PdfEnd::Written, saved.reason(), parent);
+    return endOf(
+        writePdf(document, path, use, [&](int done, int all) { return progress.advance(done, all); }),
+        parent);
 }

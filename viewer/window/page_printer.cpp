@@ -76,8 +76,8 @@ void choosePaper(QPrinter &printer, QSizeF size) {
     printer.setPageLayout(sheetFor(size));
 }
 
-bool printPages(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,
-                int currentPage, const std::function<bool(int, int)> &goOn, QString *reason) {
+Result<PagesEnd> printPages(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,
+                            int currentPage, const std::function<bool(int, int)> &goOn) {
     const std::vector<int> pages = pagesFor(document, printer, currentPage);
     const bool ownSheets =
         printer.pageLayout().pageSize().isEquivalentTo(sheetFor(document.pageSize(0)).pageSize());
@@ -86,17 +86,15 @@ bool printPages(const Document &document, QPrinter &printer, const PrintAdjustme
     for (size_t i = 0; i < pages.size(); ++i) {
         if (!goOn(int(i), int(pages.size()))) {
             printer.abort();
-            return false;
+            return PagesEnd::GivenUp;
         }
         if (ownSheets)
             choosePaper(printer, document.pageSize(pages[i]));
-        if (!(i == 0 ? painter.begin(&printer) : printer.newPage())) {
-            *reason = u"プリンター「%1」で印刷できません。プリンターの状態を確認してください。"_s.arg(
-                printer.printerName());
-            return false;
-        }
+        if (!(i == 0 ? painter.begin(&printer) : printer.newPage()))
+            return Failure{u"プリンター「%1」で印刷できません。プリンターの状態を確認してください。"_s.arg(
+                printer.printerName())};
         paintPage(painter, document, pages[i], adjustment);
     }
     painter.end();
-    return true;
+    return PagesEnd::All;
 }

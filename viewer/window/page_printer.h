@@ -1,11 +1,12 @@
 #pragma once
 
+#include "viewer/output/pdf.h"
+
 #include <QSizeF>
 #include <functional>
 
 class Document;
 class QPrinter;
-class QString;
 
 /// A command file's corrections of what a printer does.
 struct PrintAdjustment {
@@ -19,7 +20,7 @@ void choosePaper(QPrinter &printer, QSizeF size);
 /// Prints the printer's range of pages in actual size. Each page comes on a sheet of its own size, unless the
 /// user chose another than the first page's.
 /// @param currentPage from 0, for a printer that is to print that one only
-/// @param goOn called before each page with pages done and all; false stops (`reason` stays empty)
-/// @param reason a sentence for the user that names the printer
-bool printPages(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,
-                int currentPage, const std::function<bool(int, int)> &goOn, QString *reason);
+/// @param goOn called before each page with pages done and all; false gives up
+/// @return a failure names the printer
+Result<PagesEnd> printPages(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,
+                            int currentPage, const std::function<bool(int, int)> &goOn);

@@ -1,4 +1,4 @@
-#include "search/patient_search.h"
+#include "search/search_conditions.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -19,4 +19,13 @@ QString conditionSummary(const PatientConditions &conditions) {
         add(u" 施術区分=", conditions.kind == 0 ? u"マッサージ"_s : u"鍼灸"_s);
     add(u" 利用者ID=", number(conditions.number));
     return words;
+}
+
+// The two searches word their conditions alike.
+QString conditionSummary(const StaffConditions &conditions) {
+    PatientConditions alike;
+    alike.name = conditions.name;
+    alike.kana = conditions.kana;
+    alike.staff = conditions.number;
+    return conditionSummary(alike);
 }
