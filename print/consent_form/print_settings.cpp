@@ -2,11 +2,9 @@
 
 #include "app/base/dates.h"
 #include "app/base/folders.h"
-#include "app/base/ini_file.h"
+#include "app/base/settings.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -23,48 +21,7 @@ const QString submissionFlagKey = u"提出日付"_s; ///< 1 or 0, which others r
 const QString submissionDayKey = u"提出年月日"_s;
 const QString oralSaitamaKey = u"埼玉口頭同意"_s;
 
-QString pathOf(const Folders &folders, const QString &file) {
-    return Folders::file(folders.data(), file);
-}
-
 using Entries = QList<std::pair<QString, QString>>;
-
-/// One section of a settings file.
-class Section {
-public:
-    Section(const QString &path, const QString &name) : m_name(name) { m_status = m_ini.iInit(path); }
-
-    Result<> readable() {
-        if (m_status != 0)
-            return Failure{m_ini.sErrMsg()};
-        QFile file(m_ini.path());
-        if (!file.open(QIODevice::ReadOnly))
-            return Failure{u"「%1」を読み込めません。\r\n"_s.arg(m_ini.path()) + file.errorString()};
-        return {};
-    }
-    qint32 number(const QString &key, qint32 fallback) const {
-        return m_ini.nGetProfileLong(m_name, key, fallback);
-    }
-    QString text(const QString &key) const { return m_ini.csGetProfileString(m_name, key); }
-    bool flag(const QString &key, bool fallback) const { return number(key, fallback) != 0; }
-    /// A stored number that is none of the choice's keeps the fallback.
-    template <class Choice> Choice choice(const QString &key, Choice fallback, Choice last) const {
-        const qint32 stored = number(key, int(fallback));
-        return stored < 0 || stored > int(last) ? fallback : Choice(stored);
-    }
-
-    Result<> write(const Entries &entries) {
-        for (const auto &[key, value] : entries)
-            if (m_ini.iWriteProfileString(m_name, key, value) != 0)
-                return Failure{m_ini.sErrMsg()};
-        return {};
-    }
-
-private:
-    QString m_name;
-    clsOplIniFile m_ini;
-    short m_status;
-};
 
 QString stored(bool flag) {
     return flag ? u"1"_s : u"0"_s;
@@ -75,9 +32,9 @@ template <class Choice> QString stored(Choice choice) {
 }
 
 /// Where a switch of the settings is kept.
-template <class Settings> struct Switch {
+template <class Choices> struct Switch {
     QString key;
-    bool Settings::*flag;
+    bool Choices::*flag;
 };
 
 const QList<Switch<ConsentPrintSettings>> printSwitches{
@@ -101,14 +58,14 @@ const QList<Switch<SetPrintSettings>> setPrintSwitches{
     {u"ユーザー定義用紙"_s, &SetPrintSettings::customPaper},
     {u"プレビュー"_s, &SetPrintSettings::preview}};
 
-template <class Settings>
-void readSwitches(const Section &section, const QList<Switch<Settings>> &switches, Settings &settings) {
+template <class Choices>
+void readSwitches(const SettingsSection &section, const QList<Switch<Choices>> &switches, Choices &settings) {
     for (const auto &[key, flag] : switches)
-        settings.*flag = section.flag(key, settings.*flag);
+        settings.*flag = section.isOn(key, settings.*flag);
 }
 
-template <class Settings>
-Entries switchEntries(const QList<Switch<Settings>> &switches, const Settings &settings) {
+template <class Choices>
+Entries switchEntries(const QList<Switch<Choices>> &switches, const Choices &settings) {
     Entries entries;
     for (const auto &[key, flag] : switches)
         entries.append({key, stored(settings.*flag)});
@@ -118,7 +75,7 @@ Entries switchEntries(const QList<Switch<Settings>> &switches, const Settings &s
 } // namespace
 
 Result<> ConsentPrintSettings::read(const Folders &folders) {
-    Section section(pathOf(folders, printFile), formSection);
+    const SettingsSection section(folders, printFile, formSection);
     if (const Result<> readable = section.readable(); !readable)
         return readable;
     kind = section.choice(u"施術区分"_s, kind, TreatmentKind::All);
@@ -127,7 +84,7 @@ Result<> ConsentPrintSettings::read(const Folders &folders) {
     oral = section.choice(u"出力様式2"_s, oral, OralForms::OwnLayout);
     readSwitches(section, printSwitches, *this);
     patient = section.number(u"利用者ID"_s, patient);
-    submissionDate = section.flag(submissionFlagKey, submissionDate);
+    submissionDate = section.isOn(submissionFlagKey, submissionDate);
     submitted = dateFromInput(section.text(submissionDayKey));
     return {};
 }
@@ -144,7 +101,7 @@ Result<> ConsentPrintSettings::write(const Folders &folders) const {
                           {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
                           {submissionFlagKey, stored(submissionDate)},
                           {submissionDayKey, dateText(submitted)}};
-    return Section(pathOf(folders, printFile), formSection)
+    return SettingsSection(folders, printFile, formSection)
         .write(choices + switchEntries(printSwitches, *this));
 }
 
@@ -164,28 +121,28 @@ void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
 }
 
 Result<> PatientManagementSettings::read(const Folders &folders) {
-    const QString path = pathOf(folders, patientFile);
-    Section entry(path, entrySection);
+    const SettingsSection entry(folders, patientFile, entrySection);
     if (const Result<> readable = entry.readable(); !readable)
         return readable;
-    const Section record(path, recordSection);
-    niigata = entry.flag(u"新潟対応"_s, false);
-    oralSaitama = entry.flag(oralSaitamaKey, false) || record.flag(oralSaitamaKey, false);
-    consentRecord = entry.flag(u"同意記録"_s, false);
+    const SettingsSection record(folders, patientFile, recordSection);
+    niigata = entry.isOn(u"新潟対応"_s, false);
+    oralSaitama = entry.isOn(oralSaitamaKey, false) || record.isOn(oralSaitamaKey, false);
+    consentRecord = entry.isOn(u"同意記録"_s, false);
     company = record.number(u"同意印刷本社No"_s, 0);
     return {};
 }
 
 Result<> PatientManagementSettings::writeOralSaitama(const Folders &folders, bool on) const {
-    const QString path = pathOf(folders, patientFile);
     for (const QString &section : {entrySection, recordSection})
-        if (const Result<> written = Section(path, section).write({{oralSaitamaKey, stored(on)}}); !written)
+        if (const Result<> written =
+                SettingsSection(folders, patientFile, section).write({{oralSaitamaKey, stored(on)}});
+            !written)
             return written;
     return {};
 }
 
 void SetPrintSettings::read(const Folders &folders, const ConsentPrintSettings &printing) {
-    const Section section(pathOf(folders, setPrintFile), setPrintSection);
+    const SettingsSection section(folders, setPrintFile, setPrintSection);
     company = printing.company;
     patientSettings = printing.patientSettings;
     ignoreLayoutSettings = printing.ignoreLayoutSettings;
@@ -196,7 +153,7 @@ void SetPrintSettings::read(const Folders &folders, const ConsentPrintSettings &
 
 Result<> SetPrintSettings::write(const Folders &folders) const {
     const Entries choices{{u"出力様式"_s, stored(style)}, {u"出力様式2"_s, stored(oral)}};
-    return Section(pathOf(folders, setPrintFile), setPrintSection)
+    return SettingsSection(folders, setPrintFile, setPrintSection)
         .write(choices + switchEntries(setPrintSwitches, *this));
 }
 
@@ -211,9 +168,9 @@ void SetPrintSettings::applyTo(ConsentPrintSettings &form) const {
 }
 
 int progressReportKind(const Folders &folders) {
-    return Section(pathOf(folders, printFile), u"同意記録管理"_s).number(u"施術経過報告書帳票種類"_s, 0);
+    return SettingsSection(folders, printFile, u"同意記録管理"_s).number(u"施術経過報告書帳票種類"_s);
 }
 
 bool hasNippouIni(const Folders &folders) {
-    return QFileInfo(pathOf(folders, u"nippou.ini"_s)).isFile();
+    return QFileInfo(Folders::file(folders.data(), u"nippou.ini"_s)).isFile();
 }
