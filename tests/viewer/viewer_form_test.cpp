@@ -175,10 +175,9 @@ TEST_F(Viewer, PrintsWithOffsetsZoomAndRange) {
         choosePaper(printer, m_document.pageSize(0));
         printer.setPrintRange(QPrinter::PageRange);
         printer.setFromTo(2, 4);
-        QString reason;
-        EXPECT_TRUE(printPages(
-            m_document, printer, adjustment, 0, [](int, int) { return true; }, &reason))
-            << reason.toStdString();
+        const Result<PagesEnd> end =
+            printPages(m_document, printer, adjustment, 0, [](int, int) { return true; });
+        EXPECT_TRUE(end && *end == PagesEnd::All) << end.reason().toStdString();
         EXPECT_EQ(textOfPdf(m_files.at(name)).count(u'\f'), 3);
         return firstWordLeft(m_files.at(name), 2);
     };
