@@ -2,6 +2,7 @@
 
 #include "app/base/result.h"
 #include "consent/rules/period.h"
+#include "db/tables/keys.h"
 
 #include <QHash>
 #include <vector>
