@@ -60,12 +60,15 @@ std::vector<Written> massageColumns(const ConsentRowValues &now, const ReadRow &
 // An answer that stands in the massage row's columns moves to the row's own.
 std::vector<Written> movedAnswer(const ConsentRowValues &now, const ReadRow &row) {
     const ConsentRowValues &read = row.values;
+    const auto to = [](const QString &column, const QDate &then, const QDate &was, const QString &odd) {
+        return Written{column, day(column, then, was, odd).value, {}};
+    };
     const auto away = [](const QString &column, const QDate &was, const QString &odd) {
         return Written{column, u"Null"_s, day(column, was, was, odd).unchanged};
     };
-    return {{u"tDouiDayTempHenkei"_s, sqlDate(now.reconsent), {}},
-            {u"tdouiKaryoSTempHenkei"_s, sqlDate(now.nextStart), {}},
-            {u"tdouiKaryoETempHenkei"_s, sqlDate(now.nextEnd), {}},
+    return {to(u"tDouiDayTempHenkei"_s, now.reconsent, read.reconsent, row.oddReconsent),
+            to(u"tdouiKaryoSTempHenkei"_s, now.nextStart, read.nextStart, row.oddStart),
+            to(u"tdouiKaryoETempHenkei"_s, now.nextEnd, read.nextEnd, row.oddEnd),
             away(u"tSaiDouiDay"_s, read.reconsent, row.oddReconsent),
             away(u"tSaiDouiKaryoS"_s, read.nextStart, row.oddStart),
             away(u"tSaiDouiKaryoE"_s, read.nextEnd, row.oddEnd)};

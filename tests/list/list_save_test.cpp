@@ -171,3 +171,15 @@ TEST_F(ListSaveTest, WhatIsNoDateStaysUntilOneIsEntered) {
     ASSERT_EQ(list.save().kind, SaveOutcome::Saved);
     EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2026/11/20"_s);
 }
+
+TEST_F(ListSaveTest, WhatIsNoDateGoesAlongWithAnAnswerThatMoves) {
+    consent(1, u"2026/12/31"_s,
+            u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tSaiDouiDay = '2026/11/20',"
+            " tSaiDouiKaryoS = '2027/02/30', tSaiDouiKaryoE = '2027/05/31'"_s);
+    found();
+    EXPECT_TRUE(tick(1, ListColumn::Requested, true, true));
+    ASSERT_EQ(list.save().kind, SaveOutcome::Saved);
+    EXPECT_EQ(
+        stored(1, u"tDouiDayTempHenkei, tdouiKaryoSTempHenkei, tdouiKaryoETempHenkei, tSaiDouiKaryoS"_s, 1),
+        u"2026/11/20|2027/02/30|2027/05/31|NULL"_s);
+}
