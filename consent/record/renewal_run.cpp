@@ -23,6 +23,8 @@ public:
     explicit Fellows(const QList<RenewalRow> &rows) {
         QSet<ConsentRowKey> sources;
         for (const RenewalRow &row : rows) {
+            if (!mayBeNewest(row))
+                continue;
             sources.insert(row.key);
             qint32 &latest = m_latest[kindOf(row.key)];
             latest = std::max(latest, row.key.nDate);
@@ -43,6 +45,10 @@ public:
     }
 
 private:
+    // What the claim flag keeps from being the newest is refused by itself, and stands in nobody's way.
+    static bool mayBeNewest(const RenewalRow &row) {
+        return !row.seen || row.seen->running.claimsDisabled.same(short(0));
+    }
     static ConsentRowKey kindOf(const ConsentRowKey &key) { return {key.patient, 0, key.iHenkeiFlg, 0}; }
     qint32 latest(const ConsentRowKey &key) const { return m_latest.value(kindOf(key)); }
 
@@ -86,7 +92,7 @@ QList<RenewalResult> RenewalRun::renew(const QList<RenewalRow> &rows, const Prog
             }
         }
         ++done;
-        if (!m_db.isConnected())
+        if (!m_db.isConnected() && m_db.iConnect() != 0)
             stopped = u"データベースとの接続が切れたため、更新していません。"_s;
         else if (stopped.isEmpty() && progress && !progress(done, int(results.size())))
             stopped = u"中止したため、更新していません。"_s;

@@ -109,6 +109,24 @@ TEST_F(RenewalRuns, FailureOfOneRowDoesNotStopTheOthersAndALostConnectionDoes) {
     database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
     for (const RenewalRow &row : ticked)
         insert(row);
+    int left = 3;
+    WrappedProvider *dropping = nullptr;
+    cT_ADODB dropped([&](const QString &text) {
+        auto made = std::make_unique<WrappedProvider>(makeProvider(text), [&](QString &) {
+            if (--left == 0)
+                dropping->close();
+            return left != 0;
+        });
+        dropping = made.get();
+        return made;
+    });
+    ASSERT_EQ(dropped.iInit(database.connectionString()), 0);
+    EXPECT_EQ(outcomes(RenewalRun(dropped).renew(ticked)), (QList{Failed, Renewed, Renewed}))
+        << "the server is there again at once";
+
+    database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+    for (const RenewalRow &row : ticked)
+        insert(row);
     const QString away = database.path() + u".away"_s;
     const QList<RenewalResult> lost = RenewalRun(failing.db).renew(ticked, [&](int done, int) {
         if (done == 1) {
