@@ -58,6 +58,12 @@ struct ReadRow {
     RunningRow running = {};
 };
 
+/// Whether a deformity-correction row's answer stands in tSaiDouiDay and its fellows: where it has no date of
+/// its own, and a date stands there.
+inline bool isAnsweredAsMassage(const QDate &tDouiDayTempHenkei, const QDate &tSaiDouiDay) {
+    return !tDouiDayTempHenkei.isValid() && tSaiDouiDay.isValid();
+}
+
 /// Whether nobody has changed a row since it was read, as far as the list shows it and as its update time
 /// tells.
 inline bool isUnchanged(const ReadRow &now, const ReadRow &seen) {

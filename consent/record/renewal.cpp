@@ -58,21 +58,32 @@ QString changeRefusal(const RenewalSource &now, const RenewalRow &seen) {
     return !seen.seen || isUnchanged(now.read, *seen.seen) ? QString() : changedMeanwhile();
 }
 
+// A usable one would be a later consent; this one is a colleague's that he may still make usable.
+QString targetTaken(qint32 nDate) {
+    return u"再同意日（%1）の同意がすでに登録されているため、更新できません。"
+           "同意記録で、その同意の日付を変更するか削除してください。"_s.arg(dateText(dateFromKey(nDate)));
+}
+
 /// Under the patient's lock, so that of two programs that renew the same row the second finds it done.
 Result<QString> seenRefusal(RecordWrite &write, const RenewalSource &now, const RenewalRow &seen,
                             const ConsentRowKey &target) {
+    const QString unusable = claimRefusal(now.read.running.claimsDisabled);
+    if (seen.newest && now.later != 0 && !unusable.isEmpty())
+        return unusable;
     if (seen.newest && now.later != 0)
         return !now.row.newest && now.later == target.nDate ? alreadyRenewed()
                                                             : laterConsentRefusal(now.later);
     if (const QString reason = changeRefusal(now, seen); !reason.isEmpty())
         return reason;
-    if (now.row.newest)
-        return claimRefusal(now.read.running.claimsDisabled);
+    if (now.row.newest && !unusable.isEmpty())
+        return unusable;
     // A row of the history keeps its answer. Renewing it again would throw its successor away.
     Recordset rows;
     if (const Result<> read = write.read(rows, sqlCountRows(sqlOfRow(target))); !read)
         return Failure{read.reason()};
-    return rows.number(0, 0) > 0 ? alreadyRenewed() : QString();
+    if (rows.number(0, 0) == 0)
+        return QString();
+    return now.row.newest ? targetTaken(target.nDate) : alreadyRenewed();
 }
 
 } // namespace
@@ -137,7 +148,8 @@ short ConsentRenewal::iDataHenkeiDouiMake(const PatientKey &patient, qint32 nDat
             if (now->rows == 0 || !isUnchanged(now->read, *seen))
                 return now->rows == 0 ? sourceGone() : changedMeanwhile();
         }
-        const Result<qint64> restarted = write.change(sqlOfDate(patient, nDate), restartedColumns(period));
+        const Result<qint64> restarted =
+            write.change(seen ? sqlOfRow(seen->key) : sqlOfDate(patient, nDate), restartedColumns(period));
         if (!restarted)
             return Failure{restarted.reason()};
         return *restarted == 0 ? sourceGone() : markNewest(write, patient);

@@ -61,11 +61,13 @@ public:
     short iDataNewHenkeiMake(const ConsentRowKey &source, const QDate &newDate, qint32 newHenkeiDouiDate);
 
     /// Renews a row as the user saw it. Refused when it was renewed or changed meanwhile, when its claim flag
-    /// keeps the new row from becoming the newest, and when a later consent stays the newest.
+    /// keeps the new row from becoming the newest, when a later consent stays the newest, and when the new
+    /// date has a consent already.
     short renew(const RenewalRow &row);
 
     /// Restarts the deformity-correction period of the rows of a date: clears request and received marks.
-    /// @param seen the row as the user saw it; refused when it was changed meanwhile. Null: not compared
+    /// @param seen the row as the user saw it: that row alone, refused when it was changed meanwhile. Null:
+    /// all rows of the date, not compared
     short iDataHenkeiDouiMake(const PatientKey &patient, qint32 nDate, const Period &period,
                               const ReadRow *seen = nullptr);
 

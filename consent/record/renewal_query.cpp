@@ -143,7 +143,8 @@ RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
             continue;
         ++source.rows;
         const bool deformity = key.iHenkeiFlg != 0;
-        const bool temporary = deformity && rows.date(row, Answer + OfDeformity).isValid();
+        const bool temporary =
+            deformity && !isAnsweredAsMassage(rows.date(row, Answer + OfDeformity), rows.date(row, Answer));
         const int answer = temporary ? Answer + OfDeformity : Answer;
         source.columns = temporary ? ReConsentColumns::TemporaryHenkei : ReConsentColumns::Own;
         source.read = readRow(rows, row, key, deformity ? Requested + OfDeformity : Requested, answer);

@@ -13,7 +13,6 @@ struct RenewalSource {
     int rows = 0; ///< that bear the key; the rest counts only where there are some
     RenewalRow row;
     ReadRow read;
-    /// The answer on a deformity-correction row is the request's own where one is entered.
     ReConsentColumns columns = ReConsentColumns::Own;
     qint32 later =
         0; ///< date of the patient's latest usable consent of the kind, where it lies after the row

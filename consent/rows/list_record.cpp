@@ -109,8 +109,8 @@ RunningConsent ListRecords::running(int record) const {
 }
 
 bool ListRecords::answeredAsMassage(int record) const {
-    return isDeformity(record) && !date(record, ListField::ReconsentDeformity).isValid() &&
-           date(record, ListField::Reconsent).isValid();
+    return isDeformity(record) && isAnsweredAsMassage(date(record, ListField::ReconsentDeformity),
+                                                      date(record, ListField::Reconsent));
 }
 
 ConsentRowValues ListRecords::values(int record) const {

@@ -129,6 +129,15 @@ TEST_F(ListRenewalTest, OfTwoNewestRowsTheLaterIsRenewedAndTheOtherToldTheTruth)
               (QStringList{u"20260601"_s, u"20260701"_s, u"20261120"_s}));
 }
 
+TEST_F(ListRenewalTest, ALaterRowThatIsNotUsableDoesNotStandInTheWay) {
+    consent(1, u"2026/12/31"_s, u"nDate = 20260701, "_s + ready);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iReceptDisabledFlg = 1 WHERE nDate = 20260701"_s);
+    found();
+    const QString said = renew().text;
+    EXPECT_EQ(renewed(), (QStringList{u"1"_s, u"2"_s, u"3"_s})) << said.toStdString();
+    EXPECT_TRUE(said.contains(u"1 利用者1　請求に使用しない同意のため"_s)) << said.toStdString();
+}
+
 TEST_F(ListRenewalTest, ADeformityRowAnsweredAsMassageIsRenewed) {
     consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, iGetFlgHenkei = 1, "_s + ready);
     found();
@@ -158,6 +167,45 @@ TEST_F(ListRenewalTest, ARestartIsMadeOnWhatTheUserSaw) {
     EXPECT_EQ(restart.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen), 0);
     EXPECT_EQ(database.value(u"SELECT iGetFlg, tHenKeEday FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s),
               u"0|2027/01/31"_s);
+}
+
+TEST_F(ListRenewalTest, ARestartOfTheListLeavesTheOtherRowsOfTheDayAlone) {
+    consent(1, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, iGetFlgHenkei = 1"_s);
+    found();
+    const ReadRow seen = model.seenRow(recordOf(1, true));
+    const Period period{{2027, 1, 1}, {2027, 1, 31}};
+    ASSERT_EQ(
+        ConsentRenewal(database.db).iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen), 0);
+    EXPECT_EQ(database.rows(u"SELECT iGetFlg, iGetFlgHenkei, tHenKeEday FROM RIYOUSHA_DOUI_REC"
+                            " WHERE nIDNo = 1 ORDER BY iHenkeiFlg"_s),
+              (QStringList{u"1|NULL|NULL"_s, u"0|0|2027/01/31"_s}));
+}
+
+// The list and the restart must look at the same columns.
+TEST_F(ListRenewalTest, ADeformityRowWithAPeriodAndNoAnswerYetIsRestarted) {
+    consent(1, u"2026/12/31"_s,
+            u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tdouiKaryoSTempHenkei = '2026/12/01'"_s);
+    found();
+    const ReadRow seen = model.seenRow(recordOf(1, true));
+    ConsentRenewal restart(database.db);
+    const Period period{{2027, 1, 1}, {2027, 1, 31}};
+    EXPECT_EQ(restart.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen), 0)
+        << restart.sErrMsg().toStdString();
+}
+
+TEST_F(ListRenewalTest, AConsentThatIsNotUsableYetIsNotReplaced) {
+    consent(1, u"2026/12/31"_s, u"nDate = 20261120, iNewestFlg = 0, iReceptDisabledFlg = 1"_s);
+    consent(2, u"2026/12/31"_s, u"nDate = 20261120, iNewestFlg = 0"_s);
+    found();
+    const QString said = renew().text;
+    for (const char16_t *who : {u"1 利用者1", u"2 利用者2"})
+        EXPECT_TRUE(said.contains(QString::fromUtf16(who) +
+                                  u"　再同意日（2026/11/20）の同意がすでに登録されているため"_s))
+            << said.toStdString();
+    EXPECT_EQ(renewed(), QStringList{u"3"_s});
+    EXPECT_EQ(database.rows(u"SELECT iReceptDisabledFlg FROM RIYOUSHA_DOUI_REC"
+                            " WHERE nDate = 20261120 ORDER BY nIDNo"_s),
+              (QStringList{u"1"_s, u"NULL"_s, u"0"_s}));
 }
 
 TEST_F(ListRenewalTest, AFailureOfTheDatabaseIsToldAsOne) {

@@ -477,7 +477,7 @@ private:
         for (const auto &[key, edit] : m_edits)
             expected[key] = edit;
         for (const auto &[key, row] : wanted)
-            if (!overtaken(key, m_before) && mayRenew(row))
+            if (!overtaken(key, m_before) && mayRenew(row) && !m_before.contains(renewedKeyOf(row)))
                 addRenewed(expected, key, row);
         checkStored(expected, stored());
         m_edits.clear();
@@ -492,6 +492,13 @@ private:
                reconsent > day(row.at(u"tDouiDay"_s)) &&
                reconsent.toString(u"yyyyMMdd"_s).toInt() > row.at(u"nDate"_s).toInt() &&
                row.at(u"iReceptDisabledFlg"_s) == u"0";
+    }
+
+    static QString renewedKeyOf(const Row &row) {
+        const QString date = day(row.at(columnOf(row, ListColumn::Reconsent))).toString(u"yyyyMMdd"_s);
+        return QStringList{row.at(u"nIDNo"_s), date, row.at(u"iHenkeiFlg"_s),
+                           isDeformity(row) ? date : u"0"_s}
+            .join(u'/');
     }
 
     void addRenewed(Rows &rows, const QString &key, const Row &row) {
@@ -513,9 +520,7 @@ private:
         if (deformity)
             next[u"cItiranBikou"_s] = u"NULL"_s;
         rows[key][u"iNewestFlg"_s] = u"0"_s;
-        rows[QStringList{next[u"nIDNo"_s], next[u"nDate"_s], next[u"iHenkeiFlg"_s],
-                         next[u"nHenkeiDouiDate"_s]}
-                 .join(u'/')] = next;
+        rows[renewedKeyOf(row)] = next;
     }
 
     // ---- what the colleague does
