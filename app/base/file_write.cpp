@@ -158,16 +158,3 @@ Result<> writeFileInPlace(const QString &path, const QByteArray &bytes, FileUse 
         return cannotWrite(path, open ? whyCutShort(file) : file.errorString());
     return {};
 }
-
-Result<> makePrivateFolder(const QString &path) {
-    constexpr QFile::Permissions ownersFolder = ownerOnly | QFile::ExeOwner;
-    const QFileInfo folder(path);
-    const auto failure = [&] {
-        return Failure{u"フォルダ「%1」を作成できません。\r\n"_s.arg(QDir::toNativeSeparators(path)) +
-                       qt_error_string(errno)};
-    };
-    if (!folder.isDir() && (!QDir().mkpath(folder.absolutePath()) || !QDir().mkdir(path, ownersFolder)) &&
-        !folder.isDir())
-        return failure();
-    return QFile::setPermissions(path, ownersFolder) ? Result<>() : failure();
-}

@@ -53,6 +53,3 @@ Result<> writeFileInPlace(const QString &path, const QByteArray &bytes, FileUse 
 
 /// One of the two.
 using WriteFile = Result<> (*)(const QString &path, const QByteArray &bytes, FileUse use);
-
-/// Makes a folder that its owner alone may enter; one that is there already is closed to all others.
-Result<> makePrivateFolder(const QString &path);

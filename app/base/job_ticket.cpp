@@ -19,8 +19,10 @@ bool liesBeside(const QString &commandFile, const QString &path) {
 JobTicket JobTicket::read(const QString &commandFile) {
     JobTicket ticket;
     QFile file(pathFor(commandFile));
-    if (!file.open(QIODevice::ReadOnly))
+    if (!file.open(QIODevice::ReadOnly)) {
+        ticket.unreadable = file.exists();
         return ticket;
+    }
     for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n')) {
         const QString value = line.section(u'=', 1);
         if (line.startsWith(u"id="))

@@ -15,6 +15,11 @@ struct JobTicket {
     static constexpr qint64 unknown = -1; ///< it runs under a number that nobody knows
     QStringList files;                    ///< nobody needs them any more once they were read
     QString folder; ///< goes with all that is in it when the viewer has ended; may be empty
+    /// It lies there and cannot be opened: whose it is and whether it is needed is not known.
+    bool unreadable = false;
+
+    /// In the environment of the viewer, the id of the ticket that it was started for.
+    static constexpr const char *variable = "DOUISHO_TICKET";
 
     /// The ticket's place.
     static QString pathFor(const QString &commandFile) { return commandFile + QStringLiteral(".ticket"); }

@@ -14,6 +14,7 @@
 #ifdef Q_OS_UNIX
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
 #include <unistd.h>
 #endif
@@ -119,10 +120,12 @@ ProcessEnd SystemProcesses::run(const QString &program, const QStringList &argum
 #ifdef Q_OS_UNIX
     // A group of its own, by which it can be killed with its children. When this program is killed, nobody
     // waits for what it would write into files that others have by then.
-    process.setChildProcessModifier([] {
+    process.setChildProcessModifier([parent = getpid()] {
         setpgid(0, 0);
 #ifdef Q_OS_LINUX
         prctl(PR_SET_PDEATHSIG, SIGKILL);
+        if (getppid() != parent)
+            _exit(EXIT_FAILURE); // killed before that
 #endif
     });
 #endif

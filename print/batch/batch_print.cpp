@@ -31,10 +31,10 @@ QString viewerCommands(const BatchChunk &chunk, const QString &run) {
                              : u"cmdSetPrint%1-%2.dat"_s.arg(chunk.number, 4, 10, QChar(u'0')).arg(run);
 }
 
-/// How long a chunk waits for the viewer of the one before. A viewer's window tells little of the order in
-/// which paper comes.
+/// How long a chunk waits for the viewer of the one before, which may take minutes to print. A viewer's
+/// window tells little of the order in which paper comes.
 std::chrono::seconds orderLimit(const BatchOrder &order) {
-    return order.preview ? std::chrono::seconds(2) : ViewerJob::readingLimit;
+    return order.preview ? std::chrono::seconds(2) : std::chrono::minutes(5);
 }
 
 /// Whether an error text names a file; 1_x.csv is not named by 11_x.csv.

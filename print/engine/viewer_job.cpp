@@ -1,14 +1,13 @@
 #include "print/engine/viewer_job.h"
 
 #include "app/base/environment.h"
-#include "app/base/processes.h"
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
+#include "print/engine/folder_clock.h"
 #include "print/engine/print_files.h"
 #include "print/engine/work_folder.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDeadlineTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -22,22 +21,36 @@ ViewerJob::ViewerJob(const Environment &environment, QString commandFile)
     : m_environment(environment), m_commandFile(std::move(commandFile)) {}
 
 Result<> ViewerJob::announce() {
-    if (m_ticket.id.isEmpty())
+    if (m_ticket.id.isEmpty()) {
         waitUntilTaken();
+        takeOver();
+    }
     return putTicket(QCoreApplication::applicationPid());
+}
+
+/// A viewer that gave no sign leaves its ticket: what that names goes with this job. The file may be another
+/// user's, who alone may write into it.
+void ViewerJob::takeOver() {
+    for (const QString &file : JobTicket::read(m_commandFile).files)
+        if (!m_ticket.files.contains(file))
+            m_ticket.files += file;
+    QFile::remove(JobTicket::pathFor(m_commandFile));
 }
 
 Result<> ViewerJob::putTicket(qint64 viewer) {
     m_ticket.id = nextRunName();
     m_ticket.computer = computerInNames();
     m_ticket.viewer = viewer;
-    JobTicket written = m_ticket;
     if (keepsPrintFiles(m_environment.folders)) {
-        written.files.clear();
-        written.folder.clear();
+        m_ticket.files.clear();
+        m_ticket.folder.clear();
     }
-    // In its place: a ticket is no loss when the power goes.
-    return writeFileInPlace(JobTicket::pathFor(m_commandFile), written.bytes(), FileUse::Private);
+    // In its place: a ticket is no loss when the power goes. It names no patient, and all users have to read
+    // it.
+    const QString place = JobTicket::pathFor(m_commandFile);
+    const Result<> written = writeFileInPlace(place, m_ticket.bytes());
+    QFile::setPermissions(place, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::ReadOther);
+    return written;
 }
 
 void ViewerJob::drop() {
@@ -57,10 +70,15 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
         return announced;
     qint64 viewer = JobTicket::unknown;
     QString reason;
+    if (how == writeFileInPlace)
+        QFile::remove(m_commandFile); // another user's may be written by him alone
     Result<> written = commands.write(m_commandFile, how);
     if (written)
         written = putTicket(JobTicket::starting);
-    if (!written || !startEngineProgram(m_environment, program, arguments, &reason, &viewer)) {
+    qputenv(JobTicket::variable, m_ticket.id.toUtf8());
+    const bool started = written && startEngineProgram(m_environment, program, arguments, &reason, &viewer);
+    qunsetenv(JobTicket::variable);
+    if (!started) {
         drop();
         return written ? Failure{reason} : written;
     }
@@ -72,30 +90,29 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
 
 void ViewerJob::waitUntilTaken(std::chrono::milliseconds limit,
                                const std::function<void()> &meanwhile) const {
-    // The clock of another PC may be wrong: nobody waits longer than the limit.
     const QDeadlineTimer deadline(limit);
-    while (!isTaken(limit) && !deadline.hasExpired()) {
+    FolderClock clock(QFileInfo(m_commandFile).path());
+    while (!isTaken(limit, clock) && !deadline.hasExpired()) {
         if (meanwhile)
             meanwhile();
         QThread::msleep(betweenLooks.count());
     }
 }
 
-bool ViewerJob::isTaken(std::chrono::milliseconds limit) const {
+bool ViewerJob::isTaken(std::chrono::milliseconds limit, FolderClock &clock) const {
     const QFileInfo place(JobTicket::pathFor(m_commandFile));
     if (!place.exists())
         return true;
     const JobTicket ticket = JobTicket::read(m_commandFile);
     if (!m_ticket.id.isEmpty() && ticket.id != m_ticket.id)
-        return true;         // another job's by now
-    if (ticket.id.isEmpty()) // its writer was killed over it
+        return true;                               // another job's by now
+    if (ticket.id.isEmpty() && !ticket.unreadable) // its writer was killed over it
         return QFile::remove(place.filePath());
-    if (ticket.computer == computerInNames() && ticket.viewer != JobTicket::starting &&
-        !m_environment.processes.runs(ticket.viewer)) {
+    if (viewerHasEnded(m_environment.processes, ticket)) {
         ticket.wasRead(m_commandFile);
         return true;
     }
-    return place.lastModified().msecsTo(QDateTime::currentDateTime()) > limit.count();
+    return clock.ageOf(place) > limit;
 }
 
 /// The viewer may have taken the ticket away already: no new one is made.

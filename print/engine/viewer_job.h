@@ -10,6 +10,7 @@
 #include <functional>
 
 class CommandFile;
+class FolderClock;
 class PrintFiles;
 enum class EngineProgram;
 struct Environment;
@@ -26,9 +27,9 @@ public:
     /// A file that goes when the viewer has read the job.
     void addTemporary(const QString &path) { m_ticket.files += path; }
 
-    /// Waits for the viewer of the job before, and puts down a ticket: from here on the command file and the
-    /// temporary files are this job's, and go if this program is killed. The caller holds the work folder's
-    /// lock where their names are given.
+    /// Waits for the viewer of the job before, takes over what it left, and puts down a ticket: from here on
+    /// the command file and the temporary files are this job's, and go if this program is killed. The caller
+    /// holds the work folder's lock where their names are given.
     Result<> announce();
     /// Takes the ticket away with the temporary files, or without them.
     ///@{
@@ -47,8 +48,9 @@ public:
                         const std::function<void()> &meanwhile = {}) const;
 
 private:
+    void takeOver();
     Result<> putTicket(qint64 viewer);
-    bool isTaken(std::chrono::milliseconds limit) const;
+    bool isTaken(std::chrono::milliseconds limit, FolderClock &clock) const;
     void noteViewer(qint64 viewer);
 
     const Environment &m_environment;

@@ -5,7 +5,9 @@
 #include "print/engine/engine_programs.h"
 #include "print/engine/paper.h"
 
+#include <QCoreApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFile>
 #include <algorithm>
 
@@ -229,7 +231,12 @@ QString cls_WfdPrintExe::commandFile() const {
 bool cls_WfdPrintExe::lock() {
     if (m_lock)
         return true;
-    Result<WorkFolderLock> taken = WorkFolderLock::take(m_environment);
+    // The window stays alive; nobody can press its button again.
+    Result<WorkFolderLock> taken = WorkFolderLock::take(m_environment, [] {
+        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents |
+                                        QEventLoop::ExcludeSocketNotifiers);
+        return true;
+    });
     if (!taken)
         return fail(taken.reason()) == 0;
     m_lock = std::move(*taken);

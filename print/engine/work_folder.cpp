@@ -6,15 +6,15 @@
 #include "app/base/job_ticket.h"
 #include "app/base/processes.h"
 #include "print/engine/engine_programs.h"
+#include "print/engine/folder_clock.h"
 #include "print/engine/print_files.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
+#include <QCryptographicHash>
 #include <QDeadlineTimer>
 #include <QDir>
 #include <QFileInfo>
 #include <QLockFile>
-#include <QSysInfo>
 #include <QThread>
 #include <atomic>
 
@@ -25,17 +25,15 @@ namespace {
 constexpr std::chrono::milliseconds betweenLooks{10};
 /// After it, the lock of a PC that was switched off is taken away. A builder is ended long before.
 constexpr std::chrono::minutes lockIsOld{15};
+/// A lock is without its owner's name for an instant.
+constexpr std::chrono::seconds namelessFor{5};
 /// A viewer that gives no sign may be reading its files as long as this.
-constexpr qint64 mayBeReadSeconds = 600;
+constexpr std::chrono::minutes mayBeRead{10};
 /// What another PC left; whether its programs run cannot be seen from here. A PDF in place of paper as well.
-constexpr qint64 daySeconds = 24 * 60 * 60;
-
-bool isOlder(const QFileInfo &entry, qint64 seconds) {
-    return entry.lastModified().secsTo(QDateTime::currentDateTime()) > seconds;
-}
+constexpr std::chrono::hours day{24};
 
 /// Whether nobody needs a run's folder any more, "douisho-PC-process-number".
-bool isLeft(const Processes &processes, const QFileInfo &folder) {
+bool isLeft(const Processes &processes, const QFileInfo &folder, FolderClock &clock) {
     const QStringList parts = folder.fileName().split(u'-');
     const qint64 process = parts.value(parts.size() - 2).toLongLong();
     if (folder.fileName().startsWith(PrintFiles::folderStart() + computerInNames() + u'-')) {
@@ -43,18 +41,18 @@ bool isLeft(const Processes &processes, const QFileInfo &folder) {
         return !processes.runs(viewer) &&
                (viewer != 0 || (process != QCoreApplication::applicationPid() && !processes.runs(process)));
     }
-    return isOlder(folder, daySeconds);
+    return clock.ageOf(folder) > day;
 }
 
-void clearTicket(const Processes &processes, const QFileInfo &entry) {
+/// Removes a ticket that nobody needs any more. One that cannot be read may be needed until it is old.
+void clearTicket(const Processes &processes, const QFileInfo &entry, FolderClock &clock) {
     const QString commandFile = entry.path() + u'/' + entry.completeBaseName();
     const JobTicket ticket = JobTicket::read(commandFile);
-    if (ticket.id.isEmpty()) // its writer was killed over it
-        QFile::remove(entry.filePath());
-    const bool ended = ticket.computer == computerInNames() && ticket.viewer != JobTicket::starting &&
-                       !processes.runs(ticket.viewer);
-    if (ended || isOlder(entry, mayBeReadSeconds))
+    const bool old = clock.ageOf(entry) > mayBeRead;
+    if (old || viewerHasEnded(processes, ticket))
         ticket.wasRead(commandFile);
+    if (ticket.id.isEmpty() && (old || !ticket.unreadable)) // its writer was killed over it
+        QFile::remove(entry.filePath());
 }
 
 /// Documents that were claimed and not begun; whoever does that holds the lock.
@@ -64,19 +62,44 @@ void removeClaims(const QDir &folder) {
             QFile::remove(document.filePath());
 }
 
-void removeOlder(const QDir &folder, const QStringList &names, qint64 seconds) {
+void removeOlder(const QDir &folder, const QStringList &names, std::chrono::milliseconds age,
+                 FolderClock &clock) {
     for (const QFileInfo &file : folder.entryInfoList(names, QDir::Files))
-        if (isOlder(file, seconds))
+        if (clock.ageOf(file) > age)
             QFile::remove(file.filePath());
+}
+
+/// The lock of a program that was killed before it could write its name into it: it would lie there long.
+void removeNameless(QLockFile &file, FolderClock &clock) {
+    const auto isNameless = [&] {
+        const QFileInfo lock(file.fileName());
+        return lock.exists() && lock.size() == 0 && clock.ageOf(lock) > namelessFor;
+    };
+    if (!isNameless())
+        return;
+    // Of two that see it, the second must not remove the lock of the first. The class's own name for this.
+    QLockFile alone(file.fileName() + u".rmlock"_s);
+    if (alone.tryLock(0) && isNameless())
+        file.removeStaleLockFile();
+}
+
+QString holderOf(const QLockFile &file) {
+    qint64 process = 0;
+    QString computer, program;
+    if (!file.getLockInfo(&process, &computer, &program) || computer.isEmpty())
+        return u"他のプログラム"_s;
+    return computer == QSysInfo::machineHostName() ? u"この端末の他のプログラム"_s
+                                                   : u"他の端末「%1」"_s.arg(computer);
 }
 
 } // namespace
 
-QString computerInNames() {
+QString computerInNames(const QString &host) {
     QString name;
-    for (const QChar c : QSysInfo::machineHostName())
+    for (const QChar c : host)
         name += (c.isLetterOrNumber() && c.unicode() < 0x80) ? c : QChar(u'_');
-    return name.isEmpty() ? u"PC"_s : name;
+    const QByteArray hash = QCryptographicHash::hash(host.toUtf8(), QCryptographicHash::Sha256);
+    return name + u'_' + QString::fromLatin1(hash.toHex().left(8));
 }
 
 QString nextRunName() {
@@ -90,6 +113,11 @@ bool keepsPrintFiles(const Folders &folders) {
     return ini.nGetProfileLong(u"印刷"_s, u"作業ファイルを残す"_s) != 0;
 }
 
+bool viewerHasEnded(const Processes &processes, const JobTicket &ticket) {
+    return ticket.computer == computerInNames() && ticket.viewer != JobTicket::starting &&
+           !processes.runs(ticket.viewer);
+}
+
 WorkFolderLock::WorkFolderLock(std::unique_ptr<QLockFile> file) : m_file(std::move(file)) {}
 WorkFolderLock::WorkFolderLock(WorkFolderLock &&) noexcept = default;
 WorkFolderLock &WorkFolderLock::operator=(WorkFolderLock &&) noexcept = default;
@@ -101,17 +129,15 @@ Result<WorkFolderLock> WorkFolderLock::take(const Environment &environment, cons
     auto file = std::make_unique<QLockFile>(folder + u"douisho.lock"_s);
     file->setStaleLockTime(lockIsOld);
     const QDeadlineTimer deadline(limit);
+    FolderClock clock(folder);
     while (!file->tryLock(0)) {
         if (file->error() != QLockFile::LockFailedError)
             break;
-        if (deadline.hasExpired() || (goOn && !goOn())) {
-            qint64 process = 0;
-            QString computer, program;
-            file->getLockInfo(&process, &computer, &program);
+        if (deadline.hasExpired() || (goOn && !goOn()))
             return Failure{
-                u"他の端末「%1」が作業フォルダ「%2」で印刷しています。\r\nしばらくしてから、もう一度実行してください。"_s
-                    .arg(computer, QDir::toNativeSeparators(folder))};
-        }
+                u"%1が作業フォルダ「%2」で印刷しています。\r\nしばらくしてから、もう一度実行してください。"_s
+                    .arg(holderOf(*file), QDir::toNativeSeparators(folder))};
+        removeNameless(*file, clock);
         QThread::msleep(betweenLooks.count());
     }
     return WorkFolderLock(std::move(file));
@@ -121,16 +147,23 @@ void clearWorkFolder(const Environment &environment) {
     const QDir folder(engineWorkFolder(environment));
     if (!folder.exists() || keepsPrintFiles(environment.folders))
         return;
+    FolderClock clock(folder.path());
     for (const QFileInfo &run : folder.entryInfoList({PrintFiles::folderStart() + u'*'}, QDir::Dirs))
-        if (isLeft(environment.processes, run))
+        if (isLeft(environment.processes, run, clock))
             QDir(run.filePath()).removeRecursively();
     // A program that is just handing over its job holds the lock; then the next run clears.
-    if (const Result<WorkFolderLock> lock = WorkFolderLock::take(environment, [] { return false; }); lock) {
-        for (const QFileInfo &ticket : folder.entryInfoList({u"*.ticket"_s}, QDir::Files))
-            clearTicket(environment.processes, ticket);
-        removeClaims(folder);
-    }
-    removeOlder(folder, {u"Output????.wfd"_s, u"cmdSetPrint*-*.dat"_s}, mayBeReadSeconds);
+    const Result<WorkFolderLock> lock = WorkFolderLock::take(environment, [] { return false; });
+    if (!lock)
+        return;
+    const QStringList tickets{u"*.ticket"_s};
+    for (const QFileInfo &ticket : folder.entryInfoList(tickets, QDir::Files))
+        clearTicket(environment.processes, ticket, clock);
+    removeClaims(folder);
+    if (!QDir(folder.path()).entryList(tickets).isEmpty())
+        return; // somebody may be reading
+    removeOlder(folder, {u"Com.dat"_s, u"DouiCom.dat"_s, u"err.txt"_s}, {},
+                clock); // used under the lock alone
+    removeOlder(folder, {u"Output????.wfd"_s, u"cmdSetPrint*.dat"_s, u"WfdCom.dat"_s}, mayBeRead, clock);
     if (folder != QDir(environment.folders.program()))
-        removeOlder(folder, {u"Output????*.pdf"_s, u"WfdCom*.pdf"_s, u"同意依頼書*.pdf"_s}, daySeconds);
+        removeOlder(folder, {u"Output????*.pdf"_s, u"WfdCom*.pdf"_s, u"同意依頼書*.pdf"_s}, day, clock);
 }

@@ -3,16 +3,19 @@
 #include "app/base/result.h"
 
 #include <QString>
+#include <QSysInfo>
 #include <chrono>
 #include <functional>
 #include <memory>
 
 class Folders;
+class Processes;
 class QLockFile;
 struct Environment;
+struct JobTicket;
 
-/// This PC in file names: letters, digits and hyphens.
-QString computerInNames();
+/// A PC in file names: letters, digits and underscores. No two have the same.
+QString computerInNames(const QString &host = QSysInfo::machineHostName());
 
 /// A name that no other run of printing has, on whatever PC: PC, process and a running number.
 QString nextRunName();
@@ -20,6 +23,9 @@ QString nextRunName();
 /// Whether the files of printing are left in the work folder, so that a case can be looked into
 /// (douisho.ini, 印刷, 作業ファイルを残す=1).
 bool keepsPrintFiles(const Folders &folders);
+
+/// Whether a ticket's viewer was started on this PC and runs no more.
+bool viewerHasEnded(const Processes &processes, const JobTicket &ticket);
 
 /// Held while files whose names are given (WfdCom.dat, Com.dat, 同意書データ.csv …) are written and one of
 /// the engine's programs is to read them: all PCs have these names in the same folder. A crash gives it back.

@@ -8,12 +8,19 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
 using State = BatchChunk::State;
 
 namespace {
+
+void makeOlder(const QString &path, int seconds) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadWrite));
+    file.setFileTime(QDateTime::currentDateTime().addSecs(-seconds), QFileDevice::FileModificationTime);
+}
 
 /// Batches of reports whose builder and viewer are scripted.
 struct Batch : testing::Test {
@@ -173,9 +180,11 @@ TEST_F(Batch, StopsBetweenChunks) {
     EXPECT_EQ(asked, 2);
 }
 
-/// Viewers that run until somebody has looked for the third time.
+/// Viewers that print for a minute: until somebody has looked for the third time.
 class SlowViewers : public RecordedProcesses {
 public:
+    explicit SlowViewers(QString folder) : m_folder(std::move(folder)) {}
+
     bool start(const QString &program, const QStringList &arguments, const QString &folder,
                qint64 *id) override {
         if (program.endsWith(u"wfrfv10.exe")) {
@@ -185,26 +194,39 @@ public:
         }
         return RecordedProcesses::start(program, arguments, folder, id);
     }
-    bool runs(qint64 id) const override { return id > 0 && looks > 0 && --looks > 0; }
+    bool runs(qint64 id) const override {
+        for (const QFileInfo &ticket : QDir(m_folder).entryInfoList({u"*.ticket"_s}))
+            makeOlder(ticket.filePath(), 60);
+        return id > 0 && looks > 0 && --looks > 0;
+    }
 
     mutable int looks = 0;
+
+private:
+    QString m_folder;
 };
 
 TEST_F(Batch, PaperComesInTheOrderOfTheChunks) {
-    SlowViewers viewers;
+    SlowViewers viewers(practice.work({}));
     viewers.act = practice.processes.act;
     Environment environment{practice.folders, practice.clock, practice.messages, viewers, {1, 1}};
     EXPECT_TRUE(runIn(environment, 301).allPrinted());
     EXPECT_EQ(viewers.started.size(), 8) << "four chunks, each with a builder and a viewer";
 }
 
+// Another user's may be replaced, not written.
+TEST_F(Batch, CommandFilesThatLieThereAreNotWrittenInto) {
+    practice.addFile(practice.work(u"cmdSetPrint.dat"_s), "old");
+    std::filesystem::create_hard_link(practice.work(u"cmdSetPrint.dat"_s).toStdString(),
+                                      practice.work(u"same"_s).toStdString());
+    EXPECT_TRUE(run(1).allPrinted());
+    EXPECT_EQ(practice.written(u"same"_s), u"old");
+}
+
 TEST_F(Batch, ADocumentThatMayStillBeReadIsLeft) {
     for (int number = 1; number <= 3; ++number) {
         practice.addFile(document(number));
-        QFile file(document(number));
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-        const qint64 age = number == 2 ? 60 : 660;
-        file.setFileTime(QDateTime::currentDateTime().addSecs(-age), QFileDevice::FileModificationTime);
+        makeOlder(document(number), number == 2 ? 60 : 660);
     }
     const BatchResult result = run(101);
     ASSERT_EQ(result.chunks.size(), 2u);

@@ -1,21 +1,26 @@
 #include "app/base/codepage932.h"
 #include "app/base/folders.h"
+#include "app/base/job_ticket.h"
 #include "print/engine/data_file.h"
 #include "print/engine/paper.h"
 #include "print/engine/viewer_document.h"
+#include "print/engine/viewer_job.h"
 #include "print/engine/wfd_print_exe.h"
 #include "print/engine/work_folder.h"
 #include "tests/support/test_environment.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
-#include <QSysInfo>
 #include <gtest/gtest.h>
+#include <sys/time.h>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+int secondsAhead = 0; ///< this PC's clock
 
 const QString layout = u"/SYS/同意書_A5.wfd"_s;
 
@@ -29,6 +34,13 @@ protected:
         EXPECT_TRUE(QDir(m_folder.path()).mkpath(u"WORK"_s));
         m_folders.emplace(m_folder.path());
         m_environment.emplace(Environment{*m_folders, m_clock, m_messages, m_processes, {}});
+    }
+    void write(const QString &name, const QByteArray &bytes, int secondsOld = 0) const {
+        QFile file(work(name));
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush());
+        if (secondsOld > 0)
+            file.setFileTime(QDateTime::currentDateTime().addSecs(-secondsOld),
+                             QFileDevice::FileModificationTime);
     }
     QString work(const QString &name) const { return m_folder.filePath(u"WORK/"_s + name); }
     /// The command file's text, the folder written as "W/".
@@ -249,6 +261,13 @@ TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
     show(folder);
     clearWorkFolder(*m_environment);
     EXPECT_TRUE(QFile::exists(folder) && QFile::exists(work(u"同意書データ.csv"_s))) << "for a support case";
+    QFile::remove(work(u"同意書データ.csv"_s));
+    m_processes.missing = {u"wfrfv10.exe"_s};
+    cls_WfdPrintExe failing(*m_environment);
+    failing.iInit(layout, {});
+    ASSERT_EQ(failing.iWriteData(1, u"同意書データ"_s, data), 0);
+    EXPECT_EQ(failing.iPreview(0), -1);
+    EXPECT_TRUE(QFile::exists(work(u"同意書データ.csv"_s))) << "what failed is what is looked into";
 }
 
 TEST_F(Engine, SaysWhoHoldsTheWorkFolder) {
@@ -256,8 +275,63 @@ TEST_F(Engine, SaysWhoHoldsTheWorkFolder) {
     ASSERT_TRUE(held);
     const Result<WorkFolderLock> second =
         WorkFolderLock::take(*m_environment, {}, std::chrono::milliseconds(50));
-    EXPECT_TRUE(second.reason().contains(u"で印刷しています。"_s)) << second.reason().toStdString();
-    EXPECT_TRUE(second.reason().contains(QSysInfo::machineHostName())) << second.reason().toStdString();
+    EXPECT_TRUE(second.reason().startsWith(u"この端末の他のプログラムが"_s)) << second.reason().toStdString();
+}
+
+TEST_F(Engine, ALockThatNamesNobodyIsNoLock) {
+    write(u"douisho.lock"_s, {}, 60);
+    EXPECT_TRUE(WorkFolderLock::take(*m_environment, {}, std::chrono::milliseconds(500)));
+    write(u"douisho.lock"_s, {});
+    EXPECT_FALSE(WorkFolderLock::take(*m_environment, {}, std::chrono::milliseconds(50)))
+        << "somebody is just writing his name";
+}
+
+TEST_F(Engine, PCsAreToldApart) {
+    EXPECT_NE(computerInNames(u"受付PC"_s), computerInNames(u"院長PC"_s));
+    EXPECT_NE(computerInNames(u"A-1"_s), computerInNames(u"A_1"_s));
+    EXPECT_FALSE(computerInNames(u"A-1"_s).contains(u'-'));
+}
+
+// Of a PC whose clock is ahead of the file server's, or of a user who may not read the ticket.
+TEST_F(Engine, AFreshJobIsLeftToItsViewer) {
+    const ViewerJob next(*m_environment, work(u"WfdCom.dat"_s));
+    const auto waits = [&] {
+        QElapsedTimer timer;
+        timer.start();
+        next.waitUntilTaken(std::chrono::milliseconds(200));
+        return timer.elapsed() >= 200;
+    };
+    EXPECT_FALSE(waits());
+    write(u"WfdCom.dat.ticket"_s, JobTicket{u"1"_s, u"B"_s, 1, {}, {}}.bytes());
+    write(u"Output0001.wfd"_s, "x");
+    secondsAhead = 3600;
+    const bool waited = waits();
+    clearWorkFolder(*m_environment);
+    secondsAhead = 0;
+    EXPECT_TRUE(waited);
+    EXPECT_TRUE(QFile::exists(work(u"WfdCom.dat.ticket"_s)));
+    EXPECT_TRUE(QFile::exists(work(u"Output0001.wfd"_s)));
+    write(u"Output0001.wfd"_s, "x", 3600);
+    clearWorkFolder(*m_environment);
+    EXPECT_TRUE(QFile::exists(work(u"Output0001.wfd"_s))) << "a slow viewer may still want it";
+
+    QFile::remove(work(u"WfdCom.dat.ticket"_s));
+    ASSERT_TRUE(QDir().mkdir(work(u"WfdCom.dat.ticket"_s))); // not even an administrator can read that
+    EXPECT_TRUE(waits());
+}
+
+TEST_F(Engine, AJobTakesOverWhatAViewerLeft) {
+    write(u"依頼書データ.csv"_s, "x");
+    const JobTicket left{u"1"_s, u"B"_s, 1, {work(u"依頼書データ.csv"_s)}, {}};
+    write(u"WfdCom.dat.ticket"_s, left.bytes(), 60);
+    cls_WfdPrintExe engine(*m_environment);
+    engine.iInit(layout, {});
+    ASSERT_EQ(engine.iPreview(0), 0) << engine.sErrMsg().toStdString();
+    EXPECT_TRUE(QFileInfo(work(u"WfdCom.dat.ticket"_s)).permissions() & QFile::ReadOther);
+    for (const QString &name : {u"Com.dat"_s, u"err.txt"_s, u"cmdSetPrint.dat"_s})
+        write(name, "x", 660);
+    clearWorkFolder(*m_environment);
+    EXPECT_EQ(QDir(work({})).entryList(QDir::Files), QStringList{u"WfdCom.dat"_s}) << "just written";
 }
 
 TEST_F(Engine, DrivesTheViewerThroughTheDocumentObject) {
@@ -287,3 +361,11 @@ TEST(Paper, FollowsTheNameOfTheLayoutFile) {
 }
 
 } // namespace
+
+/// The PC's clock as the toolkit reads it.
+extern "C" int gettimeofday(timeval *now, void *) noexcept {
+    timespec real{};
+    clock_gettime(CLOCK_REALTIME, &real);
+    *now = {real.tv_sec + secondsAhead, real.tv_nsec / 1000};
+    return 0;
+}

@@ -15,6 +15,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QCoreApplication>
+#include <QDeadlineTimer>
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -180,6 +181,22 @@ protected:
         return all;
     }
 
+    /// Waits for all programs that the folder's printing started: their command lines name it.
+    bool lastHasEnded() const {
+        const auto runs = [this] {
+            for (const QString &process : QDir(u"/proc"_s).entryList({u"[0-9]*"_s}, QDir::Dirs)) {
+                QFile line(u"/proc/%1/cmdline"_s.arg(process));
+                if (line.open(QIODevice::ReadOnly) && line.readAll().contains(m_folder.path().toUtf8()))
+                    return true;
+            }
+            return false;
+        };
+        const QDeadlineTimer deadline(std::chrono::minutes(2));
+        while (runs() && !deadline.hasExpired())
+            QThread::msleep(50);
+        return !deadline.hasExpired();
+    }
+
     QTemporaryDir m_folder;
 };
 
@@ -204,7 +221,7 @@ TEST_F(PrintRace, NobodySeesAnothersPatientsAndNothingIsLost) {
         EXPECT_TRUE(program->waitForFinished(-1) || program->state() == QProcess::NotRunning);
     for (const auto &program : all)
         EXPECT_EQ(program->exitCode(), 0);
-    QThread::sleep(1); // the last viewers
+    EXPECT_TRUE(lastHasEnded()) << "viewers still run";
 
     QStringList found = seen();
     expected.sort();

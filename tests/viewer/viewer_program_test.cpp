@@ -1,5 +1,6 @@
 #include "app/base/job_ticket.h"
 #include "tests/viewer/report_files.h"
+#include "viewer/programs/viewer_program.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -61,6 +62,23 @@ TEST_F(ViewerProgram, TakesTheTicketAwayWithWhatNobodyNeedsAnyMore) {
     m_files.write(u"WfdCom.dat.ticket"_s, ticket.bytes());
     EXPECT_EQ(view(commands).exitCode, 1) << "the data are gone";
     EXPECT_FALSE(QFile::exists(m_files.at(u"WfdCom.dat.ticket"_s))) << "others would wait";
+}
+
+TEST_F(ViewerProgram, RefusesTheJobThatTookThePlaceOfItsOwn) {
+    const QByteArray newer = JobTicket{u"2"_s, u"PC"_s, 1, {m_files.at(u"同意書データ.csv"_s)}, {}}.bytes();
+    m_files.write(u"WfdCom.dat.ticket"_s, newer);
+    for (const char *own : {"1", "2"}) {
+        qputenv(JobTicket::variable, own);
+        const Ended ended =
+            view(u"FileName,\"form.wfd\"\r\nSetDataText,\"D\",\"同意書データ.csv\"\r\nPrintOut\r\n"_s);
+        const bool mine = *own == '2';
+        EXPECT_EQ(ended.exitCode, mine ? 0 : 1) << ended.errors.toStdString();
+        EXPECT_EQ(QFile::exists(m_files.at(u"WfdCom.pdf"_s)), mine);
+        EXPECT_EQ(QFile::exists(m_files.at(u"WfdCom.dat.ticket"_s)), !mine);
+    }
+    qunsetenv(JobTicket::variable);
+    EXPECT_NE(QFileInfo(pdfPathProposedFor(m_files.at(u"WfdCom.pdf"_s))).path(), m_files.at({}))
+        << "a PDF that was saved there would go after a day";
 }
 
 TEST_F(ViewerProgram, TellsWhyItShowsNothing) {

@@ -15,6 +15,7 @@
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProgressDialog>
+#include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -68,6 +69,8 @@ public:
             m_wait = std::chrono::seconds(qBound(0, seconds.toInt(), 3600));
         m_commandFile = jobPath(QDir::currentPath(), parsed->option(u"/c"_s));
         m_ticket = JobTicket::read(m_commandFile);
+        if (isAnothersJob())
+            return refuse();
         const int code = carryOut();
         m_ticket.wasRead(m_commandFile);
         m_ticket.hasEnded(m_commandFile);
@@ -75,6 +78,20 @@ public:
     }
 
 private:
+    /// Whether the command file was written anew, perhaps with a colleague's patients, before this viewer
+    /// came to read it.
+    bool isAnothersJob() const {
+        const QString own = qEnvironmentVariable(JobTicket::variable);
+        return !own.isEmpty() && JobTicket::read(m_commandFile).id != own;
+    }
+
+    /// The other job's ticket stays.
+    int refuse() {
+        m_ticket = {};
+        return fail(u"帳票の表示に時間がかかっている間に、作業フォルダで次の印刷が始まりました。\n"
+                    "表示されなかった帳票は、もう一度印刷してください。"_s);
+    }
+
     int carryOut() {
         Problem problem;
         const std::optional<Job> job = loadJob(m_commandFile, &problem);
@@ -88,6 +105,8 @@ private:
     }
 
     int load(const Job &job) {
+        if (isAnothersJob())
+            return refuse();
         const QString folder = QFileInfo(m_commandFile).absolutePath();
         QString finished;
         if (job.reports.size() == 1 && job.reports[0].sources.empty()) {
@@ -100,6 +119,9 @@ private:
                     QDir::toNativeSeparators(finished), QString::number(m_wait.count())));
         }
         const LoadedJob loaded = loadReports(job, folder);
+        // A finished document has a name of its own; commands and data have not.
+        if (finished.isEmpty() && isAnothersJob())
+            return refuse();
         if (!loaded.failures.isEmpty())
             return fail(loaded.failures.join(u'\n'));
         m_pdfPath = pdfPathFor(m_commandFile, finished);
@@ -145,7 +167,7 @@ private:
     static int codeOf(OutputEnd end) { return end == OutputEnd::Failed ? failed : EXIT_SUCCESS; }
 
     int show(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes) const {
-        ViewerForm form(document, adjustment, m_pdfPath, notes);
+        ViewerForm form(document, adjustment, pdfPathProposedFor(m_pdfPath), notes);
         m_run.maximised ? form.showMaximized() : form.show();
         return QApplication::exec();
     }
@@ -173,7 +195,7 @@ private:
         m_pdfPath = freePath(m_pdfPath);
         OutputEnd saved = savePdf(document, m_pdfPath, FileUse::Private, nullptr);
         while (saved == OutputEnd::Failed) {
-            const QString path = askPdfPath(u"PDFの保存先"_s, m_pdfPath, nullptr);
+            const QString path = askPdfPath(u"PDFの保存先"_s, pdfPathProposedFor(m_pdfPath), nullptr);
             if (path.isEmpty())
                 return failed;
             m_pdfPath = path;
@@ -217,4 +239,9 @@ int runViewer(const ViewerRun &run) {
 QString pdfPathFor(const QString &commandFile, const QString &finishedDocument) {
     const QString &named = finishedDocument.isEmpty() ? commandFile : finishedDocument;
     return QFileInfo(commandFile).dir().absoluteFilePath(QFileInfo(named).completeBaseName() + u".pdf"_s);
+}
+
+QString pdfPathProposedFor(const QString &pdfPath) {
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return (documents.exists() ? documents : QDir::home()).filePath(QFileInfo(pdfPath).fileName());
 }
