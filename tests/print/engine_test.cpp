@@ -14,7 +14,9 @@
 #include <QFile>
 #include <QFileInfo>
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <sys/time.h>
+#include <unistd.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -302,7 +304,8 @@ TEST_F(Engine, AFreshJobIsLeftToItsViewer) {
         return timer.elapsed() >= 200;
     };
     EXPECT_FALSE(waits());
-    write(u"WfdCom.dat.ticket"_s, JobTicket{u"1"_s, u"B"_s, 1, {}, {}}.bytes());
+    const QByteArray ticket = JobTicket{u"1"_s, u"B"_s, 1, {}, {}}.bytes();
+    write(u"WfdCom.dat.ticket"_s, ticket);
     write(u"Output0001.wfd"_s, "x");
     secondsAhead = 3600;
     const bool waited = waits();
@@ -315,9 +318,16 @@ TEST_F(Engine, AFreshJobIsLeftToItsViewer) {
     clearWorkFolder(*m_environment);
     EXPECT_TRUE(QFile::exists(work(u"Output0001.wfd"_s))) << "a slow viewer may still want it";
 
-    QFile::remove(work(u"WfdCom.dat.ticket"_s));
-    ASSERT_TRUE(QDir().mkdir(work(u"WfdCom.dat.ticket"_s))); // not even an administrator can read that
-    EXPECT_TRUE(waits());
+    // An administrator may read every file: he looks as nobody.
+    write(u"WfdCom.dat.ticket"_s, ticket);
+    chmod(qUtf8Printable(work(u"WfdCom.dat.ticket"_s)), 0);
+    chmod(qUtf8Printable(m_folder.path()), 0755);
+    chmod(qUtf8Printable(work({})), 0777);
+    const uid_t user = geteuid();
+    EXPECT_TRUE(user != 0 || seteuid(65534) == 0);
+    const bool waitedForUnreadable = waits();
+    EXPECT_EQ(seteuid(user), 0);
+    EXPECT_TRUE(waitedForUnreadable);
 }
 
 TEST_F(Engine, AJobTakesOverWhatAViewerLeft) {
