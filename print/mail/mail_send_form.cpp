@@ -56,10 +56,9 @@ short frmMailSend::fail(const QString &reason) {
 
 short frmMailSend::Init(cT_ADODB &db, MailClaims &claims, const std::vector<MailRow> &rows) {
     m_claims = &claims;
-    QString reason;
-    const std::optional<MailSettings> settings = readMailSettings(m_environment.folders, &reason);
+    const Result<MailSettings> settings = readMailSettings(m_environment.folders);
     if (!settings)
-        return fail(reason);
+        return fail(settings.reason());
     m_settings = *settings;
     std::vector<Counsellor> active;
     std::vector<PatientCounsellor> counsellorOf;

@@ -123,13 +123,12 @@ QString MailSettings::senderArgument() const {
     return u"%1<%2>\t%3"_s.arg(onOneLine(senderName), senderAddress, login);
 }
 
-std::optional<MailSettings> readMailSettings(const Folders &folders, QString *reason) {
+Result<MailSettings> readMailSettings(const Folders &folders) {
     MailIni ini(folders);
     MailSettings settings;
     if (ini.problem().isEmpty())
         settings = ini.read();
     if (ini.problem().isEmpty())
         return settings;
-    *reason = ini.problem();
-    return std::nullopt;
+    return Failure{ini.problem()};
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "app/base/result.h"
+
 #include <QString>
 #include <optional>
 
@@ -40,5 +42,5 @@ struct MailSettings {
 
 /// Reads mail.ini in the data folder. Without the key 暗号化 (なし, STARTTLS or TLS) port 465 means TLS and
 /// 587 STARTTLS; a log-in is never sent over an open line unless the key says なし.
-/// @param reason names the file and the key when there is no value
-std::optional<MailSettings> readMailSettings(const Folders &folders, QString *reason);
+/// A failure names the file and the key.
+Result<MailSettings> readMailSettings(const Folders &folders);

@@ -20,16 +20,15 @@ protected:
     MailSendTest() { QDir::setCurrent(folder.path()); }
     ~MailSendTest() override { QDir::setCurrent(QDir::rootPath()); }
 
-    std::optional<MailSettings> settings(int port, const QStringList &lines, QString *reason) {
+    Result<MailSettings> settings(int port, const QStringList &lines) {
         writeMailIni(folder.path(), port, lines);
-        return readMailSettings(Folders(folder.path()), reason);
+        return readMailSettings(Folders(folder.path()));
     }
     SendOutcome send(
         int port, const QStringList &lines, const std::function<bool()> &goOn = [] { return true; }) {
-        QString reason;
-        const auto read = settings(port, lines, &reason);
-        EXPECT_TRUE(read) << reason.toStdString();
-        mEmail mail(read.value_or(MailSettings{}), clock);
+        const auto read = settings(port, lines);
+        EXPECT_TRUE(read) << read.reason().toStdString();
+        mEmail mail(read ? *read : MailSettings{}, clock);
         const short status = mail.nSendMail({u"佐藤"_s, u"to@example.jp"_s}, u"（1）"_s, u"以上"_s, goOn);
         EXPECT_EQ(status == 1, mail.outcome().kind == SendOutcome::Accepted);
         EXPECT_EQ(mail.logTrouble(), u""_s);
@@ -131,18 +130,16 @@ TEST_F(MailSendTest, LogTellsEachMailAndHidesThePassword) {
 }
 
 TEST_F(MailSendTest, WrongSettingsNameTheKeyAndPortsChooseTheProtection) {
-    QString reason;
     for (const QString &line : {u"メールサーバ="_s, u"メールサーバ=a/b"_s, u"ポート=70000"_s,
                                 u"ポート=２５x"_s, u"タイムアウト=0"_s, u"ログイン=user"_s, u"暗号化=SSH"_s,
                                 u"認証局ファイル=none.pem"_s, u"送信元メールアドレス=治療院"_s}) {
-        EXPECT_FALSE(settings(25, {line}, &reason)) << line.toStdString();
+        const QString reason = settings(25, {line}).reason();
         EXPECT_TRUE(reason.contains(u"mail.ini"_s) && reason.contains(line.section(u'=', 0, 0)))
             << reason.toStdString();
     }
     using enum MailSecurity;
     for (const auto &[port, expected] : {std::pair{25, Offered}, {465, Tls}, {587, StartTls}})
-        EXPECT_EQ(settings(port, {}, &reason)->server.security, expected) << port;
+        EXPECT_EQ(settings(port, {})->server.security, expected) << port;
     QFile::remove(folder.filePath(u"mail.ini"_s));
-    EXPECT_FALSE(readMailSettings(Folders(folder.path()), &reason));
-    EXPECT_TRUE(reason.contains(u"mail.ini"_s)) << reason.toStdString();
+    EXPECT_TRUE(readMailSettings(Folders(folder.path())).reason().contains(u"mail.ini"_s));
 }
