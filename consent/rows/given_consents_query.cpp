@@ -8,14 +8,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-Result<GivenConsents> readGivenConsents(cT_ADODB &db, const Branch &branch,
-                                        std::span<const ConsentRowKey> rows) {
-    QStringList patients;
-    for (const ConsentRowKey &row : rows)
-        patients.append(sqlNumber(row.patient.nIDNo));
-    patients.removeDuplicates();
-    if (patients.isEmpty())
-        return GivenConsents();
+namespace {
+
+constexpr qsizetype block = 300; // patients a statement
+
+Result<> readBlock(cT_ADODB &db, const Branch &branch, const QStringList &patients,
+                   std::vector<GivenConsent> &consents) {
     const ErrorsSince errors(db);
     Recordset found;
     if (db.iConnect() != 0 ||
@@ -24,7 +22,6 @@ Result<GivenConsents> readGivenConsents(cT_ADODB &db, const Branch &branch,
                                   sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND nIDNo IN ("_s +
                                   patients.join(u',') + u")"_s) != 0)
         return Failure{errors.text()};
-    std::vector<GivenConsent> consents;
     for (int row = 0; row < found.rowCount(); ++row)
         consents.push_back({{{branch.iKyotenCd, branch.iKyotenEb, qint32(found.number(row, 0))},
                              qint32(found.number(row, 1)),
@@ -32,5 +29,22 @@ Result<GivenConsents> readGivenConsents(cT_ADODB &db, const Branch &branch,
                              qint32(found.number(row, 3))},
                             found.date(row, 4),
                             found.text(row, 5)});
+    return {};
+}
+
+} // namespace
+
+Result<GivenConsents> readGivenConsents(cT_ADODB &db, const Branch &branch,
+                                        std::span<const ConsentRowKey> rows) {
+    QStringList patients;
+    for (const ConsentRowKey &row : rows)
+        patients.append(sqlNumber(row.patient.nIDNo));
+    patients.removeDuplicates();
+    if (patients.isEmpty())
+        return GivenConsents();
+    std::vector<GivenConsent> consents;
+    for (qsizetype from = 0; from < patients.size(); from += block)
+        if (const Result<> read = readBlock(db, branch, patients.mid(from, block), consents); !read)
+            return Failure{read.reason()};
     return GivenConsents(std::move(consents));
 }
