@@ -21,16 +21,16 @@ Period RestartForm::period() const {
 }
 
 void RestartForm::accept() {
-    for (DateBox *box : {m_ui->idHenkeiFrom, m_ui->idHenkeiTo}) {
-        if (box->settle() && box->date().isValid())
-            continue;
-        box->setFocus();
-        return;
-    }
-    if (period().end < period().start) {
-        m_ui->lblWrong->show();
-        m_ui->idHenkeiTo->setFocus();
-        return;
-    }
+    for (DateBox *box : {m_ui->idHenkeiFrom, m_ui->idHenkeiTo})
+        if (!box->settle() || !box->date().isValid())
+            return sayWrong(u"日付を入力してください。"_s, box);
+    if (period().end < period().start)
+        return sayWrong(u"終了日が開始日より前になっています。"_s, m_ui->idHenkeiTo);
     QDialog::accept();
+}
+
+void RestartForm::sayWrong(const QString &why, QWidget *where) {
+    m_ui->lblWrong->setText(why);
+    m_ui->lblWrong->show();
+    where->setFocus();
 }

@@ -19,9 +19,11 @@ public:
 
     Period period() const;
 
-    /// Stays while the dates are no period.
+    /// Stays while the dates are no period, and says so.
     void accept() override;
 
 private:
+    void sayWrong(const QString &why, QWidget *where);
+
     std::unique_ptr<Ui::RestartForm> m_ui;
 };
