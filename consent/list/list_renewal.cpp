@@ -4,6 +4,7 @@
 #include "consent/list/list_model.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
@@ -33,6 +34,18 @@ void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model) {
             if (const ReadRow now = model.seenRow(record); isUnchanged(now, *row.seen))
                 row.seen->updateTime = now.updateTime;
     }
+}
+
+std::vector<ConsentRowKey> renewedKeys(const QList<RenewalResult> &results,
+                                       const std::vector<ConsentRowKey> &rows) {
+    QSet<QString> wanted;
+    for (const ConsentRowKey &key : rows)
+        wanted.insert(rowIdentity(key));
+    std::vector<ConsentRowKey> keys;
+    for (const RenewalResult &result : results)
+        if (result.outcome == RenewalOutcome::Renewed && wanted.contains(rowIdentity(result.row.key)))
+            keys.push_back(renewedKey(result.row.key, result.row.reConsent.date));
+    return keys;
 }
 
 QString renewalSummary(const QList<RenewalResult> &results) {

@@ -11,5 +11,9 @@ QList<RenewalRow> rowsToRenew(const ConsentListModel &model);
 /// where the list still shows them as they are. Which rows they are and what they hold does not change.
 void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model);
 
+/// The keys that the renewed ones of these rows have now.
+std::vector<ConsentRowKey> renewedKeys(const QList<RenewalResult> &results,
+                                       const std::vector<ConsentRowKey> &rows);
+
 /// What became of a renewal, for the user: how many were renewed, and each row that was not with the reason.
 QString renewalSummary(const QList<RenewalResult> &results);

@@ -46,21 +46,21 @@ QList<RenewalResult> renewWithProgress(const ListRenewalRequest &request, const 
 
 } // namespace
 
-bool renewReceived(const ListRenewalRequest &request) {
+std::optional<QList<RenewalResult>> renewReceived(const ListRenewalRequest &request) {
     Messages &messages = request.environment.messages;
     if (!permitted(request))
-        return false;
+        return std::nullopt;
     // What is renewed is what the user sees before the question.
     QList<RenewalRow> rows = rowsToRenew(request.model);
     if (rows.isEmpty()) {
         messages.warn(
             u"「受領」にチェックされた行がありません。更新する行の「受領」にチェックしてください。"_s);
-        return false;
+        return std::nullopt;
     }
     const int hidden = request.model.receivedOutOfSight();
     if (!messages.ask(u"同意受領分の更新を行います。よろしいですか？"_s, u"同意更新の確認"_s) ||
         !request.save())
-        return false;
+        return std::nullopt;
     takeSaved(rows, request.model);
     const QList<RenewalResult> results = renewWithProgress(request, rows);
     QString text = u"更新が終了しました。\r\n\r\n"_s + renewalSummary(results);
@@ -72,5 +72,5 @@ bool renewReceived(const ListRenewalRequest &request) {
         messages.inform(text);
     else
         messages.warn(text);
-    return true;
+    return results;
 }

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "consent/record/renewal_run.h"
+
 #include <QDate>
 #include <functional>
+#include <optional>
 
 class ConsentListModel;
 class QProgressBar;
@@ -21,5 +24,5 @@ struct ListRenewalRequest {
 };
 
 /// Asks, saves, renews the rows ticked 受領 and tells what became of them.
-/// @return whether the list has to be read again
-bool renewReceived(const ListRenewalRequest &request);
+/// @return what became of the rows, after which the list has to be read again; nothing: none was touched
+std::optional<QList<RenewalResult>> renewReceived(const ListRenewalRequest &request);
