@@ -15,6 +15,21 @@ void setNext(ConsentRowValues &values, const Period &next) {
     values.nextEnd = next.end;
 }
 
+// A row after values were saved over it. Text that is no date gives way to a date only, and an answer that
+// stood in the massage row's columns has moved to the row's own.
+ReadRow writtenOver(ReadRow row, const ConsentRowValues &values) {
+    row.values = values;
+    row.updateTime.clear();
+    row.answeredAsMassage = false;
+    if (values.reconsent.isValid())
+        row.oddReconsent.clear();
+    if (values.nextStart.isValid())
+        row.oddStart.clear();
+    if (values.nextEnd.isValid())
+        row.oddEnd.clear();
+    return row;
+}
+
 } // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
@@ -33,7 +48,7 @@ void ConsentListModel::load(Recordset rows, const ListContext &context) {
     take(std::move(rows), context);
     show();
     endResetModel();
-    Q_EMIT stateChanged();
+    toldLoaded();
 }
 
 QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
@@ -62,8 +77,16 @@ QStringList ConsentListModel::reload(Recordset rows, const ListContext &context)
     }
     show();
     endResetModel();
-    Q_EMIT stateChanged();
+    toldLoaded();
     return dropped;
+}
+
+// The header's order by kinds of letters needs them before the rows are seen.
+void ConsentListModel::toldLoaded() {
+    Q_EMIT stateChanged();
+    Q_EMIT loaded();
+    if (m_sortColumn == int(ListColumn::Letter) && !recordsWithoutLetter(1).empty())
+        sort(m_sortColumn, m_sortOrder);
 }
 
 ConsentRowValues ConsentListModel::values(int record) const {
@@ -73,20 +96,13 @@ ConsentRowValues ConsentListModel::values(int record) const {
 
 ConsentRowValues ConsentListModel::stored(int record) const {
     const auto written = m_written.constFind(record);
-    return written != m_written.cend() ? *written : m_records.values(record);
+    return written != m_written.cend() ? written->values : m_records.values(record);
 }
 
 // What the database holds of a row as far as is known here.
 ReadRow ConsentListModel::storedRow(int record) const {
-    ReadRow row = m_records.row(record);
-    if (const auto written = m_written.constFind(record); written != m_written.cend()) {
-        row.values = *written;
-        row.updateTime.clear();
-        row.oddReconsent.clear();
-        row.oddStart.clear();
-        row.oddEnd.clear();
-    }
-    return row;
+    const auto written = m_written.constFind(record);
+    return written != m_written.cend() ? *written : m_records.row(record);
 }
 
 ReadRow ConsentListModel::seenRow(int record) const {
@@ -134,21 +150,13 @@ std::vector<ConsentRowKey> ConsentListModel::targetKeys() const {
     return keys;
 }
 
-void ConsentListModel::tickSuccessors(const std::vector<ConsentRowKey> &targets) {
-    QSet<QString> gone;
-    for (const ConsentRowKey &key : targets)
-        gone.insert(rowIdentity(key));
-    for (int record = 0; record < m_records.count(); ++record)
-        gone.remove(rowIdentity(m_records.key(record)));
-    QHash<qint32, short> kinds; // a bit for each kind
-    for (const ConsentRowKey &key : targets)
-        if (gone.contains(rowIdentity(key)))
-            kinds[key.patient.nIDNo] |= short(1 << key.iHenkeiFlg);
-    for (int record = 0; record < m_records.count() && !kinds.isEmpty(); ++record) {
-        const ConsentRowKey key = m_records.key(record);
-        if (kinds.value(key.patient.nIDNo) & (1 << key.iHenkeiFlg))
+void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
+    QSet<QString> wanted;
+    for (const ConsentRowKey &key : keys)
+        wanted.insert(rowIdentity(key));
+    for (int record = 0; record < m_records.count() && !wanted.isEmpty(); ++record)
+        if (wanted.contains(rowIdentity(m_records.key(record))))
             m_target[size_t(record)] = true;
-    }
     changedAll();
 }
 
@@ -189,7 +197,7 @@ void ConsentListModel::changedAll() {
 
 void ConsentListModel::acceptChanges() {
     for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
-        m_written.insert(it.key(), it.value());
+        m_written.insert(it.key(), writtenOver(storedRow(it.key()), it.value()));
     dropChanges();
 }
 
@@ -317,12 +325,12 @@ void ConsentListModel::tickReceived(int record, ConsentRowValues &now) {
     if (!m_context.advisor)
         return;
     const QDate proposed = m_context.advisor->reconsentDay(m_records.running(record));
-    m_trouble = m_context.advisor->trouble();
+    noteTrouble();
     if (!proposed.isValid())
         return;
     now.reconsent = proposed;
     if (!now.nextStart.isValid() && !now.nextEnd.isValid())
-        setNext(now, propose(record, proposed));
+        setNext(now, propose(record, proposed).value_or(Period()));
     followMassage(record, {}, proposed);
 }
 
@@ -454,11 +462,11 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
 
 // A new re-consent date proposes the next period, for the patient's deformity-correction rows too; taking the
 // date away takes the period away. A period that was typed before there was a date stays where the rule gives
-// none.
+// none, and any where it cannot be reckoned.
 void ConsentListModel::takeReconsent(int record, const QDate &before, ConsentRowValues &now) {
-    const Period next = propose(record, now.reconsent);
-    if (next.start.isValid() || before.isValid())
-        setNext(now, next);
+    const std::optional<Period> next = propose(record, now.reconsent);
+    if (next && (next->start.isValid() || before.isValid()))
+        setNext(now, *next);
     followMassage(record, before, now.reconsent);
 }
 
@@ -495,18 +503,32 @@ void ConsentListModel::followMassage(int record, const QDate &before, const QDat
         const bool saved = now.reconsent.isValid() && now.reconsent == stored(other).reconsent;
         if (answered || now.reconsent == reconsent || (saved && !reconsent.isValid()))
             continue;
+        const bool stays = keepsPeriod(other, now, reconsent);
         now.reconsent = reconsent;
-        setNext(now, propose(other, reconsent));
+        if (const std::optional<Period> next = propose(other, reconsent); next && !stays)
+            setNext(now, *next);
         store(other, now);
         changedRow(other);
     }
 }
 
-Period ConsentListModel::propose(int record, const QDate &reconsent) {
+// A period that was typed before a followed date came stays, also when that date goes again.
+bool ConsentListModel::keepsPeriod(int record, const ConsentRowValues &now, const QDate &reconsent) {
+    const Period period{now.nextStart, now.nextEnd};
+    if (!period.start.isValid() && !period.end.isValid())
+        return false;
+    return !now.reconsent.isValid() || (!reconsent.isValid() && propose(record, now.reconsent) != period);
+}
+
+std::optional<Period> ConsentListModel::propose(int record, const QDate &reconsent) {
     if (!reconsent.isValid() || !m_context.advisor)
-        return {};
+        return Period();
     const Period next = m_context.advisor->nextPeriod(m_records.running(record), reconsent);
+    noteTrouble();
+    return m_context.advisor->failed() ? std::nullopt : std::optional(next);
+}
+
+void ConsentListModel::noteTrouble() {
     if (const QString trouble = m_context.advisor->trouble(); !trouble.isEmpty())
         m_trouble = trouble;
-    return next;
 }

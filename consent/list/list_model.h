@@ -42,8 +42,8 @@ public:
     int targetsOutOfSight() const;
     /// Keys of all rows ticked 対象.
     std::vector<ConsentRowKey> targetKeys() const;
-    /// Ticks the rows that have taken the place of targets that are gone: the patient's of the same kind.
-    void tickSuccessors(const std::vector<ConsentRowKey> &targets);
+    /// Ticks 対象 on the rows of these keys, as far as they are in the list.
+    void tickTargets(const std::vector<ConsentRowKey> &keys);
     /// Records ticked 受領 that are shown, in the order shown.
     std::vector<int> receivedRecords() const;
     /// How many more are ticked 受領 and narrowed away.
@@ -86,6 +86,8 @@ public:
     void sort(int column, Qt::SortOrder order) override;
 
 Q_SIGNALS:
+    /// Rows were read anew.
+    void loaded();
     /// Edits, ticks or the shown rows changed.
     void stateChanged();
     /// All kinds of letters are wanted now, to sort by them.
@@ -96,6 +98,7 @@ Q_SIGNALS:
 private:
     void take(Recordset rows, const ListContext &context);
     void show();
+    void toldLoaded();
     bool mayEdit(int record, ListColumn column) const;
     ConsentRowValues stored(int record) const;
     ReadRow storedRow(int record) const;
@@ -105,7 +108,10 @@ private:
     void takeReconsent(int record, const QDate &before, ConsentRowValues &now);
     void tellTrouble();
     void store(int record, const ConsentRowValues &values);
-    Period propose(int record, const QDate &reconsent);
+    /// Nothing when it cannot be reckoned.
+    std::optional<Period> propose(int record, const QDate &reconsent);
+    void noteTrouble();
+    bool keepsPeriod(int record, const ConsentRowValues &now, const QDate &reconsent);
     void followMassage(int record, const QDate &before, const QDate &reconsent);
     std::vector<int> deformityRecords(const PatientKey &patient);
     void changedRow(int record);
@@ -115,8 +121,8 @@ private:
 
     ListContext m_context;
     ListRecords m_records;
-    QHash<int, ConsentRowValues> m_edits;   ///< by record
-    QHash<int, ConsentRowValues> m_written; ///< by record: saved since the rows were read
+    QHash<int, ConsentRowValues> m_edits; ///< by record
+    QHash<int, ReadRow> m_written;        ///< by record: what was saved since the rows were read
     std::vector<bool> m_target;
     std::vector<LetterKind> m_letters; ///< by record, of the first ones
     std::vector<int> m_shown;          ///< records, in the order shown

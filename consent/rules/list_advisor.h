@@ -25,6 +25,7 @@ public:
     void prepare(const std::vector<PatientKey> &patients) override;
     void forget() override { m_reader.forget(); }
     QString trouble() const override { return m_trouble; }
+    bool failed() const override { return !m_trouble.isEmpty() || !links.unread.isEmpty(); }
 
     QDate reconsentDay(const RunningConsent &running) override;
     bool followsMassage() const override { return links.deformity; }

@@ -37,6 +37,9 @@ public:
     virtual void prepare(const std::vector<PatientKey> &patients) = 0;
     /// Why the last call could not look up what the rule needs; empty when it could.
     virtual QString trouble() const = 0;
+    /// Whether the last call could not look up what the rule needs, even where trouble() has been told
+    /// before.
+    virtual bool failed() const = 0;
     /// What was looked up may have changed: it is looked up anew.
     virtual void forget() = 0;
 };
