@@ -64,12 +64,12 @@ QString endText(const ListContext &context, const QDate &end) {
     return dateText(end);
 }
 
-// The hospital's own way stands in brackets while the row has none.
 // The remark's own editor takes line breaks; a cell is one line.
 QString onOneLine(QString text) {
     return text.replace(u"\r\n"_s, u" "_s).replace(u'\n', u' ');
 }
 
+// The hospital's own way stands in brackets while the row has none.
 QString methodText(const ListRow &row) {
     const int number = row.values.method;
     const QString text = row.context.methods.text(number);

@@ -37,8 +37,6 @@ struct ListRow {
     ConsentRowKey key() const { return records.key(record); }
     bool isDeformity() const { return records.isDeformity(record); }
     bool flag(ListField field) const { return records.flag(record, field); }
-    /// The row as it was read.
-    ReadRow read() const { return records.row(record); }
     /// What the row's cell shows; empty for tick cells.
     QString text(ListColumn column) const;
     /// "IDNo. name".

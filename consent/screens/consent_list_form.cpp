@@ -8,6 +8,7 @@
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/list/list_order_form.h"
+#include "consent/list/list_renewal.h"
 #include "consent/list/list_renewal_form.h"
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/list_command_bar.h"
@@ -122,6 +123,7 @@ void frm同意書管理::wire() {
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
     connect(m_model, &ConsentListModel::lettersWanted, this, [this] { readAllLetters(); });
+    connect(m_model, &ConsentListModel::loaded, this, [this] { m_idle->start(idle); });
     connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
@@ -152,15 +154,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     ListFilter &filter = m_parts->list.filter();
     filter.order = listOrderOf(settings.number(Setting::一覧並び順));
     filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
-    if (const Result<> read = settings.readable(Setting::祝日考慮); !read) {
-        m_parts->advisor.links.unread = read.reason();
-        m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
-    }
-    for (const ListCommand &command : listCommands())
-        if (const auto *link = std::get_if<ListLink>(&command.does)) {
-            m_parts->advisor.links.*link->flag = settings.isOn(link->setting);
-            m_commands->action(command)->setChecked(settings.isOn(link->setting));
-        }
+    readLinks();
     m_panel->clear(filter.from, filter.to);
     if (m_parts->list.iSearch() != 0) {
         m_error = m_parts->list.sErrMsg();
@@ -169,8 +163,22 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_grid->restoreColumns();
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
-    m_idle->start(idle);
     return 0;
+}
+
+// What cannot be read is told once, until it could be read again.
+void frm同意書管理::readLinks() {
+    const Settings settings(m_environment.folders);
+    LinkOptions &links = m_parts->advisor.links;
+    const Result<> read = settings.readable(Setting::祝日考慮);
+    if (!read && links.unread.isEmpty())
+        m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
+    links.unread = read.reason();
+    for (const ListCommand &command : listCommands())
+        if (const auto *link = std::get_if<ListLink>(&command.does)) {
+            links.*link->flag = settings.isOn(link->setting);
+            m_commands->action(command)->setChecked(links.*link->flag);
+        }
 }
 
 QString frm同意書管理::takeMethods() {
@@ -241,7 +249,6 @@ void frm同意書管理::keepPlace(const std::function<void()> &work) {
     m_grid->verticalScrollBar()->setValue(row - fromTop);
     m_grid->horizontalScrollBar()->setValue(across);
     QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
-    m_idle->start(idle);
 }
 
 // A block at a time, and never while another piece of work holds the connection.
@@ -260,8 +267,10 @@ void frm同意書管理::readLettersLater() {
 }
 
 void frm同意書管理::readAllLetters() {
-    if (m_parts->list.iReadLetters(size_t(m_model->records().count())) != 0)
-        failDb(m_parts->list.sErrMsg());
+    if (m_parts->list.iReadLetters(size_t(m_model->records().count())) == 0)
+        return;
+    m_idle->stop();
+    failDb(m_parts->list.sErrMsg());
 }
 
 void frm同意書管理::failDb(const QString &reason) {
@@ -304,6 +313,8 @@ void frm同意書管理::reread() {
     // Methods that cannot be read now stay as they are.
     if (const QString reason = takeMethods(); !reason.isEmpty())
         m_environment.messages.failIn(reason, u"dataLoadRiyousha()でエラー");
+    if (!m_parts->advisor.links.unread.isEmpty())
+        readLinks();
     QStringList dropped;
     bool read = false;
     keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
@@ -447,8 +458,11 @@ void frm同意書管理::openScreen(OpenScreen opener) {
             opening.targets.push_back(m_model->row(record));
         opening.targetsOutOfSight = m_model->targetsOutOfSight();
     }
-    if (const QModelIndex current = m_grid->currentIndex(); current.isValid())
-        opening.current.emplace(m_model->row(m_model->recordOfRow(current.row())));
+    if (const QModelIndex current = m_grid->currentIndex(); current.isValid()) {
+        const int record = m_model->recordOfRow(current.row());
+        opening.current.emplace(m_model->row(record));
+        opening.seen = m_model->seenRow(record);
+    }
     if (opener(opening))
         reread();
 }
@@ -459,6 +473,8 @@ void frm同意書管理::toggleLink(const ListCommand &command, const ListLink &
     Settings settings(m_environment.folders);
     if (settings.iSwitch(link.setting, on) == 0) {
         m_parts->advisor.links.*link.flag = on;
+        if (!m_parts->advisor.links.unread.isEmpty())
+            readLinks();
         return;
     }
     m_environment.messages.failIn(settings.sErrMsg(), command.name() + u"_Click()でエラー"_s);
@@ -475,9 +491,11 @@ void frm同意書管理::reject() {
 
 void frm同意書管理::renew() {
     const std::vector<ConsentRowKey> targets = m_model->targetKeys();
-    if (!renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
-                        [this] { return save(); }, *m_progress, this}))
+    const std::optional<QList<RenewalResult>> results =
+        renewReceived({m_environment, *m_db, *m_model, m_parts->list.readFilter().from,
+                       [this] { return save(); }, *m_progress, this});
+    if (!results)
         return;
     reread();
-    m_model->tickSuccessors(targets);
+    m_model->tickTargets(renewedKeys(*results, targets));
 }

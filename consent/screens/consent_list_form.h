@@ -47,6 +47,7 @@ private:
     void searchAsked() { search(); }
     void clearFilter();
     QString takeMethods();
+    void readLinks();
     void reread();
     bool save();
     void saveAsked();

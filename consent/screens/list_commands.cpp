@@ -39,7 +39,7 @@ std::span<const ListCommand> listCommands() {
                     u"表示中の行の「受領」をすべて付けます。すべて付いているときは外します"_s, Consent,
                     NewestView, &Form::tickAllReceived},
         ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
-                    u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, Row,
+                    u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, NewestRow,
                     openRemark},
         ListCommand{u""_s, u"mnHenkeiRestart"_s, u"変形徒手の期間を再開"_s, u""_s,
                     u"選択した変形徒手の行の期間を新しくし、依頼と受領の印を消します"_s, Consent, NewestRow,

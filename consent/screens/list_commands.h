@@ -23,7 +23,7 @@ struct ListCommand {
     enum Needs {
         Nothing,
         Row,
-        NewestView, ///< rows of the history are neither written nor asked for
+        NewestView, ///< of the history nothing is written from the list itself, asked for or printed
         NewestRow,
         NotBuilt
     };

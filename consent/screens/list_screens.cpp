@@ -148,6 +148,11 @@ bool openHistory(const ListOpening &opening) {
 }
 
 bool openRemark(const ListOpening &opening) {
+    if (opening.current->isDeformity()) {
+        opening.environment.messages.warn(
+            u"変形徒手の行に備考はありません。マッサージの行を選択してください。"_s);
+        return false;
+    }
     frmEditBikouDoui form(opening.environment, opening.parent);
     return accepted(opening, form, form.iInit(opening.db, opening.current->key()));
 }
@@ -171,7 +176,7 @@ bool restartDeformity(const ListOpening &opening) {
                       u"変形徒手の期間の再開"_s))
         return false;
     ConsentRenewal renewal(opening.db);
-    const ReadRow seen = row.read();
+    const ReadRow &seen = *opening.seen;
     if (renewal.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen) != 0) {
         renewal.refused() ? messages.warn(renewal.sErrMsg()) : messages.fail(renewal.sErrMsg());
         return true; // the row is another one by now, or gone
@@ -184,7 +189,7 @@ bool openRequestMethods(const ListOpening &opening) {
     RequestMethodsForm form(opening.environment, opening.db, opening.parent);
     std::optional<MethodsRow> row;
     if (opening.current && opening.current->mayOwnMethods())
-        row = {opening.current->read(), opening.current->who()};
+        row = {*opening.seen, opening.current->who()};
     if (form.iInit(row, u"（変形徒手と履歴の行には登録できません）"_s) != 0) {
         opening.environment.messages.failIn(form.sErrMsg(), u"dataLoadRiyousha()でエラー");
         return false;

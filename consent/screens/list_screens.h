@@ -14,6 +14,7 @@ struct ListOpening {
     int targetsOutOfSight = 0;    ///< more are ticked and narrowed away
     std::optional<ListRow> current;
     QWidget *parent = nullptr;
+    std::optional<ReadRow> seen = {}; ///< the current row, also as saved when it could not be read again
 };
 
 /// Opens a screen and waits until it is closed; true when rows were written and the list has to be read
@@ -29,6 +30,7 @@ bool openNewConsentOfPicked(const ListOpening &opening);
 bool openConsent(const ListOpening &opening);
 /// The patient's history with the row current, from where consents are deleted.
 bool openHistory(const ListOpening &opening);
+/// The current row's remark; refuses deformity-correction rows, which have none.
 bool openRemark(const ListOpening &opening);
 /// Restarts the period of the current deformity-correction row; refuses other rows.
 bool restartDeformity(const ListOpening &opening);
