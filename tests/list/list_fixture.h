@@ -10,9 +10,15 @@
 /// Proposes a period that can be told from any real one: from the day after the re-consent for ten days.
 class TenDayAdvisor : public PeriodAdvisor {
 public:
-    QDate reconsentDay(const RunningConsent &) override { return proposedDay; }
+    QDate reconsentDay(const RunningConsent &running) override {
+        m_asked = running.patient.nIDNo;
+        return failed() ? QDate() : proposedDay;
+    }
     bool followsMassage() const override { return follows; }
-    Period nextPeriod(const RunningConsent &, const QDate &reconsent) override {
+    Period nextPeriod(const RunningConsent &running, const QDate &reconsent) override {
+        m_asked = running.patient.nIDNo;
+        if (failed())
+            return {};
         return {reconsent.addDays(1), reconsent.addDays(10)};
     }
     QString explainNext(const RunningConsent &, const QDate &, const Period &) override {
@@ -20,13 +26,18 @@ public:
     }
     QString explainRunning(const RunningConsent &) override { return QStringLiteral("running"); }
 
-    QString trouble() const override { return said; }
+    QString trouble() const override { return failed() ? said : QString(); }
+    bool failed() const override { return !said.isEmpty() && (troubled == 0 || troubled == m_asked); }
     void prepare(const std::vector<PatientKey> &) override {}
     void forget() override {}
 
     QString said;
+    qint32 troubled = 0; ///< the patient whose settings fail; 0: everyone's
     QDate proposedDay;
     bool follows = false;
+
+private:
+    qint32 m_asked = 0;
 };
 
 /// A practice of a few patients on 2026/11/21, each row made for one case.

@@ -233,6 +233,14 @@ TEST_F(ListFormTest, UnreadableSettingsAreSaidOnceAndNoPeriodIsProposed) {
     EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/10"_s);
     EXPECT_EQ(at(0, ListColumn::NextStart), QString()) << "it could be a holiday";
     EXPECT_EQ(messages.shown.size(), 1);
+
+    QTest::keyClick(form.get(), Qt::Key_F4, Qt::ShiftModifier);
+    EXPECT_EQ(messages.shown.size(), 1) << "told before";
+    QDir(programFolder.path()).rmdir(u"患者管理設定.ini"_s);
+    QTest::keyClick(form.get(), Qt::Key_F4, Qt::ShiftModifier);
+    go(0, ListColumn::Reconsent);
+    type(u"2026/12/11"_s);
+    EXPECT_EQ(at(0, ListColumn::NextStart), u"2027/01/01"_s);
     messages.answers = {Answer::No};
 }
 
@@ -298,8 +306,8 @@ TEST_F(ListFormTest, AWrongRowThatIsNarrowedAwayIsShown) {
 TEST_F(ListFormTest, NothingIsMadeOfTheHistory) {
     database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo = 1"_s);
     open();
-    const QStringList commands{u"cmdIrai"_s,         u"cmdPrint"_s,    u"cmdMail"_s,
-                               u"CmdPrintDouisho"_s, u"CmdPrintSet"_s, u"cmdGet"_s};
+    const QStringList commands{u"cmdIrai"_s,     u"cmdPrint"_s, u"cmdMail"_s, u"CmdPrintDouisho"_s,
+                               u"CmdPrintSet"_s, u"cmdGet"_s,   u"cmdBikou"_s};
     for (const bool history : {true, false}) {
         control<QRadioButton>(history ? u"optRireki_1"_s : u"optRireki_0"_s)->setChecked(true);
         QTest::keyClick(form.get(), Qt::Key_F4);
@@ -343,12 +351,19 @@ TEST_F(ListFormTest, LettersKindsComeWhileTheListIsLookedAt) {
     open();
     grid->sortByColumn(int(ListColumn::Letter), Qt::DescendingOrder);
     EXPECT_EQ(at(0, ListColumn::Number), u"3"_s) << "at once, to sort by them";
+    for (const Qt::KeyboardModifier again : {Qt::NoModifier, Qt::ShiftModifier}) {
+        QTest::keyClick(form.get(), Qt::Key_F4, again);
+        EXPECT_EQ(at(0, ListColumn::Letter), u"新規利用者"_s) << "sorted as the header says";
+    }
+    grid->sortByColumn(int(ListColumn::Number), Qt::AscendingOrder);
     QTest::keyClick(form.get(), Qt::Key_F4);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return at(0, ListColumn::Letter) == u"新規利用者"_s; }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return at(2, ListColumn::Letter) == u"新規利用者"_s; }));
     EXPECT_EQ(at(1, ListColumn::Letter), u"マッサージ継続"_s);
 
     QTest::keyClick(form.get(), Qt::Key_F4);
     database.run(u"ALTER TABLE RIYOUSHA_DOUI_REC RENAME TO AWAY"_s);
+    QTest::qWait(300);
+    control<QLineEdit>(u"txt_SiboriKana"_s)->setText(u"ヤマ"_s);
     QTest::qWait(300);
     ASSERT_EQ(messages.shown.size(), 1) << "told, and once";
     EXPECT_TRUE(messages.shown[0].text.startsWith(u"同意依頼書種別を読み込めませんでした。"_s));
@@ -377,6 +392,32 @@ TEST_F(ListFormTest, ADeformityPeriodIsRestarted) {
                   answer == Answer::Yes ? u"2026/12/01|2027/01/20|0|0"_s : u"NULL|NULL|1|1"_s);
     }
     EXPECT_TRUE(messages.shown.back().text.contains(u"3 利用者3\r\n変形徒手の期間を再開しました。"_s));
+
+    // Saved and not read again: the row is what was saved, not one that a colleague has changed.
+    go(3, ListColumn::Received);
+    QTest::keyClick(grid, Qt::Key_Space);
+    database.run(u"ALTER TABLE SOUDAN RENAME TO SOUDAN_AWAY"_s);
+    messages.answers = {Answer::Yes, Answer::Yes};
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
+    QString wrong;
+    QTimer::singleShot(0, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate({});
+        QTest::keyClick(dialog, Qt::Key_Return);
+        wrong = dialog->findChild<QLabel *>(u"lblWrong"_s)->text();
+        dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate(QDate(2026, 12, 2));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    restart->trigger();
+    EXPECT_EQ(wrong, u"日付を入力してください。"_s);
+    EXPECT_EQ(database.value(u"SELECT tHenkeSday, iGetFlgHenkei FROM RIYOUSHA_DOUI_REC"
+                             " WHERE iHenkeiFlg = 1"_s),
+              u"2026/12/02|0"_s);
+
+    control<QPushButton>(u"cmdBikou"_s)->click();
+    EXPECT_EQ(messages.shown.back().text,
+              u"変形徒手の行に備考はありません。マッサージの行を選択してください。"_s);
 }
 
 TEST_F(ListFormTest, WhatCannotBeKeptIsSaid) {
@@ -426,10 +467,14 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
     control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));
     control<DateBox>(u"imD_KikanTo"_s)->setDate(QDate(2027, 5, 31));
     QTest::keyClick(form.get(), Qt::Key_F4);
-    go(0, ListColumn::Target);
-    QTest::keyClick(grid, Qt::Key_Space);
+    for (const int row : {0, 1}) {
+        go(row, ListColumn::Target);
+        QTest::keyClick(grid, Qt::Key_Space);
+    }
     go(0, ListColumn::Reconsent);
     type(u"20261118"_s);
+    // Another row has taken the place of row 2's meanwhile.
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET nDate = 20260602 WHERE nIDNo = 2"_s);
     messages.shown.clear();
     messages.answers = {Answer::No};
     QTest::keyClick(form.get(), Qt::Key_F6);
@@ -455,4 +500,5 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
                            u"20261118|1|2026/11/18|2027/01/01|2027/05/31|0"_s}));
     ASSERT_EQ(at(0, ListColumn::Period), u"2027/01/01～2027/05/31"_s);
     EXPECT_TRUE(isTarget(0)) << "the row that has taken its place";
+    EXPECT_FALSE(isTarget(1)) << "a colleague's row";
 }

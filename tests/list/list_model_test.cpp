@@ -226,6 +226,15 @@ TEST_F(ListModelTest, DeformityRowsFollowUntilTheyAreAnswered) {
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 11, 30), true));
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 3)));
     EXPECT_EQ(follower(), u"2026/11/30"_s) << "an answer of its own";
+
+    // A period that was typed into the row before the date came is nobody else's to change.
+    model.dropChanges();
+    EXPECT_TRUE(edit(1, ListColumn::NextEnd, QDate(2027, 3, 31), true));
+    for (const QDate &date : {QDate(2026, 12, 1), QDate()}) {
+        EXPECT_TRUE(edit(1, ListColumn::Reconsent, date));
+        EXPECT_EQ(follower().isEmpty(), date.isNull());
+        EXPECT_EQ(text(1, ListColumn::NextEnd, true), u"2027/03/31"_s);
+    }
 }
 
 TEST_F(ListModelTest, TroubleIsToldByTheEditThatMetItOnly) {
@@ -240,4 +249,37 @@ TEST_F(ListModelTest, TroubleIsToldByTheEditThatMetItOnly) {
     EXPECT_TRUE(tick(1, ListColumn::Contact, true));
     model.tickAll(ListColumn::Target, true);
     EXPECT_EQ(troubled.count(), 1);
+    advisor.said.clear();
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 2)));
+    advisor.said = u"読めません"_s;
+    EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 3)));
+    EXPECT_EQ(troubled.count(), 2);
+    EXPECT_EQ(text(1, ListColumn::NextEnd), u"2026/12/12"_s) << "a period is not lost to the trouble";
+}
+
+TEST_F(ListModelTest, TroubleWithOneOfManyRowsIsTold) {
+    for (const int number : {1, 2, 3}) {
+        patient(number, u"甲"_s, u"ｺｳ"_s);
+        consent(number, u"2026/12/31"_s);
+    }
+    found();
+    QSignalSpy troubled(&model, &ConsentListModel::troubled);
+    advisor.said = u"読めません"_s;
+    advisor.troubled = 2;
+    advisor.proposedDay = QDate(2026, 12, 1);
+    model.tickAll(ListColumn::Received, true);
+    EXPECT_EQ(troubled.count(), 1);
+    EXPECT_EQ(text(3, ListColumn::NextEnd), u"2026/12/11"_s);
+}
+
+TEST_F(ListModelTest, TheLettersOfManyPatientsAreReadAtOnce) {
+    constexpr int many = 301;
+    for (int number = 1; number <= many; ++number) {
+        patient(number, u"甲"_s, u"ｺｳ"_s);
+        consent(number, u"2026/12/31"_s);
+    }
+    found();
+    ASSERT_EQ(list.iReadLetters(many), 0) << list.sErrMsg().toStdString();
+    for (const int number : {1, many})
+        EXPECT_EQ(text(number, ListColumn::Letter), u"マッサージ継続"_s);
 }

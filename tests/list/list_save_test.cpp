@@ -140,15 +140,24 @@ TEST_F(ListSaveTest, AFailingDatabaseKeepsRowsAndEdits) {
 }
 
 TEST_F(ListSaveTest, SavedButNotReadAgainIsSaidAndTheNextEditIsKept) {
-    database.run(
-        u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/20 10:00:00.000', cItiranBikou = '前'"_s);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/20 10:00:00.000', cItiranBikou = '前',"
+                 " tSaiDouiDay = '2026/02/30'"_s);
+    consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tSaiDouiDay = '2026/11/20'"_s);
     found();
+    EXPECT_TRUE(tick(2, ListColumn::Received, true, true));
     EXPECT_TRUE(edit(1, ListColumn::Remark, u""_s));
     database.run(u"ALTER TABLE SOUDAN RENAME TO SOUDAN_AWAY"_s);
     const SaveOutcome outcome = list.save();
     EXPECT_EQ(outcome.kind, SaveOutcome::Saved);
     EXPECT_TRUE(outcome.text.contains(u"SOUDAN"_s)) << outcome.text.toStdString();
     EXPECT_EQ(stored(1, u"cItiranBikou"_s), u"NULL"_s);
+
+    // No date in the first row, an answer that has moved in the second: saved once more unread.
+    EXPECT_TRUE(edit(1, ListColumn::Remark, u"間"_s));
+    EXPECT_TRUE(tick(2, ListColumn::Received, false, true));
+    EXPECT_EQ(list.save().kind, SaveOutcome::Saved);
+    EXPECT_EQ(stored(1, u"cItiranBikou, tSaiDouiDay"_s), u"間|2026/02/30"_s);
+    EXPECT_EQ(stored(2, u"tDouiDayTempHenkei, iGetFlgHenkei"_s, 1), u"2026/11/20|0"_s);
 
     EXPECT_TRUE(edit(1, ListColumn::Remark, u"後"_s));
     database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
