@@ -398,8 +398,9 @@ TEST_F(ListFormTest, ADeformityPeriodIsRestarted) {
     QTest::keyClick(grid, Qt::Key_Space);
     database.run(u"ALTER TABLE SOUDAN RENAME TO SOUDAN_AWAY"_s);
     messages.answers = {Answer::Yes, Answer::Yes};
-    QTest::keyClick(form.get(), Qt::Key_F5);
+    control<QPushButton>(u"cmdSave"_s)->click();
     database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
+    ASSERT_TRUE(messages.shown.back().text.contains(u"読み直せませんでした"_s));
     QString wrong;
     QTimer::singleShot(0, [&] {
         QWidget *dialog = QApplication::activeModalWidget();
