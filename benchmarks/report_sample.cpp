@@ -35,7 +35,7 @@ DataValue valueOf(const QString &column, int patient) {
         return u"緑川県若葉市中央%1丁目2－3　コーポみどり10%2号室"_s.arg(patient % 9 + 1).arg(patient % 7);
     if (column.contains(u"名"_s) || column.contains(u"備考"_s) || column.contains(u"その他"_s))
         return u"脳梗塞後遺症による右片麻痺 "_s + number;
-    return qint64((patient + column.size()) % 2);
+    return (patient + column.size()) % 2;
 }
 
 } // namespace
