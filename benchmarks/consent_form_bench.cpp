@@ -91,12 +91,17 @@ void emptyFolder(const QString &folder) {
 struct Way {
     QString folder;
     std::function<void()> work;
+    std::function<void()> clearAway{}; ///< what the work before has left and nobody reads any more
     std::vector<double> first{}, again{};
 
     void measure() {
         emptyFolder(folder);
         first.push_back(millisecondsOf(work));
+        if (clearAway)
+            clearAway();
         again.push_back(millisecondsOf(work));
+        if (clearAway)
+            clearAway();
     }
 };
 
@@ -113,18 +118,22 @@ void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDat
     NoMessages messages;
     SystemProcesses processes;
     const Environment environment{folders, clock, messages, processes, {1, 1}};
-    // Every run has a folder of its own; that the files go afterwards is not part of the work.
-    std::vector<std::unique_ptr<PrintFiles>> runs;
+    // Every run has a folder of its own; that it goes afterwards is not part of the work.
+    std::unique_ptr<PrintFiles> run;
     const auto print = [&](const GatheredForms &gathered) {
-        write(*runs.emplace_back(std::make_unique<PrintFiles>(environment)), gathered);
+        run = std::make_unique<PrintFiles>(environment);
+        write(*run, gathered);
     };
     print(gather(db)); // warms the caches
-    const std::vector<QByteArray> files = writtenBytes(runs.back()->folder());
-    Way ours{folders.temporary(), [&] {
+    const std::vector<QByteArray> files = writtenBytes(run->folder());
+    run.reset();
+    Way ours{folders.temporary(),
+             [&] {
                  GatheredForms gathered;
                  gathering = millisecondsOf([&] { gathered = gather(db); });
                  print(gathered);
-             }};
+             },
+             [&] { run.reset(); }};
     Way theirs{bareFolder.filePath(u"files"_s), [&] {
                    bare.stepThrough(sql);
                    writeBare(theirs.folder, files);
@@ -160,20 +169,30 @@ struct Batch {
     double all = 0, writing = 0, building = 0;
 };
 
-/// @param writeData otherwise the files of an earlier batch are taken as they are
-Batch printBatch(Folders &folders, const GatheredForms &gathered, bool writeData) {
+/// @param dataAreThere written before the clock starts
+Batch printBatch(Folders &folders, const GatheredForms &gathered, bool dataAreThere) {
     Clock clock;
     NoMessages messages;
     BuilderOnly processes;
     Environment environment{folders, clock, messages, processes, {1, 1}};
     Batch batch;
+    PrintFiles ready(environment);
+    std::vector<QString> paths;
+    for (const ConsentForm &form : gathered.forms) {
+        QStringList touched;
+        if (!dataAreThere)
+            break;
+        const Result<QString> written = writeConsentFormData(form, ready, touched);
+        if (!written)
+            stop(written.reason());
+        paths.push_back(*written);
+    }
     const auto make = [&](int position, PrintFiles &files) -> Result<BatchReport> {
         const ConsentForm &form = gathered.forms[size_t(position)];
         QStringList touched;
         BatchReport report;
-        Result<QString> written =
-            u"%1/%2_同意書データ.csv"_s.arg(folders.temporary()).arg(form.patient.nIDNo);
-        if (writeData)
+        Result<QString> written = dataAreThere ? paths[size_t(position)] : QString();
+        if (!dataAreThere)
             batch.writing += millisecondsOf([&] { written = writeConsentFormData(form, files, touched); });
         if (!written)
             return Failure{written.reason()};
@@ -199,10 +218,10 @@ void measureDocuments(Figures &figures, Folders &folders, cT_ADODB &db) {
     for (int i = 0; i < repetitions; ++i) {
         GatheredForms gathered;
         gathering.push_back(millisecondsOf([&] { gathered = gather(db); }));
-        const Batch batch = printBatch(folders, gathered, true);
+        const Batch batch = printBatch(folders, gathered, false);
         all.push_back(gathering.back() + batch.all);
         writing.push_back(batch.writing);
-        building.push_back(printBatch(folders, gathered, false).building);
+        building.push_back(printBatch(folders, gathered, true).building);
         ours.push_back(all.back() - building.back());
     }
     figures.note("from the click to the finished documents", median(all));
