@@ -138,7 +138,7 @@ road_answer() {
 
 road_form() {
     road_first_cell
-    key space ctrl+p
+    key ctrl+p
     window 'セット印刷'
     shot set-print
     key F11
