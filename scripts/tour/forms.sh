@@ -90,14 +90,14 @@ tour_batch() {
     key Return
     sleep 2
     shot batch-running
-    windows '帳票印刷' 2
+    # The second chunk's paper waits for the first's.
+    window '帳票印刷'
     shot batch-printed
     keep_document batch-1 Output0001.pdf
-    keep_document batch-2 Output0002.pdf
-    window '帳票印刷'
     key Return
-    windows '帳票印刷' 1
+    gone '帳票印刷'
     window '帳票印刷'
+    keep_document batch-2 Output0002.pdf
     key Return
     gone '帳票印刷'
     window '同意書管理'
