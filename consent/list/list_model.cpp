@@ -130,6 +130,14 @@ ListRow ConsentListModel::row(int record) const {
     return {m_records, record, values(record), m_context, letter};
 }
 
+std::vector<ListRow> ConsentListModel::rows(const std::vector<int> &records) const {
+    std::vector<ListRow> rows;
+    rows.reserve(records.size());
+    for (const int record : records)
+        rows.push_back(row(record));
+    return rows;
+}
+
 std::vector<int> ConsentListModel::targetRecords() const {
     std::vector<int> records;
     for (const int record : m_shown)

@@ -30,12 +30,15 @@ public:
     ConsentRowValues values(int record) const;
     /// A record as it is shown.
     ListRow row(int record) const;
+    std::vector<ListRow> rows(const std::vector<int> &records) const;
     int recordOfRow(int row) const { return m_shown[size_t(row)]; }
     /// −1 when the record is narrowed away.
     int rowOfRecord(int record) const;
     bool isTarget(int record) const { return m_target[size_t(record)]; }
     QString who(int record) const { return m_records.who(record); }
 
+    /// Records that are shown, in the order shown.
+    const std::vector<int> &shownRecords() const { return m_shown; }
     /// Records ticked 対象 that are shown, in the order shown.
     std::vector<int> targetRecords() const;
     /// How many more are ticked 対象 and narrowed away.

@@ -453,9 +453,9 @@ void frm同意書管理::openScreen(OpenScreen opener) {
     if (!maySwitch())
         return;
     ListOpening opening{m_environment, *m_db, {}, 0, {}, this};
+    opening.shown = [this] { return m_model->rows(m_model->shownRecords()); };
     if (m_parts->list.readFilter().view == ListView::Newest) {
-        for (const int record : m_model->targetRecords())
-            opening.targets.push_back(m_model->row(record));
+        opening.targets = m_model->rows(m_model->targetRecords());
         opening.targetsOutOfSight = m_model->targetsOutOfSight();
     }
     if (const QModelIndex current = m_grid->currentIndex(); current.isValid()) {

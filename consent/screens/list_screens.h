@@ -2,6 +2,8 @@
 
 #include "consent/rows/list_cells.h"
 
+#include <functional>
+
 class QWidget;
 class cT_ADODB;
 struct Environment;
@@ -15,6 +17,7 @@ struct ListOpening {
     std::optional<ListRow> current;
     QWidget *parent = nullptr;
     std::optional<ReadRow> seen = {}; ///< the current row, also as saved when it could not be read again
+    std::function<std::vector<ListRow>()> shown = {}; ///< all rows that are shown, in the order shown
 };
 
 /// Opens a screen and waits until it is closed; true when rows were written and the list has to be read
