@@ -1,6 +1,6 @@
 #include "consent/requests/method_list.h"
 
-#include "consent/rows/request_methods.h"
+#include "app/base/request_methods.h"
 
 using namespace Qt::Literals::StringLiterals;
 

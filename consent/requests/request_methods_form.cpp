@@ -4,9 +4,9 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "app/base/request_methods.h"
 #include "consent/record/grid_save.h"
 #include "consent/requests/method_uses_query.h"
-#include "consent/rows/request_methods.h"
 #include "db/adodb.h"
 #include "widgets/tick_delegate.h"
 

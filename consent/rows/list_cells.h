@@ -1,9 +1,9 @@
 #pragma once
 
+#include "app/base/request_methods.h"
 #include "consent/rows/letter_kind.h"
 #include "consent/rows/list_columns.h"
 #include "consent/rows/list_record.h"
-#include "consent/rows/request_methods.h"
 
 #include <QVariant>
 #include <optional>

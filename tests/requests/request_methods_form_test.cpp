@@ -1,8 +1,8 @@
 // The request method screen, worked by keys on the consent list.
 
+#include "app/base/request_methods.h"
 #include "consent/list/list_grid.h"
 #include "consent/requests/request_methods_form.h"
-#include "consent/rows/request_methods.h"
 #include "consent/screens/consent_list_form.h"
 #include "tests/list/list_fixture.h"
 #include "tests/widgets/form_keys.h"

@@ -2,8 +2,8 @@
 
 #include "app/base/codepage932.h"
 #include "app/base/folders.h"
+#include "app/base/request_methods.h"
 #include "consent/requests/method_list.h"
-#include "consent/rows/request_methods.h"
 #include "tests/support/test_environment.h"
 
 #include <QDir>

@@ -19,6 +19,8 @@ struct RequestMethods {
     QString text(int number) const {
         return number >= 1 && number <= texts.size() ? texts[number - 1] : QString();
     }
+    /// How a row itself says it is to be asked for: its own texts, else the method chosen for it.
+    QString ofRow(const QString &own, int number) const { return own.isEmpty() ? text(number) : own; }
 };
 
 /// Reads the list; without the file it is empty. Entries keep their number whatever NUM says and whatever is

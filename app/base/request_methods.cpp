@@ -1,4 +1,4 @@
-#include "consent/rows/request_methods.h"
+#include "app/base/request_methods.h"
 
 #include "app/base/codepage932.h"
 #include "app/base/file_write.h"
