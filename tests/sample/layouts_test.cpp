@@ -1,4 +1,5 @@
 #include "print/consent_form/form_columns.h"
+#include "print/ledger/ledger.h"
 #include "print/request_letter/letters.h"
 #include "tests/viewer/report_fixture.h"
 #include "viewer/layout/layout_reader.h"
@@ -18,10 +19,7 @@ QStringList columnsOf(const QString &layout) {
     if (layout.startsWith(u"封筒"_s))
         return u"郵便番号1 郵便番号2 宛名施設 宛名 宛先住所１ 宛先住所２"_s.split(u' ');
     if (layout.startsWith(u"同意管理同意台帳"_s))
-        return u"枠線描画 何月分 検索名称 種別 No 患者ID 患者名 同意日 同意書期限 新同意日 経過 担当者 "
-               u"依頼日 "
-               "予備1 予備2 受取日 担当者2 担当者3 担当者4 担当者5 同意種別 同意種別タイトル 出力対象月From "
-               "出力対象月To 医師ID 医師名 機関名 機関ID 病院別依頼方法 個別依頼方法"_s.split(u' ');
+        return ledgerColumns();
     if (layout.contains(u"更新"_s))
         return u"枠線描画 何月分 検索内容 改ページ条件 改ページID 主担当施術者ID 主担当施術者名 相談員ID "
                u"相談員名 "
