@@ -1,6 +1,7 @@
 // Measures how reports become PDF files and pages on the screen.
 #include "benchmarks/bare_pages.h"
 #include "benchmarks/figures.h"
+#include "benchmarks/pdf_memory.h"
 #include "benchmarks/report_sample.h"
 #include "viewer/command/job_document.h"
 #include "viewer/output/pdf.h"
@@ -13,9 +14,6 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <cstdio>
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,11 +31,6 @@ Document load(const QString &command) {
     if (!document)
         stop(problem.sentence());
     return *std::move(document);
-}
-
-void toPdf(const QString &command, const QString &path) {
-    if (const Result<PagesEnd> written = writePdf(load(command), path); !written)
-        stop(written.reason());
 }
 
 double bestOf(const std::function<void()> &work) {
@@ -119,47 +112,19 @@ void measureFirstPage(const ReportSample &sample, Figures &figures) {
     figures.compare("load and paint the first of 1,000 pages", ofMany, "of one page", first, 1.5);
 }
 
-#ifdef Q_OS_UNIX
-/// The part that runs as a process of its own: prints its peak memory in kilobytes.
-int printPeak(const QString &command, const QString &path) {
-    toPdf(command, path);
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    std::printf("%ld\n", usage.ru_maxrss);
-    return 0;
-}
-
-void measureMemory(const ReportSample &sample, const QString &folder, Figures &figures) {
-    constexpr double allowed = 300; // MB
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(),
-                  {u"--peak"_s, sample.listCommand(manyPages), folder + u"/many.pdf"_s});
-    if (!process.waitForFinished(300'000) || process.exitCode() != 0)
-        stop(u"The 10,000 pages were not written."_s);
-    const double peak = process.readAllStandardOutput().trimmed().toDouble() / 1024;
-    std::printf("10,000 pages to PDF: at most %.0f MB of memory (allowed %.0f MB), file %.1f MB\n", peak,
-                allowed, double(QFile(folder + u"/many.pdf"_s).size()) / 1e6);
-    figures.check("10,000 pages stay below 300 MB of memory", peak > 0 && peak < allowed);
-}
-#endif
-
 } // namespace
 
 int main(int argc, char **argv) {
     QGuiApplication app(argc, argv);
-    const QStringList arguments = app.arguments();
-#ifdef Q_OS_UNIX
-    if (arguments.size() == 4 && arguments[1] == "--peak"_L1)
-        return printPeak(arguments[2], arguments[3]);
-#endif
+    if (const std::optional<int> done = asPdfWriter(app.arguments()))
+        return *done;
     const QTemporaryDir folder;
     const ReportSample sample(folder.path(), forms);
     Figures figures;
     measureForms(sample, folder.path(), figures);
     measureFirstPage(sample, figures);
-#ifdef Q_OS_UNIX
-    measureMemory(sample, folder.path(), figures);
-#endif
+    checkPdfMemory(figures, "10,000 pages to PDF", sample.listCommand(manyPages),
+                   folder.filePath(u"many.pdf"_s));
     measureBrowser(sample, folder.path(), figures);
     return figures.exitCode();
 }
