@@ -3,6 +3,8 @@
 #include "app/base/codepage932.h"
 #include "app/base/dates.h"
 
+#include <QStringList>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -31,6 +33,13 @@ QString sqlDate(const QDate &date) {
 
 QString sqlNumber(qint64 number) {
     return QString::number(number);
+}
+
+QString sqlSelectList(std::span<const QStringView> columns) {
+    QStringList list;
+    for (const QStringView column : columns)
+        list += column.toString() + u" AS C"_s + QString::number(list.size());
+    return list.join(u", "_s);
 }
 
 QString sqlContains(const QString &text) {

@@ -2,6 +2,7 @@
 
 #include <QDate>
 #include <QString>
+#include <span>
 
 /// A text literal: quotes doubled, N'…' when code page 932 lacks one of its characters. A null QString
 /// gives Null, an empty one ''.
@@ -14,6 +15,9 @@ QString sqlTextOrNull(const QString &text);
 QString sqlDate(const QDate &date);
 
 QString sqlNumber(qint64 number);
+
+/// A select list. Names differ for every column, since some providers give equal ones only once.
+QString sqlSelectList(std::span<const QStringView> columns);
 
 /// Pattern for a contains-match, '%text%': the text keeps its own % and _, its quotes are doubled.
 QString sqlContains(const QString &text);

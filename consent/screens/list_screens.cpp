@@ -16,6 +16,7 @@
 #include "consent/rows/given_consents_query.h"
 #include "print/batch/print_messages.h"
 #include "print/mail/mail_send_form.h"
+#include "print/renewal_list/renewal_list_form.h"
 #include "print/set_print/set_print_form.h"
 #include "search/patient_search_form.h"
 
@@ -92,6 +93,13 @@ std::vector<MailRow> mailRows(const std::vector<ListRow> &rows) {
         mails.push_back(
             {row.key().patient, row.text(ListColumn::Name), row.key().nDate, row.flag(ListField::Sent)});
     return mails;
+}
+
+std::vector<qint32> patientsOf(const std::vector<ListRow> &rows) {
+    std::vector<qint32> patients;
+    for (const ListRow &row : rows)
+        patients.push_back(row.key().patient.nIDNo);
+    return patients;
 }
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
@@ -256,4 +264,15 @@ bool openConsentForms(const ListOpening &opening) {
 
 bool openSetPrint(const ListOpening &opening) {
     return openSet(opening, SetPrintStart::AsLastTime);
+}
+
+bool openRenewalList(const ListOpening &opening) {
+    const bool ticked = !opening.targets.empty();
+    const std::vector<qint32> patients = patientsOf(ticked ? opening.targets : opening.shown());
+    frm同意書更新リスト印刷 form(opening.environment, opening.parent);
+    form.Init(opening.db, patients,
+              ticked ? u"（「対象」にチェックした利用者）"_s + outOfSightText(opening)
+                     : u"（一覧に表示しているすべての利用者）"_s);
+    form.exec();
+    return false;
 }

@@ -58,3 +58,6 @@ bool openConsentForms(const ListOpening &opening);
 /// Proposes the documents that were printed last.
 bool openSetPrint(const ListOpening &opening);
 ///@}
+
+/// The renewal list of the targets; without any, of all rows that are shown.
+bool openRenewalList(const ListOpening &opening);

@@ -4,6 +4,9 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// A server refuses statements of some ten thousand literals.
+constexpr size_t mostNumbers = 1000;
+
 QString qualified(QStringView table, const QString &column) {
     return table.isEmpty() ? column : table.toString() + u'.' + column;
 }
@@ -39,4 +42,22 @@ QString sqlSameBranch(QStringView left, QStringView right) {
 
 QString sqlSamePatient(QStringView left, QStringView right) {
     return sqlSameBranch(left, right) + u" and "_s + same(left, right, u"nIDNo"_s);
+}
+
+QString sqlNewestOfKind() {
+    return u"RIYOUSHA_DOUI_REC.iNewestFlg = 1"
+           " AND NOT EXISTS (SELECT LATER.nDate FROM RIYOUSHA_DOUI_REC AS LATER WHERE "_s +
+           sqlSamePatient(u"LATER", u"RIYOUSHA_DOUI_REC") +
+           u" AND LATER.iNewestFlg = 1 AND LATER.iHenkeiFlg = RIYOUSHA_DOUI_REC.iHenkeiFlg"
+           " AND (LATER.nDate > RIYOUSHA_DOUI_REC.nDate OR LATER.nDate = RIYOUSHA_DOUI_REC.nDate"
+           " AND LATER.nHenkeiDouiDate > RIYOUSHA_DOUI_REC.nHenkeiDouiDate))"_s;
+}
+
+QString sqlAndAmong(QStringView column, const std::set<qint32> &numbers) {
+    if (numbers.size() > mostNumbers)
+        return {};
+    QStringList list;
+    for (const qint32 number : numbers)
+        list += QString::number(number);
+    return u" AND "_s + column.toString() + u" IN ("_s + list.join(u", "_s) + u')';
 }

@@ -3,6 +3,7 @@
 #include "db/tables/keys.h"
 
 #include <QString>
+#include <set>
 
 /// Conditions joined by " and ", each column qualified by the table, e.g.
 /// "RIYOUSHA.iKyotenCd = 1 and RIYOUSHA.iKyotenEb = 1 and RIYOUSHA.nIDNo = 7". No WHERE of their own; an
@@ -14,3 +15,11 @@ QString sqlWhere(const ConsentRowKey &row, QStringView table = u"RIYOUSHA_DOUI_R
 /// The two tables agree on the branch, on the patient.
 QString sqlSameBranch(QStringView left, QStringView right);
 QString sqlSamePatient(QStringView left, QStringView right);
+
+/// Newest consents, in RIYOUSHA_DOUI_REC: where old data mark several of a patient's rows of a kind, the
+/// last.
+QString sqlNewestOfKind();
+
+/// " AND column IN (…)" of at least one number; nothing for more numbers than a statement takes well: then
+/// all rows come, and whoever reads them leaves out what was not asked for.
+QString sqlAndAmong(QStringView column, const std::set<qint32> &numbers);

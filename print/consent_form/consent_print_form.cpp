@@ -43,12 +43,6 @@ QString batchQuestion(int count, PrintWay way) {
                      .arg((count + most - 1) / most);
 }
 
-/// What was told before is not told again.
-QStringList otherTexts(QStringList touched, const QStringList &told) {
-    touched.removeIf([&told](const QString &text) { return told.contains(text); });
-    return touched;
-}
-
 } // namespace
 
 // The pairs belong to their code boxes.
@@ -285,13 +279,6 @@ bool frm同意書印刷::maySkip(const GatheredForms &gathered) {
     return messages.show(question) == Answer::Ok;
 }
 
-// What the paper will not say as it is written is told while it can still be mended.
-bool frm同意書印刷::mayLose(const QStringList &texts) {
-    return texts.isEmpty() ||
-           m_environment.messages.ask(
-               lostTextsNote(texts) + u"\r\n\r\nこのまま出力します。よろしいですか？"_s, windowTitle());
-}
-
 void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way) {
     Messages &messages = m_environment.messages;
     const ConsentForm &form = gathered.forms.front();
@@ -300,7 +287,7 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
         return;
     }
     const QStringList told = lostTexts(gathered.forms);
-    if (!mayLose(told))
+    if (!mayLose(messages, told, windowTitle()))
         return;
     const Result<QStringList> printed = printForm(m_environment, form, way);
     if (!printed)
@@ -317,7 +304,7 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         return;
     }
     const QStringList told = lostTexts(gathered.forms);
-    if (!mayLose(told))
+    if (!mayLose(messages, told, windowTitle()))
         return;
     if (const QString question = batchQuestion(count, way);
         !question.isEmpty() && !messages.ask(question, u"同意書印刷"_s))

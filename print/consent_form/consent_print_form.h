@@ -40,7 +40,6 @@ private:
     void switchOralForms(bool on);
     void print(PrintWay way);
     bool maySkip(const GatheredForms &gathered);
-    bool mayLose(const QStringList &texts);
     void printSingle(const GatheredForms &gathered, PrintWay way);
     void printBatch(const GatheredForms &gathered, PrintWay way);
 

@@ -3,8 +3,6 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/consent_form/form_files.h"
-#include "print/engine/paper.h"
-#include "print/engine/wfd_print_exe.h"
 
 #include <QDir>
 
@@ -17,9 +15,7 @@ Result<QStringList> printForm(const Environment &environment, const ConsentForm 
     engine.iInit(QDir::toNativeSeparators(layout), u"同意書印刷"_s);
     if (const Result<> written = writeConsentFormData({form}, engine, touched); !written)
         return Failure{written.reason()};
-    const short paper = paperCodeOf(layout);
-    const short status = way == PrintWay::Preview ? engine.iPreview(paper) : engine.iPrintDialog(paper);
-    if (status != 0)
+    if (engine.iPutOut(way) != 0)
         return Failure{engine.sErrMsg()};
     return touched;
 }

@@ -2,17 +2,13 @@
 
 #include "print/batch/batch_print.h"
 #include "print/consent_form/form_gather.h"
+#include "print/engine/wfd_print_exe.h"
 
 class Folders;
 struct Environment;
 
 /// @name Handing consent forms to the report engine
 ///@{
-enum class PrintWay {
-    Preview, ///< on the screen
-    Print    ///< a single document asks for the printer, a batch goes to the usual one
-};
-
 /// One form by itself, by the engine's viewer; the paper follows the layout's name.
 /// @return the texts in which a character that code page 932 lacks was replaced
 Result<QStringList> printForm(const Environment &environment, const ConsentForm &form, PrintWay way);

@@ -10,10 +10,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A statement with more numbers than this takes the whole branch instead; what was not asked for is left out
-/// when the rows are read. A server refuses statements of some ten thousand literals.
-constexpr qsizetype mostNumbers = 1000;
-
 constexpr QStringView columns[] = {
     // patient
     u"RIYOUSHA.iKyotenCd",
@@ -140,15 +136,14 @@ constexpr QStringView settings[] = {
 };
 static_assert(std::size(settings) == size_t(F::Count) - size_t(F::BranchSettings));
 
-/// Names differ for every column, since some providers give equal ones only once.
 QString selectList() {
-    QStringList list;
-    for (const QStringView column : columns)
-        list += column.toString() + u" AS F"_s + QString::number(list.size());
+    QStringList ofSettings;
     for (const QStringView table : {u"RIYOUSHA_SUB", u"DOCTOR", u"CORP_SUB"})
         for (const QStringView column : settings)
-            list += table.toString() + u'.' + column.toString() + u" AS F"_s + QString::number(list.size());
-    return list.join(u", "_s);
+            ofSettings += table.toString() + u'.' + column.toString();
+    std::vector<QStringView> all(std::begin(columns), std::end(columns));
+    all.insert(all.end(), ofSettings.cbegin(), ofSettings.cend());
+    return sqlSelectList(all);
 }
 
 QString formJoin(const QString &alias, const QString &number, FormMaster master) {
@@ -159,15 +154,10 @@ QString formJoin(const QString &alias, const QString &number, FormMaster master)
            " AND (%1.iDelFlg = 0 OR %1.iDelFlg IS NULL)"_s.arg(alias, branch, number);
 }
 
-/// The newest rows that forms are made from. Where old data mark several rows of a kind, the last counts.
+/// The newest rows that forms are made from.
 QString newest(bool corrections) {
-    return u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1"_s +
-           (corrections ? QString() : u" AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0"_s) +
-           u" AND NOT EXISTS (SELECT LATER.nDate FROM RIYOUSHA_DOUI_REC AS LATER WHERE "_s +
-           sqlSamePatient(u"LATER", u"RIYOUSHA_DOUI_REC") +
-           u" AND LATER.iNewestFlg = 1 AND LATER.iHenkeiFlg = RIYOUSHA_DOUI_REC.iHenkeiFlg"
-           " AND (LATER.nDate > RIYOUSHA_DOUI_REC.nDate OR LATER.nDate = RIYOUSHA_DOUI_REC.nDate"
-           " AND LATER.nHenkeiDouiDate > RIYOUSHA_DOUI_REC.nHenkeiDouiDate))"_s;
+    return u" AND "_s + sqlNewestOfKind() +
+           (corrections ? QString() : u" AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0"_s);
 }
 
 /// A patient without a consent row gets the doctor of the patient's own row.
@@ -221,10 +211,7 @@ QString where(const ConsentFormOptions &options) {
     const std::set<qint32> patients = numbers(options);
     if (patients.empty())
         return sql + matching(options);
-    QStringList list;
-    for (const qint32 number : patients)
-        list += sqlNumber(number);
-    return list.size() > mostNumbers ? sql : sql + u" AND RIYOUSHA.nIDNo IN (%1)"_s.arg(list.join(u", "_s));
+    return sql + sqlAndAmong(u"RIYOUSHA.nIDNo", patients);
 }
 
 QString orderBy(FormOrder order) {

@@ -158,17 +158,18 @@ DataValue onsetKnown(X x) {
     return qint64(x.rows.date(x.record, F::Onset).isValid());
 }
 
-/// The form has no item for the period of a correction. A correction's own row may keep it as its period.
+/// The form has no item for the period of a correction.
 DataValue remark(X x) {
     if (!x.choice.treatment)
         return QString();
     const auto days = [&x](F start, F end) {
-        return period(x.rows.date(x.correction, start), x.rows.date(x.correction, end));
+        return Period{x.rows.date(x.correction, start), x.rows.date(x.correction, end)};
     };
-    QString correction = days(F::CorrectionStart, F::CorrectionEnd);
-    if (correction.isEmpty() && x.rows.flag(x.correction, F::IsCorrection))
-        correction = days(F::PeriodStart, F::PeriodEnd);
-    return correction.isEmpty() ? QString() : u"変形徒手矯正術　"_s + correction;
+    const Period correction =
+        correctionPeriodOf(days(F::CorrectionStart, F::CorrectionEnd), days(F::PeriodStart, F::PeriodEnd),
+                           x.rows.flag(x.correction, F::IsCorrection));
+    return correction == Period() ? QString()
+                                  : u"変形徒手矯正術　"_s + period(correction.start, correction.end);
 }
 
 /// Where the signed form goes back to.

@@ -73,6 +73,10 @@ QString diagnosisOf(const QString &ofKind, const QString &ofConsent) {
     return firstFilled({ofKind, ofConsent});
 }
 
+Period correctionPeriodOf(const Period &recorded, const Period &ofRow, bool isCorrection) {
+    return recorded == Period() && isCorrection ? ofRow : recorded;
+}
+
 QString joinedLines(const QString &first, const QString &second) {
     return first.isEmpty() || second.isEmpty() ? first + second : first + u'　' + second;
 }

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "db/tables/keys.h"
+
 #include <QString>
 #include <array>
 
@@ -37,6 +39,10 @@ QString diseasesText(const std::array<bool, 7> &marked, const QString &other);
 /// The diagnosis for all documents: the one for the kind of treatment, else the consent's. Acupuncture is
 /// given for its marked diseases first (diseasesText).
 QString diagnosisOf(const QString &ofKind, const QString &ofConsent);
+
+/// The period of a deformity correction: the one that the consent records for it, else, on a correction's own
+/// row, the row's.
+Period correctionPeriodOf(const Period &recorded, const Period &ofRow, bool isCorrection);
 
 /// Two lines of an address or two parts of a name in one, an ideographic space between them.
 QString joinedLines(const QString &first, const QString &second);

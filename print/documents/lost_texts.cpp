@@ -1,6 +1,7 @@
 #include "print/documents/lost_texts.h"
 
 #include "app/base/codepage932.h"
+#include "app/base/messages.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -31,4 +32,14 @@ QStringList textsWithLoss(const QStringList &texts) {
 QString lostTextsNote(QStringList texts) {
     texts.removeDuplicates();
     return u"次の文字列には帳票で使えない文字があり、「〓」で印刷されます。\r\n"_s + texts.join(u"\r\n"_s);
+}
+
+bool mayLose(Messages &messages, const QStringList &texts, const QString &title) {
+    return texts.isEmpty() ||
+           messages.ask(lostTextsNote(texts) + u"\r\n\r\nこのまま出力します。よろしいですか？"_s, title);
+}
+
+QStringList otherTexts(QStringList touched, const QStringList &told) {
+    touched.removeIf([&told](const QString &text) { return told.contains(text); });
+    return touched;
 }

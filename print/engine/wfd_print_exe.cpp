@@ -77,8 +77,9 @@ short cls_WfdPrintExe::addTemporary(const QString &path) {
     return announced ? short(0) : fail(announced.reason());
 }
 
-short cls_WfdPrintExe::iWriteData(short slot, const QString &name, const DataFile &data) {
-    const QString file = name + u".csv"_s;
+short cls_WfdPrintExe::iWriteData(short slot, const QString &name, const DataFile &data, QString file) {
+    if (file.isEmpty())
+        file = name + u".csv"_s;
     // The viewer before may still read data of the same name.
     if (addTemporary(m_workFolder + file) != 0 || !data.write(m_workFolder + file, &m_error))
         return -1;
@@ -142,6 +143,11 @@ short cls_WfdPrintExe::iPrintBk() {
 
 short cls_WfdPrintExe::iPrintDialog(short paper) {
     return show(documentCommands(Action::PrintFromDialog, paper));
+}
+
+short cls_WfdPrintExe::iPutOut(PrintWay way) {
+    const short paper = paperCodeOf(m_layout);
+    return way == PrintWay::Preview ? iPreview(paper) : iPrintDialog(paper);
 }
 
 short cls_WfdPrintExe::addPrint(short count, const QString &name, const QStringList &files,

@@ -15,6 +15,11 @@ class CommandFile;
 class DataFile;
 struct Environment;
 
+enum class PrintWay {
+    Preview, ///< on the screen
+    Print    ///< a single document asks for the printer, a batch goes to the usual one
+};
+
 /// Drives the report engine for one document: writes the command file WfdCom.dat into the work folder and
 /// starts the engine's program with it. Call iInit, then the setters in any order, then one of the starting
 /// operations. Nothing waits for the started program, and no message is shown: every operation gives 0, or
@@ -32,8 +37,9 @@ public:
     /// @param name under which the layout knows the data
     /// @param file name of a file with a header row in the work folder
     short iSetDataText(short slot, const QString &name, const QString &file);
-    /// Writes a data file into the work folder, named after its data, for a slot. It goes once it was read.
-    short iWriteData(short slot, const QString &name, const DataFile &data);
+    /// Writes a data file into the work folder for a slot. It goes once it was read.
+    /// @param file its name; empty: as the data are called
+    short iWriteData(short slot, const QString &name, const DataFile &data, QString file = {});
     /// Further files that the data name; they go with the viewer.
     PrintFiles &files();
     /// A file that goes once the viewer has read it.
@@ -58,6 +64,8 @@ public:
     /// Prints without a dialog.
     short iPrintBk();
     short iPrintDialog(short paper);
+    /// Shows the document, or prints it with a dialog, on the paper that the layout's name asks for.
+    short iPutOut(PrintWay way);
 
     /// Merges reports into one document and offers the printer dialog for it. Report i takes file i of every
     /// list; fewer entries than reports fail.

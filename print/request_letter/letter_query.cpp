@@ -91,14 +91,6 @@ constexpr QStringView rowColumns[] = {
 };
 static_assert(std::size(rowColumns) == size_t(L::Staff1));
 
-/// Names differ for every column, since some providers give equal ones only once.
-QString selectList(std::span<const QStringView> columns) {
-    QStringList list;
-    for (const QStringView column : columns)
-        list += column.toString() + u" AS L%1"_s.arg(list.size());
-    return list.join(u", "_s);
-}
-
 QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
     QString joins, names;
     for (int i = 1; i <= LetterRow::practitioners; ++i) {
@@ -114,7 +106,7 @@ QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
     const QString table = u"RIYOUSHA_DOUI_REC"_s;
     // A list of numbers and not one condition a row: how long it is is not limited as the depth of an
     // expression is.
-    return u"SELECT "_s + selectList(rowColumns) + names +
+    return u"SELECT "_s + sqlSelectList(rowColumns) + names +
            u" FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s + sqlSamePatient(table, u"RIYOUSHA") + joins +
            u" WHERE "_s + sqlWhere(branch, table) +
            u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients);
@@ -165,7 +157,7 @@ constexpr QStringView doctorColumns[] = {u"DOCTOR.cIDNo",      u"DOCTOR.cName", 
                                          u"SISETSU.cAddress1", u"SISETSU.cAddress2", u"SISETSU.cTelNo"};
 
 QString doctorsSql(const QStringList &codes) {
-    return u"SELECT "_s + selectList(doctorColumns) +
+    return u"SELECT "_s + sqlSelectList(doctorColumns) +
            u" FROM DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDNo"_s +
            inList(codes);
 }
