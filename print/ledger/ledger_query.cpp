@@ -18,10 +18,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// A statement with more numbers than this takes the whole branch instead; what was not asked for is left out
-/// when the rows are read. A server refuses statements of some ten thousand literals.
-constexpr size_t mostNumbers = 1000;
-
 /// What the ledger reads of a row, in the order of the select list.
 enum class L {
     Number,
@@ -94,14 +90,13 @@ constexpr QStringView columns[] = {
 };
 static_assert(std::size(columns) == size_t(L::Staff1));
 
-/// Names differ for every column, since some providers give equal ones only once.
 QString selectList() {
-    QStringList list;
-    for (const QStringView column : columns)
-        list += column.toString() + u" AS L%1"_s.arg(list.size());
+    QStringList staff;
     for (int i = 1; i <= LedgerRow::practitioners; ++i)
-        list += u"STAFF%1.cName AS L%2"_s.arg(i).arg(list.size());
-    return list.join(u", "_s);
+        staff += u"STAFF%1.cName"_s.arg(i);
+    std::vector<QStringView> all(std::begin(columns), std::end(columns));
+    all.insert(all.end(), staff.cbegin(), staff.cend());
+    return sqlSelectList(all);
 }
 
 /// A patient without a consent has the doctor of the patient's own row.
@@ -173,9 +168,8 @@ LedgerRow readRow(const LedgerRecords &rows, int row, const LedgerOrder &order) 
     result.oral = number(L::Procedure) == 1;
     result.consentDay = date(L::ConsentDay);
     result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
-    result.correction = {date(L::CorrectionStart), date(L::CorrectionEnd)};
-    if (result.correction == Period())
-        result.correction = result.period;
+    result.correction = correctionPeriodOf({date(L::CorrectionStart), date(L::CorrectionEnd)}, result.period,
+                                           result.isDeformity());
     // A deformity row without an answer of its own has the massage's, as the list shows it.
     const QDate answered = result.isDeformity() ? date(L::ReconsentDeformity) : QDate();
     result.reconsent = answered.isValid() ? answered : date(L::Reconsent);
@@ -251,13 +245,8 @@ Ledger gather(const LedgerRecords &records, const LedgerOrder &order) {
 } // namespace
 
 QString ledgerSql(const LedgerOrder &order) {
-    const std::set<qint32> patients = patientsOf(order);
-    QStringList numbers;
-    if (patients.size() <= mostNumbers)
-        for (const qint32 number : patients)
-            numbers += sqlNumber(number);
     return u"SELECT "_s + selectList() + joins() + u" WHERE "_s + sqlWhere(order.branch, u"RIYOUSHA") +
-           (numbers.isEmpty() ? QString() : u" AND RIYOUSHA.nIDNo IN (%1)"_s.arg(numbers.join(u", "_s))) +
+           sqlAndAmong(u"RIYOUSHA.nIDNo", patientsOf(order)) +
            u" ORDER BY RIYOUSHA.nIDNo, RIYOUSHA_DOUI_REC.iHenkeiFlg, RIYOUSHA_DOUI_REC.nDate,"
            " RIYOUSHA_DOUI_REC.nHenkeiDouiDate"_s;
 }

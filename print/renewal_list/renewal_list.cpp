@@ -32,9 +32,8 @@ qint32 pageBreakId(const DueConsent &line, RenewalListOptions::PageBreak pageBre
     return pageBreak == Practitioner ? line.staff : pageBreak == Counsellor ? line.counsellor : 0;
 }
 
-DataValue monthsText(const DueConsent &line, const QDate &month) {
-    const int months = monthsBegun(line.firstTreatment, month);
-    return months > 0 ? DataValue(qint64(months)) : DataValue(QString());
+DataValue filledNumber(qint64 number) {
+    return number == 0 ? DataValue(QString()) : DataValue(number);
 }
 
 } // namespace
@@ -90,10 +89,10 @@ DataFile renewalData(const std::vector<DueConsent> &lines, const RenewalListOpti
                                     month,
                                     description,
                                     pageBreak,
-                                    qint64(id),
-                                    qint64(line.staff),
+                                    filledNumber(id),
+                                    filledNumber(line.staff),
                                     line.staffName,
-                                    qint64(line.counsellor),
+                                    filledNumber(line.counsellor),
                                     line.counsellorName,
                                     number,
                                     qint64(line.patient),
@@ -109,10 +108,10 @@ DataFile renewalData(const std::vector<DueConsent> &lines, const RenewalListOpti
                                     dateText(line.consentDay),
                                     dateText(line.examined),
                                     dateText(line.firstTreatment),
-                                    monthsText(line, options.month),
+                                    filledNumber(monthsBegun(line.firstTreatment, options.month)),
                                     line.doctor,
                                     addressee.doctor,
-                                    qint64(line.institution),
+                                    filledNumber(line.institution),
                                     addressee.institution,
                                     addressee.address(),
                                     line.institutionMethod,

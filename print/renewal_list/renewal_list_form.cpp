@@ -87,9 +87,13 @@ RenewalListOptions frm同意書更新リスト印刷::chosen() const {
 // Says why there is nothing to print.
 std::vector<DueConsent> frm同意書更新リスト印刷::gather(const RenewalListOptions &options) {
     Messages &messages = m_environment.messages;
+    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
+    if (!methods) {
+        messages.failIn(methods.reason(), u"cmdPrint_Click()でエラー");
+        return {};
+    }
     const Result<std::vector<DueConsent>> rows = readDueConsents(
-        *m_db, {m_environment.branch, m_patients, options.month,
-                options.endsBefore(m_environment.clock.today()), options.pageBreak, options.order});
+        *m_db, {m_environment.branch, m_patients, options, m_environment.clock.today(), *methods});
     if (!rows) {
         messages.fail(rows.reason(), u"DB-error"_s);
         return {};

@@ -27,6 +27,7 @@ enum class R {
     PeriodEnd,
     CorrectionStart,
     CorrectionEnd,
+    OwnMethod,
     Method,
     Doctor,
     NotedDoctor,
@@ -62,6 +63,7 @@ constexpr QStringView columns[] = {
     u"RIYOUSHA_DOUI_REC.tHenkeSday",
     u"RIYOUSHA_DOUI_REC.tHenKeEday",
     u"RIYOUSHA_DOUI_REC.cKobetuDouiIrai",
+    u"RIYOUSHA_DOUI_REC.iDouiIraiType",
     u"RIYOUSHA_DOUI_REC.cIsiCd",
     u"RIYOUSHA_DOUI_REC.cDouiIsiName",
     u"RIYOUSHA_DOUI_REC.cDouiIsiKikan",
@@ -94,9 +96,9 @@ QString joins() {
 QString where(const RenewalListQuery &query) {
     QString sql = u" WHERE "_s + sqlWhere(query.branch, u"RIYOUSHA") + u" AND "_s +
                   sqlWhere(query.branch, u"RIYOUSHA_DOUI_REC") + u" AND "_s + sqlNewestOfKind() +
-                  u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE >= "_s + sqlDate(query.from);
-    if (query.before.isValid())
-        sql += u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE < "_s + sqlDate(query.before);
+                  u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE >= "_s + sqlDate(query.options.month);
+    if (const QDate before = query.options.endsBefore(query.today); before.isValid())
+        sql += u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE < "_s + sqlDate(before);
     return sql +
            u" AND RIYOUSHA.tExpireDay IS NULL"
            " AND (RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"_s +
@@ -134,7 +136,7 @@ QStringList pageBreakColumns(RenewalListOptions::PageBreak pageBreak) {
     return {};
 }
 
-DueConsent readRow(const FieldRows<R> &rows, int row) {
+DueConsent readRow(const FieldRows<R> &rows, int row, const RequestMethods &methods) {
     const auto text = [&](R column) { return rows.text(row, column); };
     const auto number = [&](R column) { return qint32(rows.number(row, column)); };
     const auto date = [&](R column) { return rows.date(row, column); };
@@ -163,7 +165,7 @@ DueConsent readRow(const FieldRows<R> &rows, int row) {
     result.known.notedAddress = text(R::NotedAddress);
     result.institution = number(R::Institution);
     result.institutionMethod = text(R::InstitutionMethod);
-    result.method = text(R::Method);
+    result.method = methods.ofRow(text(R::OwnMethod), number(R::Method));
     result.staff = number(R::Staff);
     result.staffName = text(R::StaffName);
     result.counsellor = number(R::Counsellor);
@@ -175,7 +177,7 @@ DueConsent readRow(const FieldRows<R> &rows, int row) {
 } // namespace
 
 QString renewalListSql(const RenewalListQuery &query) {
-    const QStringList order = pageBreakColumns(query.pageBreak) + orderColumns(query.order) +
+    const QStringList order = pageBreakColumns(query.options.pageBreak) + orderColumns(query.options.order) +
                               QStringList{u"RIYOUSHA.nIDNo"_s, u"RIYOUSHA_DOUI_REC.iHenkeiFlg"_s};
     return u"SELECT "_s + sqlSelectList(columns) + joins() + where(query) + u" ORDER BY "_s +
            order.join(u", "_s);
@@ -193,6 +195,6 @@ Result<std::vector<DueConsent>> readDueConsents(cT_ADODB &db, const RenewalListQ
     result.reserve(size_t(rows.count()));
     for (int row = 0; row < rows.count(); ++row)
         if (query.patients.contains(qint32(rows.number(row, R::Number))))
-            result.push_back(readRow(rows, row));
+            result.push_back(readRow(rows, row, query.methods));
     return result;
 }

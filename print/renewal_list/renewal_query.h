@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/request_methods.h"
 #include "app/base/result.h"
 #include "print/renewal_list/renewal_list.h"
 
@@ -7,14 +8,13 @@
 
 class cT_ADODB;
 
-/// Who is listed, and when their consents end.
+/// Who may be listed, and what is asked of the list.
 struct RenewalListQuery {
     Branch branch;
     std::set<qint32> patients;
-    QDate from;   ///< the first day on which a consent may end
-    QDate before; ///< the day on which it must not any more; invalid: no limit
-    RenewalListOptions::PageBreak pageBreak = RenewalListOptions::PageBreak::None;
-    RenewalListOptions::Order order = RenewalListOptions::Order::PractitionerAndCounsellor;
+    RenewalListOptions options;
+    QDate today;
+    RequestMethods methods;
 };
 
 /// Rows by page break, then in the order chosen. For very many patients the statement names none: all rows

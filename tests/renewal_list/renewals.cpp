@@ -47,7 +47,8 @@ insert into RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, n
   (1, 1, 111, 20260601, 0, 0, 1, Null, Null, Null, '2026/10/31', '12', Null, Null, Null),
   (1, 1, 112, 20260601, 0, 0, 1, Null, Null, Null, '2026/10/31', '12', Null, Null, Null),
   (1, 1, 112, 20261101, 1, 20261101, 1, Null, Null, '2026/11/01', '2026/11/21', '12', Null, Null, Null);
-update RIYOUSHA_DOUI_REC set cDouiIsiName = '記録の医師', cDouiIsiKikan = '記録の医院', cDouiIsiAdd = '記録の住所'
+update RIYOUSHA_DOUI_REC set cDouiIsiName = '記録の医師', cDouiIsiKikan = '記録の医院', cDouiIsiAdd = '記録の住所',
+  iDouiIraiType = 2
   where nIDNo = 102;
 )"_s;
 
@@ -61,7 +62,7 @@ RenewalListQuery Renewals::query(RenewalListOptions::Range range) const {
     RenewalListOptions options;
     options.month = QDate(2026, 11, 1);
     options.range = range;
-    RenewalListQuery query{environment.branch, {}, options.month, options.endsBefore(clock.today())};
+    RenewalListQuery query{environment.branch, {}, options, clock.today(), {{u"電話"_s, u"訪問"_s}}};
     for (qint32 number = 101; number <= 112; ++number)
         query.patients.insert(number);
     return query;
