@@ -5,6 +5,7 @@ Usage: recompute.py DOUISHO-SAMPLE RECOMPUTE-DOCUMENTS
 
 import configparser
 import datetime
+import itertools
 import os
 import random
 import sqlite3
@@ -13,6 +14,7 @@ import sys
 import tempfile
 
 import ledger
+import renewal_list
 from data_file import western
 
 TODAY = datetime.date(2026, 11, 21)
@@ -70,6 +72,7 @@ def main(sample, documents):
             tables.database.execute(sql)
         tables.database.commit()
         told = ledgers(documents, installation, folder, tables)
+        told += renewal_lists(documents, installation, folder, tables)
     print("\n".join(told[:40]) or "no difference")
     return 1 if told else 0
 
@@ -98,6 +101,23 @@ def ledgers(documents, installation, folder, tables):
             path = os.path.join(folder, f"ledger{pattern}.csv")
             told += [f"{name}: {line}" for line in reckoned.differences(path, pattern, lines)]
         assert len(reckoned.records(1, lines)) > 20, name
+    return told
+
+
+def renewal_lists(documents, installation, folder, tables):
+    numbers = [row["nIDNo"] for row in tables.all("RIYOUSHA")][: 2 * PATIENTS]
+    orders, path = os.path.join(folder, "orders"), os.path.join(folder, "renewals.csv")
+    with open(orders, "w", encoding="ascii") as file:
+        file.writelines(f"{number}\n" for number in numbers)
+    told = []
+    for choices in itertools.product(range(4), range(3), range(5)):
+        month = datetime.date(2026, 5 if choices[0] == 3 else 11, 1)
+        subprocess.run([documents, installation, orders, folder, TODAY.isoformat(), month.isoformat(), *map(str, choices)],
+                       check=True)
+        reckoned = renewal_list.RenewalList(tables, TODAY, month, choices,
+                                            methods(os.path.join(installation, "DATA", "同意依頼方法list.ini")))
+        told += [f"{choices}: {line}" for line in reckoned.differences(path, numbers)]
+        assert len(reckoned.records(numbers)) >= (PATIENTS if choices[0] == 0 else 1), choices
     return told
 
 
