@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "widgets/pick_list_form.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -66,6 +67,7 @@ public:
                                           {m_look.nameCaption, u"name"_s},
                                           {u"カナ"_s, u"kana"_s}};
         setColumns(first + m_look.columns, u"code"_s, u"name"_s);
+        (new CsvButton(environment, grid(), m_look.title))->insert(buttonRow(), selectButton());
     }
 
     short iInit() override {

@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "search/patient_search_query.h"
 #include "search/staff_choice.h"
 #include "ui_patient_conditions.h"
@@ -81,6 +82,7 @@ frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, s
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});
     setColumns(columns, u"nIDNo"_s, u"cName"_s);
+    (new CsvButton(environment, grid(), u"利用者検索"_s))->insert(buttonRow(), selectButton());
     wire();
 }
 

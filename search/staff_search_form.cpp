@@ -3,6 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "search/patient_search_query.h"
 #include "search/staff_choice.h"
 #include "search/staff_search_query.h"
@@ -73,6 +74,7 @@ frm施術者検索::frm施術者検索(cT_ADODB &db, const Environment &environm
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});
     setColumns(columns, u"nIDNo"_s, u"cName"_s);
+    (new CsvButton(environment, grid(), u"施術者検索"_s))->insert(buttonRow(), selectButton());
     wire();
 }
 

@@ -61,6 +61,18 @@ QWidget *PickListForm::conditions() const {
     return m_ui->boxConditions;
 }
 
+Grid &PickListForm::grid() const {
+    return *m_ui->ssList;
+}
+
+QBoxLayout &PickListForm::buttonRow() const {
+    return *m_ui->rowButtons;
+}
+
+QWidget &PickListForm::selectButton() const {
+    return *m_ui->cmdSelect;
+}
+
 bool PickListForm::refresh(bool sayEmpty) {
     if (const Result<> loaded = load(); !loaded) {
         m_messages.fail(loaded.reason());

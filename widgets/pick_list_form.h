@@ -10,6 +10,7 @@
 
 class Grid;
 class Messages;
+class QBoxLayout;
 class QLineEdit;
 namespace Ui {
 class PickListForm;
@@ -67,6 +68,10 @@ protected:
     /// Reads the list again when the box is left with another text; Enter also goes into the table.
     /// @param changed whether the conditions differ from those of the rows shown
     void watchCondition(QLineEdit *box, const std::function<bool()> &changed);
+
+    Grid &grid() const;
+    QBoxLayout &buttonRow() const;
+    QWidget &selectButton() const;
 
     short fail(const QString &reason);
     Messages &messages() const { return m_messages; }

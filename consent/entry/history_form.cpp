@@ -7,6 +7,7 @@
 #include "consent/entry/history_model.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
+#include "export/save_grid.h"
 #include "print/documents/history.h"
 #include "ui_history_form.h"
 
@@ -20,6 +21,7 @@ frmDouiRecord::frmDouiRecord(Environment &environment, QWidget *parent)
     : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::frmDouiRecord>()) {
     m_ui->setupUi(this);
     m_ui->ssDouiD->horizontalHeader()->setStretchLastSection(true);
+    (new CsvButton(environment, *m_ui->ssDouiD, u"同意履歴"_s))->insert(*m_ui->rowButtons, *m_ui->btnEnd);
     wire();
     const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 90, fontMetrics().height() * 40);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));

@@ -1,6 +1,7 @@
 #include "consent/list/list_model.h"
 
 #include "app/base/dates.h"
+#include "export/grid_table.h"
 
 #include <QSet>
 #include <algorithm>
@@ -9,6 +10,11 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// Apart from the caption that stands on the button while there are none.
+QString ownMethods(const ListRow &row) {
+    return row.mayOwnMethods() ? row.values.ownRequest : QString();
+}
 
 void setNext(ConsentRowValues &values, const Period &next) {
     values.nextStart = next.start;
@@ -402,6 +408,8 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
         return int(urgencyIn(m_context, m_records.date(record, ListField::PeriodEnd)));
     case EditedRole:
         return edited(record, column);
+    case fileTextRole:
+        return info.kind == CellKind::Button ? QVariant(ownMethods(row(record))) : QVariant();
     default:
         return {};
     }

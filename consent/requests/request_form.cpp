@@ -6,6 +6,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/requests/request_rows_model.h"
+#include "export/save_grid.h"
 #include "print/request_letter/letter_query.h"
 #include "search/master_search_form.h"
 #include "widgets/enter_moves_on.h"
@@ -75,6 +76,7 @@ frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget
     grid->setItemDelegateForColumn(RequestRowsModel::Paper, ticks);
     grid->setItemDelegateForColumn(RequestRowsModel::ToHospital, ticks);
     grid->setItemDelegateForColumn(RequestRowsModel::Kind, new KindDelegate(this));
+    (new CsvButton(environment, *grid, u"同意依頼"_s))->insert(*m_ui->rowButtons, *m_ui->cmdPreview);
     m_ui->imD_Output->setToday(environment.clock.today());
     wire();
     new EnterMovesOn(m_ui->boxOptions);

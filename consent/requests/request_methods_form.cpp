@@ -8,6 +8,7 @@
 #include "consent/record/grid_save.h"
 #include "consent/requests/method_uses_query.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "widgets/tick_delegate.h"
 
 #include <QHeaderView>
@@ -33,6 +34,7 @@ RequestMethodsForm::RequestMethodsForm(Environment &environment, cT_ADODB &db, Q
     grid->setModel(m_model);
     grid->setItemDelegateForColumn(MethodListModel::Own, new TickDelegate(environment.folders, this));
     grid->horizontalHeader()->setSectionResizeMode(MethodListModel::Text, QHeaderView::Stretch);
+    (new CsvButton(environment, *grid, u"依頼方法"_s))->insert(*m_ui->rowButtons, *m_ui->btnRegist);
     m_ui->lblTrouble->hide();
     wire();
     const QSize wanted(grid->widthOf(72), fontMetrics().height() * 28);

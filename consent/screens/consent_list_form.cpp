@@ -13,6 +13,7 @@
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/list_command_bar.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
 #include "search/staff_search_form.h"
@@ -266,11 +267,12 @@ void frm同意書管理::readLettersLater() {
     }
 }
 
-void frm同意書管理::readAllLetters() {
+bool frm同意書管理::readAllLetters() {
     if (m_parts->list.iReadLetters(size_t(m_model->records().count())) == 0)
-        return;
+        return true;
     m_idle->stop();
     failDb(m_parts->list.sErrMsg());
+    return false;
 }
 
 void frm同意書管理::failDb(const QString &reason) {
@@ -434,6 +436,12 @@ void frm同意書管理::jumpTo(qint32 patient) {
         return;
     m_panel->setRange(before.from, before.to);
     m_panel->takeBackPatient();
+}
+
+// As it is shown, unsaved edits included; the kinds of letters may not have been read yet.
+void frm同意書管理::saveCsv() {
+    if (readAllLetters())
+        saveTable(m_environment, tableOf(*m_grid), u"同意書一覧"_s, this);
 }
 
 void frm同意書管理::startSeal() {

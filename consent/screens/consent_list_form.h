@@ -58,13 +58,14 @@ private:
     void chooseOrder();
     void jumpTo(qint32 patient);
     void renew();
+    void saveCsv();
     void startSeal();
     void showHelp();
     void showVersion();
     void openScreen(bool (*opener)(const ListOpening &));
     void toggleLink(const ListCommand &command, const ListLink &link);
     void readLettersLater();
-    void readAllLetters();
+    bool readAllLetters();
 
     void sayNoDate();
     bool settleCell();

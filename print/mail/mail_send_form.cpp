@@ -4,6 +4,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "db/adodb.h"
+#include "export/save_grid.h"
 #include "print/mail/mail_text.h"
 #include "print/mail/sending_form.h"
 #include "ui_mail_send_form.h"
@@ -24,6 +25,8 @@ frmMailSend::frmMailSend(Environment &environment, QWidget *parent)
     m_ui->ssSoudan->setModel(&m_choice);
     m_ui->ssSoudan->setItemDelegateForColumn(MailChoice::Tick, new TickDelegate(environment.folders, this));
     m_ui->ssSoudan->horizontalHeader()->setStretchLastSection(true);
+    (new CsvButton(environment, *m_ui->ssSoudan, u"メール送信先"_s))
+        ->insert(*m_ui->rowButtons, *m_ui->cmdSend);
     wire();
     const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 64, fontMetrics().height() * 40);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
