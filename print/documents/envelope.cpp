@@ -21,20 +21,57 @@ QString envelopeLayout(EnvelopeSize size) {
     return size == EnvelopeSize::Square2 ? u"封筒印刷角2.wfd"_s : u"封筒印刷.wfd"_s;
 }
 
+QString envelopeDataName() {
+    return u"同意依頼書"_s;
+}
+
+QString Envelope::key() const {
+    return QStringList{zip, institution, addressee, address1, address2}.join(u'\n');
+}
+
+Envelope envelopeTo(const Addressee &addressee) {
+    if (addressee.institution.isEmpty() && !addressee.doctor.isEmpty())
+        return envelopeToPerson(addressee);
+    return {zipDigits(addressee.zip), addressee.institution, u"書類ご担当者様"_s, addressee.address1,
+            addressee.address2};
+}
+
+Envelope envelopeToPerson(const Addressee &addressee) {
+    if (addressee.doctor.isEmpty())
+        return envelopeTo(addressee);
+    return {zipDigits(addressee.zip), addressee.institution, addressee.doctor + u"　様"_s, addressee.address1,
+            addressee.address2};
+}
+
+QStringList envelopeNotes(QStringList withoutAddressee, std::span<const Envelope> printed) {
+    QStringList notes, withoutAddress;
+    for (const Envelope &envelope : printed)
+        if (!envelope.hasAddress())
+            withoutAddress += envelope.institution;
+    withoutAddressee.removeDuplicates();
+    const auto note = [&](const QString &heading, const QStringList &names) {
+        if (!names.isEmpty())
+            notes += heading + u"\r\n"_s + names.join(u"\r\n"_s);
+    };
+    note(u"あて先がないため、封筒を印刷しない利用者："_s, withoutAddressee);
+    note(u"住所がないまま封筒を印刷するあて先："_s, withoutAddress);
+    return notes;
+}
+
 const QStringList &envelopeColumns() {
     static const QStringList columns{u"郵便番号1"_s, u"郵便番号2"_s,  u"宛名施設"_s,
                                      u"宛名"_s,      u"宛先住所１"_s, u"宛先住所２"_s};
     return columns;
 }
 
-Envelope envelopeTo(const Addressee &addressee) {
-    const bool toDoctor = addressee.institution.isEmpty() && !addressee.doctor.isEmpty();
-    return {zipDigits(addressee.zip), addressee.institution,
-            toDoctor ? addressee.doctor + u"　様"_s : u"書類ご担当者様"_s, addressee.address1,
-            addressee.address2};
-}
-
 std::vector<DataValue> envelopeRecord(const Envelope &envelope) {
     return {envelope.zip.left(3), envelope.zip.mid(3), envelope.institution,
             envelope.addressee,   envelope.address1,   envelope.address2};
+}
+
+DataFile envelopeData(std::span<const Envelope> envelopes) {
+    DataFile data(envelopeColumns());
+    for (const Envelope &envelope : envelopes)
+        data.add(envelopeRecord(envelope));
+    return data;
 }

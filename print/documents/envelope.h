@@ -21,13 +21,26 @@ struct Envelope {
     bool hasAddress() const { return !address1.isEmpty() || !address2.isEmpty(); }
     /// Whether there is anywhere to bring it to.
     bool isAddressed() const { return !institution.isEmpty() || hasAddress(); }
+    /// Envelopes of one key are one envelope.
+    QString key() const;
 
     friend bool operator==(const Envelope &, const Envelope &) = default;
 };
 
 /// To the institution, for whoever handles its papers; to the doctor where no institution is known.
 Envelope envelopeTo(const Addressee &addressee);
+/// To the person (Addressee::doctor, whoever it is), at the institution where one is known; as envelopeTo for
+/// a nameless one.
+Envelope envelopeToPerson(const Addressee &addressee);
 
-/// The six items of an envelope's data file. What is enclosed is said by the layouts.
+/// Paragraphs for the question before printing.
+/// @param withoutAddressee "IDNo. name" of those for whom there is no envelope
+QStringList envelopeNotes(QStringList withoutAddressee, std::span<const Envelope> printed);
+
+/// The data name of envelopes for the engine.
+QString envelopeDataName();
+/// The six items of an envelope's record. What is enclosed is said by the layouts.
 const QStringList &envelopeColumns();
 std::vector<DataValue> envelopeRecord(const Envelope &envelope);
+/// The data file of the envelopes, a record each.
+DataFile envelopeData(std::span<const Envelope> envelopes);

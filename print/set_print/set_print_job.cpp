@@ -16,7 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString dataName = u"同意依頼書"_s;
+const QString dataName = envelopeDataName(); ///< of letters too
 
 } // namespace
 
@@ -59,11 +59,7 @@ Result<> SetPrintJob::gatherForms(const QDate &today) {
 /// The number of the row's set; a new one for a new addressee. Rows that name nobody share none.
 size_t SetPrintJob::setOf(const LetterRow &row) {
     const Envelope envelope = envelopeTo(letterAddressee(m_rows[row.order], row, m_letters.source()));
-    const QString key = envelope.isAddressed()
-                            ? QStringList{envelope.zip, envelope.institution, envelope.addressee,
-                                          envelope.address1, envelope.address2}
-                                  .join(u'\n')
-                            : QString::number(row.key.patient.nIDNo);
+    const QString key = envelope.isAddressed() ? envelope.key() : QString::number(row.key.patient.nIDNo);
     const auto [place, isNew] = m_sets.try_emplace(key, m_envelopes.size());
     if (isNew)
         m_envelopes.push_back(envelope);
@@ -84,7 +80,6 @@ void SetPrintJob::addEnvelopes() {
     for (const LetterRow &row : m_letters.source().rows)
         if (!m_envelopes[m_setsOfRows.at(row.order)].isAddressed())
             m_withoutAddressee += letterWho(row);
-    m_withoutAddressee.removeDuplicates();
 }
 
 /// A form goes to whom the row is that it is made from.
@@ -104,16 +99,11 @@ LetterCheck SetPrintJob::check(LetterOutput way) const {
                        u"最新の同意でないか、削除されているため、封筒を印刷しない行："_s, gone);
     if (!m_forms.leftOut.empty())
         check.notes += patientsLeftOut(m_forms.leftOut).text;
-    if (!m_withoutAddressee.isEmpty())
-        addMessagePart(check.notes.emplace_back(), u"あて先がないため、封筒を印刷しない利用者："_s,
-                       m_withoutAddressee);
-    QStringList withoutAddress;
-    if (m_choice.envelopes)
-        for (const Envelope &envelope : m_envelopes)
-            if (envelope.isAddressed() && !envelope.hasAddress())
-                withoutAddress += envelope.institution;
-    if (!withoutAddress.isEmpty())
-        addMessagePart(check.notes.emplace_back(), u"住所がないまま封筒を印刷するあて先："_s, withoutAddress);
+    if (m_choice.envelopes) {
+        std::vector<Envelope> printed;
+        std::ranges::copy_if(m_envelopes, std::back_inserter(printed), &Envelope::isAddressed);
+        check.notes += envelopeNotes(m_withoutAddressee, printed);
+    }
     if (way == LetterOutput::Print)
         if (const QStringList lost = lostTexts(); !lost.isEmpty())
             check.notes += lostTextsNote(lost);
@@ -169,9 +159,7 @@ Result<BatchReport> SetPrintJob::makeReport(int position, PrintFiles &files) {
         break;
     }
     const Envelope &envelope = m_envelopes[item.index];
-    DataFile data(envelopeColumns());
-    data.add(envelopeRecord(envelope));
-    return write(data, u"封筒"_s + file, envelopeReport(envelope), files);
+    return write(envelopeData({&envelope, 1}), u"封筒"_s + file, envelopeReport(envelope), files);
 }
 
 Result<BatchReport> SetPrintJob::write(const DataFile &data, const QString &file, BatchReport report,

@@ -1,0 +1,44 @@
+#include "print/management/management_document.h"
+
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "print/batch/print_messages.h"
+#include "print/documents/lost_texts.h"
+
+#include <QFileInfo>
+
+using namespace Qt::Literals::StringLiterals;
+
+QString ManagementDocument::layoutPath(const Environment &environment) const {
+    return Folders::file(environment.folders.system(), layout);
+}
+
+std::optional<Message> ManagementDocument::refusal(const Environment &environment) const {
+    if (!QFileInfo(layoutPath(environment)).isFile())
+        return layoutMissing(layout);
+    if (data.count() > 0)
+        return {};
+    return Message{(QStringList{empty} + notes).join(u"\r\n\r\n"_s), MessageIcon::Exclamation, {}};
+}
+
+QString ManagementDocument::question(bool print) const {
+    QStringList parts = notes;
+    if (print) {
+        if (const QStringList lost = textsWithLoss(data.touched()); !lost.isEmpty())
+            parts += lostTextsNote(lost);
+        if (!reminder.isEmpty())
+            parts += reminder;
+    }
+    if (parts.isEmpty())
+        return {};
+    parts += count + (print ? u"\r\n印刷します。よろしいですか？"_s : u"\r\n表示します。よろしいですか？"_s);
+    return parts.join(u"\r\n\r\n"_s);
+}
+
+QStringList ManagementDocument::untoldTexts(bool print) const {
+    QStringList texts = data.touched();
+    if (print)
+        for (const QString &told : textsWithLoss(texts))
+            texts.removeAll(told);
+    return texts;
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "app/base/messages.h"
+#include "print/engine/data_file.h"
+
+#include <optional>
+
+struct Environment;
+
+/// A document of the management screens that goes through one data file: what it says and what there is to
+/// say about it.
+struct ManagementDocument {
+    QString layout;   ///< file name in the system folder
+    QString dataName; ///< for the engine; the data file is named after it
+    DataFile data;
+    QStringList notes{}; ///< paragraphs that the user has to agree to
+    QString empty{};     ///< said where there are no data
+    QString count{};     ///< how much comes out
+    QString reminder{};  ///< before it goes to paper; may be empty
+
+    /// Full path of the layout.
+    QString layoutPath(const Environment &environment) const;
+    /// Why it cannot be put out: no layout, no data.
+    std::optional<Message> refusal(const Environment &environment) const;
+    /// What is asked before it is shown or printed, all in one box; empty when there is nothing to ask.
+    QString question(bool print) const;
+    /// Texts that print otherwise than they are written and were not told by question().
+    QStringList untoldTexts(bool print) const;
+};

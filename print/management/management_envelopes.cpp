@@ -1,0 +1,50 @@
+#include "print/management/management_envelopes.h"
+
+#include <QSet>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+bool isForPerson(const EnvelopeWishes &wishes, EnvelopeDestination destination) {
+    switch (destination) {
+    case EnvelopeDestination::Patient:
+    case EnvelopeDestination::Counsellor:
+        return true;
+    case EnvelopeDestination::Doctor:
+        return !wishes.fromMaster;
+    case EnvelopeDestination::Institution:
+    case EnvelopeDestination::LivingFacility:
+        break;
+    }
+    return false;
+}
+
+} // namespace
+
+ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestination destination,
+                                    EnvelopeSize size) {
+    const bool person = isForPerson(wishes, destination);
+    std::vector<Envelope> envelopes;
+    QSet<QString> known;
+    QStringList nobody;
+    for (const auto &[who, to] : wishes.wishes) {
+        const Envelope envelope = person ? envelopeToPerson(to) : envelopeTo(to);
+        if (!envelope.isAddressed())
+            nobody += who;
+        else if (const QString key = envelope.key(); !known.contains(key)) {
+            known.insert(key);
+            envelopes.push_back(envelope);
+        }
+    }
+    ManagementDocument document{envelopeLayout(size), envelopeDataName(), envelopeData(envelopes)};
+    if (!wishes.gone.isEmpty())
+        document.notes += u"次の行は最新の同意でないか、削除されているため、封筒を印刷できません。\r\n"_s +
+                          wishes.gone.join(u"\r\n"_s);
+    document.notes += envelopeNotes(nobody, envelopes);
+    document.empty = u"該当する同意依頼書データがありません。"_s;
+    document.count =
+        u"対象 %L1 件のあて先を、封筒 %L2 枚にまとめます。"_s.arg(wishes.wishes.size()).arg(envelopes.size());
+    document.reminder = u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
+    return document;
+}
