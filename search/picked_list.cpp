@@ -45,7 +45,11 @@ PickedList::PickedList(Messages &messages, QWidget *parent)
     connect(m_remove, &QPushButton::clicked, this, &PickedList::remove);
     connect(m_clear, &QPushButton::clicked, this, &PickedList::clear);
     m_list->installEventFilter(this);
-    setTabOrder({m_code, m_pick, m_list, m_remove, m_clear});
+    QWidget *before = m_code;
+    for (QWidget *control : std::initializer_list<QWidget *>{m_pick, m_list, m_remove, m_clear}) {
+        setTabOrder(before, control);
+        before = control;
+    }
     show(-1);
 }
 

@@ -91,6 +91,17 @@ bool ListFilterPanel::read(ListFilter &filter) {
     filter.insurer = m_pairs->insurer->row().code;
     filter.counsellor = m_pairs->counsellor->row().code.toInt();
     filter.patient = m_pairs->patient->row().code.toInt();
+    filter.names.clear();
+    const auto addName = [&](const QString &caption, const CodeNamePair *pair) {
+        if (!pair->row().code.isEmpty())
+            filter.names.push_back({caption, pair->row().name});
+    };
+    addName(u"医師"_s, m_pairs->doctor);
+    addName(u"施設"_s, m_pairs->hospital);
+    addName(u"施設"_s, m_pairs->facility);
+    addName(u"施術者"_s, m_pairs->staff);
+    addName(u"保険者"_s, m_pairs->insurer);
+    addName(u"相談者"_s, m_pairs->counsellor);
     return true;
 }
 

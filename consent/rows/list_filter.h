@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QString>
+#include <vector>
 
 enum class ListView { Newest, History };
 
@@ -14,6 +15,11 @@ enum class Procedure { All, Written, Oral };
 enum class ListOrder { HospitalAndDoctor = 0, LaterDoctor = 1, HospitalKana = 2, Patient = 3 };
 /// Stored as these numbers under "利用者並び順".
 enum class PatientOrder { Number = 0, Kana = 1 };
+
+/// A choice that limits the list, as documents of it say: "医師" and the doctor's name.
+struct FilterName {
+    QString caption, name;
+};
 
 /// What the consent list shows. A number 0 and an empty text do not limit the list.
 struct ListFilter {
@@ -33,6 +39,7 @@ struct ListFilter {
     bool ended = false;    ///< patients with an expiry day too
     ListOrder order = ListOrder::HospitalAndDoctor;
     PatientOrder patientOrder = PatientOrder::Number;
+    std::vector<FilterName> names{}; ///< of the codes above, where one is chosen
 
     /// The range that the list starts with: this month and the five after it.
     void setDefaultRange(const QDate &today) {

@@ -461,6 +461,7 @@ void frm同意書管理::openScreen(OpenScreen opener) {
     if (!maySwitch())
         return;
     ListOpening opening{m_environment, *m_db, {}, 0, {}, this};
+    opening.filters = m_parts->list.readFilter().names;
     opening.shown = [this] { return m_model->rows(m_model->shownRecords()); };
     if (m_parts->list.readFilter().view == ListView::Newest) {
         opening.targets = m_model->rows(m_model->targetRecords());

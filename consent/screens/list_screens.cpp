@@ -15,7 +15,10 @@
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
 #include "print/batch/print_messages.h"
+#include "print/consent_form/consent_print_form.h"
+#include "print/ledger/ledger.h"
 #include "print/mail/mail_send_form.h"
+#include "print/management/management_master_form.h"
 #include "print/renewal_list/renewal_list_form.h"
 #include "print/set_print/set_print_form.h"
 #include "search/patient_search_form.h"
@@ -100,6 +103,49 @@ std::vector<qint32> patientsOf(const std::vector<ListRow> &rows) {
     for (const ListRow &row : rows)
         patients.push_back(row.key().patient.nIDNo);
     return patients;
+}
+
+std::vector<ManagementRow> managementRows(const std::vector<ListRow> &rows) {
+    std::vector<ManagementRow> result;
+    for (const ListRow &row : rows)
+        result.push_back({row.key(), row.who(), row.values.hospitalOut == 1});
+    return result;
+}
+
+/// The request screen's letters, as it would propose them and with its last choices.
+/// @return whether rows were marked
+bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> &rows, LetterOutput way,
+                   QWidget *parent) {
+    Environment &environment = opening.environment;
+    std::vector<ConsentRowKey> keys;
+    for (const ManagementRow &row : rows)
+        keys.push_back(row.key);
+    const Result<GivenConsents> consents = readGivenConsents(opening.db, environment.branch, keys);
+    if (!consents) {
+        environment.messages.fail(consents.reason(), u"DB-error"_s);
+        return false;
+    }
+    std::vector<RequestRow> requests;
+    for (const ManagementRow &row : rows) {
+        RequestRow &request = requests.emplace_back();
+        request.key = row.key;
+        request.who = row.who;
+        request.toHospital = row.toHospital;
+        request.facts = consents->factsOf(row.key);
+        request.kind = proposeLetterKind(request.facts);
+    }
+    const QString question =
+        u"対象 %L1 件の依頼書を印刷します（"_s.arg(requests.size()) + kindSummary(requests) + u"）。"_s;
+    const LetterOptions options = keptLetterOptions(environment.folders, environment.clock.today());
+    return outputRequests(environment, opening.db, requests,
+                          {options, way, letterWait(parent), question + u"\r\nよろしいですか？"_s}) ==
+           LetterOutcome::Printed;
+}
+
+PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
+    return [&](const std::vector<ManagementRow> &rows, LetterOutput way, QWidget *parent) {
+        written = putOutLetters(opening, rows, way, parent) || written;
+    };
 }
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
@@ -274,5 +320,35 @@ bool openRenewalList(const ListOpening &opening) {
               ticked ? u"（「対象」にチェックした利用者）"_s + outOfSightText(opening)
                      : u"（一覧に表示しているすべての利用者）"_s);
     form.exec();
+}
+
+bool openManagementPrint(const ListOpening &opening) {
+    std::vector<LedgerFilter> filters;
+    for (const FilterName &filter : opening.filters)
+        filters.push_back({filter.caption, filter.name});
+    bool written = false;
+    frm同意書管理印刷 form(opening.environment, opening.db, opening.parent);
+    if (form.iInit({managementRows(opening.targets), managementRows(opening.shown()),
+                    opening.targetsOutOfSight, ledgerSearchName(filters)},
+                   lettersOf(opening, written)) != 0) {
+        opening.environment.messages.warn(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return written;
+}
+
+bool openMasterManagementPrint(const ListOpening &opening) {
+    bool written = false;
+    frm同意書管理印刷_mst form(opening.environment, opening.db, opening.parent);
+    form.iInit(lettersOf(opening, written));
+    form.exec();
+    return written;
+}
+
+bool openMasterConsentForms(const ListOpening &opening) {
+    frm同意書印刷_mst form(opening.environment, opening.parent);
+    if (form.iInit(opening.db, {}, {}, {}, 0) == 0)
+        form.exec();
     return false;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "consent/rows/list_cells.h"
+#include "consent/rows/list_filter.h"
 
 #include <functional>
 
@@ -18,6 +19,7 @@ struct ListOpening {
     QWidget *parent = nullptr;
     std::optional<ReadRow> seen = {}; ///< the current row, also as saved when it could not be read again
     std::function<std::vector<ListRow>()> shown = {}; ///< all rows that are shown, in the order shown
+    std::vector<FilterName> filters = {};             ///< by which the rows were read
 };
 
 /// Opens a screen and waits until it is closed; true when rows were written and the list has to be read
@@ -61,3 +63,14 @@ bool openSetPrint(const ListOpening &opening);
 
 /// The renewal list of the targets; without any, of all rows that are shown.
 bool openRenewalList(const ListOpening &opening);
+
+/// @name Ledgers, envelopes, letters and renewal lists
+///@{
+/// Of the targets, or of all rows that are shown.
+bool openManagementPrint(const ListOpening &opening);
+/// Of whoever is picked from the masters.
+bool openMasterManagementPrint(const ListOpening &opening);
+///@}
+
+/// Consent forms of patients who are picked from the master.
+bool openMasterConsentForms(const ListOpening &opening);

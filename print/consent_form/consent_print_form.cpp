@@ -11,6 +11,7 @@
 #include "print/documents/lost_texts.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
+#include "search/picked_list.h"
 #include "search/staff_search_form.h"
 #include "ui_consent_print_form.h"
 #include "widgets/code_name_pair.h"
@@ -82,6 +83,13 @@ frm同意書印刷::frm同意書印刷(Environment &environment, QWidget *parent
 // The searches watch boxes of the form; the form goes first.
 frm同意書印刷::~frm同意書印刷() = default;
 
+void frm同意書印刷::pickPatients() {
+    for (QWidget *other : m_ui->boxTaisyo->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
+        other->hide();
+    m_picked = new PickedList(m_environment.messages, m_ui->boxTaisyo);
+    m_ui->gridTaisyo->addWidget(m_picked, 2, 0, 1, 2);
+}
+
 void frm同意書印刷::addMenu() {
     auto *bar = new QMenuBar(this);
     QMenu *menu = bar->addMenu(u"設定(&E)"_s);
@@ -110,6 +118,11 @@ short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, 
             m_environment.messages.show(printSettingsUnreadable(read.reason()));
     showSettings(settings);
     showTarget();
+    if (m_picked) {
+        m_picked->setSearch(u"利用者を追加(&N)"_s, codeSearch(m_searches->patients, m_environment.messages));
+        m_picked->focusCode();
+        return 0;
+    }
     m_ui->txtcRiyoushaNo->setFocus();
     m_ui->txtcRiyoushaNo->selectAll();
     return 0;
@@ -141,7 +154,7 @@ void frm同意書印刷::showSettings(const ConsentPrintSettings &settings) {
 }
 
 bool frm同意書印刷::single() const {
-    return m_ui->optTaisyo_0->isChecked();
+    return !m_picked && m_ui->optTaisyo_0->isChecked();
 }
 
 void frm同意書印刷::showTarget() {
@@ -163,9 +176,11 @@ bool frm同意書印刷::settle() {
     for (CodeNamePair *pair : pairs)
         if (!pair->settle())
             return false;
-    if (single() && m_searches->patient->row().code.isEmpty()) {
+    if (m_picked && !m_picked->settle())
+        return false;
+    if (m_picked ? m_picked->rows().empty() : single() && m_searches->patient->row().code.isEmpty()) {
         m_environment.messages.warn(u"利用者を指定してください。"_s);
-        m_ui->txtcRiyoushaNo->setFocus();
+        m_picked ? m_picked->focusCode() : m_ui->txtcRiyoushaNo->setFocus();
         return false;
     }
     if (m_ui->chkTeisyutuDate->isChecked() && !m_ui->imD_Teisyutu->date().isValid()) {
@@ -214,6 +229,13 @@ ConsentFormOptions frm同意書印刷::options(const ConsentPrintSettings &setti
         return options;
     }
     options.master = FormMaster::Practice;
+    if (m_picked) {
+        for (const CodeName &patient : m_picked->rows())
+            options.patients.push_back(patient.code.toInt());
+        options.kind = TreatmentKind::All;
+        options.order = FormOrder::AsChosen;
+        return options;
+    }
     options.staff = m_searches->practitioner->row().code.toInt();
     options.doctor = m_searches->doctor->row().code;
     options.periodEndFrom = m_ui->imD_KikanFrom->date();
@@ -319,4 +341,11 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
          }});
     result.touched = otherTexts(touched, told);
     messages.show(batchSummary(result));
+}
+
+frm同意書印刷_mst::frm同意書印刷_mst(Environment &environment, QWidget *parent)
+    : frm同意書印刷(environment, parent) {
+    setObjectName(u"frm同意書印刷_mst"_s);
+    setWindowTitle(u"同意書印刷（マスタ）"_s);
+    pickPatients();
 }

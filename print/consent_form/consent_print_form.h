@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <memory>
 
+class PickedList;
 class QAction;
 class cT_ADODB;
 struct Environment;
@@ -24,6 +25,10 @@ public:
     /// Reads the last choices; what cannot be read is said and keeps its default, so that this gives 0. The
     /// texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
+
+protected:
+    /// Prints for patients who are picked one by one, in place of one patient or those who match.
+    void pickPatients();
 
 private:
     struct Searches;
@@ -49,4 +54,11 @@ private:
     std::unique_ptr<Searches> m_searches; ///< made by iInit
     PatientManagementSettings m_practice;
     QAction *m_oralForms;
+    PickedList *m_picked = nullptr; ///< of the variant that is driven from the master
+};
+
+/// The consent forms of patients picked from the master, whether they have a consent or not.
+class frm同意書印刷_mst : public frm同意書印刷 {
+public:
+    explicit frm同意書印刷_mst(Environment &environment, QWidget *parent = nullptr);
 };

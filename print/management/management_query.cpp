@@ -41,14 +41,14 @@ QString columns(const QString &code, const QString &who, const QStringList &addr
 QStringList person(const QString &table) {
     QStringList columns;
     for (const QStringView column : {u"cName", u"cYubinNo", u"cAdress1", u"cAdress2"})
-        columns += table + u'.' + column;
+        columns += table + u'.' + column.toString();
     return columns;
 }
 
 QStringList place(const QString &table) {
     QStringList columns;
     for (const QStringView column : {u"cShamei1", u"cYubinNo", u"cAddress1", u"cAddress2"})
-        columns += table + u'.' + column;
+        columns += table + u'.' + column.toString();
     return columns;
 }
 

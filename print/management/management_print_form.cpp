@@ -1,0 +1,341 @@
+#include "print/management/management_print_form.h"
+
+#include "app/base/clock.h"
+#include "app/base/environment.h"
+#include "app/base/folders.h"
+#include "print/batch/print_messages.h"
+#include "print/engine/paper.h"
+#include "print/engine/wfd_print_exe.h"
+#include "print/ledger/ledger.h"
+#include "print/ledger/ledger_query.h"
+#include "ui_management_print_form.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QButtonGroup>
+#include <QPushButton>
+#include <QRadioButton>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Numbers the group's buttons as their names end, from `first` on.
+void number(QButtonGroup *group, int first) {
+    for (int i = 0; i < group->buttons().size(); ++i)
+        group->setId(group->buttons()[i], first + i);
+}
+
+/// "IDNo. name" of the rows' patients without a responsible practitioner.
+QStringList withoutStaff(const Ledger &ledger) {
+    QStringList names;
+    for (const LedgerRow &row : ledger.rows)
+        if (row.staff[0].isEmpty())
+            names += patientText(row.key.patient.nIDNo, row.name);
+    names.removeDuplicates();
+    return names;
+}
+
+void addNote(QStringList &notes, const QString &heading, const QStringList &names) {
+    if (!names.isEmpty())
+        addMessagePart(notes.emplace_back(), heading, names);
+}
+
+} // namespace
+
+ManagementPrintForm::ManagementPrintForm(Environment &environment, cT_ADODB &db, QWidget *parent)
+    : QDialog(parent),
+      m_environment(environment),
+      m_db(db),
+      m_ui(std::make_unique<Ui::ManagementPrintForm>()) {
+    m_ui->setupUi(this);
+    number(m_ui->OptPrintMode, int(ManagementMode::Ledger));
+    number(m_ui->optDestination, 0);
+    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo})
+        box->setToday(environment.clock.today());
+}
+
+ManagementPrintForm::~ManagementPrintForm() = default;
+
+void ManagementPrintForm::addChoice(QWidget *choice) {
+    m_ui->layTaisyo->addWidget(choice);
+}
+
+void ManagementPrintForm::init(PutOutLetters letters) {
+    m_letters = std::move(letters);
+    if (const Result<> read = m_settings.read(m_environment.folders); !read)
+        m_environment.messages.fail(u"印刷条件の取得に失敗しました。\r\n"_s + read.reason());
+    m_ui->OptPrintMode->button(int(m_settings.mode))->setChecked(true);
+    m_ui->optDestination->button(int(m_settings.destination))->setChecked(true);
+    wire();
+    new EnterMovesOn(this);
+    showMode();
+}
+
+void ManagementPrintForm::wire() {
+    connect(m_ui->OptPrintMode, &QButtonGroup::idToggled, this, [this](int, bool on) {
+        if (on)
+            showMode();
+    });
+    connect(m_ui->optDestination, &QButtonGroup::idToggled, this, [this](int, bool on) {
+        if (on)
+            showMode();
+    });
+    connect(m_ui->cmbPattern, &QComboBox::activated, this, [this](int pattern) {
+        if (mode() == ManagementMode::Ledger)
+            m_settings.ledgerPattern = pattern;
+        else
+            m_settings.envelope = EnvelopeSize(pattern);
+    });
+    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { print(LetterOutput::Preview); });
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { print(LetterOutput::Print); });
+    connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+ManagementMode ManagementPrintForm::mode() const {
+    return ManagementMode(m_ui->OptPrintMode->checkedId());
+}
+
+EnvelopeDestination ManagementPrintForm::destination() const {
+    return EnvelopeDestination(m_ui->optDestination->checkedId());
+}
+
+void ManagementPrintForm::showMode() {
+    const bool isLedger = mode() == ManagementMode::Ledger;
+    const bool isEnvelope = mode() == ManagementMode::Envelope;
+    QComboBox *patterns = m_ui->cmbPattern;
+    patterns->clear();
+    if (isLedger)
+        for (int i = 0; i < ledgerPatterns; ++i)
+            patterns->addItem(ledgerPatternName(LedgerPattern(i)));
+    if (isEnvelope)
+        patterns->addItems({u"長形3号"_s, u"角形2号"_s});
+    patterns->setCurrentIndex(isLedger     ? m_settings.ledgerPattern
+                              : isEnvelope ? int(m_settings.envelope)
+                                           : -1);
+    patterns->setEnabled(isLedger || isEnvelope);
+    m_ui->boxDestination->setEnabled(isEnvelope);
+    m_ui->imD_KikanFrom->setEnabled(isLedger);
+    m_ui->imD_KikanTo->setEnabled(isLedger);
+    modeChanged();
+    showState();
+}
+
+void ManagementPrintForm::showState() {
+    const QString more = note();
+    m_ui->lblState->setText(u"対象 %L1 件"_s.arg(targets().size()) +
+                            (more.isEmpty() ? QString() : u"　"_s + more));
+}
+
+bool ManagementPrintForm::settle() {
+    if (!settleTargets())
+        return false;
+    if (targets().empty()) {
+        m_environment.messages.warn(u"印刷する利用者を指定してください。"_s);
+        return false;
+    }
+    if (mode() != ManagementMode::Ledger)
+        return true;
+    DateBox *wrong = nullptr;
+    for (DateBox *box : {m_ui->imD_KikanTo, m_ui->imD_KikanFrom})
+        if (!box->settle())
+            wrong = box;
+    const QDate from = m_ui->imD_KikanFrom->date();
+    const QDate to = m_ui->imD_KikanTo->date();
+    if (!wrong && from.isValid() && to.isValid() && from > to)
+        wrong = m_ui->imD_KikanFrom;
+    if (wrong) {
+        m_environment.messages.warn(u"施術期間を正しく設定してください。"_s);
+        wrong->setFocus();
+    }
+    return !wrong;
+}
+
+void ManagementPrintForm::print(LetterOutput way) {
+    if (!settle())
+        return;
+    m_settings.mode = mode();
+    m_settings.destination = destination();
+    // Choices that cannot be kept are no reason not to print.
+    if (const Result<> kept = m_settings.write(m_environment.folders); !kept)
+        m_environment.messages.failIn(kept.reason(), u"cmdPrint_Click()でエラー");
+    switch (mode()) {
+    case ManagementMode::Ledger:
+    case ManagementMode::Envelope:
+        return printDocument(way);
+    case ManagementMode::Letter:
+        return printLetters(way);
+    case ManagementMode::RenewalList:
+        return openRenewalList();
+    }
+}
+
+void ManagementPrintForm::printDocument(LetterOutput way) {
+    Messages &messages = m_environment.messages;
+    const Result<ManagementDocument> document = mode() == ManagementMode::Ledger ? ledger() : envelopes();
+    if (!document) {
+        messages.fail(document.reason(), u"DB-error"_s);
+        return;
+    }
+    if (!mayPutOut(*document, way))
+        return;
+    if (const Result<> done = output(*document, way); !done) {
+        messages.show(printFailed(done.reason()));
+        return;
+    }
+    m_ui->lblState->setText(document->count);
+    if (const QStringList texts = document->untoldTexts(way == LetterOutput::Print); !texts.isEmpty())
+        messages.show(textsTouched(texts));
+}
+
+bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, LetterOutput way) {
+    Messages &messages = m_environment.messages;
+    if (const std::optional<Message> refusal = document.refusal(m_environment)) {
+        messages.show(*refusal);
+        return false;
+    }
+    const QString question = document.question(way == LetterOutput::Print);
+    return question.isEmpty() || messages.ask(question, windowTitle());
+}
+
+short ManagementPrintForm::saveCSVdoui(const ManagementDocument &document, cls_WfdPrintExe &engine) const {
+    return engine.iWriteData(1, document.dataName, document.data);
+}
+
+Result<> ManagementPrintForm::output(const ManagementDocument &document, LetterOutput way) const {
+    cls_WfdPrintExe engine(m_environment);
+    const short paper = paperCodeOf(document.layout);
+    engine.iInit(document.layoutPath(m_environment), u"同意書印刷"_s);
+    if (saveCSVdoui(document, engine) == 0 &&
+        (way == LetterOutput::Print ? engine.iPrintDialog(paper) : engine.iPreview(paper)) == 0)
+        return {};
+    return Failure{engine.sErrMsg()};
+}
+
+Result<ManagementDocument> ManagementPrintForm::ledger() const {
+    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
+    if (!methods)
+        return Failure{methods.reason()};
+    const std::vector<ManagementRow> chosen = targets();
+    LedgerOrder order;
+    order.branch = m_environment.branch;
+    order.pattern = LedgerPattern(m_ui->cmbPattern->currentIndex());
+    order.period = {m_ui->imD_KikanFrom->date(), m_ui->imD_KikanTo->date()};
+    order.searchName = searchName();
+    order.methods = *methods;
+    if (!fromMasters())
+        order.rows.emplace();
+    for (const ManagementRow &row : chosen)
+        fromMasters() ? order.patients.push_back(row.key.patient.nIDNo) : order.rows->push_back(row.key);
+    const Result<Ledger> ledger = readLedger(m_db, order);
+    if (!ledger)
+        return Failure{ledger.reason()};
+    ManagementDocument document{ledgerLayout(order.pattern), ledgerDataName(),
+                                ledgerData(ledger->rows, order, m_environment.clock.today())};
+    QStringList gone;
+    for (const size_t position : ledger->gone)
+        gone += chosen[position].who;
+    addNote(document.notes, u"次の行は最新の同意でないか、削除されているため、台帳に出力できません。"_s,
+            gone);
+    addNote(document.notes,
+            fromMasters() ? u"変形徒手の期間が入力されていません。変形徒手期間を入力してください。"_s
+                          : u"下記の利用者は変形徒手の期間が入力されていないため抽出できません。"_s,
+            withoutDeformityPeriod(ledger->rows));
+    if (order.pattern == LedgerPattern::Staff)
+        addNote(document.notes, u"施術者データがありません。次の利用者は、担当者を空欄のまま出力します。"_s,
+                withoutStaff(*ledger));
+    document.empty = nothingToPrint().text;
+    document.count = u"台帳に %L1 件を出力します。"_s.arg(document.data.count());
+    return document;
+}
+
+Result<ManagementDocument> ManagementPrintForm::envelopes() {
+    const Result<EnvelopeWishes> found = wishes(destination());
+    if (!found)
+        return Failure{found.reason()};
+    return envelopeDocument(*found, destination(), m_settings.envelope);
+}
+
+// Nothing where there are none, which has been said, or the user stops.
+std::optional<std::vector<ManagementRow>> ManagementPrintForm::letterRows() {
+    Messages &messages = m_environment.messages;
+    const std::vector<ManagementRow> chosen = targets();
+    if (!fromMasters())
+        return chosen;
+    std::vector<qint32> patients;
+    for (const ManagementRow &row : chosen)
+        patients.push_back(row.key.patient.nIDNo);
+    Result<std::vector<ManagementRow>> rows = readNewestRows(m_environment, m_db, patients);
+    if (!rows) {
+        messages.fail(rows.reason(), u"DB-error"_s);
+        return {};
+    }
+    QStringList without;
+    for (const ManagementRow &row : chosen)
+        if (std::ranges::none_of(
+                *rows, [&](const ManagementRow &consent) { return consent.key.patient == row.key.patient; }))
+            without += row.who;
+    if (without.isEmpty())
+        return *rows;
+    QString text;
+    addMessagePart(text, u"同意の記録がないため、依頼書を出力できない利用者："_s, without);
+    if (rows->empty()) {
+        messages.warn(u"該当する同意依頼書データがありません。\r\n\r\n"_s + text);
+        return {};
+    }
+    if (!messages.ask(text + u"\r\n\r\nこの利用者を除いて出力します。よろしいですか？"_s, windowTitle()))
+        return {};
+    return *rows;
+}
+
+void ManagementPrintForm::printLetters(LetterOutput way) {
+    if (const std::optional<std::vector<ManagementRow>> rows = letterRows())
+        m_letters(*rows, way, this);
+}
+
+void ManagementPrintForm::openRenewalList() {
+    std::vector<qint32> patients;
+    for (const ManagementRow &row : targets())
+        patients.push_back(row.key.patient.nIDNo);
+}
+
+frm同意書管理印刷::frm同意書管理印刷(Environment &environment, cT_ADODB &db, QWidget *parent)
+    : ManagementPrintForm(environment, db, parent),
+      m_ticked(new QRadioButton(this)),
+      m_shown(new QRadioButton(this)) {
+    setObjectName(u"frm同意書管理印刷"_s);
+    setWindowTitle(u"同意書管理印刷"_s);
+    m_ticked->setObjectName(u"optSelKanja_0"_s);
+    m_shown->setObjectName(u"optSelKanja_1"_s);
+    for (QRadioButton *button : {m_ticked, m_shown}) {
+        addChoice(button);
+        connect(button, &QRadioButton::toggled, this, [this] { showState(); });
+    }
+}
+
+short frm同意書管理印刷::iInit(ManagementChoice choice, PutOutLetters letters) {
+    if (choice.shown.empty()) {
+        m_error = nothingToPrint().text;
+        return -1;
+    }
+    m_choice = std::move(choice);
+    m_ticked->setText(u"「対象」にチェックした行（%L1 件）(&1)"_s.arg(m_choice.ticked.size()));
+    m_shown->setText(u"表示中のすべての行（%L1 件）(&2)"_s.arg(m_choice.shown.size()));
+    m_ticked->setEnabled(!m_choice.ticked.empty());
+    (m_choice.ticked.empty() ? m_shown : m_ticked)->setChecked(true);
+    init(std::move(letters));
+    return 0;
+}
+
+std::vector<ManagementRow> frm同意書管理印刷::targets() const {
+    return m_ticked->isChecked() ? m_choice.ticked : m_choice.shown;
+}
+
+Result<EnvelopeWishes> frm同意書管理印刷::wishes(EnvelopeDestination destination) {
+    return readWishes(environment(), db(), destination, targets());
+}
+
+QString frm同意書管理印刷::note() const {
+    return m_choice.tickedOutOfSight == 0 || !m_ticked->isChecked()
+               ? QString()
+               : u"絞り込みで表示していない対象 %L1 件は含みません。"_s.arg(m_choice.tickedOutOfSight);
+}
