@@ -3,6 +3,7 @@
 . scripts/keys.sh
 . scripts/tour/forms.sh
 . scripts/tour/list.sh
+. scripts/tour/management.sh
 . scripts/tour/road.sh
 
 tour_shots=tour

@@ -31,7 +31,7 @@ QString ManagementDocument::question(bool print) const {
     }
     if (parts.isEmpty())
         return {};
-    parts += count + (print ? u"\r\n印刷します。よろしいですか？"_s : u"\r\n表示します。よろしいですか？"_s);
+    parts += count + (print ? u"を印刷します。よろしいですか？"_s : u"を表示します。よろしいですか？"_s);
     return parts.join(u"\r\n\r\n"_s);
 }
 

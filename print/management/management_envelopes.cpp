@@ -44,7 +44,7 @@ ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestin
     document.notes += envelopeNotes(nobody, envelopes);
     document.empty = u"該当する同意依頼書データがありません。"_s;
     document.count =
-        u"対象 %L1 件のあて先を、封筒 %L2 枚にまとめます。"_s.arg(wishes.wishes.size()).arg(envelopes.size());
+        u"対象 %L1 件のあて先をまとめた封筒 %L2 枚"_s.arg(wishes.wishes.size()).arg(envelopes.size());
     document.reminder = u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
     return document;
 }

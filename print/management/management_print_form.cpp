@@ -65,6 +65,7 @@ void ManagementPrintForm::init(PutOutLetters letters) {
     if (const Result<> read = m_settings.read(m_environment.folders); !read)
         m_environment.messages.fail(u"印刷条件の取得に失敗しました。\r\n"_s + read.reason());
     m_ui->OptPrintMode->button(int(m_settings.mode))->setChecked(true);
+    m_ui->OptPrintMode->button(int(m_settings.mode))->setFocus();
     m_ui->optDestination->button(int(m_settings.destination))->setChecked(true);
     wire();
     new EnterMovesOn(this);
@@ -182,7 +183,7 @@ void ManagementPrintForm::printDocument(LetterOutput way) {
         messages.show(printFailed(done.reason()));
         return;
     }
-    m_ui->lblState->setText(document->count);
+    m_ui->lblState->setText(document->count + u"を出力しました。"_s);
     if (const QStringList texts = document->untoldTexts(way == LetterOutput::Print); !texts.isEmpty())
         messages.show(textsTouched(texts));
 }
@@ -244,7 +245,7 @@ Result<ManagementDocument> ManagementPrintForm::ledger() const {
         addNote(document.notes, u"施術者データがありません。次の利用者は、担当者を空欄のまま出力します。"_s,
                 withoutStaff(*ledger));
     document.empty = nothingToPrint().text;
-    document.count = u"台帳に %L1 件を出力します。"_s.arg(document.data.count());
+    document.count = u"台帳 %L1 件"_s.arg(document.data.count());
     return document;
 }
 

@@ -1,0 +1,89 @@
+# Ledgers, envelopes and letters, from the list and from the masters.
+
+# management_print NAME: prints what is chosen, and answers what is asked before.
+management_print() {
+    shot "$1-chosen"
+    key F11
+    sleep 1
+    if ! xdotool search --onlyvisible --name '帳票印刷' >/dev/null 2>&1; then
+        shot "$1-asked"
+        key Return
+    fi
+    keep_printed "$1"
+    window '同意書管理印刷'
+}
+
+tour_management() {
+    start_program "$installation" 1
+    window '同意書管理'
+    list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)" "$(date -d '+1 year' +%Y%m%d)"
+    key ctrl+d
+    window '同意書管理印刷'
+    tour_ledgers
+    tour_envelopes
+    tour_letters
+    key F12
+    gone '同意書管理印刷'
+    window '同意書管理'
+    tour_masters
+    key F12
+    leave_menu
+    wait "$program_pid" || die "The program ended with an error."
+}
+
+tour_ledgers() {
+    local pattern
+    key alt+d
+    for pattern in 1 2 3 4; do
+        key alt+y Home
+        for _ in $(seq 2 "$pattern"); do key Down; done
+        management_print "ledger-$pattern"
+    done
+}
+
+tour_envelopes() {
+    key alt+f alt+h alt+y Home
+    management_print envelopes-long
+    key alt+i alt+y End
+    management_print envelopes-square
+    key alt+c
+    management_print envelopes-counsellors
+}
+
+tour_letters() {
+    key alt+l F9
+    sleep 1
+    shot letters-asked
+    key Return
+    window '同意書印刷'
+    sleep 1
+    shot letters
+    key F12
+    window '同意書管理印刷'
+}
+
+# pick NUMBER…: the cursor stands in the list's code box.
+pick() {
+    local number
+    for number in "$@"; do
+        write "$number"
+        key Return
+    done
+}
+
+tour_masters() {
+    local massage acupuncture
+    massage=$(number_of 0 0) acupuncture=$(number_of 1 0)
+    key alt+p
+    shot print-menu
+    key Escape Escape
+    key ctrl+shift+d
+    window '同意書管理印刷（マスタ）'
+    key alt+d alt+y Home
+    key Tab Tab Tab
+    pick "$massage" "$acupuncture"
+    management_print picked-ledger
+    key F12
+    gone '同意書管理印刷（マスタ）'
+    window '同意書管理'
+}
