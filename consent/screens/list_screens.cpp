@@ -108,13 +108,23 @@ std::vector<qint32> patientsOf(const std::vector<ListRow> &rows) {
 std::vector<ManagementRow> managementRows(const std::vector<ListRow> &rows) {
     std::vector<ManagementRow> result;
     for (const ListRow &row : rows)
-        result.push_back({row.key(), row.who(), row.values.hospitalOut == 1});
+        result.push_back({row.key(), row.who(), row.values.requested != 0, row.values.hospitalOut == 1});
     return result;
+}
+
+/// Asked before letters are printed without the request screen.
+QString printQuestion(std::span<const RequestRow> rows, const QString &note = {}) {
+    QString question =
+        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
+    for (const QString &more : {requestedSummary(rows), note})
+        if (!more.isEmpty())
+            question += u"\r\n"_s + more;
+    return question + u"\r\nよろしいですか？"_s;
 }
 
 /// The request screen's letters, as it would propose them and with its last choices.
 /// @return whether rows were marked
-bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> &rows, LetterOutput way,
+bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> &rows, PrintWay way,
                    QWidget *parent) {
     Environment &environment = opening.environment;
     std::vector<ConsentRowKey> keys;
@@ -130,20 +140,20 @@ bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> 
         RequestRow &request = requests.emplace_back();
         request.key = row.key;
         request.who = row.who;
+        request.requested = row.requested;
         request.toHospital = row.toHospital;
         request.facts = consents->factsOf(row.key);
         request.kind = proposeLetterKind(request.facts);
     }
-    const QString question =
-        u"対象 %L1 件の依頼書を印刷します（"_s.arg(requests.size()) + kindSummary(requests) + u"）。"_s;
     const LetterOptions options = keptLetterOptions(environment.folders, environment.clock.today());
+    const LetterOutput output = way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview;
     return outputRequests(environment, opening.db, requests,
-                          {options, way, letterWait(parent), question + u"\r\nよろしいですか？"_s}) ==
+                          {options, output, letterWait(parent), printQuestion(requests)}) ==
            LetterOutcome::Printed;
 }
 
 PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
-    return [&](const std::vector<ManagementRow> &rows, LetterOutput way, QWidget *parent) {
+    return [&](const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent) {
         written = putOutLetters(opening, rows, way, parent) || written;
     };
 }
@@ -271,15 +281,9 @@ bool printRequests(const ListOpening &opening) {
         return false;
     const LetterOptions options =
         keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
-    QString question =
-        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
-    for (const QString &more : {requestedSummary(rows), outOfSightText(opening)})
-        if (!more.isEmpty())
-            question += u"\r\n"_s + more;
-    question += u"\r\nよろしいですか？"_s;
     return outputRequests(opening.environment, opening.db, rows,
-                          {options, LetterOutput::Print, letterWait(opening.parent), question}) ==
-           LetterOutcome::Printed;
+                          {options, LetterOutput::Print, letterWait(opening.parent),
+                           printQuestion(rows, outOfSightText(opening))}) == LetterOutcome::Printed;
 }
 
 bool openMailScreen(const ListOpening &opening) {
@@ -320,6 +324,7 @@ bool openRenewalList(const ListOpening &opening) {
               ticked ? u"（「対象」にチェックした利用者）"_s + outOfSightText(opening)
                      : u"（一覧に表示しているすべての利用者）"_s);
     form.exec();
+    return false;
 }
 
 bool openManagementPrint(const ListOpening &opening) {

@@ -21,7 +21,8 @@ std::optional<Message> ManagementDocument::refusal(const Environment &environmen
     return Message{(QStringList{empty} + notes).join(u"\r\n\r\n"_s), MessageIcon::Exclamation, {}};
 }
 
-QString ManagementDocument::question(bool print) const {
+QString ManagementDocument::question(PrintWay way) const {
+    const bool print = way == PrintWay::Print;
     QStringList parts = notes;
     if (print) {
         if (const QStringList lost = textsWithLoss(data.touched()); !lost.isEmpty())
@@ -35,10 +36,7 @@ QString ManagementDocument::question(bool print) const {
     return parts.join(u"\r\n\r\n"_s);
 }
 
-QStringList ManagementDocument::untoldTexts(bool print) const {
-    QStringList texts = data.touched();
-    if (print)
-        for (const QString &told : textsWithLoss(texts))
-            texts.removeAll(told);
-    return texts;
+QStringList ManagementDocument::untoldTexts(PrintWay way) const {
+    const QStringList touched = data.touched();
+    return way == PrintWay::Print ? otherTexts(touched, textsWithLoss(touched)) : touched;
 }

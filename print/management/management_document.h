@@ -2,6 +2,7 @@
 
 #include "app/base/messages.h"
 #include "print/engine/data_file.h"
+#include "print/engine/wfd_print_exe.h"
 
 #include <optional>
 
@@ -23,7 +24,7 @@ struct ManagementDocument {
     /// Why it cannot be put out: no layout, no data.
     std::optional<Message> refusal(const Environment &environment) const;
     /// What is asked before it is shown or printed, all in one box; empty when there is nothing to ask.
-    QString question(bool print) const;
+    QString question(PrintWay way) const;
     /// Texts that print otherwise than they are written and were not told by question().
-    QStringList untoldTexts(bool print) const;
+    QStringList untoldTexts(PrintWay way) const;
 };

@@ -4,10 +4,9 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/batch/print_messages.h"
-#include "print/engine/paper.h"
-#include "print/engine/wfd_print_exe.h"
 #include "print/ledger/ledger.h"
 #include "print/ledger/ledger_query.h"
+#include "print/renewal_list/renewal_list_form.h"
 #include "ui_management_print_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -87,8 +86,8 @@ void ManagementPrintForm::wire() {
         else
             m_settings.envelope = EnvelopeSize(pattern);
     });
-    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { print(LetterOutput::Preview); });
-    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { print(LetterOutput::Print); });
+    connect(m_ui->cmdPreview, &QPushButton::clicked, this, [this] { print(PrintWay::Preview); });
+    connect(m_ui->cmdPrint, &QPushButton::clicked, this, [this] { print(PrintWay::Print); });
     connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -151,7 +150,7 @@ bool ManagementPrintForm::settle() {
     return !wrong;
 }
 
-void ManagementPrintForm::print(LetterOutput way) {
+void ManagementPrintForm::print(PrintWay way) {
     if (!settle())
         return;
     m_settings.mode = mode();
@@ -170,7 +169,7 @@ void ManagementPrintForm::print(LetterOutput way) {
     }
 }
 
-void ManagementPrintForm::printDocument(LetterOutput way) {
+void ManagementPrintForm::printDocument(PrintWay way) {
     Messages &messages = m_environment.messages;
     const Result<ManagementDocument> document = mode() == ManagementMode::Ledger ? ledger() : envelopes();
     if (!document) {
@@ -184,17 +183,17 @@ void ManagementPrintForm::printDocument(LetterOutput way) {
         return;
     }
     m_ui->lblState->setText(document->count + u"を出力しました。"_s);
-    if (const QStringList texts = document->untoldTexts(way == LetterOutput::Print); !texts.isEmpty())
+    if (const QStringList texts = document->untoldTexts(way); !texts.isEmpty())
         messages.show(textsTouched(texts));
 }
 
-bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, LetterOutput way) {
+bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, PrintWay way) {
     Messages &messages = m_environment.messages;
     if (const std::optional<Message> refusal = document.refusal(m_environment)) {
         messages.show(*refusal);
         return false;
     }
-    const QString question = document.question(way == LetterOutput::Print);
+    const QString question = document.question(way);
     return question.isEmpty() || messages.ask(question, windowTitle());
 }
 
@@ -202,12 +201,10 @@ short ManagementPrintForm::saveCSVdoui(const ManagementDocument &document, cls_W
     return engine.iWriteData(1, document.dataName, document.data);
 }
 
-Result<> ManagementPrintForm::output(const ManagementDocument &document, LetterOutput way) const {
+Result<> ManagementPrintForm::output(const ManagementDocument &document, PrintWay way) const {
     cls_WfdPrintExe engine(m_environment);
-    const short paper = paperCodeOf(document.layout);
     engine.iInit(document.layoutPath(m_environment), u"同意書印刷"_s);
-    if (saveCSVdoui(document, engine) == 0 &&
-        (way == LetterOutput::Print ? engine.iPrintDialog(paper) : engine.iPreview(paper)) == 0)
+    if (saveCSVdoui(document, engine) == 0 && engine.iPutOut(way) == 0)
         return {};
     return Failure{engine.sErrMsg()};
 }
@@ -288,7 +285,7 @@ std::optional<std::vector<ManagementRow>> ManagementPrintForm::letterRows() {
     return *rows;
 }
 
-void ManagementPrintForm::printLetters(LetterOutput way) {
+void ManagementPrintForm::printLetters(PrintWay way) {
     if (const std::optional<std::vector<ManagementRow>> rows = letterRows())
         m_letters(*rows, way, this);
 }
@@ -297,6 +294,9 @@ void ManagementPrintForm::openRenewalList() {
     std::vector<qint32> patients;
     for (const ManagementRow &row : targets())
         patients.push_back(row.key.patient.nIDNo);
+    frm同意書更新リスト印刷 form(m_environment, this);
+    if (form.Init(m_db, patients, note()) == 0)
+        form.exec();
 }
 
 frm同意書管理印刷::frm同意書管理印刷(Environment &environment, cT_ADODB &db, QWidget *parent)

@@ -1,22 +1,21 @@
 #pragma once
 
+#include "print/engine/wfd_print_exe.h"
 #include "print/ledger/ledger_rows.h"
 #include "print/management/management_query.h"
 #include "print/management/management_settings.h"
-#include "print/request_letter/letter_job.h"
 
 #include <QDialog>
 #include <memory>
 
 class QRadioButton;
-class cls_WfdPrintExe;
 namespace Ui {
 class ManagementPrintForm;
 }
 
 /// Puts out the request letters of the rows, over the form given, and marks those that left.
 using PutOutLetters =
-    std::function<void(const std::vector<ManagementRow> &rows, LetterOutput way, QWidget *parent)>;
+    std::function<void(const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent)>;
 
 /// Prints the documents of consent management: ledger, envelopes, request letters, renewal list. The forms
 /// that derive from it differ in where the rows come from.
@@ -62,15 +61,15 @@ private:
     void showMode();
     bool settle();
     ManagementSettings chosen() const;
-    void print(LetterOutput way);
-    void printDocument(LetterOutput way);
-    void printLetters(LetterOutput way);
+    void print(PrintWay way);
+    void printDocument(PrintWay way);
+    void printLetters(PrintWay way);
     void openRenewalList();
     std::optional<std::vector<ManagementRow>> letterRows();
     Result<ManagementDocument> ledger() const;
     Result<ManagementDocument> envelopes();
-    bool mayPutOut(const ManagementDocument &document, LetterOutput way);
-    Result<> output(const ManagementDocument &document, LetterOutput way) const;
+    bool mayPutOut(const ManagementDocument &document, PrintWay way);
+    Result<> output(const ManagementDocument &document, PrintWay way) const;
 
     Environment &m_environment;
     cT_ADODB &m_db;

@@ -3,14 +3,13 @@
 #include "app/base/environment.h"
 #include "db/adodb.h"
 #include "db/field_rows.h"
-#include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 #include "db/tables/patient_text.h"
 #include "print/request_letter/letter_job.h"
 #include "print/request_letter/letter_query.h"
 
 #include <QHash>
-#include <algorithm>
+#include <set>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -73,32 +72,37 @@ QString patientJoins(EnvelopeDestination destination) {
            u" LEFT JOIN SISETSU AS OFFICE ON OFFICE.nIDNo = SOUDAN.nSisetsuCode"_s;
 }
 
-/// A statement with more numbers than this takes the whole branch: servers refuse long ones.
-constexpr qsizetype mostNumbers = 1000;
-
-QString isOneOf(const QString &column, QStringList numbers) {
-    std::ranges::sort(numbers);
-    numbers.removeDuplicates();
-    return numbers.size() > mostNumbers ? QString()
-                                        : u" AND "_s + column + u" IN ("_s + numbers.join(u", "_s) + u')';
+std::set<qint32> numbersOf(std::span<const qint32> numbers) {
+    return {numbers.begin(), numbers.end()};
 }
 
-QString patientsSql(const Branch &branch, EnvelopeDestination destination, const QStringList &patients) {
+QString patientsSql(const Branch &branch, EnvelopeDestination destination, std::span<const qint32> patients) {
     return columns(u"RIYOUSHA.nIDNo"_s, u"RIYOUSHA.cName"_s, addresseeColumns(destination)) +
            u" FROM RIYOUSHA"_s + patientJoins(destination) + u" WHERE "_s + sqlWhere(branch, u"RIYOUSHA") +
-           isOneOf(u"RIYOUSHA.nIDNo"_s, patients);
+           sqlAndAmong(u"RIYOUSHA.nIDNo", numbersOf(patients));
 }
 
-QString masterSql(const Branch &branch, EnvelopeDestination destination, const QStringList &codes) {
+QString masterSql(const Branch &branch, EnvelopeDestination destination, std::span<const qint32> codes) {
     if (destination == EnvelopeDestination::Patient)
         return patientsSql(branch, destination, codes);
     const QStringList addressee = addresseeColumns(destination);
     if (destination == EnvelopeDestination::Counsellor)
         return columns(u"SOUDAN.nIDNo"_s, u"SOUDAN.cName"_s, addressee) +
                u" FROM SOUDAN LEFT JOIN SISETSU AS OFFICE ON OFFICE.nIDNo = SOUDAN.nSisetsuCode WHERE "_s +
-               sqlWhere(branch, u"SOUDAN") + isOneOf(u"SOUDAN.nIDNo"_s, codes);
+               sqlWhere(branch, u"SOUDAN") + sqlAndAmong(u"SOUDAN.nIDNo", numbersOf(codes));
     return columns(u"SISETSU.nIDNo"_s, u"SISETSU.cShamei1"_s, addressee) + u" FROM SISETSU WHERE 1 = 1"_s +
-           isOneOf(u"SISETSU.nIDNo"_s, codes);
+           sqlAndAmong(u"SISETSU.nIDNo", numbersOf(codes));
+}
+
+QString newestRowsSql(const Branch &branch, std::span<const qint32> patients) {
+    return u"SELECT RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA_DOUI_REC.nDate, RIYOUSHA_DOUI_REC.iHenkeiFlg,"
+           " RIYOUSHA_DOUI_REC.nHenkeiDouiDate, CASE WHEN RIYOUSHA_DOUI_REC.iHenkeiFlg = 1"
+           " THEN RIYOUSHA_DOUI_REC.iOutputFlgHenkei ELSE RIYOUSHA_DOUI_REC.iOutputFlg END AS requested,"
+           " RIYOUSHA_DOUI_REC.iDouiHospOutFlg FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s +
+           sqlSamePatient(u"RIYOUSHA", u"RIYOUSHA_DOUI_REC") + u" WHERE "_s +
+           sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND "_s + sqlNewestOfKind() +
+           sqlAndAmong(u"RIYOUSHA_DOUI_REC.nIDNo", numbersOf(patients)) +
+           u" ORDER BY RIYOUSHA_DOUI_REC.iHenkeiFlg"_s;
 }
 
 KnownDoctor knownOf(const FieldRows<A> &rows, int row) {
@@ -112,7 +116,7 @@ KnownDoctor knownOf(const FieldRows<A> &rows, int row) {
 }
 
 /// A wish for each of the numbers, in their order; those that the statement does not find are gone.
-Result<EnvelopeWishes> readWishes(cT_ADODB &db, const QString &sql, const QStringList &numbers,
+Result<EnvelopeWishes> readWishes(cT_ADODB &db, const QString &sql, std::span<const qint32> numbers,
                                   const QStringList &who) {
     const ErrorsSince errors(db);
     Recordset found;
@@ -123,12 +127,12 @@ Result<EnvelopeWishes> readWishes(cT_ADODB &db, const QString &sql, const QStrin
     for (int row = 0; row < rows.count(); ++row)
         places.insert(rows.number(row, A::Code), row);
     EnvelopeWishes wishes;
-    for (qsizetype i = 0; i < numbers.size(); ++i)
-        if (const auto place = places.constFind(numbers[i].toLongLong()); place != places.cend())
-            wishes.wishes.push_back({patientText(numbers[i].toLongLong(), rows.text(*place, A::Who)),
-                                     addresseeOf(knownOf(rows, *place))});
+    for (size_t i = 0; i < numbers.size(); ++i)
+        if (const auto place = places.constFind(numbers[i]); place != places.cend())
+            wishes.wishes.push_back(
+                {patientText(numbers[i], rows.text(*place, A::Who)), addresseeOf(knownOf(rows, *place))});
         else
-            wishes.gone += who[i];
+            wishes.gone += who[qsizetype(i)];
     return wishes;
 }
 
@@ -167,9 +171,10 @@ Result<EnvelopeWishes> readWishes(const Environment &environment, cT_ADODB &db,
                                   EnvelopeDestination destination, std::span<const ManagementRow> rows) {
     if (destination == EnvelopeDestination::Institution || destination == EnvelopeDestination::Doctor)
         return readDoctorWishes(environment, db, rows);
-    QStringList patients, who;
+    std::vector<qint32> patients;
+    QStringList who;
     for (const ManagementRow &row : rows) {
-        patients += sqlNumber(row.key.patient.nIDNo);
+        patients.push_back(row.key.patient.nIDNo);
         who += row.who;
     }
     return readWishes(db, patientsSql(environment.branch, destination, patients), patients, who);
@@ -177,9 +182,9 @@ Result<EnvelopeWishes> readWishes(const Environment &environment, cT_ADODB &db,
 
 Result<EnvelopeWishes> readMasterWishes(const Environment &environment, cT_ADODB &db,
                                         EnvelopeDestination destination, const QStringList &codes) {
-    QStringList numbers;
+    std::vector<qint32> numbers;
     for (const QString &code : codes)
-        numbers += sqlNumber(code.toLongLong());
+        numbers.push_back(code.toInt());
     Result<EnvelopeWishes> wishes =
         destination == EnvelopeDestination::Doctor
             ? readMasterDoctors(db, codes)
@@ -191,39 +196,21 @@ Result<EnvelopeWishes> readMasterWishes(const Environment &environment, cT_ADODB
 
 Result<std::vector<ManagementRow>> readNewestRows(const Environment &environment, cT_ADODB &db,
                                                   std::span<const qint32> patients) {
-    QStringList numbers;
-    for (const qint32 patient : patients)
-        numbers += sqlNumber(patient);
+    const Branch &branch = environment.branch;
     const ErrorsSince errors(db);
     Recordset found;
-    if (db.iConnect() != 0 ||
-        db.iOpenRecSet(found,
-                       u"SELECT RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA_DOUI_REC.nDate,"
-                       " RIYOUSHA_DOUI_REC.iHenkeiFlg, RIYOUSHA_DOUI_REC.nHenkeiDouiDate,"
-                       " RIYOUSHA_DOUI_REC.iDouiHospOutFlg FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s +
-                           sqlSamePatient(u"RIYOUSHA", u"RIYOUSHA_DOUI_REC") + u" WHERE "_s +
-                           sqlWhere(environment.branch, u"RIYOUSHA_DOUI_REC") +
-                           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1"_s +
-                           isOneOf(u"RIYOUSHA_DOUI_REC.nIDNo"_s, numbers) +
-                           u" ORDER BY RIYOUSHA_DOUI_REC.nIDNo, RIYOUSHA_DOUI_REC.iHenkeiFlg,"
-                           " RIYOUSHA_DOUI_REC.nDate, RIYOUSHA_DOUI_REC.nHenkeiDouiDate"_s) != 0)
+    if (db.iConnect() != 0 || db.iOpenRecSet(found, newestRowsSql(branch, patients)) != 0)
         return Failure{errors.text()};
     std::vector<ManagementRow> rows;
-    for (int i = 0; i < found.rowCount(); ++i) {
-        const auto number = [&](int column) { return qint32(found.number(i, column)); };
-        rows.push_back({{{environment.branch.iKyotenCd, environment.branch.iKyotenEb, number(0)},
-                         number(2),
-                         short(number(3)),
-                         number(4)},
-                        patientText(number(0), found.text(i, 1)),
-                        number(5) == 1});
-    }
-    const auto place = [&](const ManagementRow &row) {
-        return std::ranges::find(patients, row.key.patient.nIDNo) - patients.begin();
-    };
-    std::erase_if(rows, [&](const ManagementRow &row) {
-        return std::ranges::find(patients, row.key.patient.nIDNo) == patients.end();
-    });
-    std::ranges::stable_sort(rows, {}, place);
+    for (const qint32 patient : patients)
+        for (int i = 0; i < found.rowCount(); ++i) {
+            const auto number = [&](int column) { return qint32(found.number(i, column)); };
+            if (number(0) == patient)
+                rows.push_back(
+                    {{{branch.iKyotenCd, branch.iKyotenEb, patient}, number(2), short(number(3)), number(4)},
+                     patientText(patient, found.text(i, 1)),
+                     number(5) != 0,
+                     number(6) == 1});
+        }
     return rows;
 }

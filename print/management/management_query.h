@@ -13,7 +13,8 @@ struct Environment;
 struct ManagementRow {
     ConsentRowKey key;
     QString who;             ///< "IDNo. name"
-    bool toHospital = false; ///< whom its last letter went to
+    bool requested = false;  ///< a letter was output already
+    bool toHospital = false; ///< whom that went to
 };
 
 /// Whom the rows' envelopes go to: doctors and institutions as the consents name them, the rest as the

@@ -38,9 +38,8 @@ protected:
     static ManagementRow row(qint32 number, qint32 date, short deformity = 0) {
         return {{{1, 1, number}, date, deformity, deformity * date}, QString::number(number)};
     }
-    const PutOutLetters letters = [this](const std::vector<ManagementRow> &rows, LetterOutput way,
-                                         QWidget *) {
-        asked += way == LetterOutput::Print ? u"print"_s : u"preview"_s;
+    const PutOutLetters letters = [this](const std::vector<ManagementRow> &rows, PrintWay way, QWidget *) {
+        asked += way == PrintWay::Print ? u"print"_s : u"preview"_s;
         for (const ManagementRow &one : rows)
             asked += u"%1/%2"_s.arg(one.key.patient.nIDNo).arg(one.key.nDate);
     };
