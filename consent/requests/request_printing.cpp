@@ -48,7 +48,7 @@ LetterOptions keptLetterOptions(const Folders &folders, const QDate &today) {
     options.grouped = settings.isOn(Setting::依頼書出力方式);
     options.printPractitioner = settings.isOn(Setting::施術者氏名の印字);
     const int practitioner = settings.number(Setting::施術者氏名選択);
-    options.practitioner = practitioner >= 0 && practitioner < LetterRow::practitioners ? practitioner : 0;
+    options.practitioner = practitioner >= 0 && practitioner < mostPractitioners ? practitioner : 0;
     return options;
 }
 

@@ -67,7 +67,7 @@ const QString masterColumns = u" ,DOCTOR.cIDno AS cIsiNo"
                               " ,DOCTOR.iSisetsuCode AS nSisetsuCodeNew"
                               " ,SISETSU1.cShamei1 AS cSisetsuName1"
                               " ,SISETSU1.cDouiIrai AS DouiIrai1"
-                              " ,STAFF.cName AS StaffName"
+                              " ,STAFF1.cName AS StaffName"
                               " ,STAFF2.cName AS StaffName2"
                               " ,STAFF3.cName AS StaffName3"
                               " ,STAFF4.cName AS StaffName4"
@@ -88,11 +88,6 @@ const QString masterColumns = u" ,DOCTOR.cIDno AS cIsiNo"
                               " ,RIYOUSHA_SUB.cKeitaiS0Renraku AS cKeitaiS0Renraku"
                               " ,RIYOUSHA_SUB.cAtenaS0Renraku AS cAtenaS0Renraku"_s;
 
-QString staffJoin(const QString &alias, const QString &patientColumn) {
-    return u" LEFT JOIN STAFF"_s + (alias == u"STAFF"_s ? QString() : u" AS "_s + alias) +
-           u" ON %1.nIDNo = RIYOUSHA.%2 AND "_s.arg(alias, patientColumn) + sqlSameBranch(alias, u"RIYOUSHA");
-}
-
 QString joins() {
     return u" FROM RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
            sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") + u" LEFT JOIN RIYOUSHA_SUB ON "_s +
@@ -101,10 +96,7 @@ QString joins() {
            " LEFT JOIN DOCTOR AS DOCTOR2 ON RIYOUSHA_SUB.iIsiCd2 = DOCTOR2.cIDno"
            " LEFT JOIN SISETSU AS SISETSU2 ON SISETSU2.nIDNo = DOCTOR2.iSisetsuCode"
            " LEFT JOIN SISETSU AS SISETSU1 ON SISETSU1.nIDNo = DOCTOR.iSisetsuCode"_s +
-           staffJoin(u"STAFF"_s, u"nTantou"_s) + staffJoin(u"STAFF2"_s, u"nTantou2"_s) +
-           staffJoin(u"STAFF3"_s, u"nTantou3"_s) + staffJoin(u"STAFF4"_s, u"nTantou4"_s) +
-           staffJoin(u"STAFF5"_s, u"nTantou5"_s) +
-           u" LEFT JOIN SOUDAN ON RIYOUSHA_SUB.iSoudaninId = SOUDAN.nIDNo AND "_s +
+           sqlPractitionerJoins() + u" LEFT JOIN SOUDAN ON RIYOUSHA_SUB.iSoudaninId = SOUDAN.nIDNo AND "_s +
            sqlSameBranch(u"SOUDAN", u"RIYOUSHA");
 }
 

@@ -15,6 +15,9 @@ struct PatientKey {
     friend bool operator==(const PatientKey &, const PatientKey &) = default;
 };
 
+/// Practitioners that a patient may have: the responsible one and four more.
+constexpr int mostPractitioners = 5;
+
 /// A row of RIYOUSHA_DOUI_REC. `nDate` and `nHenkeiDouiDate` are integers yyyymmdd; the latter is 0 on
 /// massage rows.
 struct ConsentRowKey {

@@ -44,6 +44,17 @@ QString sqlSamePatient(QStringView left, QStringView right) {
     return sqlSameBranch(left, right) + u" and "_s + same(left, right, u"nIDNo"_s);
 }
 
+QString sqlPractitionerJoins() {
+    QString joins;
+    for (int i = 1; i <= mostPractitioners; ++i) {
+        const QString alias = u"STAFF%1"_s.arg(i);
+        joins += u" LEFT JOIN STAFF AS %1 ON %1.nIDNo = RIYOUSHA.nTantou%2 AND "_s.arg(
+                     alias, i == 1 ? QString() : QString::number(i)) +
+                 sqlSameBranch(alias, u"RIYOUSHA");
+    }
+    return joins;
+}
+
 QString sqlNewestOfKind() {
     return u"RIYOUSHA_DOUI_REC.iNewestFlg = 1"
            " AND NOT EXISTS (SELECT LATER.nDate FROM RIYOUSHA_DOUI_REC AS LATER WHERE "_s +

@@ -16,6 +16,9 @@ QString sqlWhere(const ConsentRowKey &row, QStringView table = u"RIYOUSHA_DOUI_R
 QString sqlSameBranch(QStringView left, QStringView right);
 QString sqlSamePatient(QStringView left, QStringView right);
 
+/// Left joins of the practitioners of RIYOUSHA.nTantou, nTantou2 … as STAFF1, STAFF2 …
+QString sqlPractitionerJoins();
+
 /// Newest consents, in RIYOUSHA_DOUI_REC: where old data mark several of a patient's rows of a kind, the
 /// last.
 QString sqlNewestOfKind();

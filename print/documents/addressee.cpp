@@ -77,6 +77,10 @@ Period correctionPeriodOf(const Period &recorded, const Period &ofRow, bool isCo
     return recorded == Period() && isCorrection ? ofRow : recorded;
 }
 
+QDate reconsentOf(bool isCorrection, const QDate &own, const QDate &ofRow) {
+    return isCorrection && own.isValid() ? own : ofRow;
+}
+
 QString joinedLines(const QString &first, const QString &second) {
     return first.isEmpty() || second.isEmpty() ? first + second : first + u'　' + second;
 }

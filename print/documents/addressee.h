@@ -44,5 +44,9 @@ QString diagnosisOf(const QString &ofKind, const QString &ofConsent);
 /// row, the row's.
 Period correctionPeriodOf(const Period &recorded, const Period &ofRow, bool isCorrection);
 
+/// The re-consent date of a row: a correction's own, else, as the list shows it, the one that massage rows
+/// have.
+QDate reconsentOf(bool isCorrection, const QDate &own, const QDate &ofRow);
+
 /// Two lines of an address or two parts of a name in one, an ideographic space between them.
 QString joinedLines(const QString &first, const QString &second);

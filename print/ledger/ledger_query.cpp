@@ -87,33 +87,23 @@ constexpr QStringView columns[] = {
     u"DOCTOR.iSisetsuCode",
     u"SISETSU.cShamei1",
     u"SISETSU.cDouiIrai",
+    u"STAFF1.cName",
+    u"STAFF2.cName",
+    u"STAFF3.cName",
+    u"STAFF4.cName",
+    u"STAFF5.cName",
 };
-static_assert(std::size(columns) == size_t(L::Staff1));
-
-QString selectList() {
-    QStringList staff;
-    for (int i = 1; i <= LedgerRow::practitioners; ++i)
-        staff += u"STAFF%1.cName"_s.arg(i);
-    std::vector<QStringView> all(std::begin(columns), std::end(columns));
-    all.insert(all.end(), staff.cbegin(), staff.cend());
-    return sqlSelectList(all);
-}
+static_assert(std::size(columns) == size_t(L::Staff1) + mostPractitioners);
 
 /// A patient without a consent has the doctor of the patient's own row.
 QString joins() {
-    QString sql = u" FROM RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
-                  sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
-                  u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1"
-                  " LEFT JOIN DOCTOR ON DOCTOR.cIDno = CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL"
-                  " THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10)) ELSE RIYOUSHA_DOUI_REC.cIsiCd END"
-                  " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode"_s;
-    for (int i = 1; i <= LedgerRow::practitioners; ++i) {
-        const QString alias = u"STAFF%1"_s.arg(i);
-        sql += u" LEFT JOIN STAFF AS %1 ON %1.nIDNo = RIYOUSHA.nTantou%2 AND "_s.arg(
-                   alias, i == 1 ? QString() : QString::number(i)) +
-               sqlSameBranch(alias, u"RIYOUSHA");
-    }
-    return sql;
+    return u" FROM RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
+           sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
+           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1"
+           " LEFT JOIN DOCTOR ON DOCTOR.cIDno = CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL"
+           " THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10)) ELSE RIYOUSHA_DOUI_REC.cIsiCd END"
+           " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode"_s +
+           sqlPractitionerJoins();
 }
 
 /// The patients asked for, each once.
@@ -170,9 +160,7 @@ LedgerRow readRow(const LedgerRecords &rows, int row, const LedgerOrder &order) 
     result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
     result.correction = correctionPeriodOf({date(L::CorrectionStart), date(L::CorrectionEnd)}, result.period,
                                            result.isDeformity());
-    // A deformity row without an answer of its own has the massage's, as the list shows it.
-    const QDate answered = result.isDeformity() ? date(L::ReconsentDeformity) : QDate();
-    result.reconsent = answered.isValid() ? answered : date(L::Reconsent);
+    result.reconsent = reconsentOf(result.isDeformity(), date(L::ReconsentDeformity), date(L::Reconsent));
     result.requested = mark(L::Requested, L::RequestedDeformity);
     result.received = mark(L::Received, L::ReceivedDeformity);
     result.contacted = rows.flag(row, L::Contact);
@@ -245,8 +233,8 @@ Ledger gather(const LedgerRecords &records, const LedgerOrder &order) {
 } // namespace
 
 QString ledgerSql(const LedgerOrder &order) {
-    return u"SELECT "_s + selectList() + joins() + u" WHERE "_s + sqlWhere(order.branch, u"RIYOUSHA") +
-           sqlAndAmong(u"RIYOUSHA.nIDNo", patientsOf(order)) +
+    return u"SELECT "_s + sqlSelectList(columns) + joins() + u" WHERE "_s +
+           sqlWhere(order.branch, u"RIYOUSHA") + sqlAndAmong(u"RIYOUSHA.nIDNo", patientsOf(order)) +
            u" ORDER BY RIYOUSHA.nIDNo, RIYOUSHA_DOUI_REC.iHenkeiFlg, RIYOUSHA_DOUI_REC.nDate,"
            " RIYOUSHA_DOUI_REC.nHenkeiDouiDate"_s;
 }

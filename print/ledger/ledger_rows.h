@@ -36,9 +36,6 @@ struct LedgerOrder {
 
 /// What the ledger says about a consent, or about a patient who has none.
 struct LedgerRow {
-    /// A patient's practitioners: the responsible one and four more.
-    static constexpr int practitioners = 5;
-
     ConsentRowKey key; ///< nDate 0: no consent
     size_t order = 0;  ///< position of the row or the patient in the order
     QString name;
@@ -54,7 +51,7 @@ struct LedgerRow {
     QString doctorName, institutionName;
     QString institutionMethod, ownMethod; ///< how they are asked
     qint32 staffNumber = 0;               ///< of the responsible practitioner
-    std::array<QString, practitioners> staff;
+    std::array<QString, mostPractitioners> staff;
 
     bool hasConsent() const { return key.nDate != 0; }
     bool isDeformity() const { return key.iHenkeiFlg == 1; }

@@ -88,35 +88,25 @@ constexpr QStringView rowColumns[] = {
     u"RIYOUSHA.tSyoryoDay",
     u"RIYOUSHA.iSexKubun",
     u"RIYOUSHA.iSejutsuKubun",
+    u"STAFF1.cName",
+    u"STAFF2.cName",
+    u"STAFF3.cName",
+    u"STAFF4.cName",
+    u"STAFF5.cName",
 };
-static_assert(std::size(rowColumns) == size_t(L::Staff1));
+static_assert(std::size(rowColumns) == size_t(L::Staff1) + mostPractitioners);
 
 QString rowsSql(const Branch &branch, std::span<const LetterOrder> orders) {
-    QString joins, names;
-    for (int i = 1; i <= LetterRow::practitioners; ++i) {
-        const QString alias = u"STAFF%1"_s.arg(i);
-        joins += u" LEFT JOIN STAFF AS %1 ON %1.nIDNo = RIYOUSHA.nTantou%2 AND "_s.arg(
-                     alias, i == 1 ? QString() : QString::number(i)) +
-                 sqlSameBranch(alias, u"RIYOUSHA");
-        names += u", %1.cName AS %1Name"_s.arg(alias);
-    }
     QStringList patients;
     for (const LetterOrder &order : orders)
         patients.append(sqlNumber(order.row.patient.nIDNo));
     const QString table = u"RIYOUSHA_DOUI_REC"_s;
     // A list of numbers and not one condition a row: how long it is is not limited as the depth of an
     // expression is.
-    return u"SELECT "_s + sqlSelectList(rowColumns) + names +
-           u" FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s + sqlSamePatient(table, u"RIYOUSHA") + joins +
-           u" WHERE "_s + sqlWhere(branch, table) +
-           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s + inList(patients);
-}
-
-/// A deformity row without a re-consent of its own has the massage's, as the list shows it.
-QDate reconsentOf(const FieldRows<L> &rows, int row) {
-    const QDate deformity = rows.date(row, L::DeformityReconsent);
-    const bool own = rows.number(row, L::Deformity) == 1 && deformity.isValid();
-    return own ? deformity : rows.date(row, L::Reconsent);
+    return u"SELECT "_s + sqlSelectList(rowColumns) + u" FROM RIYOUSHA_DOUI_REC INNER JOIN RIYOUSHA ON "_s +
+           sqlSamePatient(table, u"RIYOUSHA") + sqlPractitionerJoins() + u" WHERE "_s +
+           sqlWhere(branch, table) + u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.nIDNo"_s +
+           inList(patients);
 }
 
 LetterRow readRow(const FieldRows<L> &rows, int row) {
@@ -136,7 +126,8 @@ LetterRow readRow(const FieldRows<L> &rows, int row) {
     result.sex = number(L::Sex);
     result.acupuncture = number(L::Kind) != 0;
     result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
-    result.reconsent = reconsentOf(rows, row);
+    result.reconsent =
+        reconsentOf(number(L::Deformity) == 1, date(L::DeformityReconsent), date(L::Reconsent));
     result.diagnosis = diagnosisOf(text(result.acupuncture ? L::AcupunctureDiagnosis : L::MassageDiagnosis),
                                    text(L::Diagnosis));
     result.otherDisease = text(L::OtherDisease);

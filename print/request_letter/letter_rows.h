@@ -21,9 +21,6 @@ struct LetterOrder {
 
 /// What a letter says about one consent row and its patient.
 struct LetterRow {
-    /// A patient's practitioners: the responsible one and four more.
-    static constexpr int practitioners = 5;
-
     ConsentRowKey key;
     size_t order = 0;   ///< position of its order
     QString updateTime; ///< of the row, as the database gave it; empty: none
@@ -37,7 +34,7 @@ struct LetterRow {
     std::array<bool, 7> diseases{};                      ///< of acupuncture, the last is another one
     QString doctor;                                      ///< code; empty: none
     QString notedDoctor, notedInstitution, notedAddress; ///< as the consent keeps them
-    std::array<QString, practitioners> staff;
+    std::array<QString, mostPractitioners> staff;
 };
 
 /// The sender.

@@ -88,7 +88,7 @@ TEST_F(LettersTest, EachItemComesFromItsOwnColumn) {
     EXPECT_EQ(cell[u"会社住所"_s], u"cAddress1　cAddress2"_s);
     EXPECT_EQ(cell[u"会社電話番号"_s] + cell[u"会社FAX番号"_s] + cell[u"責任者"_s], u"cTelNocFaxNocDaihyo"_s);
     EXPECT_EQ(cell[u"傷病名"_s], u"cByoumeiM"_s) << "as the consent form has it";
-    for (options.practitioner = 0; options.practitioner < LetterRow::practitioners; ++options.practitioner)
+    for (options.practitioner = 0; options.practitioner < mostPractitioners; ++options.practitioner)
         EXPECT_EQ(records().value(0)[u"主担当"_s], u"nTantou%1"_s.arg(options.practitioner + 1));
     options.practitioner = 0;
     database.run(u"UPDATE RIYOUSHA SET iSejutsuKubun = 1"_s);
