@@ -326,10 +326,7 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         return;
     }
     const QStringList told = lostTexts(gathered.forms);
-    if (!mayLose(messages, told, windowTitle()))
-        return;
-    if (const QString question = batchQuestion(count, way);
-        !question.isEmpty() && !messages.ask(question, u"同意書印刷"_s))
+    if (!mayLose(messages, told, windowTitle(), batchQuestion(count, way)))
         return;
     QStringList touched;
     BatchOrder order;

@@ -34,9 +34,14 @@ QString lostTextsNote(QStringList texts) {
     return u"次の文字列には帳票で使えない文字があり、「〓」で印刷されます。\r\n"_s + texts.join(u"\r\n"_s);
 }
 
-bool mayLose(Messages &messages, const QStringList &texts, const QString &title) {
-    return texts.isEmpty() ||
-           messages.ask(lostTextsNote(texts) + u"\r\n\r\nこのまま出力します。よろしいですか？"_s, title);
+bool mayLose(Messages &messages, const QStringList &texts, const QString &title, const QString &question) {
+    if (texts.isEmpty() && question.isEmpty())
+        return true;
+    QStringList paragraphs;
+    if (!texts.isEmpty())
+        paragraphs += lostTextsNote(texts);
+    paragraphs += question.isEmpty() ? u"このまま出力します。よろしいですか？"_s : question;
+    return messages.ask(paragraphs.join(u"\r\n\r\n"_s), title);
 }
 
 QStringList otherTexts(QStringList touched, const QStringList &told) {
