@@ -1,16 +1,21 @@
 # Works windows on $DISPLAY as a person does.
 
-# window TITLE [SECONDS]: waits until a window whose title holds the text is shown, and gives it the keys.
+# window TITLE [SECONDS [NOT]]: waits until a window whose title holds the text is shown, other than NOT, and gives
+# it the keys. It is left in window_id.
+window_id=
 window() {
-    local id='' tries=$((${2:-20} * 10))
+    local tries=$((${2:-20} * 10))
     for _ in $(seq "$tries"); do
-        id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | tail -n 1) || true
-        [ -n "$id" ] && break
+        window_id=$(xdotool search --onlyvisible --name "$1" 2>/dev/null | grep -vxF "${3:-none}" | tail -n 1) || true
+        [ -n "$window_id" ] && break
         sleep 0.1
     done
-    [ -n "$id" ] || die "No window \"$1\" after ${2:-20} seconds."
-    xdotool windowactivate --sync "$id" 2>/dev/null || true
+    [ -n "$window_id" ] || die "No window \"$1\" after ${2:-20} seconds."
+    xdotool windowactivate --sync "$window_id" 2>/dev/null || true
 }
+
+# next_window TITLE: waits for the window that follows the one of that title which has the keys.
+next_window() { window "$1" 20 "$window_id"; }
 
 # gone TITLE: waits until no window of that title is left.
 gone() {

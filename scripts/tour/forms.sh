@@ -95,8 +95,7 @@ tour_batch() {
     shot batch-printed
     keep_document batch-1 Output0001.pdf
     key Return
-    gone '帳票印刷'
-    window '帳票印刷'
+    next_window '帳票印刷'
     keep_document batch-2 Output0002.pdf
     key Return
     gone '帳票印刷'
