@@ -146,13 +146,17 @@ Result<> writeFileWhole(const QString &path, const QByteArray &bytes, FileUse us
 }
 
 Result<> writeFileInPlace(const QString &path, const QByteArray &bytes, FileUse use) {
+    QFile file(path);
+    // The common case by far, thousands of times a run: there is no file yet, so that nothing is to be asked
+    // first.
+    if (use == FileUse::Private &&
+        file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, ownerOnly))
+        return file.write(bytes) == bytes.size() ? Result<>() : cannotWrite(path, whyCutShort(file));
     if (const QString why = obstacle(QFileInfo(path)); !why.isEmpty())
         return cannotWrite(path, why);
-    QFile file(path);
     // Cut to length afterwards: some file systems make a file that was emptied first wait for the disk.
-    constexpr auto mode = QIODevice::ReadWrite | QIODevice::Unbuffered;
-    const bool open = use == FileUse::Private ? file.open(mode, ownerOnly) && file.setPermissions(ownerOnly)
-                                              : file.open(mode);
+    const bool open = file.open(QIODevice::ReadWrite | QIODevice::Unbuffered) &&
+                      (use == FileUse::Common || file.setPermissions(ownerOnly));
     if (!open || file.write(bytes) != bytes.size() ||
         (file.size() > bytes.size() && !file.resize(bytes.size())))
         return cannotWrite(path, open ? whyCutShort(file) : file.errorString());
