@@ -58,7 +58,7 @@ bool SettingsSection::isNotMadeYet() const {
     return !file.exists() && QFileInfo(file.path()).isDir();
 }
 
-Result<> SettingsSection::write(const QList<std::pair<QString, QString>> &entries) {
+Result<> SettingsSection::write(const SettingsEntries &entries) {
     for (const auto &[key, value] : entries)
         if (m_ini.iWriteProfileString(m_section, key, value) != 0)
             return Failure{m_ini.sErrMsg()};

@@ -7,6 +7,9 @@
 
 class Folders;
 
+/// What is written to a section: keys and their values.
+using SettingsEntries = QList<std::pair<QString, QString>>;
+
 /// One section of a settings file in the data folder. Every call goes to the file: colleagues write it too.
 class SettingsSection {
 public:
@@ -32,7 +35,7 @@ public:
     }
 
     /// Keys and their values; a missing file is made. What was written before a failure stays.
-    Result<> write(const QList<std::pair<QString, QString>> &entries);
+    Result<> write(const SettingsEntries &entries);
 
     const QString &path() const { return m_ini.path(); }
 
@@ -40,6 +43,33 @@ private:
     QString m_section;
     clsOplIniFile m_ini;
 };
+
+/// A choice as it is stored: the number of an enumeration, 1 or 0 for a yes or no.
+template <class Choice> QString stored(Choice choice) {
+    return QString::number(int(choice));
+}
+
+/// A yes or no of a screen's settings and the key under which it is kept.
+template <class Choices> struct SettingsSwitch {
+    QString key;
+    bool Choices::*flag;
+};
+
+/// Reads the switches; what is not stored stays as it is.
+template <class Choices>
+void readSwitches(const SettingsSection &section, const QList<SettingsSwitch<Choices>> &switches,
+                  Choices &settings) {
+    for (const auto &[key, flag] : switches)
+        settings.*flag = section.isOn(key, settings.*flag);
+}
+
+template <class Choices>
+SettingsEntries switchEntries(const QList<SettingsSwitch<Choices>> &switches, const Choices &settings) {
+    SettingsEntries entries;
+    for (const auto &[key, flag] : switches)
+        entries.append({key, stored(settings.*flag)});
+    return entries;
+}
 
 /// The settings that several screens share, with file, section, key and default in one table.
 enum class Setting {

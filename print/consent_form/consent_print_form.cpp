@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
+#include "print/consent_form/contents_controls.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
 #include "print/consent_form/form_print.h"
@@ -26,11 +27,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// Position in a list of choices, as the choice is stored.
-template <class Choice> Choice chosenOf(const QComboBox &box) {
-    return Choice(box.currentIndex());
-}
 
 /// What is asked before a batch; nothing before a preview in one window.
 QString batchQuestion(int count, PrintWay way) {
@@ -131,13 +127,7 @@ short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, 
 void frm同意書印刷::showSettings(const ConsentPrintSettings &settings) {
     m_ui->optSejutuKbn->button(int(settings.kind))->setChecked(true);
     m_ui->cmbSort->setCurrentIndex(int(settings.order));
-    m_ui->cmbYoushiki->setCurrentIndex(int(settings.style));
-    m_ui->cmbYoushiki2->setCurrentIndex(int(settings.oral));
-    m_ui->chkNaiyou->setChecked(settings.treatmentContent);
-    m_ui->chkIsi->setChecked(settings.doctorBlock);
-    m_ui->chkSansyou->setChecked(settings.ignoreLayoutSettings);
-    m_ui->chkKaisya->setChecked(settings.company);
-    m_ui->chkRiyousyaKobetu->setChecked(settings.patientSettings);
+    contentsControls(*m_ui).show(settings);
     m_ui->chkIsiKobetu->setChecked(settings.doctorSettings);
     m_ui->chkTeisyutuDate->setChecked(settings.submissionDate);
     m_ui->imD_Teisyutu->setEnabled(settings.submissionDate);
@@ -199,16 +189,9 @@ bool frm同意書印刷::settle() {
 }
 
 ConsentPrintSettings frm同意書印刷::chosen() const {
-    ConsentPrintSettings settings;
+    ConsentPrintSettings settings{contentsControls(*m_ui).chosen()};
     settings.kind = TreatmentKind(m_ui->optSejutuKbn->checkedId());
-    settings.order = chosenOf<FormOrder>(*m_ui->cmbSort);
-    settings.style = chosenOf<FormStyle>(*m_ui->cmbYoushiki);
-    settings.oral = chosenOf<OralForms>(*m_ui->cmbYoushiki2);
-    settings.treatmentContent = m_ui->chkNaiyou->isChecked();
-    settings.doctorBlock = m_ui->chkIsi->isChecked();
-    settings.ignoreLayoutSettings = m_ui->chkSansyou->isChecked();
-    settings.company = m_ui->chkKaisya->isChecked();
-    settings.patientSettings = m_ui->chkRiyousyaKobetu->isChecked();
+    settings.order = FormOrder(m_ui->cmbSort->currentIndex());
     settings.doctorSettings = m_ui->chkIsiKobetu->isChecked();
     settings.patient = m_searches->patient->row().code.toInt();
     settings.submissionDate = m_ui->chkTeisyutuDate->isChecked();

@@ -1,16 +1,12 @@
 #pragma once
 
-#include "app/base/result.h"
+#include "app/base/settings.h"
 #include "print/consent_form/form_options.h"
 
 #include <algorithm>
 
-class Folders;
-
-/// The last choices of the printing screen: section 同意書 of 印刷設定.ini.
-struct ConsentPrintSettings {
-    TreatmentKind kind = TreatmentKind::Massage;
-    FormOrder order = FormOrder::Number;
+/// What stands on consent forms, as the screens that print them keep it.
+struct FormContents {
     FormStyle style = FormStyle::ByPatient;
     OralForms oral = OralForms::None;
     bool treatmentContent = true;
@@ -18,10 +14,22 @@ struct ConsentPrintSettings {
     bool ignoreLayoutSettings = false;
     bool company = true;
     bool patientSettings = true;
+
+    /// What is not stored, or means nothing, stays as it is.
+    void read(const SettingsSection &section);
+    SettingsEntries entries() const;
+    /// Puts them into options; the sender stays as it is where it is switched on, and goes where it is off.
+    void applyTo(ConsentFormOptions &options) const;
+};
+
+/// The last choices of the printing screen: section 同意書 of 印刷設定.ini.
+struct ConsentPrintSettings : FormContents {
+    TreatmentKind kind = TreatmentKind::Massage;
+    FormOrder order = FormOrder::Number;
     bool doctorSettings = false; ///< written only: every session starts without
     qint32 patient = 0;          ///< last patient printed; 0 none
     bool submissionDate = false; ///< whether one is printed
-    QDate submitted;             ///< the one printed last; invalid: none is kept
+    QDate submitted{};           ///< the one printed last; invalid: none is kept
 
     /// Reads the stored choices; what is missing or means nothing keeps its default.
     /// A failure where there is no such file or it cannot be read.
@@ -32,8 +40,7 @@ struct ConsentPrintSettings {
     /// The submission date to offer: the one printed last, as long as it has not passed.
     QDate submissionFor(const QDate &today) const { return std::max(submitted, today); }
 
-    /// Puts them into options, the sender company left as it is where it is switched on and emptied where it
-    /// is off.
+    /// Puts them into options, with the contents.
     void applyTo(ConsentFormOptions &options) const;
 };
 
@@ -47,36 +54,3 @@ struct PatientManagementSettings {
     Result<> read(const Folders &folders);
     Result<> writeOralSaitama(const Folders &folders, bool on) const;
 };
-
-/// The choices of set printing, setprintdoui.ini in the data folder.
-struct SetPrintSettings {
-    bool consentForms = true;
-    bool requestLetters = false;
-    bool envelopes = false;
-    bool largeEnvelopes = false;  ///< 角形2号, not 長形3号
-    bool progressReports = false; ///< 経過報告書
-    /// @name What stands on the consent forms
-    ///@{
-    FormStyle style = FormStyle::ByPatient;
-    OralForms oral = OralForms::None;
-    bool treatmentContent = true;
-    bool doctorBlock = true;
-    bool company = true;
-    bool patientSettings = true;
-    bool ignoreLayoutSettings = false;
-    ///@}
-    bool customPaper = false; ///< the engine's paper #256 instead of A4
-    bool preview = true;      ///< show, not print
-
-    /// What the file does not hold keeps its default; of the forms' choices, the printing screen's.
-    void read(const Folders &folders, const ConsentPrintSettings &printing);
-    /// Puts the forms' choices into the printing screen's.
-    void applyTo(ConsentPrintSettings &form) const;
-    Result<> write(const Folders &folders) const;
-};
-
-/// Kind of treatment progress report: [同意記録管理] 施術経過報告書帳票種類 of 印刷設定.ini; 0 when absent.
-int progressReportKind(const Folders &folders);
-
-/// Whether nippou.ini lies in the data folder; set printing stops without it.
-bool hasNippouIni(const Folders &folders);

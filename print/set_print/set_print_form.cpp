@@ -5,6 +5,7 @@
 #include "app/base/messages.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
+#include "print/consent_form/contents_controls.h"
 #include "print/consent_form/form_messages.h"
 #include "ui_set_print_form.h"
 #include "widgets/enter_moves_on.h"
@@ -67,13 +68,7 @@ void frmSetInsatsuDoui::showSettings(const SetPrintSettings &settings, SetPrintS
     m_ui->chkIrai->setChecked(!formsAlone && settings.requestLetters);
     m_ui->chkFutou->setChecked(!formsAlone && settings.envelopes);
     m_ui->cmbFutou->setCurrentIndex(settings.largeEnvelopes ? 1 : 0);
-    m_ui->cmbYoushiki->setCurrentIndex(int(settings.style));
-    m_ui->cmbYoushiki2->setCurrentIndex(int(settings.oral));
-    m_ui->chkNaiyou->setChecked(settings.treatmentContent);
-    m_ui->chkIsi->setChecked(settings.doctorBlock);
-    m_ui->chkKaisya->setChecked(settings.company);
-    m_ui->chkRiyousyaKobetu->setChecked(settings.patientSettings);
-    m_ui->chkSansyou->setChecked(settings.ignoreLayoutSettings);
+    contentsControls(*m_ui).show(settings);
     m_ui->chkTeisyutuDate->setChecked(m_form.submissionDate);
     m_ui->imD_Teisyutu->setDate(m_form.submissionFor(m_environment.clock.today()));
     m_ui->chkPaper256->setChecked(settings.customPaper);
@@ -104,18 +99,11 @@ bool frmSetInsatsuDoui::settle() {
 }
 
 SetPrintSettings frmSetInsatsuDoui::chosen(PrintWay way) const {
-    SetPrintSettings settings;
+    SetPrintSettings settings{contentsControls(*m_ui).chosen()};
     settings.consentForms = m_ui->chkDouisyo->isChecked();
     settings.requestLetters = m_ui->chkIrai->isChecked();
     settings.envelopes = m_ui->chkFutou->isChecked();
     settings.largeEnvelopes = m_ui->cmbFutou->currentIndex() == 1;
-    settings.style = FormStyle(m_ui->cmbYoushiki->currentIndex());
-    settings.oral = OralForms(m_ui->cmbYoushiki2->currentIndex());
-    settings.treatmentContent = m_ui->chkNaiyou->isChecked();
-    settings.doctorBlock = m_ui->chkIsi->isChecked();
-    settings.company = m_ui->chkKaisya->isChecked();
-    settings.patientSettings = m_ui->chkRiyousyaKobetu->isChecked();
-    settings.ignoreLayoutSettings = m_ui->chkSansyou->isChecked();
     settings.customPaper = m_ui->chkPaper256->isChecked();
     settings.preview = way == PrintWay::Preview;
     return settings;
@@ -129,7 +117,7 @@ SetPrintChoice frmSetInsatsuDoui::choice() const {
     choice.envelope = m_ui->cmbFutou->currentIndex() == 1 ? EnvelopeSize::Square2 : EnvelopeSize::Long3;
     choice.letter = m_caller.letter;
     ConsentPrintSettings form = m_form;
-    chosen(PrintWay::Print).applyTo(form);
+    static_cast<FormContents &>(form) = contentsControls(*m_ui).chosen();
     form.submissionDate = m_ui->chkTeisyutuDate->isChecked();
     form.submitted = m_ui->imD_Teisyutu->date();
     choice.form.branch = m_environment.branch;

@@ -2,8 +2,8 @@
 
 #include "app/base/messages.h"
 #include "print/consent_form/form_print.h"
-#include "print/consent_form/print_settings.h"
 #include "print/set_print/set_print_job.h"
+#include "print/set_print/set_print_settings.h"
 
 #include <QDialog>
 #include <memory>
