@@ -45,7 +45,7 @@ private:
 };
 
 /// A choice as it is stored: the number of an enumeration, 1 or 0 for a yes or no.
-template <class Choice> QString stored(Choice choice) {
+template <class Choice> QString storedChoice(Choice choice) {
     return QString::number(int(choice));
 }
 
@@ -67,7 +67,7 @@ template <class Choices>
 SettingsEntries switchEntries(const QList<SettingsSwitch<Choices>> &switches, const Choices &settings) {
     SettingsEntries entries;
     for (const auto &[key, flag] : switches)
-        entries.append({key, stored(settings.*flag)});
+        entries.append({key, storedChoice(settings.*flag)});
     return entries;
 }
 

@@ -34,7 +34,7 @@ void FormContents::read(const SettingsSection &section) {
 SettingsEntries FormContents::entries() const {
     // The fixed layouts are a setting of the suite, not of a screen.
     const OralForms choice = oral == OralForms::Saitama ? OralForms::OwnLayout : oral;
-    return SettingsEntries{{u"出力様式"_s, stored(style)}, {u"出力様式2"_s, stored(choice)}} +
+    return SettingsEntries{{u"出力様式"_s, storedChoice(style)}, {u"出力様式2"_s, storedChoice(choice)}} +
            switchEntries(contentSwitches, *this);
 }
 
@@ -64,11 +64,11 @@ Result<> ConsentPrintSettings::read(const Folders &folders) {
 
 Result<> ConsentPrintSettings::write(const Folders &folders) const {
     const FormOrder storedOrder = order == FormOrder::AsChosen ? FormOrder::Number : order;
-    const SettingsEntries choices{{u"施術区分"_s, stored(kind)},
-                                  {u"ソート順"_s, stored(storedOrder)},
-                                  {u"医師個別設定"_s, stored(doctorSettings)},
+    const SettingsEntries choices{{u"施術区分"_s, storedChoice(kind)},
+                                  {u"ソート順"_s, storedChoice(storedOrder)},
+                                  {u"医師個別設定"_s, storedChoice(doctorSettings)},
                                   {u"利用者ID"_s, patient == 0 ? QString() : QString::number(patient)},
-                                  {submissionFlagKey, stored(submissionDate)},
+                                  {submissionFlagKey, storedChoice(submissionDate)},
                                   {submissionDayKey, dateText(submitted)}};
     return SettingsSection(folders, printFile, formSection).write(choices + entries());
 }
@@ -96,7 +96,7 @@ Result<> PatientManagementSettings::read(const Folders &folders) {
 Result<> PatientManagementSettings::writeOralSaitama(const Folders &folders, bool on) const {
     for (const QString &section : {entrySection, recordSection})
         if (const Result<> written =
-                SettingsSection(folders, patientFile, section).write({{oralSaitamaKey, stored(on)}});
+                SettingsSection(folders, patientFile, section).write({{oralSaitamaKey, storedChoice(on)}});
             !written)
             return written;
     return {};

@@ -16,10 +16,6 @@ SettingsSection sectionOf(const Folders &folders) {
     return {folders, u"印刷設定.ini"_s, u"同意書更新リスト"_s};
 }
 
-template <class Choice> QString stored(Choice choice) {
-    return QString::number(int(choice));
-}
-
 QString monthOf(const QDate &day) {
     return formatDate(day, u"gggee年mm月");
 }
@@ -38,10 +34,10 @@ Result<> RenewalListOptions::read(const Folders &folders) {
 }
 
 Result<> RenewalListOptions::write(const Folders &folders) const {
-    return sectionOf(folders).write({{patternKey, stored(pattern)},
-                                     {rangeKey, stored(range)},
-                                     {pageBreakKey, stored(pageBreak)},
-                                     {orderKey, stored(order)}});
+    return sectionOf(folders).write({{patternKey, storedChoice(pattern)},
+                                     {rangeKey, storedChoice(range)},
+                                     {pageBreakKey, storedChoice(pageBreak)},
+                                     {orderKey, storedChoice(order)}});
 }
 
 QString RenewalListOptions::layout() const {
