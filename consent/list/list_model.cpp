@@ -21,28 +21,12 @@ void setNext(ConsentRowValues &values, const Period &next) {
     values.nextEnd = next.end;
 }
 
-// A row after values were saved over it. Text that is no date gives way to a date only, and an answer that
-// stood in the massage row's columns has moved to the row's own.
-ReadRow writtenOver(ReadRow row, const ConsentRowValues &values) {
-    row.values = values;
-    row.updateTime.clear();
-    row.answeredAsMassage = false;
-    if (values.reconsent.isValid())
-        row.oddReconsent.clear();
-    if (values.nextStart.isValid())
-        row.oddStart.clear();
-    if (values.nextEnd.isValid())
-        row.oddEnd.clear();
-    return row;
-}
-
 } // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_context = context;
     m_records = ListRecords(std::move(rows));
-    m_edits.clear();
-    m_written.clear();
+    m_edits.forget();
     m_target.assign(size_t(m_records.count()), false);
     m_letters.clear();
     m_narrowing.forget();
@@ -77,7 +61,7 @@ QStringList ConsentListModel::reload(Recordset rows, const ListContext &context)
     for (size_t i = 0; i < edits.size(); ++i) {
         const int record = now.value(rowIdentity(edits[i].read.key), -1);
         if (record >= 0 && isSameRow(m_records.row(record), edits[i].read))
-            m_edits.insert(record, edits[i].now);
+            m_edits.set(record, edits[i].now);
         else
             dropped.append(names[qsizetype(i)] + typedText(edits[i]));
     }
@@ -93,36 +77,6 @@ void ConsentListModel::toldLoaded() {
     Q_EMIT loaded();
     if (m_sortColumn == int(ListColumn::Letter) && !recordsWithoutLetter(1).empty())
         sort(m_sortColumn, m_sortOrder);
-}
-
-ConsentRowValues ConsentListModel::values(int record) const {
-    const auto edit = m_edits.constFind(record);
-    return edit != m_edits.cend() ? *edit : stored(record);
-}
-
-ConsentRowValues ConsentListModel::stored(int record) const {
-    const auto written = m_written.constFind(record);
-    return written != m_written.cend() ? written->values : m_records.values(record);
-}
-
-// What the database holds of a row as far as is known here.
-ReadRow ConsentListModel::storedRow(int record) const {
-    const auto written = m_written.constFind(record);
-    return written != m_written.cend() ? *written : m_records.row(record);
-}
-
-ReadRow ConsentListModel::seenRow(int record) const {
-    ReadRow row = storedRow(record);
-    if (const auto edit = m_edits.constFind(record); edit != m_edits.cend()) {
-        row.values = *edit;
-        row.updateTime.clear();
-    }
-    return row;
-}
-
-bool ConsentListModel::isReceived(int record) const {
-    const bool known = m_edits.contains(record) || m_written.contains(record);
-    return known ? values(record).received != 0 : m_records.received(record);
 }
 
 int ConsentListModel::rowOfRecord(int record) const {
@@ -177,7 +131,7 @@ void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
 std::vector<int> ConsentListModel::receivedRecords() const {
     std::vector<int> records;
     for (const int record : m_shown)
-        if (isReceived(record))
+        if (m_edits.isReceived(record))
             records.push_back(record);
     return records;
 }
@@ -185,34 +139,24 @@ std::vector<int> ConsentListModel::receivedRecords() const {
 int ConsentListModel::receivedOutOfSight() const {
     int all = 0;
     for (int record = 0; record < m_records.count(); ++record)
-        all += isReceived(record);
+        all += m_edits.isReceived(record);
     return all - int(receivedRecords().size());
 }
 
-std::vector<ChangedRow> ConsentListModel::changedRows() const {
-    std::vector<ChangedRow> changed;
-    for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
-        changed.push_back({{storedRow(it.key()), it.value()}, it.key()});
-    std::sort(changed.begin(), changed.end(),
-              [](const ChangedRow &a, const ChangedRow &b) { return a.record < b.record; });
-    return changed;
+void ConsentListModel::dropChanges() {
+    m_edits.drop();
+    changedAll();
 }
 
-void ConsentListModel::dropChanges() {
-    m_edits.clear();
-    changedAll();
+void ConsentListModel::acceptChanges() {
+    m_edits.accept();
+    dropChanges();
 }
 
 void ConsentListModel::changedAll() {
     if (!m_shown.empty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     Q_EMIT stateChanged();
-}
-
-void ConsentListModel::acceptChanges() {
-    for (auto it = m_edits.cbegin(); it != m_edits.cend(); ++it)
-        m_written.insert(it.key(), writtenOver(storedRow(it.key()), it.value()));
-    dropChanges();
 }
 
 int ConsentListModel::firstWrong(QString *why) const {
@@ -307,18 +251,6 @@ bool ConsentListModel::mayEdit(int record, ListColumn column) const {
     return !(massageOnly && m_records.isDeformity(record));
 }
 
-void ConsentListModel::store(int record, const ConsentRowValues &now) {
-    if (now.same(stored(record)))
-        m_edits.remove(record);
-    else
-        m_edits.insert(record, now);
-}
-
-bool ConsentListModel::edited(int record, ListColumn column) const {
-    const auto edit = m_edits.constFind(record);
-    return edit != m_edits.cend() && cellDiffers(*edit, stored(record), column);
-}
-
 void ConsentListModel::setTick(int record, ListColumn column, bool on) {
     if (column == ListColumn::Target) {
         m_target[size_t(record)] = on;
@@ -331,7 +263,7 @@ void ConsentListModel::setTick(int record, ListColumn column, bool on) {
     tick = short(on ? 1 : 0);
     if (column == ListColumn::Received && on && !now.reconsent.isValid())
         tickReceived(record, now);
-    store(record, now);
+    m_edits.set(record, now);
 }
 
 // A tick brings a date with it where one is proposed; a period that was typed before stays.
@@ -407,7 +339,7 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
     case UrgencyRole:
         return int(urgencyIn(m_context, m_records.date(record, ListField::PeriodEnd)));
     case EditedRole:
-        return edited(record, column);
+        return m_edits.isEdited(record, column);
     case fileTextRole:
         return info.kind == CellKind::Button ? QVariant(ownMethods(row(record))) : QVariant();
     default:
@@ -468,7 +400,7 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
             return false;
         if (column == ListColumn::Reconsent)
             takeReconsent(record, before.reconsent, now);
-        store(record, now);
+        m_edits.set(record, now);
     }
     changedRow(record);
     Q_EMIT stateChanged();
@@ -516,14 +448,14 @@ void ConsentListModel::followMassage(int record, const QDate &before, const QDat
     for (const int other : deformityRecords(m_records.key(record).patient)) {
         ConsentRowValues now = values(other);
         const bool answered = now.reconsent.isValid() && now.reconsent != before;
-        const bool saved = now.reconsent.isValid() && now.reconsent == stored(other).reconsent;
+        const bool saved = now.reconsent.isValid() && now.reconsent == m_edits.stored(other).reconsent;
         if (answered || now.reconsent == reconsent || (saved && !reconsent.isValid()))
             continue;
         const bool stays = keepsPeriod(other, now, reconsent);
         now.reconsent = reconsent;
         if (const std::optional<Period> next = propose(other, reconsent); next && !stays)
             setNext(now, *next);
-        store(other, now);
+        m_edits.set(other, now);
         changedRow(other);
     }
 }

@@ -27,7 +27,7 @@ public:
     QStringList reload(Recordset rows, const ListContext &context);
 
     const ListRecords &records() const { return m_records; }
-    ConsentRowValues values(int record) const;
+    ConsentRowValues values(int record) const { return m_edits.values(record); }
     /// A record as it is shown.
     ListRow row(int record) const;
     std::vector<ListRow> rows(const std::vector<int> &records) const;
@@ -51,12 +51,10 @@ public:
     std::vector<int> receivedRecords() const;
     /// How many more are ticked 受領 and narrowed away.
     int receivedOutOfSight() const;
-    int changedCount() const { return int(m_edits.size()); }
-    bool hasChanges() const { return !m_edits.isEmpty(); }
-    std::vector<ChangedRow> changedRows() const;
-    /// A row as the user sees it: what was read, with the edits over it. An edited row's update time is not
-    /// known until it has been saved and read again.
-    ReadRow seenRow(int record) const;
+    int changedCount() const { return m_edits.count(); }
+    bool hasChanges() const { return m_edits.count() > 0; }
+    std::vector<ChangedRow> changedRows() const { return m_edits.changed(); }
+    ReadRow seenRow(int record) const { return m_edits.seen(record); }
     void dropChanges();
     /// The edits have been written: they are what the rows hold now.
     void acceptChanges();
@@ -103,14 +101,10 @@ private:
     void show();
     void toldLoaded();
     bool mayEdit(int record, ListColumn column) const;
-    ConsentRowValues stored(int record) const;
-    ReadRow storedRow(int record) const;
-    bool isReceived(int record) const;
     void setTick(int record, ListColumn column, bool on);
     void tickReceived(int record, ConsentRowValues &now);
     void takeReconsent(int record, const QDate &before, ConsentRowValues &now);
     void tellTrouble();
-    void store(int record, const ConsentRowValues &values);
     /// Nothing when it cannot be reckoned.
     std::optional<Period> propose(int record, const QDate &reconsent);
     void noteTrouble();
@@ -119,13 +113,11 @@ private:
     std::vector<int> deformityRecords(const PatientKey &patient);
     void changedRow(int record);
     void changedAll();
-    bool edited(int record, ListColumn column) const;
     QString toolTip(int record, ListColumn column) const;
 
     ListContext m_context;
     ListRecords m_records;
-    QHash<int, ConsentRowValues> m_edits; ///< by record
-    QHash<int, ReadRow> m_written;        ///< by record: what was saved since the rows were read
+    ListEdits m_edits{m_records};
     std::vector<bool> m_target;
     std::vector<LetterKind> m_letters; ///< by record, of the first ones
     std::vector<int> m_shown;          ///< records, in the order shown
