@@ -12,6 +12,7 @@
 #include "db/sqlite/dialect.h"
 #include "print/ledger/ledger.h"
 #include "print/ledger/ledger_query.h"
+#include "print/renewal_list/renewal_query.h"
 #include "sample/installation.h"
 
 #include <QGuiApplication>
@@ -112,6 +113,30 @@ ListDocument ledgerOf(cT_ADODB &db, const Folders &folders) {
             Folders::file(folders.system(), ledgerLayout(order.pattern))};
 }
 
+/// The renewal list of as many patients, all that end from the month on.
+ListDocument renewalListOf(cT_ADODB &db, const Folders &folders) {
+    RenewalListQuery query;
+    query.branch = {1, 1};
+    query.options.month = QDate(2020, 1, 1);
+    query.options.pageBreak = RenewalListOptions::PageBreak::Practitioner;
+    query.options.pattern = RenewalListOptions::Pattern::Table;
+    query.today = day;
+    Recordset found;
+    if (db.iOpenRecSet(found, u"SELECT DISTINCT nIDNo FROM RIYOUSHA_DOUI_REC WHERE iKyotenCd = 1 AND iKyotenEb = 1"
+                              " AND iNewestFlg = 1 ORDER BY nIDNo"_s) != 0)
+        stop(db.sErrMsg());
+    for (int row = 0; row < found.rowCount(); ++row)
+        query.patients.insert(qint32(found.number(row, 0)));
+    const auto lines = [&db](const RenewalListQuery &asked) {
+        const Result<std::vector<DueConsent>> due = readDueConsents(db, asked);
+        if (!due)
+            stop(due.reason());
+        return renewalLines(*due);
+    };
+    return {"renewal list", renewalListSql(query), [=] { return renewalData(lines(query), query.options); },
+            u"同意データ"_s, Folders::file(folders.system(), query.options.layout())};
+}
+
 } // namespace
 
 int main(int argc, char **argv) {
@@ -133,5 +158,6 @@ int main(int argc, char **argv) {
     const BareDatabase bare(database);
     Figures figures;
     measure(figures, ledgerOf(db, folders), bare, temporary);
+    measure(figures, renewalListOf(db, folders), bare, temporary);
     return figures.exitCode();
 }

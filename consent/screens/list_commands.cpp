@@ -72,7 +72,7 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u""_s, u"mnDouishoListMst"_s, u"利用者・医師などを選んで台帳・封筒"_s, u"Ctrl+Shift+D"_s,
                     u"利用者・医師・医療機関などを選んで、同意台帳・封筒・依頼書・更新リストを印刷します"_s,
                     Print, Nothing, openMasterManagementPrint},
-        ListCommand{u""_s, u"mnKoushinList"_s, u"更新リスト"_s, u""_s,
+        ListCommand{u""_s, u"mnKoushinList"_s, u"更新リスト"_s, u"Ctrl+K"_s,
                     u"対象の利用者（なければ表示中のすべて）のうち、同意の期間が切れる方の一覧を印刷します"_s,
                     Print, NewestView, openRenewalList},
         ListCommand{u"cmdCsv"_s, u""_s, u"CSV出力"_s, u"Ctrl+Shift+S"_s,

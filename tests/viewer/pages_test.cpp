@@ -58,6 +58,9 @@ TEST(Pages, OfAListAreFilledAndTurned) {
     EXPECT_EQ(pages(list(group({})), 5, 9), QStringList({u"初 組0 5 6 7 8 1"_s, u"続 組0 9 2"_s}));
     EXPECT_EQ(pages(list(group("repeat='no'")), 5, 9), QStringList({u"初 組0 5 6 7 8 1"_s, u"続 9 2"_s}));
     EXPECT_EQ(pages(list(group("new-page='yes'")), 9, 10), QStringList({u"初 組0 9 1"_s, u"続 組1 10 2"_s}));
+    // Where its condition does not hold a group takes no room, and still begins a sheet.
+    EXPECT_EQ(pages(list(group("when='組' not='0' new-page='yes'")), 5, 12),
+              QStringList({u"初 5 6 7 8 9 1"_s, u"続 組1 10 11 12 2"_s}));
     // A record higher than the sheet still gets one.
     const QString tall = u"番\n1\n2\n"_s;
     Report report = reportOf("<detail height='500'>" + text + "{番}</text></detail>", tall, {});

@@ -35,14 +35,16 @@ size_t ListFlow::changedGroup(int row) const {
     return group;
 }
 
-bool ListFlow::isShown(size_t group, bool firstOnSheet, size_t changed) const {
-    return group >= changed || (firstOnSheet && m_groups[group]->repeated);
+bool ListFlow::isShown(size_t group, int row, bool firstOnSheet, size_t changed) const {
+    const Section &section = *m_groups[group];
+    return (group >= changed || (firstOnSheet && section.repeated)) &&
+           (!section.when || holds(*section.when, RecordValues(m_items, row, {})));
 }
 
-double ListFlow::heightOf(bool firstOnSheet, size_t changed) const {
+double ListFlow::heightOf(int row, bool firstOnSheet, size_t changed) const {
     double height = m_detail;
     for (size_t i = 0; i < m_groups.size(); ++i)
-        if (isShown(i, firstOnSheet, changed))
+        if (isShown(i, row, firstOnSheet, changed))
             height += m_groups[i]->height;
     return height;
 }
@@ -57,11 +59,11 @@ std::vector<int> ListFlow::sheets() const {
         const double room = sheets.size() == 1 ? m_firstRoom : m_otherRoom;
         const bool firstOnSheet = row == sheets.back();
         // A sheet too small for a single record gets one all the same.
-        if (!firstOnSheet && (turned || used + heightOf(false, changed) > room + slack)) {
+        if (!firstOnSheet && (turned || used + heightOf(row, false, changed) > room + slack)) {
             sheets.push_back(row);
             used = 0;
         }
-        used += heightOf(row == sheets.back(), changed);
+        used += heightOf(row, row == sheets.back(), changed);
     }
     return sheets;
 }
@@ -72,7 +74,7 @@ std::vector<const Section *> ListFlow::groupsBefore(int row, bool firstOnSheet) 
         return shown;
     const size_t changed = changedGroup(row);
     for (size_t i = 0; i < m_groups.size(); ++i)
-        if (isShown(i, firstOnSheet, changed))
+        if (isShown(i, row, firstOnSheet, changed))
             shown.push_back(m_groups[i]);
     return shown;
 }

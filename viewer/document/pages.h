@@ -26,8 +26,8 @@ public:
 private:
     /// The outermost group whose value changes at a record; the number of groups when none does.
     size_t changedGroup(int row) const;
-    double heightOf(bool firstOnSheet, size_t changed) const;
-    bool isShown(size_t group, bool firstOnSheet, size_t changed) const;
+    double heightOf(int row, bool firstOnSheet, size_t changed) const;
+    bool isShown(size_t group, int row, bool firstOnSheet, size_t changed) const;
 
     const Items &m_items;
     std::vector<const Section *> m_groups;

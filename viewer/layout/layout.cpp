@@ -46,6 +46,8 @@ QStringList Layout::items() const {
     Names names;
     for (const Section &section : sections) {
         names.add(section.by);
+        if (section.when)
+            names.add(section.when->item);
         for (const Element &element : section.elements) {
             for (const ShowWhen &when : element.when)
                 names.add(when.item);

@@ -105,8 +105,9 @@ struct Section {
     double height = 0;   ///< mm; not of a page
     First first = Every; ///< Head: on which sheets
     QString by;
-    bool newPage = false; ///< Group: begins a new sheet when the value changes
-    bool repeated = true; ///< Group: shown again at the top of the next sheet
+    bool newPage = false;         ///< Group: begins a new sheet when the value changes
+    bool repeated = true;         ///< Group: shown again at the top of the next sheet
+    std::optional<ShowWhen> when; ///< Group: takes no room where it does not hold
     int line = 0;
     std::vector<Element> elements; ///< blocks are resolved
 };

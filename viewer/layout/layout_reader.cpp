@@ -224,6 +224,7 @@ void Reader::readSection(Section::Kind kind) {
         section.by = opening.required(u"by");
         section.newPage = opening.yes(u"new-page");
         section.repeated = opening.yes(u"repeat", true);
+        section.when = readWhen(opening);
     }
     if (closed(opening))
         m_sections.push_back({std::move(section), readParts()});
