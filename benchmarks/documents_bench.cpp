@@ -25,7 +25,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 const QDate day(2026, 11, 21);
-constexpr int patients = 16'000; ///< three of five belong to the branch
+constexpr int patients = 20'000; ///< three of five belong to the branch
 constexpr size_t rows = 10'000;
 constexpr int repetitions = 7;
 constexpr double allowedRatio = 2.0;
@@ -51,12 +51,14 @@ void measure(Figures &figures, const ListDocument &document, const BareDatabase 
     const QString path = folder.filePath(document.dataName + u".csv"_s);
     std::vector<double> ours, bares;
     QByteArray bytes;
+    int records = 0;
     for (int i = 0; i <= repetitions; ++i) {
         ours.push_back(millisecondsOf([&] {
             const DataFile file = document.make();
             QString reason;
-            if (size_t(file.count()) != rows || !file.write(path, &reason))
+            if (size_t(file.count()) < rows || !file.write(path, &reason))
                 stop(u"%1 records %2"_s.arg(file.count()).arg(reason));
+            records = file.count();
             bytes = file.bytes();
         }));
         bares.push_back(millisecondsOf([&] {
@@ -68,7 +70,7 @@ void measure(Figures &figures, const ListDocument &document, const BareDatabase 
             bares.clear();
         }
     }
-    std::printf("%s: %zu records, medians of %d\n", document.name, rows, repetitions);
+    std::printf("%s: %d records, medians of %d\n", document.name, records, repetitions);
     figures.compare("gathering and writing the data", median(ours), "bare loop", median(bares), allowedRatio);
     const QString command = folder.filePath(u"document.dat"_s);
     const QByteArray lines =
@@ -113,7 +115,7 @@ ListDocument ledgerOf(cT_ADODB &db, const Folders &folders) {
             Folders::file(folders.system(), ledgerLayout(order.pattern))};
 }
 
-/// The renewal list of as many patients, all that end from the month on.
+/// The renewal list of all patients of the branch, a sheet a practitioner.
 ListDocument renewalListOf(cT_ADODB &db, const Folders &folders) {
     RenewalListQuery query;
     query.branch = {1, 1};
@@ -122,8 +124,9 @@ ListDocument renewalListOf(cT_ADODB &db, const Folders &folders) {
     query.options.pattern = RenewalListOptions::Pattern::Table;
     query.today = day;
     Recordset found;
-    if (db.iOpenRecSet(found, u"SELECT DISTINCT nIDNo FROM RIYOUSHA_DOUI_REC WHERE iKyotenCd = 1 AND iKyotenEb = 1"
-                              " AND iNewestFlg = 1 ORDER BY nIDNo"_s) != 0)
+    if (db.iOpenRecSet(found,
+                       u"SELECT DISTINCT nIDNo FROM RIYOUSHA_DOUI_REC WHERE iKyotenCd = 1 AND iKyotenEb = 1"
+                       " AND iNewestFlg = 1 ORDER BY nIDNo"_s) != 0)
         stop(db.sErrMsg());
     for (int row = 0; row < found.rowCount(); ++row)
         query.patients.insert(qint32(found.number(row, 0)));
