@@ -12,7 +12,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-enum Etc { Quoted = 1, Headings = 2, Utf8 = 4, AllEtc = Quoted | Headings | Utf8 };
+enum Etc { Unquoted = 1, NoHeadings = 2, Utf8 = 4, AllEtc = Unquoted | NoHeadings | Utf8 };
 
 QString settingsFile(const Folders &folders) {
     return Folders::file(folders.data(), u"DataFile.ini"_s);
@@ -46,7 +46,7 @@ int CsvSettings::section() const {
 }
 
 int CsvSettings::etc() const {
-    return (format.quoted ? Quoted : 0) | (format.headings ? Headings : 0) |
+    return (format.quoted ? 0 : Unquoted) | (format.headings ? 0 : NoHeadings) |
            (format.encoding == CsvEncoding::Utf8 ? Utf8 : 0);
 }
 
@@ -55,8 +55,8 @@ void CsvSettings::setSection(int section) {
 }
 
 void CsvSettings::setEtc(int etc) {
-    format.quoted = etc & Quoted;
-    format.headings = etc & Headings;
+    format.quoted = !(etc & Unquoted);
+    format.headings = !(etc & NoHeadings);
     format.encoding = etc & Utf8 ? CsvEncoding::Utf8 : CsvEncoding::CodePage932;
 }
 

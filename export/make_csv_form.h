@@ -27,7 +27,7 @@ public:
     QString CsvFileName() const;
     /// 0 comma, 1 tab.
     int CsvFileSection() const { return m_settings.section(); }
-    /// Sum of 1 (all cells quoted), 2 (a line of headings) and 4 (UTF-8).
+    /// Sum of 1 (cells quoted only where they must be), 2 (no line of headings) and 4 (UTF-8).
     int CsvFileEtc() const { return m_settings.etc(); }
     /// 1: the folder is to be opened.
     int CsvFileOpn() const { return m_settings.openFolder ? 1 : 0; }

@@ -5,6 +5,8 @@
 ListOrderForm::ListOrderForm(ListOrder order, PatientOrder patientOrder, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::ListOrderForm>()) {
     m_ui->setupUi(this);
+    m_ui->lstOrder->addItems(listOrderNames());
+    m_ui->lstPatientOrder->addItems(patientOrderNames());
     m_ui->lstOrder->setCurrentRow(int(order));
     m_ui->lstPatientOrder->setCurrentRow(int(patientOrder));
     m_ui->lstOrder->setFocus();

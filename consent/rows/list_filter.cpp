@@ -1,5 +1,7 @@
 #include "consent/rows/list_filter.h"
 
+#include "app/base/dates.h"
+
 using namespace Qt::Literals::StringLiterals;
 
 QString whyRangeIsWrong(const ListFilter &filter) {
@@ -17,4 +19,33 @@ ListOrder listOrderOf(int number) {
 
 PatientOrder patientOrderOf(int number) {
     return number == int(PatientOrder::Kana) ? PatientOrder::Kana : PatientOrder::Number;
+}
+
+const QStringList &listOrderNames() {
+    static const QStringList names{u"病院・医師の番号順"_s, u"新しい同意の医療機関・医師名順"_s,
+                                   u"新しい同意の病院かな順"_s, u"利用者順"_s};
+    return names;
+}
+
+const QStringList &patientOrderNames() {
+    static const QStringList names{u"利用者番号順"_s, u"かな順"_s};
+    return names;
+}
+
+QStringList filterTexts(const ListFilter &filter) {
+    QStringList texts{u"対象期間："_s + dateText(filter.from) + u"～"_s + dateText(filter.to)};
+    const auto add = [&](bool holds, const QString &text) {
+        if (holds)
+            texts.append(text);
+    };
+    add(filter.view == ListView::History, u"履歴"_s);
+    add(filter.kind == TreatmentKind::Massage, u"マッサージ"_s);
+    add(filter.kind == TreatmentKind::Acupuncture, u"鍼灸"_s);
+    add(filter.procedure == Procedure::Written, u"書面"_s);
+    add(filter.procedure == Procedure::Oral, u"口頭"_s);
+    for (const FilterName &chosen : filter.names)
+        texts.append(chosen.caption + u"："_s + chosen.name);
+    add(!filter.requestMethod.isEmpty(), u"依頼方法："_s + filter.requestMethod);
+    add(filter.ended, u"終了した利用者を含む"_s);
+    return texts;
 }

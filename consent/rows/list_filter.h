@@ -3,7 +3,7 @@
 #include "db/tables/patient_text.h"
 
 #include <QDate>
-#include <QString>
+#include <QStringList>
 #include <vector>
 
 enum class ListView { Newest, History };
@@ -54,3 +54,10 @@ QString whyRangeIsWrong(const ListFilter &filter);
 /// A stored number as an order; numbers that mean nothing give the first one.
 ListOrder listOrderOf(int number);
 PatientOrder patientOrderOf(int number);
+
+/// The orders as users choose them, by their numbers.
+const QStringList &listOrderNames();
+const QStringList &patientOrderNames();
+
+/// What limits the list, a text each: "対象期間：2026/11/01～2027/04/30", "マッサージ".
+QStringList filterTexts(const ListFilter &filter);

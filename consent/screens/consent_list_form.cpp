@@ -12,11 +12,11 @@
 #include "consent/list/list_renewal_form.h"
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/list_command_bar.h"
+#include "consent/screens/list_pick_lists.h"
+#include "consent/screens/list_print.h"
 #include "db/adodb.h"
 #include "export/save_grid.h"
-#include "search/master_search_form.h"
-#include "search/patient_search_form.h"
-#include "search/staff_search_form.h"
+#include "print/grid_print/grid_print.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/version_form.h"
 
@@ -34,33 +34,6 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int idle = 50; // milliseconds
-
-/// The pick lists behind the filter's selection buttons.
-struct PickLists {
-    PickLists(cT_ADODB &db, const Environment &environment)
-        : doctor(Master::Doctor, db, environment),
-          hospital(Master::Hospital, db, environment),
-          facility(Master::LivingFacility, db, environment),
-          staff(db, environment),
-          insurer(Master::Insurer, db, environment),
-          counsellor(Master::Counsellor, db, environment),
-          patient(db, environment) {}
-
-    ListSearches searches(Messages &messages) {
-        return {codeSearch(doctor, messages),   codeSearch(hospital, messages),
-                codeSearch(facility, messages), codeSearch(staff, messages),
-                codeSearch(insurer, messages),  codeSearch(counsellor, messages),
-                codeSearch(patient, messages)};
-    }
-
-    MasterSearch doctor;
-    MasterSearch hospital;
-    MasterSearch facility;
-    cls施術者検索 staff;
-    MasterSearch insurer;
-    MasterSearch counsellor;
-    cls患者検索 patient;
-};
 
 } // namespace
 
@@ -210,13 +183,17 @@ void frm同意書管理::pressButton() {
         openScreen(openRequestMethods);
 }
 
-void frm同意書管理::showState() {
+QString frm同意書管理::countsText() const {
     const int shown = m_model->rowCount();
     const int all = m_model->records().count();
     const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
-    m_panel->showCounts(u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
-                            .arg(m_model->targetRecords().size())
-                            .arg(m_model->receivedRecords().size()));
+    return u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
+        .arg(m_model->targetRecords().size())
+        .arg(m_model->receivedRecords().size());
+}
+
+void frm同意書管理::showState() {
+    m_panel->showCounts(countsText());
     const int changed = m_model->changedCount();
     m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
 }
@@ -442,6 +419,11 @@ void frm同意書管理::jumpTo(qint32 patient) {
 void frm同意書管理::saveCsv() {
     if (readAllLetters())
         saveTable(m_environment, tableOf(*m_grid), u"同意書一覧"_s, this);
+}
+
+void frm同意書管理::printList() {
+    if (readAllLetters())
+        printGrid(m_environment, listDocument(*m_grid, *m_panel, m_parts->list.readFilter(), countsText()));
 }
 
 void frm同意書管理::startSeal() {

@@ -59,6 +59,8 @@ private:
     void jumpTo(qint32 patient);
     void renew();
     void saveCsv();
+    void printList();
+    QString countsText() const;
     void startSeal();
     void showHelp();
     void showVersion();

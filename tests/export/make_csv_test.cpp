@@ -109,14 +109,14 @@ TEST(DataFileIni, HoldsSixLinesAndTakesDamagedOnesForTheDefaults) {
     const QString path = program.filePath(u"DataFile.ini"_s);
     EXPECT_EQ(decode932(readAll(path)),
               u"[LAST_DIR_NAME]=/data/共有 フォルダ\r\n[LAST_FILE_NAME]=一覧=1.txt\r\n[FILE_TYPE]=1\r\n"
-              "[FILE_DELIMIT]=1\r\n[FILE_ETC]=6\r\n[FILE_OPN]=1\r\n"_s);
+              "[FILE_DELIMIT]=1\r\n[FILE_ETC]=5\r\n[FILE_OPN]=1\r\n"_s);
     const Result<CsvSettings> read = readCsvSettings(folders);
     ASSERT_TRUE(read);
     EXPECT_EQ(read->folder, settings.folder);
     EXPECT_EQ(read->fileName, settings.fileName);
     EXPECT_EQ(read->type, CsvFileType::Text);
     EXPECT_EQ(read->section(), 1);
-    EXPECT_EQ(read->etc(), 6);
+    EXPECT_EQ(read->etc(), 5);
     EXPECT_TRUE(read->openFolder);
 
     QFile file(path);

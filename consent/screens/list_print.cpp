@@ -1,0 +1,48 @@
+#include "consent/screens/list_print.h"
+
+#include "consent/list/list_filter_panel.h"
+#include "consent/list/list_grid.h"
+#include "consent/rows/list_columns.h"
+#include "consent/rows/list_filter.h"
+#include "export/save_grid.h"
+
+#include <QHeaderView>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+QString orderText(const QHeaderView &header, const ListFilter &filter) {
+    const QString caption = u"並び順："_s;
+    if (const int column = header.sortIndicatorSection(); column >= 0)
+        return caption + listColumn(column).caption +
+               (header.sortIndicatorOrder() == Qt::AscendingOrder ? u"（昇順）"_s : u"（降順）"_s);
+    return caption + listOrderNames()[int(filter.order)] + u"、"_s +
+           patientOrderNames()[int(filter.patientOrder)];
+}
+
+QStringList narrowedTexts(const ListFilterPanel &panel) {
+    QStringList texts;
+    if (!panel.narrowName().isEmpty())
+        texts += u"氏名の絞り込み："_s + panel.narrowName();
+    if (!panel.narrowKana().isEmpty())
+        texts += u"かなの絞り込み："_s + panel.narrowKana();
+    return texts;
+}
+
+} // namespace
+
+GridDocument listDocument(const ListGrid &grid, const ListFilterPanel &panel, const ListFilter &filter,
+                          const QString &counts) {
+    GridDocument document;
+    document.title = u"同意書一覧"_s;
+    document.table = tableOf(grid);
+    const QString between = u"　　"_s;
+    document.notes = {(filterTexts(filter) + narrowedTexts(panel)).join(between),
+                      counts + between + orderText(*grid.horizontalHeader(), filter)};
+    const QStringList headings = document.table.headings();
+    for (const ListColumn key : {ListColumn::Number, ListColumn::Name})
+        if (const auto at = headings.indexOf(listColumn(int(key)).caption); at >= 0)
+            document.keys.push_back(int(at));
+    return document;
+}

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "print/grid_print/grid_layout.h"
+
+class ListFilterPanel;
+class ListGrid;
+struct ListFilter;
+
+/// The list as it goes onto paper: what is shown, and by what it was chosen and ordered.
+/// @param counts of the rows, in words
+GridDocument listDocument(const ListGrid &grid, const ListFilterPanel &panel, const ListFilter &filter,
+                          const QString &counts);

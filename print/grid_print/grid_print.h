@@ -1,0 +1,9 @@
+#pragma once
+
+#include "print/grid_print/grid_layout.h"
+
+struct Environment;
+
+/// Shows a grid in the engine's viewer, from where it is printed; asks before and tells what came of it.
+/// @return whether it was handed over
+bool printGrid(const Environment &environment, const GridDocument &document);
