@@ -8,6 +8,7 @@
 #include "tests/list/list_fixture.h"
 #include "tests/widgets/form_keys.h"
 
+#include <QDirIterator>
 #include <QFile>
 #include <QHeaderView>
 #include <QLineEdit>
@@ -68,6 +69,34 @@ TEST_F(ListExportTest, SavesWhatIsShownAsItIsShown) {
     EXPECT_EQ(messages.shown.back().title, u"出力完了"_s);
     EXPECT_EQ(database.value(u"SELECT cItiranBikou FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"NULL"_s)
         << "nothing is saved by it";
+}
+
+TEST_F(ListExportTest, PrintsWhatIsShownWithItsFilterAndOrder) {
+    for (const int number : {1, 2, 3}) {
+        patient(number, u"山田 %1"_s.arg(number), u"ﾔﾏﾀﾞ"_s);
+        consent(number, u"2026/12/31"_s);
+    }
+    open();
+    for (int column = 0; column < int(ListColumn::Count); ++column)
+        grid->setColumnHidden(column, column != int(ListColumn::Number) && column != int(ListColumn::Name));
+    grid->sortByColumn(int(ListColumn::Number), Qt::DescendingOrder);
+    form->findChild<QLineEdit *>(u"txt_SiboriName"_s)->setText(u"山田"_s);
+    QTest::keyClick(form.get(), Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+    ASSERT_EQ(processes.started.size(), 1);
+
+    QFile data(folders.temporary() + u"/一覧データ.csv"_s);
+    ASSERT_TRUE(data.open(QIODevice::ReadOnly));
+    EXPECT_EQ(
+        decode932(data.readAll()),
+        u"\"帯\",\"列1\",\"列2\"\r\n1,\"3\",\"山田 3\"\r\n1,\"2\",\"山田 2\"\r\n1,\"1\",\"山田 1\"\r\n"_s);
+    QDirIterator layouts(programFolder.path(), {u"一覧.wfd"_s}, QDir::Files, QDirIterator::Subdirectories);
+    ASSERT_TRUE(layouts.hasNext());
+    QFile layout(layouts.next());
+    ASSERT_TRUE(layout.open(QIODevice::ReadOnly));
+    const QString text = QString::fromUtf8(layout.readAll());
+    for (const QString &note : {u"対象期間：2026/11/01～2027/04/30　　氏名の絞り込み：山田"_s, u"表示 3 件"_s,
+                                u"並び順：IDNo.（降順）"_s})
+        EXPECT_TRUE(text.contains(note)) << note.toStdString();
 }
 
 } // namespace
