@@ -34,11 +34,12 @@ size_t kindOf(const LedgerRow &row) {
     return row.isDeformity() ? 2 : row.kind == TreatmentKind::Massage ? 0 : 1;
 }
 
-/// 同意種別タイトル: the kinds that the ledger holds.
+/// 同意種別タイトル: the kinds that stand in the ledger.
 QString kindsTitle(std::span<const LedgerRow> rows) {
     std::array<bool, kindNames.size()> held{};
     for (const LedgerRow &row : rows)
-        held[kindOf(row)] = true;
+        if (!lacksDeformityPeriod(row))
+            held[kindOf(row)] = true;
     QString title;
     for (size_t i = 0; i < held.size(); ++i)
         if (held[i])

@@ -128,6 +128,7 @@ TEST_F(LedgerTest, KeepsToThePeriodAskedFor) {
     EXPECT_EQ(lines(ledger), u"1 2 4 2h 4h"_s);
     EXPECT_EQ(withoutDeformityPeriod(ledger.rows), QStringList{u"4 利用者4"_s});
     EXPECT_EQ(ledgerData(ledger.rows, {}, {}).count(), 4) << "all but the one that is named";
+    EXPECT_EQ(cells({{ledger.rows[0], ledger.rows[4]}, {}})[u"同意種別タイトル"_s], u"\"マッサージ\""_s);
     EXPECT_EQ(lines(ofRows(LedgerPattern::Patients, {{}, QDate(2026, 8, 1)})), u"1 2 3 4 4h"_s);
 }
 
