@@ -4,6 +4,7 @@
 . scripts/tour/forms.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
+. scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
 
 tour_shots=tour

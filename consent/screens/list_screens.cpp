@@ -320,9 +320,9 @@ bool openRenewalList(const ListOpening &opening) {
     const bool ticked = !opening.targets.empty();
     const std::vector<qint32> patients = patientsOf(ticked ? opening.targets : opening.shown());
     frm同意書更新リスト印刷 form(opening.environment, opening.parent);
-    form.Init(opening.db, patients,
-              ticked ? u"（「対象」にチェックした利用者）"_s + outOfSightText(opening)
-                     : u"（一覧に表示しているすべての利用者）"_s);
+    const QString which =
+        ticked ? u"（「対象」にチェックした利用者）"_s : u"（一覧に表示しているすべての利用者）"_s;
+    form.Init(opening.db, patients, which + outOfSightText(opening));
     form.exec();
     return false;
 }

@@ -24,6 +24,8 @@ QString monthOf(const QDate &day) {
 
 Result<> RenewalListOptions::read(const Folders &folders) {
     const SettingsSection section = sectionOf(folders);
+    if (section.isNotMadeYet())
+        return {};
     if (const Result<> readable = section.readable(); !readable)
         return readable;
     pattern = section.choice(patternKey, pattern, Pattern::Table);

@@ -33,7 +33,8 @@ struct RenewalListOptions {
     PageBreak pageBreak = PageBreak::None;
     Order order = Order::PractitionerAndCounsellor;
 
-    /// What is missing or means nothing keeps its default. A file that cannot be read is a failure.
+    /// What is missing or means nothing keeps its default, as everything does without the file. A file that
+    /// cannot be read is a failure.
     Result<> read(const Folders &folders);
     Result<> write(const Folders &folders) const;
 

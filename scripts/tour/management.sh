@@ -25,6 +25,7 @@ tour_management() {
     key F12
     gone '同意書管理印刷'
     window '同意書管理'
+    tour_renewal_list
     tour_masters
     key F12
     leave_menu

@@ -1,15 +1,19 @@
 // The renewal list's screen, worked by its controls.
 
 #include "app/base/ini_file.h"
+#include "consent/screens/consent_list_form.h"
 #include "print/renewal_list/renewal_list_form.h"
 #include "tests/renewal_list/renewals.h"
 #include "tests/widgets/form_keys.h"
 #include "widgets/date_box.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QLabel>
+#include <QPushButton>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,7 +22,6 @@ namespace {
 class RenewalListForm : public testing::Test {
 protected:
     RenewalListForm() {
-        practice.addFile(data(), "\r\n");
         for (const QString &layout : {u"同意書更新チェックリスト.wfd"_s, u"同意管更新管理表.wfd"_s})
             practice.addFile(practice.system(layout));
     }
@@ -132,6 +135,28 @@ TEST_F(RenewalListForm, SaysWhyNothingIsPrinted) {
     pressButton(*form, Qt::Key_F9);
     EXPECT_TRUE(said().join(u'|').contains(u"SOUDAN"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
+}
+
+TEST_F(RenewalListForm, OpensForTheRowsThatAreTickedElseForAllThatAreShown) {
+    frm同意書管理 list(practice.environment);
+    ASSERT_EQ(list.iInit(practice.database.db, 0), 0);
+    showActive(list);
+    const auto opened = [&](const QString &kana) {
+        list.findChild<QLineEdit *>(u"txt_SiboriKana"_s)->setText(kana);
+        QString whom;
+        QTimer::singleShot(0, &list, [&] {
+            QWidget *screen = QApplication::activeModalWidget();
+            whom = screen->findChild<QLabel *>(u"lblTaisyo"_s)->text();
+            screen->close();
+        });
+        list.findChild<QAction *>(u"mnKoushinList"_s)->trigger();
+        return whom;
+    };
+    EXPECT_EQ(opened(u"べ"_s), u"対象の利用者 1 人　（一覧に表示しているすべての利用者）"_s) << "of two rows";
+    list.findChild<QPushButton *>(u"cmdAllCheck"_s)->click();
+    EXPECT_EQ(opened({}), u"対象の利用者 1 人　（「対象」にチェックした利用者）"_s);
+    EXPECT_EQ(opened(u"ア"_s), u"対象の利用者 2 人　（一覧に表示しているすべての利用者）"
+                               "絞り込みで表示していない対象 2 件は含みません。"_s);
 }
 
 TEST_F(RenewalListForm, TellsWhatThePaperCannotSay) {
