@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
+#include <QScrollBar>
 #include <QSettings>
 #include <QStyleOptionButton>
 #include <algorithm>
@@ -146,6 +147,7 @@ ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) 
 }
 
 void ListGrid::attach(PaintedListModel *model) {
+    m_model = model;
     model->setPalette(palette());
     setModel(model);
     // Reckoned from the number of characters: measuring every caption would load the glyphs of columns that
@@ -208,4 +210,34 @@ void ListGrid::keyPressEvent(QKeyEvent *event) {
         return;
     }
     Grid::keyPressEvent(event);
+}
+
+// Where the row of a key is now; a renewed row has another key, the patient's row of the same kind stands in.
+int ListGrid::rowOf(const ConsentRowKey &key, int otherwise) const {
+    int sibling = -1;
+    for (int row = 0; row < m_model->rowCount(); ++row) {
+        const ConsentRowKey other = m_model->records().key(m_model->recordOfRow(row));
+        if (other == key)
+            return row;
+        if (sibling < 0 && other.patient == key.patient && other.iHenkeiFlg == key.iHenkeiFlg)
+            sibling = row;
+    }
+    return sibling >= 0 ? sibling : otherwise;
+}
+
+// The cell that was current stays current, at its height in the window, wherever its row went.
+void ListGrid::keepPlace(const std::function<void()> &work) {
+    const QModelIndex current = currentIndex();
+    const int before = qMax(0, current.row());
+    const int column = qMax(0, current.column());
+    std::optional<ConsentRowKey> key;
+    if (current.isValid())
+        key = m_model->records().key(m_model->recordOfRow(before));
+    const int fromTop = before - verticalScrollBar()->value();
+    const int across = horizontalScrollBar()->value();
+    work();
+    const int row = key ? rowOf(*key, before) : 0;
+    goTo(row, column);
+    verticalScrollBar()->setValue(row - fromTop);
+    horizontalScrollBar()->setValue(across);
 }

@@ -4,6 +4,8 @@
 #include "consent/list/list_model.h"
 #include "widgets/grid.h"
 
+#include <functional>
+
 class DateDelegate;
 class Folders;
 
@@ -36,6 +38,10 @@ public:
     void restoreColumns();
     Result<> keepColumns() const;
 
+    /// Does work that may read the rows anew or narrow them. The cell that was current stays current, at its
+    /// height in the window, wherever its row went.
+    void keepPlace(const std::function<void()> &work);
+
 Q_SIGNALS:
     /// The button of the current row was pressed.
     void buttonPressed();
@@ -51,6 +57,8 @@ protected Q_SLOTS:
 
 private:
     bool press(const QModelIndex &index);
+    int rowOf(const ConsentRowKey &key, int otherwise) const;
 
+    PaintedListModel *m_model = nullptr;
     RequestMethods m_methods;
 };

@@ -25,7 +25,6 @@
 #include <QLabel>
 #include <QMenuBar>
 #include <QProgressBar>
-#include <QScrollBar>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -91,13 +90,17 @@ void frm同意書管理::wire() {
     connect(m_commands, &ListCommandBar::triggered, this,
             [this](const ListCommand &command) { run(command); });
     connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
-    connect(m_panel, &ListFilterPanel::narrowed, this,
-            [this] { keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); }); });
+    connect(m_panel, &ListFilterPanel::narrowed, this, [this] {
+        m_grid->keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); });
+    });
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { search(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this, [this](qint32 patient) { jumpTo(patient); });
     connect(m_model, &ConsentListModel::lettersWanted, this, [this] { readAllLetters(); });
-    connect(m_model, &ConsentListModel::loaded, this, [this] { m_idle->start(idle); });
+    connect(m_model, &ConsentListModel::loaded, this, [this] {
+        m_idle->start(idle);
+        QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
+    });
     connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
@@ -198,37 +201,6 @@ void frm同意書管理::showState() {
     m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
 }
 
-// Where the row of a key is now; a renewed row has another key, the patient's row of the same kind stands in.
-int frm同意書管理::rowOf(const ConsentRowKey &key, int otherwise) const {
-    int sibling = -1;
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        const ConsentRowKey other = m_model->records().key(m_model->recordOfRow(row));
-        if (other == key)
-            return row;
-        if (sibling < 0 && other.patient == key.patient && other.iHenkeiFlg == key.iHenkeiFlg)
-            sibling = row;
-    }
-    return sibling >= 0 ? sibling : otherwise;
-}
-
-// The cell that was current stays current, at its height in the window, wherever its row went.
-void frm同意書管理::keepPlace(const std::function<void()> &work) {
-    const QModelIndex current = m_grid->currentIndex();
-    const int before = qMax(0, current.row());
-    const int column = qMax(0, current.column());
-    std::optional<ConsentRowKey> key;
-    if (current.isValid())
-        key = m_model->records().key(m_model->recordOfRow(before));
-    const int fromTop = before - m_grid->verticalScrollBar()->value();
-    const int across = m_grid->horizontalScrollBar()->value();
-    work();
-    const int row = key ? rowOf(*key, before) : 0;
-    m_grid->goTo(row, column);
-    m_grid->verticalScrollBar()->setValue(row - fromTop);
-    m_grid->horizontalScrollBar()->setValue(across);
-    QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
-}
-
 // A block at a time, and never while another piece of work holds the connection.
 void frm同意書管理::readLettersLater() {
     constexpr size_t block = 500;
@@ -269,7 +241,7 @@ bool frm同意書管理::search() {
         return false;
     m_parts->list.filter() = filter;
     bool read = false;
-    keepPlace([&] { read = m_parts->list.iSearch() == 0; });
+    m_grid->keepPlace([&] { read = m_parts->list.iSearch() == 0; });
     if (!read) {
         failDb(m_parts->list.sErrMsg());
         return false;
@@ -296,7 +268,7 @@ void frm同意書管理::reread() {
         readLinks();
     QStringList dropped;
     bool read = false;
-    keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
+    m_grid->keepPlace([&] { read = m_parts->list.iReread(&dropped) == 0; });
     if (!read)
         failDb(m_parts->list.sErrMsg());
     tellDropped(dropped);
@@ -318,7 +290,7 @@ void frm同意書管理::showRow(int record, ListColumn column) {
 
 bool frm同意書管理::save() {
     SaveOutcome outcome;
-    keepPlace([&] { outcome = m_parts->list.save(); });
+    m_grid->keepPlace([&] { outcome = m_parts->list.save(); });
     switch (outcome.kind) {
     case SaveOutcome::Saved:
         if (!outcome.text.isEmpty())
@@ -376,7 +348,8 @@ void frm同意書管理::chooseOrder() {
     if (form.order() != shown.order || form.patientOrder() != shown.patientOrder) {
         QStringList dropped;
         bool read = false;
-        keepPlace([&] { read = m_parts->list.iReorder(form.order(), form.patientOrder(), &dropped) == 0; });
+        m_grid->keepPlace(
+            [&] { read = m_parts->list.iReorder(form.order(), form.patientOrder(), &dropped) == 0; });
         if (!read) {
             failDb(m_parts->list.sErrMsg());
             return;

@@ -3,7 +3,6 @@
 #include "consent/list/list.h"
 
 #include <QDialog>
-#include <functional>
 #include <memory>
 #include <span>
 
@@ -71,8 +70,6 @@ private:
 
     void sayNoDate();
     bool settleCell();
-    int rowOf(const ConsentRowKey &key, int otherwise) const;
-    void keepPlace(const std::function<void()> &work);
     void tellDropped(const QStringList &rows);
     void showRow(int record, ListColumn column);
     void failDb(const QString &reason);
