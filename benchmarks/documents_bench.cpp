@@ -55,9 +55,9 @@ void measure(Figures &figures, const ListDocument &document, const BareDatabase 
     for (int i = 0; i <= repetitions; ++i) {
         ours.push_back(millisecondsOf([&] {
             const DataFile file = document.make();
-            QString reason;
-            if (size_t(file.count()) < rows || !file.write(path, &reason))
-                stop(u"%1 records %2"_s.arg(file.count()).arg(reason));
+            const Result<> written = file.write(path);
+            if (size_t(file.count()) < rows || !written)
+                stop(u"%1 records %2"_s.arg(file.count()).arg(written.reason()));
             records = file.count();
             bytes = file.bytes();
         }));

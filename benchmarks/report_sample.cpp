@@ -72,9 +72,8 @@ QString ReportSample::dataFile(const QString &name, int first, int records) cons
         record[size_t(qrColumn())] = m_folder + u"/QR%1.png"_s.arg(patient);
         file.add(record);
     }
-    QString reason;
-    if (!file.write(m_folder + u'/' + name, &reason))
-        stop(reason);
+    if (const Result<> written = file.write(m_folder + u'/' + name); !written)
+        stop(written.reason());
     return m_folder + u'/' + name;
 }
 

@@ -24,11 +24,8 @@ void DataFile::add(std::span<const DataValue> record) {
     ++m_count;
 }
 
-bool DataFile::write(const QString &path, QString *reason) const {
-    const Result<> written = writeFileWhole(path, m_bytes, FileUse::Private);
-    if (!written && reason)
-        *reason = written.reason();
-    return bool(written);
+Result<> DataFile::write(const QString &path) const {
+    return writeFileWhole(path, m_bytes, FileUse::Private);
 }
 
 void DataFile::addText(const QString &text) {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "app/base/result.h"
+
 #include <QStringList>
 #include <span>
 #include <variant>
@@ -21,7 +22,7 @@ public:
     /// What write() writes.
     const QByteArray &bytes() const { return m_bytes; }
     /// Writes the file whole beside its place and moves it over.
-    bool write(const QString &path, QString *reason) const;
+    Result<> write(const QString &path) const;
     /// Texts in which a character that the code page lacks was replaced, each once.
     const QStringList &touched() const { return m_touched; }
 

@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/folders.h"
+#include "app/base/job_ticket.h"
 #include "app/base/processes.h"
 
 #include <QDir>
@@ -30,25 +31,24 @@ QString engineWorkFolder(const Environment &environment) {
     return folder.endsWith(QDir::separator()) ? folder : folder + QDir::separator();
 }
 
-QString findEngineProgram(const Environment &environment, EngineProgram which, QString *reason) {
+Result<QString> findEngineProgram(const Environment &environment, EngineProgram which) {
     const QString &folder = environment.folders.program();
     const QString name = fileName(which);
     const QString program = environment.processes.find(name, folder);
-    if (program.isEmpty() && reason)
-        *reason =
+    if (program.isEmpty())
+        return Failure{
             u"帳票プログラム「%1」が見つかりません。\r\nフォルダ「%2」に入っているか確認してください。"_s.arg(
-                name, QDir::toNativeSeparators(folder));
+                name, QDir::toNativeSeparators(folder))};
     return program;
 }
 
-bool startEngineProgram(const Environment &environment, EngineProgram which, const QStringList &arguments,
-                        QString *reason, qint64 *id) {
-    const QString program = findEngineProgram(environment, which, reason);
-    if (program.isEmpty())
-        return false;
-    if (environment.processes.start(program, arguments, environment.folders.program(), id))
-        return true;
-    if (reason)
-        *reason = u"帳票プログラム「%1」を起動できません。"_s.arg(QDir::toNativeSeparators(program));
-    return false;
+Result<qint64> startEngineProgram(const Environment &environment, EngineProgram which,
+                                  const QStringList &arguments) {
+    const Result<QString> program = findEngineProgram(environment, which);
+    if (!program)
+        return Failure{program.reason()};
+    qint64 id = JobTicket::unknown;
+    if (environment.processes.start(*program, arguments, environment.folders.program(), &id))
+        return id;
+    return Failure{u"帳票プログラム「%1」を起動できません。"_s.arg(QDir::toNativeSeparators(*program))};
 }

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <QString>
+#include "app/base/result.h"
+
 #include <QStringList>
 
 struct Environment;
@@ -11,12 +12,11 @@ enum class EngineProgram { Viewer, ImageBuilder, ActiveXViewer };
 /// The work folder with its closing separator, as command files and command lines name it.
 QString engineWorkFolder(const Environment &environment);
 
-/// Full path of a program of the engine; empty when it is not there.
-/// @param reason then a sentence for the user that names program and program folder
-QString findEngineProgram(const Environment &environment, EngineProgram which, QString *reason);
+/// Full path of a program of the engine. A failure names program and program folder.
+Result<QString> findEngineProgram(const Environment &environment, EngineProgram which);
 
-/// Starts a program of the engine in the program folder and does not wait for it.
-/// @param reason a sentence for the user that names the program, when it fails
-/// @param id takes the number by which Processes::runs() knows it
-bool startEngineProgram(const Environment &environment, EngineProgram which, const QStringList &arguments,
-                        QString *reason, qint64 *id = nullptr);
+/// Starts a program of the engine in the program folder and does not wait for it. A failure names the
+/// program.
+/// @return the number by which Processes::runs() knows it
+Result<qint64> startEngineProgram(const Environment &environment, EngineProgram which,
+                                  const QStringList &arguments);

@@ -36,9 +36,10 @@ BuilderEnd runImageBuilder(const Environment &environment, const QString &docume
                            std::chrono::milliseconds timeOut, const std::function<bool()> &goOn,
                            QString errors) {
     BuilderEnd result;
-    const QString program = findEngineProgram(environment, EngineProgram::ImageBuilder, &result.reason);
-    if (program.isEmpty()) {
+    const Result<QString> program = findEngineProgram(environment, EngineProgram::ImageBuilder);
+    if (!program) {
         result.kind = BuilderEnd::Missing;
+        result.reason = program.reason();
         return result;
     }
     if (errors.isEmpty())
@@ -46,7 +47,7 @@ BuilderEnd runImageBuilder(const Environment &environment, const QString &docume
     QFile::remove(errors);
     QFile::resize(document, 0); // its name stays taken
     const ProcessEnd end =
-        environment.processes.run(program, {document, u"/c"_s, commands, u"/err"_s, errors},
+        environment.processes.run(*program, {document, u"/c"_s, commands, u"/err"_s, errors},
                                   environment.folders.program(), timeOut, goOn);
     result.reason = textOf(errors);
     result.exitCode = end.exitCode;

@@ -68,23 +68,22 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
         m_ticket.folder = left->folder();
     if (const Result<> announced = announce(); !announced)
         return announced;
-    qint64 viewer = JobTicket::unknown;
-    QString reason;
     if (how == writeFileInPlace)
         QFile::remove(m_commandFile); // another user's may be written by him alone
     Result<> written = commands.write(m_commandFile, how);
     if (written)
         written = putTicket(JobTicket::starting);
     qputenv(JobTicket::variable, m_ticket.id.toUtf8());
-    const bool started = written && startEngineProgram(m_environment, program, arguments, &reason, &viewer);
+    const Result<qint64> viewer = written ? startEngineProgram(m_environment, program, arguments)
+                                          : Result<qint64>(Failure{written.reason()});
     qunsetenv(JobTicket::variable);
-    if (!started) {
+    if (!viewer) {
         drop();
-        return written ? Failure{reason} : written;
+        return Failure{viewer.reason()};
     }
     if (left)
-        left->leaveTo(viewer);
-    noteViewer(viewer);
+        left->leaveTo(*viewer);
+    noteViewer(*viewer);
     return {};
 }
 

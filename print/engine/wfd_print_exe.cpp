@@ -81,8 +81,10 @@ short cls_WfdPrintExe::iWriteData(short slot, const QString &name, const DataFil
     if (file.isEmpty())
         file = name + u".csv"_s;
     // The viewer before may still read data of the same name.
-    if (addTemporary(m_workFolder + file) != 0 || !data.write(m_workFolder + file, &m_error))
+    if (addTemporary(m_workFolder + file) != 0)
         return -1;
+    if (const Result<> written = data.write(m_workFolder + file); !written)
+        return fail(written.reason());
     return iSetDataText(slot, name, file);
 }
 
@@ -281,9 +283,10 @@ short cls_WfdPrintExe::showMerged(const CommandFile &reports, const QString &tit
                     earlier.errorString());
     if (const Result<> written = reports.write(commandFile()); !written)
         return fail(written.reason());
-    if (!startEngineProgram(m_environment, EngineProgram::ImageBuilder, {merged, u"/c"_s, commandFile()},
-                            &m_error))
-        return -1;
+    if (const Result<qint64> started =
+            startEngineProgram(m_environment, EngineProgram::ImageBuilder, {merged, u"/c"_s, commandFile()});
+        !started)
+        return fail(started.reason());
     // The builder is not waited for, and the viewer's commands take the place of its own.
     CommandFile file;
     file.add(u"Title,"_s + CommandFile::text(title));

@@ -50,9 +50,8 @@ LedgerOrder orderIn(const QString &path) {
 }
 
 void writeTo(const DataFile &file, const QString &path) {
-    QString reason;
-    if (!file.write(path, &reason))
-        stop(reason);
+    if (const Result<> written = file.write(path); !written)
+        stop(written.reason());
 }
 
 void writeLedgers(const Folders &folders, cT_ADODB &db, const QStringList &arguments) {

@@ -318,11 +318,10 @@ void Reader::readContent(TextBox &box) {
     // Read by themselves, the signs written as &#10; and &lt; are told from those of the file.
     QXmlStreamReader signs(u"<t>"_s + content + u"</t>"_s);
     signs.readNextStartElement();
-    QString reason;
-    if (const auto pieces = readPieces(signs.readElementText(), &reason))
+    if (const auto pieces = readPieces(signs.readElementText()))
         box.pieces = *pieces;
     else
-        fail(place, reason);
+        fail(place, pieces.reason());
 }
 
 void Reader::readEmpty(const QString &element) {

@@ -167,7 +167,7 @@ std::optional<ShowWhen> readWhen(Tag &tag) {
     return when;
 }
 
-std::optional<std::vector<TextPiece>> readPieces(const QString &content, QString *reason) {
+Result<std::vector<TextPiece>> readPieces(const QString &content) {
     std::vector<TextPiece> pieces;
     QString words;
     for (qsizetype at = 0; at < content.size();) {
@@ -182,11 +182,9 @@ std::optional<std::vector<TextPiece>> readPieces(const QString &content, QString
         }
         const qsizetype end = content.indexOf(u'}', at);
         const QString item = end < 0 ? QString() : content.mid(at + 1, end - at - 1).trimmed();
-        if (!isItemName(item)) {
-            *reason = end < 0 ? u"「{」が閉じていません。「{」そのものは「{{」と書きます。"_s
-                              : u"「{%1}」は項目ではありません。"_s.arg(item);
-            return {};
-        }
+        if (!isItemName(item))
+            return Failure{end < 0 ? u"「{」が閉じていません。「{」そのものは「{{」と書きます。"_s
+                                   : u"「{%1}」は項目ではありません。"_s.arg(item)};
         if (!words.isEmpty())
             pieces.push_back({std::exchange(words, {}), false});
         pieces.push_back({item, true});

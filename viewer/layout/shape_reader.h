@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "viewer/layout/layout.h"
 #include "viewer/layout/tag.h"
 
@@ -25,6 +26,5 @@ decltype(Element::shape) readShape(Tag &tag, const TextDefaults &defaults);
 /// The condition of an element, none when it has no `when`.
 std::optional<ShowWhen> readWhen(Tag &tag);
 
-/// Splits "…{患者名}…" into words and items.
-/// @param reason filled when a brace is not closed or holds no item
-std::optional<std::vector<TextPiece>> readPieces(const QString &content, QString *reason);
+/// Splits "…{患者名}…" into words and items. A failure tells of a brace that is not closed or holds no item.
+Result<std::vector<TextPiece>> readPieces(const QString &content);
