@@ -52,6 +52,7 @@ make_tour() {
     tour_list
     tour_end
     tour_road
+    tour_management
     installation=$1-forms
     make_installation "$installation"
     tour_consent_forms

@@ -13,8 +13,8 @@ using namespace Qt::Literals::StringLiterals;
 
 PickedList::PickedList(Messages &messages, QWidget *parent)
     : QWidget(parent),
-      m_pick(new QPushButton(this)),
       m_code(new CodeBox(this)),
+      m_pick(new QPushButton(this)),
       m_list(new QListWidget(this)),
       m_remove(new QPushButton(u"外す(Delete)"_s, this)),
       m_clear(new QPushButton(u"すべて外す"_s, this)) {
@@ -45,11 +45,8 @@ PickedList::PickedList(Messages &messages, QWidget *parent)
     connect(m_remove, &QPushButton::clicked, this, &PickedList::remove);
     connect(m_clear, &QPushButton::clicked, this, &PickedList::clear);
     m_list->installEventFilter(this);
-    QWidget *before = m_code;
-    for (QWidget *control : std::initializer_list<QWidget *>{m_pick, m_list, m_remove, m_clear}) {
-        setTabOrder(before, control);
-        before = control;
-    }
+    setFocusProxy(m_code);
+    setFocusPolicy(m_code->focusPolicy());
     show(-1);
 }
 
@@ -70,10 +67,6 @@ QStringList PickedList::codes() const {
 
 bool PickedList::settle() {
     return m_pair->settle();
-}
-
-void PickedList::focusCode() {
-    m_code->setFocus();
 }
 
 // The box is emptied once the pair is through with the row.

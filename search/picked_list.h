@@ -28,7 +28,6 @@ public:
     /// Takes what is still being typed.
     /// @return false when that is no code: it has been said and the box has the focus
     bool settle();
-    void focusCode();
 
 Q_SIGNALS:
     /// Rows were added or taken out.
@@ -43,8 +42,8 @@ private:
     void clear();
     void show(int current);
 
-    QPushButton *m_pick;
     CodeBox *m_code;
+    QPushButton *m_pick;
     QListWidget *m_list;
     QPushButton *m_remove;
     QPushButton *m_clear;

@@ -8,7 +8,6 @@
 #include "print/consent_form/contents_controls.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
-#include "print/consent_form/form_print.h"
 #include "print/documents/lost_texts.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
@@ -20,6 +19,7 @@
 
 #include <QAction>
 #include <QButtonGroup>
+#include <QDir>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
@@ -84,6 +84,8 @@ void frm同意書印刷::pickPatients() {
         other->hide();
     m_picked = new PickedList(m_environment.messages, m_ui->boxTaisyo);
     m_ui->gridTaisyo->addWidget(m_picked, 2, 0, 1, 2);
+    m_ui->verticalLayout->setStretch(0, 1);
+    setTabOrder(m_ui->optTaisyo_0, m_picked);
 }
 
 void frm同意書印刷::addMenu() {
@@ -115,8 +117,8 @@ short frm同意書印刷::iInit(cT_ADODB &db, const QString &, const QString &, 
     showSettings(settings);
     showTarget();
     if (m_picked) {
-        m_picked->setSearch(u"利用者を追加(&N)"_s, codeSearch(m_searches->patients, m_environment.messages));
-        m_picked->focusCode();
+        m_picked->setSearch(u"利用者を追加(&R)"_s, codeSearch(m_searches->patients, m_environment.messages));
+        m_picked->setFocus();
         return 0;
     }
     m_ui->txtcRiyoushaNo->setFocus();
@@ -170,7 +172,7 @@ bool frm同意書印刷::settle() {
         return false;
     if (m_picked ? m_picked->rows().empty() : single() && m_searches->patient->row().code.isEmpty()) {
         m_environment.messages.warn(u"利用者を指定してください。"_s);
-        m_picked ? m_picked->focusCode() : m_ui->txtcRiyoushaNo->setFocus();
+        m_picked ? m_picked->setFocus() : m_ui->txtcRiyoushaNo->setFocus();
         return false;
     }
     if (m_ui->chkTeisyutuDate->isChecked() && !m_ui->imD_Teisyutu->date().isValid()) {
@@ -294,11 +296,21 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
     const QStringList told = lostTexts(gathered.forms);
     if (!mayLose(messages, told, windowTitle()))
         return;
-    const Result<QStringList> printed = printForm(m_environment, form, way);
-    if (!printed)
-        messages.show(printFailed(printed.reason()));
-    else if (const QStringList touched = otherTexts(*printed, told); !touched.isEmpty())
-        messages.show(textsTouched(touched));
+    cls_WfdPrintExe engine(m_environment);
+    QStringList touched;
+    engine.iInit(QDir::toNativeSeparators(layoutPath(m_environment.folders, form)), u"同意書印刷"_s);
+    if (saveCSVdoui(form, engine, touched) != 0)
+        messages.show(printFailed(m_error));
+    else if (engine.iPutOut(way) != 0)
+        messages.show(printFailed(engine.sErrMsg()));
+    else if (const QStringList others = otherTexts(touched, told); !others.isEmpty())
+        messages.show(textsTouched(others));
+}
+
+short frm同意書印刷::saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine, QStringList &touched) {
+    const Result<> written = writeConsentFormData({form}, engine, touched);
+    m_error = written.reason();
+    return written ? 0 : -1;
 }
 
 void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way) {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "print/consent_form/form_gather.h"
-#include "print/consent_form/form_print.h"
 #include "print/consent_form/print_settings.h"
+#include "print/engine/wfd_print_exe.h"
 
 #include <QDialog>
 #include <memory>
@@ -25,6 +25,10 @@ public:
     /// Reads the last choices; what cannot be read is said and keeps its default, so that this gives 0. The
     /// texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
+    /// Writes a form's data file into the work folder, for slot 1 of the engine. 0, or −1 with sErrMsg.
+    /// @param touched gains the texts in which a character that code page 932 lacks was replaced
+    short saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine, QStringList &touched);
+    const QString &sErrMsg() const { return m_error; }
 
 protected:
     /// Prints for patients who are picked one by one, in place of one patient or those who match.
@@ -54,6 +58,7 @@ private:
     std::unique_ptr<Searches> m_searches; ///< made by iInit
     PatientManagementSettings m_practice;
     QAction *m_oralForms;
+    QString m_error;
     PickedList *m_picked = nullptr; ///< of the variant that is driven from the master
 };
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "print/batch/batch_print.h"
 #include "print/consent_form/form_gather.h"
 #include "print/engine/print_files.h"
 
@@ -31,3 +32,8 @@ Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrin
 /// number>_変形_同意書データ.csv" among the batch's files.
 /// @return full path of the data file
 Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched);
+
+/// Writes the data of one form of a batch and describes its report.
+/// @param touched gains the texts in which a character that code page 932 lacks was replaced
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
+                                   QStringList &touched);

@@ -8,12 +8,18 @@
 
 struct Environment;
 
+/// An item of the layout that is the same on every page.
+struct FixedItem {
+    QString section, item, value;
+};
+
 /// A document of the management screens that goes through one data file: what it says and what there is to
 /// say about it.
 struct ManagementDocument {
     QString layout;   ///< file name in the system folder
     QString dataName; ///< for the engine; the data file is named after it
     DataFile data;
+    std::vector<FixedItem> fixed{};
     QStringList notes{}; ///< paragraphs that the user has to agree to
     QString empty{};     ///< said where there are no data
     QString count{};     ///< how much comes out

@@ -20,6 +20,11 @@ bool isForPerson(const EnvelopeWishes &wishes, EnvelopeDestination destination) 
     return false;
 }
 
+/// Requests go to doctors: other envelopes do not say that one is enclosed.
+bool holdsRequest(EnvelopeDestination destination) {
+    return destination == EnvelopeDestination::Institution || destination == EnvelopeDestination::Doctor;
+}
+
 } // namespace
 
 ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestination destination,
@@ -38,6 +43,8 @@ ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestin
         }
     }
     ManagementDocument document{envelopeLayout(size), envelopeDataName(), envelopeData(envelopes)};
+    if (!holdsRequest(destination))
+        document.fixed.push_back({u"封筒"_s, u"在中"_s, u"無"_s});
     if (!wishes.gone.isEmpty())
         document.notes += u"次の行は最新の同意でないか、削除されているため、封筒を印刷できません。\r\n"_s +
                           wishes.gone.join(u"\r\n"_s);

@@ -56,7 +56,9 @@ ManagementPrintForm::ManagementPrintForm(Environment &environment, cT_ADODB &db,
 ManagementPrintForm::~ManagementPrintForm() = default;
 
 void ManagementPrintForm::addChoice(QWidget *choice) {
+    setTabOrder(m_lastChoice ? m_lastChoice : m_ui->imD_KikanTo, choice);
     m_ui->layTaisyo->addWidget(choice);
+    m_lastChoice = choice;
 }
 
 void ManagementPrintForm::init(PutOutLetters letters) {
@@ -82,7 +84,7 @@ void ManagementPrintForm::wire() {
     });
     connect(m_ui->cmbPattern, &QComboBox::activated, this, [this](int pattern) {
         if (mode() == ManagementMode::Ledger)
-            m_settings.ledgerPattern = pattern;
+            m_settings.ledger = LedgerPattern(pattern);
         else
             m_settings.envelope = EnvelopeSize(pattern);
     });
@@ -109,9 +111,7 @@ void ManagementPrintForm::showMode() {
             patterns->addItem(ledgerPatternName(LedgerPattern(i)));
     if (isEnvelope)
         patterns->addItems({u"長形3号"_s, u"角形2号"_s});
-    patterns->setCurrentIndex(isLedger     ? m_settings.ledgerPattern
-                              : isEnvelope ? int(m_settings.envelope)
-                                           : -1);
+    patterns->setCurrentIndex(isLedger ? int(m_settings.ledger) : isEnvelope ? int(m_settings.envelope) : -1);
     patterns->setEnabled(isLedger || isEnvelope);
     m_ui->boxDestination->setEnabled(isEnvelope);
     m_ui->imD_KikanFrom->setEnabled(isLedger);
@@ -204,6 +204,8 @@ short ManagementPrintForm::saveCSVdoui(const ManagementDocument &document, cls_W
 Result<> ManagementPrintForm::output(const ManagementDocument &document, PrintWay way) const {
     cls_WfdPrintExe engine(m_environment);
     engine.iInit(document.layoutPath(m_environment), u"同意書印刷"_s);
+    for (const FixedItem &fixed : document.fixed)
+        engine.iSetItemValue(fixed.section, {}, fixed.item, fixed.value);
     if (saveCSVdoui(document, engine) == 0 && engine.iPutOut(way) == 0)
         return {};
     return Failure{engine.sErrMsg()};
@@ -216,7 +218,7 @@ Result<ManagementDocument> ManagementPrintForm::ledger() const {
     const std::vector<ManagementRow> chosen = targets();
     LedgerOrder order;
     order.branch = m_environment.branch;
-    order.pattern = LedgerPattern(m_ui->cmbPattern->currentIndex());
+    order.pattern = m_settings.ledger;
     order.period = {m_ui->imD_KikanFrom->date(), m_ui->imD_KikanTo->date()};
     order.searchName = searchName();
     order.methods = *methods;

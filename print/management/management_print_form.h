@@ -51,7 +51,7 @@ protected:
     EnvelopeDestination destination() const;
     /// Says "対象 N 件" anew.
     void showState();
-    /// Puts the choice of rows into its box.
+    /// Puts a choice of rows into their box, behind the ones before.
     void addChoice(QWidget *choice);
     Environment &environment() const { return m_environment; }
     cT_ADODB &db() const { return m_db; }
@@ -76,6 +76,7 @@ private:
     std::unique_ptr<Ui::ManagementPrintForm> m_ui;
     ManagementSettings m_settings; ///< the choices of all documents
     PutOutLetters m_letters;
+    QWidget *m_lastChoice = nullptr; ///< in the order of tabs
 };
 
 /// The rows of the consent list, those ticked and all that are shown.

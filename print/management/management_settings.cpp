@@ -25,7 +25,7 @@ Result<> ManagementSettings::read(const Folders &folders) {
     mode = kept.choice(modeKey, mode, ManagementMode::RenewalList);
     if (int(mode) == 0)
         mode = ManagementMode::Ledger;
-    ledgerPattern = kept.number(patternKey, ledgerPattern);
+    ledger = kept.choice(patternKey, ledger, LedgerPattern::Staff);
     envelope = kept.choice(envelopeKey, envelope, EnvelopeSize::Square2);
     destination = kept.choice(destinationKey, destination, EnvelopeDestination::Counsellor);
     return {};
@@ -33,7 +33,7 @@ Result<> ManagementSettings::read(const Folders &folders) {
 
 Result<> ManagementSettings::write(const Folders &folders) const {
     return section(folders).write({{modeKey, QString::number(int(mode))},
-                                   {patternKey, QString::number(ledgerPattern)},
+                                   {patternKey, QString::number(int(ledger))},
                                    {envelopeKey, QString::number(int(envelope))},
                                    {destinationKey, QString::number(int(destination))}});
 }

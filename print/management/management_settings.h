@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/result.h"
+#include "print/ledger/ledger_rows.h"
 #include "print/management/management_envelopes.h"
 
 class Folders;
@@ -11,7 +12,7 @@ enum class ManagementMode { Ledger = 1, Envelope = 2, Letter = 3, RenewalList = 
 /// The last choices of the management screens: section 同意書管理印刷 of 印刷設定.ini, shared by both.
 struct ManagementSettings {
     ManagementMode mode = ManagementMode::Ledger;
-    int ledgerPattern = 0; ///< position in the list of patterns
+    LedgerPattern ledger = LedgerPattern::Patients;
     EnvelopeSize envelope = EnvelopeSize::Long3;
     EnvelopeDestination destination = EnvelopeDestination::Institution;
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/base/messages.h"
-#include "print/consent_form/form_print.h"
+#include "print/engine/wfd_print_exe.h"
 #include "print/set_print/set_print_job.h"
 #include "print/set_print/set_print_settings.h"
 

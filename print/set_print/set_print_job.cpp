@@ -5,7 +5,6 @@
 #include "print/batch/print_messages.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
-#include "print/consent_form/form_print.h"
 #include "print/documents/lost_texts.h"
 
 #include <QDir>

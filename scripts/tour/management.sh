@@ -49,17 +49,25 @@ tour_envelopes() {
     management_print envelopes-square
     key alt+c
     management_print envelopes-counsellors
+    key alt+r
+    management_print envelopes-patients
 }
 
+# In the preview: nothing is marked.
 tour_letters() {
     key alt+l F9
     sleep 1
     shot letters-asked
     key Return
-    window '同意書印刷'
+    windows '同意書印刷' 1
     sleep 1
     shot letters
+    xdotool search --onlyvisible --name '^同意書印刷$' windowactivate --sync
     key F12
+    gone '^同意書印刷$'
+    # Texts that the letters could not show.
+    window '同意書管理'
+    key Return
     window '同意書管理印刷'
 }
 
@@ -84,7 +92,28 @@ tour_masters() {
     key Tab Tab Tab
     pick "$massage" "$acupuncture"
     management_print picked-ledger
+    key alt+f alt+i alt+y Home
+    tour_pick_doctors
+    management_print picked-doctors
     key F12
     gone '同意書管理印刷（マスタ）'
     window '同意書管理'
+    key alt+p Down Down Down Return
+    window '同意書印刷（マスタ）'
+    pick "$massage" "$acupuncture"
+    shot picked-forms
+    key F12
+    gone '同意書印刷（マスタ）'
+    window '同意書管理'
+}
+
+# From the list of doctors: the first two.
+tour_pick_doctors() {
+    key alt+n
+    window '医師検索'
+    shot picking-a-doctor
+    key Return
+    gone '医師検索'
+    window '同意書管理印刷（マスタ）'
+    pick 2
 }

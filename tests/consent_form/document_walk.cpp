@@ -4,7 +4,8 @@
 // practice again, DOUISHO_WALK_SECONDS=n walks for longer.
 
 #include "print/batch/batch_print.h"
-#include "print/consent_form/form_print.h"
+#include "print/consent_form/form_files.h"
+#include "print/engine/wfd_print_exe.h"
 #include "print/set_print/set_print_job.h"
 #include "tests/consent_form/practice.h"
 
@@ -523,7 +524,11 @@ void Walk::forms() {
     ASSERT_TRUE(gathered) << gathered.reason().toStdString();
     m_papers.clear();
     if (one != 0 && !gathered->forms.empty()) {
-        ASSERT_TRUE(printForm(m_practice.environment, gathered->forms[0], PrintWay::Print));
+        cls_WfdPrintExe engine(m_practice.environment);
+        QStringList touched;
+        engine.iInit(layoutPath(m_practice.folders, gathered->forms[0]), u"同意書印刷"_s);
+        ASSERT_TRUE(writeConsentFormData({gathered->forms[0]}, engine, touched));
+        ASSERT_EQ(engine.iPutOut(PrintWay::Print), 0);
         m_papers = read(m_practice.work(u"WfdCom.dat"_s));
     } else if (one == 0) {
         QStringList touched;

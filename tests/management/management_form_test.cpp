@@ -167,10 +167,12 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
         EXPECT_TRUE(state().contains(u"封筒 %1 枚"_s.arg(one.envelopes.size())));
     }
     EXPECT_EQ(layout(), u"封筒印刷.wfd"_s);
-    EXPECT_TRUE(practice.written(u"WfdCom.dat"_s).endsWith(u"PrintOutFromDialog\r\n"_s));
+    const QString noRequest = u"SetItemValue,\"封筒.在中\",\"無\"\r\n"_s;
+    EXPECT_TRUE(practice.written(u"WfdCom.dat"_s).endsWith(noRequest + u"PrintOutFromDialog\r\n"_s));
     choose(u"optDestination_0"_s);
     choosePattern(1);
     print(Qt::Key_F9);
+    EXPECT_FALSE(practice.written(u"WfdCom.dat"_s).contains(noRequest)) << "doctors get the request";
     EXPECT_EQ(layout(), u"封筒印刷角2.wfd"_s);
     EXPECT_EQ(said(), QStringList()) << "a preview needs no paper";
 
@@ -235,6 +237,8 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
 }
 
 TEST_F(Management, SaysWhyNothingIsPrinted) {
+    practice.addFile(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s),
+                     encode932(u"[同意書管理印刷]\r\n印刷帳票=9\r\n台帳様式=99\r\n宛先=-1\r\n"_s).bytes);
     openRows();
     choose(u"OptPrintMode_2"_s);
     ASSERT_TRUE(QFile::remove(practice.system(u"封筒印刷.wfd"_s)));
