@@ -122,18 +122,16 @@ QString printQuestion(std::span<const RequestRow> rows, const QString &note = {}
     return question + u"\r\nよろしいですか？"_s;
 }
 
-/// The request screen's letters, as it would propose them and with its last choices.
-/// @return whether rows were marked
-bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> &rows, PrintWay way,
-                   QWidget *parent) {
-    Environment &environment = opening.environment;
+/// What the request screen would propose for the rows; nothing where that cannot be read, which has been
+/// said.
+std::vector<RequestRow> requestsOf(const ListOpening &opening, const std::vector<ManagementRow> &rows) {
     std::vector<ConsentRowKey> keys;
     for (const ManagementRow &row : rows)
         keys.push_back(row.key);
-    const Result<GivenConsents> consents = readGivenConsents(opening.db, environment.branch, keys);
+    const Result<GivenConsents> consents = readGivenConsents(opening.db, opening.environment.branch, keys);
     if (!consents) {
-        environment.messages.fail(consents.reason(), u"DB-error"_s);
-        return false;
+        opening.environment.messages.fail(consents.reason(), u"DB-error"_s);
+        return {};
     }
     std::vector<RequestRow> requests;
     for (const ManagementRow &row : rows) {
@@ -145,16 +143,29 @@ bool putOutLetters(const ListOpening &opening, const std::vector<ManagementRow> 
         request.facts = consents->factsOf(row.key);
         request.kind = proposeLetterKind(request.facts);
     }
-    const LetterOptions options = keptLetterOptions(environment.folders, environment.clock.today());
-    const LetterOutput output = way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview;
-    return outputRequests(environment, opening.db, requests,
-                          {options, output, letterWait(parent), printQuestion(requests)}) ==
-           LetterOutcome::Printed;
+    return requests;
 }
 
+/// The request screen's letters with its last choices.
 PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
-    return [&](const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent) {
-        written = putOutLetters(opening, rows, way, parent) || written;
+    return [&](const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent) -> QString {
+        Environment &environment = opening.environment;
+        const std::vector<RequestRow> requests = requestsOf(opening, rows);
+        if (requests.empty())
+            return {};
+        switch (outputRequests(environment, opening.db, requests,
+                               {keptLetterOptions(environment.folders, environment.clock.today()),
+                                way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview,
+                                letterWait(parent), printQuestion(requests)})) {
+        case LetterOutcome::Stopped:
+            break;
+        case LetterOutcome::Shown:
+            return u"プレビューを表示しました。「依頼」の印は、印刷したときに付きます。"_s;
+        case LetterOutcome::Printed:
+            written = true;
+            return u"依頼書 %L1 件を印刷し、「依頼」の印を付けました。"_s.arg(requests.size());
+        }
+        return {};
     };
 }
 

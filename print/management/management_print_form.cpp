@@ -288,8 +288,11 @@ std::optional<std::vector<ManagementRow>> ManagementPrintForm::letterRows() {
 }
 
 void ManagementPrintForm::printLetters(PrintWay way) {
-    if (const std::optional<std::vector<ManagementRow>> rows = letterRows())
-        m_letters(*rows, way, this);
+    const std::optional<std::vector<ManagementRow>> rows = letterRows();
+    if (!rows)
+        return;
+    if (const QString outcome = m_letters(*rows, way, this); !outcome.isEmpty())
+        m_ui->lblState->setText(outcome);
 }
 
 void ManagementPrintForm::openRenewalList() {

@@ -14,8 +14,9 @@ class ManagementPrintForm;
 }
 
 /// Puts out the request letters of the rows, over the form given, and marks those that left.
+/// @return what came of it, for the user; empty where nothing was put out, which has been said
 using PutOutLetters =
-    std::function<void(const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent)>;
+    std::function<QString(const std::vector<ManagementRow> &rows, PrintWay way, QWidget *parent)>;
 
 /// Prints the documents of consent management: ledger, envelopes, request letters, renewal list. The forms
 /// that derive from it differ in where the rows come from.

@@ -32,8 +32,8 @@ Result<> ManagementSettings::read(const Folders &folders) {
 }
 
 Result<> ManagementSettings::write(const Folders &folders) const {
-    return section(folders).write({{modeKey, QString::number(int(mode))},
-                                   {patternKey, QString::number(int(ledger))},
-                                   {envelopeKey, QString::number(int(envelope))},
-                                   {destinationKey, QString::number(int(destination))}});
+    return section(folders).write({{modeKey, storedChoice(mode)},
+                                   {patternKey, storedChoice(ledger)},
+                                   {envelopeKey, storedChoice(envelope)},
+                                   {destinationKey, storedChoice(destination)}});
 }

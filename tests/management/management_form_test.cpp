@@ -42,6 +42,7 @@ protected:
         asked += way == PrintWay::Print ? u"print"_s : u"preview"_s;
         for (const ManagementRow &one : rows)
             asked += u"%1/%2"_s.arg(one.key.patient.nIDNo).arg(one.key.nDate);
+        return u"出力しました"_s;
     };
     void openRows() {
         auto list = std::make_unique<frm同意書管理印刷>(practice.environment, practice.database.db);
@@ -286,6 +287,7 @@ TEST_F(Management, MastersNeedNoConsent) {
     choose(u"OptPrintMode_3"_s);
     print();
     EXPECT_EQ(asked, (QStringList{u"print"_s, u"1/20260501"_s, u"1/20261101"_s}));
+    EXPECT_EQ(state(), u"出力しました"_s);
     EXPECT_TRUE(said().value(0).contains(u"依頼書を出力できない利用者：\r\n4 名前　だけ"_s));
 
     choose(u"OptPrintMode_2"_s);
@@ -329,25 +331,41 @@ TEST_F(Management, ConsentFormsOfPickedPatients) {
         << "in the order picked, the one still being typed included";
 }
 
-TEST_F(Management, LettersOfTheListAreMarked) {
+TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
     practice.addFile(practice.system(u"同意依頼書_CARE02_マ継続.wfd"_s));
-    practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo <> 2"_s);
+    practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo <> 5"_s);
     frm同意書管理 list(practice.environment);
     ASSERT_EQ(list.iInit(practice.database.db, 0), 0) << list.sErrMsg().toStdString();
     showActive(list);
+    auto *doctor = list.findChild<QLineEdit *>(u"txtcDoctorNo"_s);
+    doctor->setFocus();
+    typeText(doctor, u"13"_s);
+    QTest::keyClick(doctor, Qt::Key_Return);
+    QTest::keyClick(&list, Qt::Key_F4);
+    doctor->setFocus();
+    doctor->clear(); // not searched for: the rows are still the doctor's
     said();
+    const auto requested = [&] {
+        return practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 5"_s);
+    };
     QTimer::singleShot(0, &list, [&] {
         QWidget *screen = QApplication::activeModalWidget();
-        screen->findChild<QRadioButton *>(u"OptPrintMode_3"_s)->click();
-        screen->findChild<QPushButton *>(u"cmdPreview"_s)->click();
-        EXPECT_EQ(practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s),
-                  u"NULL"_s);
-        screen->findChild<QPushButton *>(u"cmdPrint"_s)->click();
+        const auto click = [&](const QString &button) {
+            screen->findChild<QAbstractButton *>(button)->click();
+        };
+        click(u"OptPrintMode_1"_s);
+        click(u"cmdPreview"_s);
+        EXPECT_EQ(ledger(), QStringList{u"5|マッサージ|2026/07/01|医師：筆　太"_s});
+        click(u"OptPrintMode_3"_s);
+        click(u"cmdPreview"_s);
+        EXPECT_EQ(requested(), u"NULL"_s);
+        practice.messages.answers = {Answer::Yes, Answer::Yes};
+        click(u"cmdPrint"_s);
         screen->close();
     });
     list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
     EXPECT_EQ(layout(), u"同意依頼書_CARE02_マ継続.wfd"_s) << said().join(u'|').toStdString();
-    EXPECT_EQ(practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s), u"1"_s);
+    EXPECT_EQ(requested(), u"1"_s);
 }
 
 } // namespace
