@@ -1,5 +1,6 @@
 #include "print/consent_form/form_columns.h"
 #include "print/ledger/ledger.h"
+#include "print/renewal_list/renewal_list.h"
 #include "print/request_letter/letters.h"
 #include "tests/viewer/report_fixture.h"
 #include "viewer/layout/layout_reader.h"
@@ -21,13 +22,7 @@ QStringList columnsOf(const QString &layout) {
     if (layout.startsWith(u"同意管理同意台帳"_s))
         return ledgerColumns();
     if (layout.contains(u"更新"_s))
-        return u"枠線描画 何月分 検索内容 改ページ条件 改ページID 主担当施術者ID 主担当施術者名 相談員ID "
-               u"相談員名 "
-               "明細No 利用者ID 利用者名 利用者カナ 施術区分 施術区分表示 変形徒手有無 要加療期間自 "
-               "要加療期間至 "
-               "変形徒手期間自 変形徒手期間至 同意日 診察日 初療日 初療日からの経過月 医師ID 医師名 "
-               "医療機関ID "
-               "医療機関名 医療機関住所 病院別依頼方法 個別依頼方法"_s.split(u' ');
+        return renewalColumns();
     if (layout.startsWith(u"利用者別"_s))
         return u"利用者ID 利用者名 同意年月日 加療期間開始 加療期間終了 同意医師名 病院名"_s.split(u' ');
     return consentFormColumns();
