@@ -2,15 +2,19 @@
 // interface, and what the user waits for at the screen. `list_bench FOLDER` uses the sample installation in
 // that folder, or makes it there; without a folder a temporary one is made.
 
+#include "app/base/codepage932.h"
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/list_screen.h"
 #include "consent/rows/list_query.h"
 #include "db/adodb.h"
 #include "db/sqlite/dialect.h"
+#include "export/grid_table.h"
+#include "export/make_csv.h"
 #include "sample/installation.h"
 
 #include <QApplication>
+#include <QFile>
 #include <QTemporaryDir>
 #include <algorithm>
 #include <cstdio>
@@ -46,6 +50,18 @@ void loadByProgram(cT_ADODB &db, ConsentListModel &model) {
     if (db.iOpenRecSet(rows, listSql(branch, filter)) != 0)
         stop(db.sErrMsg());
     model.load(std::move(rows), {day, filter.from, filter.to, false, {}, nullptr});
+}
+
+void joinCells(const ConsentListModel &model, const QString &path) {
+    QString text;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        for (int column = 0; column < model.columnCount(); ++column)
+            text += u'"' + model.index(row, column).data().toString() + u"\","_s;
+        text += u"\r\n"_s;
+    }
+    QFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(encode932(text).bytes) < 0)
+        stop(file.errorString());
 }
 
 /// The three ways to the same rows, in turns, so that a busy machine disturbs all alike.
@@ -115,6 +131,26 @@ void measureNarrowing(Figures &figures, ListScreen &screen) {
     figures.note("narrow by kana, slowest key stroke", *std::max_element(others.begin(), others.end()));
 }
 
+/// All rows and columns as a file, questions before it included, beside a loop over the same cells.
+void measureCsv(Figures &figures, cT_ADODB &db, const QString &path) {
+    ConsentListModel model;
+    loadByProgram(db, model);
+    std::vector<int> columns(size_t(model.columnCount()));
+    std::iota(columns.begin(), columns.end(), 0);
+    std::vector<double> loop, saved;
+    for (int i = 0; i < repetitions; ++i) {
+        loop.push_back(millisecondsOf([&] { joinCells(model, path + u".bare"_s); }));
+        saved.push_back(millisecondsOf([&] {
+            const GridTable table = readTable(model, columns);
+            modMakeCsv::lostCharacters(table, true);
+            modMakeCsv::formulas(table);
+            if (const Result<> written = modMakeCsv::write(path, table, {}); !written)
+                stop(written.reason());
+        }));
+    }
+    figures.compare("all rows and columns as CSV", median(saved), "bare loop", median(loop), 2.0);
+}
+
 void checkPlan(Figures &figures, const BareDatabase &bare) {
     const QStringList plan = bare.plan(embeddedDialect(listSql(branch, january()).toUtf8()));
     for (const QString &line : plan)
@@ -144,6 +180,7 @@ int main(int argc, char **argv) {
     measureScrolling(figures, screen);
     measureSorting(figures, screen);
     measureNarrowing(figures, screen);
+    measureCsv(figures, db, folder + u"/list.csv"_s);
     checkPlan(figures, bare);
     return figures.exitCode();
 }

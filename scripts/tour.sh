@@ -6,6 +6,7 @@
 . scripts/tour/management.sh
 . scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
+. scripts/tour/table.sh
 
 tour_shots=tour
 tour_count=0
@@ -43,13 +44,14 @@ keep_document() {
 # make_tour FOLDER: the whole tour. Printing many forms has a sample of its own in which treatments end.
 make_tour() {
     mkdir -p "$tour_shots"
-    rm -f "$tour_shots"/*.png "$tour_shots"/*.pdf "$tour_shots"/*.json
+    rm -f "$tour_shots"/*.png "$tour_shots"/*.pdf "$tour_shots"/*.json "$tour_shots"/*.csv
     installation=$1
     make_installation "$installation"
     start_display "${TOUR_SIZE:-1280x800}"
     tour_refused_mode
     tour_start
     tour_list
+    tour_table
     tour_end
     tour_road
     tour_management

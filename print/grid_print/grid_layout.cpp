@@ -20,7 +20,7 @@ constexpr double noteHeight = 4.5;
 constexpr double headingHeight = 8;
 
 constexpr double sizes[] = {9, 8.5, 8, 7.5, 7, 6.5};
-constexpr double bandSize = 7.5;
+constexpr double bandSize = 7;
 constexpr double widestStretch = 2; // of a table that is narrower than the sheet
 
 const QString bandItem = u"帯"_s;
