@@ -65,7 +65,7 @@ void frmMakeCsv::iInit(const QString &fileName, int rows, int columns) {
     const Result<CsvSettings> kept = readCsvSettings(m_environment.folders);
     if (!kept)
         m_environment.messages.failIn(kept.reason(), u"iInit()でエラー");
-    show(kept ? *kept : CsvSettings());
+    fill(kept ? *kept : CsvSettings());
     if (!fileName.isEmpty())
         m_ui->txtFileName->setText(fileName);
     changeEnding();
@@ -74,7 +74,7 @@ void frmMakeCsv::iInit(const QString &fileName, int rows, int columns) {
     m_ui->txtFileName->selectAll();
 }
 
-void frmMakeCsv::show(const CsvSettings &settings) {
+void frmMakeCsv::fill(const CsvSettings &settings) {
     m_ui->txtFolder->setText(QDir::toNativeSeparators(startFolder(settings.folder)));
     m_ui->txtFileName->setText(settings.fileName);
     m_ui->cmbType->setCurrentIndex(int(settings.type));

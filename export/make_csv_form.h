@@ -41,7 +41,7 @@ public:
 
 private:
     void wire();
-    void show(const CsvSettings &settings);
+    void fill(const CsvSettings &settings);
     void take();
     void chooseFolder();
     void changeEnding();

@@ -176,10 +176,10 @@ private:
         forEachCell([&](const Attributes &when, size_t column, size_t place, double x, double width) {
             rect(box(x, 0, width, height), Attributes{{u"width"_s, u"0.1"_s}} + when);
             const bool right = m_document.table.columns[column].right;
-            text(box(x + padding, 0, width - 2 * padding, height), m_plan.size,
+            text(box(x + padding, 0.35, width - 2 * padding, height - 0.7), m_plan.size,
                  Attributes{{u"align"_s, right ? u"right"_s : u"left"_s},
                             {u"wrap"_s, u"yes"_s},
-                            {u"line-height"_s, u"1.05"_s}} +
+                            {u"line-height"_s, u"1"_s}} +
                      when,
                  u"{%1}"_s.arg(columnItem(place)));
         });
