@@ -38,7 +38,7 @@ Envelope envelopeTo(const Addressee &addressee) {
 
 Envelope envelopeToPerson(const Addressee &addressee) {
     if (addressee.doctor.isEmpty())
-        return envelopeTo(addressee);
+        return addressee.institution.isEmpty() ? Envelope() : envelopeTo(addressee);
     return {zipDigits(addressee.zip), addressee.institution, addressee.doctor + u"　様"_s, addressee.address1,
             addressee.address2};
 }

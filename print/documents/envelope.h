@@ -29,8 +29,8 @@ struct Envelope {
 
 /// To the institution, for whoever handles its papers; to the doctor where no institution is known.
 Envelope envelopeTo(const Addressee &addressee);
-/// To the person (Addressee::doctor, whoever it is), at the institution where one is known; as envelopeTo for
-/// a nameless one.
+/// To the person (Addressee::doctor, whoever it is), at the institution where one is known; for a nameless
+/// one to the institution. Where neither is known the envelope is not addressed.
 Envelope envelopeToPerson(const Addressee &addressee);
 
 /// Paragraphs for the question before printing.

@@ -5,7 +5,7 @@
 #include "app/base/folders.h"
 #include "print/batch/print_messages.h"
 #include "print/ledger/ledger.h"
-#include "print/ledger/ledger_query.h"
+#include "print/management/management_ledger.h"
 #include "print/renewal_list/renewal_list_form.h"
 #include "ui_management_print_form.h"
 #include "widgets/enter_moves_on.h"
@@ -22,21 +22,6 @@ namespace {
 void number(QButtonGroup *group, int first) {
     for (int i = 0; i < group->buttons().size(); ++i)
         group->setId(group->buttons()[i], first + i);
-}
-
-/// "IDNo. name" of the rows' patients without a responsible practitioner.
-QStringList withoutStaff(const Ledger &ledger) {
-    QStringList names;
-    for (const LedgerRow &row : ledger.rows)
-        if (row.staff[0].isEmpty())
-            names += patientText(row.key.patient.nIDNo, row.name);
-    names.removeDuplicates();
-    return names;
-}
-
-void addNote(QStringList &notes, const QString &heading, const QStringList &names) {
-    if (!names.isEmpty())
-        addMessagePart(notes.emplace_back(), heading, names);
 }
 
 } // namespace
@@ -212,40 +197,11 @@ Result<> ManagementPrintForm::output(const ManagementDocument &document, PrintWa
 }
 
 Result<ManagementDocument> ManagementPrintForm::ledger() const {
-    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
-    if (!methods)
-        return Failure{methods.reason()};
-    const std::vector<ManagementRow> chosen = targets();
     LedgerOrder order;
-    order.branch = m_environment.branch;
     order.pattern = m_settings.ledger;
     order.period = {m_ui->imD_KikanFrom->date(), m_ui->imD_KikanTo->date()};
     order.searchName = searchName();
-    order.methods = *methods;
-    if (!fromMasters())
-        order.rows.emplace();
-    for (const ManagementRow &row : chosen)
-        fromMasters() ? order.patients.push_back(row.key.patient.nIDNo) : order.rows->push_back(row.key);
-    const Result<Ledger> ledger = readLedger(m_db, order);
-    if (!ledger)
-        return Failure{ledger.reason()};
-    ManagementDocument document{ledgerLayout(order.pattern), ledgerDataName(),
-                                ledgerData(ledger->rows, order, m_environment.clock.today())};
-    QStringList gone;
-    for (const size_t position : ledger->gone)
-        gone += chosen[position].who;
-    addNote(document.notes, u"次の行は最新の同意でないか、削除されているため、台帳に出力できません。"_s,
-            gone);
-    addNote(document.notes,
-            fromMasters() ? u"変形徒手の期間が入力されていません。変形徒手期間を入力してください。"_s
-                          : u"下記の利用者は変形徒手の期間が入力されていないため抽出できません。"_s,
-            withoutDeformityPeriod(ledger->rows));
-    if (order.pattern == LedgerPattern::Staff)
-        addNote(document.notes, u"施術者データがありません。次の利用者は、担当者を空欄のまま出力します。"_s,
-                withoutStaff(*ledger));
-    document.empty = nothingToPrint().text;
-    document.count = u"台帳 %L1 件"_s.arg(document.data.count());
-    return document;
+    return ledgerDocument(m_environment, m_db, {targets(), fromMasters()}, std::move(order));
 }
 
 Result<ManagementDocument> ManagementPrintForm::envelopes() {

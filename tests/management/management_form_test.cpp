@@ -8,6 +8,7 @@
 #include "tests/consent_form/practice.h"
 #include "tests/widgets/form_keys.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QDir>
 #include <QLabel>
@@ -305,6 +306,9 @@ TEST_F(Management, MastersNeedNoConsent) {
     QTest::keyClick(form->findChild<QListWidget *>(u"lstPicked"_s), Qt::Key_Delete);
     print();
     EXPECT_TRUE(said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no address";
+    practice.database.run(u"UPDATE RIYOUSHA SET cName = '', cAdress1 = 'x' WHERE nIDNo = 4"_s);
+    print();
+    EXPECT_TRUE(said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no name";
 }
 
 TEST_F(Management, ConsentFormsOfPickedPatients) {
@@ -366,6 +370,26 @@ TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
     list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
     EXPECT_EQ(layout(), u"同意依頼書_CARE02_マ継続.wfd"_s) << said().join(u'|').toStdString();
     EXPECT_EQ(requested(), u"1"_s);
+}
+
+TEST_F(Management, TheMastersAreReachedFromAListWithoutRows) {
+    practice.database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+    frm同意書管理 list(practice.environment);
+    ASSERT_EQ(list.iInit(practice.database.db, 0), 0) << list.sErrMsg().toStdString();
+    showActive(list);
+    QStringList opened;
+    for (const QString &entry : {u"mnDouishoMst"_s, u"mnDouishoListMst"_s}) {
+        QTimer::singleShot(0, &list, [&] {
+            QWidget *screen = QApplication::activeModalWidget();
+            opened += screen->objectName();
+            screen->close();
+        });
+        list.findChild<QAction *>(entry)->trigger();
+    }
+    EXPECT_EQ(opened, (QStringList{u"frm同意書印刷_mst"_s, u"frm同意書管理印刷_mst"_s}));
+    said();
+    list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
+    EXPECT_EQ(said(), QStringList{u"出力するデータがありません。"_s});
 }
 
 } // namespace
