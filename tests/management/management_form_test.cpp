@@ -311,6 +311,21 @@ TEST_F(Management, MastersNeedNoConsent) {
     EXPECT_TRUE(said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no name";
 }
 
+TEST_F(Management, TheRenewalListTakesThePatientsOver) {
+    openRows();
+    choose(u"OptPrintMode_4"_s);
+    QString opened, patients;
+    QTimer::singleShot(0, form.get(), [&] {
+        QWidget *screen = QApplication::activeModalWidget();
+        opened = screen->objectName();
+        patients = screen->findChild<QLabel *>(u"lblTaisyo"_s)->text();
+        screen->close();
+    });
+    form->findChild<QPushButton *>(u"cmdPrint"_s)->click();
+    EXPECT_EQ(opened, u"frm同意書更新リスト印刷"_s);
+    EXPECT_EQ(patients, u"対象の利用者 4 人"_s);
+}
+
 TEST_F(Management, ConsentFormsOfPickedPatients) {
     practice.addFile(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s), "\r\n");
     practice.addFile(QDir(practice.folders.data()).filePath(u"患者管理設定.ini"_s), "\r\n");
