@@ -83,6 +83,20 @@ bool PickListForm::refresh(bool sayEmpty) {
     return m_model.rowCount() > 0;
 }
 
+QString PickListForm::currentCode() const {
+    return m_model.at(m_ui->ssList->currentIndex().row()).code;
+}
+
+bool PickListForm::goToCode(const QString &code) {
+    if (m_model.rowOfCode(code) < 0)
+        m_ui->txtShibori->clear();
+    const int row = m_model.rowOfCode(code);
+    if (row >= 0)
+        m_ui->ssList->goTo(row, 0);
+    m_ui->ssList->setFocus();
+    return row >= 0;
+}
+
 void PickListForm::watchCondition(QLineEdit *box, const std::function<bool()> &changed) {
     box->installEventFilter(this);
     connect(box, &QLineEdit::returnPressed, this, [this, changed] {

@@ -65,6 +65,12 @@ protected:
     /// @return whether there are rows
     bool refresh(bool sayEmpty = true);
 
+    /// Code of the current row; empty when there is none.
+    QString currentCode() const;
+    /// Makes the row of a code current, dropping the narrowing that hides it.
+    /// @return false when the list has none
+    bool goToCode(const QString &code);
+
     /// Reads the list again when the box is left with another text; Enter also goes into the table.
     /// @param changed whether the conditions differ from those of the rows shown
     void watchCondition(QLineEdit *box, const std::function<bool()> &changed);

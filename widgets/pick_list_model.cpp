@@ -47,7 +47,7 @@ void PickListModel::setRows(Recordset rows) {
     endResetModel();
 }
 
-void PickListModel::narrow(const QString &typed) {
+void PickListModel::narrow(const QString &typed, const QString &codeStart) {
     QStringList words;
     for (const QString &word : typed.split(QRegularExpression(u"[\\s\u3000]+"_s), Qt::SkipEmptyParts)) {
         if (const QString folded = foldForSearch(word).removeIf(isNoise); !folded.isEmpty())
@@ -55,6 +55,7 @@ void PickListModel::narrow(const QString &typed) {
     }
     beginResetModel();
     m_words = words;
+    m_codeStart = codeStart;
     const QString alone = typed.trimmed();
     m_typedNumber = !alone.isEmpty() && std::ranges::all_of(alone, [](QChar c) { return c.isDigit(); });
     showMatches();
@@ -66,6 +67,13 @@ CodeName PickListModel::at(int shownRow) const {
         return {};
     const int row = sourceRow(shownRow);
     return {m_rows.text(row, m_rows.column(m_codeField)), m_rows.text(row, m_rows.column(m_nameField))};
+}
+
+int PickListModel::rowOfCode(const QString &code) const {
+    const int position = m_rows.column(m_codeField);
+    const auto found =
+        std::ranges::find_if(m_shown, [&](int row) { return m_rows.text(row, position) == code; });
+    return found == m_shown.end() ? -1 : int(found - m_shown.begin());
 }
 
 int PickListModel::rowCount(const QModelIndex &parent) const {
@@ -161,7 +169,8 @@ void PickListModel::showMatches() {
 
 bool PickListModel::matches(int row) const {
     const QStringView texts = foldedRow(row);
-    return std::ranges::all_of(m_words, [&](const QString &word) { return texts.contains(word); });
+    return texts.startsWith(m_codeStart) &&
+           std::ranges::all_of(m_words, [&](const QString &word) { return texts.contains(word); });
 }
 
 bool PickListModel::hasTypedCode(int row) const {

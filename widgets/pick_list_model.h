@@ -30,7 +30,8 @@ public:
     /// Keeps the rows in which every word of `typed` occurs in some column; case, width, kana kind, blanks
     /// and hyphens do not count. Rows whose code is typed come first, whatever the order. Empty text keeps
     /// all.
-    void narrow(const QString &typed);
+    /// @param codeStart only rows whose code begins so; empty: any
+    void narrow(const QString &typed, const QString &codeStart = {});
 
     /// Whether a number was typed that is the code of none of the rows, but stands in some of them.
     bool isNumberOfNone() const { return m_typedNumber && !m_codeTyped; }
@@ -40,6 +41,8 @@ public:
 
     /// Code and name of a shown row; empty for a row that is not there.
     CodeName at(int shownRow) const;
+    /// The shown row with a code; −1 when it is not shown.
+    int rowOfCode(const QString &code) const;
     /// The row of the recordset behind a shown row.
     int sourceRow(int shownRow) const { return m_shown.at(size_t(shownRow)); }
     const Recordset &rows() const { return m_rows; }
@@ -73,6 +76,7 @@ private:
     QString m_folded; ///< every row's code and texts, folded, one after the other
     std::vector<Span> m_spans;
     QStringList m_words; ///< folded
+    QString m_codeStart; ///< of the rows shown
     bool m_typedNumber = false;
     bool m_codeTyped = false; ///< the first rows shown are those of a typed code
     int m_sortColumn = -1;

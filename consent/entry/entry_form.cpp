@@ -53,7 +53,9 @@ short frmDouiRecordEdit::iInit(cT_ADODB &db, const PatientKey &patient) {
 
 void frmDouiRecordEdit::begin(cT_ADODB &db) {
     m_entry = std::make_unique<ConsentEntry>(m_environment, db);
+    m_masters = std::make_unique<MasterEditor>(m_environment, db);
     m_doctors = std::make_unique<MasterSearch>(Master::Doctor, db, m_environment);
+    m_masters->offer(*m_doctors, MasterKind::Doctor);
     m_doctor = new CodeNamePair(m_ui->txtIsiCd, m_ui->txtIsiName, m_ui->btnSelIsi,
                                 codeSearch(*m_doctors, m_environment.messages), m_environment.messages);
 }

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "consent/entry/entry.h"
-#include "search/master_search_form.h"
+#include "masters/master_editor.h"
 
 #include <QDialog>
 #include <memory>
@@ -46,6 +46,7 @@ private:
     Environment &m_environment;
     std::unique_ptr<Ui::frmDouiRecordEdit> m_ui;
     ColumnInputs *m_inputs = nullptr;
+    std::unique_ptr<MasterEditor> m_masters;
     std::unique_ptr<MasterSearch> m_doctors;
     CodeNamePair *m_doctor = nullptr;
     std::unique_ptr<ConsentEntry> m_entry;

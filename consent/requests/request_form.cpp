@@ -7,8 +7,8 @@
 #include "app/base/messages.h"
 #include "consent/requests/request_rows_model.h"
 #include "export/save_grid.h"
+#include "masters/master_editor.h"
 #include "print/request_letter/letter_query.h"
-#include "search/master_search_form.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/tick_delegate.h"
 #include "widgets/wait_message_form.h"
@@ -65,10 +65,12 @@ frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget
       m_environment(environment),
       m_db(db),
       m_ui(std::make_unique<Ui::RequestForm>()),
+      m_masters(std::make_unique<MasterEditor>(environment, db)),
       m_doctors(std::make_unique<MasterSearch>(Master::Doctor, db, environment)),
       m_model(new RequestRowsModel(this)) {
     m_ui->setupUi(this);
     setObjectName(u"frm同意依頼"_s);
+    m_masters->offer(*m_doctors, MasterKind::Doctor);
     setWindowFlag(Qt::WindowMaximizeButtonHint);
     Grid *grid = m_ui->ssIrai;
     grid->setModel(m_model);

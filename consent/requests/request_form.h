@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <memory>
 
+class MasterEditor;
 class MasterSearch;
 class RequestRowsModel;
 class cT_ADODB;
@@ -42,6 +43,7 @@ private:
     Environment &m_environment;
     cT_ADODB &m_db;
     std::unique_ptr<Ui::RequestForm> m_ui;
+    std::unique_ptr<MasterEditor> m_masters;
     std::unique_ptr<MasterSearch> m_doctors;
     RequestRowsModel *m_model;
     QString m_error;

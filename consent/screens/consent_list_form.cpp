@@ -37,10 +37,11 @@ constexpr int idle = 50; // milliseconds
 } // namespace
 
 struct frm同意書管理::Parts {
-    Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model)
+    Parts(Environment &environment, cT_ADODB &db, ConsentListModel &model,
+          std::function<void()> mastersChanged)
         : advisor(environment.folders, environment.branch, db),
           list(environment, db, model, advisor),
-          pickLists(db, environment) {}
+          pickLists(db, environment, std::move(mastersChanged)) {}
 
     ListAdvisor advisor;
     ConsentList list;
@@ -122,7 +123,7 @@ bool frm同意書管理::settleCell() {
 
 short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_db = &db;
-    m_parts = std::make_unique<Parts>(m_environment, db, *m_model);
+    m_parts = std::make_unique<Parts>(m_environment, db, *m_model, [this] { reread(); });
     if (const QString reason = takeMethods(); !reason.isEmpty())
         m_environment.messages.failIn(reason, u"iInit()でエラー");
     m_panel->setSearches(m_parts->pickLists.searches(m_environment.messages), m_environment.messages);

@@ -1,20 +1,26 @@
 #pragma once
 
 #include "consent/list/list_filter_panel.h"
-#include "search/master_search_form.h"
+#include "masters/master_editor.h"
 #include "search/patient_search_form.h"
 #include "search/staff_search_form.h"
 
 /// The pick lists behind the filter's selection buttons.
 struct PickLists {
-    PickLists(cT_ADODB &db, const Environment &environment)
-        : doctor(Master::Doctor, db, environment),
+    /// @param changed called after a row of a master was entered or edited there
+    PickLists(cT_ADODB &db, Environment &environment, std::function<void()> changed)
+        : editor(environment, db, std::move(changed)),
+          doctor(Master::Doctor, db, environment),
           hospital(Master::Hospital, db, environment),
           facility(Master::LivingFacility, db, environment),
           staff(db, environment),
           insurer(Master::Insurer, db, environment),
           counsellor(Master::Counsellor, db, environment),
-          patient(db, environment) {}
+          patient(db, environment) {
+        editor.offer(doctor, MasterKind::Doctor);
+        editor.offer(hospital, MasterKind::Facility);
+        editor.offer(facility, MasterKind::Facility);
+    }
 
     ListSearches searches(Messages &messages) {
         return {codeSearch(doctor, messages),   codeSearch(hospital, messages),
@@ -23,6 +29,7 @@ struct PickLists {
                 codeSearch(patient, messages)};
     }
 
+    MasterEditor editor;
     MasterSearch doctor;
     MasterSearch hospital;
     MasterSearch facility;

@@ -14,6 +14,7 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
+#include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
 #include "print/ledger/ledger.h"
@@ -167,6 +168,16 @@ PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
         }
         return {};
     };
+}
+
+template <class Form> bool openMaster(const ListOpening &opening) {
+    Form form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() != 0) {
+        opening.environment.messages.fail(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return form.written();
 }
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
@@ -367,4 +378,12 @@ bool openMasterConsentForms(const ListOpening &opening) {
     if (form.iInit(opening.db, {}, {}, {}, 0) == 0)
         form.exec();
     return false;
+}
+
+bool openDoctors(const ListOpening &opening) {
+    return openMaster<frmMainteIshi02>(opening);
+}
+
+bool openFacilities(const ListOpening &opening) {
+    return openMaster<frmMainteSisetsu>(opening);
 }

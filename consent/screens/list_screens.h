@@ -72,5 +72,11 @@ bool openManagementPrint(const ListOpening &opening);
 bool openMasterManagementPrint(const ListOpening &opening);
 ///@}
 
+/// @name Masters, from which the list's texts come
+///@{
+bool openDoctors(const ListOpening &opening);
+bool openFacilities(const ListOpening &opening);
+///@}
+
 /// Consent forms of patients who are picked from the master.
 bool openMasterConsentForms(const ListOpening &opening);

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "masters/master_description.h"
+
+/// What became of a row that was to be written.
+struct MasterOutcome {
+    enum Kind {
+        Done,
+        Refused, ///< a colleague was first, or the database cannot hold a text; nothing was written
+        Failed
+    };
+    Kind kind = Done;
+    QString text = {};
+};
+
+/// Why a row cannot be saved as it is typed; no text: it can.
+struct MasterObjection {
+    QString text;
+    QString column; ///< where to mend it
+};
+
+/// One row of a master while it is looked at, edited or deleted. What a colleague writes meanwhile is never
+/// overwritten: under the row's lock it is compared with what was read.
+class MasterEntry {
+public:
+    /// The connection must outlive the entry.
+    MasterEntry(const MasterDescription &description, cT_ADODB &db);
+
+    /// A new row with the number after the highest.
+    Result<> openNew();
+    Result<> open(const QString &code);
+
+    bool isNew() const { return m_isNew; }
+    bool isChanged() const { return m_values != m_read; }
+    QString code() const { return value(m_description.codeColumn); }
+    QString value(const QString &column) const { return m_values.value(column); }
+    /// An empty text leaves a column Null that was Null.
+    void setValue(const QString &column, const QString &text);
+
+    /// What is missing or does not fit its column; columns that were not changed are not judged.
+    MasterObjection whyWrong() const;
+    /// Whether the number is taken, or a colleague has written the row since it was read. A failure is the
+    /// database's.
+    Result<MasterObjection> whyOvertaken();
+    /// Texts that print as 〓, of those that were changed.
+    QStringList lostTexts() const;
+
+    /// Who names the row.
+    Result<MasterUses> uses();
+    /// Whether something was changed that others repeat.
+    bool changesRepeated() const;
+
+    /// Writes the row, in one transaction with the copies to those who repeat it.
+    MasterOutcome save(bool copy);
+    /// Deletes the row as it was read.
+    /// @param told who was said to name it: where more do by now, nothing is deleted
+    MasterOutcome remove(const MasterUses &told);
+
+private:
+    QString storedOtherwise(const MasterValues &stored) const;
+    template <class Work> MasterOutcome inTransaction(Work work);
+
+    const MasterDescription &m_description;
+    cT_ADODB &m_db;
+    std::unique_ptr<MasterStore> m_store;
+    bool m_isNew = false;
+    MasterValues m_read;
+    MasterValues m_values;
+};

@@ -1,0 +1,410 @@
+#include "masters/master_input_form.h"
+
+#include "app/base/environment.h"
+#include "app/base/messages.h"
+#include "app/base/request_methods.h"
+#include "app/base/text.h"
+#include "masters/postal_box.h"
+#include "masters/postal_search_form.h"
+#include "print/documents/lost_texts.h"
+#include "widgets/code_box.h"
+#include "widgets/enter_moves_on.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScreen>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString addressTitle = u"住所検索"_s;
+const QString postalTitle = u"郵便番号検索"_s;
+
+/// What a doctor's row takes over of the facility that is chosen.
+const std::pair<QString, QString> facilityItems[] = {
+    {u"cKikan"_s, u"cShamei1"_s},     {u"cKikanKana"_s, u"cShameiKana1"_s},
+    {u"cDaihyo"_s, u"cDaihyo"_s},     {u"cDaihyoKana"_s, u"cDaihyoKana"_s},
+    {u"cYubinNo"_s, u"cYubinNo"_s},   {u"cAddress1"_s, u"cAddress1"_s},
+    {u"cAddress2"_s, u"cAddress2"_s}, {u"cTelNo"_s, u"cTelNo"_s},
+    {u"cFaxNo"_s, u"cFaxNo"_s},       {u"cAddressKana"_s, u"cAddressKana"_s},
+};
+
+QStringList methodsOf(const Environment &environment, QString &oddity) {
+    const Result<RequestMethods> methods = readRequestMethods(environment.folders);
+    oddity = methods.reason();
+    QStringList texts = methods ? methods->texts : QStringList();
+    texts.removeAll(QString());
+    return texts;
+}
+
+QString textIn(const QWidget *widget) {
+    if (const auto *tick = qobject_cast<const QCheckBox *>(widget))
+        return tick->isChecked() ? u"1"_s : u"0"_s;
+    if (const auto *choice = qobject_cast<const QComboBox *>(widget))
+        return choice->currentText().trimmed();
+    if (const auto *memo = qobject_cast<const QPlainTextEdit *>(widget))
+        return memo->toPlainText().trimmed().replace(u'\n', u"\r\n"_s);
+    return static_cast<const QLineEdit *>(widget)->text().trimmed();
+}
+
+void showIn(QWidget *widget, const QString &text) {
+    if (auto *tick = qobject_cast<QCheckBox *>(widget))
+        tick->setChecked(text.toInt() != 0);
+    else if (auto *choice = qobject_cast<QComboBox *>(widget))
+        choice->setCurrentText(text);
+    else if (auto *memo = qobject_cast<QPlainTextEdit *>(widget))
+        memo->setPlainText(QString(text).remove(u'\r'));
+    else if (auto *line = static_cast<QLineEdit *>(widget)) {
+        line->setText(text);
+        line->setCursorPosition(0);
+    }
+}
+
+} // namespace
+
+MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget *parent)
+    : QDialog(parent),
+      m_editor(editor),
+      m_description(describeMaster(kind, methodsOf(editor.environment(), m_oddity))),
+      m_entry(m_description, editor.db()),
+      m_facilities(Master::LivingFacility, editor.db(), editor.environment()) {
+    setObjectName(m_description.inputForm);
+    editor.offer(m_facilities, MasterKind::Facility);
+    layOut();
+    new EnterMovesOn(this);
+    resize(QSize(fontMetrics().horizontalAdvance(u'漢') * 56, sizeHint().height())
+               .boundedTo(screen()->availableSize()));
+}
+
+MasterInputForm::~MasterInputForm() = default;
+
+void MasterInputForm::layOut() {
+    auto *layout = new QVBoxLayout(this);
+    auto *grid = new QGridLayout;
+    grid->setVerticalSpacing(4);
+    grid->setColumnStretch(1, 1);
+    grid->setColumnStretch(3, 1);
+    int row = 0;
+    bool left = true;
+    for (const MasterField &field : m_description.fields) {
+        if (field.wide)
+            add(*grid, field, row++, 0, 3);
+        else
+            add(*grid, field, left ? row : row++, left ? 0 : 2, 1);
+        left = field.wide || !left;
+    }
+    layout->addLayout(grid);
+    layout->addStretch();
+    auto *buttons = new QHBoxLayout;
+    buttons->addStretch();
+    const auto button = [&](const QString &name, const QString &caption, const QString &key) {
+        auto *made = new QPushButton(caption);
+        made->setObjectName(name);
+        made->setShortcut(key);
+        made->setAutoDefault(false);
+        buttons->addWidget(made);
+        return made;
+    };
+    connect(button(u"btnRegist"_s, u"登録 (F5)"_s, u"F5"_s), &QPushButton::clicked, this, [this] {
+        if (iDataSave() == 0)
+            accept();
+    });
+    connect(button(u"btnEnd"_s, u"終了 (F12)"_s, u"F12"_s), &QPushButton::clicked, this,
+            [this] { reject(); });
+    layout->addLayout(buttons);
+}
+
+void MasterInputForm::add(QGridLayout &grid, const MasterField &field, int row, int column, int span) {
+    QWidget *input = makeInput(field);
+    input->setObjectName(field.column);
+    m_inputs.push_back({&field, input, {}});
+    if (field.kind == MasterField::Tick) {
+        grid.addWidget(input, row, column + 1, 1, span);
+        return;
+    }
+    auto *caption = new QLabel(field.caption);
+    caption->setBuddy(input);
+    grid.addWidget(caption, row, column);
+    QWidget *placed = input;
+    if (field.kind == MasterField::PostalCode)
+        placed = withButton(input, u"btnYubin"_s, u"住所検索 (F7)"_s, &MasterInputForm::findAddress);
+    else if (field.kind == MasterField::Address)
+        placed = withButton(input, u"btnAdd"_s, u"郵便番号検索 (F8)"_s, &MasterInputForm::findPostalCode);
+    else if (field.kind == MasterField::Facility)
+        placed = input->parentWidget();
+    grid.addWidget(placed, row, column + 1, 1, span);
+}
+
+QWidget *MasterInputForm::makeInput(const MasterField &field) {
+    switch (field.kind) {
+    case MasterField::Code: {
+        auto *box = new CodeBox;
+        box->setDigits(field.bytes);
+        return box;
+    }
+    case MasterField::Suggested: {
+        auto *choice = new QComboBox;
+        choice->setEditable(true);
+        choice->addItems(field.proposals);
+        return choice;
+    }
+    case MasterField::Memo: {
+        auto *memo = new QPlainTextEdit;
+        memo->setTabChangesFocus(true);
+        memo->setFixedHeight(fontMetrics().lineSpacing() * 3 + fontMetrics().height());
+        return memo;
+    }
+    case MasterField::PostalCode:
+        return new PostalBox;
+    case MasterField::Facility:
+        return facilityInput(field);
+    case MasterField::Tick:
+        return new QCheckBox(field.caption);
+    case MasterField::Text:
+    case MasterField::Address:
+        break;
+    }
+    return new QLineEdit;
+}
+
+QWidget *MasterInputForm::withButton(QWidget *input, const QString &name, const QString &caption,
+                                     void (MasterInputForm::*work)()) {
+    auto *both = new QWidget;
+    auto *row = new QHBoxLayout(both);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setShortcut(name == u"btnYubin" ? u"F7"_s : u"F8"_s);
+    button->setAutoDefault(false);
+    button->setFocusPolicy(Qt::ClickFocus);
+    connect(button, &QPushButton::clicked, this, work);
+    row->addWidget(input);
+    row->addWidget(button);
+    if (qobject_cast<PostalBox *>(input))
+        row->addStretch();
+    return both;
+}
+
+QWidget *MasterInputForm::facilityInput(const MasterField &field) {
+    auto *both = new QWidget;
+    auto *row = new QHBoxLayout(both);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *code = new CodeBox;
+    auto *name = new QLineEdit;
+    auto *pick = new QPushButton(u"選択 (&I)"_s);
+    code->setDigits(field.bytes);
+    code->setToolTip(u"番号を入力して Enter。一覧から選ぶには ↓"_s);
+    name->setObjectName(u"SISETSUSHAMEI"_s);
+    pick->setObjectName(u"btnSelSisetsu"_s);
+    pick->setAutoDefault(false);
+    pick->setFocusPolicy(Qt::ClickFocus);
+    row->addWidget(code);
+    row->addWidget(name, 1);
+    row->addWidget(pick);
+    Messages &messages = m_editor.environment().messages;
+    m_facility = new CodeNamePair(code, name, pick, codeSearch(m_facilities, messages), messages);
+    return code;
+}
+
+short MasterInputForm::iInit(const QString &code) {
+    const Result<> opened = code.isEmpty() ? m_entry.openNew() : m_entry.open(code);
+    if (!opened) {
+        m_error = opened.reason();
+        return -1;
+    }
+    if (!m_oddity.isEmpty())
+        m_editor.environment().messages.failIn(m_oddity, u"iInit()でエラー");
+    setWindowTitle(m_description.noun + (m_entry.isNew() ? u"登録（新規）"_s : u"登録（修正）"_s));
+    showValues();
+    auto *number = static_cast<CodeBox *>(input(m_description.codeColumn));
+    number->setReadOnly(!m_entry.isNew());
+    number->setFocusPolicy(m_entry.isNew() ? Qt::StrongFocus : Qt::NoFocus);
+    goTo(m_description.nameColumn);
+    return 0;
+}
+
+void MasterInputForm::showValues() {
+    for (Input &each : m_inputs) {
+        const QString text = m_entry.value(each.field->column);
+        if (each.field->kind == MasterField::Facility && !text.isEmpty()) {
+            const CodeLookup facility = m_facilities.lookup(text);
+            m_facility->setRow({text, facility.found() ? facility.row.name : facility.reason});
+            takeFacility(text);
+        } else if (each.field->kind == MasterField::PostalCode && !postalDigits(text).isEmpty()) {
+            showIn(each.widget, postalText(postalDigits(text)));
+        } else {
+            showIn(each.widget, text);
+        }
+        each.shown = textIn(each.widget);
+    }
+    if (m_facility)
+        connect(m_facility, &CodeNamePair::changed, this,
+                [this](const CodeName &row) { takeFacility(row.code); });
+}
+
+void MasterInputForm::take() {
+    for (Input &each : m_inputs)
+        if (const QString text = textIn(each.widget); text != each.shown) {
+            m_entry.setValue(each.field->column, text);
+            each.shown = text;
+        }
+}
+
+QWidget *MasterInputForm::input(const QString &column) const {
+    const auto found =
+        std::ranges::find(m_inputs, column, [](const Input &each) { return each.field->column; });
+    return found == m_inputs.end() ? nullptr : found->widget;
+}
+
+QString MasterInputForm::textOf(const QString &column) const {
+    return textIn(input(column));
+}
+
+void MasterInputForm::setText(const QString &column, const QString &text) {
+    showIn(input(column), text);
+}
+
+void MasterInputForm::goTo(const QString &column) {
+    QWidget *wanted = input(column);
+    wanted->setFocus(Qt::OtherFocusReason);
+    if (auto *line = qobject_cast<QLineEdit *>(wanted))
+        line->selectAll();
+}
+
+// What is empty, or repeats the facility that was in force, follows the one that is chosen.
+void MasterInputForm::takeFacility(const QString &code) {
+    MasterValues fresh;
+    if (!code.isEmpty())
+        if (const auto read = makeMasterStore(MasterKind::Facility, m_editor.db())->read(code); read && *read)
+            fresh = **read;
+    const bool shownFirst = !isVisible();
+    for (const auto &[own, ofFacility] : facilityItems)
+        if (const QString now = textOf(own); !shownFirst && !fresh.value(ofFacility).isEmpty() &&
+                                             (now.isEmpty() || now == m_facilityValues.value(ofFacility)))
+            setText(own, fresh.value(ofFacility));
+    m_facilityValues = fresh;
+}
+
+const PostalCodes *MasterInputForm::postalCodes(const QString &title) {
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    const Result<const PostalCodes *> codes = m_editor.postalBook().codes();
+    QApplication::restoreOverrideCursor();
+    Messages &messages = m_editor.environment().messages;
+    if (!codes)
+        messages.warn(codes.reason(), title);
+    else if (const QString oddity = m_editor.postalBook().takeOddity(); !oddity.isEmpty())
+        messages.warn(oddity, title);
+    return codes ? *codes : nullptr;
+}
+
+void MasterInputForm::findAddress() {
+    Messages &messages = m_editor.environment().messages;
+    const QString digits = postalDigits(textOf(u"cYubinNo"_s));
+    if (digits.size() < 3) {
+        messages.warn(u"郵便番号を3桁以上入力してください。"_s, addressTitle);
+        goTo(u"cYubinNo"_s);
+        return;
+    }
+    if (const PostalCodes *codes = postalCodes(addressTitle))
+        if (const auto place = choosePlace(messages, addressTitle, codes->withCode(digits), this))
+            takeAddress(*place);
+}
+
+void MasterInputForm::findPostalCode() {
+    Messages &messages = m_editor.environment().messages;
+    if (textOf(u"cAddress1"_s).isEmpty()) {
+        messages.warn(u"住所を入力してください。"_s, postalTitle);
+        goTo(u"cAddress1"_s);
+        return;
+    }
+    if (const PostalCodes *codes = postalCodes(postalTitle))
+        if (const auto place =
+                choosePlace(messages, postalTitle, codes->ofAddress(textOf(u"cAddress1"_s)), this))
+            setText(u"cYubinNo"_s, postalText(place->code));
+}
+
+// An address that lies in the place keeps its house number; another one goes only when the user says so.
+void MasterInputForm::takeAddress(const PostalPlace &place) {
+    setText(u"cYubinNo"_s, postalText(place.code));
+    const QString before = textOf(u"cAddress1"_s);
+    if (!before.startsWith(place.address())) {
+        if (!before.isEmpty() &&
+            !m_editor.environment().messages.ask(
+                u"住所「%1」を「%2」に置き換えます。\r\nよろしいですか？"_s.arg(before, place.address()),
+                addressTitle))
+            return;
+        setText(u"cAddress1"_s, place.address());
+        setText(u"cAddressKana"_s, toFullWidth(place.kana));
+    }
+    auto *address = static_cast<QLineEdit *>(input(u"cAddress1"_s));
+    address->setFocus();
+    address->end(false);
+}
+
+bool MasterInputForm::refused(const MasterObjection &objection) {
+    if (objection.text.isEmpty())
+        return false;
+    m_editor.environment().messages.warn(objection.text);
+    goTo(objection.column);
+    return true;
+}
+
+/// Whether to bring the change to those who repeat it.
+/// @return false when the save was cancelled or nobody could be asked for
+bool MasterInputForm::mayCopy(bool &copy) {
+    copy = false;
+    if (!m_entry.changesRepeated())
+        return true;
+    Messages &messages = m_editor.environment().messages;
+    const Result<MasterUses> uses = m_entry.uses();
+    if (!uses) {
+        messages.failIn(uses.reason(), u"iDataSaveでエラー");
+        return false;
+    }
+    if (uses->none())
+        return true;
+    const Answer answer =
+        messages.show({u"この%1は、%2 で使われています。\r\n変更した内容を、%3にも反映しますか？"_s.arg(
+                           m_description.noun, usesText(*uses), m_description.repeaters),
+                       MessageIcon::Question, u"登録確認"_s, MessageButtons::YesNoCancel, Answer::Yes});
+    copy = answer == Answer::Yes;
+    return answer != Answer::Cancel;
+}
+
+short MasterInputForm::iDataSave() {
+    Messages &messages = m_editor.environment().messages;
+    if (m_facility && !m_facility->settle())
+        return -1;
+    take();
+    if (refused(m_entry.whyWrong()))
+        return -1;
+    const Result<MasterObjection> overtaken = m_entry.whyOvertaken();
+    if (!overtaken) {
+        messages.failIn(overtaken.reason(), u"iDataSaveでエラー");
+        return -1;
+    }
+    bool copy = false;
+    if (refused(*overtaken) ||
+        !mayLose(messages, m_entry.lostTexts(), u"登録確認"_s, u"内容を登録しますか？"_s) || !mayCopy(copy))
+        return -1;
+    const MasterOutcome outcome = m_entry.save(copy);
+    if (outcome.kind == MasterOutcome::Refused)
+        messages.warn(outcome.text);
+    else if (outcome.kind == MasterOutcome::Failed)
+        messages.failIn(outcome.text, u"iDataSaveでエラー");
+    return outcome.kind == MasterOutcome::Done ? 0 : -1;
+}
+
+void MasterInputForm::reject() {
+    take();
+    if (!m_entry.isChanged() ||
+        m_editor.environment().messages.ask(u"入力した内容を登録しないで終了します。\r\nよろしいですか？"_s,
+                                            u"終了問合せ"_s, Answer::No))
+        QDialog::reject();
+}

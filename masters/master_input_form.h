@@ -1,0 +1,70 @@
+#pragma once
+
+#include "masters/master_editor.h"
+#include "masters/master_entry.h"
+
+#include <QDialog>
+
+class CodeNamePair;
+class PostalBox;
+class QGridLayout;
+
+/// Entry of one row of a master: of a doctor frmInputIshi02, of a facility frmInputSisetsu. Created,
+/// initialised by iInit and shown modally; accepted when the row was saved. Its inputs bear the names of
+/// their columns.
+class MasterInputForm : public QDialog {
+public:
+    MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget *parent = nullptr);
+    ~MasterInputForm() override;
+
+    /// Shows a row; without a code a new one. 0, or −1 with sErrMsg.
+    short iInit(const QString &code = {});
+    const QString &sErrMsg() const { return m_error; }
+    /// Number of the row.
+    QString code() const { return m_entry.code(); }
+
+    /// Checks, asks and saves. 0, or −1: why has been said, or the user would rather not.
+    short iDataSave();
+
+    /// Asks where something would be lost.
+    void reject() override;
+
+private:
+    struct Input {
+        const MasterField *field;
+        QWidget *widget;
+        QString shown; ///< while the input shows this, its column is not touched
+    };
+
+    void layOut();
+    void add(QGridLayout &grid, const MasterField &field, int row, int column, int span);
+    QWidget *makeInput(const MasterField &field);
+    QWidget *withButton(QWidget *input, const QString &name, const QString &caption,
+                        void (MasterInputForm::*work)());
+    QWidget *facilityInput(const MasterField &field);
+    void showValues();
+    void take();
+    void goTo(const QString &column);
+    QWidget *input(const QString &column) const;
+    QString textOf(const QString &column) const;
+    void setText(const QString &column, const QString &text);
+
+    void findAddress();
+    void findPostalCode();
+    const PostalCodes *postalCodes(const QString &title);
+    void takeAddress(const PostalPlace &place);
+    void takeFacility(const QString &code);
+
+    bool mayCopy(bool &copy);
+    bool refused(const MasterObjection &objection);
+
+    MasterEditor &m_editor;
+    MasterDescription m_description;
+    MasterEntry m_entry;
+    MasterSearch m_facilities;
+    CodeNamePair *m_facility = nullptr;
+    MasterValues m_facilityValues; ///< of the facility in force
+    std::vector<Input> m_inputs;
+    QString m_error;
+    QString m_oddity; ///< the practice's ways to ask could not be read
+};

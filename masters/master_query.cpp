@@ -1,0 +1,109 @@
+#include "masters/master_query.h"
+
+#include "db/sql_text.h"
+#include "db/tables/base/table_text.h"
+#include "db/tables/keys_query.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A doctor's number as patients hold it, and as consents do.
+QString namesDoctor(const QString &code) {
+    return u"(RIYOUSHA.nDouiIsiCd = "_s + sqlNumber(code.toLongLong()) +
+           u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s + sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") +
+           u" AND RIYOUSHA_SUB.iIsiCd2 = "_s + sqlText(code) + u"))"_s;
+}
+
+QString namesFacility(const QString &code) {
+    return u"(RIYOUSHA.nSisetsuCd = "_s + code + u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+           sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iSisetsuCode = "_s + code +
+           u"))"_s;
+}
+
+/// Items that a doctor's row repeats of its facility, each with what belongs to it.
+struct Repeated {
+    QStringList facility;
+    QStringList doctor;
+};
+
+const QList<Repeated> &repeatedByDoctors() {
+    static const QList<Repeated> items{
+        {{u"cShamei1"_s, u"cShameiKana1"_s}, {u"cKikan"_s, u"cKikanKana"_s}},
+        {{u"cAddress1"_s, u"cAddress2"_s, u"cAddressKana"_s, u"cYubinNo"_s},
+         {u"cAddress1"_s, u"cAddress2"_s, u"cAddressKana"_s, u"cYubinNo"_s}},
+        {{u"cTelNo"_s}, {u"cTelNo"_s}},
+        {{u"cFaxNo"_s}, {u"cFaxNo"_s}},
+    };
+    return items;
+}
+
+} // namespace
+
+QString masterListSql(MasterKind kind) {
+    if (kind == MasterKind::Doctor)
+        return u"SELECT DOCTOR.cIDNo AS code, DOCTOR.cName AS name, DOCTOR.cNameKana AS kana, DOCTOR.cKikan "
+               u"AS "
+               "kikan, DOCTOR.cTelNo AS tel, DOCTOR.cFaxNo AS fax, DOCTOR.cYubinNo AS yubin, "
+               "DOCTOR.cAddress1 AS "
+               "address1, DOCTOR.cAddress2 AS address2, DOCTOR.cMail1 AS mail, SISETSU.cDouiIrai AS irai, "
+               "CASE "
+               "WHEN DOCTOR.iDouiiraiON = 1 THEN '個別' ELSE '' END AS letters, USED.patients AS patients "
+               "FROM "
+               "DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode LEFT JOIN (SELECT cIsiCd, "
+               "COUNT(*) "
+               "AS patients FROM (SELECT DISTINCT cIsiCd, iKyotenCd, iKyotenEb, nIDNo FROM "
+               "RIYOUSHA_DOUI_REC) AS "
+               "NAMED GROUP BY cIsiCd) AS USED ON USED.cIsiCd = DOCTOR.cIDNo ORDER BY CAST(DOCTOR.cIDNo AS "
+               "NUMERIC(10))"_s;
+    return u"SELECT SISETSU.nIDNo AS code, SISETSU.cShamei1 AS name, SISETSU.cShameiKana1 AS kana, "
+           "SISETSU.cSisetsuType AS kind, SISETSU.cTelNo AS tel, SISETSU.cFaxNo AS fax, SISETSU.cYubinNo AS "
+           "yubin, "
+           "SISETSU.cAddress1 AS address1, SISETSU.cAddress2 AS address2, SISETSU.cDouiIrai AS irai, "
+           "SISETSU.cComment AS comment, WORKING.doctors AS doctors, HOUSED.patients AS patients FROM "
+           "SISETSU LEFT "
+           "JOIN (SELECT iSisetsuCode, COUNT(*) AS doctors FROM DOCTOR GROUP BY iSisetsuCode) AS WORKING ON "
+           "WORKING.iSisetsuCode = SISETSU.nIDNo LEFT JOIN (SELECT nSisetsuCd, COUNT(*) AS patients FROM "
+           "RIYOUSHA "
+           "GROUP BY nSisetsuCd) AS HOUSED ON HOUSED.nSisetsuCd = SISETSU.nIDNo ORDER BY SISETSU.nIDNo"_s;
+}
+
+QString masterUsesSql(MasterKind kind, const QString &code) {
+    const QString count = u"SELECT COUNT(*) FROM "_s;
+    if (kind == MasterKind::Doctor)
+        return u"SELECT ("_s + count + u"RIYOUSHA_DOUI_REC WHERE RIYOUSHA_DOUI_REC.cIsiCd = "_s +
+               sqlText(code) + u") AS consents, ("_s + count + u"RIYOUSHA WHERE "_s + namesDoctor(code) +
+               u") AS patients, 0 AS doctors"_s;
+    return u"SELECT 0 AS consents, ("_s + count + u"RIYOUSHA WHERE "_s + namesFacility(code) +
+           u") AS patients, ("_s + count + u"DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + code +
+           u") AS doctors"_s;
+}
+
+QString masterLockSql(MasterKind kind, const QString &code) {
+    return kind == MasterKind::Doctor ? u"UPDATE DOCTOR SET cName = cName WHERE cIDNo = "_s + sqlText(code)
+                                      : u"UPDATE SISETSU SET cShamei1 = cShamei1 WHERE nIDNo = "_s + code;
+}
+
+QStringList facilityToDoctorsSql(const MasterValues &before, const MasterValues &now,
+                                 const QString &computer) {
+    QStringList statements;
+    for (const Repeated &item : repeatedByDoctors()) {
+        QList<std::pair<QString, QString>> values;
+        QString where = u"iSisetsuCode = "_s + now.value(u"nIDNo"_s);
+        bool changed = false;
+        for (qsizetype i = 0; i < item.facility.size(); ++i) {
+            const QString old = before.value(item.facility[i]);
+            const QString fresh = now.value(item.facility[i]);
+            changed = changed || old != fresh;
+            values.append({item.doctor[i], sqlText(fresh)});
+            // The first of an item's columns says whether it is repeated.
+            if (i == 0)
+                where += u" and "_s + item.doctor[i] + u" = "_s + sqlText(old);
+        }
+        values.append({u"cPcName"_s, sqlText(computer)});
+        values.append({u"tUpDateTime"_s, u"GetDate()"_s});
+        if (changed && !before.value(item.facility[0]).isEmpty())
+            statements.append(copySql(u"DOCTOR", values, where));
+    }
+    return statements;
+}

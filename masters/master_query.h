@@ -1,0 +1,19 @@
+#pragma once
+
+#include "masters/master_store.h"
+
+/// The rows of the list, in the order of their numbers: the columns of the master, and `patients`, `doctors`,
+/// `letters` beside them.
+QString masterListSql(MasterKind kind);
+
+/// Counts of those who name the row: consents, patients, doctors.
+QString masterUsesSql(MasterKind kind, const QString &code);
+
+/// An update that changes nothing, so that the row is the transaction's.
+QString masterLockSql(MasterKind kind, const QString &code);
+
+/// Brings a facility's name, address and telephone to its doctors, each item where the doctor's row repeats
+/// what the facility had before: what a doctor has of his own stays.
+/// @return statements to be run one after the other; none when nothing of that changed
+QStringList facilityToDoctorsSql(const MasterValues &before, const MasterValues &now,
+                                 const QString &computer);

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "app/base/result.h"
+
+#include <QHash>
+#include <QString>
+#include <memory>
+#include <optional>
+
+class cT_ADODB;
+
+/// The masters that are kept here.
+enum class MasterKind { Doctor, Facility };
+
+/// One row of a master as texts by the names of its columns; Null is a null text.
+using MasterValues = QHash<QString, QString>;
+
+/// Who names a row of a master.
+struct MasterUses {
+    int consents = 0;
+    int patients = 0;
+    int doctors = 0; ///< of a facility
+
+    bool none() const { return consents == 0 && patients == 0 && doctors == 0; }
+    friend bool operator==(const MasterUses &, const MasterUses &) = default;
+};
+
+/// The table of a master, row by row, in the caller's transaction. Codes are numbers.
+class MasterStore {
+public:
+    virtual ~MasterStore() = default;
+
+    /// The row of a number; nothing when there is none.
+    virtual Result<std::optional<MasterValues>> read(const QString &code) = 0;
+    /// The highest number in use.
+    virtual Result<qint64> highestCode() = 0;
+    virtual Result<> insert(const MasterValues &values) = 0;
+    /// A failure too when the row is not there.
+    virtual Result<> update(const MasterValues &values) = 0;
+    virtual Result<> remove(const MasterValues &values) = 0;
+
+    /// Keeps other programs from writing the row until the transaction ends.
+    virtual Result<> lock(const QString &code) = 0;
+    virtual Result<MasterUses> uses(const QString &code) = 0;
+    /// Brings what other tables repeat of the row up to date.
+    virtual Result<> copy(const MasterValues &before, const MasterValues &now) = 0;
+};
+
+/// The connection must outlive the store.
+std::unique_ptr<MasterStore> makeMasterStore(MasterKind kind, cT_ADODB &db);
