@@ -59,6 +59,7 @@ private:
     bool refused(const MasterObjection &objection);
 
     MasterEditor &m_editor;
+    QString m_oddity; ///< the practice's ways to ask could not be read; found while describing
     MasterDescription m_description;
     MasterEntry m_entry;
     MasterSearch m_facilities;
@@ -66,5 +67,4 @@ private:
     MasterValues m_facilityValues; ///< of the facility in force
     std::vector<Input> m_inputs;
     QString m_error;
-    QString m_oddity; ///< the practice's ways to ask could not be read
 };

@@ -1,5 +1,7 @@
 #include "sample/ini_files.h"
 
+#include "sample/names.h"
+
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
@@ -85,6 +87,24 @@ TextFile mailSettings() {
                    u"メール件名=同意書のお知らせ"_s, u"暗号化="_s});
 }
 
+/// The towns in the form in which postal codes are given out; the last one goes over two lines.
+TextFile postalCodes() {
+    const auto line = [](const QString &code, const QString &cityKana, const QString &kana,
+                         const QString &city, const QString &town) {
+        return uR"(99999,"992  ","%1","ﾐﾄﾞﾘｶﾜｹﾝ","%2","%3","緑川県","%4","%5",0,0,0,0,0,0)"_s.arg(
+            code, cityKana, kana, city, town);
+    };
+    QStringList list;
+    for (const Town &town : sampleTowns())
+        list += line(town.code, town.cityKana, town.kana, town.city, town.name);
+    list += line(u"9921000"_s, u"ﾜｶﾊﾞｼ"_s, u"ｲｶﾆｹｲｻｲｶﾞﾅｲﾊﾞｱｲ"_s, u"若葉市"_s, u"以下に掲載がない場合"_s);
+    list += line(u"9921310"_s, u"ﾜｶﾊﾞｼ"_s, u"ｺｳｷﾀﾞｲ(1-5ﾁｮｳﾒ)"_s, u"若葉市"_s, u"光樹台（１～５丁目）"_s);
+    list += line(u"9921320"_s, u"ﾜｶﾊﾞｼ"_s, u"ｺｳｷﾀﾞｲ(6-9ﾁｮｳﾒ､"_s, u"若葉市"_s,
+                 u"光樹台（６～９丁目、１０丁目１番～"_s);
+    list += line(u"9921320"_s, u"ﾜｶﾊﾞｼ"_s, u"10ﾁｮｳﾒ)"_s, u"若葉市"_s, u"２０番）"_s);
+    return inData(u"郵便番号/KEN_ALL.CSV"_s, list);
+}
+
 TextFile diagnoses() {
     return inData(u"傷病名List.txt"_s,
                   {u"脳梗塞後遺症"_s, u"脳出血後遺症"_s, u"パーキンソン病"_s, u"変形性膝関節症"_s,
@@ -104,6 +124,7 @@ QList<TextFile> settingsFiles(const QString &database) {
             displaySettings(),
             mailSettings(),
             diagnoses(),
+            postalCodes(),
             inData(u"nippou.ini"_s, {u"[日報]"_s}),
             inData(u"DataFile.ini"_s, {u"[LAST_DIR_NAME]="_s, u"[LAST_FILE_NAME]="_s, u"[FILE_TYPE]=0"_s,
                                        u"[FILE_DELIMIT]=0"_s, u"[FILE_ETC]=0"_s, u"[FILE_OPN]=0"_s})};

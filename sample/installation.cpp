@@ -45,10 +45,12 @@ QString whyUnusable(const QString &database) {
 }
 
 Result<> writeSettings(const QDir &folder, const QString &database) {
-    for (const TextFile &file : settingsFiles(database))
+    for (const TextFile &file : settingsFiles(database)) {
+        folder.mkpath(QFileInfo(file.path).path());
         if (Result<> written = writeFileWhole(folder.filePath(file.path), encode932(file.text).bytes);
             !written)
             return written;
+    }
     return {};
 }
 

@@ -7,6 +7,10 @@ namespace sample {
 
 namespace {
 
+QString faxOf(const QString &telephone) {
+    return QString(telephone).replace(u"0999-"_s, u"0998-"_s);
+}
+
 const QList<Column<Facility>> &facilityColumns() {
     using R = const Facility &;
     static const QList<Column<Facility>> columns = {
@@ -28,7 +32,12 @@ const QList<Column<Facility>> &facilityColumns() {
         {"cAddress1", [](Cell c, R r) { c.put(r.place.line1); }},
         {"cAddress2", [](Cell c, R r) { c.put(r.place.line2); }},
         {"cTelNo", [](Cell c, R r) { c.put(r.telephone); }},
+        {"cFaxNo", [](Cell c, R r) { c.put(faxOf(r.telephone)); }},
         {"cDouiIrai", [](Cell c, R r) { c.put(r.requestMethod); }},
+        {"cComment",
+         [](Cell c, R r) {
+             c.put(r.id % 5 == 0 ? u"火曜午後は休診。\r\n書類は受付の窓口へ。"_s : QString());
+         }},
     };
     return columns;
 }
@@ -48,6 +57,9 @@ const QList<Column<Doctor>> &doctorColumns() {
         {"cAddress1", [](Cell c, R r) { c.put(r.hospital.place.line1); }},
         {"cAddress2", [](Cell c, R r) { c.put(r.hospital.place.line2); }},
         {"cTelNo", [](Cell c, R r) { c.put(r.hospital.telephone); }},
+        {"cFaxNo", [](Cell c, R r) { c.put(faxOf(r.hospital.telephone)); }},
+        {"cMail1",
+         [](Cell c, R r) { c.put(r.id % 3 == 0 ? u"doctor%1@example.jp"_s.arg(r.id) : QString()); }},
         {"iHandWritingFlg", [](Cell c, R r) { c.put(r.handWriting); }},
         // Form numbers are those of the form master; a doctor without choices of his own has Nulls.
         {"iSyokaiDouiON", [](Cell c, R r) { r.ownLayouts ? c.put(1) : void(); }},

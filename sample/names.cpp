@@ -100,23 +100,28 @@ PersonName makeName(Random &random, Sex sex, int birthYear) {
     return {family.text + u'　' + given.text, family.kana + u'　' + given.kana, family.text};
 }
 
-Place makePlace(Random &random) {
-    struct Town {
-        QString code;
-        QString name;
-    };
+const QList<Town> &sampleTowns() {
     static const QList<Town> towns = {
-        {u"992-10"_s, u"若葉市中央"_s},       {u"992-11"_s, u"若葉市桜台"_s},
-        {u"992-12"_s, u"若葉市緑が丘"_s},     {u"992-20"_s, u"美浜市港町"_s},
-        {u"992-21"_s, u"美浜市本町"_s},       {u"992-22"_s, u"美浜市字大字上ノ原"_s},
-        {u"992-30"_s, u"南青葉郡川辺町東"_s}, {u"992-31"_s, u"南青葉郡杉野村大字下杉野"_s},
+        {u"9921010"_s, u"若葉市"_s, u"中央"_s, u"ﾜｶﾊﾞｼ"_s, u"ﾁｭｳｵｳ"_s},
+        {u"9921110"_s, u"若葉市"_s, u"桜台"_s, u"ﾜｶﾊﾞｼ"_s, u"ｻｸﾗﾀﾞｲ"_s},
+        {u"9921210"_s, u"若葉市"_s, u"緑が丘"_s, u"ﾜｶﾊﾞｼ"_s, u"ﾐﾄﾞﾘｶﾞｵｶ"_s},
+        {u"9922010"_s, u"美浜市"_s, u"港町"_s, u"ﾐﾊﾏｼ"_s, u"ﾐﾅﾄﾏﾁ"_s},
+        {u"9922110"_s, u"美浜市"_s, u"本町"_s, u"ﾐﾊﾏｼ"_s, u"ﾎﾝﾏﾁ"_s},
+        {u"9922210"_s, u"美浜市"_s, u"字大字上ノ原"_s, u"ﾐﾊﾏｼ"_s, u"ｱｻﾞｵｵｱｻﾞｳｴﾉﾊﾗ"_s},
+        {u"9923010"_s, u"南青葉郡川辺町"_s, u"東"_s, u"ﾐﾅﾐｱｵﾊﾞｸﾞﾝｶﾜﾍﾞﾏﾁ"_s, u"ﾋｶﾞｼ"_s},
+        {u"9923110"_s, u"南青葉郡杉野村"_s, u"大字下杉野"_s, u"ﾐﾅﾐｱｵﾊﾞｸﾞﾝｽｷﾞﾉﾑﾗ"_s, u"ｵｵｱｻﾞｼﾓｽｷﾞﾉ"_s},
     };
+    return towns;
+}
+
+Place makePlace(Random &random) {
     static const QList<QString> buildings = {u"コーポひまわり"_s, u"メゾン桜台"_s, u"県営若葉団地３号棟"_s,
                                              u"グリーンハイツ緑が丘"_s, u"第二青空荘"_s};
-    const Town &town = random.pick(towns);
+    const Town &town = random.pick(sampleTowns());
     Place place;
-    place.postcode = town.code + QString::number(random.between(10, 99));
-    place.line1 = u"緑川県%1%2丁目%3－%4"_s.arg(town.name, toFullWidth(QString::number(random.between(1, 8))),
+    place.postcode = town.code.first(3) + u'-' + town.code.mid(3);
+    place.line1 = u"緑川県%1%2丁目%3－%4"_s.arg(town.city + town.name,
+                                                toFullWidth(QString::number(random.between(1, 8))),
                                                 toFullWidth(QString::number(random.between(1, 30))),
                                                 toFullWidth(QString::number(random.between(1, 25))));
     if (random.percent(25))

@@ -2,6 +2,7 @@
 
 #include "sample/random.h"
 
+#include <QList>
 #include <QString>
 
 namespace sample {
@@ -21,6 +22,13 @@ struct Place {
     QString line1;    ///< prefecture, town and block
     QString line2;    ///< building and room, often empty
 };
+
+/// A town of that prefecture, with readings as postal codes give them: half-width.
+struct Town {
+    QString code; ///< seven digits
+    QString city, name, cityKana, kana;
+};
+const QList<Town> &sampleTowns();
 
 /// A name of someone born in that year. One in twelve or so bears an old character form (髙, 﨑, 𠮷).
 PersonName makeName(Random &random, Sex sex, int birthYear);

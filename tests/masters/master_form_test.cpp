@@ -1,0 +1,267 @@
+#include "masters/master_input_form.h"
+#include "masters/master_list_form.h"
+
+#include "app/base/codepage932.h"
+#include "tests/export/csv_dialog.h"
+#include "tests/masters/practice.h"
+#include "tests/widgets/form_keys.h"
+#include "widgets/grid.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFile>
+#include <QPlainTextEdit>
+#include <QTimer>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+class MasterForms : public MasterPractice {
+protected:
+    MasterForms() {
+        writePostalCodes(encode932(uR"(1,"9","9921010","ﾐﾄﾞﾘｶﾜｹﾝ","ﾜｶﾊﾞｼ","ﾁｭｳｵｳ","緑川県","若葉市","中央"
+1,"9","9921110","ﾐﾄﾞﾘｶﾜｹﾝ","ﾜｶﾊﾞｼ","ｻｸﾗﾀﾞｲ","緑川県","若葉市","桜台")"_s)
+                             .bytes);
+    }
+
+    static QLineEdit &box(const QWidget &form, const QString &name) {
+        return *form.findChild<QLineEdit *>(name);
+    }
+    static void type(const QWidget &form, const QString &name, const QString &text) {
+        QLineEdit &line = box(form, name);
+        line.setFocus();
+        line.selectAll();
+        text.isEmpty() ? line.clear() : typeText(&line, text);
+    }
+    static void press(const QWidget &form, const QString &button) {
+        form.findChild<QPushButton *>(button)->click();
+    }
+    static QString shown(const QWidget &form, int column = 0, const QString &name = u"grdData"_s) {
+        const auto *model = form.findChild<Grid *>(name)->model();
+        QStringList cells;
+        for (int row = 0; row < model->rowCount(); ++row)
+            cells << model->index(row, column).data().toString();
+        return cells.join(u' ');
+    }
+    static QString current(const QWidget &form, const QString &name = u"grdData"_s) {
+        return form.findChild<Grid *>(name)->currentIndex().siblingAtColumn(0).data().toString();
+    }
+    /// Works the next modal window of that name, and closes it if the work has not.
+    template <class Work> void next(const QString &name, Work work) {
+        QTimer::singleShot(0, [name, work] {
+            QWidget *form = QApplication::activeModalWidget();
+            ASSERT_TRUE(form && form->objectName() == name);
+            work(*form);
+            form->close();
+        });
+    }
+    QString said(int last = 1) const { return messages.shown.value(messages.shown.size() - last).text; }
+
+    MasterEditor editor{environment, database.db};
+};
+
+} // namespace
+
+TEST_F(MasterForms, ANewDoctorIsEnteredByPostalCode) {
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(), 0);
+    showActive(form);
+    EXPECT_EQ(box(form, u"cIDNo"_s).text(), u"121"_s);
+    EXPECT_EQ(form.iDataSave(), -1);
+    EXPECT_EQ(said(), u"医師名を入力してください。"_s);
+    type(form, u"cName"_s, u"緑川　蛍"_s);
+    type(form, u"cYubinNo"_s, u"９９２１１１０"_s);
+    EXPECT_EQ(box(form, u"cYubinNo"_s).text(), u"992-1110"_s);
+    press(form, u"btnYubin"_s);
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"緑川県若葉市桜台"_s);
+    EXPECT_EQ(box(form, u"cAddressKana"_s).text(), u"ミドリカワケンワカバシサクラダイ"_s);
+    typeText(&box(form, u"cAddress1"_s), u"３－４"_s);
+    EXPECT_EQ(form.iDataSave(), 0);
+    EXPECT_EQ(said(), u"内容を登録しますか？"_s);
+    EXPECT_EQ(messages.shown.constLast().title, u"登録確認"_s);
+    EXPECT_EQ(
+        database.value(u"SELECT cName || cYubinNo || cAddress1 || IFNULL(cTelNo, '-') FROM DOCTOR WHERE "
+                       "cIDNo = '121'"_s),
+        u"緑川　蛍992-1110緑川県若葉市桜台３－４-"_s);
+}
+
+TEST_F(MasterForms, AnAddressFindsItsPostalCodeAndAFoundOneKeepsTheHouse) {
+    MasterInputForm form(editor, MasterKind::Facility);
+    ASSERT_EQ(form.iInit(u"5"_s), 0);
+    showActive(form);
+    type(form, u"cAddress1"_s, u"緑川県若葉市桜台９"_s);
+    press(form, u"btnAdd"_s);
+    EXPECT_EQ(box(form, u"cYubinNo"_s).text(), u"992-1110"_s);
+    press(form, u"btnYubin"_s);
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"緑川県若葉市桜台９"_s);
+    // Another address goes only when the user says so; of several places one is chosen.
+    type(form, u"cYubinNo"_s, u"992"_s);
+    messages.answers = {Answer::No};
+    next(u"frmYubin"_s, [](QWidget &list) {
+        EXPECT_EQ(list.windowTitle(), u"住所検索"_s);
+        EXPECT_EQ(shown(list, 0, u"ssList"_s), u"992-1010 992-1110"_s);
+        QTest::keyClick(list.findChild<Grid *>(u"ssList"_s), Qt::Key_Return);
+    });
+    press(form, u"btnYubin"_s);
+    EXPECT_TRUE(said().contains(u"「緑川県若葉市中央」に置き換えます"_s)) << said().toStdString();
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"緑川県若葉市桜台９"_s);
+    QFile::remove(folders.data() + u"/郵便番号/KEN_ALL.CSV"_s);
+    press(form, u"btnAdd"_s);
+    EXPECT_EQ(messages.shown.constLast().title, u"郵便番号検索"_s);
+    EXPECT_TRUE(said().contains(u"KEN_ALL.CSV"_s));
+}
+
+TEST_F(MasterForms, AChangeIsCopiedWhenTheUserWantsIt) {
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"12"_s), 0);
+    showActive(form);
+    EXPECT_EQ(box(form, u"SISETSUSHAMEI"_s).text(), u"甲病院"_s);
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"自宅"_s);
+    type(form, u"cName"_s, u"医師乙"_s);
+    messages.answers = {Answer::Yes, Answer::Cancel};
+    EXPECT_EQ(form.iDataSave(), -1);
+    EXPECT_EQ(doctor(u"cName"_s), u"医師'甲"_s);
+    messages.answers = {Answer::Yes, Answer::Yes};
+    EXPECT_EQ(form.iDataSave(), 0);
+    EXPECT_TRUE(said().startsWith(u"この医師は、同意記録 3 件、利用者 3 名 で使われています。"_s));
+    EXPECT_EQ(database.value(u"SELECT COUNT(*) FROM RIYOUSHA WHERE cDouiIsiName1 = '医師乙'"_s), u"2"_s);
+}
+
+TEST_F(MasterForms, AColleaguesWriteAndUnsavedInputAreTold) {
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"12"_s), 0);
+    showActive(form);
+    press(form, u"btnEnd"_s);
+    EXPECT_FALSE(form.isVisible());
+    EXPECT_TRUE(messages.shown.isEmpty()); // nothing was touched
+    form.show();
+    type(form, u"cTelNo"_s, u"1"_s);
+    database.run(u"UPDATE DOCTOR SET tUpDateTime = '2026/01/02 00:00:00' WHERE cIDNo = '12'"_s);
+    EXPECT_EQ(form.iDataSave(), -1);
+    EXPECT_EQ(said(), u"他のＰＣからデータが更新されてますので保存できません｡ "_s);
+    EXPECT_EQ(messages.shown.size(), 1);
+    messages.answers = {Answer::No};
+    press(form, u"btnEnd"_s);
+    EXPECT_TRUE(form.isVisible());
+    MasterInputForm other(editor, MasterKind::Doctor);
+    EXPECT_EQ(other.iInit(u"999"_s), -1);
+    EXPECT_EQ(other.sErrMsg(), u"該当の医師データが取得できませんでした。"_s);
+}
+
+// A doctor who moves to another institution takes its address over, but keeps a telephone of his own.
+TEST_F(MasterForms, AnotherInstitutionBringsItsAddress) {
+    database.run(u"UPDATE SISETSU SET cAddress1 = '乙の住所', cTelNo = '0999-6' WHERE nIDNo = 6;"
+                 "UPDATE DOCTOR SET cTelNo = '090-3' WHERE cIDNo = '3'"_s);
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"3"_s), 0);
+    showActive(form);
+    type(form, u"iSisetsuCode"_s, u"6"_s);
+    QTest::keyClick(&box(form, u"iSisetsuCode"_s), Qt::Key_Return);
+    EXPECT_EQ(box(form, u"cKikan"_s).text(), u"乙荘"_s);
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"乙の住所"_s);
+    EXPECT_EQ(box(form, u"cTelNo"_s).text(), u"090-3"_s);
+    messages.answers = {Answer::Yes, Answer::No};
+    EXPECT_EQ(form.iDataSave(), 0);
+    EXPECT_EQ(doctor(u"iSisetsuCode"_s, 3), u"6"_s);
+    EXPECT_EQ(database.value(u"SELECT cDouiIsiName1 FROM RIYOUSHA WHERE nIDNo = 4"_s), u"三浦 一"_s);
+}
+
+TEST_F(MasterForms, TheFacilityFormKeepsWhatItDoesNotShow) {
+    database.run(u"UPDATE SISETSU SET cComment = '一\r\n二', iType = 1 WHERE nIDNo = 5"_s);
+    MasterInputForm form(editor, MasterKind::Facility);
+    ASSERT_EQ(form.iInit(u"5"_s), 0);
+    showActive(form);
+    form.findChild<QComboBox *>(u"cDouiIrai"_s)->setEditText(u"電話"_s);
+    EXPECT_EQ(form.iDataSave(), 0);
+    EXPECT_EQ(database.value(u"SELECT cDouiIrai || cComment || iType || nLat FROM SISETSU WHERE nIDNo = 5"_s),
+              u"電話一\r\n二135.123456789"_s);
+}
+
+TEST_F(MasterForms, TheListNarrowsByNumberAndByLetters) {
+    frmMainteIshi02 form(environment, database.db);
+    ASSERT_EQ(form.iInit(), 0);
+    showActive(form);
+    EXPECT_EQ(shown(form), u"3 12 120"_s);
+    EXPECT_EQ(shown(form, 6), u"1 2 "_s); // patients, not consents
+    type(form, u"txt_SiboriNo"_s, u"１２"_s);
+    EXPECT_EQ(shown(form), u"12 120"_s);
+    type(form, u"txt_SiboriName"_s, u"いしこう"_s);
+    EXPECT_EQ(shown(form), u"12"_s);
+    type(form, u"txt_SiboriNo"_s, {});
+    type(form, u"txt_SiboriName"_s, u"ﾐｳﾗ"_s);
+    EXPECT_EQ(shown(form), u"3"_s);
+}
+
+TEST_F(MasterForms, DeletionNamesWhoUsesTheDoctor) {
+    frmMainteIshi02 form(environment, database.db);
+    ASSERT_EQ(form.iInit(), 0);
+    showActive(form);
+    form.findChild<Grid *>(u"grdData"_s)->goTo(1, 0);
+    messages.answers = {Answer::No};
+    pressButton(form, Qt::Key_F3);
+    EXPECT_TRUE(said().contains(u"同意記録 3 件、利用者 3 名"_s));
+    EXPECT_TRUE(said().endsWith(u"選択行のデータを削除します。\r\nよろしいですか？"_s));
+    EXPECT_EQ(messages.shown.constLast().title, u"削除確認"_s);
+    form.findChild<Grid *>(u"grdData"_s)->goTo(2, 0);
+    pressButton(form, Qt::Key_F3);
+    EXPECT_EQ(said(), u"選択行のデータを削除します。\r\nよろしいですか？"_s);
+    EXPECT_EQ(shown(form), u"3 12"_s);
+    EXPECT_TRUE(form.written());
+    // A colleague was faster.
+    database.run(u"DELETE FROM DOCTOR WHERE cIDNo = '12'"_s);
+    pressButton(form, Qt::Key_F3);
+    EXPECT_EQ(said(), u"該当の医師データが取得できませんでした。"_s);
+    EXPECT_EQ(shown(form), u"3"_s);
+}
+
+TEST_F(MasterForms, TheListIsPrintedSavedAndLeftForTheMenu) {
+    frmMainteIshi02 form(environment, database.db);
+    ASSERT_EQ(form.iInit(), 0);
+    showActive(form);
+    pressButton(form, Qt::Key_F11);
+    ASSERT_EQ(processes.started.size(), 1);
+    EXPECT_TRUE(processes.started[0].program.endsWith(u"Dovrinマスター一覧.exe"_s));
+    EXPECT_EQ(processes.started[0].arguments, QStringList{u" 4"_s});
+    processes.missing = {u"Dovrinマスター一覧.exe"_s, u"Main.exe"_s};
+    pressButton(form, Qt::Key_F11);
+    EXPECT_EQ(said(), u"印刷アプリケーションが見つかりません。"_s);
+    {
+        CsvDialog dialog([&](QDialog &csv) {
+            EXPECT_EQ(CsvDialog::box(csv, u"txtFileName"_s).text(), u"医師一覧_20261121.CSV"_s);
+            CsvDialog::pressSave(csv, folder.path());
+        });
+        press(form, u"mnCSV"_s);
+    }
+    QFile file(folder.filePath(u"医師一覧_20261121.CSV"_s));
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    EXPECT_TRUE(decode932(file.readAll()).contains(u"\"医師'甲\""_s));
+    pressButton(form, Qt::Key_F12);
+    EXPECT_EQ(said(), u"実行ファイルが見つかりません。"_s);
+    EXPECT_TRUE(form.isVisible());
+    processes.missing.clear();
+    pressButton(form, Qt::Key_F12);
+    EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(MasterForms, ThePickListTakesANewDoctorAndStaysOnIt) {
+    MasterSearch doctors(Master::Doctor, database.db, environment);
+    int changes = 0;
+    MasterEditor counted(environment, database.db, [&] { ++changes; });
+    counted.offer(doctors, MasterKind::Doctor);
+    next(u"frm医師検索"_s, [&](QWidget &list) {
+        type(list, u"txtShibori"_s, u"三浦"_s);
+        next(u"frmInputIshi02"_s, [](QWidget &entry) {
+            type(entry, u"cName"_s, u"新しい医師"_s);
+            press(entry, u"btnRegist"_s);
+        });
+        press(list, u"cmdNew"_s);
+        EXPECT_EQ(current(list, u"ssList"_s), u"121"_s);
+        next(u"frmInputIshi02"_s, [](QWidget &entry) { press(entry, u"btnEnd"_s); });
+        press(list, u"cmdEdit"_s);
+        QTest::keyClick(list.findChild<Grid *>(u"ssList"_s), Qt::Key_Return);
+    });
+    EXPECT_EQ(doctors.iDspStart(), 0);
+    EXPECT_EQ(doctors.seled().name, u"新しい医師"_s);
+    EXPECT_EQ(changes, 1);
+}
