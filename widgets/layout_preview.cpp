@@ -4,17 +4,44 @@
 #include "viewer/window/note_bar.h"
 #include "viewer/window/page_view.h"
 
+#include <QActionGroup>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMenu>
 #include <QToolButton>
+#include <array>
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Two steps fit the page to the window, the others are shares of its size.
+struct ZoomStep {
+    QString text;
+    PageView::Fit fit;
+    double zoom;
+};
+
+const std::array<ZoomStep, 5> &zoomSteps() {
+    using enum PageView::Fit;
+    static const std::array<ZoomStep, 5> steps{ZoomStep{u"全体"_s, Page, 0},
+                                               {u"幅"_s, Width, 0},
+                                               {u"75%"_s, None, 0.75},
+                                               {u"100%"_s, None, 1},
+                                               {u"150%"_s, None, 1.5}};
+    return steps;
+}
+constexpr int firstStep = 1; ///< a page's text can be read in its window's width
+
+} // namespace
 
 LayoutPreview::LayoutPreview(QWidget *parent)
     : QWidget(parent),
       m_bar(new QWidget),
       m_column(new QVBoxLayout(this)),
+      m_menu(new QMenu(u"見本の倍率(&V)"_s, this)),
+      m_steps(new QActionGroup(this)),
       m_page(new QLabel),
       m_zoom(new QLabel),
       m_problem(new QLabel) {
@@ -56,14 +83,48 @@ void LayoutPreview::makeBar() {
     m_zoomOut = addButton(u"zoomOut"_s, u"－"_s, u"縮小"_s);
     row->addWidget(m_zoom);
     m_zoomIn = addButton(u"zoomIn"_s, u"＋"_s, u"拡大"_s);
-    m_fitPage = addButton(u"fitPage"_s, u"全体"_s, u"ページ全体を表示"_s);
-    m_fitWidth = addButton(u"fitWidth"_s, u"幅"_s, u"ページの幅に合わせる"_s);
+    addZoomSteps();
     connect(m_previous, &QToolButton::clicked, this, [this] { goToPage(currentPage() - 1); });
     connect(m_next, &QToolButton::clicked, this, [this] { goToPage(currentPage() + 1); });
-    connect(m_zoomOut, &QToolButton::clicked, this, [this] { m_pages->zoomOut(); });
-    connect(m_zoomIn, &QToolButton::clicked, this, [this] { m_pages->zoomIn(); });
-    connect(m_fitPage, &QToolButton::clicked, this, [this] { m_pages->setFit(PageView::Fit::Page); });
-    connect(m_fitWidth, &QToolButton::clicked, this, [this] { m_pages->setFit(PageView::Fit::Width); });
+    connect(m_zoomOut, &QToolButton::clicked, this, [this] { zoomBy(&PageView::zoomOut); });
+    connect(m_zoomIn, &QToolButton::clicked, this, [this] { zoomBy(&PageView::zoomIn); });
+}
+
+void LayoutPreview::addZoomSteps() {
+    m_menu->setObjectName(u"mnu_Zoom"_s);
+    m_steps->setExclusionPolicy(QActionGroup::ExclusionPolicy::ExclusiveOptional);
+    setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(this, &QWidget::customContextMenuRequested, this,
+            [this](QPoint place) { m_menu->popup(mapToGlobal(place)); });
+    for (size_t i = 0; i < zoomSteps().size(); ++i) {
+        QAction *step = m_menu->addAction(zoomSteps()[i].text);
+        step->setData(int(i));
+        step->setCheckable(true);
+        step->setChecked(i == firstStep);
+        m_steps->addAction(step);
+        addButton(u"optZoom_%1"_s.arg(i), {}, u"見本の倍率：%1"_s.arg(step->text()))->setDefaultAction(step);
+    }
+    connect(m_steps, &QActionGroup::triggered, this, [this](QAction *step) {
+        step->setChecked(true);
+        if (m_pages)
+            applyZoom(*step);
+    });
+}
+
+// A step between the steps is none of them, and holds for the next document too.
+void LayoutPreview::zoomBy(void (PageView::*change)()) {
+    if (QAction *step = m_steps->checkedAction())
+        step->setChecked(false);
+    (m_pages.get()->*change)();
+    m_ownZoom = m_pages->zoom();
+}
+
+void LayoutPreview::applyZoom(const QAction &step) {
+    const ZoomStep &chosen = zoomSteps()[size_t(step.data().toInt())];
+    if (chosen.fit == PageView::Fit::None)
+        m_pages->setZoom(chosen.zoom);
+    else
+        m_pages->setFit(chosen.fit);
 }
 
 bool LayoutPreview::showCommandFile(const QString &path) {
@@ -101,6 +162,10 @@ void LayoutPreview::makePages() {
     m_column->addWidget(m_pages.get(), 1);
     m_bar->setEnabled(true);
     setFocusProxy(m_pages.get());
+    if (const QAction *step = m_steps->checkedAction())
+        applyZoom(*step);
+    else
+        m_pages->setZoom(m_ownZoom);
     connect(m_pages.get(), &PageView::pageChanged, this, [this] { showState(); });
     connect(m_pages.get(), &PageView::zoomChanged, this, [this] { showState(); });
     showState();

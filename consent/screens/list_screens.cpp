@@ -17,6 +17,7 @@
 #include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
+#include "print/consent_screens/consent_screens.h"
 #include "print/ledger/ledger.h"
 #include "print/mail/mail_send_form.h"
 #include "print/management/management_master_form.h"
@@ -386,4 +387,9 @@ bool openDoctors(const ListOpening &opening) {
 
 bool openFacilities(const ListOpening &opening) {
     return openMaster<frmMainteSisetsu>(opening);
+}
+
+bool openCompanyConsentForms(const ListOpening &opening) {
+    setCompanyConsentForms(opening.environment, opening.db, opening.parent);
+    return false;
 }

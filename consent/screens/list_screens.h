@@ -80,3 +80,6 @@ bool openFacilities(const ListOpening &opening);
 
 /// Consent forms of patients who are picked from the master.
 bool openMasterConsentForms(const ListOpening &opening);
+
+/// The layouts of consent forms that the company uses.
+bool openCompanyConsentForms(const ListOpening &opening);

@@ -129,6 +129,9 @@ bool isAgain(const FormRecords &rows, int record, FormStyle style) {
 FormChoice chooseForm(const FormRecords &rows, int record, FormStyle style, const ConsentFormOptions &options,
                       const std::vector<RegisteredForm> &registered) {
     const Patient patient{rows, record, style, isAgain(rows, record, style)};
+    if (const std::optional<PickedForm> &form = options.form)
+        return {form->file,          form->number,       patient.again, false, options.treatmentContent,
+                options.doctorBlock, form->patientNumber};
     const std::optional<F> settings = governingSettings(patient, options);
     FormChoice choice;
     choice.again = patient.again;

@@ -2,17 +2,10 @@
 
 #include "print/consent_form/form_options.h"
 #include "print/consent_form/form_record.h"
+#include "print/consent_form/registered_forms.h"
 
 #include <QString>
 #include <vector>
-
-/// A consent form of the form master that may be used.
-struct RegisteredForm {
-    qint32 number = 0;
-    QString file;
-    bool again = false;
-    bool acupuncture = false;
-};
 
 /// Which form a patient gets, and what it shows.
 struct FormChoice {
@@ -29,9 +22,10 @@ struct FormChoice {
 /// consent day, when there is a first treatment.
 bool isAgain(const FormRecords &rows, int record, FormStyle style);
 
-/// The layout in this order: the patient's own settings, the doctor's, the patient's layout number, the
-/// branch's settings, the first registered form of the kind. Settings count where their switch for the first
-/// or the re-consent is on; those that name the layout also say what is shown.
+/// The form that the options pick; without one the layout in this order: the patient's own settings, the
+/// doctor's, the patient's layout number, the branch's settings, the first registered form of the kind.
+/// Settings count where their switch for the first or the re-consent is on; those that name the layout also
+/// say what is shown.
 /// @param registered forms of the branch that the options name, in the order of their numbers
 FormChoice chooseForm(const FormRecords &rows, int record, FormStyle style, const ConsentFormOptions &options,
                       const std::vector<RegisteredForm> &registered);

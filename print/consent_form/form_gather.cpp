@@ -3,7 +3,6 @@
 #include "db/adodb.h"
 #include "db/tables/masters/code.h"
 #include "db/tables/masters/corp.h"
-#include "db/tables/masters/shinseisyo.h"
 #include "print/consent_form/form_choice.h"
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/form_query.h"
@@ -18,7 +17,6 @@
 namespace {
 
 constexpr short walkingCodes = 4;
-constexpr short consentForms = 1; ///< SHINSEISYO.iPrintType
 
 /// The small tables, read once a batch.
 struct Masters {
@@ -42,21 +40,19 @@ struct Masters {
 
 Result<Masters> readMasters(cT_ADODB &db, const ConsentFormOptions &options) {
     cT_CORP companies;
-    cT_SHINSEISYO forms;
     cT_CODE codes;
     const auto started = [&](auto &table) { return table.iInit(db) == 0; };
     const Branch branch = options.master == FormMaster::Practice ? Branch{} : options.branch;
     if (!started(companies) || companies.iDataReadGrid() != 0)
         return Failure{companies.sErrMsg()};
-    if (!started(forms) || forms.iDataReadGrid(branch, consentForms) != 0)
-        return Failure{forms.sErrMsg()};
+    Result<std::vector<RegisteredForm>> forms = readRegisteredForms(db, branch, FormPrintType::ConsentForm);
+    if (!forms)
+        return Failure{forms.reason()};
     if (!started(codes) || codes.iDataReadGridBunrui(walkingCodes) != 0)
         return Failure{codes.sErrMsg()};
     Masters masters;
     masters.companies = companies.records();
-    for (const cD_SHINSEISYO &form : forms.records())
-        masters.forms.push_back(
-            {form.nIDNo, form.cFileName.trimmed(), form.iKubun != 0, form.iSejutsuKubun != 0});
+    masters.forms = std::move(*forms);
     for (const cD_CODE &code : codes.records())
         masters.walking.insert(code.nIDNo, code.cName);
     return masters;

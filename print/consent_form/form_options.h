@@ -35,6 +35,13 @@ struct ConsentFormRow {
     FormStyle style = FormStyle::ByPatient; ///< of this form; a letter that continues a consent wants Again
 };
 
+/// A form of the form master that the user picked himself.
+struct PickedForm {
+    qint32 number = 0;
+    QString file;
+    bool patientNumber = false; ///< whether it shows the patient's number
+};
+
 /// Which consent forms are asked for and what is to stand on them. A plain value: a screen fills it.
 struct ConsentFormOptions {
     Branch branch{};
@@ -59,6 +66,8 @@ struct ConsentFormOptions {
     FormStyle style = FormStyle::ByPatient; ///< where no rows are given
     OralForms oral = OralForms::None;
 
+    /// Given, all get this form, whatever the settings and the procedure; what it shows is said here alone.
+    std::optional<PickedForm> form{};
     bool treatmentContent = true;      ///< 施術内容出力
     bool doctorBlock = true;           ///< 同意医師欄出力
     bool ignoreLayoutSettings = false; ///< 同意書式設定を参照しない

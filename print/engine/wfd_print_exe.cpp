@@ -124,10 +124,14 @@ short cls_WfdPrintExe::iPreview(short paper) {
     return show(documentCommands(Action::Show, paper));
 }
 
-short cls_WfdPrintExe::iPreviewData() {
+short cls_WfdPrintExe::iPreviewData(const std::function<void(const QString &)> &read) {
     if (!lock())
         return -1;
     const Result<> written = documentCommands(Action::Show, PaperCode::a4).write(commandFile());
+    if (written && read)
+        read(commandFile());
+    if (read)
+        m_job->drop();
     m_job.reset();
     m_lock.reset();
     return written ? short(0) : fail(written.reason());

@@ -7,6 +7,7 @@
 #include <QString>
 #include <QStringList>
 #include <array>
+#include <functional>
 #include <optional>
 #include <span>
 #include <vector>
@@ -59,7 +60,8 @@ public:
     /// Shows the document. @param paper a PaperCode
     short iPreview(short paper);
     /// Writes the command file of a preview and starts nothing.
-    short iPreviewData();
+    /// @param read takes the file's full path and reads at once what it names; the temporary files then go
+    short iPreviewData(const std::function<void(const QString &)> &read = {});
     short iPreviewActX();
     /// Prints without a dialog.
     short iPrintBk();

@@ -53,7 +53,7 @@ TEST_F(LayoutPreviewTest, ShowsPagesAndWhatStandsInTheirWay) {
     click(u"nextPage"_s);
     EXPECT_EQ(preview.currentPage(), 1);
     click(u"zoomIn"_s);
-    click(u"fitPage"_s);
+    click(u"optZoom_0"_s);
     click(u"previousPage"_s);
     EXPECT_EQ(preview.currentPage(), 0);
     EXPECT_FALSE(preview.showCommandFile(command(u"壊.wfd"_s)));

@@ -1,0 +1,173 @@
+#include "print/consent_screens/consent_screens_query.h"
+
+#include "db/adodb.h"
+#include "db/sql_text.h"
+#include "db/tables/base/consent_layout_columns.h"
+#include "db/tables/keys_query.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// Columns of the select list before the settings, which come twice.
+enum Column {
+    PatientName,
+    Kind,
+    FirstTreatment,
+    Newest,
+    ConsentDay,
+    PeriodStart,
+    PeriodEnd,
+    DoctorName,
+    DoctorCode,
+    DoctorSettings,
+    Institution = DoctorSettings + 12,
+    PatientSettings,
+    ConsentDate = PatientSettings + 12
+};
+
+QStringList settingColumns() {
+    QStringList names;
+    for (const auto &column : consentLayoutColumns<ConsentLayoutSettings>)
+        names += column.name.toString();
+    return names;
+}
+
+QString selectList() {
+    QStringList list{u"RIYOUSHA.cName as RIYOU_NAME"_s,
+                     u"RIYOUSHA.iSejutsuKubun"_s,
+                     u"RIYOUSHA.tSyoryoDay"_s,
+                     u"RIYOUSHA_DOUI_REC.iNewestFlg"_s,
+                     u"RIYOUSHA_DOUI_REC.tDouiDay"_s,
+                     u"RIYOUSHA_DOUI_REC.tDouiKaryoS"_s,
+                     u"RIYOUSHA_DOUI_REC.tDouiKaryoE"_s,
+                     u"DOCTOR.cName as DOC_NAME"_s,
+                     u"DOCTOR.cIDno"_s};
+    for (const QString &name : settingColumns())
+        list += u"DOCTOR."_s + name;
+    list += u"SISETSU.cShamei1"_s;
+    for (const QString &name : settingColumns())
+        list += u"RIYOUSHA_SUB.%1 as %1_Riyousya"_s.arg(name);
+    list += u"RIYOUSHA_DOUI_REC.nDate"_s;
+    return list.join(u", "_s);
+}
+
+/// Old data can bear two newest rows: the later one comes first.
+QString patientSql(const PatientKey &patient, const QString &doctor) {
+    return u"SELECT "_s + selectList() + u" FROM RIYOUSHA_SUB, RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
+           sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
+           u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0"
+           " LEFT JOIN DOCTOR ON DOCTOR.cIDno = "_s +
+           sqlText(doctor) + u" LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE "_s +
+           sqlWhere(patient, u"RIYOUSHA") + u" AND "_s + sqlSamePatient(u"RIYOUSHA", u"RIYOUSHA_SUB") +
+           u" ORDER BY RIYOUSHA_DOUI_REC.nDate DESC"_s;
+}
+
+ConsentLayoutSettings settingsAt(const Recordset &rows, int first) {
+    ConsentLayoutSettings settings;
+    for (const auto member : ConsentLayoutSettings::members) {
+        if (!rows.isNull(0, first))
+            settings.*member = short(rows.number(0, first));
+        ++first;
+    }
+    return settings;
+}
+
+Result<> execute(cT_ADODB &db, const QString &sql) {
+    const ErrorsSince before(db);
+    if (db.iConnect() != 0 || db.iExecSQL(sql) != 0)
+        return Failure{before.text()};
+    return {};
+}
+
+Result<Recordset> select(cT_ADODB &db, const QString &sql) {
+    const ErrorsSince before(db);
+    Recordset rows;
+    if (db.iConnect() != 0 || db.iOpenRecSet(rows, sql) != 0)
+        return Failure{before.text()};
+    return rows;
+}
+
+} // namespace
+
+Result<PatientConsent> readPatientConsent(cT_ADODB &db, const PatientKey &patient, const QString &doctor) {
+    const Result<Recordset> read = select(db, patientSql(patient, doctor));
+    if (!read)
+        return Failure{read.reason() + u"\r\nreadDouiData()でエラー。"_s};
+    const Recordset &rows = *read;
+    if (rows.rowCount() == 0)
+        return Failure{u"データが取得できませんでした。"_s};
+    PatientConsent consent;
+    consent.name = rows.text(0, PatientName);
+    consent.acupuncture = rows.number(0, Kind) != 0;
+    consent.firstTreatment = rows.date(0, FirstTreatment);
+    consent.hasConsent = rows.number(0, Newest) == 1;
+    consent.consent = {patient, qint32(rows.number(0, ConsentDate)), 0, 0};
+    consent.consentDay = rows.date(0, ConsentDay);
+    consent.period = {rows.date(0, PeriodStart), rows.date(0, PeriodEnd)};
+    consent.doctorName = rows.text(0, DoctorName);
+    consent.doctorCode = rows.text(0, DoctorCode);
+    consent.institution = rows.text(0, Institution);
+    consent.ofDoctor = settingsAt(rows, DoctorSettings);
+    consent.ofPatient = settingsAt(rows, PatientSettings);
+    return consent;
+}
+
+Result<QString> readConsentingDoctor(cT_ADODB &db, const PatientKey &patient) {
+    const Result<Recordset> rows = select(
+        db, u"SELECT CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10))"
+            " ELSE RIYOUSHA_DOUI_REC.cIsiCd END FROM RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
+                sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
+                u" AND RIYOUSHA_DOUI_REC.iNewestFlg = 1 AND RIYOUSHA_DOUI_REC.iHenkeiFlg = 0 WHERE "_s +
+                sqlWhere(patient, u"RIYOUSHA") + u" ORDER BY RIYOUSHA_DOUI_REC.nDate DESC"_s);
+    if (!rows)
+        return Failure{rows.reason()};
+    return rows->rowCount() > 0 ? rows->text(0, 0).trimmed() : QString();
+}
+
+Result<std::optional<cD_CORP>> readHeadOffice(cT_ADODB &db, const Branch &branch) {
+    const Result<Recordset> rows =
+        select(db, u"SELECT  * "_s + u" FROM CORP "_s + u" WHERE iKyotenCd = "_s +
+                       sqlNumber(branch.iKyotenCd) + u" and iKyotenEb = "_s + sqlNumber(branch.iKyotenEb));
+    if (!rows)
+        return Failure{rows.reason()};
+    if (rows->rowCount() == 0)
+        return std::optional<cD_CORP>();
+    const auto text = [&](QStringView name) { return rows->text(0, rows->column(name)); };
+    cD_CORP office;
+    office.nIDNo = qint32(rows->number(0, rows->column(u"nIDNo")));
+    office.cTelNo = text(u"cTelNo");
+    office.cShamei1 = text(u"cShamei1");
+    office.cDaihyo = text(u"cDaihyo");
+    office.cAddress1 = text(u"cAddress1");
+    office.cAddress2 = text(u"cAddress2");
+    return std::optional(office);
+}
+
+Result<QString> readDoctorTelephone(cT_ADODB &db, const QString &doctor) {
+    const Result<Recordset> rows =
+        select(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, DOCTOR.cTelNo "_s + u" FROM DOCTOR"_s +
+                       u" WHERE DOCTOR.cIDno = "_s + sqlText(doctor));
+    if (!rows)
+        return Failure{rows.reason()};
+    return rows->rowCount() > 0 ? rows->text(0, 2) : QString();
+}
+
+Result<> writeDoctorLayouts(cT_ADODB &db, const QString &doctor, bool acupuncture,
+                            const ConsentLayoutSettings &settings) {
+    QStringList sets;
+    for (const auto &column : consentLayoutColumns<ConsentLayoutSettings>)
+        if (!column.name.endsWith(acupuncture ? u"MasTypeNo" : u"HariTypeNo"))
+            sets += column.name.toString() + u" = "_s +
+                    sqlNumber(settings.*std::get<ConsentLayoutSettings::Member>(column.member));
+    return execute(db, u" update      DOCTOR set "_s + sets.join(u", "_s) + u" where    cIDno = "_s +
+                           sqlText(doctor));
+}
+
+QString lockCompanySql(const Branch &branch) {
+    return u"UPDATE CORP_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(branch, u"CORP_SUB");
+}
+
+QString lockPatientSql(const PatientKey &patient) {
+    return u"UPDATE RIYOUSHA_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(patient, u"RIYOUSHA_SUB");
+}
