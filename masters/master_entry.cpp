@@ -57,6 +57,23 @@ Result<> MasterEntry::open(const QString &code) {
     return {};
 }
 
+Result<> MasterEntry::reread() {
+    if (m_isNew)
+        return {};
+    const Result<std::optional<MasterValues>> row = m_store->read(code());
+    if (!row || !*row)
+        return Failure{m_description.unreadable + u"\r\n"_s + row.reason()};
+    for (const auto &[column, stored] : (*row)->asKeyValueRange()) {
+        const bool changedHere = m_values.value(column) != m_read.value(column);
+        if (changedHere && stored != m_read.value(column) && stored != m_values.value(column))
+            continue;
+        m_read[column] = stored;
+        if (!changedHere)
+            m_values[column] = stored;
+    }
+    return {};
+}
+
 void MasterEntry::setValue(const QString &column, const QString &text) {
     m_values[column] = text.isEmpty() ? QString() : text;
     if (text.isEmpty() && m_read.value(column).isEmpty())

@@ -30,6 +30,10 @@ public:
     Result<> openNew();
     Result<> open(const QString &code);
 
+    /// Reads the row again after work of the user's own has written it: what was not changed here follows it.
+    /// What was changed here and there stays overtaken.
+    Result<> reread();
+
     bool isNew() const { return m_isNew; }
     bool isChanged() const { return m_values != m_read; }
     QString code() const { return value(m_description.codeColumn); }

@@ -75,7 +75,7 @@ MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget 
       m_entry(m_description, editor.db()),
       m_facilities(Master::LivingFacility, editor.db(), editor.environment()) {
     setObjectName(m_description.inputForm);
-    editor.offer(m_facilities, MasterKind::Facility);
+    m_facilities.setEditor([this](const QString &code, QWidget *list) { return editFacility(code, list); });
     layOut();
     new EnterMovesOn(this);
     resize(QSize(fontMetrics().horizontalAdvance(u'漢') * 56, sizeHint().height())
@@ -222,6 +222,9 @@ short MasterInputForm::iInit(const QString &code) {
         m_editor.environment().messages.failIn(m_oddity, u"iInit()でエラー");
     setWindowTitle(m_description.noun + (m_entry.isNew() ? u"登録（新規）"_s : u"登録（修正）"_s));
     showValues();
+    if (m_facility)
+        connect(m_facility, &CodeNamePair::changed, this,
+                [this](const CodeName &row) { takeFacility(row.code); });
     auto *number = static_cast<CodeBox *>(input(m_description.codeColumn));
     number->setReadOnly(!m_entry.isNew());
     number->setFocusPolicy(m_entry.isNew() ? Qt::StrongFocus : Qt::NoFocus);
@@ -232,10 +235,10 @@ short MasterInputForm::iInit(const QString &code) {
 void MasterInputForm::showValues() {
     for (Input &each : m_inputs) {
         const QString text = m_entry.value(each.field->column);
-        if (each.field->kind == MasterField::Facility && !text.isEmpty()) {
-            const CodeLookup facility = m_facilities.lookup(text);
-            m_facility->setRow({text, facility.found() ? facility.row.name : facility.reason});
-            takeFacility(text);
+        if (each.field->kind == MasterField::Facility) {
+            const CodeLookup found = text.isEmpty() ? CodeLookup() : m_facilities.lookup(text);
+            m_facilityValues = facility(text);
+            m_facility->setRow({text, found.found() ? found.row.name : found.reason});
         } else if (each.field->kind == MasterField::PostalCode && !postalDigits(text).isEmpty()) {
             showIn(each.widget, postalText(postalDigits(text)));
         } else {
@@ -243,9 +246,6 @@ void MasterInputForm::showValues() {
         }
         each.shown = textIn(each.widget);
     }
-    if (m_facility)
-        connect(m_facility, &CodeNamePair::changed, this,
-                [this](const CodeName &row) { takeFacility(row.code); });
 }
 
 void MasterInputForm::take() {
@@ -277,18 +277,33 @@ void MasterInputForm::goTo(const QString &column) {
         line->selectAll();
 }
 
-// What is empty, or repeats the facility that was in force, follows the one that is chosen.
-void MasterInputForm::takeFacility(const QString &code) {
-    MasterValues fresh;
+MasterValues MasterInputForm::facility(const QString &code) const {
     if (!code.isEmpty())
         if (const auto read = makeMasterStore(MasterKind::Facility, m_editor.db())->read(code); read && *read)
-            fresh = **read;
-    const bool shownFirst = !isVisible();
+            return **read;
+    return {};
+}
+
+// What is empty, or repeats the facility that was in force, follows the one that is chosen.
+void MasterInputForm::takeFacility(const QString &code) {
+    const MasterValues fresh = facility(code);
     for (const auto &[own, ofFacility] : facilityItems)
-        if (const QString now = textOf(own); !shownFirst && !fresh.value(ofFacility).isEmpty() &&
+        if (const QString now = textOf(own); !fresh.value(ofFacility).isEmpty() &&
                                              (now.isEmpty() || now == m_facilityValues.value(ofFacility)))
             setText(own, fresh.value(ofFacility));
     m_facilityValues = fresh;
+}
+
+// Mending the facility may have written this doctor's row too.
+std::optional<QString> MasterInputForm::editFacility(const QString &code, QWidget *parent) {
+    const std::optional<QString> saved = m_editor.edit(MasterKind::Facility, code, parent);
+    if (!saved)
+        return saved;
+    take();
+    if (const Result<> read = m_entry.reread(); !read)
+        m_editor.environment().messages.fail(read.reason());
+    showValues();
+    return saved;
 }
 
 const PostalCodes *MasterInputForm::postalCodes(const QString &title) {

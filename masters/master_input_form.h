@@ -53,7 +53,9 @@ private:
     void findPostalCode();
     const PostalCodes *postalCodes(const QString &title);
     void takeAddress(const PostalPlace &place);
+    MasterValues facility(const QString &code) const;
     void takeFacility(const QString &code);
+    std::optional<QString> editFacility(const QString &code, QWidget *parent);
 
     bool mayCopy(bool &copy);
     bool refused(const MasterObjection &objection);

@@ -46,6 +46,16 @@ TEST_F(MasterEntries, TwoPeopleWhoEditOneDoctorLoseNothing) {
     EXPECT_EQ(doctor(u"cTelNo"_s), u"090-2"_s);
     EXPECT_EQ(doctor(u"cFaxNo"_s), u"NULL"_s);
 
+    // Reading again takes in what was not changed here, and nothing else.
+    ASSERT_TRUE(mine.reread());
+    EXPECT_EQ(mine.save(false).kind, MasterOutcome::Done);
+    EXPECT_EQ(doctor(u"cTelNo || cFaxNo"_s), u"090-20999-9"_s);
+    ASSERT_TRUE(mine.open(u"12"_s));
+    mine.setValue(u"cTelNo"_s, u"090-3"_s);
+    database.run(u"UPDATE DOCTOR SET cTelNo = '090-4' WHERE cIDNo = '12'"_s);
+    ASSERT_TRUE(mine.reread());
+    EXPECT_EQ(mine.save(false).text, overtaken);
+
     // Two writes of one moment, and a doctor who is gone.
     MasterEntry again = opened(doctors, database.db, u"12"_s);
     again.setValue(u"cFaxNo"_s, u"0999-9"_s);

@@ -167,6 +167,28 @@ TEST_F(MasterForms, AnotherInstitutionBringsItsAddress) {
     EXPECT_EQ(database.value(u"SELECT cDouiIsiName1 FROM RIYOUSHA WHERE nIDNo = 4"_s), u"三浦 一"_s);
 }
 
+// The institution's address is mended where it is seen; that this writes the doctor's row is no colleague's
+// work.
+TEST_F(MasterForms, AnInstitutionIsMendedWhileItsDoctorIsEdited) {
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"3"_s), 0);
+    showActive(form);
+    type(form, u"cFaxNo"_s, u"0999-7"_s);
+    next(u"frm施設検索"_s, [&](QWidget &list) {
+        next(u"frmInputSisetsu"_s, [&](QWidget &facility) {
+            type(facility, u"cAddress1"_s, u"緑川県若葉市桜台7"_s);
+            press(facility, u"btnRegist"_s);
+        });
+        press(list, u"cmdEdit"_s);
+    });
+    press(form, u"btnSelSisetsu"_s);
+    EXPECT_EQ(doctor(u"cAddress1"_s, 3), u"緑川県若葉市桜台7"_s);
+    EXPECT_EQ(box(form, u"cAddress1"_s).text(), u"緑川県若葉市桜台7"_s);
+    EXPECT_EQ(box(form, u"cFaxNo"_s).text(), u"0999-7"_s);
+    EXPECT_EQ(form.iDataSave(), 0) << said().toStdString();
+    EXPECT_EQ(doctor(u"cFaxNo"_s, 3), u"0999-7"_s);
+}
+
 TEST_F(MasterForms, TheFacilityFormKeepsWhatItDoesNotShow) {
     database.run(u"UPDATE SISETSU SET cComment = '一\r\n二', iType = 1 WHERE nIDNo = 5"_s);
     MasterInputForm form(editor, MasterKind::Facility);
