@@ -41,7 +41,7 @@ MasterListForm::MasterListForm(Environment &environment, cT_ADODB &db, MasterKin
     csv->insert(*m_ui->rowButtons, *m_ui->btnPrint);
     m_ui->btnPrint->setVisible(!m_description.printArgument.isEmpty());
     wire();
-    const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 90, fontMetrics().height() * 38);
+    const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 112, fontMetrics().height() * 38);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 

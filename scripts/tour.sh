@@ -4,6 +4,7 @@
 . scripts/tour/forms.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
+. scripts/tour/masters.sh
 . scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
 . scripts/tour/table.sh
@@ -52,6 +53,7 @@ make_tour() {
     tour_start
     tour_list
     tour_table
+    tour_doctors
     tour_end
     tour_road
     tour_management
