@@ -200,6 +200,32 @@ TEST_F(ListFormTest, LeavingWithChangesAsks) {
     }
 }
 
+TEST_F(ListFormTest, ADoctorMendedInThePickListIsShownAndEditsStay) {
+    open();
+    EXPECT_EQ(at(0, ListColumn::Doctor), u"阿部"_s);
+    go(0, ListColumn::Remark);
+    type(u"memo"_s);
+    const auto next = [](const QString &name, const std::function<void(QWidget &)> &work) {
+        QTimer::singleShot(0, [=] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            ASSERT_TRUE(dialog && dialog->objectName() == name);
+            work(*dialog);
+            dialog->close();
+        });
+    };
+    next(u"frm医師検索"_s, [&](QWidget &doctors) {
+        next(u"frmInputIshi02"_s, [&](QWidget &doctor) {
+            doctor.findChild<QLineEdit *>(u"cName"_s)->setText(u"新阿部"_s);
+            messages.answers = {Answer::Yes, Answer::No};
+            doctor.findChild<QPushButton *>(u"btnRegist"_s)->click();
+        });
+        doctors.findChild<QPushButton *>(u"cmdEdit"_s)->click();
+    });
+    control<QPushButton>(u"btnSelDoctor"_s)->click();
+    EXPECT_EQ(at(0, ListColumn::Doctor), u"新阿部"_s);
+    EXPECT_EQ(at(0, ListColumn::Remark), u"memo"_s);
+}
+
 TEST_F(ListFormTest, OrdersAndLinksAreKeptForTheNextRun) {
     open();
     QTimer::singleShot(0, [] {
