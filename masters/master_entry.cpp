@@ -2,6 +2,7 @@
 
 #include "app/base/text.h"
 #include "db/adodb.h"
+#include "db/tables/base/consent_layout_columns.h"
 #include "masters/postal_codes.h"
 #include "print/documents/lost_texts.h"
 
@@ -24,6 +25,11 @@ QString whyFieldIsWrong(const MasterField &field, const QString &text) {
             .arg(field.bytes / 2)
             .arg(field.bytes);
     return {};
+}
+
+template <class Work> void eachLayout(Work work) {
+    for (const auto &column : consentLayoutColumns<ConsentLayoutSettings>)
+        work(column.name.toString(), std::get<Nullable<short> ConsentLayoutSettings::*>(column.member));
 }
 
 } // namespace
@@ -80,6 +86,22 @@ void MasterEntry::setValue(const QString &column, const QString &text) {
         m_values[column] = m_read.value(column);
     if (!m_read.contains(column) && text.isEmpty())
         m_values.remove(column);
+}
+
+ConsentLayoutSettings MasterEntry::layouts() const {
+    ConsentLayoutSettings settings;
+    eachLayout([&](const QString &column, auto member) {
+        if (!value(column).isEmpty())
+            settings.*member = value(column).toShort();
+    });
+    return settings;
+}
+
+void MasterEntry::setLayouts(const ConsentLayoutSettings &settings) {
+    eachLayout([&](const QString &column, auto member) {
+        const Nullable<short> &number = settings.*member;
+        setValue(column, number.isNull() ? QString() : QString::number(short(number)));
+    });
 }
 
 MasterObjection MasterEntry::whyWrong() const {

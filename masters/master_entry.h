@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/tables/consent_layout_settings.h"
 #include "masters/master_description.h"
 
 /// What became of a row that was to be written.
@@ -40,6 +41,12 @@ public:
     QString value(const QString &column) const { return m_values.value(column); }
     /// An empty text leaves a column Null that was Null.
     void setValue(const QString &column, const QString &text);
+
+    /// @name The consent-form settings of a doctor
+    ///@{
+    ConsentLayoutSettings layouts() const;
+    void setLayouts(const ConsentLayoutSettings &settings);
+    ///@}
 
     /// What is missing or does not fit its column; columns that were not changed are not judged.
     MasterObjection whyWrong() const;

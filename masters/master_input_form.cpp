@@ -6,6 +6,7 @@
 #include "app/base/text.h"
 #include "masters/postal_box.h"
 #include "masters/postal_search_form.h"
+#include "print/consent_screens/doctor_consent_form.h"
 #include "print/documents/lost_texts.h"
 #include "widgets/code_box.h"
 #include "widgets/enter_moves_on.h"
@@ -56,9 +57,10 @@ QString textIn(const QWidget *widget) {
 void showIn(QWidget *widget, const QString &text) {
     if (auto *tick = qobject_cast<QCheckBox *>(widget))
         tick->setChecked(text.toInt() != 0);
-    else if (auto *choice = qobject_cast<QComboBox *>(widget))
-        choice->setCurrentText(text);
-    else if (auto *memo = qobject_cast<QPlainTextEdit *>(widget))
+    else if (auto *choice = qobject_cast<QComboBox *>(widget)) {
+        choice->setCurrentIndex(choice->findText(text)); // Enter would bring another one's text back
+        choice->setEditText(text);
+    } else if (auto *memo = qobject_cast<QPlainTextEdit *>(widget))
         memo->setPlainText(QString(text).remove(u'\r'));
     else if (auto *line = static_cast<QLineEdit *>(widget)) {
         line->setText(text);
@@ -111,6 +113,9 @@ void MasterInputForm::layOut() {
         buttons->addWidget(made);
         return made;
     };
+    if (m_description.kind == MasterKind::Doctor)
+        connect(button(u"btnDouiSyosikiSet"_s, u"同意書書式設定 (F9)"_s, u"F9"_s), &QPushButton::clicked,
+                this, [this] { setLayouts(); });
     connect(button(u"btnRegist"_s, u"登録 (F5)"_s, u"F5"_s), &QPushButton::clicked, this, [this] {
         if (iDataSave() == 0)
             accept();
@@ -151,6 +156,8 @@ QWidget *MasterInputForm::makeInput(const MasterField &field) {
     case MasterField::Suggested: {
         auto *choice = new QComboBox;
         choice->setEditable(true);
+        choice->setInsertPolicy(QComboBox::NoInsert);
+        choice->setCompleter(nullptr); // a text stays as it is typed
         choice->addItems(field.proposals);
         return choice;
     }
@@ -360,6 +367,18 @@ void MasterInputForm::takeAddress(const PostalPlace &place) {
     auto *address = static_cast<QLineEdit *>(input(u"cAddress1"_s));
     address->setFocus();
     address->end(false);
+}
+
+// What is registered there is stored with the doctor.
+void MasterInputForm::setLayouts() {
+    frmDouiSubmainIshi form(m_editor.environment(), this);
+    if (form.iInit(m_editor.db(), m_entry.layouts(), frmDouiSubmainIshi::Doctor) != 0) {
+        m_editor.environment().messages.fail(form.sErrMsg());
+        return;
+    }
+    form.exec();
+    if (form.isRegistered())
+        m_entry.setLayouts(form.settings());
 }
 
 bool MasterInputForm::refused(const MasterObjection &objection) {

@@ -57,6 +57,7 @@ private:
     void takeFacility(const QString &code);
     std::optional<QString> editFacility(const QString &code, QWidget *parent);
 
+    void setLayouts();
     bool mayCopy(bool &copy);
     bool refused(const MasterObjection &objection);
 

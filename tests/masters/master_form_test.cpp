@@ -167,6 +167,22 @@ TEST_F(MasterForms, AnotherInstitutionBringsItsAddress) {
     EXPECT_EQ(database.value(u"SELECT cDouiIsiName1 FROM RIYOUSHA WHERE nIDNo = 4"_s), u"三浦 一"_s);
 }
 
+TEST_F(MasterForms, ConsentFormSettingsAreStoredWithTheDoctor) {
+    database.run(u"UPDATE DOCTOR SET iSaiDouiON = 0, iDouiDispRiyouNo = 1 WHERE cIDNo = '12'"_s);
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"12"_s), 0);
+    showActive(form);
+    next(u"frmDouiSubmainIshi"_s, [](QWidget &settings) {
+        EXPECT_FALSE(settings.findChild<QCheckBox *>(u"chkDouiAri_1"_s)->isChecked());
+        settings.findChild<QCheckBox *>(u"chkDouiAri_1"_s)->setChecked(true);
+        press(settings, u"btnRegist"_s);
+    });
+    press(form, u"btnDouiSyosikiSet"_s);
+    EXPECT_EQ(doctor(u"iSaiDouiON"_s), u"0"_s);
+    EXPECT_EQ(form.iDataSave(), 0) << said().toStdString();
+    EXPECT_EQ(doctor(u"iSaiDouiON || iDouiDispRiyouNo"_s), u"11"_s);
+}
+
 // The institution's address is mended where it is seen; that this writes the doctor's row is no colleague's
 // work.
 TEST_F(MasterForms, AnInstitutionIsMendedWhileItsDoctorIsEdited) {
@@ -190,14 +206,21 @@ TEST_F(MasterForms, AnInstitutionIsMendedWhileItsDoctorIsEdited) {
 }
 
 TEST_F(MasterForms, TheFacilityFormKeepsWhatItDoesNotShow) {
-    database.run(u"UPDATE SISETSU SET cComment = '一\r\n二', iType = 1 WHERE nIDNo = 5"_s);
+    database.run(
+        u"UPDATE SISETSU SET cComment = '一\r\n二', iType = 1, cSisetsuType = '有料老人ホーム' WHERE nIDNo = 5"_s);
     MasterInputForm form(editor, MasterKind::Facility);
     ASSERT_EQ(form.iInit(u"5"_s), 0);
     showActive(form);
+    auto *kind = form.findChild<QComboBox *>(u"cSisetsuType"_s);
+    kind->setFocus(Qt::TabFocusReason);
+    kind->lineEdit()->selectAll();
+    QTest::keyClick(kind, Qt::Key_Return);
     form.findChild<QComboBox *>(u"cDouiIrai"_s)->setEditText(u"電話"_s);
     EXPECT_EQ(form.iDataSave(), 0);
-    EXPECT_EQ(database.value(u"SELECT cDouiIrai || cComment || iType || nLat FROM SISETSU WHERE nIDNo = 5"_s),
-              u"電話一\r\n二135.123456789"_s);
+    EXPECT_EQ(
+        database.value(
+            u"SELECT cDouiIrai || cSisetsuType || cComment || iType || nLat FROM SISETSU WHERE nIDNo = 5"_s),
+        u"電話有料老人ホーム一\r\n二135.123456789"_s);
 }
 
 TEST_F(MasterForms, TheListNarrowsByNumberAndByLetters) {
