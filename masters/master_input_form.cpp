@@ -114,8 +114,8 @@ void MasterInputForm::layOut() {
         return made;
     };
     if (m_description.kind == MasterKind::Doctor)
-        connect(button(u"btnDouiSyosikiSet"_s, u"同意書書式設定 (F9)"_s, u"F9"_s), &QPushButton::clicked,
-                this, [this] { setLayouts(); });
+        connect(button(u"btnDouiSyosikiSet"_s, u"同意書式設定 (F9)"_s, u"F9"_s), &QPushButton::clicked, this,
+                [this] { setLayouts(); });
     connect(button(u"btnRegist"_s, u"登録 (F5)"_s, u"F5"_s), &QPushButton::clicked, this, [this] {
         if (iDataSave() == 0)
             accept();
@@ -389,8 +389,7 @@ bool MasterInputForm::refused(const MasterObjection &objection) {
     return true;
 }
 
-/// Whether to bring the change to those who repeat it.
-/// @return false when the save was cancelled or nobody could be asked for
+// False: the save was given up, or who repeats the row could not be read.
 bool MasterInputForm::mayCopy(bool &copy) {
     copy = false;
     if (!m_entry.changesRepeated())

@@ -1,4 +1,5 @@
-# The masters: a doctor entered by postal code, the list of doctors saved, an institution where it is picked.
+# The masters: a doctor entered by postal code and with consent forms of her own, the list of doctors saved,
+# an institution where it is picked.
 
 tour_doctors() {
     local file
@@ -15,6 +16,15 @@ tour_doctors() {
     key F7
     shot address-found
     write '3-4'
+    key F9
+    window '同意書式設定'
+    sleep 1
+    shot doctor-consent-forms
+    key F5
+    window '確認'
+    key Return
+    gone '同意書式設定'
+    window '医師登録'
     key F5
     window '登録確認'
     shot doctor-to-be-saved

@@ -289,6 +289,18 @@ TEST_F(MasterForms, TheListIsPrintedSavedAndLeftForTheMenu) {
     EXPECT_FALSE(form.isVisible());
 }
 
+TEST_F(MasterForms, APracticeMayKeepTheListFromLeaving) {
+    QFile file(folders.data() + u"/患者管理設定.ini"_s);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(encode932(u"[マスタ管理]\r\nCSV出力制限=1\r\n簡易メニュー=1\r\n"_s).bytes);
+    file.close();
+    frmMainteIshi02 form(environment, database.db);
+    ASSERT_EQ(form.iInit(), 0);
+    showActive(form);
+    for (const QString &name : {u"mnCSV"_s, u"btnPrint"_s})
+        EXPECT_FALSE(form.findChild<QPushButton *>(name)->isVisible()) << name.toStdString();
+}
+
 TEST_F(MasterForms, ThePickListTakesANewDoctorAndStaysOnIt) {
     MasterSearch doctors(Master::Doctor, database.db, environment);
     int changes = 0;
