@@ -8,6 +8,7 @@
 #include "db/adodb.h"
 #include "db/connection_settings.h"
 #include "export/save_grid.h"
+#include "print/consent_screens/consent_screens.h"
 #include "print/documents/history.h"
 #include "ui_history_form.h"
 
@@ -34,6 +35,8 @@ void frmDouiRecord::wire() {
     connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { change(); });
     connect(m_ui->btnDel, &QPushButton::clicked, this, [this] { erase(); });
     connect(m_ui->btnPrint, &QPushButton::clicked, this, [this] { print(); });
+    connect(m_ui->btnDouiSyosikiSet, &QPushButton::clicked, this,
+            [this] { setPatientConsentForms(m_environment, *m_db, m_patient, this); });
     connect(m_ui->btnEnd, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_ui->ssDouiD, &QAbstractItemView::doubleClicked, this, [this] { change(); });
     connect(m_ui->timeLine, &TimeLineView::chosen, this, [this](int row) { m_ui->ssDouiD->goTo(row, 0); });

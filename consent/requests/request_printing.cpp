@@ -2,7 +2,6 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "app/base/settings.h"
 #include "consent/record/sent_marks.h"
 #include "print/batch/print_messages.h"
 
@@ -39,26 +38,6 @@ std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows) {
         orders.push_back({row.key, row.facts.askedDoctor, row.toHospital, letterKindLayout(row.kind), row.who,
                           continuesConsent(row.kind)});
     return orders;
-}
-
-LetterOptions keptLetterOptions(const Folders &folders, const QDate &today) {
-    const Settings settings(folders);
-    LetterOptions options;
-    options.day = today;
-    options.grouped = settings.isOn(Setting::依頼書出力方式);
-    options.printPractitioner = settings.isOn(Setting::施術者氏名の印字);
-    const int practitioner = settings.number(Setting::施術者氏名選択);
-    options.practitioner = practitioner >= 0 && practitioner < mostPractitioners ? practitioner : 0;
-    return options;
-}
-
-Result<> keepLetterOptions(const Folders &folders, const LetterOptions &options) {
-    Settings settings(folders);
-    if (settings.iSwitch(Setting::依頼書出力方式, options.grouped) == 0 &&
-        settings.iSwitch(Setting::施術者氏名の印字, options.printPractitioner) == 0 &&
-        settings.iWrite(Setting::施術者氏名選択, options.practitioner) == 0)
-        return {};
-    return Failure{settings.sErrMsg()};
 }
 
 std::vector<RequestRow> onPaper(std::span<const RequestRow> rows) {

@@ -2,12 +2,7 @@
 
 #include "consent/requests/request_rows.h"
 #include "print/request_letter/letter_job.h"
-
-class Folders;
-
-/// The last choices for request letters, which all users of a data folder share.
-LetterOptions keptLetterOptions(const Folders &folders, const QDate &today);
-Result<> keepLetterOptions(const Folders &folders, const LetterOptions &options);
+#include "print/request_letter/letter_options.h"
 
 /// What printing is asked for the rows.
 std::vector<LetterOrder> letterOrders(std::span<const RequestRow> rows);

@@ -393,3 +393,8 @@ bool openCompanyConsentForms(const ListOpening &opening) {
     setCompanyConsentForms(opening.environment, opening.db, opening.parent);
     return false;
 }
+
+bool openPatientConsentForms(const ListOpening &opening) {
+    setPatientConsentForms(opening.environment, opening.db, opening.current->key().patient, opening.parent);
+    return false;
+}

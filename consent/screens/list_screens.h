@@ -83,3 +83,5 @@ bool openMasterConsentForms(const ListOpening &opening);
 
 /// The layouts of consent forms that the company uses.
 bool openCompanyConsentForms(const ListOpening &opening);
+/// The same for the current row's patient, who is also printed for there.
+bool openPatientConsentForms(const ListOpening &opening);

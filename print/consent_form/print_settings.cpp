@@ -73,6 +73,10 @@ Result<> ConsentPrintSettings::write(const Folders &folders) const {
     return SettingsSection(folders, printFile, formSection).write(choices + entries());
 }
 
+Result<> keepSubmissionSwitch(const Folders &folders, bool on) {
+    return SettingsSection(folders, printFile, formSection).write({{submissionFlagKey, storedChoice(on)}});
+}
+
 void ConsentPrintSettings::applyTo(ConsentFormOptions &options) const {
     FormContents::applyTo(options);
     options.kind = kind;

@@ -44,6 +44,9 @@ struct ConsentPrintSettings : FormContents {
     void applyTo(ConsentFormOptions &options) const;
 };
 
+/// Stores whether a submission date is printed, and nothing else of the printing screen's choices.
+Result<> keepSubmissionSwitch(const Folders &folders, bool on);
+
 /// What the printing screens read of 患者管理設定.ini.
 struct PatientManagementSettings {
     bool niigata = false;     ///< [ENTRY] 新潟対応

@@ -4,6 +4,7 @@
 #include "app/base/messages.h"
 #include "print/consent_screens/doctor_consent_form.h"
 #include "print/consent_screens/layout_store.h"
+#include "print/consent_screens/patient_consent_form.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -16,6 +17,10 @@ void tellStored(const Result<bool> &stored, const QString &failure, Messages &me
     else if (!*stored)
         messages.warn(u"同意書の設定は、他の端末で変更されています。登録しませんでした。\r\n"
                       "もう一度開いて、最新の設定を確かめてから変更してください。"_s);
+}
+
+QString faultOfButton(const QString &reason) {
+    return u"("_s + reason + u") btnDouiSyosikiSet_Click()でエラー"_s;
 }
 
 } // namespace
@@ -38,4 +43,24 @@ void setCompanyConsentForms(Environment &environment, cT_ADODB &db, QWidget *par
         return;
     const Result<bool> stored = storeCompanyLayouts(db, environment.branch, *seen, form.settings());
     tellStored(stored, stored.reason(), messages);
+}
+
+void setPatientConsentForms(Environment &environment, cT_ADODB &db, const PatientKey &patient,
+                            QWidget *parent) {
+    Messages &messages = environment.messages;
+    if (!messages.ask(u"内容を保存してもよろしいですか？"_s, u"保存確認"_s))
+        return;
+    const Result<QString> doctor = readConsentingDoctor(db, patient);
+    if (!doctor) {
+        messages.fail(faultOfButton(doctor.reason()));
+        return;
+    }
+    frmDouiSubmain form(environment, parent);
+    if (form.iInit(db, patient, *doctor, 1) != 0)
+        return;
+    form.exec();
+    if (!form.isChanged())
+        return;
+    const Result<bool> stored = storePatientLayouts(db, patient, form.seen(), form.settings());
+    tellStored(stored, faultOfButton(stored.reason()), messages);
 }

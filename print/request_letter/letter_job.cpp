@@ -31,6 +31,10 @@ Result<> LetterJob::read(std::vector<LetterOrder> orders, const LetterOptions &o
     if (!source)
         return Failure{source.reason()};
     m_source = std::move(*source);
+    if (options.sender) {
+        m_source.company = *options.sender;
+        m_source.hasCompany = true;
+    }
     m_letters = arrangeLetters(m_orders, m_source, options.grouped);
     return {};
 }

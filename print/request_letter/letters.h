@@ -1,18 +1,10 @@
 #pragma once
 
 #include "print/engine/data_file.h"
+#include "print/request_letter/letter_options.h"
 #include "print/request_letter/letter_rows.h"
 
 #include <QStringList>
-
-/// What the user chooses for all letters of a run.
-struct LetterOptions {
-    QDate day;            ///< printed as the day of output
-    bool grouped = false; ///< several patients of one doctor in one letter
-    bool printPractitioner = true;
-    int practitioner = 0; ///< which of the patient's practitioners; 0 the responsible one
-    QString remark;       ///< printed on every letter
-};
 
 /// One letter: its rows, as positions in the source's rows. The first row's patient is the letter's own.
 struct Letter {
