@@ -1,6 +1,7 @@
 # Works the program with keys on a virtual screen and photographs what it shows.
 
 . scripts/keys.sh
+. scripts/tour/consent_screens.sh
 . scripts/tour/forms.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
@@ -54,6 +55,7 @@ make_tour() {
     tour_list
     tour_table
     tour_doctors
+    tour_consent_screens
     tour_end
     tour_road
     tour_management

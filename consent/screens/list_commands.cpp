@@ -96,7 +96,7 @@ std::span<const ListCommand> listCommands() {
                     Nothing, openFacilities},
         ListCommand{u""_s, u"mnDouiSettei"_s, u"同意管理設定"_s, u""_s,
                     u"利用者ごとの期間の計算方法を設定します（準備中）"_s, Settings, NotBuilt},
-        ListCommand{u""_s, u"mnDouiSyosikiKaisya"_s, u"会社の同意書式"_s, u""_s,
+        ListCommand{u""_s, u"mnDouiSyosikiKaisya"_s, u"会社の同意書式"_s, u"Ctrl+Shift+Y"_s,
                     u"会社として使用する同意書・同意依頼書の書式と、印字する内容を設定します"_s, Settings,
                     Nothing, openCompanyConsentForms},
         ListCommand{u""_s, u"mnKoumoku"_s, u"表示項目"_s, u""_s, u"一覧に表示する項目を選びます（準備中）"_s,

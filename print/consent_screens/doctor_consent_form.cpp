@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -34,7 +35,10 @@ frmDouiSubmainIshi::frmDouiSubmainIshi(Environment &environment, QWidget *parent
     layout()->setMenuBar(bar);
     wire();
     new EnterMovesOn(this);
-    resize(screen()->availableSize() * 9 / 10);
+    // A scroll area asks for less than its content.
+    m_ui->scroll->setMinimumWidth(m_ui->settings->sizeHint().width() +
+                                  m_ui->scroll->verticalScrollBar()->sizeHint().width());
+    resize(screen()->availableSize() * 24 / 25);
 }
 
 frmDouiSubmainIshi::~frmDouiSubmainIshi() = default;

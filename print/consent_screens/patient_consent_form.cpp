@@ -23,6 +23,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -72,7 +73,12 @@ frmDouiSubmain::frmDouiSubmain(Environment &environment, QWidget *parent)
     layout()->setMenuBar(bar);
     wire();
     new EnterMovesOn(this);
-    resize(screen()->availableSize() * 9 / 10);
+    // A scroll area asks for less than its content.
+    const QString longest = periodText({QDate(2026, 10, 10), QDate(2027, 10, 10)});
+    m_ui->txtKaryouDay->setMinimumWidth(fontMetrics().horizontalAdvance(longest + u"国"_s));
+    m_ui->scroll->setMinimumWidth(m_ui->settings->sizeHint().width() +
+                                  m_ui->scroll->verticalScrollBar()->sizeHint().width());
+    resize(screen()->availableSize() * 24 / 25);
 }
 
 frmDouiSubmain::~frmDouiSubmain() = default;
@@ -336,7 +342,7 @@ Result<QString> frmDouiSubmain::getDocTelNo() const {
     const QString label = u"getDocTelNo() でエラー"_s;
     const Result<QString> connection = readConnectionString(m_environment.folders);
     if (!connection)
-        return Failure{u"接続文字列取得できません。"_s + newLine + connection.reason()};
+        return connection;
     cT_ADODB own;
     if (own.iInit(*connection) != 0 || own.iConnect() != 0)
         return Failure{own.sErrMsg() + newLine + label};
