@@ -23,7 +23,8 @@ enum Column {
     DoctorSettings,
     Institution = DoctorSettings + 12,
     PatientSettings,
-    ConsentDate = PatientSettings + 12
+    ConsentDate = PatientSettings + 12,
+    DoctorInstitution
 };
 
 QStringList settingColumns() {
@@ -48,7 +49,7 @@ QString selectList() {
     list += u"SISETSU.cShamei1"_s;
     for (const QString &name : settingColumns())
         list += u"RIYOUSHA_SUB.%1 as %1_Riyousya"_s.arg(name);
-    list += u"RIYOUSHA_DOUI_REC.nDate"_s;
+    list += QStringList{u"RIYOUSHA_DOUI_REC.nDate"_s, u"DOCTOR.cKikan"_s};
     return list.join(u", "_s);
 }
 
@@ -108,6 +109,8 @@ Result<PatientConsent> readPatientConsent(cT_ADODB &db, const PatientKey &patien
     consent.doctorName = rows.text(0, DoctorName);
     consent.doctorCode = rows.text(0, DoctorCode);
     consent.institution = rows.text(0, Institution);
+    if (consent.institution.isEmpty())
+        consent.institution = rows.text(0, DoctorInstitution);
     consent.ofDoctor = settingsAt(rows, DoctorSettings);
     consent.ofPatient = settingsAt(rows, PatientSettings);
     return consent;

@@ -3,7 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "print/batch/print_messages.h"
-#include "print/consent_screens/layout_combo.h"
+#include "print/consent_screens/layout_controls.h"
 #include "ui_doctor_consent_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -11,7 +11,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-#include <QScrollBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -30,14 +29,12 @@ frmDouiSubmainIshi::frmDouiSubmainIshi(Environment &environment, QWidget *parent
       m_ui(std::make_unique<Ui::DoctorConsentForm>()),
       m_sample(environment, u"同意依頼書データ.csv"_s) {
     m_ui->setupUi(this);
+    m_contents = {m_ui->chkChkView_0, m_ui->chkChkView_1, m_ui->chkChkView_2};
     auto *bar = new QMenuBar(this);
     bar->addMenu(m_ui->wfdImage->zoomMenu());
     layout()->setMenuBar(bar);
     wire();
     new EnterMovesOn(this);
-    // A scroll area asks for less than its content.
-    m_ui->scroll->setMinimumWidth(m_ui->settings->sizeHint().width() +
-                                  m_ui->scroll->verticalScrollBar()->sizeHint().width());
     resize(screen()->availableSize() * 24 / 25);
 }
 
@@ -56,11 +53,10 @@ void frmDouiSubmainIshi::wire() {
         connect(button(u"btnPrintDoui"_s, i), &QPushButton::clicked, this,
                 [this, i] { putOut(i, PrintWay::Print); });
     }
-    for (const QCheckBox *box : {m_ui->chkChkView_0, m_ui->chkChkView_1, m_ui->chkChkView_2})
-        connect(box, &QCheckBox::toggled, this, [this] {
-            if (isVisible() && chosen(m_shown))
-                showSample(m_shown);
-        });
+    m_contents.onChange(this, [this] {
+        if (isVisible() && m_formats[m_shown]->count() > 0)
+            showSample(m_shown);
+    });
     connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { regist(); });
     connect(m_ui->btnCancel, &QPushButton::clicked, this, [this] { reject(); });
 }
@@ -91,23 +87,16 @@ void frmDouiSubmainIshi::showSettings() {
     m_ui->chkDouiAri_0->setChecked(m_settings.iSyokaiDouiON != 0);
     m_ui->chkDouiAri_1->setChecked(m_settings.iSaiDouiON != 0);
     m_ui->chkDouiAri_2->setChecked(m_settings.iDouiiraiON != 0);
-    const SampleContents shown = SampleContents::of(m_settings);
-    m_ui->chkChkView_0->setChecked(shown.treatment);
-    m_ui->chkChkView_1->setChecked(shown.doctor);
-    m_ui->chkChkView_2->setChecked(shown.patientNumber);
+    m_contents.show(m_settings);
 }
 
 // The screen stands before the sample is made: another PC may hold the work folder for a while.
 void frmDouiSubmainIshi::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
+    showWholeWidth(*m_ui->scroll);
     const auto first = std::ranges::find_if(m_formats, [](const QComboBox *box) { return box->count() > 0; });
     if (first != m_formats.end())
         QTimer::singleShot(0, this, [this, i = size_t(first - m_formats.begin())] { showSample(i); });
-}
-
-SampleContents frmDouiSubmainIshi::contents() const {
-    return {m_ui->chkChkView_0->isChecked(), m_ui->chkChkView_1->isChecked(),
-            m_ui->chkChkView_2->isChecked()};
 }
 
 const RegisteredForm *frmDouiSubmainIshi::chosen(size_t combo) const {
@@ -120,14 +109,14 @@ void frmDouiSubmainIshi::showSample(size_t combo) {
         return;
     m_shown = combo;
     m_ui->lblMihon->setText(jobTitles[combo]);
-    m_sample.show(documentOf(combo), *layout, contents(), *m_ui->wfdImage);
+    m_sample.show(documentOf(combo), *layout, m_contents.chosen(), *m_ui->wfdImage);
 }
 
 void frmDouiSubmainIshi::putOut(size_t combo, PrintWay way) {
     const RegisteredForm *layout = chosen(combo);
     if (!layout || !layoutFileIsThere(m_environment, *layout))
         return;
-    const Result<> done = m_sample.putOut(documentOf(combo), *layout, contents(), way);
+    const Result<> done = m_sample.putOut(documentOf(combo), *layout, m_contents.chosen(), way);
     if (done)
         return;
     Message failed = printFailed(done.reason());
@@ -155,8 +144,6 @@ void frmDouiSubmainIshi::takeOver() {
     m_settings.iSyokaiDouiON = short(m_ui->chkDouiAri_0->isChecked());
     m_settings.iSaiDouiON = short(m_ui->chkDouiAri_1->isChecked());
     m_settings.iDouiiraiON = short(m_ui->chkDouiAri_2->isChecked());
-    m_settings.iDouiDispSejyutu = short(m_ui->chkChkView_0->isChecked());
-    m_settings.iDouiDispIshidata = short(m_ui->chkChkView_1->isChecked());
-    m_settings.iDouiDispRiyouNo = short(m_ui->chkChkView_2->isChecked());
+    m_contents.takeOver(m_settings);
     m_registered = true;
 }

@@ -1,13 +1,12 @@
 #pragma once
 
-#include "print/consent_screens/layout_lists.h"
+#include "print/consent_screens/layout_controls.h"
 #include "print/consent_screens/layout_sample.h"
 
 #include <QDialog>
 #include <array>
 #include <memory>
 
-class QComboBox;
 class QShowEvent;
 struct Environment;
 namespace Ui {
@@ -50,7 +49,6 @@ private:
     void wire();
     void showSettings();
     void fill(size_t combo);
-    SampleContents contents() const;
     const RegisteredForm *chosen(size_t combo) const;
     void showSample(size_t combo);
     void putOut(size_t combo, PrintWay way);
@@ -61,6 +59,7 @@ private:
     std::unique_ptr<Ui::DoctorConsentForm> m_ui;
     std::array<QComboBox *, combos> m_formats;
     std::array<LayoutList, combos> m_layouts;
+    ContentsBoxes m_contents{};
     LayoutSample m_sample;
     size_t m_shown = 0; ///< combo whose sample is shown
     ConsentLayoutSettings m_settings;

@@ -12,7 +12,7 @@
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/print_settings.h"
-#include "print/consent_screens/layout_combo.h"
+#include "print/consent_screens/layout_controls.h"
 #include "print/request_letter/letter_job.h"
 #include "print/request_letter/letter_options.h"
 #include "ui_patient_consent_form.h"
@@ -23,7 +23,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-#include <QScrollBar>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -64,6 +63,7 @@ frmDouiSubmain::frmDouiSubmain(Environment &environment, QWidget *parent)
       m_ui(std::make_unique<Ui::PatientConsentForm>()),
       m_sample(environment, u"同意依頼書.csv"_s) {
     m_ui->setupUi(this);
+    m_contents = {m_ui->chkChkView_0, m_ui->chkChkView_1, m_ui->chkChkView_2};
     m_formats = {m_ui->cbDouiFormat_0, m_ui->cbDouiFormat_1, m_ui->cbDouiFormat_2};
     m_own = {m_ui->optChkPrn_0, m_ui->optChkPrn_1, m_ui->optChkPrn_2};
     m_ui->imD_Teisyutu->setToday(environment.clock.today());
@@ -73,11 +73,10 @@ frmDouiSubmain::frmDouiSubmain(Environment &environment, QWidget *parent)
     layout()->setMenuBar(bar);
     wire();
     new EnterMovesOn(this);
-    // A scroll area asks for less than its content.
-    const QString longest = periodText({QDate(2026, 10, 10), QDate(2027, 10, 10)});
-    m_ui->txtKaryouDay->setMinimumWidth(fontMetrics().horizontalAdvance(longest + u"国"_s));
-    m_ui->scroll->setMinimumWidth(m_ui->settings->sizeHint().width() +
-                                  m_ui->scroll->verticalScrollBar()->sizeHint().width());
+    const Period longest{QDate(2026, 10, 10), QDate(2027, 10, 10)};
+    for (const auto &[box, text] : {std::pair(m_ui->txtKaryouDay, periodText(longest)),
+                                    std::pair(m_ui->txtSyoryoDay, eraDate(longest.start))})
+        box->setMinimumWidth(fontMetrics().horizontalAdvance(text + u"国"_s));
     resize(screen()->availableSize() * 24 / 25);
 }
 
@@ -93,11 +92,10 @@ void frmDouiSubmain::wire() {
         connect(images[i], &QPushButton::clicked, this, [this, document] { showSample(document); });
         connect(prints[i], &QPushButton::clicked, this, [this, document] { print(document); });
     }
-    for (const QCheckBox *box : {m_ui->chkChkView_0, m_ui->chkChkView_1, m_ui->chkChkView_2})
-        connect(box, &QCheckBox::toggled, this, [this] {
-            if (isVisible() && m_formats[size_t(m_shown)]->count() > 0)
-                showSample(m_shown);
-        });
+    m_contents.onChange(this, [this] {
+        if (isVisible() && m_formats[size_t(m_shown)]->count() > 0)
+            showSample(m_shown);
+    });
     connect(m_ui->chkTeisyutuDate, &QCheckBox::toggled, m_ui->imD_Teisyutu, &QWidget::setEnabled);
     connect(m_ui->btnCancel, &QPushButton::clicked, this, &QDialog::reject);
 }
@@ -184,10 +182,7 @@ void frmDouiSubmain::showSettings(const ConsentLayoutSettings &settings) {
                         settings.*ConsentLayoutSettings::layout(document, m_patientConsent.acupuncture));
         m_own[i]->setChecked(m_patientConsent.ofPatient.*ConsentLayoutSettings::used(document) != 0);
     }
-    const SampleContents shown = SampleContents::of(settings);
-    m_ui->chkChkView_0->setChecked(shown.treatment);
-    m_ui->chkChkView_1->setChecked(shown.doctor);
-    m_ui->chkChkView_2->setChecked(shown.patientNumber);
+    m_contents.show(settings);
 }
 
 void frmDouiSubmain::showSubmission() {
@@ -202,15 +197,11 @@ void frmDouiSubmain::showSubmission() {
 // The screen stands before the sample is made: another PC may hold the work folder for a while.
 void frmDouiSubmain::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
+    showWholeWidth(*m_ui->scroll);
     const ConsentDocument proposed =
         m_patientConsent.firstTreatment.isValid() ? ConsentDocument::Again : ConsentDocument::First;
     if (m_formats[size_t(proposed)]->count() > 0)
         QTimer::singleShot(0, this, [this, proposed] { showSample(proposed); });
-}
-
-SampleContents frmDouiSubmain::contents() const {
-    return {m_ui->chkChkView_0->isChecked(), m_ui->chkChkView_1->isChecked(),
-            m_ui->chkChkView_2->isChecked()};
 }
 
 const RegisteredForm *frmDouiSubmain::chosen(ConsentDocument document) const {
@@ -224,7 +215,7 @@ void frmDouiSubmain::showSample(ConsentDocument document) {
         return;
     m_shown = document;
     m_ui->lblMihon->setText(u"見本：%1"_s.arg(m_formats[size_t(document)]->currentText()));
-    m_sample.show(document, *layout, contents(), *m_ui->wfdImage);
+    m_sample.show(document, *layout, m_contents.chosen(), *m_ui->wfdImage);
 }
 
 void frmDouiSubmain::print(ConsentDocument document) {
@@ -268,13 +259,14 @@ bool frmDouiSubmain::write(ConsentDocument document, const RegisteredForm &layou
 }
 
 ConsentFormOptions frmDouiSubmain::formOptions(const RegisteredForm &layout) const {
+    const SampleContents shown = m_contents.chosen();
     ConsentFormOptions options;
     options.branch = m_patient.branch();
     options.patients = {m_patient.nIDNo};
     options.style = layout.again ? FormStyle::Again : FormStyle::First;
-    options.form = PickedForm{layout.number, layout.file, m_ui->chkChkView_2->isChecked()};
-    options.treatmentContent = m_ui->chkChkView_0->isChecked();
-    options.doctorBlock = m_ui->chkChkView_1->isChecked();
+    options.form = PickedForm{layout.number, layout.file, shown.patientNumber};
+    options.treatmentContent = shown.treatment;
+    options.doctorBlock = shown.doctor;
     options.company = m_ui->cmbCorp->currentIndex();
     if (m_ui->chkTeisyutuDate->isChecked())
         options.submitted = m_ui->imD_Teisyutu->date();
@@ -367,9 +359,7 @@ ConsentLayoutSettings frmDouiSubmain::chosenSettings() const {
             chosenLayout(*m_formats[i]);
         settings.*ConsentLayoutSettings::used(document) = short(m_own[i]->isChecked());
     }
-    settings.iDouiDispSejyutu = short(m_ui->chkChkView_0->isChecked());
-    settings.iDouiDispIshidata = short(m_ui->chkChkView_1->isChecked());
-    settings.iDouiDispRiyouNo = short(m_ui->chkChkView_2->isChecked());
+    m_contents.takeOver(settings);
     return settings;
 }
 

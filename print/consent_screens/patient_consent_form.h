@@ -2,15 +2,13 @@
 
 #include "print/consent_form/form_options.h"
 #include "print/consent_screens/consent_screens_query.h"
-#include "print/consent_screens/layout_lists.h"
+#include "print/consent_screens/layout_controls.h"
 #include "print/consent_screens/layout_sample.h"
 
 #include <QDialog>
 #include <array>
 #include <memory>
 
-class QCheckBox;
-class QComboBox;
 class QShowEvent;
 namespace Ui {
 class PatientConsentForm;
@@ -66,7 +64,6 @@ private:
     void showSettings(const ConsentLayoutSettings &settings);
     void showSubmission();
     ConsentLayoutSettings chosenSettings() const;
-    SampleContents contents() const;
     const RegisteredForm *chosen(ConsentDocument document) const;
     void showSample(ConsentDocument document);
     void print(ConsentDocument document);
@@ -84,6 +81,7 @@ private:
     std::array<LayoutList, documents> m_layouts;
     std::vector<cD_CORP> m_companies; ///< in the order of cmbCorp
     cD_CORP m_headOffice;
+    ContentsBoxes m_contents{};
     LayoutSample m_sample;
     ConsentDocument m_shown = ConsentDocument::First;
     PatientKey m_patient;

@@ -15,7 +15,7 @@ tour_company_forms() {
     sleep 1
     shot company-letter-sample
     # What stands on the form is seen on the sample at once.
-    key alt+2 alt+v Down Return
+    key alt+2 Down Up alt+v Return
     sleep 1
     key alt+s
     sleep 1
