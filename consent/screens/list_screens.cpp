@@ -110,7 +110,7 @@ std::vector<qint32> patientsOf(const std::vector<ListRow> &rows) {
 std::vector<ManagementRow> managementRows(const std::vector<ListRow> &rows) {
     std::vector<ManagementRow> result;
     for (const ListRow &row : rows)
-        result.push_back({row.key(), row.who(), row.values.requested != 0, row.values.hospitalOut == 1});
+        result.push_back({row.key(), row.who()});
     return result;
 }
 
@@ -165,7 +165,7 @@ PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
             return u"プレビューを表示しました。「依頼」の印は、印刷したときに付きます。"_s;
         case LetterOutcome::Printed:
             written = true;
-            return u"依頼書 %L1 件を印刷し、「依頼」の印を付けました。"_s.arg(requests.size());
+            return u"依頼書を印刷しました。"_s;
         }
         return {};
     };

@@ -24,6 +24,33 @@ void number(QButtonGroup *group, int first) {
         group->setId(group->buttons()[i], first + i);
 }
 
+std::vector<qint32> patientsOf(const std::vector<ManagementRow> &rows) {
+    std::vector<qint32> patients;
+    for (const ManagementRow &row : rows)
+        patients.push_back(row.key.patient.nIDNo);
+    return patients;
+}
+
+/// The rows with their marks as they are by now, which this screen's own letters set, too; all consents of a
+/// picked patient. Rows that are gone stay, for the letters to name them.
+/// @param without gains the patients who have none
+std::vector<ManagementRow> rowsNow(const std::vector<ManagementRow> &chosen, const NewestRows &newest,
+                                   QStringList &without) {
+    std::vector<ManagementRow> rows;
+    for (const ManagementRow &row : chosen) {
+        const std::vector<ManagementRow> consents = newest.value(row.key.patient.nIDNo);
+        if (row.key.nDate != 0) {
+            const auto now = std::ranges::find(consents, row.key, &ManagementRow::key);
+            rows.push_back(now == consents.end() ? row : *now);
+        } else if (consents.empty()) {
+            without += row.who;
+        } else {
+            rows.insert(rows.end(), consents.begin(), consents.end());
+        }
+    }
+    return rows;
+}
+
 } // namespace
 
 ManagementPrintForm::ManagementPrintForm(Environment &environment, cT_ADODB &db, QWidget *parent)
@@ -215,32 +242,24 @@ Result<ManagementDocument> ManagementPrintForm::envelopes() {
 std::optional<std::vector<ManagementRow>> ManagementPrintForm::letterRows() {
     Messages &messages = m_environment.messages;
     const std::vector<ManagementRow> chosen = targets();
-    if (!fromMasters())
-        return chosen;
-    std::vector<qint32> patients;
-    for (const ManagementRow &row : chosen)
-        patients.push_back(row.key.patient.nIDNo);
-    Result<std::vector<ManagementRow>> rows = readNewestRows(m_environment, m_db, patients);
-    if (!rows) {
-        messages.fail(rows.reason(), u"DB-error"_s);
+    const Result<NewestRows> newest = readNewestRows(m_environment, m_db, patientsOf(chosen));
+    if (!newest) {
+        messages.fail(newest.reason(), u"DB-error"_s);
         return {};
     }
     QStringList without;
-    for (const ManagementRow &row : chosen)
-        if (std::ranges::none_of(
-                *rows, [&](const ManagementRow &consent) { return consent.key.patient == row.key.patient; }))
-            without += row.who;
+    const std::vector<ManagementRow> rows = rowsNow(chosen, *newest, without);
     if (without.isEmpty())
-        return *rows;
+        return rows;
     QString text;
     addMessagePart(text, u"同意の記録がないため、依頼書を出力できない利用者："_s, without);
-    if (rows->empty()) {
+    if (rows.empty()) {
         messages.warn(u"該当する同意依頼書データがありません。\r\n\r\n"_s + text);
         return {};
     }
     if (!messages.ask(text + u"\r\n\r\nこの利用者を除いて出力します。よろしいですか？"_s, windowTitle()))
         return {};
-    return *rows;
+    return rows;
 }
 
 void ManagementPrintForm::printLetters(PrintWay way) {
@@ -252,11 +271,8 @@ void ManagementPrintForm::printLetters(PrintWay way) {
 }
 
 void ManagementPrintForm::openRenewalList() {
-    std::vector<qint32> patients;
-    for (const ManagementRow &row : targets())
-        patients.push_back(row.key.patient.nIDNo);
     frm同意書更新リスト印刷 form(m_environment, this);
-    if (form.Init(m_db, patients, note()) == 0)
+    if (form.Init(m_db, patientsOf(targets()), note()) == 0)
         form.exec();
 }
 

@@ -8,7 +8,6 @@
 #include "print/request_letter/letter_job.h"
 #include "print/request_letter/letter_query.h"
 
-#include <QHash>
 #include <set>
 
 using namespace Qt::Literals::StringLiterals;
@@ -194,23 +193,21 @@ Result<EnvelopeWishes> readMasterWishes(const Environment &environment, cT_ADODB
     return wishes;
 }
 
-Result<std::vector<ManagementRow>> readNewestRows(const Environment &environment, cT_ADODB &db,
-                                                  std::span<const qint32> patients) {
+Result<NewestRows> readNewestRows(const Environment &environment, cT_ADODB &db,
+                                  std::span<const qint32> patients) {
     const Branch &branch = environment.branch;
     const ErrorsSince errors(db);
     Recordset found;
     if (db.iConnect() != 0 || db.iOpenRecSet(found, newestRowsSql(branch, patients)) != 0)
         return Failure{errors.text()};
-    std::vector<ManagementRow> rows;
-    for (const qint32 patient : patients)
-        for (int i = 0; i < found.rowCount(); ++i) {
-            const auto number = [&](int column) { return qint32(found.number(i, column)); };
-            if (number(0) == patient)
-                rows.push_back(
-                    {{{branch.iKyotenCd, branch.iKyotenEb, patient}, number(2), short(number(3)), number(4)},
-                     patientText(patient, found.text(i, 1)),
-                     number(5) != 0,
-                     number(6) == 1});
-        }
+    NewestRows rows;
+    for (int i = 0; i < found.rowCount(); ++i) {
+        const auto number = [&](int column) { return qint32(found.number(i, column)); };
+        const PatientKey patient{branch.iKyotenCd, branch.iKyotenEb, number(0)};
+        rows[patient.nIDNo].push_back({{patient, number(2), short(number(3)), number(4)},
+                                       patientText(patient.nIDNo, found.text(i, 1)),
+                                       number(5) != 0,
+                                       number(6) == 1});
+    }
     return rows;
 }

@@ -4,6 +4,7 @@
 #include "db/tables/keys.h"
 #include "print/management/management_envelopes.h"
 
+#include <QHash>
 #include <span>
 
 class cT_ADODB;
@@ -27,6 +28,8 @@ Result<EnvelopeWishes> readWishes(const Environment &environment, cT_ADODB &db,
 Result<EnvelopeWishes> readMasterWishes(const Environment &environment, cT_ADODB &db,
                                         EnvelopeDestination destination, const QStringList &codes);
 
-/// The newest consents of the patients, in the patients' order; a patient without one has none.
-Result<std::vector<ManagementRow>> readNewestRows(const Environment &environment, cT_ADODB &db,
-                                                  std::span<const qint32> patients);
+/// Newest consents by their patients; who has none is not among them.
+using NewestRows = QHash<qint32, std::vector<ManagementRow>>;
+/// Reads those of the patients; others may be among them.
+Result<NewestRows> readNewestRows(const Environment &environment, cT_ADODB &db,
+                                  std::span<const qint32> patients);

@@ -118,11 +118,13 @@ TEST_F(SaveGridTest, RefusesWhatIsNoNameOrFolderAndKeepsTheFile) {
     EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 1);
 
     messages.answers = {Answer::Yes};
+    ASSERT_TRUE(old.open(QIODevice::ReadOnly));
     save([&](QDialog &dialog) {
         box(dialog, u"txtFileName"_s).setText(u"ある"_s);
         pressSave(dialog);
     });
     EXPECT_TRUE(saved(u"ある.csv"_s).contains("1")) << "the user agreed";
+    EXPECT_EQ(old.readAll(), "old") << "the new one was written beside it";
 }
 
 TEST_F(SaveGridTest, AsksAboutCharactersThatTheCodePageLacksAndAboutFormulas) {

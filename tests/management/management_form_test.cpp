@@ -16,6 +16,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTableView>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -182,6 +183,23 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
     openRows();
     EXPECT_TRUE(form->findChild<QRadioButton *>(u"OptPrintMode_2"_s)->isChecked());
     EXPECT_EQ(form->findChild<QComboBox *>(u"cmbPattern"_s)->currentIndex(), 1);
+}
+
+TEST(ManagementEnvelopes, AreSharedByTheSameAddresseeAlone) {
+    const Addressee one{u"医師"_s, u"病院"_s, u"9921011"_s, u"町1"_s, u"2階"_s, u"0999"_s};
+    EnvelopeWishes wishes;
+    wishes.wishes = {{u"1"_s, one}, {u"2"_s, one}};
+    for (QString Addressee::*part : {&Addressee::doctor, &Addressee::institution, &Addressee::zip,
+                                     &Addressee::address1, &Addressee::address2}) {
+        Addressee other = one;
+        other.*part += u'3';
+        wishes.wishes.push_back({u"3"_s, other});
+    }
+    const auto count = [&](EnvelopeDestination to) {
+        return envelopeDocument(wishes, to, EnvelopeSize::Long3).data.count();
+    };
+    EXPECT_EQ(count(EnvelopeDestination::Doctor), 6);
+    EXPECT_EQ(count(EnvelopeDestination::Institution), 5) << "whoever the doctor is";
 }
 
 TEST_F(Management, AThousandPatientsOfAnInstitutionShareAnEnvelope) {
@@ -352,15 +370,26 @@ TEST_F(Management, ConsentFormsOfPickedPatients) {
 
 TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
     practice.addFile(practice.system(u"同意依頼書_CARE02_マ継続.wfd"_s));
-    practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo <> 5"_s);
+    practice.database.run(
+        u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0 WHERE nIDNo <> 5;"
+        "UPDATE RIYOUSHA_DOUI_REC SET iDouiHospOutFlg = 1 WHERE nIDNo = 5;"
+        "INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 1, 9, '相談　員');"
+        "UPDATE RIYOUSHA_SUB SET iSoudaninId = 9, iAddressSisetsuCd = 80 WHERE nIDNo = 5"_s);
     frm同意書管理 list(practice.environment);
     ASSERT_EQ(list.iInit(practice.database.db, 0), 0) << list.sErrMsg().toStdString();
     showActive(list);
-    auto *doctor = list.findChild<QLineEdit *>(u"txtcDoctorNo"_s);
-    doctor->setFocus();
-    typeText(doctor, u"13"_s);
-    QTest::keyClick(doctor, Qt::Key_Return);
+    for (const auto &[box, code] : {std::pair(u"txtcDoctorNo"_s, u"13"_s),
+                                    {u"txtcSisetsuNo"_s, u"70"_s},
+                                    {u"txtcSisetsuNo2"_s, u"80"_s},
+                                    {u"txtcSejutsuNo"_s, u"6"_s},
+                                    {u"txtcSoudanshaNo"_s, u"9"_s}}) {
+        auto *edit = list.findChild<QLineEdit *>(box);
+        edit->setFocus();
+        typeText(edit, code);
+        QTest::keyClick(edit, Qt::Key_Return);
+    }
     QTest::keyClick(&list, Qt::Key_F4);
+    auto *doctor = list.findChild<QLineEdit *>(u"txtcDoctorNo"_s);
     doctor->setFocus();
     doctor->clear(); // not searched for: the rows are still the doctor's
     said();
@@ -374,17 +403,28 @@ TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
         };
         click(u"OptPrintMode_1"_s);
         click(u"cmdPreview"_s);
-        EXPECT_EQ(ledger(), QStringList{u"5|マッサージ|2026/07/01|医師：筆　太"_s});
+        EXPECT_EQ(ledger(),
+                  QStringList{u"5|マッサージ|2026/07/01|医師：筆　太　　施設：緑病院　　施設：ひだまり荘　　"
+                              "施術者：施術　花　　相談者：相談　員"_s});
         click(u"OptPrintMode_3"_s);
         click(u"cmdPreview"_s);
         EXPECT_EQ(requested(), u"NULL"_s);
         practice.messages.answers = {Answer::Yes, Answer::Yes};
         click(u"cmdPrint"_s);
+        EXPECT_FALSE(said().join(u'|').contains(u"依頼済み"_s));
+        practice.messages.answers = {Answer::Yes, Answer::No};
+        click(u"cmdPrint"_s);
+        EXPECT_TRUE(said().join(u'|').contains(u"うち依頼済み 1 件"_s)) << "by the letter before";
         screen->close();
     });
     list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
     EXPECT_EQ(layout(), u"同意依頼書_CARE02_マ継続.wfd"_s) << said().join(u'|').toStdString();
     EXPECT_EQ(requested(), u"1"_s);
+    EXPECT_EQ(practice.database.value(u"SELECT iDouiIsiOutFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 5"_s),
+              u"NULL"_s)
+        << "the letter before went to the institution, and so does this one";
+    const QAbstractItemModel *rows = list.findChild<QTableView *>(u"ssDouiD"_s)->model();
+    EXPECT_EQ(rows->index(0, int(ListColumn::Requested)).data(Qt::CheckStateRole), Qt::Checked);
 }
 
 TEST_F(Management, TheMastersAreReachedFromAListWithoutRows) {
