@@ -23,13 +23,10 @@ struct ZoomStep {
     double zoom;
 };
 
-const std::array<ZoomStep, 5> &zoomSteps() {
+const std::array<ZoomStep, 4> &zoomSteps() {
     using enum PageView::Fit;
-    static const std::array<ZoomStep, 5> steps{ZoomStep{u"全体"_s, Page, 0},
-                                               {u"幅"_s, Width, 0},
-                                               {u"75%"_s, None, 0.75},
-                                               {u"100%"_s, None, 1},
-                                               {u"150%"_s, None, 1.5}};
+    static const std::array<ZoomStep, 4> steps{
+        ZoomStep{u"全体"_s, Page, 0}, {u"幅"_s, Width, 0}, {u"100%"_s, None, 1}, {u"150%"_s, None, 1.5}};
     return steps;
 }
 constexpr int firstStep = 1; ///< a page's text can be read in its window's width

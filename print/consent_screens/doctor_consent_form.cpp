@@ -11,6 +11,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShowEvent>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -93,6 +94,8 @@ void frmDouiSubmainIshi::showSettings() {
 // The screen stands before the sample is made: another PC may hold the work folder for a while.
 void frmDouiSubmainIshi::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
+    if (event->spontaneous())
+        return; // comes back from being an icon
     showWholeWidth(*m_ui->scroll);
     const auto first = std::ranges::find_if(m_formats, [](const QComboBox *box) { return box->count() > 0; });
     if (first != m_formats.end())

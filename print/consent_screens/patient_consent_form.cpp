@@ -23,6 +23,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShowEvent>
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
@@ -197,6 +198,8 @@ void frmDouiSubmain::showSubmission() {
 // The screen stands before the sample is made: another PC may hold the work folder for a while.
 void frmDouiSubmain::showEvent(QShowEvent *event) {
     QDialog::showEvent(event);
+    if (event->spontaneous())
+        return; // comes back from being an icon
     showWholeWidth(*m_ui->scroll);
     const ConsentDocument proposed =
         m_patientConsent.firstTreatment.isValid() ? ConsentDocument::Again : ConsentDocument::First;
