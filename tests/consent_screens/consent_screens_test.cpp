@@ -33,7 +33,8 @@ protected:
         practice.addFile(data(u"印刷設定.ini"_s), encode932(u"[同意書]\r\n提出日付=1\r\n"_s).bytes);
         storeCompany(u"1  "_s);
         const QByteArray layout =
-            "<layout version='1' paper='A4'><page><text x='9' y='9' w='99' h='9'>form</text>"
+            "<layout version='1' paper='A4'><page><rect x='5' y='5' w='200' h='287' fill='#000000' "
+            "when='施術内容表示' equals='1'/>"
             "</page></layout>";
         for (const QString &file :
              {u"M初回.wfd"_s, u"M再.wfd"_s, u"H初回.wfd"_s, u"H再_B5.wfd"_s, u"依頼.wfd"_s})
@@ -76,6 +77,12 @@ protected:
     }
     QString text(const QString &name) const { return control<QLineEdit>(name)->text(); }
     const LayoutPreview &preview() const { return *control<LayoutPreview>(u"wfdImage"_s); }
+    /// 0 black to 255 white.
+    int middleOfPreview() const {
+        QApplication::processEvents();
+        const QImage picture = control<LayoutPreview>(u"wfdImage"_s)->grab().toImage();
+        return qGray(picture.pixel(picture.width() / 2, picture.height() / 2));
+    }
     static QString numbers(const ConsentLayoutSettings &settings) {
         QStringList texts;
         for (const auto member : ConsentLayoutSettings::members)
@@ -169,6 +176,10 @@ TEST_F(ConsentScreens, ADoctorsSettingsComeBackWhereTheyAreRegistered) {
 TEST_F(ConsentScreens, SamplesAreShownAndPutOut) {
     openDoctor(settingsOf({1, 1, 3, 1, 2, 4, 1, 11, 0, 0, 1, 0}));
     EXPECT_EQ(preview().pageCount(), 1) << preview().problem().toStdString();
+    EXPECT_GT(middleOfPreview(), 200);
+    click(u"chkChkView_0"_s); // what is printed changes the sample at once
+    EXPECT_LT(middleOfPreview(), 50);
+    click(u"chkChkView_0"_s);
     choose(1, 1); // its layout file is missing
     EXPECT_TRUE(preview().problem().contains(u"M口頭.wfd"_s));
     EXPECT_EQ(preview().pageCount(), 0);

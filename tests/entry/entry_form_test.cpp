@@ -232,4 +232,8 @@ TEST_F(EntryFormTest, TheHistoryIsHandedToTheReportEngine) {
               u"\"利用者ID\",\"利用者名\",\"同意年月日\",\"加療期間開始\",\"加療期間終了\",\"同意医師名\","
               u"\"病院名\"\r\n"
               "7,\"山田\",\"2026/05/20\",\"2026/05/20\",\"2026/11/19\",\"髙橋＂誠＂\",\"中央病院\"\r\n"_s);
+    messages.shown.clear();
+    QTest::mouseClick(in<QPushButton>(form, u"btnDouiSyosikiSet"_s), Qt::LeftButton);
+    EXPECT_EQ(messages.shown.value(0).title, u"保存確認"_s);
+    EXPECT_EQ(messages.shown.value(1).text, u"データが取得できませんでした。"_s) << "no row of settings";
 }
