@@ -14,6 +14,7 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
+#include "fees/fees_form.h"
 #include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
@@ -372,6 +373,15 @@ bool openMasterManagementPrint(const ListOpening &opening) {
     form.iInit(lettersOf(opening, written));
     form.exec();
     return written;
+}
+
+bool openFees(const ListOpening &opening) {
+    FeesForm form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() == 0)
+        form.exec();
+    else
+        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
+    return false;
 }
 
 bool openMasterConsentForms(const ListOpening &opening) {

@@ -78,6 +78,9 @@ bool openDoctors(const ListOpening &opening);
 bool openFacilities(const ListOpening &opening);
 ///@}
 
+/// Unit prices and visit fees.
+bool openFees(const ListOpening &opening);
+
 /// Consent forms of patients who are picked from the master.
 bool openMasterConsentForms(const ListOpening &opening);
 

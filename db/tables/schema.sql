@@ -737,7 +737,8 @@ CREATE TABLE 療養費単価 (
     CONSTRAINT PK_療養費単価 PRIMARY KEY (cStartDate, iTankaKbn, nTankaCode)
 );
 
--- Visit-fee bands by validity. Dates are text yyyy/mm/dd, lengths metres.
+-- Visit-fee bands by validity. Dates are text yyyy/mm/dd; nMinLen and nMaxLen are metres, dMinLen and dMaxLen the
+-- same in kilometres.
 CREATE TABLE 往療費区分 (
     iKyotenCd SMALLINT NOT NULL,
     iKyotenEb SMALLINT NOT NULL,

@@ -56,10 +56,22 @@ short TableCore::readExists(bool &exists, const QString &sql) {
     return 0;
 }
 
+QString TableCore::writingSql(Writing writing, const QStringList &literals) const {
+    switch (writing) {
+    case Writing::Insert:
+        return insertSql(m_text, literals);
+    case Writing::Update:
+        return updateSql(m_text, literals);
+    case Writing::Delete:
+        return deleteSql(m_text, literals);
+    }
+    return {};
+}
+
 short TableCore::write(Writing writing, QStringList literals, bool transaction,
                        const std::function<short()> &afterwards) {
     if (writing == Writing::Delete)
-        return execute(deleteSql(m_text, literals), transaction, {});
+        return execute(writingSql(writing, literals), transaction, {});
     QString computer;
     if (takeComputerName(computer) != 0)
         return -1;
@@ -69,9 +81,7 @@ short TableCore::write(Writing writing, QStringList literals, bool transaction,
         else if (m_text.columns[i].use == ColumnUse::UpDateTime)
             literals[qsizetype(i)] = u"GetDate()"_s;
     }
-    const QString sql =
-        writing == Writing::Insert ? insertSql(m_text, literals) : updateSql(m_text, literals);
-    return execute(sql, transaction, afterwards);
+    return execute(writingSql(writing, literals), transaction, afterwards);
 }
 
 short TableCore::execute(const QString &sql, bool transaction, const std::function<short()> &afterwards) {

@@ -35,6 +35,9 @@ protected:
     ~TableCore() = default;
 
     const TableText &text() const { return m_text; }
+    /// One SQL literal a column. Rows are found by their key columns; a table that finds them otherwise, or is
+    /// written with more than its records hold, says so here.
+    virtual QString writingSql(Writing writing, const QStringList &literals) const;
 
     /// Keeps the reason and gives −1.
     short fail(const QString &reason);
