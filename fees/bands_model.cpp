@@ -42,6 +42,12 @@ int BandsModel::inForce() const {
     return int(std::ranges::count_if(m_bands, [&](const Band &band) { return isInForce(band, m_month); }));
 }
 
+int BandsModel::firstInForce() const {
+    const auto found =
+        std::ranges::find_if(m_bands, [&](const Band &band) { return isInForce(band, m_month); });
+    return found == m_bands.end() ? -1 : int(found - m_bands.begin());
+}
+
 int BandsModel::add(int after) {
     Band band;
     if (after >= 0) {

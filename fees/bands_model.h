@@ -17,6 +17,8 @@ public:
     /// The month (yyyymm) whose bands are marked.
     void setMonth(const QString &month);
     int inForce() const;
+    /// Row of the first of them; −1 when there is none.
+    int firstInForce() const;
 
     /// Puts a band behind another one (−1: first) that goes on where that ends, with its period.
     /// @return its row

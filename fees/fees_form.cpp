@@ -36,7 +36,7 @@ FeesForm::FeesForm(Environment &environment, cT_ADODB &db, QWidget *parent)
     (new CsvButton(environment, *m_ui->ssKubun, u"往療費区分"_s))->insert(*m_ui->rowButtons, *m_ui->cmdSave);
     wire();
     new EnterMovesOn(this);
-    const QSize wanted(m_ui->ssKubun->widthOf(76), fontMetrics().height() * 34);
+    const QSize wanted(m_ui->ssKubun->widthOf(76), fontMetrics().height() * 38);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
 
@@ -72,6 +72,7 @@ short FeesForm::iInit() {
     if (!readEdited())
         return -1;
     m_ui->imD_Tsuki->setDate(m_environment.clock.today());
+    m_ui->ssKubun->goTo(m_bands->firstInForce(), BandsModel::Start);
     m_ui->ssKubun->fitColumns();
     m_ui->ssTanka->fitColumns();
     m_ui->imD_Tsuki->setFocus();
@@ -87,14 +88,14 @@ bool FeesForm::readEdited() {
     }
     m_seen = *bands;
     m_bands->load(m_seen);
-    m_ui->ssKubun->goTo(0, BandsModel::Start);
     return true;
 }
 
 void FeesForm::readMonth() {
     const QDate date = m_ui->imD_Tsuki->date();
     const QString month = date.toString(u"yyyyMM");
-    m_ui->lblGengou->setText(formatDate(date, u"ggge年m月"));
+    // What is shown stays while the box holds no month: it says itself of when it is.
+    m_ui->lblGengou->setText(formatDate(date, u"ggge年m月の料金"));
     m_bands->setMonth(month);
     const bool known = date.isValid() && m_fees.iGetOuryohiAll(month) == 0;
     if (!known)
@@ -148,6 +149,7 @@ void FeesForm::showState() {
         notes.prepend(
             u"往療料は、ほかの拠点の区分も含めた %1 区分から探します。"_s.arg(m_fees.i往療区分数()));
     m_ui->lblTrouble->setText(notes.join(u'\n'));
+    m_ui->lblTrouble->setVisible(!notes.isEmpty());
 }
 
 bool FeesForm::changed() const {

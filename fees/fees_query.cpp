@@ -28,17 +28,10 @@ const Band *sameIn(const Bands &bands, const Band &band) {
     return found == bands.end() ? nullptr : &*found;
 }
 
-/// Other bands may be in the way of an update or deletion: those that are valid on the first day of this one.
-Result<> changedOne(const cT_往療費区分 &table, short status, const Band &band) {
-    if (status != 0)
-        return Failure{table.sErrMsg()};
-    if (table.affectedRows() == 1)
-        return {};
-    return Failure{
-        u"%1 から有効な %L2 m からの区分を書き込めません。\r\n"
-        "同じ距離から始まる別の区分が、同じ日にも有効です。先にその区分の適用終了を直して保存してください。"_s
-            .arg(band.cStartDate)
-            .arg(band.nMinLen)};
+/// Bands that begin at the same distance are written together where they are valid on the first day of one.
+bool isInTheWay(const Band &other, const Band &band) {
+    return other.nMinLen == band.nMinLen && other.cStartDate < band.cStartDate &&
+           other.cEndDate >= band.cStartDate;
 }
 
 // The oldest first: where bands overlap, the earlier one is shortened before the later one is written.
@@ -47,9 +40,14 @@ Result<> writeBands(cT_往療費区分 &table, const Bands &seen, const Bands &n
         const Band *band = sameIn(now, old);
         if (band && isEqual(*band, old))
             continue;
-        const short status = band ? table.iDataUpdate(band, -1, false) : table.iData削除(&old, -1, false);
-        if (const Result<> one = changedOne(table, status, old); !one)
-            return one;
+        if (std::ranges::any_of(now, [&](const Band &b) { return sameIn(seen, b) && isInTheWay(b, old); }))
+            return Failure{
+                u"%1 から有効な %L2 m からの区分は、変更も削除もできません。\r\n"
+                "同じ距離から始まる前の区分が、この日にも有効です。前の区分の適用終了も直してください。"_s
+                    .arg(old.cStartDate)
+                    .arg(old.nMinLen)};
+        if ((band ? table.iDataUpdate(band, -1, false) : table.iData削除(&old, -1, false)) != 0)
+            return Failure{table.sErrMsg()};
     }
     for (const Band &band : now)
         if (!sameIn(seen, band) && table.iDataInsert(&band, -1, false) != 0)

@@ -2,6 +2,7 @@
 
 . scripts/keys.sh
 . scripts/tour/consent_screens.sh
+. scripts/tour/fees.sh
 . scripts/tour/forms.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
@@ -56,6 +57,7 @@ make_tour() {
     tour_table
     tour_doctors
     tour_consent_screens
+    tour_fees
     tour_end
     tour_road
     tour_management

@@ -32,7 +32,7 @@ TEST_F(FeesTest, EachPriceHasItsPlace) {
          {u"1, 5, 7"_s, u"1, 19, 7"_s, u"2, 3, 7"_s, u"9, 4, 7"_s, u"9, 13, 7"_s, u"3, 1, 7"_s})
         price(u"2024/10/01"_s, u"2099/12/31"_s, other);
     cls単価 prices(environment);
-    ASSERT_EQ(prices.iGetTanka(u"202410"_s), 0) << said();
+    ASSERT_EQ(prices.iGetTanka(u"202410"_s), 0) << why();
     const std::pair<qint32, qint32> places[] = {
         {prices.nマッサージ, 101},    {prices.n変形徒手, 102},      {prices.n温按法, 103},
         {prices.n電気光線, 104},      {prices.n鍼灸1術, 111},       {prices.n鍼灸2術, 112},
@@ -57,8 +57,8 @@ TEST_F(FeesTest, AMonthFindsThePricesOfItsTime) {
                  {u"202502"_s, 999}, {u"202504"_s, 450}, {u"209912"_s, 450}, {u"210001"_s, 0}};
     for (const auto &c : cases) {
         cls単価 prices(environment);
-        EXPECT_EQ(prices.iGetTanka(c.month), c.price == 0 ? -1 : 0) << c.month;
-        EXPECT_EQ(prices.nマッサージ, c.price) << c.month;
+        EXPECT_EQ(prices.iGetTanka(c.month), c.price == 0 ? -1 : 0) << c.month.toStdString();
+        EXPECT_EQ(prices.nマッサージ, c.price) << c.month.toStdString();
     }
     ASSERT_EQ(messages.shown.size(), 2);
     EXPECT_EQ(said(), u"単価データがありません。"_s);
@@ -71,10 +71,10 @@ TEST_F(FeesTest, WhatCannotBeReadIsTold) {
     band(u"2024/10/01"_s, u"2099/12/31"_s, u"0, 4000, 2300"_s);
     ASSERT_EQ(fees.iGetOuryohiAll(u"202611"_s), 0);
     for (const QString &month : {u"202613"_s, u"2026"_s, u"２０２６１１"_s, u""_s, u"2026' OR"_s}) {
-        EXPECT_EQ(prices.iGetTanka(month), -1) << month;
+        EXPECT_EQ(prices.iGetTanka(month), -1) << month.toStdString();
         EXPECT_TRUE(said().contains(u"「%1」"_s.arg(month)) &&
                     said().endsWith(u"\r\niGetTanka() でエラー"_s));
-        EXPECT_EQ(fees.iGetOuryohiAll(month), -1) << month;
+        EXPECT_EQ(fees.iGetOuryohiAll(month), -1) << month.toStdString();
         EXPECT_TRUE(said().endsWith(u"\r\niGetOuryohiAll() でエラー"_s));
     }
     // The rows before the damaged one count.
@@ -92,7 +92,7 @@ TEST_F(FeesTest, WhatCannotBeReadIsTold) {
 
     database.run(u"drop table 療養費単価; drop table 往療費区分"_s);
     EXPECT_EQ(prices.iGetTanka(u"202611"_s), -1);
-    EXPECT_TRUE(said().contains(u"療養費単価"_s) && said().endsWith(u"\r\niGetTanka() でエラー"_s)) << said();
+    EXPECT_TRUE(said().contains(u"療養費単価"_s) && said().endsWith(u"\r\niGetTanka() でエラー"_s)) << why();
     writeConnection({});
     EXPECT_EQ(fees.iGetOuryohiAll(u"202611"_s), -1);
     EXPECT_EQ(said(), u"接続文字列取得できません。"_s);
@@ -106,7 +106,7 @@ TEST_F(FeesTest, ADistanceFindsItsFee) {
     band(u"2024/10/01"_s, u"2099/12/31"_s, u"2000, 4000, 70000"_s, 2);
     band(u"2022/06/01"_s, u"2024/09/30"_s, u"0, 99000, 1"_s);
     cls往療費 fees(environment);
-    ASSERT_EQ(fees.iGetOuryohiAll(u"202410"_s), 0) << said();
+    ASSERT_EQ(fees.iGetOuryohiAll(u"202410"_s), 0) << why();
     ASSERT_EQ(fees.i往療区分数(), 3);
     EXPECT_EQ(fees.n往療距離MAX(1), 4000);
     EXPECT_EQ(fees.n往療単価(1), 70000);
@@ -156,10 +156,10 @@ TEST_F(FeesTest, BandsAreKeptByTheirTable) {
     const auto first = bandOf(u"2024/10/01"_s, u"2099/12/31"_s, 4000, 16000, 2550);
     const auto second = bandOf(u"2024/10/01"_s, u"2099/12/31"_s, 0, 4000, 2300);
     for (const auto *record : {&first, &second})
-        ASSERT_EQ(table.iDataInsert(record, -1, true), 0) << table.sErrMsg();
+        ASSERT_EQ(table.iDataInsert(record, -1, true), 0) << table.sErrMsg().toStdString();
     auto key = second;
     key.cStartDate = u"2026/11/21"_s;
-    ASSERT_EQ(table.iDataRead(&key), 0) << table.sErrMsg();
+    ASSERT_EQ(table.iDataRead(&key), 0) << table.sErrMsg().toStdString();
     ASSERT_EQ(table.nデータ数(), 3) << "of all offices";
     EXPECT_EQ(table.cls往療費区分(2)->nMinLen, 4000);
     EXPECT_EQ(table.cls往療費区分(2)->dMaxLen, 16.0);

@@ -38,6 +38,7 @@ protected:
                 .arg(office));
     }
     QString said() const { return messages.shown.isEmpty() ? QString() : messages.shown.last().text; }
+    std::string why() const { return said().toStdString(); }
 
     TestDatabase database;
     QTemporaryDir programFolder;
