@@ -35,8 +35,8 @@ protected:
     ~TableCore() = default;
 
     const TableText &text() const { return m_text; }
-    /// One SQL literal a column. Rows are found by their key columns; a table that finds them otherwise, or is
-    /// written with more than its records hold, says so here.
+    /// One SQL literal a column. Rows are found by their key columns; a table that finds them otherwise, or
+    /// is written with more than its records hold, says so here.
     virtual QString writingSql(Writing writing, const QStringList &literals) const;
 
     /// Keeps the reason and gives −1.
