@@ -30,7 +30,7 @@ QString Envelope::key() const {
 }
 
 Envelope envelopeTo(const Addressee &addressee) {
-    if (addressee.institution.isEmpty() && !addressee.doctor.isEmpty())
+    if (addressee.institution.isEmpty())
         return envelopeToPerson(addressee);
     return {zipDigits(addressee.zip), addressee.institution, u"書類ご担当者様"_s, addressee.address1,
             addressee.address2};

@@ -27,7 +27,8 @@ struct Envelope {
     friend bool operator==(const Envelope &, const Envelope &) = default;
 };
 
-/// To the institution, for whoever handles its papers; to the doctor where no institution is known.
+/// To the institution, for whoever handles its papers; to the doctor where no institution is known. Where
+/// neither is known the envelope is not addressed: an address alone is nobody.
 Envelope envelopeTo(const Addressee &addressee);
 /// To the person (Addressee::doctor, whoever it is), at the institution where one is known; for a nameless
 /// one to the institution. Where neither is known the envelope is not addressed.

@@ -256,6 +256,20 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     EXPECT_EQ(cells(u"同意データ.csv"_s, {u"患者ID"_s}), (QStringList{u"2"_s, u"5"_s}));
 }
 
+TEST_F(Management, AnAddressAloneIsNobody) {
+    practice.database.run(
+        u"UPDATE RIYOUSHA_DOUI_REC SET cDouiIsiName = Null, cDouiIsiKikan = '' WHERE nIDNo = 2"_s);
+    openRows();
+    choose(u"OptPrintMode_2"_s);
+    for (const QString &destination : {u"optDestination_0"_s, u"optDestination_1"_s}) {
+        choose(destination);
+        print();
+        EXPECT_FALSE(envelopes().join(u'\n').contains(u"記録の住所"_s)) << destination.toStdString();
+        EXPECT_TRUE(said().value(0).startsWith(
+            u"あて先がないため、封筒を印刷しない利用者：\r\n2 佐藤　一\r\n\r\n"_s));
+    }
+}
+
 TEST_F(Management, SaysWhyNothingIsPrinted) {
     practice.addFile(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s),
                      encode932(u"[同意書管理印刷]\r\n印刷帳票=9\r\n台帳様式=99\r\n宛先=-1\r\n"_s).bytes);
