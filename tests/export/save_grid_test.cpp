@@ -75,6 +75,9 @@ TEST_F(SaveGridTest, SavesTheShownColumnsInTheirOrderByKey) {
         EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261122.CSV"_s);
         pressSave(dialog);
     });
+    grid->setCurrentIndex(model.index(1, 3));
+    grid->edit(grid->currentIndex());
+    typeText(grid->viewport()->findChild<QLineEdit *>(), u"急ぎ"_s);
     QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !messages.shown.isEmpty(); }));
     EXPECT_EQ(messages.shown.back().text,
@@ -82,8 +85,9 @@ TEST_F(SaveGridTest, SavesTheShownColumnsInTheirOrderByKey) {
     EXPECT_EQ(messages.shown.back().title, u"出力完了"_s);
     EXPECT_EQ(messages.shown.back().icon, MessageIcon::Information);
     EXPECT_EQ(*readCsv(decode932(saved(u"一覧_20261122.CSV"_s)), u','),
-              (std::vector<QStringList>{
-                  {u"氏名"_s, u"対象"_s, u"備考"_s}, {u"山田"_s, u"○"_s, u""_s}, {u"鈴木"_s, u""_s, u""_s}}));
+              (std::vector<QStringList>{{u"氏名"_s, u"対象"_s, u"備考"_s},
+                                        {u"山田"_s, u"○"_s, u""_s},
+                                        {u"鈴木"_s, u""_s, u"急ぎ"_s}}));
     EXPECT_TRUE(processes.started.isEmpty()) << "the folder is opened when asked for";
 }
 
@@ -166,13 +170,19 @@ TEST_F(SaveGridTest, KeepsTheChoicesAndOpensTheFolder) {
     ASSERT_EQ(processes.started.size(), 1);
     EXPECT_TRUE(processes.started[0].program.endsWith(u"xdg-open"_s));
     EXPECT_EQ(processes.started[0].arguments, QStringList{folder.path()});
+    messages.answers = {Answer::Yes};
     save([&](QDialog &dialog) {
         EXPECT_EQ(box(dialog, u"txtFolder"_s).text(), folder.path());
         EXPECT_EQ(dialog.findChild<QComboBox *>(u"cmbType"_s)->currentIndex(), 1);
         EXPECT_EQ(dialog.findChild<QComboBox *>(u"cmbSection"_s)->currentIndex(), 1);
         EXPECT_FALSE(dialog.findChild<QCheckBox *>(u"chkQuote"_s)->isChecked());
         EXPECT_TRUE(dialog.findChild<QCheckBox *>(u"chkOpen"_s)->isChecked());
+        auto *heading = dialog.findChild<QCheckBox *>(u"chkHeading"_s);
+        EXPECT_FALSE(heading->isChecked());
+        heading->setChecked(true);
+        pressSave(dialog);
     });
+    EXPECT_TRUE(decode932(saved(u"一覧_20261122.txt"_s)).startsWith(u"対象\tIDNo."_s));
 }
 
 TEST_F(SaveGridTest, AsksAgainWhereTheFileCannotBeWritten) {

@@ -17,8 +17,8 @@ protected:
     LedgerTest() {
         for (int number = 1; number <= 4; ++number)
             database.run(
-                u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 1, %1, '利用者%1')"_s
-                    .arg(number));
+                u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 1, %1, '利用者%1'),"
+                " (2, 1, %1, '他の拠点')"_s.arg(number));
     }
     /// A newest consent from 2026/06/01 to 2026/11/30 unless `set` says otherwise, and its place in the
     /// order.

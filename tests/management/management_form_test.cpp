@@ -125,7 +125,9 @@ protected:
 
 TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
     practice.database.run(u"INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, nSisetsuCode) VALUES (1, "
-                          u"1, 9, '相談　員', 70);"
+                          u"1, 9, '相談　員', 70), (1, 2, 9, '他の拠点', 70);"
+                          "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cAdress1) VALUES"
+                          " (1, 2, 2, '他の拠点', '荘町9');"
                           "UPDATE SISETSU SET cYubinNo = '９９２－１０１１' WHERE nIDNo = 70;"
                           "UPDATE RIYOUSHA_SUB SET iSoudaninId = 9 WHERE nIDNo IN (1, 3);"
                           "UPDATE RIYOUSHA SET cName = '吉田　二' WHERE nIDNo = 5"_s);
@@ -172,7 +174,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
     EXPECT_EQ(layout(), u"封筒印刷.wfd"_s);
     const QString noRequest = u"SetItemValue,\"封筒.在中\",\"無\"\r\n"_s;
     EXPECT_TRUE(practice.written(u"WfdCom.dat"_s).endsWith(noRequest + u"PrintOutFromDialog\r\n"_s));
-    choose(u"optDestination_0"_s);
+    choose(u"optDestination_1"_s);
     choosePattern(1);
     print(Qt::Key_F9);
     EXPECT_FALSE(practice.written(u"WfdCom.dat"_s).contains(noRequest)) << "doctors get the request";
@@ -182,6 +184,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
     // The next time it opens as it was left.
     openRows();
     EXPECT_TRUE(form->findChild<QRadioButton *>(u"OptPrintMode_2"_s)->isChecked());
+    EXPECT_TRUE(form->findChild<QRadioButton *>(u"optDestination_1"_s)->isChecked());
     EXPECT_EQ(form->findChild<QComboBox *>(u"cmbPattern"_s)->currentIndex(), 1);
 }
 
@@ -254,6 +257,11 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     enter(u"imD_KikanTo"_s, u"R8.12.31"_s);
     print(Qt::Key_F9);
     EXPECT_EQ(cells(u"同意データ.csv"_s, {u"患者ID"_s}), (QStringList{u"2"_s, u"5"_s}));
+    EXPECT_FALSE(said().value(0).contains(u"施術者データがありません。"_s));
+    choosePattern(3);
+    print(Qt::Key_F9);
+    EXPECT_TRUE(said().value(0).contains(
+        u"施術者データがありません。次の利用者は、担当者を空欄のまま出力します。\r\n2 佐藤　一\r\n\r\n"_s));
 }
 
 TEST_F(Management, AnAddressAloneIsNobody) {

@@ -16,7 +16,8 @@ namespace {
 const QString rows = uR"(
 update SISETSU set cDouiIrai = '用紙郵送' where nIDNo = 70;
 insert into STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) values (1, 1, 7, '腕　二'), (1, 2, 7, '他の拠点');
-insert into SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName) values (1, 1, 31, '相談　一'), (1, 1, 32, '相談　二');
+insert into SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName) values (1, 1, 31, '相談　一'), (1, 1, 32, '相談　二'),
+  (1, 2, 32, '他の拠点');
 insert into RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iSejutsuKubun, tSyoryoDay, nTantou, tExpireDay,
   iTenki) values
   (1, 1, 101, '全　部', 'ﾍﾞ', 0, '2026/01/31', 7, Null, 0), (1, 2, 101, '他　拠点', 'ｱ', 0, Null, 7, Null, 0),
