@@ -53,7 +53,7 @@ QStringList envelopeNotes(QStringList withoutAddressee, std::span<const Envelope
         if (!names.isEmpty())
             notes += heading + u"\r\n"_s + names.join(u"\r\n"_s);
     };
-    note(u"あて先がないため、封筒を印刷しない利用者："_s, withoutAddressee);
+    note(u"あて先がないため、封筒を印刷しない対象："_s, withoutAddressee);
     note(u"住所がないまま封筒を印刷するあて先："_s, withoutAddress);
     return notes;
 }

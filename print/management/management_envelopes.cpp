@@ -46,8 +46,11 @@ ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestin
     if (!holdsRequest(destination))
         document.fixed.push_back({u"封筒"_s, u"在中"_s, u"無"_s});
     if (!wishes.gone.isEmpty())
-        document.notes += u"次の行は最新の同意でないか、削除されているため、封筒を印刷できません。\r\n"_s +
-                          wishes.gone.join(u"\r\n"_s);
+        document.notes +=
+            (wishes.fromMaster
+                 ? u"次の番号は削除されているため、封筒を印刷できません。\r\n"_s
+                 : u"次の行は最新の同意でないか、削除されているため、封筒を印刷できません。\r\n"_s) +
+            wishes.gone.join(u"\r\n"_s);
     document.notes += envelopeNotes(nobody, envelopes);
     document.empty = u"該当する同意依頼書データがありません。"_s;
     document.count =

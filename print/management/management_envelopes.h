@@ -14,7 +14,7 @@ struct EnvelopeWish {
 
 struct EnvelopeWishes {
     std::vector<EnvelopeWish> wishes;
-    QStringList gone; ///< who the rows are that are no newest consents any more
+    QStringList gone; ///< rows that are no newest consents any more; of the masters: numbers that are gone
     bool fromMaster = false;
 };
 

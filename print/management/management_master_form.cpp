@@ -1,6 +1,7 @@
 #include "print/management/management_master_form.h"
 
 #include "app/base/environment.h"
+#include "app/base/messages.h"
 #include "search/master_search_form.h"
 #include "search/patient_search_form.h"
 #include "search/picked_list.h"
@@ -9,20 +10,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-QString captionOf(EnvelopeDestination picked) {
+QString nounOf(EnvelopeDestination picked) {
     switch (picked) {
     case EnvelopeDestination::Institution:
-        return u"医療機関を追加(&N)"_s;
+        return u"医療機関"_s;
     case EnvelopeDestination::Doctor:
-        return u"医師を追加(&N)"_s;
+        return u"医師"_s;
     case EnvelopeDestination::LivingFacility:
-        return u"入居施設を追加(&N)"_s;
+        return u"入居施設"_s;
     case EnvelopeDestination::Patient:
-        return u"利用者を追加(&N)"_s;
+        return u"利用者"_s;
     case EnvelopeDestination::Counsellor:
         break;
     }
-    return u"相談員を追加(&N)"_s;
+    return u"相談員"_s;
 }
 
 std::unique_ptr<SearchClass> makeSearch(EnvelopeDestination picked, cT_ADODB &db,
@@ -66,12 +67,18 @@ SearchClass &frm同意書管理印刷_mst::searchOf(EnvelopeDestination picked) 
 
 void frm同意書管理印刷_mst::modeChanged() {
     m_shown = mode() == ManagementMode::Envelope ? destination() : EnvelopeDestination::Patient;
-    m_list->setSearch(captionOf(m_shown), codeSearch(searchOf(m_shown), environment().messages),
-                      m_picked[m_shown]);
+    m_list->setSearch(nounOf(m_shown) + u"を追加(&N)"_s,
+                      codeSearch(searchOf(m_shown), environment().messages), m_picked[m_shown]);
 }
 
 bool frm同意書管理印刷_mst::settleTargets() {
-    return m_list->settle();
+    if (!m_list->settle())
+        return false;
+    if (!m_list->rows().empty())
+        return true;
+    environment().messages.warn(u"印刷する"_s + nounOf(m_shown) + u"を指定してください。"_s);
+    m_list->setFocus();
+    return false;
 }
 
 std::vector<ManagementRow> frm同意書管理印刷_mst::targets() const {

@@ -141,10 +141,6 @@ void ManagementPrintForm::showState() {
 bool ManagementPrintForm::settle() {
     if (!settleTargets())
         return false;
-    if (targets().empty()) {
-        m_environment.messages.warn(u"印刷する利用者を指定してください。"_s);
-        return false;
-    }
     if (mode() != ManagementMode::Ledger)
         return true;
     DateBox *wrong = nullptr;

@@ -217,7 +217,7 @@ TEST_F(SetPrint, NamesEnvelopesThatLackAnAddress) {
     const QString question = said().value(0);
     EXPECT_TRUE(question.contains(u"住所がないまま封筒を印刷するあて先：\r\n緑病院\r\n"_s))
         << question.toStdString();
-    EXPECT_TRUE(question.contains(u"封筒を印刷しない利用者：\r\n3 口頭　太郎"_s)) << question.toStdString();
+    EXPECT_TRUE(question.contains(u"封筒を印刷しない対象：\r\n3 口頭　太郎"_s)) << question.toStdString();
 }
 
 TEST_F(SetPrint, RefusesWhatTheRequestScreenRefuses) {

@@ -163,7 +163,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
         ASSERT_EQ(texts.size(), 1);
         QString expected;
         if (!one.nobody.isEmpty())
-            expected = u"あて先がないため、封筒を印刷しない利用者：\r\n"_s + one.nobody.join(u"\r\n"_s) +
+            expected = u"あて先がないため、封筒を印刷しない対象：\r\n"_s + one.nobody.join(u"\r\n"_s) +
                        u"\r\n\r\n"_s;
         expected +=
             u"印刷用紙を封筒サイズに合わせて設定してください。\r\n\r\n"
@@ -273,8 +273,8 @@ TEST_F(Management, AnAddressAloneIsNobody) {
         choose(destination);
         print();
         EXPECT_FALSE(envelopes().join(u'\n').contains(u"記録の住所"_s)) << destination.toStdString();
-        EXPECT_TRUE(said().value(0).startsWith(
-            u"あて先がないため、封筒を印刷しない利用者：\r\n2 佐藤　一\r\n\r\n"_s));
+        EXPECT_TRUE(
+            said().value(0).startsWith(u"あて先がないため、封筒を印刷しない対象：\r\n2 佐藤　一\r\n\r\n"_s));
     }
 }
 
@@ -334,6 +334,10 @@ TEST_F(Management, MastersNeedNoConsent) {
     choose(u"OptPrintMode_2"_s);
     choose(u"optDestination_1"_s);
     EXPECT_EQ(state(), u"対象 0 件"_s) << "doctors are picked for themselves";
+    said();
+    print();
+    EXPECT_EQ(said(), QStringList{u"印刷する医師を指定してください。"_s});
+    EXPECT_EQ(form->focusWidget()->objectName(), u"txtPickNo"_s);
     pick({u"12"_s, u"13"_s});
     print();
     EXPECT_EQ(envelopes(), QStringList{u"||緑病院|書類ご担当者様|病院町1"_s});
