@@ -111,7 +111,7 @@ std::vector<qint32> patientsOf(const std::vector<ListRow> &rows) {
 std::vector<ManagementRow> managementRows(const std::vector<ListRow> &rows) {
     std::vector<ManagementRow> result;
     for (const ListRow &row : rows)
-        result.push_back({row.key(), row.who()});
+        result.push_back({row.key(), row.who(), row.values.requested != 0, row.values.hospitalOut == 1});
     return result;
 }
 

@@ -32,7 +32,7 @@ std::vector<qint32> patientsOf(const std::vector<ManagementRow> &rows) {
 }
 
 /// The rows with their marks as they are by now, which this screen's own letters set, too; all consents of a
-/// picked patient. Rows that are gone stay, for the letters to name them.
+/// picked patient. Rows that are followed or gone stay as they were, for the letters to name or to take them.
 /// @param without gains the patients who have none
 std::vector<ManagementRow> rowsNow(const std::vector<ManagementRow> &chosen, const NewestRows &newest,
                                    QStringList &without) {
