@@ -1,47 +1,21 @@
 #include "widgets/grid.h"
 
 #include "widgets/date_box.h"
+#include "widgets/grid_header.h"
 
-#include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
+#include <QPainter>
+#include <QScrollBar>
 #include <QToolTip>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-/// Measures its captions in the font that they are shown in. The base class allows for the bold face that it
-/// gives to the current section; to load that face is a good part of showing the first window.
-class GridHeader : public QHeaderView {
-public:
-    explicit GridHeader(QWidget *parent) : QHeaderView(Qt::Horizontal, parent) {
-        setSectionsClickable(true);
-        setSectionsMovable(true);
-        setHighlightSections(false);
-        setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    }
-
-protected:
-    QSize sectionSizeFromContents(int section) const override {
-        if (!model()) // while its owner is being destroyed
-            return QHeaderView::sectionSizeFromContents(section);
-        QStyleOptionHeader option;
-        initStyleOption(&option);
-        option.section = section;
-        option.orientation = Qt::Horizontal;
-        option.text = model()->headerData(section, Qt::Horizontal).toString();
-        if (isSortIndicatorShown())
-            option.sortIndicator = QStyleOptionHeader::SortDown;
-        return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
-    }
-};
-
-} // namespace
-
-Grid::Grid(QWidget *parent) : QTableView(parent) {
-    setHorizontalHeader(new GridHeader(this));
+Grid::Grid(QWidget *parent) : QTableView(parent), m_header(new GridHeader(this)) {
+    setHorizontalHeader(m_header);
+    connect(m_header, &QHeaderView::sectionResized, this, [this] { refreshFrozen(); });
+    connect(m_header, &QHeaderView::sectionMoved, this, [this] { refreshFrozen(); });
     setAlternatingRowColors(true);
     setSelectionMode(SingleSelection);
     setTabKeyNavigation(false);
@@ -85,9 +59,138 @@ void Grid::goTo(int row, int column) {
     if (!model() || model()->rowCount() == 0 || model()->columnCount() == 0)
         return;
     const QModelIndex index = model()->index(std::clamp(row, 0, model()->rowCount() - 1),
-                                             std::clamp(column, 0, model()->columnCount() - 1));
+                                             shownColumn(std::clamp(column, 0, model()->columnCount() - 1)));
     setCurrentIndex(index);
     scrollTo(index);
+}
+
+// The column itself, or in place of a hidden one the next that is shown, else the last before it.
+int Grid::shownColumn(int column) const {
+    const int place = m_header->visualIndex(column);
+    for (int next = place; next < m_header->count(); ++next)
+        if (const int found = m_header->logicalIndex(next); !isColumnHidden(found))
+            return found;
+    for (int last = place; last >= 0; --last)
+        if (const int found = m_header->logicalIndex(last); !isColumnHidden(found))
+            return found;
+    return column;
+}
+
+void Grid::setFrozenColumns(int columns) {
+    m_header->setFrozen(columns);
+    refreshFrozen();
+}
+
+void Grid::refreshFrozen() {
+    if (m_header->frozenWidth() == 0)
+        return;
+    m_header->viewport()->update();
+    viewport()->update();
+    updateEditorGeometries();
+}
+
+QRect Grid::frozenArea() const {
+    return m_header->covers() ? QRect(0, 0, m_header->frozenWidth(), viewport()->height()) : QRect();
+}
+
+// Where a cell is seen: a frozen one stays, what lies beneath the frozen ones is not seen.
+QRect Grid::visualRect(const QModelIndex &index) const {
+    QRect cell = QTableView::visualRect(index);
+    if (!cell.isValid() || !m_header->covers())
+        return cell;
+    if (m_header->isFrozen(index.column()))
+        cell.translate(m_header->offset(), 0);
+    else
+        cell.setLeft(qMax(cell.left(), m_header->frozenWidth()));
+    return cell;
+}
+
+QModelIndex Grid::indexAt(const QPoint &position) const {
+    const bool frozen = frozenArea().contains(position);
+    return QTableView::indexAt(frozen ? position - QPoint(m_header->offset(), 0) : position);
+}
+
+void Grid::scrollTo(const QModelIndex &index, ScrollHint hint) {
+    QScrollBar *across = horizontalScrollBar();
+    const int before = across->value();
+    QTableView::scrollTo(index, hint);
+    const int frozen = m_header->frozenWidth();
+    if (!index.isValid() || frozen == 0)
+        return;
+    if (m_header->isFrozen(index.column())) {
+        across->setValue(before);
+        return;
+    }
+    const int left = m_header->sectionViewportPosition(index.column());
+    if (left < frozen)
+        across->setValue(across->value() + left - frozen);
+}
+
+// What the base class repaints of a frozen column lies where the column would be without being frozen.
+void Grid::scrollContentsBy(int dx, int dy) {
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx != 0)
+        refreshFrozen();
+}
+
+QRegion Grid::visualRegionForSelection(const QItemSelection &selection) const {
+    return QTableView::visualRegionForSelection(selection) + frozenArea();
+}
+
+void Grid::dataChanged(const QModelIndex &first, const QModelIndex &last, const QList<int> &roles) {
+    QTableView::dataChanged(first, last, roles);
+    viewport()->update(frozenArea());
+}
+
+void Grid::paintEvent(QPaintEvent *event) {
+    QTableView::paintEvent(event);
+    const int width = m_header->frozenWidth();
+    if (width == 0 || !model())
+        return;
+    QPainter painter(viewport());
+    if (m_header->covers() && event->region().intersects(frozenArea()))
+        paintFrozen(painter);
+    painter.setPen(palette().color(QPalette::Dark));
+    painter.drawLine(width - 1, 0, width - 1, viewport()->height());
+}
+
+void Grid::paintFrozen(QPainter &painter) {
+    const QRect area = frozenArea();
+    painter.setClipRect(area);
+    painter.fillRect(area, palette().base());
+    const int grid = style()->styleHint(QStyle::SH_Table_GridLineColor, nullptr, this);
+    const int first = qMax(0, rowAt(0));
+    const int bottom = rowAt(viewport()->height() - 1);
+    const int last = bottom < 0 ? model()->rowCount() - 1 : bottom;
+    for (int row = first; row <= last; ++row)
+        for (int place = 0; place < m_header->count(); ++place) {
+            const int column = m_header->logicalIndex(place);
+            if (m_header->sectionPosition(column) >= area.width())
+                break;
+            if (!isColumnHidden(column))
+                paintCell(painter, model()->index(row, column), QRgb(grid));
+        }
+}
+
+// As the base class paints a cell.
+void Grid::paintCell(QPainter &painter, const QModelIndex &index, QRgb grid) {
+    const QRect cell = visualRect(index);
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    option.rect = cell;
+    if (index.row() % 2 == 1 && alternatingRowColors())
+        option.features |= QStyleOptionViewItem::Alternate;
+    if (selectionModel()->isSelected(index))
+        option.state |= QStyle::State_Selected;
+    if (index == currentIndex() && hasFocus())
+        option.state |= QStyle::State_HasFocus;
+    if (!index.flags().testFlag(Qt::ItemIsEnabled))
+        option.state &= ~QStyle::State_Enabled;
+    style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &option, &painter, this);
+    itemDelegateForIndex(index)->paint(&painter, option, index);
+    painter.setPen(QColor::fromRgba(grid));
+    painter.drawLine(cell.bottomLeft() + QPoint(0, 1), cell.bottomRight() + QPoint(1, 1));
+    painter.drawLine(cell.topRight() + QPoint(1, 0), cell.bottomRight() + QPoint(1, 1));
 }
 
 bool Grid::commitEditor() {

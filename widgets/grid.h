@@ -2,6 +2,8 @@
 
 #include <QTableView>
 
+class GridHeader;
+
 /// A table for keyboard work over a model of any size: one current cell, rows as high as the font asks,
 /// alternate rows shaded, columns that can be moved and sorted. Tab leaves it. Where whole rows are selected,
 /// Home and End go to the first and last row. A text that does not fit its cell is shown whole on hover.
@@ -22,7 +24,12 @@ public:
     QByteArray layoutState() const;
     bool restoreLayout(const QByteArray &state);
 
-    /// Makes the cell current and visible; a row or column out of bounds is drawn inside.
+    /// Keeps so many of the columns shown in sight at the left, however far the grid is scrolled; fewer where
+    /// they would leave less than a third of the window to the others.
+    void setFrozenColumns(int columns);
+
+    /// Makes the cell current and visible; a row or column out of bounds is drawn inside, and in place of a
+    /// hidden column goes the next one that is shown.
     void goTo(int row, int column);
 
     /// Writes an open editor's value into the model and closes it: commands by key leave it open.
@@ -32,12 +39,28 @@ public:
     /// Type-ahead would walk through 100,000 rows; narrowing is the forms' business.
     void keyboardSearch(const QString &) override {}
 
+    QRect visualRect(const QModelIndex &index) const override;
+    QModelIndex indexAt(const QPoint &position) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+
 protected:
+    void dataChanged(const QModelIndex &first, const QModelIndex &last,
+                     const QList<int> &roles = {}) override;
+    void paintEvent(QPaintEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    QRegion visualRegionForSelection(const QItemSelection &selection) const override;
     void keyPressEvent(QKeyEvent *event) override;
     void changeEvent(QEvent *event) override;
     bool viewportEvent(QEvent *event) override;
 
 private:
+    int shownColumn(int column) const;
+    void refreshFrozen();
+    QRect frozenArea() const;
+    void paintFrozen(QPainter &painter);
+    void paintCell(QPainter &painter, const QModelIndex &index, QRgb grid);
     void sizeRows();
     bool showWholeText(const QHelpEvent &event);
+
+    GridHeader *m_header;
 };

@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QComboBox>
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFont>
 #include <QHeaderView>
@@ -79,13 +78,16 @@ QSettings windowSettings() {
     return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s);
 }
 
-// Widths are kept by position.
-QString columnsKey() {
-    QString captions;
-    for (const ListColumnInfo &info : listColumns())
-        captions += info.caption + u'\n';
-    const QByteArray hash = QCryptographicHash::hash(captions.toUtf8(), QCryptographicHash::Md5);
-    return u"consent_list/"_s + QString::fromLatin1(hash.toHex());
+/// Columns by their names, so that new ones find their place among those that were kept.
+const QString widthsKey = u"consent_list/widths"_s;
+const QString orderKey = u"consent_list/order"_s;
+const QString practiceKey = u"consent_list/practice_order"_s; ///< over which the user's own was kept
+
+QStringList orderOf(const ColumnSettings &settings) {
+    QStringList names;
+    for (const ColumnSettings::Column &column : settings.columns)
+        names.append(listItemName(column.column));
+    return names;
 }
 
 QColor readable(const QColor &colour, const QPalette &palette) {
@@ -150,35 +152,97 @@ void ListGrid::attach(PaintedListModel *model) {
     m_model = model;
     model->setPalette(palette());
     setModel(model);
-    // Reckoned from the number of characters: measuring every caption would load the glyphs of columns that
-    // nobody sees at the start.
-    const int wide = fontMetrics().horizontalAdvance(u"国"_s);
-    for (const ListColumnInfo &info : listColumns()) {
-        const auto narrow = std::count_if(info.caption.begin(), info.caption.end(),
-                                          [](QChar c) { return c.unicode() < 0x80; });
-        const int caption = int(info.caption.size() - narrow / 2);
-        setColumnWidth(int(info.column), (qMax(caption, info.characters) + 1) * wide);
+    arrange(ColumnSettings::first());
+}
+
+// Widths are reckoned from the number of characters: measuring every caption would load the glyphs of columns
+// that nobody sees at the start.
+void ListGrid::arrange(const ColumnSettings &settings) {
+    m_practice = settings;
+    int place = 0;
+    for (const ColumnSettings::Column &column : settings.columns) {
+        const int section = int(column.column);
+        horizontalHeader()->moveSection(horizontalHeader()->visualIndex(section), place++);
+        setColumnHidden(section, !column.shown);
+        setColumnWidth(section, pixels(column.width));
     }
+    setFrozenColumns(settings.frozen);
 }
 
 void ListGrid::setMethods(const RequestMethods &methods) {
     m_methods = methods;
 }
 
-void ListGrid::restoreColumns() {
-    if (const QByteArray state = windowSettings().value(columnsKey()).toByteArray(); !state.isEmpty())
-        restoreLayout(state);
-    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+int ListGrid::pixels(int characters) const {
+    return characters * fontMetrics().horizontalAdvance(u"国"_s) / 2;
 }
 
+int ListGrid::practiceWidth(ListColumn column) const {
+    return std::ranges::find(m_practice.columns, column, &ColumnSettings::Column::column)->width;
+}
+
+void ListGrid::showColumns(const ColumnSettings &practice) {
+    arrange(practice);
+    const QSettings kept = windowSettings();
+    const QVariantMap widths = kept.value(widthsKey).toMap();
+    QStringList order = kept.value(orderKey).toStringList();
+    if (kept.value(practiceKey).toStringList() != orderOf(practice))
+        order.clear();
+    QHash<QString, int> sections;
+    for (const ListColumnInfo &info : listColumns()) {
+        const QString name = listItemName(info.column);
+        sections.insert(name, int(info.column));
+        if (const int width = widths.value(name).toInt(); width > 0)
+            setColumnWidth(int(info.column), width);
+    }
+    for (qsizetype place = 0; place < order.size(); ++place)
+        if (const int section = sections.value(order[place], -1); section >= 0)
+            horizontalHeader()->moveSection(horizontalHeader()->visualIndex(section), int(place));
+    horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);
+    if (currentIndex().isValid())
+        goTo(currentIndex().row(), currentIndex().column());
+}
+
+ColumnSettings ListGrid::columns() const {
+    ColumnSettings now;
+    now.frozen = m_practice.frozen;
+    for (int place = 0; place < horizontalHeader()->count(); ++place) {
+        const int section = horizontalHeader()->logicalIndex(place);
+        const int practice = practiceWidth(ListColumn(section));
+        const bool hidden = isColumnHidden(section);
+        const bool asPractice = hidden || columnWidth(section) == pixels(practice);
+        now.columns.push_back({ListColumn(section), !hidden,
+                               asPractice ? practice : qMax(2, columnWidth(section) / pixels(1))});
+    }
+    return now;
+}
+
+// What equals the practice's follows it from now on; a hidden column keeps the width that it had.
 Result<> ListGrid::keepColumns() const {
     QSettings settings = windowSettings();
-    settings.setValue(columnsKey(), layoutState());
+    QVariantMap widths = settings.value(widthsKey).toMap();
+    const ColumnSettings now = columns();
+    for (const ColumnSettings::Column &column : now.columns) {
+        const int width = columnWidth(int(column.column));
+        if (width == pixels(practiceWidth(column.column)))
+            widths.remove(listItemName(column.column));
+        else if (column.shown)
+            widths.insert(listItemName(column.column), width);
+    }
+    settings.setValue(widthsKey, widths);
+    settings.setValue(orderKey, orderOf(now));
+    settings.setValue(practiceKey, orderOf(m_practice));
     settings.sync();
     if (settings.status() == QSettings::NoError)
         return {};
     return Failure{u"列の幅と順序を保存できませんでした。「%1」に書き込めるか確認してください。"_s.arg(
         QDir::toNativeSeparators(settings.fileName()))};
+}
+
+void ListGrid::forgetColumns() {
+    QSettings settings = windowSettings();
+    for (const QString &key : {widthsKey, orderKey, practiceKey})
+        settings.remove(key);
 }
 
 bool ListGrid::press(const QModelIndex &index) {

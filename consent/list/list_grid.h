@@ -2,6 +2,7 @@
 
 #include "app/base/result.h"
 #include "consent/list/list_model.h"
+#include "consent/rows/column_settings.h"
 #include "widgets/grid.h"
 
 #include <functional>
@@ -30,13 +31,18 @@ class ListGrid : public Grid {
 public:
     ListGrid(const Folders &folders, const QDate &today, QWidget *parent = nullptr);
 
-    /// Takes the model and gives the columns their first widths.
+    /// Takes the model and shows the columns as at first.
     void attach(PaintedListModel *model);
     void setMethods(const RequestMethods &methods);
-    /// Takes the widths and order that this user's last run kept; the rows stay in the order of the query.
-    /// They are the user's own, not the practice's, and hold for the columns that they were kept of only.
-    void restoreColumns();
+    /// Shows the columns as the practice wants them, in the widths that this user has given them; in the
+    /// user's order too, until the practice's changes. The rows stay in the order of the query.
+    void showColumns(const ColumnSettings &practice);
+    /// The columns as they stand.
+    ColumnSettings columns() const;
+    /// Keeps what the user has changed of them for the next run.
     Result<> keepColumns() const;
+    /// Forgets what was kept.
+    void forgetColumns();
 
     /// Does work that may read the rows anew or narrow them. The cell that was current stays current, at its
     /// height in the window, wherever its row went.
@@ -56,9 +62,13 @@ protected Q_SLOTS:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
 
 private:
+    void arrange(const ColumnSettings &settings);
+    int pixels(int characters) const;
+    int practiceWidth(ListColumn column) const;
     bool press(const QModelIndex &index);
     int rowOf(const ConsentRowKey &key, int otherwise) const;
 
     PaintedListModel *m_model = nullptr;
     RequestMethods m_methods;
+    ColumnSettings m_practice;
 };

@@ -245,9 +245,10 @@ bool ConsentListModel::mayEdit(int record, ListColumn column) const {
         return true;
     if (m_context.readOnly || !listColumn(int(column)).editable)
         return false;
-    // A deformity-correction row has no contact mark, method and remark of its own.
-    const bool massageOnly =
-        column == ListColumn::Contact || column == ListColumn::Method || column == ListColumn::Remark;
+    // A deformity-correction row has no contact mark, addressee, method and remark of its own.
+    const bool massageOnly = column == ListColumn::Contact || column == ListColumn::ToHospital ||
+                             column == ListColumn::ToDoctor || column == ListColumn::Method ||
+                             column == ListColumn::Remark;
     return !(massageOnly && m_records.isDeformity(record));
 }
 

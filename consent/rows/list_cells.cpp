@@ -39,6 +39,7 @@ const PlainCell *plainCell(ListColumn column) {
         {C::ContactAddressee, F::ContactAddressee},
         {C::HospitalAddress, F::DoctorAddress1, F::DoctorAddress2},
         {C::Diagnosis, F::Diagnosis},
+        {C::HospitalMethod, F::HospitalMethod},
     };
     for (const PlainCell &cell : cells)
         if (cell.column == column)
@@ -165,6 +166,10 @@ QString ListRow::text(ListColumn column) const {
         return letter ? letterKindName(*letter) : QString();
     case C::Treatment:
         return treatmentText(records, record);
+    case C::OnPaper:
+        return values.hospitalOut == 1 || values.doctorOut == 1 ? u"○"_s : QString();
+    case C::OwnRequest:
+        return values.ownRequest;
     default:
         return {};
     }
@@ -183,7 +188,9 @@ QVariant cellSortKey(const ListRow &row, ListColumn column) {
         return row.records.text(row.record, F::PeriodEnd);
     case C::Contact:
     case C::Received:
-    case C::Requested: {
+    case C::Requested:
+    case C::ToHospital:
+    case C::ToDoctor: {
         ConsentRowValues values = row.values;
         return qint64(*tickOf(values, column));
     }
@@ -239,6 +246,10 @@ Nullable<short> *tickOf(ConsentRowValues &values, ListColumn column) {
         return &values.received;
     case ListColumn::Requested:
         return &values.requested;
+    case ListColumn::ToHospital:
+        return &values.hospitalOut;
+    case ListColumn::ToDoctor:
+        return &values.doctorOut;
     default:
         return nullptr;
     }

@@ -50,6 +50,31 @@ std::span<const ListColumnInfo> listColumns() {
         {C::Diagnosis, u"傷病名"_s, Text, false, 10, {}},
         {C::Treatment, u"施術部位/内容"_s, Text, false, 14, {}},
         {C::State, u"要加療途中"_s, Text, false, 6, u"現在の要加療期間の今日の状態"_s},
+        {C::OnPaper, u"用紙で依頼"_s, Text, false, 5, u"依頼書を病院または医師に出力した行"_s},
+        {C::ToHospital, u"病院選択"_s, Tick, true, 4,
+         u"依頼書を病院に出力した行。次の依頼書のあて先になります"_s},
+        {C::ToDoctor, u"医師選択"_s, Tick, true, 4, u"依頼書を医師に出力した行"_s},
+        {C::HospitalMethod, u"病院依頼"_s, Text, false, 7, u"病院別の同意書依頼方法"_s},
+        {C::OwnRequest, u"個別依頼方法"_s, Text, false, 10,
+         u"行の個別依頼方法。「依頼ボタン」で登録します"_s},
     }};
     return columns;
+}
+
+std::span<const ListColumn> listItems() {
+    using enum ListColumn;
+    static const std::array<ListColumn, size_t(ListColumn::Count)> items{
+        Target,         Contact,    Sent,           Received,      Procedure,        Number,
+        Name,           Kind,       FirstTreatment, ConsentEnd,    Reconsent,        Period,
+        HospitalNumber, Hospital,   Doctor,         Method,        Remark,           OnPaper,
+        ToHospital,     ToDoctor,   HospitalMethod, OwnRequest,    Requested,        NextStart,
+        NextEnd,        OwnMethods, Letter,         PlaceZip,      PlaceAddress,     ReceiptZip,
+        ReceiptAddress, ReceiptTel, ReceiptFax,     ReceiptMobile, ReceiptAddressee, ContactZip,
+        ContactAddress, ContactTel, ContactFax,     ContactMobile, ContactAddressee, HospitalAddress,
+        Diagnosis,      Treatment,  State};
+    return items;
+}
+
+QString listItemName(ListColumn column) {
+    return column == ListColumn::ConsentEnd ? u"期間終了日"_s : listColumn(int(column)).caption;
 }

@@ -45,6 +45,11 @@ enum class ListColumn {
     Diagnosis,
     Treatment,
     State,
+    OnPaper,
+    ToHospital,
+    ToDoctor,
+    HospitalMethod,
+    OwnRequest,
     Count
 };
 
@@ -62,6 +67,13 @@ struct ListColumnInfo {
 
 /// One entry for each column, at the column's position.
 std::span<const ListColumnInfo> listColumns();
+
+/// Columns by the items of the display settings, in the settings' own order: first those that users know by
+/// name, then the others.
+std::span<const ListColumn> listItems();
+
+/// The item's name there.
+QString listItemName(ListColumn column);
 
 inline const ListColumnInfo &listColumn(int column) {
     return listColumns()[size_t(column)];

@@ -138,7 +138,7 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
         m_error = m_parts->list.sErrMsg();
         return -1;
     }
-    m_grid->restoreColumns();
+    readColumns();
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
     return 0;
@@ -157,6 +157,14 @@ void frm同意書管理::readLinks() {
             links.*link->flag = settings.isOn(link->setting);
             m_commands->action(command)->setChecked(links.*link->flag);
         }
+}
+
+// Settings that cannot be read leave the columns as at first.
+void frm同意書管理::readColumns() {
+    const Result<ColumnSettings> columns = readColumnSettings(m_environment.folders);
+    if (!columns)
+        m_environment.messages.failIn(columns.reason(), u"dataLoadRiyousha()でエラー");
+    m_grid->showColumns(columns ? *columns : ColumnSettings::first());
 }
 
 QString frm同意書管理::takeMethods() {
@@ -282,8 +290,9 @@ void frm同意書管理::tellDropped(const QStringList &rows) {
             rows.join(u"\r\n"));
 }
 
-// A row that is narrowed away is shown again: it is to be mended.
+// A row that is narrowed away is shown again, and so is a hidden column: it is to be mended.
 void frm同意書管理::showRow(int record, ListColumn column) {
+    m_grid->setColumnHidden(int(column), false);
     if (m_model->rowOfRecord(record) < 0)
         m_panel->clearNarrowing();
     m_grid->goTo(m_model->rowOfRecord(record), int(column));

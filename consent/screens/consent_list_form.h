@@ -47,6 +47,7 @@ private:
     void clearFilter();
     QString takeMethods();
     void readLinks();
+    void readColumns();
     void reread();
     bool save();
     void saveAsked();
