@@ -94,6 +94,15 @@ void PickedList::remove() {
     show(std::min(current, int(m_rows.size()) - 1));
 }
 
+bool PickedList::moveCurrent(int by) {
+    const int current = m_list->currentRow(), to = current + by;
+    if (current < 0 || to < 0 || to >= int(m_rows.size()))
+        return false;
+    std::swap(m_rows[size_t(current)], m_rows[size_t(to)]);
+    show(to);
+    return true;
+}
+
 void PickedList::clear() {
     m_rows.clear();
     show(-1);

@@ -28,6 +28,8 @@ public:
     /// Takes what is still being typed.
     /// @return false when that is no code: it has been said and the box has the focus
     bool settle();
+    /// Puts the current row one place up (−1) or down (1); false when there is none to move past.
+    bool moveCurrent(int by);
 
 Q_SIGNALS:
     /// Rows were added or taken out.

@@ -26,6 +26,9 @@ ListFilterPanel::ListFilterPanel(QWidget *parent)
     for (QWidget *part : std::initializer_list<QWidget *>{m_ui->boxKikan, m_ui->boxRireki, m_ui->boxSejutuKbn,
                                                           m_ui->boxTejun, m_ui->chkEndKanja})
         range->addWidget(part);
+    m_ui->lblTantou->setBackgroundRole(QPalette::ToolTipBase);
+    m_ui->lblTantou->setForegroundRole(QPalette::ToolTipText);
+    m_ui->lblTantou->hide();
     connect(m_ui->txt_SiboriName, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->txt_SiboriKana, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->but_Read, &QPushButton::clicked, this, &ListFilterPanel::searchAsked);
@@ -102,7 +105,30 @@ bool ListFilterPanel::read(ListFilter &filter) {
     addName(u"施術者"_s, m_pairs->staff);
     addName(u"保険者"_s, m_pairs->insurer);
     addName(u"相談者"_s, m_pairs->counsellor);
+    filter.staffAmong.clear();
+    for (const CodeName &one : m_staff)
+        filter.staffAmong.push_back(one.code.toInt());
+    filter.staffOrder = m_staffInOrder;
+    if (!m_staff.empty())
+        filter.names.push_back({u"施術者"_s, staffNames()});
     return true;
+}
+
+QString ListFilterPanel::staffNames() const {
+    constexpr size_t named = 5;
+    QStringList names;
+    for (const CodeName &one : m_staff)
+        names.append(one.name);
+    const auto more = qsizetype(m_staff.size()) - qsizetype(named);
+    return names.mid(0, named).join(u'、') + (more > 0 ? u" ほか %1 名"_s.arg(more) : QString());
+}
+
+void ListFilterPanel::setStaff(const std::vector<CodeName> &staff, bool inOrder) {
+    m_staff = staff;
+    m_staffInOrder = inOrder && !staff.empty();
+    m_ui->lblTantou->setVisible(!staff.empty());
+    m_ui->lblTantou->setText(u"施術者の絞り込み：%1%2　（Ctrl+Shift+T で変更）"_s.arg(
+        staffNames(), m_staffInOrder ? u"　この順に表示"_s : QString()));
 }
 
 void ListFilterPanel::readRange(QDate &from, QDate &to) const {
@@ -125,6 +151,7 @@ void ListFilterPanel::clear(const QDate &from, const QDate &to) {
     m_ui->chkEndKanja->setChecked(false);
     m_ui->txtIraiHouhou->clear();
     clearNarrowing();
+    setStaff({}, false);
     if (m_pairs)
         for (CodeNamePair *pair : m_pairs->all())
             pair->clear();

@@ -44,6 +44,12 @@ public:
     void takeBackPatient();
     void clearNarrowing();
 
+    /// The practitioners who limit the list, in order; none: it is not limited by them. It is told under the
+    /// other entries while there are any.
+    void setStaff(const std::vector<CodeName> &staff, bool inOrder);
+    const std::vector<CodeName> &staff() const { return m_staff; }
+    bool staffInOrder() const { return m_staffInOrder; }
+
     QString narrowName() const;
     QString narrowKana() const;
     /// Rows shown, ticked 対象 and ticked 受領.
@@ -60,10 +66,13 @@ Q_SIGNALS:
 private:
     struct Pairs;
     bool settleAll();
+    QString staffNames() const;
 
     std::unique_ptr<Ui::ListFilterPanel> m_ui;
     std::unique_ptr<Pairs> m_pairs;
     CodeName m_patient; ///< in force
     CodeName m_patientBefore;
     bool m_takingBack = false;
+    std::vector<CodeName> m_staff;
+    bool m_staffInOrder = false;
 };

@@ -19,8 +19,6 @@ const QString widthKey = u"幅"_s;
 const QString placeKey = u"順序"_s; ///< counted from 1
 const QString frozenKey = u"固定列数"_s;
 
-constexpr int narrowest = 2, widest = 200;
-
 QString pathOf(const Folders &folders) {
     return Folders::file(folders.program(), u"DATA\\同意管理表示設定.ini"_s);
 }
@@ -82,7 +80,8 @@ Result<ColumnSettings> readColumnSettings(const Folders &folders) {
         return Failure{readable.reason()};
     const auto text = [&](const QString &key) { return ini.csGetProfileString(section, key); };
     const int all = int(settings.columns.size());
-    const Numbers shown(text(shownKey), 0, 1), widths(text(widthKey), narrowest, widest),
+    const Numbers shown(text(shownKey), 0, 1),
+        widths(text(widthKey), ColumnSettings::narrowest, ColumnSettings::widest),
         places(text(placeKey), 1, all);
     for (ColumnSettings::Column &column : settings.columns) {
         column.shown = shown.of(column.column, column.shown) != 0;

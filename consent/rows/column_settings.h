@@ -9,6 +9,8 @@ class Folders;
 
 /// Which columns the list shows, how wide, in which order, and how many of those shown stay at the left.
 struct ColumnSettings {
+    static constexpr int narrowest = 2, widest = 200; ///< half-width characters
+
     struct Column {
         ListColumn column;
         bool shown = true;

@@ -35,8 +35,10 @@ struct ListFilter {
     QString insurer;
     qint32 counsellor = 0;
     qint32 patient = 0;
-    QString requestMethod; ///< text looked for in the list remark, blanks ignored
-    bool ended = false;    ///< patients with an expiry day too
+    std::vector<qint32> staffAmong{}; ///< the patient's practitioner is one of these; empty: any
+    bool staffOrder = false;          ///< they come in this order, before the order chosen
+    QString requestMethod;            ///< text looked for in the list remark, blanks ignored
+    bool ended = false;               ///< patients with an expiry day too
     ListOrder order = ListOrder::HospitalAndDoctor;
     PatientOrder patientOrder = PatientOrder::Number;
     std::vector<FilterName> names{}; ///< of the codes above, where one is chosen

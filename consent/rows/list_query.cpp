@@ -143,6 +143,8 @@ QString chosenWhere(const ListFilter &filter) {
     sql += textIs(u"RIYOUSHA_DOUI_REC.cIsiCd"_s, filter.doctor);
     sql += numberIs(u"DOCTOR.iSisetsuCode"_s, filter.hospital);
     sql += numberIs(u"RIYOUSHA.nTantou"_s, filter.staff);
+    if (!filter.staffAmong.empty())
+        sql += sqlAndAmong(u"RIYOUSHA.nTantou", {filter.staffAmong.begin(), filter.staffAmong.end()});
     sql += textIs(u"RIYOUSHA.cHokenNo"_s, filter.insurer);
     sql += numberIs(u"RIYOUSHA_SUB.iSoudaninId"_s, filter.counsellor);
     sql += facilityIs(filter.facility);
@@ -159,30 +161,38 @@ QString ofLaterDoctor(const QString &first, const QString &second) {
            " CASE WHEN RIYOUSHA.tDouiDay1 < RIYOUSHA.tDouiDay2 THEN %2 ELSE %1 END END"_s.arg(first, second);
 }
 
-QString orderBy(ListOrder order, PatientOrder patientOrder) {
+QString orderColumns(ListOrder order, PatientOrder patientOrder) {
     const QString patient =
         patientOrder == PatientOrder::Kana ? u"RIYOUSHA.cNameKana"_s : u"RIYOUSHA.nIDNo"_s;
     const QString doctorName = ofLaterDoctor(u"DOCTOR.cName"_s, u"DOCTOR2.cName"_s);
     switch (order) {
     case ListOrder::HospitalAndDoctor:
-        return u"ORDER BY  nSisetsuCodeNew , DOCTOR.cIDno , "_s + patient;
+        return u"nSisetsuCodeNew , DOCTOR.cIDno , "_s + patient;
     case ListOrder::LaterDoctor:
-        return u"ORDER BY  "_s + ofLaterDoctor(u"DOCTOR.cKikan"_s, u"DOCTOR2.cKikan"_s) + u" , "_s +
-               doctorName + u" , "_s + patient;
+        return ofLaterDoctor(u"DOCTOR.cKikan"_s, u"DOCTOR2.cKikan"_s) + u" , "_s + doctorName + u" , "_s +
+               patient;
     case ListOrder::HospitalKana:
-        return u"ORDER BY  "_s + ofLaterDoctor(u"SISETSU1.cShameiKana1"_s, u"SISETSU2.cShameiKana1"_s) +
-               u" , "_s + doctorName + u" , "_s + patient;
+        return ofLaterDoctor(u"SISETSU1.cShameiKana1"_s, u"SISETSU2.cShameiKana1"_s) + u" , "_s + doctorName +
+               u" , "_s + patient;
     case ListOrder::Patient:
         break;
     }
-    return u"ORDER BY  "_s + patient;
+    return patient;
+}
+
+QString orderBy(const ListFilter &filter) {
+    QStringList columns;
+    if (filter.staffOrder && !filter.staffAmong.empty())
+        columns.append(sqlOrderAs(u"RIYOUSHA.nTantou"_s, filter.staffAmong));
+    columns.append(orderColumns(filter.order, filter.patientOrder));
+    return u"ORDER BY  "_s + columns.join(u" , "_s);
 }
 
 } // namespace
 
 QString listSql(const Branch &branch, const ListFilter &filter) {
     return u"SELECT RIYOUSHA.* ,"_s + consentColumns + masterColumns + joins() + alwaysWhere(branch, filter) +
-           chosenWhere(filter) + u" "_s + orderBy(filter.order, filter.patientOrder);
+           chosenWhere(filter) + u" "_s + orderBy(filter);
 }
 
 QString patientJumpSql(const Branch &branch, qint32 patient) {

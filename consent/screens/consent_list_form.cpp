@@ -14,6 +14,8 @@
 #include "consent/screens/list_command_bar.h"
 #include "consent/screens/list_pick_lists.h"
 #include "consent/screens/list_print.h"
+#include "consent/settings/columns_form.h"
+#include "consent/settings/staff_filter_form.h"
 #include "db/adodb.h"
 #include "export/save_grid.h"
 #include "print/grid_print/grid_print.h"
@@ -373,6 +375,28 @@ void frm同意書管理::chooseOrder() {
     m_grid->sortByColumn(-1, Qt::AscendingOrder);
 }
 
+// The practice's choice takes the place of this user's own widths and order.
+void frm同意書管理::chooseColumns() {
+    const std::optional<ColumnSettings> chosen = ::chooseColumns(m_environment, m_grid->columns(), this);
+    if (!chosen)
+        return;
+    m_grid->forgetColumns();
+    m_grid->keepPlace([&] { m_grid->showColumns(*chosen); });
+}
+
+// A search that does not happen leaves the practitioners as they were.
+void frm同意書管理::chooseStaff() {
+    const std::vector<CodeName> before = m_panel->staff();
+    const bool inOrder = m_panel->staffInOrder();
+    frmTantouExtra form(m_environment, *m_db, this);
+    form.iControlInit(before, inOrder);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    m_panel->setStaff(form.staff(), form.inOrder());
+    if (!search())
+        m_panel->setStaff(before, inOrder);
+}
+
 // A jump that does not happen leaves range and patient as they were.
 void frm同意書管理::jumpTo(qint32 patient) {
     if (patient == 0)
@@ -427,6 +451,7 @@ void frm同意書管理::openScreen(OpenScreen opener) {
         return;
     ListOpening opening{m_environment, *m_db, {}, 0, {}, this};
     opening.filters = m_parts->list.readFilter().names;
+    opening.staff = m_parts->list.readFilter().staffAmong;
     opening.shown = [this] { return m_model->rows(m_model->shownRecords()); };
     if (m_parts->list.readFilter().view == ListView::Newest) {
         opening.targets = m_model->rows(m_model->targetRecords());

@@ -56,6 +56,8 @@ private:
     void tickAllTargets() { tickAll(ListColumn::Target); }
     void tickAllReceived() { tickAll(ListColumn::Received); }
     void chooseOrder();
+    void chooseColumns();
+    void chooseStaff();
     void jumpTo(qint32 patient);
     void renew();
     void saveCsv();

@@ -14,6 +14,7 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
+#include "consent/settings/period_settings_form.h"
 #include "fees/fees_form.h"
 #include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
@@ -346,7 +347,7 @@ bool openRenewalList(const ListOpening &opening) {
     frm同意書更新リスト印刷 form(opening.environment, opening.parent);
     const QString which =
         ticked ? u"（「対象」にチェックした利用者）"_s : u"（一覧に表示しているすべての利用者）"_s;
-    form.Init(opening.db, patients, which + outOfSightText(opening));
+    form.Init(opening.db, patients, which + outOfSightText(opening), opening.staff);
     form.exec();
     return false;
 }
@@ -358,7 +359,7 @@ bool openManagementPrint(const ListOpening &opening) {
     bool written = false;
     frm同意書管理印刷 form(opening.environment, opening.db, opening.parent);
     if (form.iInit({managementRows(opening.targets), managementRows(opening.shown()),
-                    opening.targetsOutOfSight, ledgerSearchName(filters)},
+                    opening.targetsOutOfSight, ledgerSearchName(filters), opening.staff},
                    lettersOf(opening, written)) != 0) {
         opening.environment.messages.warn(form.sErrMsg());
         return false;
@@ -407,4 +408,14 @@ bool openCompanyConsentForms(const ListOpening &opening) {
 bool openPatientConsentForms(const ListOpening &opening) {
     setPatientConsentForms(opening.environment, opening.db, opening.current->key().patient, opening.parent);
     return false;
+}
+
+bool openPeriodSettings(const ListOpening &opening) {
+    frm同意書管理設定 form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() != 0) {
+        opening.environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
+        return false;
+    }
+    form.exec();
+    return true;
 }

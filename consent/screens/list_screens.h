@@ -20,6 +20,7 @@ struct ListOpening {
     std::optional<ReadRow> seen = {}; ///< the current row, also as saved when it could not be read again
     std::function<std::vector<ListRow>()> shown = {}; ///< all rows that are shown, in the order shown
     std::vector<FilterName> filters = {};             ///< by which the rows were read
+    std::vector<qint32> staff = {}; ///< whom they are limited to, in the order wanted; empty: not limited
 };
 
 /// Opens a screen and waits until it is closed; true when rows were written and the list has to be read
@@ -80,6 +81,9 @@ bool openFacilities(const ListOpening &opening);
 
 /// Unit prices and visit fees.
 bool openFees(const ListOpening &opening);
+
+/// How the patients' periods are reckoned; the list is always read again.
+bool openPeriodSettings(const ListOpening &opening);
 
 /// Consent forms of patients who are picked from the master.
 bool openMasterConsentForms(const ListOpening &opening);

@@ -1,8 +1,7 @@
 #include "consent/settings/period_types.h"
 
-#include "db/tables/patient_text.h"
-
 #include <QHash>
+#include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -20,24 +19,15 @@ bool PatientTypes::isWrong(size_t type) const {
     return text != u"1" && text != u"2" && !(text.isEmpty() && read[type].isEmpty());
 }
 
-QStringList PeriodTypeTable::takeOver(const PeriodTypeTable &later) {
-    QHash<qint32, const PatientTypes *> edited;
+void PeriodTypeTable::takeOver(const PeriodTypeTable &later) {
+    QHash<qint32, PatientTypes> before;
     for (const PatientTypes &patient : patients)
-        if (patient.isChanged() || patient.ticked)
-            edited.insert(patient.nIDNo, &patient);
-    PeriodTypeTable table = later;
-    for (PatientTypes &patient : table.patients)
-        if (const PatientTypes *before = edited.value(patient.nIDNo)) {
-            patient.ticked = before->ticked;
-            if (before->read == patient.read || !before->isChanged()) {
-                patient.now = before->isChanged() ? before->now : patient.read;
-                edited.remove(patient.nIDNo);
-            }
+        before.insert(patient.nIDNo, patient);
+    *this = later;
+    for (PatientTypes &patient : patients)
+        if (const auto found = before.constFind(patient.nIDNo); found != before.constEnd()) {
+            patient.ticked = found->ticked;
+            if (found->isChanged() && found->read == patient.read)
+                patient.now = found->now;
         }
-    QStringList dropped;
-    for (const PatientTypes &patient : patients)
-        if (edited.contains(patient.nIDNo) && patient.isChanged())
-            dropped.append(patientText(patient.nIDNo, patient.cName));
-    *this = std::move(table);
-    return dropped;
 }

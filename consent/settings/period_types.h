@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 #include <array>
-#include <set>
 #include <vector>
 
 /// The three types by which periods are reckoned (iDoui1CalcType, iDoui2CalcType, iKikanCalcType), as they
@@ -33,6 +31,6 @@ struct PeriodTypeTable {
     std::vector<PatientTypes> patients;
 
     /// Takes a table that was read later: what was edited stays on the patients whose types nobody has
-    /// changed meanwhile; gives the others whose edits were dropped.
-    QStringList takeOver(const PeriodTypeTable &later);
+    /// changed meanwhile.
+    void takeOver(const PeriodTypeTable &later);
 };

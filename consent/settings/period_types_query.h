@@ -5,6 +5,8 @@
 #include "app/base/result.h"
 #include "db/tables/keys.h"
 
+#include <QStringList>
+
 class Folders;
 class cT_ADODB;
 

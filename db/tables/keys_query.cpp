@@ -1,5 +1,9 @@
 #include "db/tables/keys_query.h"
 
+#include "db/sql_text.h"
+
+#include <QStringList>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -71,4 +75,13 @@ QString sqlAndAmong(QStringView column, const std::set<qint32> &numbers) {
     for (const qint32 number : numbers)
         list += QString::number(number);
     return u" AND "_s + column.toString() + u" IN ("_s + list.join(u", "_s) + u')';
+}
+
+QString sqlOrderAs(const QString &column, const std::vector<qint32> &numbers) {
+    if (numbers.empty())
+        return {};
+    QString ranks;
+    for (size_t rank = 0; rank < numbers.size(); ++rank)
+        ranks += u" WHEN "_s + sqlNumber(numbers[rank]) + u" THEN "_s + sqlNumber(qint64(rank));
+    return u"CASE "_s + column + ranks + u" ELSE "_s + sqlNumber(qint64(numbers.size())) + u" END"_s;
 }

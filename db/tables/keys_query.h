@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <set>
+#include <vector>
 
 /// Conditions joined by " and ", each column qualified by the table, e.g.
 /// "RIYOUSHA.iKyotenCd = 1 and RIYOUSHA.iKyotenEb = 1 and RIYOUSHA.nIDNo = 7". No WHERE of their own; an
@@ -26,3 +27,7 @@ QString sqlNewestOfKind();
 /// " AND column IN (…)" of at least one number; nothing for more numbers than a statement takes well: then
 /// all rows come, and whoever reads them leaves out what was not asked for.
 QString sqlAndAmong(QStringView column, const std::set<qint32> &numbers);
+
+/// What to order by so that a column's rows come as these numbers do, all others behind them; empty without
+/// numbers.
+QString sqlOrderAs(const QString &column, const std::vector<qint32> &numbers);

@@ -140,18 +140,19 @@ QStringList withoutDeformityPeriod(std::span<const LedgerRow> rows) {
     return patients;
 }
 
-void orderLedger(std::vector<LedgerRow> &rows, LedgerPattern pattern) {
+void orderLedger(std::vector<LedgerRow> &rows, const LedgerOrder &order) {
     // Doctors' codes are numbers kept as texts.
     const auto byInstitution = [](const LedgerRow &row) {
         return std::tuple(row.institution == 0, row.institution, row.institutionName, row.doctor.isEmpty(),
                           row.doctor.size(), row.doctor, row.doctorName);
     };
-    const auto byStaff = [](const LedgerRow &row) {
-        return std::pair(row.staff[0].isEmpty(), row.staffNumber);
+    const auto byStaff = [&](const LedgerRow &row) {
+        const auto first = std::ranges::find(order.staff, row.staffNumber) - order.staff.begin();
+        return std::tuple(row.staff[0].isEmpty(), first, row.staffNumber);
     };
-    if (pattern == LedgerPattern::Institutions)
+    if (order.pattern == LedgerPattern::Institutions)
         std::ranges::stable_sort(rows, {}, byInstitution);
-    if (pattern == LedgerPattern::Staff)
+    if (order.pattern == LedgerPattern::Staff)
         std::ranges::stable_sort(rows, {}, byStaff);
 }
 

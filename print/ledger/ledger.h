@@ -28,7 +28,7 @@ QStringList withoutDeformityPeriod(std::span<const LedgerRow> rows);
 
 /// Puts rows into the order that the pattern's layout is made for: by institution and doctor, by
 /// practitioner; else, and among equals, they keep theirs. Rows that name none come last.
-void orderLedger(std::vector<LedgerRow> &rows, LedgerPattern pattern);
+void orderLedger(std::vector<LedgerRow> &rows, const LedgerOrder &order);
 
 /// The 30 columns of a ledger's record.
 const QStringList &ledgerColumns();

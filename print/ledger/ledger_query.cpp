@@ -247,6 +247,6 @@ Result<Ledger> readLedger(cT_ADODB &db, const LedgerOrder &order) {
     if (db.iConnect() != 0 || db.iOpenRecSet(rows, ledgerSql(order)) != 0)
         return Failure{errors.text()};
     Ledger ledger = gather(LedgerRecords(std::move(rows)), order);
-    orderLedger(ledger.rows, order.pattern);
+    orderLedger(ledger.rows, order);
     return ledger;
 }

@@ -32,6 +32,8 @@ struct LedgerOrder {
     Period period{};
     QString searchName{};     ///< see ledgerSearchName
     RequestMethods methods{}; ///< the practice's list
+    /// Practitioners who come first, in this order, where the pattern goes by them.
+    std::vector<qint32> staff{};
 };
 
 /// What the ledger says about a consent, or about a patient who has none.

@@ -224,6 +224,7 @@ Result<ManagementDocument> ManagementPrintForm::ledger() const {
     order.pattern = m_settings.ledger;
     order.period = {m_ui->imD_KikanFrom->date(), m_ui->imD_KikanTo->date()};
     order.searchName = searchName();
+    order.staff = staff();
     return ledgerDocument(m_environment, m_db, {targets(), fromMasters()}, std::move(order));
 }
 
@@ -268,7 +269,7 @@ void ManagementPrintForm::printLetters(PrintWay way) {
 
 void ManagementPrintForm::openRenewalList() {
     frm同意書更新リスト印刷 form(m_environment, this);
-    if (form.Init(m_db, patientsOf(targets()), note()) == 0)
+    if (form.Init(m_db, patientsOf(targets()), note(), staff()) == 0)
         form.exec();
 }
 

@@ -42,6 +42,8 @@ protected:
     virtual QString note() const { return {}; }
     /// What the targets were limited by, as ledgers print it.
     virtual QString searchName() const { return {}; }
+    /// Practitioners who come first in documents that go by them.
+    virtual std::vector<qint32> staff() const { return {}; }
     /// Takes what is still being typed; false when it cannot be used, which has been said.
     virtual bool settleTargets() { return true; }
     /// Another document or destination was chosen.
@@ -85,7 +87,8 @@ struct ManagementChoice {
     std::vector<ManagementRow> ticked;
     std::vector<ManagementRow> shown;
     int tickedOutOfSight = 0;
-    QString searchName; ///< what the list was limited by, as ledgers print it
+    QString searchName;          ///< what the list was limited by, as ledgers print it
+    std::vector<qint32> staff{}; ///< who come first in documents that go by practitioners
 };
 
 /// Documents of consent management for the rows of the consent list: those ticked, else all that are shown.
@@ -104,6 +107,7 @@ protected:
     Result<EnvelopeWishes> wishes(EnvelopeDestination destination) override;
     QString note() const override;
     QString searchName() const override { return m_choice.searchName; }
+    std::vector<qint32> staff() const override { return m_choice.staff; }
 
 private:
     QRadioButton *m_ticked;

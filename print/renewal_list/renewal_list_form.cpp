@@ -42,8 +42,10 @@ void frm同意書更新リスト印刷::wire() {
     connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
 }
 
-short frm同意書更新リスト印刷::Init(cT_ADODB &db, const std::vector<qint32> &patients, const QString &note) {
+short frm同意書更新リスト印刷::Init(cT_ADODB &db, const std::vector<qint32> &patients, const QString &note,
+                                    const std::vector<qint32> &staff) {
     m_db = &db;
+    m_staff = staff;
     m_patients = {patients.begin(), patients.end()};
     m_ui->lblTaisyo->setText((u"対象の利用者 %L1 人　"_s.arg(m_patients.size()) + note).trimmed());
     RenewalListOptions options;
@@ -93,7 +95,7 @@ std::vector<DueConsent> frm同意書更新リスト印刷::gather(const RenewalL
         return {};
     }
     const Result<std::vector<DueConsent>> rows = readDueConsents(
-        *m_db, {m_environment.branch, m_patients, options, m_environment.clock.today(), *methods});
+        *m_db, {m_environment.branch, m_patients, options, m_environment.clock.today(), *methods, m_staff});
     if (!rows) {
         messages.fail(rows.reason(), u"DB-error"_s);
         return {};

@@ -23,7 +23,9 @@ public:
     /// Reads the last choices; what cannot be read is said and keeps its default, so that this gives 0.
     /// @param patients numbers (nIDNo) of patients of the current branch; one that stands twice counts once
     /// @param note stands behind how many they are; may be empty
-    short Init(cT_ADODB &db, const std::vector<qint32> &patients, const QString &note = {});
+    /// @param staff practitioners who come first, where the list goes by them
+    short Init(cT_ADODB &db, const std::vector<qint32> &patients, const QString &note = {},
+               const std::vector<qint32> &staff = {});
 
 private:
     void wire();
@@ -39,4 +41,5 @@ private:
     cT_ADODB *m_db = nullptr;
     std::unique_ptr<Ui::RenewalListForm> m_ui;
     std::set<qint32> m_patients;
+    std::vector<qint32> m_staff;
 };

@@ -5,6 +5,8 @@
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -177,8 +179,12 @@ DueConsent readRow(const FieldRows<R> &rows, int row, const RequestMethods &meth
 } // namespace
 
 QString renewalListSql(const RenewalListQuery &query) {
-    const QStringList order = pageBreakColumns(query.options.pageBreak) + orderColumns(query.options.order) +
-                              QStringList{u"RIYOUSHA.nIDNo"_s, u"RIYOUSHA_DOUI_REC.iHenkeiFlg"_s};
+    QStringList order = pageBreakColumns(query.options.pageBreak) + orderColumns(query.options.order) +
+                        QStringList{u"RIYOUSHA.nIDNo"_s, u"RIYOUSHA_DOUI_REC.iHenkeiFlg"_s};
+    const auto byStaff =
+        std::ranges::find_if(order, [](const QString &column) { return column.contains(u"nTantou"); });
+    if (byStaff != order.end() && !query.staff.empty())
+        order.insert(byStaff, sqlOrderAs(u"RIYOUSHA.nTantou"_s, query.staff));
     return u"SELECT "_s + sqlSelectList(columns) + joins() + where(query) + u" ORDER BY "_s +
            order.join(u", "_s);
 }

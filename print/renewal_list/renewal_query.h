@@ -5,6 +5,7 @@
 #include "print/renewal_list/renewal_list.h"
 
 #include <set>
+#include <vector>
 
 class cT_ADODB;
 
@@ -15,6 +16,8 @@ struct RenewalListQuery {
     RenewalListOptions options;
     QDate today;
     RequestMethods methods;
+    /// Practitioners who come first, in this order, where sheets or the order go by them.
+    std::vector<qint32> staff{};
 };
 
 /// Rows by page break, then in the order chosen. For very many patients the statement names none: all rows

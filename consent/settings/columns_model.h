@@ -1,0 +1,38 @@
+#pragma once
+
+#include "consent/rows/column_settings.h"
+
+#include <QAbstractTableModel>
+
+/// The list's columns to be chosen, a row each in their order.
+class ColumnsModel : public QAbstractTableModel {
+    Q_OBJECT
+public:
+    enum Column { Shown, Name, Width, Frozen, ColumnCount };
+
+    using QAbstractTableModel::QAbstractTableModel;
+
+    void load(const ColumnSettings &settings);
+    const ColumnSettings &settings() const { return m_settings; }
+    /// How many columns are shown.
+    int shownCount() const;
+    void setFrozen(int columns);
+    /// Puts a row one place up (−1) or down (1); false where there is none.
+    bool move(int row, int by);
+
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+
+Q_SIGNALS:
+    void edited();
+
+private:
+    void changedAll();
+    bool isFrozen(int row) const;
+
+    ColumnSettings m_settings;
+};
