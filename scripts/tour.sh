@@ -9,6 +9,7 @@
 . scripts/tour/masters.sh
 . scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
+. scripts/tour/settings.sh
 . scripts/tour/table.sh
 
 tour_shots=tour
@@ -57,6 +58,7 @@ make_tour() {
     tour_table
     tour_doctors
     tour_consent_screens
+    tour_settings
     tour_fees
     tour_end
     tour_road

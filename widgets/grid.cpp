@@ -158,7 +158,6 @@ void Grid::paintFrozen(QPainter &painter) {
     const QRect area = frozenArea();
     painter.setClipRect(area);
     painter.fillRect(area, palette().base());
-    const int grid = style()->styleHint(QStyle::SH_Table_GridLineColor, nullptr, this);
     const int first = qMax(0, rowAt(0));
     const int bottom = rowAt(viewport()->height() - 1);
     const int last = bottom < 0 ? model()->rowCount() - 1 : bottom;
@@ -168,12 +167,12 @@ void Grid::paintFrozen(QPainter &painter) {
             if (m_header->sectionPosition(column) >= area.width())
                 break;
             if (!isColumnHidden(column))
-                paintCell(painter, model()->index(row, column), QRgb(grid));
+                paintCell(painter, model()->index(row, column));
         }
 }
 
 // As the base class paints a cell.
-void Grid::paintCell(QPainter &painter, const QModelIndex &index, QRgb grid) {
+void Grid::paintCell(QPainter &painter, const QModelIndex &index) {
     const QRect cell = visualRect(index);
     QStyleOptionViewItem option;
     initViewItemOption(&option);
@@ -188,7 +187,7 @@ void Grid::paintCell(QPainter &painter, const QModelIndex &index, QRgb grid) {
         option.state &= ~QStyle::State_Enabled;
     style()->drawPrimitive(QStyle::PE_PanelItemViewRow, &option, &painter, this);
     itemDelegateForIndex(index)->paint(&painter, option, index);
-    painter.setPen(QColor::fromRgba(grid));
+    painter.setPen(QColor::fromRgba(QRgb(style()->styleHint(QStyle::SH_Table_GridLineColor, &option, this))));
     painter.drawLine(cell.bottomLeft() + QPoint(0, 1), cell.bottomRight() + QPoint(1, 1));
     painter.drawLine(cell.topRight() + QPoint(1, 0), cell.bottomRight() + QPoint(1, 1));
 }

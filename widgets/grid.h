@@ -58,7 +58,7 @@ private:
     void refreshFrozen();
     QRect frozenArea() const;
     void paintFrozen(QPainter &painter);
-    void paintCell(QPainter &painter, const QModelIndex &index, QRgb grid);
+    void paintCell(QPainter &painter, const QModelIndex &index);
     void sizeRows();
     bool showWholeText(const QHelpEvent &event);
 

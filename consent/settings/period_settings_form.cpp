@@ -69,7 +69,7 @@ short frm同意書管理設定::iInit() {
         m_error = table.reason();
         return -1;
     }
-    show(*table);
+    showTable(*table);
     m_ui->ssDouiData->fitColumns();
     m_ui->ssDef->fitColumns();
     const int frame = 2 * m_ui->ssDef->frameWidth();
@@ -81,7 +81,7 @@ short frm同意書管理設定::iInit() {
     return 0;
 }
 
-void frm同意書管理設定::show(const PeriodTypeTable &table) {
+void frm同意書管理設定::showTable(const PeriodTypeTable &table) {
     m_stored = table.defaults;
     const PeriodTypes types = periodTypesOf(table.defaults);
     m_default->load({{0, {}, types, types}});
@@ -191,7 +191,7 @@ void frm同意書管理設定::readAgain() {
     table.takeOver(*later);
     const PatientTypes before = m_default->patients().front();
     const QModelIndex current = m_ui->ssDouiData->currentIndex();
-    show(table);
+    showTable(table);
     if (before.read == m_default->patients().front().read)
         m_default->load({before});
     m_ui->ssDouiData->goTo(current.row(), qMax<int>(PeriodTypesModel::FirstType, current.column()));

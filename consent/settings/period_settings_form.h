@@ -32,7 +32,7 @@ public:
 private:
     void wire();
     Result<PeriodTypeTable> read() const;
-    void show(const PeriodTypeTable &table);
+    void showTable(const PeriodTypeTable &table);
     void narrow();
     void showState();
     bool settleCells();

@@ -1,0 +1,64 @@
+# Settings of consent management: period types, the list's columns, the staff filter. The list is shown.
+
+tour_settings() {
+    tour_period_types
+    tour_columns
+    tour_staff_filter
+}
+
+tour_period_types() {
+    key ctrl+t
+    window '同意管理設定'
+    shot period-types
+    key 3
+    key Return
+    key F5
+    shot period-type-wrong
+    key Return
+    key 2 Return
+    key alt+c
+    shot period-types-that-differ
+    key F7 F8
+    shot period-types-set
+    key F5
+    shot asking-to-save-types
+    key Return
+    sleep 1
+    shot types-saved
+    key Return
+    key F12
+    gone '同意管理設定'
+    window '同意書管理'
+}
+
+# 送信状況 is hidden, the end of the period is frozen too; then the list is scrolled to its right.
+tour_columns() {
+    key ctrl+h
+    window '表示項目'
+    key Down Down space
+    key alt+k
+    write 10
+    shot columns
+    key F5
+    gone '表示項目'
+    window '同意書管理'
+    for _ in $(seq 24); do key Right; done
+    shot columns-frozen
+    key Home
+}
+
+tour_staff_filter() {
+    key ctrl+shift+t
+    window '施術者の絞り込み'
+    write 3
+    key Return
+    write 1
+    key Return
+    key F7 alt+o
+    shot staff-filter
+    key F5
+    gone '施術者の絞り込み'
+    window '同意書管理'
+    shot list-of-staff
+    key alt+c
+}
