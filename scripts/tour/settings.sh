@@ -1,6 +1,7 @@
 # Settings of consent management: period types, the list's columns, the staff filter. The list is shown.
 
 tour_settings() {
+    key alt+c
     tour_period_types
     tour_columns
     tour_staff_filter
