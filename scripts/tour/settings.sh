@@ -32,13 +32,14 @@ tour_period_types() {
     window '同意書管理'
 }
 
-# 送信状況 is hidden, the end of the period is frozen too; then the list is scrolled to its right.
+# 病院No is hidden, the treatment's kind is frozen too; then the list is scrolled to its right. Columns that other
+# parts of the tour count are left alone.
 tour_columns() {
     key ctrl+h
     window '表示項目'
-    key Down Down space
-    key alt+k
-    write 10
+    for _ in $(seq 15); do key Down; done
+    key space alt+k
+    write 9
     shot columns
     key F5
     gone '表示項目'
