@@ -72,9 +72,11 @@ short frm同意書管理設定::iInit() {
     showTable(*table);
     m_ui->ssDouiData->fitColumns();
     m_ui->ssDef->fitColumns();
+    const QHeaderView *header = m_ui->ssDef->horizontalHeader();
     const int frame = 2 * m_ui->ssDef->frameWidth();
-    m_ui->ssDef->setFixedHeight(m_ui->ssDef->horizontalHeader()->sizeHint().height() +
-                                m_ui->ssDef->verticalHeader()->defaultSectionSize() + frame);
+    m_ui->ssDef->setFixedSize(header->length() + frame,
+                              header->sizeHint().height() +
+                                  m_ui->ssDef->verticalHeader()->defaultSectionSize() + frame);
     m_ui->ssDef->goTo(0, PeriodTypesModel::FirstType);
     m_ui->ssDouiData->goTo(0, PeriodTypesModel::FirstType);
     m_ui->ssDouiData->setFocus();

@@ -122,9 +122,9 @@ QVariant PeriodTypesModel::data(const QModelIndex &index, int role) const {
             return patient.now[typeOf(column)];
         return column == Name ? QVariant(patient.cName) : QVariant();
     case Qt::TextAlignmentRole:
-        return QVariant(Qt::AlignVCenter | (column == Number    ? Qt::AlignRight
-                                            : column == Name    ? Qt::AlignLeft
-                                                                : Qt::AlignHCenter));
+        return QVariant(Qt::AlignVCenter | (column == Number ? Qt::AlignRight
+                                            : column == Name ? Qt::AlignLeft
+                                                             : Qt::AlignHCenter));
     case Qt::BackgroundRole:
         if (isWrong(index))
             return QColor(0xd0, 0x20, 0x30, 110);
@@ -139,7 +139,7 @@ QVariant PeriodTypesModel::data(const QModelIndex &index, int role) const {
 }
 
 QVariant PeriodTypesModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"選択"_s,  u"IDNo."_s, u"利用者名"_s,
+    static const QStringList captions{u"選択"_s,   u"IDNo."_s,  u"利用者名"_s,
                                       u"同意１"_s, u"同意２"_s, u"期間"_s};
     static const QStringList hints{
         u"「既定を設定」で既定の計算方法を入れる利用者"_s,

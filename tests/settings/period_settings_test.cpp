@@ -1,19 +1,23 @@
 // The patients' period types and the practice's defaults: what is read, checked, saved, and overtaken.
 
 #include "app/base/settings.h"
+#include "consent/list/list_grid.h"
 #include "consent/rules/period_basis.h"
+#include "consent/screens/consent_list_form.h"
 #include "consent/settings/period_settings_form.h"
 #include "consent/settings/period_types_model.h"
 #include "consent/settings/period_types_query.h"
 #include "tests/list/list_fixture.h"
 #include "widgets/grid.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QCheckBox>
 #include <QDir>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -200,4 +204,31 @@ TEST_F(PeriodSettingsTest, AFileThatCannotBeWrittenLeavesTheRows) {
     frm同意書管理設定 again(environment, database.db);
     EXPECT_EQ(again.iInit(), -1);
     EXPECT_TRUE(again.sErrMsg().endsWith(u"dataLoadRiyousha()でエラー"_s));
+}
+
+TEST_F(PeriodSettingsTest, TheListProposesByTheNewTypes) {
+    consent(2, u"2026/12/31"_s);
+    frm同意書管理 window(environment);
+    ASSERT_EQ(window.iInit(database.db, 0), 0);
+    window.show();
+    auto *rows = window.findChild<ListGrid *>(u"ssDouiD"_s);
+    const auto proposed = [&] {
+        const auto cell = [&](ListColumn column) { return rows->model()->index(0, int(column)); };
+        rows->model()->setData(cell(ListColumn::Reconsent), QDate(2027, 1, 10), Qt::EditRole);
+        const QString period = cell(ListColumn::NextStart).data().toString() + u"～"_s +
+                               cell(ListColumn::NextEnd).data().toString();
+        rows->model()->setData(cell(ListColumn::Reconsent), QDate(), Qt::EditRole);
+        return period;
+    };
+    EXPECT_EQ(proposed(), u"2027/01/10～2027/06/30"_s) << "to the month's end";
+    messages.answers = {Answer::Yes};
+    QTimer::singleShot(0, [] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        QAbstractItemModel *patients = dialog->findChild<Grid *>(u"ssDouiData"_s)->model();
+        patients->setData(patients->index(1, PeriodTypesModel::PeriodType), u"2"_s);
+        QTest::mouseClick(dialog->findChild<QPushButton *>(u"btnSave"_s), Qt::LeftButton);
+        QTest::mouseClick(dialog->findChild<QPushButton *>(u"cmdEnd"_s), Qt::LeftButton);
+    });
+    window.findChild<QAction *>(u"mnDouiSettei"_s)->trigger();
+    EXPECT_EQ(proposed(), u"2027/02/01～2027/07/31"_s) << "from the next month's first day";
 }
