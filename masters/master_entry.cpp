@@ -80,7 +80,10 @@ Result<> MasterEntry::reread() {
     return {};
 }
 
-void MasterEntry::setValue(const QString &column, const QString &text) {
+void MasterEntry::setValue(const QString &column, const QString &typed) {
+    // 007 and 7 are one number.
+    const bool isCode = column == m_description.codeColumn && !typed.isEmpty();
+    const QString text = isCode ? QString::number(typed.toLongLong()) : typed;
     m_values[column] = text.isEmpty() ? QString() : text;
     if (text.isEmpty() && m_read.value(column).isEmpty())
         m_values[column] = m_read.value(column);

@@ -373,7 +373,7 @@ void MasterInputForm::takeAddress(const PostalPlace &place) {
 void MasterInputForm::setLayouts() {
     frmDouiSubmainIshi form(m_editor.environment(), this);
     if (form.iInit(m_editor.db(), m_entry.layouts(), frmDouiSubmainIshi::Doctor) != 0) {
-        m_editor.environment().messages.fail(form.sErrMsg());
+        m_editor.environment().messages.fail(form.sErrMsg(), u"同意書式設定画面：初期化エラー"_s);
         return;
     }
     form.exec();

@@ -84,6 +84,16 @@ QString masterLockSql(MasterKind kind, const QString &code) {
                                       : u"UPDATE SISETSU SET cShamei1 = cShamei1 WHERE nIDNo = "_s + code;
 }
 
+QString masterLockPatientsSql(MasterKind kind, const QString &code) {
+    const QString ofFacility =
+        u"RIYOUSHA.nSisetsuCd = "_s + code +
+        u" OR EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + code +
+        u" AND (CAST(DOCTOR.cIDNo AS NUMERIC(10)) = RIYOUSHA.nDouiIsiCd OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+        sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iIsiCd2 = DOCTOR.cIDNo)))"_s;
+    return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s +
+           (kind == MasterKind::Doctor ? namesDoctor(code) : ofFacility);
+}
+
 QStringList facilityToDoctorsSql(const MasterValues &before, const MasterValues &now,
                                  const QString &computer) {
     QStringList statements;

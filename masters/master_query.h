@@ -12,6 +12,10 @@ QString masterUsesSql(MasterKind kind, const QString &code);
 /// An update that changes nothing, so that the row is the transaction's.
 QString masterLockSql(MasterKind kind, const QString &code);
 
+/// The same for the patients whom copies reach: copies go through them more than once, and whoever writes
+/// patients in the order of their keys meanwhile would wait for the copies, and they for him.
+QString masterLockPatientsSql(MasterKind kind, const QString &code);
+
 /// Brings a facility's name, address and telephone to its doctors, each item where the doctor's row repeats
 /// what the facility had before: what a doctor has of his own stays.
 /// @return statements to be run one after the other; none when nothing of that changed

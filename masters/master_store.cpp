@@ -62,8 +62,10 @@ template <class R> R recordOf(const MasterValues &values) {
     return record;
 }
 
-short copyToOthers(cT_ADODB &, cT_DOCTOR &table, const MasterValues &, const MasterValues &now) {
+short copyToOthers(cT_ADODB &db, cT_DOCTOR &table, const MasterValues &, const MasterValues &now) {
     const cD_DOCTOR doctor = recordOf<cD_DOCTOR>(now);
+    if (db.iExecSQL(masterLockPatientsSql(MasterKind::Doctor, doctor.cIDNo)) != 0)
+        return -1;
     return table.iDataUpdate_ToRiyousha(&doctor);
 }
 
@@ -72,7 +74,8 @@ short copyToOthers(cT_ADODB &db, cT_SISETSU &table, const MasterValues &before, 
     for (const QString &sql : facilityToDoctorsSql(before, now, db.csGetComputerName()))
         if (db.iExecSQL(sql) != 0)
             return -1;
-    if (table.iDataUpdate_ToRiyousha(&facility) != 0 || table.iDataUpdate_ToCareMane(&facility) != 0 ||
+    if (db.iExecSQL(masterLockPatientsSql(MasterKind::Facility, now.value(u"nIDNo"_s))) != 0 ||
+        table.iDataUpdate_ToRiyousha(&facility) != 0 || table.iDataUpdate_ToCareMane(&facility) != 0 ||
         table.iDataUpdate_ToSoudan(&facility) != 0)
         return -1;
     return table.iDataUpdate_ToRiyousha_Iryou(&facility);

@@ -50,8 +50,9 @@ Result<bool> store(cT_ADODB &db, const QString &lock, const Key &of, const Conse
 Result<ConsentLayoutSettings> readCompanyLayouts(cT_ADODB &db, const Branch &branch) {
     cT_CORP_SUB table;
     const cD_CORP_SUB key = keyOf(branch);
-    if (table.iInit(db) != 0 || table.iDataRead(&key) != 0)
-        return Failure{table.sErrMsg()};
+    const ErrorsSince before(db);
+    if (db.iConnect() != 0 || table.iInit(db) != 0 || table.iDataRead(&key) != 0)
+        return Failure{before.text()};
     return table.nデータ数() > 0 ? ConsentLayoutSettings(table.records().front()) : ConsentLayoutSettings();
 }
 

@@ -86,6 +86,22 @@ TEST_F(MasterForms, ANewDoctorIsEnteredByPostalCode) {
         u"緑川　蛍992-1110緑川県若葉市桜台３－４-"_s);
 }
 
+TEST_F(MasterForms, ANumberIsTheSameWithZerosBeforeIt) {
+    MasterInputForm doctor(editor, MasterKind::Doctor);
+    ASSERT_EQ(doctor.iInit(), 0);
+    type(doctor, u"cIDNo"_s, u"012"_s);
+    type(doctor, u"cName"_s, u"緑川　蛍"_s);
+    EXPECT_EQ(doctor.iDataSave(), -1);
+    EXPECT_EQ(said(), u"同じIDのデータが存在します。 "_s);
+
+    MasterInputForm facility(editor, MasterKind::Facility);
+    ASSERT_EQ(facility.iInit(), 0);
+    type(facility, u"nIDNo"_s, u"077"_s);
+    type(facility, u"cShamei1"_s, u"若葉診療所"_s);
+    EXPECT_EQ(facility.iDataSave(), 0) << said().toStdString();
+    EXPECT_EQ(database.value(u"SELECT cShamei1 FROM SISETSU WHERE nIDNo = 77"_s), u"若葉診療所"_s);
+}
+
 TEST_F(MasterForms, AnAddressFindsItsPostalCodeAndAFoundOneKeepsTheHouse) {
     MasterInputForm form(editor, MasterKind::Facility);
     ASSERT_EQ(form.iInit(u"5"_s), 0);
@@ -181,6 +197,15 @@ TEST_F(MasterForms, ConsentFormSettingsAreStoredWithTheDoctor) {
     EXPECT_EQ(doctor(u"iSaiDouiON"_s), u"0"_s);
     EXPECT_EQ(form.iDataSave(), 0) << said().toStdString();
     EXPECT_EQ(doctor(u"iSaiDouiON || iDouiDispRiyouNo"_s), u"11"_s);
+}
+
+TEST_F(MasterForms, ConsentFormSettingsThatCannotBeReadAreTold) {
+    MasterInputForm form(editor, MasterKind::Doctor);
+    ASSERT_EQ(form.iInit(u"12"_s), 0);
+    database.run(u"DROP TABLE SHINSEISYO"_s);
+    press(form, u"btnDouiSyosikiSet"_s);
+    EXPECT_EQ(messages.shown.constLast().title, u"同意書式設定画面：初期化エラー"_s);
+    EXPECT_TRUE(said().endsWith(u"getDouiData() でエラー"_s)) << said().toStdString();
 }
 
 // The institution's address is mended where it is seen; that this writes the doctor's row is no colleague's
