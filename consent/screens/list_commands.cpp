@@ -99,7 +99,7 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u""_s, u"mnDouiSyosikiKaisya"_s, u"会社の同意書式"_s, u"Ctrl+Shift+Y"_s,
                     u"会社として使用する同意書・同意依頼書の書式と、印字する内容を設定します"_s, Settings,
                     Nothing, openCompanyConsentForms},
-        ListCommand{u""_s, u"mnKoumoku"_s, u"表示項目"_s, u"Ctrl+H"_s,
+        ListCommand{u""_s, u"mnKoumoku"_s, u"表示項目"_s, u"Ctrl+Shift+H"_s,
                     u"一覧に表示する項目、順序、幅と、左に固定する項目を選びます"_s, Settings, Nothing,
                     &Form::chooseColumns},
         ListCommand{u""_s, u"mnTantouExtra"_s, u"施術者で絞り込み"_s, u"Ctrl+Shift+T"_s,

@@ -35,7 +35,7 @@ tour_period_types() {
 # 病院No is hidden, the treatment's kind is frozen too; then the list is scrolled to its right. Columns that other
 # parts of the tour count are left alone.
 tour_columns() {
-    key ctrl+h
+    key ctrl+shift+h
     window '表示項目'
     for _ in $(seq 15); do key Down; done
     key space alt+k

@@ -183,7 +183,7 @@ TEST_F(ListColumnsTest, TheChoiceIsStoredAndHidesNoEdit) {
         dialog->findChild<QSpinBox *>(u"numKotei"_s)->setValue(3);
         QTest::mouseClick(dialog->findChild<QPushButton *>(u"cmdKoumokuEnd"_s), Qt::LeftButton);
     });
-    QTest::keyClick(form.get(), Qt::Key_H, Qt::ControlModifier);
+    QTest::keyClick(form.get(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(isHidden(ListColumn::Remark));
     EXPECT_NE(grid->currentIndex().column(), int(ListColumn::Remark));
     const ColumnSettings stored = *readColumnSettings(folders);
