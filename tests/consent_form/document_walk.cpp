@@ -398,7 +398,8 @@ void Walk::sets() {
     std::vector<size_t> printed(asked);
     std::erase_if(printed, [&](size_t row) { return !isLast(m_rows[row]); });
     const auto expectBehind = [&](const Row &row) {
-        if (choice.envelopes && !(institution(row) + doctorName(row) + address(row)).isEmpty() &&
+        // An address alone is nobody, and nobody without a place is to be found.
+        if (choice.envelopes && !(institution(row) + doctorName(row)).isEmpty() &&
             !(institution(row) + address(row)).isEmpty()) {
             EXPECT_EQ(envelope, institution(row) + u'|' + address(row)) << row.diagnosis().toStdString();
         }
