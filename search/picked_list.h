@@ -6,7 +6,6 @@
 #include <vector>
 
 class CodeBox;
-class QLabel;
 class QListWidget;
 class QPushButton;
 

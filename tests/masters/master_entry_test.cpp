@@ -101,6 +101,14 @@ TEST_F(MasterEntries, AnInstitutionsChangeReachesDoctorsThatRepeatIt) {
               (QStringList{u"新甲病院|自宅|NULL|090-1"_s, u"新甲病院|緑川県若葉市桜台2|992-1110|0999-1"_s}));
     EXPECT_EQ(patients(u"cDouiIsiKikan1, cDouiIsiKikan2"_s).value(1), u"1|2|新甲病院|新甲病院"_s);
     EXPECT_EQ(database.value(u"SELECT nLat FROM SISETSU WHERE nIDNo = 5"_s), u"35.123456789"_s);
+
+    database.run(u"UPDATE DOCTOR SET cKikan = '新甲病院 内科' WHERE cIDNo = '12'"_s);
+    database.run(u"UPDATE RIYOUSHA SET cDouiIsiKikan1 = '新甲病院 内科' WHERE nDouiIsiCd = 12"_s);
+    ASSERT_TRUE(entry.open(u"5"_s));
+    entry.setValue(u"cTelNo"_s, u"0999-8"_s);
+    ASSERT_EQ(entry.save(true).kind, MasterOutcome::Done);
+    EXPECT_EQ(database.value(u"SELECT DISTINCT cDouiIsiKikan1 FROM RIYOUSHA WHERE nDouiIsiCd = 12"_s),
+              u"新甲病院 内科"_s);
 }
 
 // Whatever statement fails, doctor and patients stay as they were.

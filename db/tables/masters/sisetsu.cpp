@@ -95,7 +95,9 @@ short cT_SISETSU::iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU *facility) {
     if (!facility)
         return failInvalid();
     const QString name = sqlText(facility->cShamei1);
-    const QString here = u"DOCTOR.iSisetsuCode = "_s + sqlNumber(facility->nIDNo);
+    const QString here = u"DOCTOR.iSisetsuCode = "_s + sqlNumber(facility->nIDNo) +
+                         u" and (DOCTOR.cKikan = "_s + name +
+                         u" or DOCTOR.cKikan = '' or DOCTOR.cKikan is null)"_s;
     const QString firstDoctor =
         u"nDouiIsiCd IN (SELECT CAST(DOCTOR.cIDNo AS NUMERIC(10)) FROM DOCTOR WHERE "_s + here + u')';
     const QString secondDoctor =

@@ -42,7 +42,8 @@ public:
     short iDataUpdate_ToCareMane(const cD_SISETSU *facility);
     /// Address, telephone and fax of its counsellors.
     short iDataUpdate_ToSoudan(const cD_SISETSU *facility);
-    /// Institution of the current consents of patients whose first or second doctor works there.
+    /// Institution of the current consents of patients whose first or second doctor works there, unless the
+    /// doctor calls it by a name of his own.
     short iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU *facility);
     ///@}
 };
