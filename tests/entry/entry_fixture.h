@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 /// A massage patient 7 and an acupuncture patient 8 on 2026/11/21, with doctor 1 of the hospital.
-class EntryTest : public testing::Test {
+class EntryTest : public testing::Test, protected TestInstallation {
 protected:
     EntryTest();
 
@@ -24,10 +24,4 @@ protected:
     const PatientKey massagePatient{1, 1, 7};
     const PatientKey acupuncturePatient{1, 1, 8};
     TestDatabase database;
-    QTemporaryDir programFolder;
-    Folders folders{programFolder.path()};
-    FixedClock clock{QDate(2026, 11, 21)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
 };

@@ -21,7 +21,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-class SaveGridTest : public testing::Test {
+class SaveGridTest : public testing::Test, protected TestInstallation {
 protected:
     SaveGridTest() {
         model.setHorizontalHeaderLabels({u"対象"_s, u"IDNo."_s, u"氏名"_s, u"備考"_s});
@@ -55,13 +55,7 @@ protected:
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
 
-    QTemporaryDir programFolder;
     QTemporaryDir folder;
-    Folders folders{programFolder.path()};
-    FixedClock clock{QDate(2026, 11, 22)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
     QStandardItemModel model;
     QWidget window;
     Grid *grid;
@@ -72,7 +66,7 @@ TEST_F(SaveGridTest, SavesTheShownColumnsInTheirOrderByKey) {
     grid->hideColumn(1);
     showActive(window);
     const CsvDialog opened([&](QDialog &dialog) {
-        EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261122.CSV"_s);
+        EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261121.CSV"_s);
         pressSave(dialog);
     });
     grid->setCurrentIndex(model.index(1, 3));
@@ -81,10 +75,10 @@ TEST_F(SaveGridTest, SavesTheShownColumnsInTheirOrderByKey) {
     QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_TRUE(QTest::qWaitFor([&] { return !messages.shown.isEmpty(); }));
     EXPECT_EQ(messages.shown.back().text,
-              u"下記のフォルダにファイルを出力しました。\r\n（%1/一覧_20261122.CSV）"_s.arg(folder.path()));
+              u"下記のフォルダにファイルを出力しました。\r\n（%1/一覧_20261121.CSV）"_s.arg(folder.path()));
     EXPECT_EQ(messages.shown.back().title, u"出力完了"_s);
     EXPECT_EQ(messages.shown.back().icon, MessageIcon::Information);
-    EXPECT_EQ(*readCsv(decode932(saved(u"一覧_20261122.CSV"_s)), u','),
+    EXPECT_EQ(*readCsv(decode932(saved(u"一覧_20261121.CSV"_s)), u','),
               (std::vector<QStringList>{{u"氏名"_s, u"対象"_s, u"備考"_s},
                                         {u"山田"_s, u"○"_s, u""_s},
                                         {u"鈴木"_s, u""_s, u"急ぎ"_s}}));
@@ -159,14 +153,14 @@ TEST_F(SaveGridTest, KeepsTheChoicesAndOpensTheFolder) {
     processes.missing = QStringList{u"explorer.exe"_s};
     save([&](QDialog &dialog) {
         dialog.findChild<QComboBox *>(u"cmbType"_s)->setCurrentIndex(1);
-        EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261122.txt"_s);
+        EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261121.txt"_s);
         dialog.findChild<QComboBox *>(u"cmbSection"_s)->setCurrentIndex(1);
         dialog.findChild<QCheckBox *>(u"chkQuote"_s)->setChecked(false);
         dialog.findChild<QCheckBox *>(u"chkHeading"_s)->setChecked(false);
         dialog.findChild<QCheckBox *>(u"chkOpen"_s)->setChecked(true);
         pressSave(dialog);
     });
-    EXPECT_EQ(decode932(saved(u"一覧_20261122.txt"_s)), u"○\t1\t山田\t\r\n\t2\t鈴木\t\r\n"_s);
+    EXPECT_EQ(decode932(saved(u"一覧_20261121.txt"_s)), u"○\t1\t山田\t\r\n\t2\t鈴木\t\r\n"_s);
     ASSERT_EQ(processes.started.size(), 1);
     EXPECT_TRUE(processes.started[0].program.endsWith(u"xdg-open"_s));
     EXPECT_EQ(processes.started[0].arguments, QStringList{folder.path()});
@@ -182,7 +176,7 @@ TEST_F(SaveGridTest, KeepsTheChoicesAndOpensTheFolder) {
         heading->setChecked(true);
         pressSave(dialog);
     });
-    EXPECT_TRUE(decode932(saved(u"一覧_20261122.txt"_s)).startsWith(u"対象\tIDNo."_s));
+    EXPECT_TRUE(decode932(saved(u"一覧_20261121.txt"_s)).startsWith(u"対象\tIDNo."_s));
 }
 
 TEST_F(SaveGridTest, AsksAgainWhereTheFileCannotBeWritten) {

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 /// Branch 1-1 of a practice, whose program folder says where the database is.
-class FeesTest : public testing::Test {
+class FeesTest : public testing::Test, protected TestInstallation {
 protected:
     FeesTest() {
         writeConnection(database.connectionString());
@@ -41,10 +41,4 @@ protected:
     std::string why() const { return said().toStdString(); }
 
     TestDatabase database;
-    QTemporaryDir programFolder;
-    Folders folders{programFolder.path()};
-    FixedClock clock{QDate(2026, 11, 21)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
 };

@@ -124,23 +124,16 @@ TEST(GridOnPaper, SetsLongTextsSmallerAndCutsNone) {
     EXPECT_EQ(textsOf(document, 0).join(QString()).count(u'長'), 300);
 }
 
-class PrintGrid : public testing::Test {
+class PrintGrid : public testing::Test, protected TestInstallation {
 protected:
     /// The layout that was handed to the viewer; empty when there is none.
     QByteArray layout() const {
-        QDirIterator files(program.path(), {u"一覧.wfd"_s}, QDir::Files, QDirIterator::Subdirectories);
+        QDirIterator files(programFolder.path(), {u"一覧.wfd"_s}, QDir::Files, QDirIterator::Subdirectories);
         if (!files.hasNext())
             return {};
         QFile file(files.next());
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     }
-
-    QTemporaryDir program;
-    Folders folders{program.path()};
-    FixedClock clock{QDate(2026, 11, 22)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
 };
 
 TEST_F(PrintGrid, AsksWhichColumnsAndAboutLostCharacters) {

@@ -41,7 +41,7 @@ private:
 };
 
 /// A practice of a few patients on 2026/11/21, each row made for one case.
-class ListTest : public testing::Test {
+class ListTest : public testing::Test, protected TestInstallation {
 protected:
     ListTest();
 
@@ -56,12 +56,6 @@ protected:
     bool tick(int number, ListColumn column, bool on, bool deformity = false);
 
     TestDatabase database;
-    QTemporaryDir programFolder;
-    Folders folders{programFolder.path()};
-    FixedClock clock{QDate(2026, 11, 21)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
     TenDayAdvisor advisor;
     ConsentListModel model;
     ConsentList list{environment, database.db, model, advisor};

@@ -299,11 +299,11 @@ TEST_F(MasterForms, TheListIsPrintedSavedAndLeftForTheMenu) {
     {
         CsvDialog dialog([&](QDialog &csv) {
             EXPECT_EQ(CsvDialog::box(csv, u"txtFileName"_s).text(), u"医師一覧_20261121.CSV"_s);
-            CsvDialog::pressSave(csv, folder.path());
+            CsvDialog::pressSave(csv, programFolder.path());
         });
         press(form, u"mnCSV"_s);
     }
-    QFile file(folder.filePath(u"医師一覧_20261121.CSV"_s));
+    QFile file(programFolder.filePath(u"医師一覧_20261121.CSV"_s));
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_TRUE(decode932(file.readAll()).contains(u"\"医師'甲\""_s));
     pressButton(form, Qt::Key_F12);

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 /// A practice with two institutions, three doctors and four patients, and its folders.
-class MasterPractice : public testing::Test {
+class MasterPractice : public testing::Test, protected TestInstallation {
 protected:
     MasterPractice();
 
@@ -18,10 +18,4 @@ protected:
     }
 
     TestDatabase database;
-    QTemporaryDir folder;
-    Folders folders{folder.path()};
-    FixedClock clock{QDate(2026, 11, 21)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
 };

@@ -22,7 +22,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// A practice of one office with five patients, three staff and a few masters.
-class Searches : public testing::Test {
+class Searches : public testing::Test, protected TestInstallation {
 protected:
     Searches() {
         database.run(
@@ -77,12 +77,6 @@ protected:
     }
 
     TestDatabase database;
-    QTemporaryDir folder;
-    Folders folders{folder.path()};
-    FixedClock clock{QDate(2026, 11, 21)};
-    RecordedMessages messages;
-    RecordedProcesses processes;
-    Environment environment{folders, clock, messages, processes, {1, 1}};
     cls患者検索 patients{database.db, environment};
     cls施術者検索 staff{database.db, environment};
 };

@@ -2,6 +2,7 @@
 
 #include "app/base/clock.h"
 #include "app/base/environment.h"
+#include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "app/base/processes.h"
 
@@ -60,4 +61,15 @@ public:
     QStringList missing; ///< file names
     /// What a program that is waited for does; without it, it succeeds.
     std::function<ProcessEnd(const Start &)> act;
+};
+
+/// An installation of its own for a fixture: empty folders, the clock at 2026/11/21, messages and processes
+/// on record.
+struct TestInstallation {
+    QTemporaryDir programFolder;
+    Folders folders{programFolder.path()};
+    FixedClock clock{QDate(2026, 11, 21)};
+    RecordedMessages messages;
+    RecordedProcesses processes;
+    Environment environment{folders, clock, messages, processes, {1, 1}};
 };
