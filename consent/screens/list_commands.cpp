@@ -69,7 +69,7 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u"CmdDouishoList"_s, u""_s, u"同意書台帳"_s, u"Ctrl+D"_s,
                     u"対象の行（なければ表示中のすべて）の同意台帳・封筒・依頼書・更新リストを印刷します"_s,
                     Print, NewestView, openManagementPrint},
-        ListCommand{u""_s, u"mnDouishoMst"_s, u"利用者を選んで同意書"_s, u""_s,
+        ListCommand{u""_s, u"mnDouishoMst"_s, u"利用者を選んで同意書"_s, u"Ctrl+Shift+F"_s,
                     u"一覧にない利用者も選んで、同意書を印刷します"_s, Print, Nothing,
                     openMasterConsentForms},
         ListCommand{u""_s, u"mnDouishoListMst"_s, u"利用者・医師などを選んで台帳・封筒"_s, u"Ctrl+Shift+D"_s,

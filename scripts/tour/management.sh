@@ -98,7 +98,7 @@ tour_masters() {
     key F12
     gone '同意書管理印刷（マスタ）'
     window '同意書管理'
-    key alt+p Down Down Down Return
+    key ctrl+shift+f
     window '同意書印刷（マスタ）'
     pick "$massage" "$acupuncture"
     shot picked-forms
