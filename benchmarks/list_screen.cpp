@@ -89,11 +89,12 @@ double ListScreen::jumpToEnd() {
 }
 
 double ListScreen::clickHeader(ListColumn column) {
-    m_grid->scrollTo(m_grid->model()->index(0, int(column)));
+    const QModelIndex cell = m_grid->model()->index(0, int(column));
+    m_grid->scrollTo(cell);
     settle();
+    // Where it is seen: frozen columns stay when the rest is scrolled.
     const QHeaderView *header = m_grid->horizontalHeader();
-    const QPoint middle(header->sectionViewportPosition(int(column)) + header->sectionSize(int(column)) / 2,
-                        header->height() / 2);
+    const QPoint middle(m_grid->visualRect(cell).center().x(), header->height() / 2);
     return untilPainted([&] { QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle); });
 }
 
