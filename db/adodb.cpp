@@ -189,3 +189,11 @@ qint64 cT_ADODB::mNull(const Recordset &rows, int row, int column) {
 QDate cT_ADODB::tNull(const Recordset &rows, int row, int column) {
     return rows.date(row, column);
 }
+
+Result<Recordset> readRows(cT_ADODB &db, const QString &sql) {
+    const ErrorsSince errors(db);
+    Recordset rows;
+    if (db.iConnect() != 0 || db.iOpenRecSet(rows, sql) != 0)
+        return Failure{errors.text()};
+    return rows;
+}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "db/provider.h"
 #include "db/recordset.h"
 
@@ -111,3 +112,8 @@ private:
     const cT_ADODB &m_db;
     qsizetype m_before;
 };
+
+/// Begins a piece of reading: connects anew where the connection was lost, and reads the rows of one SELECT.
+/// In a transaction that was lost with its connection nothing is read. The failure is what the connection
+/// said.
+Result<Recordset> readRows(cT_ADODB &db, const QString &sql);

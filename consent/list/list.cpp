@@ -20,16 +20,16 @@ ListContext ConsentList::context() const {
             m_read.view == ListView::History, m_methods,   &m_advisor};
 }
 
-// The connection's error text only grows: what this operation added is what the user has to see.
-short ConsentList::failed(const ErrorsSince &errors) {
-    m_error = errors.text();
+short ConsentList::failed(const QString &reason) {
+    m_error = reason;
     return -1;
 }
 
 short ConsentList::read(Recordset &rows) {
-    const ErrorsSince errors(m_db);
-    if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, listSql(m_environment.branch, m_read)) != 0)
-        return failed(errors);
+    Result<Recordset> found = readRows(m_db, listSql(m_environment.branch, m_read));
+    if (!found)
+        return failed(found.reason());
+    rows = std::move(*found);
     return 0;
 }
 
@@ -74,10 +74,8 @@ short ConsentList::iReadLetters(size_t most) {
     for (const int record : records)
         keys.push_back(m_model.records().key(record));
     const Result<GivenConsents> consents = readGivenConsents(m_db, m_environment.branch, keys);
-    if (!consents) {
-        m_error = consents.reason();
-        return -1;
-    }
+    if (!consents)
+        return failed(consents.reason());
     m_model.setLetters(records, *consents);
     return 0;
 }
@@ -110,16 +108,15 @@ SaveOutcome ConsentList::save() {
 }
 
 short ConsentList::iJumpTo(qint32 patient, ListFilter &filter, QString *warning) {
-    const ErrorsSince errors(m_db);
-    Recordset rows;
-    if (m_db.iConnect() != 0 || m_db.iOpenRecSet(rows, patientJumpSql(m_environment.branch, patient)) != 0)
-        return failed(errors);
-    if (rows.rowCount() == 0) {
+    const Result<Recordset> rows = readRows(m_db, patientJumpSql(m_environment.branch, patient));
+    if (!rows)
+        return failed(rows.reason());
+    if (rows->rowCount() == 0) {
         *warning = u"該当する利用者データがありません。"_s;
         return 0;
     }
-    const QDate first = rows.date(0, rows.column(u"tDouiKaryoE1"));
-    const QDate second = rows.date(0, rows.column(u"tDouiKaryoE2"));
+    const QDate first = rows->date(0, rows->column(u"tDouiKaryoE1"));
+    const QDate second = rows->date(0, rows->column(u"tDouiKaryoE2"));
     const QDate end = !first.isValid() ? second : !second.isValid() ? first : qMax(first, second);
     if (!end.isValid()) {
         *warning = u"該当する利用者には要加療期間の入力がないため表示できません。"_s;

@@ -7,7 +7,6 @@
 #include <QString>
 #include <QStringList>
 
-class ErrorsSince;
 class cT_ADODB;
 
 /// What came of saving the edits.
@@ -57,7 +56,7 @@ public:
 private:
     short read(Recordset &rows);
     ListContext context() const;
-    short failed(const ErrorsSince &errors);
+    short failed(const QString &reason);
 
     const Environment &m_environment;
     cT_ADODB &m_db;
