@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list.h"
+#include "app/base/environment.h"
 
 #include <QDialog>
 #include <memory>
@@ -9,13 +9,14 @@
 class ListCommandBar;
 class ListFilterPanel;
 class ListGrid;
+class ListWork;
 class PaintedListModel;
 class QLabel;
 class QProgressBar;
 class QTimer;
+class cT_ADODB;
 struct Environment;
 struct ListCommand;
-struct ListLink;
 struct ListOpening;
 
 /// The consent management list. Created, initialised by iInit and shown modally by exec().
@@ -42,40 +43,19 @@ private:
     void pressButton();
     void showState();
 
-    bool search();
-    void searchAsked() { search(); }
-    void clearFilter();
-    QString takeMethods();
-    void readLinks();
+    ListWork &work();
     void readColumns();
-    void reread();
-    bool save();
-    void saveAsked();
-    bool maySwitch();
-    void tickAll(ListColumn column);
-    void tickAllTargets() { tickAll(ListColumn::Target); }
-    void tickAllReceived() { tickAll(ListColumn::Received); }
-    void chooseOrder();
     void chooseColumns();
-    void chooseStaff();
-    void jumpTo(qint32 patient);
-    void renew();
     void saveCsv();
     void printList();
-    QString countsText() const;
     void startSeal();
     void showHelp();
     void showVersion();
     void openScreen(bool (*opener)(const ListOpening &));
-    void toggleLink(const ListCommand &command, const ListLink &link);
     void readLettersLater();
     bool readAllLetters();
-
     void sayNoDate();
     bool settleCell();
-    void tellDropped(const QStringList &rows);
-    void showRow(int record, ListColumn column);
-    void failDb(const QString &reason);
 
     Environment &m_environment;
     cT_ADODB *m_db = nullptr;

@@ -1,6 +1,7 @@
 #include "consent/screens/list_commands.h"
 
 #include "consent/screens/consent_list_form.h"
+#include "consent/screens/list_work.h"
 
 #include <array>
 
@@ -23,21 +24,21 @@ std::span<const ListCommand> listCommands() {
                     u"選択した利用者の同意履歴を開きます。記録の削除と履歴の印刷ができます"_s, Consent, Row,
                     openHistory},
         ListCommand{u""_s, u"mnF04"_s, u"検索"_s, u"F4"_s, u"条件に合う同意を検索します"_s, Consent, Nothing,
-                    &Form::searchAsked},
+                    &ListWork::searchAsked},
         ListCommand{u"cmdUpdate"_s, u""_s, u"再読込"_s, u"Shift+F4"_s,
                     u"変更中の内容を残したまま、最新のデータを読み直します"_s, Consent, Nothing,
-                    &Form::reread},
+                    &ListWork::reread},
         ListCommand{u"cmdSave"_s, u"mnF05"_s, u"保存"_s, u"F5"_s, u"変更した行を保存します"_s, Consent,
-                    NewestView, &Form::saveAsked},
+                    NewestView, &ListWork::saveAsked},
         ListCommand{u"cmdGet"_s, u"mnF06"_s, u"同意更新"_s, u"F6"_s,
                     u"受領にチェックした行の同意を、再同意日と次回の要加療期間で更新します"_s, Consent,
-                    NewestView, &Form::renew},
+                    NewestView, &ListWork::renew},
         ListCommand{u"cmdAllCheck"_s, u""_s, u"対象 全選択"_s, u"F7"_s,
                     u"表示中の行の「対象」をすべて付けます。すべて付いているときは外します"_s, Consent,
-                    Nothing, &Form::tickAllTargets},
+                    Nothing, &ListWork::tickAllTargets},
         ListCommand{u"cmdAllCheckGet"_s, u""_s, u"受領 全選択"_s, u"F8"_s,
                     u"表示中の行の「受領」をすべて付けます。すべて付いているときは外します"_s, Consent,
-                    NewestView, &Form::tickAllReceived},
+                    NewestView, &ListWork::tickAllReceived},
         ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
                     u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, NewestRow,
                     openRemark},
@@ -45,7 +46,7 @@ std::span<const ListCommand> listCommands() {
                     u"選択した変形徒手の行の期間を新しくし、依頼と受領の印を消します"_s, Consent, NewestRow,
                     restartDeformity},
         ListCommand{u"cmdDspOrder"_s, u""_s, u"並び順"_s, u"F9"_s, u"一覧と利用者の並び順を選びます"_s,
-                    Settings, Nothing, &Form::chooseOrder},
+                    Settings, Nothing, &ListWork::chooseOrder},
         ListCommand{u"cmdIrai"_s, u""_s, u"同意依頼"_s, u"Ctrl+I"_s,
                     u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, NewestView,
                     openRequests},
@@ -104,7 +105,7 @@ std::span<const ListCommand> listCommands() {
                     &Form::chooseColumns},
         ListCommand{u""_s, u"mnTantouExtra"_s, u"施術者で絞り込み"_s, u"Ctrl+Shift+T"_s,
                     u"何人かの施術者の利用者だけを、選んだ順に表示します"_s, Settings, Nothing,
-                    &Form::chooseStaff},
+                    &ListWork::chooseStaff},
         ListCommand{u""_s, u"mnRyoukin"_s, u"料金"_s, u"Ctrl+Shift+R"_s,
                     u"年月ごとの療養費の単価を表示し、距離から往療料を調べ、往療費の区分を編集します"_s,
                     Settings, Nothing, openFees},

@@ -7,6 +7,7 @@
 #include <span>
 #include <variant>
 
+class ListWork;
 class frm同意書管理;
 
 /// A link option of the list: where it is kept and what it changes.
@@ -28,6 +29,7 @@ struct ListCommand {
         NotBuilt
     };
     using Work = void (frm同意書管理::*)();
+    using OnList = void (ListWork::*)();
 
     QString button; ///< objectName of the button; empty: menu only
     QString action; ///< objectName of the menu entry; empty: no entry of its own
@@ -36,7 +38,7 @@ struct ListCommand {
     QString hint;
     Menu menu;
     Needs needs;
-    std::variant<std::monostate, Work, OpenScreen, ListLink> does{};
+    std::variant<std::monostate, Work, OnList, OpenScreen, ListLink> does{};
 
     /// The button's name, or the menu entry's where there is no button.
     const QString &name() const { return button.isEmpty() ? action : button; }

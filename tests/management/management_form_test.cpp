@@ -1,6 +1,7 @@
 // Ledgers, envelopes and letters by their screens: from the rows of a list, and from the masters.
 
 #include "app/base/codepage932.h"
+#include "consent/rows/list_columns.h"
 #include "consent/screens/consent_list_form.h"
 #include "print/consent_form/consent_print_form.h"
 #include "print/ledger/ledger.h"

@@ -1,0 +1,292 @@
+#include "consent/screens/list_work.h"
+
+#include "app/base/clock.h"
+#include "app/base/messages.h"
+#include "app/base/settings.h"
+#include "consent/list/list_filter_panel.h"
+#include "consent/list/list_grid.h"
+#include "consent/list/list_order_form.h"
+#include "consent/list/list_renewal.h"
+#include "consent/list/list_renewal_form.h"
+#include "consent/screens/list_command_bar.h"
+#include "consent/settings/staff_filter_form.h"
+#include "db/adodb.h"
+
+#include <QAction>
+#include <QWidget>
+
+using namespace Qt::Literals::StringLiterals;
+
+ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &window)
+    : m_environment(environment),
+      m_db(db),
+      m_window(window.window),
+      m_model(window.model),
+      m_panel(window.panel),
+      m_grid(window.grid),
+      m_commands(window.commands),
+      m_progress(window.progress),
+      m_advisor(environment.folders, environment.branch, db),
+      m_list(environment, db, *window.model, m_advisor) {}
+
+bool ListWork::begin() {
+    const Settings settings(m_environment.folders);
+    ListFilter &filter = m_list.filter();
+    filter.order = listOrderOf(settings.number(Setting::一覧並び順));
+    filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
+    readLinks();
+    m_panel->clear(filter.from, filter.to);
+    return m_list.iSearch() == 0;
+}
+
+void ListWork::readMethods(const QString &where) {
+    const Result<RequestMethods> methods = readRequestMethods(m_environment.folders);
+    if (methods) {
+        m_list.setMethods(*methods);
+        m_grid->setMethods(*methods);
+    } else {
+        m_environment.messages.failIn(methods.reason(), where);
+    }
+}
+
+// What cannot be read is told once, until it could be read again.
+void ListWork::readLinks() {
+    const Settings settings(m_environment.folders);
+    LinkOptions &links = m_advisor.links;
+    const Result<> read = settings.readable(Setting::祝日考慮);
+    if (!read && links.unread.isEmpty())
+        m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
+    links.unread = read.reason();
+    for (const ListCommand &command : listCommands())
+        if (const auto *link = std::get_if<ListLink>(&command.does)) {
+            links.*link->flag = settings.isOn(link->setting);
+            m_commands->action(command)->setChecked(links.*link->flag);
+        }
+}
+
+void ListWork::toggleLink(const ListCommand &command, const ListLink &link) {
+    QAction *entry = m_commands->action(command);
+    const bool on = entry->isChecked();
+    Settings settings(m_environment.folders);
+    if (settings.iSwitch(link.setting, on) == 0) {
+        m_advisor.links.*link.flag = on;
+        if (!m_advisor.links.unread.isEmpty())
+            readLinks();
+        return;
+    }
+    m_environment.messages.failIn(settings.sErrMsg(), command.name() + u"_Click()でエラー"_s);
+    entry->setChecked(!on);
+}
+
+bool ListWork::search() {
+    ListFilter filter = m_list.filter();
+    if (!m_panel->read(filter))
+        return false;
+    if (const QString why = whyRangeIsWrong(filter); !why.isEmpty()) {
+        m_environment.messages.warn(why);
+        m_panel->focusRange();
+        return false;
+    }
+    if (!maySwitch())
+        return false;
+    m_list.filter() = filter;
+    bool read = false;
+    m_grid->keepPlace([&] { read = m_list.iSearch() == 0; });
+    if (!read) {
+        failDb(m_list.sErrMsg());
+        return false;
+    }
+    m_commands->showView(filter.view == ListView::Newest);
+    m_grid->setFocus();
+    return true;
+}
+
+void ListWork::clearFilter() {
+    if (!maySwitch())
+        return;
+    ListFilter fresh;
+    fresh.setDefaultRange(m_environment.clock.today());
+    m_panel->clear(fresh.from, fresh.to);
+    search();
+}
+
+// A jump that does not happen leaves range and patient as they were.
+void ListWork::jumpTo(qint32 patient) {
+    if (patient == 0)
+        return;
+    QString warning;
+    ListFilter before = m_list.filter();
+    m_panel->readRange(before.from, before.to);
+    ListFilter filter = before;
+    if (m_list.iJumpTo(patient, filter, &warning) != 0) {
+        failDb(m_list.sErrMsg());
+        m_panel->takeBackPatient();
+        return;
+    }
+    if (!warning.isEmpty()) {
+        m_environment.messages.warn(warning);
+        m_panel->takeBackPatient();
+        return;
+    }
+    m_panel->setRange(filter.from, filter.to);
+    if (search())
+        return;
+    m_panel->setRange(before.from, before.to);
+    m_panel->takeBackPatient();
+}
+
+// The rows that are shown come in the order chosen, whatever stands in the filter's controls by now.
+void ListWork::chooseOrder() {
+    const ListFilter &shown = m_list.readFilter();
+    ListOrderForm form(shown.order, shown.patientOrder, m_window);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    if (form.order() != shown.order || form.patientOrder() != shown.patientOrder) {
+        QStringList dropped;
+        bool read = false;
+        m_grid->keepPlace([&] { read = m_list.iReorder(form.order(), form.patientOrder(), &dropped) == 0; });
+        if (!read) {
+            failDb(m_list.sErrMsg());
+            return;
+        }
+        tellDropped(dropped);
+        Settings settings(m_environment.folders);
+        if (settings.iWrite(Setting::一覧並び順, int(form.order())) != 0 ||
+            settings.iWrite(Setting::利用者並び順, int(form.patientOrder())) != 0)
+            m_environment.messages.failIn(settings.sErrMsg(), u"cmdDspOrder_Click()でエラー");
+    }
+    m_grid->sortByColumn(-1, Qt::AscendingOrder);
+}
+
+// A search that does not happen leaves the practitioners as they were.
+void ListWork::chooseStaff() {
+    const std::vector<CodeName> before = m_panel->staff();
+    const bool inOrder = m_panel->staffInOrder();
+    frmTantouExtra form(m_environment, m_db, m_window);
+    form.iControlInit(before, inOrder);
+    if (form.exec() != QDialog::Accepted)
+        return;
+    m_panel->setStaff(form.staff(), form.inOrder());
+    if (!search())
+        m_panel->setStaff(before, inOrder);
+}
+
+void ListWork::reread() {
+    // Methods that cannot be read now stay as they are.
+    readMethods(u"dataLoadRiyousha()でエラー"_s);
+    if (!m_advisor.links.unread.isEmpty())
+        readLinks();
+    QStringList dropped;
+    bool read = false;
+    m_grid->keepPlace([&] { read = m_list.iReread(&dropped) == 0; });
+    if (!read)
+        failDb(m_list.sErrMsg());
+    tellDropped(dropped);
+}
+
+void ListWork::tellDropped(const QStringList &rows) {
+    if (!rows.isEmpty())
+        m_environment.messages.warn(
+            u"次の行は他の端末で変更されたため、最新の内容に置き換えました。必要な変更を入力しなおしてください。\r\n\r\n"_s +
+            rows.join(u"\r\n"));
+}
+
+bool ListWork::save() {
+    SaveOutcome outcome;
+    m_grid->keepPlace([&] { outcome = m_list.save(); });
+    switch (outcome.kind) {
+    case SaveOutcome::Saved:
+        if (!outcome.text.isEmpty())
+            failDb(u"保存しました。ただし、一覧を読み直せませんでした。再読込（Shift+F4）をしてください。"_s +
+                   outcome.text);
+        return true;
+    case SaveOutcome::Wrong:
+        m_environment.messages.warn(outcome.text);
+        showRow(outcome.record, ListColumn::NextEnd);
+        return false;
+    case SaveOutcome::Failed:
+        failDb(outcome.text);
+        return false;
+    case SaveOutcome::Conflict:
+        break;
+    }
+    if (m_environment.messages.ask(
+            u"次の行は、読み込んだ後に他の端末で変更されたため、保存できませんでした。"
+            "何も保存されていません。\r\n\r\n"_s +
+            outcome.rows.join(u"\r\n") +
+            u"\r\n\r\n他の変更を残したまま、最新の内容を読み直します。よろしいですか？"_s))
+        reread();
+    return false;
+}
+
+// A row that is narrowed away is shown again, and so is a hidden column: it is to be mended.
+void ListWork::showRow(int record, ListColumn column) {
+    m_grid->setColumnHidden(int(column), false);
+    if (m_model->rowOfRecord(record) < 0)
+        m_panel->clearNarrowing();
+    m_grid->goTo(m_model->rowOfRecord(record), int(column));
+}
+
+void ListWork::saveAsked() {
+    if (!m_model->hasChanges()) {
+        m_environment.messages.inform(u"変更された行はありません。"_s);
+        return;
+    }
+    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s))
+        save();
+}
+
+// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
+bool ListWork::maySwitch() {
+    if (!m_model->hasChanges())
+        return true;
+    const Answer answer = m_environment.messages.askToSave();
+    if (answer == Answer::No)
+        m_model->dropChanges();
+    return answer == Answer::No || (answer == Answer::Yes && save());
+}
+
+void ListWork::renew() {
+    const std::vector<ConsentRowKey> targets = m_model->targetKeys();
+    const std::optional<QList<RenewalResult>> results =
+        renewReceived({m_environment, m_db, *m_model, m_list.readFilter().from, [this] { return save(); },
+                       *m_progress, m_window});
+    if (!results)
+        return;
+    reread();
+    m_model->tickTargets(renewedKeys(*results, targets));
+}
+
+void ListWork::tickAll(ListColumn column) {
+    m_model->tickAll(column, !m_model->allTicked(column));
+}
+
+QString ListWork::countsText() const {
+    const int shown = m_model->rowCount();
+    const int all = m_model->records().count();
+    const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
+    return u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
+        .arg(m_model->targetRecords().size())
+        .arg(m_model->receivedRecords().size());
+}
+
+bool ListWork::readSomeLetters() {
+    constexpr size_t block = 500;
+    if (m_model->recordsWithoutLetter(1).empty())
+        return false;
+    if (m_list.iReadLetters(block) == 0)
+        return true;
+    failDb(u"同意依頼書種別を読み込めませんでした。再読込（Shift+F4）をしてください。"_s + m_list.sErrMsg());
+    return false;
+}
+
+bool ListWork::readAllLetters() {
+    if (m_list.iReadLetters(size_t(m_model->records().count())) == 0)
+        return true;
+    failDb(m_list.sErrMsg());
+    return false;
+}
+
+void ListWork::failDb(const QString &reason) {
+    m_environment.messages.fail(reason, u"DB-error"_s);
+}

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "consent/list/list.h"
+#include "consent/rules/list_advisor.h"
+
+class ListCommandBar;
+class ListFilterPanel;
+class ListGrid;
+class PaintedListModel;
+class QProgressBar;
+class QWidget;
+struct ListCommand;
+struct ListLink;
+
+/// The controls of the list's window that its work reads and fills.
+struct ListWindow {
+    QWidget *window; ///< parent of what is asked
+    PaintedListModel *model;
+    ListFilterPanel *panel;
+    ListGrid *grid;
+    ListCommandBar *commands;
+    QProgressBar *progress;
+};
+
+/// The list's everyday work: its rows follow the filter's controls, its edits reach the database. Asks and
+/// tells the user what that takes. Every member that gives a bool gives false when nothing was done; the user
+/// knows why then.
+class ListWork {
+public:
+    /// The arguments must outlive the work.
+    ListWork(Environment &environment, cT_ADODB &db, const ListWindow &window);
+
+    /// Reads the settings and the first rows. False with sErrMsg().
+    bool begin();
+    const QString &sErrMsg() const { return m_list.sErrMsg(); }
+    const ListFilter &readFilter() const { return m_list.readFilter(); }
+
+    /// @name Rows
+    ///@{
+    void searchAsked() { search(); }
+    void clearFilter();
+    /// Shows a patient whose period may end outside the range.
+    void jumpTo(qint32 patient);
+    void chooseOrder();
+    void chooseStaff();
+    /// Reads the rows again and keeps the edits.
+    void reread();
+    ///@}
+
+    /// @name Edits
+    ///@{
+    void saveAsked();
+    /// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
+    bool maySwitch();
+    void renew();
+    void tickAllTargets() { tickAll(ListColumn::Target); }
+    void tickAllReceived() { tickAll(ListColumn::Received); }
+    ///@}
+
+    /// @name The letters' kinds, reckoned while the user looks at the rows
+    ///@{
+    /// The next few. False when none are left, or they cannot be read.
+    bool readSomeLetters();
+    bool readAllLetters();
+    ///@}
+
+    /// @param where the operation that a failure names
+    void readMethods(const QString &where);
+    void toggleLink(const ListCommand &command, const ListLink &link);
+
+    /// Rows shown, ticked 対象 and ticked 受領, in words.
+    QString countsText() const;
+    /// Tells that the database refused.
+    void failDb(const QString &reason);
+
+private:
+    bool search();
+    bool save();
+    void readLinks();
+    void tickAll(ListColumn column);
+    void tellDropped(const QStringList &rows);
+    void showRow(int record, ListColumn column);
+
+    Environment &m_environment;
+    cT_ADODB &m_db;
+    QWidget *m_window;
+    PaintedListModel *m_model;
+    ListFilterPanel *m_panel;
+    ListGrid *m_grid;
+    ListCommandBar *m_commands;
+    QProgressBar *m_progress;
+    ListAdvisor m_advisor;
+    ConsentList m_list;
+};
