@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/branch.h"
+#include "app/base/result.h"
 
 #include <optional>
 
@@ -8,6 +9,5 @@ class cT_ADODB;
 
 /// Reads the first branch in use, lowest code first. Offices with sub-number 0 are head entries, not
 /// branches.
-/// @param branch empty when no branch is in use
-/// @return 0, or −1 with the reason in the connection's sErrMsg
-short iReadFirstUsedBranch(cT_ADODB &db, std::optional<Branch> &branch);
+/// @return nothing when no branch is in use
+Result<std::optional<Branch>> readFirstUsedBranch(cT_ADODB &db);

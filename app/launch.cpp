@@ -74,13 +74,13 @@ bool Launch::findBranch(cT_ADODB &db) {
         return codeOk && numberOk;
     }
 
-    std::optional<Branch> first;
-    if (iReadFirstUsedBranch(db, first) != 0)
-        failStart(db.sErrMsg());
-    else if (!first)
+    const Result<std::optional<Branch>> first = readFirstUsedBranch(db);
+    if (!first)
+        failStart(first.reason());
+    else if (!*first)
         failStart(u"使用中の拠点がKYOTENに登録されていません。"_s);
-    m_environment.branch = first.value_or(Branch{});
-    return first.has_value();
+    m_environment.branch = first ? first->value_or(Branch{}) : Branch{};
+    return first && first->has_value();
 }
 
 int Launch::serveConsentList(cT_ADODB &db) {

@@ -66,13 +66,11 @@ QString lockSql(const Branch &office) {
 Result<Recordset> readInForce(const QString &connectionString, QStringView table, const QString &month,
                               QStringView order) {
     cT_ADODB db;
-    Recordset rows;
+    db.iInit(connectionString);
     const QString sql = u"SELECT * FROM "_s + table.toString() + u" WHERE "_s + monthOf(u"cStartDate") +
                         u" <=   "_s + sqlText(month) + u" AND "_s + monthOf(u"cEndDate") + u" >=   "_s +
                         sqlText(month) + u" ORDER BY "_s + order.toString();
-    if (db.iInit(connectionString) != 0 || db.iConnect() != 0 || db.iOpenRecSet(rows, sql) != 0)
-        return Failure{db.sErrMsg()};
-    return rows;
+    return readRows(db, sql);
 }
 
 bool sameBands(const Bands &a, const Bands &b) {
@@ -81,11 +79,9 @@ bool sameBands(const Bands &a, const Bands &b) {
 
 Result<Bands> readBands(cT_ADODB &db, const Branch &office) {
     const ErrorsSince errors(db);
-    if (db.iConnect() != 0)
-        return Failure{errors.text()};
     cT_往療費区分 table;
     table.iInit(db, office);
-    if (table.iDataReadGrid() != 0)
+    if (db.iConnect() != 0 || table.iDataReadGrid() != 0)
         return Failure{errors.text()};
     return table.records();
 }

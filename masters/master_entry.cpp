@@ -38,8 +38,6 @@ MasterEntry::MasterEntry(const MasterDescription &description, cT_ADODB &db)
     : m_description(description), m_db(db), m_store(makeMasterStore(description.kind, db)) {}
 
 Result<> MasterEntry::openNew() {
-    if (m_db.iConnect() != 0)
-        return Failure{m_db.sErrMsg()};
     const Result<qint64> highest = m_store->highestCode();
     if (!highest)
         return Failure{highest.reason()};
@@ -50,8 +48,6 @@ Result<> MasterEntry::openNew() {
 }
 
 Result<> MasterEntry::open(const QString &code) {
-    if (m_db.iConnect() != 0)
-        return Failure{m_db.sErrMsg()};
     const Result<std::optional<MasterValues>> row = m_store->read(code);
     if (!row)
         return Failure{m_description.unreadable + u"\r\n"_s + row.reason()};

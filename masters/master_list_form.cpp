@@ -5,7 +5,6 @@
 #include "app/base/messages.h"
 #include "app/base/processes.h"
 #include "app/base/settings.h"
-#include "db/adodb.h"
 #include "export/save_grid.h"
 #include "masters/master_entry.h"
 #include "masters/master_query.h"

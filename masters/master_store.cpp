@@ -88,7 +88,7 @@ public:
     Result<std::optional<MasterValues>> read(const QString &code) override {
         const R key = recordOf<R>({{keyColumn(), code}});
         const ErrorsSince errors(m_db);
-        if (m_table.iDataRead(&key) != 0)
+        if (m_db.iConnect() != 0 || m_table.iDataRead(&key) != 0)
             return failure(errors);
         std::optional<MasterValues> values;
         if (!m_table.records().empty())
@@ -99,7 +99,8 @@ public:
     Result<qint64> highestCode() override {
         const ErrorsSince errors(m_db);
         decltype(highest(&T::iGetMaxIDNo)) code = 0;
-        return m_table.iGetMaxIDNo(code) == 0 ? Result<qint64>(code) : failure(errors);
+        return m_db.iConnect() == 0 && m_table.iGetMaxIDNo(code) == 0 ? Result<qint64>(code)
+                                                                      : failure(errors);
     }
 
     Result<> insert(const MasterValues &values) override {
@@ -121,11 +122,10 @@ public:
     }
 
     Result<MasterUses> uses(const QString &code) override {
-        const ErrorsSince errors(m_db);
-        Recordset rows;
-        if (m_db.iOpenRecSet(rows, masterUsesSql(kind, code)) != 0)
-            return failure(errors);
-        return MasterUses{int(rows.number(0, 0)), int(rows.number(0, 1)), int(rows.number(0, 2))};
+        const Result<Recordset> rows = readRows(m_db, masterUsesSql(kind, code));
+        if (!rows)
+            return Failure{rows.reason().trimmed()};
+        return MasterUses{int(rows->number(0, 0)), int(rows->number(0, 1)), int(rows->number(0, 2))};
     }
 
     Result<> copy(const MasterValues &before, const MasterValues &now) override {

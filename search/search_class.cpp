@@ -54,17 +54,16 @@ CodeSearch codeSearch(SearchClass &search, Messages &messages) {
 
 Result<> connectForSearch(cT_ADODB &db) {
     const ErrorsSince errors(db);
-    if (db.isConnected() || db.iConnect() == 0)
+    if (db.iConnect() == 0)
         return {};
     const QString reason = errors.text().trimmed();
     return reason.isEmpty() ? Failure{noConnection} : labelled(reason, u"iInit() でエラー");
 }
 
 Result<Recordset> readForSearch(cT_ADODB &db, const QString &sql, QStringView label) {
-    const ErrorsSince errors(db);
-    Recordset rows;
-    if ((db.isConnected() || db.iConnect() == 0) && db.iOpenRecSet(rows, sql, adOpenForwardOnly) == 0)
+    Result<Recordset> rows = readRows(db, sql);
+    if (rows)
         return rows;
-    const QString reason = errors.text().trimmed();
+    const QString reason = rows.reason().trimmed();
     return labelled(reason.isEmpty() ? noConnection : reason, label);
 }

@@ -5,7 +5,6 @@
 #include "consent/entry/entry_query.h"
 #include "consent/record/entry_save.h"
 #include "consent/rules/period_text.h"
-#include "db/adodb.h"
 
 #include <algorithm>
 
@@ -48,11 +47,9 @@ short ConsentEntry::iNew(const PatientKey &patient) {
 }
 
 short ConsentEntry::iBegin(const PatientKey &patient) {
-    const ErrorsSince errors(m_db);
-    m_db.iConnect();
     const Result<std::optional<EntryPatient>> read = readEntryPatient(m_db, patient);
     if (!read)
-        return fail(u"対象データが取得できませんでした。\r\n"_s + errors.text());
+        return fail(u"対象データが取得できませんでした。\r\n"_s + read.reason());
     if (!*read)
         return fail(u"該当する利用者データがありません。"_s);
     m_patient = **read;

@@ -6,20 +6,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-Result<Recordset> opened(cT_ADODB &db, const QString &sql) {
-    const ErrorsSince errors(db);
-    Recordset rows;
-    if (db.iOpenRecSet(rows, sql) != 0)
-        return Failure{errors.text()};
-    return rows;
-}
-
-} // namespace
-
 Result<std::optional<EntryPatient>> readEntryPatient(cT_ADODB &db, const PatientKey &key) {
-    const Result<Recordset> rows = opened(
+    const Result<Recordset> rows = readRows(
         db, u"SELECT cName, iSejutsuKubun, tExpireDay FROM RIYOUSHA WHERE "_s + sqlWhere(key, u"RIYOUSHA"));
     if (!rows)
         return Failure{rows.reason()};
@@ -30,9 +18,9 @@ Result<std::optional<EntryPatient>> readEntryPatient(cT_ADODB &db, const Patient
 
 Result<std::optional<DoctorData>> readDoctorData(cT_ADODB &db, const QString &code) {
     const Result<Recordset> rows =
-        opened(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, SISETSU.cShamei1, DOCTOR.cKikan FROM DOCTOR"
-                   " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDno = "_s +
-                       sqlText(code));
+        readRows(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, SISETSU.cShamei1, DOCTOR.cKikan FROM DOCTOR"
+                     " LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode WHERE DOCTOR.cIDno = "_s +
+                         sqlText(code));
     if (!rows)
         return Failure{rows.reason()};
     if (rows->rowCount() == 0)
@@ -43,8 +31,8 @@ Result<std::optional<DoctorData>> readDoctorData(cT_ADODB &db, const QString &co
 
 Result<QString> readDefaultDiagnosis(cT_ADODB &db, const EntryPatient &patient) {
     const QString column = patient.acupuncture ? u"cDouiByoumei2_Def"_s : u"cDouiByoumei1_Def"_s;
-    const Result<Recordset> rows = opened(db, u"SELECT "_s + column + u" FROM CORP_SUB WHERE "_s +
-                                                  sqlWhere(patient.key.branch(), u"CORP_SUB"));
+    const Result<Recordset> rows = readRows(db, u"SELECT "_s + column + u" FROM CORP_SUB WHERE "_s +
+                                                    sqlWhere(patient.key.branch(), u"CORP_SUB"));
     if (!rows)
         return Failure{rows.reason()};
     return rows->rowCount() > 0 ? rows->text(0, 0) : QString();

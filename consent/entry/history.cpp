@@ -1,7 +1,6 @@
 #include "consent/entry/history.h"
 
 #include "consent/record/entry_save.h"
-#include "db/adodb.h"
 
 #include <algorithm>
 
@@ -12,11 +11,9 @@ short ConsentHistory::iRead(const PatientKey &patient) {
         m_error = reason + u"\r\niDouiRecordDisp() でエラー"_s;
         return short(-1);
     };
-    const ErrorsSince errors(m_db);
-    m_db.iConnect();
     const Result<std::optional<EntryPatient>> read = readEntryPatient(m_db, patient);
     if (!read)
-        return failed(errors.text());
+        return failed(read.reason());
     if (!*read) {
         m_error = u"該当する利用者データがありません。"_s;
         return -1;

@@ -77,7 +77,7 @@ Result<std::vector<ConsentDraft>> readConsents(cT_ADODB &db, const PatientKey &p
     const ErrorsSince errors(db);
     cT_RIYOUSHA_DOUI_REC table;
     table.iInit(db);
-    if (table.iDataReadGrid(patient) != 0)
+    if (db.iConnect() != 0 || table.iDataReadGrid(patient) != 0)
         return Failure{errors.text()};
     return table.records();
 }

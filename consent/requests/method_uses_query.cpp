@@ -4,14 +4,14 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-short readMethodUses(cT_ADODB &db, MethodUses &uses) {
-    Recordset rows;
-    if (db.iConnect() != 0 ||
-        db.iOpenRecSet(rows, u"SELECT iDouiIraiType, COUNT(*) AS nRows FROM RIYOUSHA_DOUI_REC"
-                             " WHERE iDouiIraiType > 0 GROUP BY iDouiIraiType"_s) != 0)
-        return -1;
-    uses.clear();
-    for (int row = 0; row < rows.rowCount(); ++row)
-        uses.insert(int(rows.number(row, 0)), int(rows.number(row, 1)));
-    return 0;
+Result<MethodUses> readMethodUses(cT_ADODB &db) {
+    const Result<Recordset> rows =
+        readRows(db, u"SELECT iDouiIraiType, COUNT(*) AS nRows FROM RIYOUSHA_DOUI_REC"
+                     " WHERE iDouiIraiType > 0 GROUP BY iDouiIraiType"_s);
+    if (!rows)
+        return Failure{rows.reason()};
+    MethodUses uses;
+    for (int row = 0; row < rows->rowCount(); ++row)
+        uses.insert(int(rows->number(row, 0)), int(rows->number(row, 1)));
+    return uses;
 }

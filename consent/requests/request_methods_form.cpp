@@ -7,7 +7,6 @@
 #include "app/base/request_methods.h"
 #include "consent/record/grid_save.h"
 #include "consent/requests/method_uses_query.h"
-#include "db/adodb.h"
 #include "export/save_grid.h"
 #include "widgets/tick_delegate.h"
 
@@ -70,15 +69,14 @@ short RequestMethodsForm::iInit(const std::optional<MethodsRow> &row, const QStr
         m_error = methods.reason();
         return -1;
     }
-    const ErrorsSince errors(m_db);
-    MethodUses uses;
-    if (readMethodUses(m_db, uses) != 0) {
-        m_error = errors.text();
+    const Result<MethodUses> uses = readMethodUses(m_db);
+    if (!uses) {
+        m_error = uses.reason();
         return -1;
     }
     m_read = methods->texts;
     m_row = row;
-    m_model->load({methods->texts, uses}, row ? ownMethodsOf(row->row.values.ownRequest) : QStringList(),
+    m_model->load({methods->texts, *uses}, row ? ownMethodsOf(row->row.values.ownRequest) : QStringList(),
                   row.has_value());
     m_ui->txtTgtRow->setText(row ? row->who : noRow);
     m_ui->lblTrouble->setText(methods->oddities.join(u'\n'));
@@ -189,13 +187,12 @@ bool RequestMethodsForm::regist() {
 
 bool RequestMethodsForm::writeList() {
     Messages &messages = m_environment.messages;
-    const ErrorsSince errors(m_db);
-    MethodUses uses;
-    if (readMethodUses(m_db, uses) != 0) {
-        messages.fail(errors.text(), u"DB-error"_s);
+    const Result<MethodUses> uses = readMethodUses(m_db);
+    if (!uses) {
+        messages.fail(uses.reason(), u"DB-error"_s);
         return false;
     }
-    if (const QStringList meanings = m_model->list().newMeanings(uses);
+    if (const QStringList meanings = m_model->list().newMeanings(*uses);
         !meanings.isEmpty() &&
         !messages.ask(
             u"使用中の番号の意味が変わります。その番号を使っている行の依頼方法も変わります。\r\n\r\n"_s +

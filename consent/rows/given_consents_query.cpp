@@ -14,21 +14,19 @@ constexpr qsizetype block = 300; // patients a statement
 
 Result<> readBlock(cT_ADODB &db, const Branch &branch, const QStringList &patients,
                    std::vector<GivenConsent> &consents) {
-    const ErrorsSince errors(db);
-    Recordset found;
-    if (db.iConnect() != 0 ||
-        db.iOpenRecSet(found, u"SELECT nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, cIsiCd"
-                              " FROM RIYOUSHA_DOUI_REC WHERE "_s +
-                                  sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND nIDNo IN ("_s +
-                                  patients.join(u',') + u")"_s) != 0)
-        return Failure{errors.text()};
-    for (int row = 0; row < found.rowCount(); ++row)
-        consents.push_back({{{branch.iKyotenCd, branch.iKyotenEb, qint32(found.number(row, 0))},
-                             qint32(found.number(row, 1)),
-                             short(found.number(row, 2)),
-                             qint32(found.number(row, 3))},
-                            found.date(row, 4),
-                            found.text(row, 5)});
+    const Result<Recordset> found = readRows(
+        db, u"SELECT nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, cIsiCd"
+            " FROM RIYOUSHA_DOUI_REC WHERE "_s +
+                sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND nIDNo IN ("_s + patients.join(u',') + u")"_s);
+    if (!found)
+        return Failure{found.reason()};
+    for (int row = 0; row < found->rowCount(); ++row)
+        consents.push_back({{{branch.iKyotenCd, branch.iKyotenEb, qint32(found->number(row, 0))},
+                             qint32(found->number(row, 1)),
+                             short(found->number(row, 2)),
+                             qint32(found->number(row, 3))},
+                            found->date(row, 4),
+                            found->text(row, 5)});
     return {};
 }
 

@@ -13,14 +13,6 @@ namespace {
 /// With more patients than this the whole branch is asked for: servers take long over long lists.
 constexpr size_t mostListed = 300;
 
-Result<Recordset> opened(cT_ADODB &db, const QString &sql) {
-    const ErrorsSince errors(db);
-    Recordset rows;
-    if (db.iOpenRecSet(rows, sql) != 0)
-        return Failure{errors.text()};
-    return rows;
-}
-
 QString ofPatients(const Branch &branch, const std::vector<qint32> &patients) {
     const QString where = sqlWhere(branch, u"DOUIKIROKU");
     if (patients.size() > mostListed)
@@ -46,8 +38,9 @@ QString sqlLatestMonths(const Branch &branch, const std::vector<qint32> &patient
 } // namespace
 
 Result<Holidays> readHolidays(cT_ADODB &db, const Branch &branch) {
-    const Result<Recordset> rows = opened(db, u"SELECT iYear, iMonth, iDay FROM HOLIDAY WHERE "_s +
-                                                  sqlWhere(branch, u"HOLIDAY") + u" and iChkCalendar <> 0"_s);
+    const Result<Recordset> rows =
+        readRows(db, u"SELECT iYear, iMonth, iDay FROM HOLIDAY WHERE "_s + sqlWhere(branch, u"HOLIDAY") +
+                         u" and iChkCalendar <> 0"_s);
     if (!rows)
         return Failure{rows.reason()};
     std::vector<QDate> days;
@@ -62,7 +55,7 @@ Result<QHash<qint32, PeriodSettings>> readPeriodSettings(cT_ADODB &db, const Bra
     QHash<qint32, PeriodSettings> settings;
     if (patients.empty())
         return settings;
-    const Result<Recordset> rows = opened(db, sqlLatestMonths(branch, patients));
+    const Result<Recordset> rows = readRows(db, sqlLatestMonths(branch, patients));
     if (!rows)
         return Failure{rows.reason()};
     for (int row = 0; row < rows->rowCount(); ++row) {
@@ -79,7 +72,7 @@ Result<QHash<qint32, PeriodSettings>> readPeriodSettings(cT_ADODB &db, const Bra
 
 Result<int> readUpdateReferenceDay(cT_ADODB &db, const Branch &branch) {
     const Result<Recordset> rows =
-        opened(db, u"SELECT iDouiUpdatePermitDay FROM CORP_SUB WHERE "_s + sqlWhere(branch, u"CORP_SUB"));
+        readRows(db, u"SELECT iDouiUpdatePermitDay FROM CORP_SUB WHERE "_s + sqlWhere(branch, u"CORP_SUB"));
     if (!rows)
         return Failure{rows.reason()};
     return rows->rowCount() == 0 ? 0 : int(cT_ADODB::iNull(*rows, 0, 0));

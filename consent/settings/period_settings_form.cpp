@@ -7,7 +7,6 @@
 #include "app/base/settings.h"
 #include "consent/settings/period_types_model.h"
 #include "consent/settings/period_types_query.h"
-#include "db/adodb.h"
 #include "export/save_grid.h"
 #include "widgets/tick_delegate.h"
 

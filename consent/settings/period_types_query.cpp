@@ -115,17 +115,16 @@ Result<QStringList> lockAndCompare(cT_ADODB &db, const Branch &branch,
 } // namespace
 
 Result<std::vector<PatientTypes>> readPatientTypes(cT_ADODB &db, const Branch &branch) {
-    const ErrorsSince errors(db);
-    Recordset rows;
-    if (db.iOpenRecSet(rows, sqlPatientTypes(branch)) != 0)
-        return Failure{errors.text()};
+    const Result<Recordset> rows = readRows(db, sqlPatientTypes(branch));
+    if (!rows)
+        return Failure{rows.reason()};
     std::vector<PatientTypes> patients;
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        const auto number = qint32(rows.number(row, 0));
+    for (int row = 0; row < rows->rowCount(); ++row) {
+        const auto number = qint32(rows->number(row, 0));
         if (!patients.empty() && patients.back().nIDNo == number)
             continue;
-        const PeriodTypes types{typeText(rows, row, 2), typeText(rows, row, 3), typeText(rows, row, 4)};
-        patients.push_back({number, rows.text(row, 1), types, types});
+        const PeriodTypes types{typeText(*rows, row, 2), typeText(*rows, row, 3), typeText(*rows, row, 4)};
+        patients.push_back({number, rows->text(row, 1), types, types});
     }
     return patients;
 }

@@ -240,13 +240,12 @@ Result<GatheredForms> gatherConsentForms(cT_ADODB &db, const ConsentFormOptions 
                                          const QDate &today) {
     if (options.rows && options.rows->empty())
         return GatheredForms();
-    const ErrorsSince before(db);
-    Recordset rows;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, consentFormSql(options)) != 0)
-        return Failure{before.text()};
+    Result<Recordset> rows = readRows(db, consentFormSql(options));
+    if (!rows)
+        return Failure{rows.reason()};
     const Result<Masters> masters = readMasters(db, options);
     if (!masters)
         return Failure{masters.reason()};
-    const FormRecords records(std::move(rows));
+    const FormRecords records(std::move(*rows));
     return Gathering(options, *masters, records, today).gather();
 }

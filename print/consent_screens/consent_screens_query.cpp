@@ -81,18 +81,10 @@ Result<> execute(cT_ADODB &db, const QString &sql) {
     return {};
 }
 
-Result<Recordset> select(cT_ADODB &db, const QString &sql) {
-    const ErrorsSince before(db);
-    Recordset rows;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, sql) != 0)
-        return Failure{before.text()};
-    return rows;
-}
-
 } // namespace
 
 Result<PatientConsent> readPatientConsent(cT_ADODB &db, const PatientKey &patient, const QString &doctor) {
-    const Result<Recordset> read = select(db, patientSql(patient, doctor));
+    const Result<Recordset> read = readRows(db, patientSql(patient, doctor));
     if (!read)
         return Failure{read.reason() + u"\r\nreadDouiData()でエラー。"_s};
     const Recordset &rows = *read;
@@ -117,7 +109,7 @@ Result<PatientConsent> readPatientConsent(cT_ADODB &db, const PatientKey &patien
 }
 
 Result<QString> readConsentingDoctor(cT_ADODB &db, const PatientKey &patient) {
-    const Result<Recordset> rows = select(
+    const Result<Recordset> rows = readRows(
         db, u"SELECT CASE WHEN RIYOUSHA_DOUI_REC.nDate IS NULL THEN CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10))"
             " ELSE RIYOUSHA_DOUI_REC.cIsiCd END FROM RIYOUSHA LEFT JOIN RIYOUSHA_DOUI_REC ON "_s +
                 sqlSamePatient(u"RIYOUSHA_DOUI_REC", u"RIYOUSHA") +
@@ -130,8 +122,8 @@ Result<QString> readConsentingDoctor(cT_ADODB &db, const PatientKey &patient) {
 
 Result<std::optional<cD_CORP>> readHeadOffice(cT_ADODB &db, const Branch &branch) {
     const Result<Recordset> rows =
-        select(db, u"SELECT  * "_s + u" FROM CORP "_s + u" WHERE iKyotenCd = "_s +
-                       sqlNumber(branch.iKyotenCd) + u" and iKyotenEb = "_s + sqlNumber(branch.iKyotenEb));
+        readRows(db, u"SELECT  * "_s + u" FROM CORP "_s + u" WHERE iKyotenCd = "_s +
+                         sqlNumber(branch.iKyotenCd) + u" and iKyotenEb = "_s + sqlNumber(branch.iKyotenEb));
     if (!rows)
         return Failure{rows.reason()};
     if (rows->rowCount() == 0)
@@ -149,8 +141,8 @@ Result<std::optional<cD_CORP>> readHeadOffice(cT_ADODB &db, const Branch &branch
 
 Result<QString> readDoctorTelephone(cT_ADODB &db, const QString &doctor) {
     const Result<Recordset> rows =
-        select(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, DOCTOR.cTelNo "_s + u" FROM DOCTOR"_s +
-                       u" WHERE DOCTOR.cIDno = "_s + sqlText(doctor));
+        readRows(db, u"SELECT DOCTOR.cName, DOCTOR.cAddress1, DOCTOR.cTelNo "_s + u" FROM DOCTOR"_s +
+                         u" WHERE DOCTOR.cIDno = "_s + sqlText(doctor));
     if (!rows)
         return Failure{rows.reason()};
     return rows->rowCount() > 0 ? rows->text(0, 2) : QString();

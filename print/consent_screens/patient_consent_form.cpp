@@ -339,8 +339,7 @@ Result<QString> frmDouiSubmain::getDocTelNo() const {
     if (!connection)
         return connection;
     cT_ADODB own;
-    if (own.iInit(*connection) != 0 || own.iConnect() != 0)
-        return Failure{own.sErrMsg() + newLine + label};
+    own.iInit(*connection);
     const Result<QString> telephone = readDoctorTelephone(own, m_doctor);
     return telephone ? telephone : Failure{telephone.reason() + newLine + label};
 }

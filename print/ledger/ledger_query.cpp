@@ -242,11 +242,10 @@ QString ledgerSql(const LedgerOrder &order) {
 Result<Ledger> readLedger(cT_ADODB &db, const LedgerOrder &order) {
     if (patientsOf(order).empty())
         return Ledger();
-    const ErrorsSince errors(db);
-    Recordset rows;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, ledgerSql(order)) != 0)
-        return Failure{errors.text()};
-    Ledger ledger = gather(LedgerRecords(std::move(rows)), order);
+    Result<Recordset> rows = readRows(db, ledgerSql(order));
+    if (!rows)
+        return Failure{rows.reason()};
+    Ledger ledger = gather(LedgerRecords(std::move(*rows)), order);
     orderLedger(ledger.rows, order);
     return ledger;
 }

@@ -8,7 +8,6 @@
 
 #include <QStringList>
 #include <algorithm>
-#include <functional>
 #include <span>
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,19 +36,6 @@ PatientKey patientAt(const Recordset &rows, int row) {
     return {short(rows.number(row, 0)), short(rows.number(row, 1)), qint32(rows.number(row, 2))};
 }
 
-/// Asks for the rows chunk by chunk; `take` gets each answer and the rows it is about.
-short iReadChunks(cT_ADODB &db, Rows rows, QString (*sql)(Rows),
-                  const std::function<void(const Recordset &, Rows)> &take) {
-    for (size_t from = 0; from < rows.size(); from += chunk) {
-        const Rows some = rows.subspan(from, std::min(chunk, rows.size() - from));
-        Recordset found;
-        if (db.iOpenRecSet(found, sql(some)) != 0)
-            return -1;
-        take(found, some);
-    }
-    return 0;
-}
-
 Counsellor counsellorAt(const Recordset &rows, int row, int column) {
     return {qint32(rows.number(row, column)), rows.text(row, column + 1), rows.text(row, column + 2)};
 }
@@ -60,23 +46,28 @@ QString MailRow::who() const {
     return patientText(patient.nIDNo, onOneLine(name));
 }
 
-short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors) {
-    Recordset rows;
-    if (db.iOpenRecSet(rows, u"  SELECT nIDNo,cName,cMail1 FROM SOUDAN WHERE iChusiFlg=0 ORDER BY nIDNo"_s) !=
-        0)
-        return -1;
-    counsellors.clear();
-    for (int row = 0; row < rows.rowCount(); ++row)
-        if (const Counsellor read = counsellorAt(rows, row, 0); !std::ranges::count(counsellors, read))
+Result<std::vector<Counsellor>> readCounsellors(cT_ADODB &db) {
+    const Result<Recordset> rows =
+        readRows(db, u"SELECT nIDNo, cName, cMail1 FROM SOUDAN WHERE iChusiFlg = 0 ORDER BY nIDNo"_s);
+    if (!rows)
+        return Failure{rows.reason()};
+    std::vector<Counsellor> counsellors;
+    for (int row = 0; row < rows->rowCount(); ++row)
+        if (const Counsellor read = counsellorAt(*rows, row, 0); !std::ranges::count(counsellors, read))
             counsellors.push_back(read);
-    return 0;
+    return counsellors;
 }
 
-short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
-                              std::vector<PatientCounsellor> &counsellors) {
-    counsellors.clear();
-    return iReadChunks(db, rows, sqlPatientCounsellors, [&](const Recordset &found, Rows) {
-        for (int row = 0; row < found.rowCount(); ++row)
-            counsellors.push_back({patientAt(found, row), counsellorAt(found, row, 3)});
-    });
+Result<std::vector<PatientCounsellor>> readPatientCounsellors(cT_ADODB &db,
+                                                              const std::vector<MailRow> &rows) {
+    std::vector<PatientCounsellor> counsellors;
+    for (size_t from = 0; from < rows.size(); from += chunk) {
+        const Rows some = Rows(rows).subspan(from, std::min(chunk, rows.size() - from));
+        const Result<Recordset> found = readRows(db, sqlPatientCounsellors(some));
+        if (!found)
+            return Failure{found.reason()};
+        for (int row = 0; row < found->rowCount(); ++row)
+            counsellors.push_back({patientAt(*found, row), counsellorAt(*found, row, 3)});
+    }
+    return counsellors;
 }

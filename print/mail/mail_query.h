@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "db/tables/keys.h"
 
 #include <QString>
@@ -38,10 +39,8 @@ struct PatientCounsellor {
     Counsellor counsellor;
 };
 
-/// Reads the active counsellors in the order of their numbers. 0, or −1 with the connection's sErrMsg.
-short iReadCounsellors(cT_ADODB &db, std::vector<Counsellor> &counsellors);
+/// Reads the active counsellors in the order of their numbers.
+Result<std::vector<Counsellor>> readCounsellors(cT_ADODB &db);
 
-/// Reads the counsellors of the rows' patients; a patient without one is left out. 0, or −1 with the
-/// connection's sErrMsg.
-short iReadPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows,
-                              std::vector<PatientCounsellor> &counsellors);
+/// Reads the counsellors of the rows' patients; a patient without one is left out.
+Result<std::vector<PatientCounsellor>> readPatientCounsellors(cT_ADODB &db, const std::vector<MailRow> &rows);

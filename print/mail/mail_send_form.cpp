@@ -3,7 +3,6 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "db/adodb.h"
 #include "export/save_grid.h"
 #include "print/mail/mail_text.h"
 #include "print/mail/sending_form.h"
@@ -63,13 +62,13 @@ short frmMailSend::Init(cT_ADODB &db, MailClaims &claims, const std::vector<Mail
     if (!settings)
         return fail(settings.reason());
     m_settings = *settings;
-    std::vector<Counsellor> active;
-    std::vector<PatientCounsellor> counsellorOf;
-    const ErrorsSince before(db);
-    if (db.iConnect() != 0 || iReadCounsellors(db, active) != 0 ||
-        iReadPatientCounsellors(db, rows, counsellorOf) != 0)
-        return fail(before.text());
-    MailPlan plan = planMails(active, counsellorOf, rows);
+    const Result<std::vector<Counsellor>> active = readCounsellors(db);
+    if (!active)
+        return fail(active.reason());
+    const Result<std::vector<PatientCounsellor>> counsellorOf = readPatientCounsellors(db, rows);
+    if (!counsellorOf)
+        return fail(counsellorOf.reason());
+    MailPlan plan = planMails(*active, *counsellorOf, rows);
     m_choice.load(std::move(plan.recipients));
     showUnreached(plan.unreached);
     m_ui->ssSoudan->fitColumns();

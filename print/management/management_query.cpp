@@ -117,11 +117,10 @@ KnownDoctor knownOf(const FieldRows<A> &rows, int row) {
 /// A wish for each of the numbers, in their order; those that the statement does not find are gone.
 Result<EnvelopeWishes> readWishes(cT_ADODB &db, const QString &sql, std::span<const qint32> numbers,
                                   const QStringList &who) {
-    const ErrorsSince errors(db);
-    Recordset found;
-    if (db.iConnect() != 0 || db.iOpenRecSet(found, sql) != 0)
-        return Failure{errors.text()};
-    const FieldRows<A> rows(std::move(found));
+    Result<Recordset> found = readRows(db, sql);
+    if (!found)
+        return Failure{found.reason()};
+    const FieldRows<A> rows(std::move(*found));
     QHash<qint64, int> places;
     for (int row = 0; row < rows.count(); ++row)
         places.insert(rows.number(row, A::Code), row);
@@ -196,16 +195,15 @@ Result<EnvelopeWishes> readMasterWishes(const Environment &environment, cT_ADODB
 Result<NewestRows> readNewestRows(const Environment &environment, cT_ADODB &db,
                                   std::span<const qint32> patients) {
     const Branch &branch = environment.branch;
-    const ErrorsSince errors(db);
-    Recordset found;
-    if (db.iConnect() != 0 || db.iOpenRecSet(found, newestRowsSql(branch, patients)) != 0)
-        return Failure{errors.text()};
+    const Result<Recordset> found = readRows(db, newestRowsSql(branch, patients));
+    if (!found)
+        return Failure{found.reason()};
     NewestRows rows;
-    for (int i = 0; i < found.rowCount(); ++i) {
-        const auto number = [&](int column) { return qint32(found.number(i, column)); };
+    for (int i = 0; i < found->rowCount(); ++i) {
+        const auto number = [&](int column) { return qint32(found->number(i, column)); };
         const PatientKey patient{branch.iKyotenCd, branch.iKyotenEb, number(0)};
         rows[patient.nIDNo].push_back({{patient, number(2), short(number(3)), number(4)},
-                                       patientText(patient.nIDNo, found.text(i, 1)),
+                                       patientText(patient.nIDNo, found->text(i, 1)),
                                        number(5) != 0,
                                        number(6) == 1});
     }

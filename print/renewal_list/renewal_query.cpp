@@ -192,11 +192,10 @@ QString renewalListSql(const RenewalListQuery &query) {
 Result<std::vector<DueConsent>> readDueConsents(cT_ADODB &db, const RenewalListQuery &query) {
     if (query.patients.empty())
         return std::vector<DueConsent>();
-    const ErrorsSince errors(db);
-    Recordset found;
-    if (db.iConnect() != 0 || db.iOpenRecSet(found, renewalListSql(query)) != 0)
-        return Failure{errors.text()};
-    const FieldRows<R> rows(std::move(found));
+    Result<Recordset> found = readRows(db, renewalListSql(query));
+    if (!found)
+        return Failure{found.reason()};
+    const FieldRows<R> rows(std::move(*found));
     std::vector<DueConsent> result;
     result.reserve(size_t(rows.count()));
     for (int row = 0; row < rows.count(); ++row)

@@ -204,18 +204,19 @@ std::vector<LetterRow> newestRows(const FieldRows<L> &rows, std::span<const Lett
 
 Result<LetterSource> readLetterSource(cT_ADODB &db, const Branch &branch,
                                       std::span<const LetterOrder> orders) {
-    const ErrorsSince errors(db);
-    Recordset rows, company;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, rowsSql(branch, orders)) != 0 ||
-        db.iOpenRecSet(company, companySql(branch)) != 0)
-        return Failure{errors.text()};
+    Result<Recordset> rows = readRows(db, rowsSql(branch, orders));
+    if (!rows)
+        return Failure{rows.reason()};
+    const Result<Recordset> company = readRows(db, companySql(branch));
+    if (!company)
+        return Failure{company.reason()};
     LetterSource source;
-    source.rows = newestRows(FieldRows<L>(std::move(rows)), orders);
-    source.hasCompany = company.rowCount() > 0;
+    source.rows = newestRows(FieldRows<L>(std::move(*rows)), orders);
+    source.hasCompany = company->rowCount() > 0;
     if (source.hasCompany)
-        source.company = {joinedLines(company.text(0, 0), company.text(0, 1)),
-                          joinedLines(company.text(0, 2), company.text(0, 3)), company.text(0, 4),
-                          company.text(0, 5), company.text(0, 6)};
+        source.company = {joinedLines(company->text(0, 0), company->text(0, 1)),
+                          joinedLines(company->text(0, 2), company->text(0, 3)), company->text(0, 4),
+                          company->text(0, 5), company->text(0, 6)};
     QStringList codes;
     for (const LetterRow &row : source.rows)
         codes.append(row.doctor);
@@ -229,17 +230,16 @@ Result<LetterSource> readLetterSource(cT_ADODB &db, const Branch &branch,
 }
 
 Result<LetterDoctors> readLetterDoctors(cT_ADODB &db, QStringList codes) {
-    const ErrorsSince errors(db);
     LetterDoctors doctors;
     codes.removeAll(QString());
     if (codes.isEmpty())
         return doctors;
     for (QString &code : codes)
         code = sqlText(code);
-    Recordset rows;
-    if (db.iConnect() != 0 || db.iOpenRecSet(rows, doctorsSql(codes)) != 0)
-        return Failure{errors.text()};
-    for (int row = 0; row < rows.rowCount(); ++row)
-        doctors.insert(rows.text(row, 0), readDoctor(rows, row));
+    const Result<Recordset> rows = readRows(db, doctorsSql(codes));
+    if (!rows)
+        return Failure{rows.reason()};
+    for (int row = 0; row < rows->rowCount(); ++row)
+        doctors.insert(rows->text(row, 0), readDoctor(*rows, row));
     return doctors;
 }

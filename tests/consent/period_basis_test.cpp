@@ -92,6 +92,7 @@ TEST_F(AdvisorTest, SeesWhatWasChangedOnceTheListIsReadAgain) {
                  "INSERT INTO HOLIDAY (iKyotenCd, iKyotenEb, iYear, iMonth, iDay, iChkCalendar)"
                  " VALUES (1, 1, 2026, 12, 1, 1)"_s);
     advisor.forget();
+    db.iDisConnect(); // a lost connection is opened anew
     EXPECT_EQ(next(), (Period{{2026, 12, 2}, {2027, 1, 31}}));
     // The practice's default, where the patient has no type of his own: in whole months.
     QDir(programFolder.path()).mkpath(u"DATA"_s);

@@ -140,6 +140,22 @@ TEST_F(Adodb, AfterAFailureNothingIsSentUntilRollback) {
     EXPECT_EQ(db.iExecSQL(u"T"_s), 0);
 }
 
+TEST_F(Adodb, ReadingConnectsAnewExceptIntoALostTransaction) {
+    EXPECT_TRUE(readRows(db, u"S"_s));
+    EXPECT_EQ(db.iBeginTrans(), 0);
+    db.iDisConnect();
+    asked();
+    EXPECT_FALSE(readRows(db, u"S"_s));
+    EXPECT_EQ(asked(), (QStringList{u"open there"_s, u"timeout 180"_s}));
+    EXPECT_EQ(db.iRollback(), 0);
+    EXPECT_TRUE(readRows(db, u"S"_s));
+    script.answers = false;
+    script.errors = {serverAway};
+    const QString before = db.sErrMsg();
+    EXPECT_EQ(before + readRows(db, u"S"_s).reason(), db.sErrMsg());
+    EXPECT_NE(before, db.sErrMsg());
+}
+
 TEST_F(Adodb, ErrorsOfARollbackAreLogged) {
     EXPECT_EQ(db.iConnect(), 0);
     EXPECT_EQ(db.iBeginTrans(), 0);

@@ -88,6 +88,18 @@ TEST_F(ConsentEntryTest, ProposesThePeriodByThePatientsRuleAndLetsTheUserOverrul
     EXPECT_FALSE(entry.draft().tHenkeSday.isValid()) << "nothing of the correction stays";
 }
 
+TEST_F(ConsentEntryTest, EachStepOpensALostConnectionAnew) {
+    const auto lose = [&] { database.db.iDisConnect(); };
+    lose();
+    ASSERT_EQ(entry.iNew(massagePatient), 0);
+    lose();
+    EXPECT_EQ(entry.enter(u"cIsiCd", u"3"_s), 0) << entry.sErrMsg().toStdString();
+    lose();
+    EXPECT_TRUE(entry.check());
+    lose();
+    EXPECT_EQ(entry.save().kind, RowOutcome::Done);
+}
+
 TEST_F(ConsentEntryTest, AConsentThatIsNotUsedForClaimsIsNoPredecessor) {
     consent(20251110);
     consent(20260115, u"iReceptDisabledFlg = 1"_s);

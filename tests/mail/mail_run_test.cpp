@@ -44,11 +44,7 @@ protected:
         rows.push_back({rows[0].patient, rows[0].name, 20260501});
     }
     MailPlan plan() {
-        std::vector<Counsellor> active;
-        std::vector<PatientCounsellor> counsellorOf;
-        EXPECT_EQ(iReadCounsellors(database.db, active), 0);
-        EXPECT_EQ(iReadPatientCounsellors(database.db, rows, counsellorOf), 0);
-        return planMails(active, counsellorOf, rows);
+        return planMails(*readCounsellors(database.db), *readPatientCounsellors(database.db, rows), rows);
     }
     /// Mails everybody who can get one.
     std::vector<MailResult> run(cT_ADODB &db, const SmtpServer &server) {
