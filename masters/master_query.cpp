@@ -8,17 +8,22 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// A facility's code; a doctor's where it is held as a number.
+QString sqlCode(const QString &code) {
+    return sqlNumber(code.toLongLong());
+}
+
 /// A doctor's number as patients hold it, and as consents do.
 QString namesDoctor(const QString &code) {
-    return u"(RIYOUSHA.nDouiIsiCd = "_s + sqlNumber(code.toLongLong()) +
-           u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s + sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") +
-           u" AND RIYOUSHA_SUB.iIsiCd2 = "_s + sqlText(code) + u"))"_s;
+    return u"(RIYOUSHA.nDouiIsiCd = "_s + sqlCode(code) + u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+           sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iIsiCd2 = "_s + sqlText(code) +
+           u"))"_s;
 }
 
 QString namesFacility(const QString &code) {
-    return u"(RIYOUSHA.nSisetsuCd = "_s + code + u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
-           sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iSisetsuCode = "_s + code +
-           u"))"_s;
+    return u"(RIYOUSHA.nSisetsuCd = "_s + sqlCode(code) + u" OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+           sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iSisetsuCode = "_s +
+           sqlCode(code) + u"))"_s;
 }
 
 /// Items that a doctor's row repeats of its facility, each with what belongs to it.
@@ -42,30 +47,27 @@ const QList<Repeated> &repeatedByDoctors() {
 
 QString masterListSql(MasterKind kind) {
     if (kind == MasterKind::Doctor)
-        return u"SELECT DOCTOR.cIDNo AS code, DOCTOR.cName AS name, DOCTOR.cNameKana AS kana, DOCTOR.cKikan "
-               u"AS "
-               "kikan, DOCTOR.cTelNo AS tel, DOCTOR.cFaxNo AS fax, DOCTOR.cYubinNo AS yubin, "
-               "DOCTOR.cAddress1 AS "
-               "address1, DOCTOR.cAddress2 AS address2, DOCTOR.cMail1 AS mail, SISETSU.cDouiIrai AS irai, "
-               "CASE "
-               "WHEN DOCTOR.iDouiiraiON = 1 THEN '個別' ELSE '' END AS letters, USED.patients AS patients "
-               "FROM "
-               "DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode LEFT JOIN (SELECT cIsiCd, "
-               "COUNT(*) "
-               "AS patients FROM (SELECT DISTINCT cIsiCd, iKyotenCd, iKyotenEb, nIDNo FROM "
-               "RIYOUSHA_DOUI_REC) AS "
-               "NAMED GROUP BY cIsiCd) AS USED ON USED.cIsiCd = DOCTOR.cIDNo ORDER BY CAST(DOCTOR.cIDNo AS "
-               "NUMERIC(10))"_s;
-    return u"SELECT SISETSU.nIDNo AS code, SISETSU.cShamei1 AS name, SISETSU.cShameiKana1 AS kana, "
-           "SISETSU.cSisetsuType AS kind, SISETSU.cTelNo AS tel, SISETSU.cFaxNo AS fax, SISETSU.cYubinNo AS "
-           "yubin, "
-           "SISETSU.cAddress1 AS address1, SISETSU.cAddress2 AS address2, SISETSU.cDouiIrai AS irai, "
-           "SISETSU.cComment AS comment, WORKING.doctors AS doctors, HOUSED.patients AS patients FROM "
-           "SISETSU LEFT "
-           "JOIN (SELECT iSisetsuCode, COUNT(*) AS doctors FROM DOCTOR GROUP BY iSisetsuCode) AS WORKING ON "
-           "WORKING.iSisetsuCode = SISETSU.nIDNo LEFT JOIN (SELECT nSisetsuCd, COUNT(*) AS patients FROM "
-           "RIYOUSHA "
-           "GROUP BY nSisetsuCd) AS HOUSED ON HOUSED.nSisetsuCd = SISETSU.nIDNo ORDER BY SISETSU.nIDNo"_s;
+        return u"SELECT DOCTOR.cIDNo AS code, DOCTOR.cName AS name, DOCTOR.cNameKana AS kana,"
+               " DOCTOR.cKikan AS kikan, DOCTOR.cTelNo AS tel, DOCTOR.cFaxNo AS fax,"
+               " DOCTOR.cYubinNo AS yubin, DOCTOR.cAddress1 AS address1, DOCTOR.cAddress2 AS address2,"
+               " DOCTOR.cMail1 AS mail, SISETSU.cDouiIrai AS irai,"
+               " CASE WHEN DOCTOR.iDouiiraiON = 1 THEN "_s +
+               sqlText(u"個別"_s) +
+               u" ELSE '' END AS letters, USED.patients AS patients"
+               " FROM DOCTOR LEFT JOIN SISETSU ON SISETSU.nIDNo = DOCTOR.iSisetsuCode"
+               " LEFT JOIN (SELECT cIsiCd, COUNT(*) AS patients FROM"
+               " (SELECT DISTINCT cIsiCd, iKyotenCd, iKyotenEb, nIDNo FROM RIYOUSHA_DOUI_REC) AS NAMED"
+               " GROUP BY cIsiCd) AS USED ON USED.cIsiCd = DOCTOR.cIDNo"
+               " ORDER BY CAST(DOCTOR.cIDNo AS NUMERIC(10))"_s;
+    return u"SELECT SISETSU.nIDNo AS code, SISETSU.cShamei1 AS name, SISETSU.cShameiKana1 AS kana,"
+           " SISETSU.cSisetsuType AS kind, SISETSU.cTelNo AS tel, SISETSU.cFaxNo AS fax,"
+           " SISETSU.cYubinNo AS yubin, SISETSU.cAddress1 AS address1, SISETSU.cAddress2 AS address2,"
+           " SISETSU.cDouiIrai AS irai, SISETSU.cComment AS comment,"
+           " WORKING.doctors AS doctors, HOUSED.patients AS patients FROM SISETSU"
+           " LEFT JOIN (SELECT iSisetsuCode, COUNT(*) AS doctors FROM DOCTOR GROUP BY iSisetsuCode)"
+           " AS WORKING ON WORKING.iSisetsuCode = SISETSU.nIDNo"
+           " LEFT JOIN (SELECT nSisetsuCd, COUNT(*) AS patients FROM RIYOUSHA GROUP BY nSisetsuCd)"
+           " AS HOUSED ON HOUSED.nSisetsuCd = SISETSU.nIDNo ORDER BY SISETSU.nIDNo"_s;
 }
 
 QString masterUsesSql(MasterKind kind, const QString &code) {
@@ -75,20 +77,22 @@ QString masterUsesSql(MasterKind kind, const QString &code) {
                sqlText(code) + u") AS consents, ("_s + count + u"RIYOUSHA WHERE "_s + namesDoctor(code) +
                u") AS patients, 0 AS doctors"_s;
     return u"SELECT 0 AS consents, ("_s + count + u"RIYOUSHA WHERE "_s + namesFacility(code) +
-           u") AS patients, ("_s + count + u"DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + code +
+           u") AS patients, ("_s + count + u"DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + sqlCode(code) +
            u") AS doctors"_s;
 }
 
 QString masterLockSql(MasterKind kind, const QString &code) {
-    return kind == MasterKind::Doctor ? u"UPDATE DOCTOR SET cName = cName WHERE cIDNo = "_s + sqlText(code)
-                                      : u"UPDATE SISETSU SET cShamei1 = cShamei1 WHERE nIDNo = "_s + code;
+    return kind == MasterKind::Doctor
+               ? u"UPDATE DOCTOR SET cName = cName WHERE cIDNo = "_s + sqlText(code)
+               : u"UPDATE SISETSU SET cShamei1 = cShamei1 WHERE nIDNo = "_s + sqlCode(code);
 }
 
 QString masterLockPatientsSql(MasterKind kind, const QString &code) {
     const QString ofFacility =
-        u"RIYOUSHA.nSisetsuCd = "_s + code +
-        u" OR EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + code +
-        u" AND (CAST(DOCTOR.cIDNo AS NUMERIC(10)) = RIYOUSHA.nDouiIsiCd OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+        u"RIYOUSHA.nSisetsuCd = "_s + sqlCode(code) +
+        u" OR EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + sqlCode(code) +
+        u" AND (DOCTOR.cIDNo = CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10))"
+        " OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
         sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iIsiCd2 = DOCTOR.cIDNo)))"_s;
     return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s +
            (kind == MasterKind::Doctor ? namesDoctor(code) : ofFacility);
@@ -99,7 +103,7 @@ QStringList facilityToDoctorsSql(const MasterValues &before, const MasterValues 
     QStringList statements;
     for (const Repeated &item : repeatedByDoctors()) {
         QList<std::pair<QString, QString>> values;
-        QString where = u"iSisetsuCode = "_s + now.value(u"nIDNo"_s);
+        QString where = u"iSisetsuCode = "_s + sqlCode(now.value(u"nIDNo"_s));
         bool changed = false;
         for (qsizetype i = 0; i < item.facility.size(); ++i) {
             const QString old = before.value(item.facility[i]);

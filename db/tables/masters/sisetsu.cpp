@@ -99,7 +99,7 @@ short cT_SISETSU::iDataUpdate_ToRiyousha_Iryou(const cD_SISETSU *facility) {
                          u" and (DOCTOR.cKikan = "_s + name +
                          u" or DOCTOR.cKikan = '' or DOCTOR.cKikan is null)"_s;
     const QString firstDoctor =
-        u"nDouiIsiCd IN (SELECT CAST(DOCTOR.cIDNo AS NUMERIC(10)) FROM DOCTOR WHERE "_s + here + u')';
+        u"CAST(nDouiIsiCd AS VARCHAR(10)) IN (SELECT DOCTOR.cIDNo FROM DOCTOR WHERE "_s + here + u')';
     const QString secondDoctor =
         u"EXISTS (SELECT 1 FROM RIYOUSHA_SUB INNER JOIN DOCTOR ON DOCTOR.cIDNo = RIYOUSHA_SUB.iIsiCd2 WHERE "_s +
         sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" and "_s + here + u')';
