@@ -26,6 +26,16 @@ std::optional<qint32> numberFromInput(const QString &typed) {
     return isNumber && number >= 0 ? std::optional(number) : std::nullopt;
 }
 
+BandsModel::BandsModel(QObject *parent)
+    : TableModel({{u"適用中"_s, u"上の年月に適用される区分です"_s},
+                  {u"適用開始"_s, u"月の途中の日でも、その月の全体に適用されます"_s},
+                  {u"適用終了"_s, u"月の途中の日でも、その月の全体に適用されます"_s},
+                  {u"距離から(m)"_s, u"メートルで入力します。料金は「距離まで」だけで決まります"_s},
+                  {u"距離まで(m)"_s, u"メートルで入力します。この距離ちょうども、この区分です"_s},
+                  {u"往療料(円)"_s, u"この区分の往療料です"_s},
+                  {u"施術料(円)"_s, u"この区分の施術料です。往療料の計算には使いません"_s}},
+                 parent) {}
+
 void BandsModel::load(const Bands &bands) {
     beginResetModel();
     m_bands = bands;
@@ -34,8 +44,7 @@ void BandsModel::load(const Bands &bands) {
 
 void BandsModel::setMonth(const QString &month) {
     m_month = month;
-    if (!m_bands.empty())
-        Q_EMIT dataChanged(index(0, InForce), index(rowCount() - 1, InForce));
+    columnsChanged(InForce, InForce);
 }
 
 int BandsModel::inForce() const {
@@ -69,14 +78,6 @@ void BandsModel::remove(int row) {
     m_bands.erase(m_bands.begin() + row);
     endRemoveRows();
     Q_EMIT edited();
-}
-
-int BandsModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_bands.size());
-}
-
-int BandsModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QVariant BandsModel::shown(const Band &band, int column) const {
@@ -114,25 +115,8 @@ QVariant BandsModel::data(const QModelIndex &index, int role) const {
     return role == Qt::DisplayRole || role == Qt::EditRole ? shown(band, column) : QVariant();
 }
 
-QVariant BandsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"適用中"_s,      u"適用開始"_s,   u"適用終了"_s,  u"距離から(m)"_s,
-                                      u"距離まで(m)"_s, u"往療料(円)"_s, u"施術料(円)"_s};
-    static const QStringList hints{u"上の年月に適用される区分です"_s,
-                                   u"月の途中の日でも、その月の全体に適用されます"_s,
-                                   u"月の途中の日でも、その月の全体に適用されます"_s,
-                                   u"メートルで入力します。料金は「距離まで」だけで決まります"_s,
-                                   u"メートルで入力します。この距離ちょうども、この区分です"_s,
-                                   u"この区分の往療料です"_s,
-                                   u"この区分の施術料です。往療料の計算には使いません"_s};
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return captions[section];
-    return role == Qt::ToolTipRole ? QVariant(hints[section]) : QVariant();
-}
-
 Qt::ItemFlags BandsModel::flags(const QModelIndex &index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    const Qt::ItemFlags flags = TableModel::flags(index);
     return index.isValid() && index.column() != InForce ? flags | Qt::ItemIsEditable : flags;
 }
 
@@ -176,7 +160,7 @@ bool BandsModel::setData(const QModelIndex &index, const QVariant &value, int ro
         (index.column() == Start ? band.cStartDate : band.cEndDate) = dateText(value.toDate());
     else if (!setNumber(band, index.column(), value.toString()))
         return false;
-    Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), ColumnCount - 1));
+    rowChanged(index.row());
     Q_EMIT edited();
     return true;
 }

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "fees/fees_query.h"
 
-#include <QAbstractTableModel>
-
 /// An office's visit-fee bands while they are edited.
-class BandsModel : public QAbstractTableModel {
+class BandsModel : public TableModel {
     Q_OBJECT
 public:
-    enum Column { InForce, Start, End, From, To, Fee, Treatment, ColumnCount };
+    enum Column { InForce, Start, End, From, To, Fee, Treatment };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit BandsModel(QObject *parent = nullptr);
 
     void load(const Bands &bands);
     const Bands &bands() const { return m_bands; }
@@ -25,10 +24,7 @@ public:
     int add(int after);
     void remove(int row);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -38,6 +34,7 @@ Q_SIGNALS:
     void refused(const QString &why);
 
 private:
+    int count() const override { return int(m_bands.size()); }
     QVariant shown(const cD_往療費区分 &band, int column) const;
     bool setNumber(cD_往療費区分 &band, int column, const QString &typed);
 

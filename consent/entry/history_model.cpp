@@ -39,27 +39,23 @@ const QList<Column> &columns() {
     return all;
 }
 
+QList<TableModel::Heading> headings() {
+    QList<TableModel::Heading> headings;
+    for (const Column &column : columns())
+        headings.append({column.caption});
+    return headings;
+}
+
 } // namespace
 
-int HistoryModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_history.rows().size());
-}
-
-int HistoryModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(columns().size());
-}
+HistoryModel::HistoryModel(const ConsentHistory &history, QObject *parent)
+    : TableModel(headings(), parent), m_history(history) {}
 
 QVariant HistoryModel::data(const QModelIndex &index, int role) const {
     if (role != Qt::DisplayRole)
         return {};
     return columns()[index.column()].text(m_history.rows()[size_t(index.row())],
                                           m_history.patient().acupuncture);
-}
-
-QVariant HistoryModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    return columns()[section].caption;
 }
 
 QString consentText(const ConsentDraft &row, bool acupuncture) {

@@ -1,14 +1,12 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/entry/history.h"
 
-#include <QAbstractTableModel>
-
 /// The rows of a history as its grid shows them.
-class HistoryModel : public QAbstractTableModel {
+class HistoryModel : public TableModel {
 public:
-    explicit HistoryModel(const ConsentHistory &history, QObject *parent = nullptr)
-        : QAbstractTableModel(parent), m_history(history) {}
+    explicit HistoryModel(const ConsentHistory &history, QObject *parent = nullptr);
 
     /// Shows what the history holds now.
     void show() {
@@ -16,12 +14,11 @@ public:
         endResetModel();
     }
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    int count() const override { return int(m_history.rows().size()); }
+
     const ConsentHistory &m_history;
 };
 

@@ -4,6 +4,13 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+MethodListModel::MethodListModel(QObject *parent)
+    : TableModel({{u"番号"_s, u"同意の行に保存される番号です"_s},
+                  {u"依頼方法"_s, u"F2 または文字キーで変更します"_s},
+                  {u"使用中"_s, u"この番号を使っている同意の件数です"_s},
+                  {u"個別"_s, u"Space で、選択した行の個別依頼方法に付けます"_s}},
+                 parent) {}
+
 void MethodListModel::load(const MethodList &list, const QStringList &ownMethods, bool mayOwn) {
     beginResetModel();
     m_list = list;
@@ -45,17 +52,8 @@ QString MethodListModel::move(int entry, int by) {
 }
 
 void MethodListModel::refresh() {
-    if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    allChanged();
     Q_EMIT edited();
-}
-
-int MethodListModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_list.texts().size());
-}
-
-int MethodListModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QVariant MethodListModel::data(const QModelIndex &index, int role) const {
@@ -83,20 +81,8 @@ QVariant MethodListModel::data(const QModelIndex &index, int role) const {
     return {};
 }
 
-QVariant MethodListModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"番号"_s, u"依頼方法"_s, u"使用中"_s, u"個別"_s};
-    static const QStringList hints{u"同意の行に保存される番号です"_s, u"F2 または文字キーで変更します"_s,
-                                   u"この番号を使っている同意の件数です"_s,
-                                   u"Space で、選択した行の個別依頼方法に付けます"_s};
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return captions[section];
-    return role == Qt::ToolTipRole ? QVariant(hints[section]) : QVariant();
-}
-
 Qt::ItemFlags MethodListModel::flags(const QModelIndex &index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    const Qt::ItemFlags flags = TableModel::flags(index);
     if (!index.isValid())
         return flags;
     if (index.column() == Text)

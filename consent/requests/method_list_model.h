@@ -1,17 +1,16 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/requests/method_list.h"
-
-#include <QAbstractTableModel>
 
 /// The request method list as a grid shows it, with a tick for each text that is an individual method of one
 /// consent row.
-class MethodListModel : public QAbstractTableModel {
+class MethodListModel : public TableModel {
     Q_OBJECT
 public:
-    enum Column { Number, Text, Uses, Own, ColumnCount };
+    enum Column { Number, Text, Uses, Own };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit MethodListModel(QObject *parent = nullptr);
 
     /// @param mayOwn whether there is a row whose individual methods can be edited
     void load(const MethodList &list, const QStringList &ownMethods, bool mayOwn);
@@ -29,10 +28,7 @@ public:
     QString move(int entry, int by);
     ///@}
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -43,6 +39,7 @@ Q_SIGNALS:
     void refused(const QString &why);
 
 private:
+    int count() const override { return int(m_list.texts().size()); }
     bool tickOwn(const QString &text, bool on);
     void refresh();
 

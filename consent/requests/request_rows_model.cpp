@@ -4,6 +4,21 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+RequestRowsModel::RequestRowsModel(QObject *parent)
+    : TableModel({{u"用紙で依頼"_s, u"チェックした行の依頼書を出力します"_s},
+                  {u"IDNo."_s},
+                  {u"利用者名"_s},
+                  {u"区分"_s},
+                  {u"手順"_s},
+                  {u"同意依頼書の種類"_s, u"行の状態から選ばれています。F2 または文字キーで変更できます"_s},
+                  {u"病院依頼"_s, u"チェックした行の依頼書は病院あて、ほかは医師あてです"_s},
+                  {u"担当医師"_s},
+                  {u"医師変更"_s},
+                  {u"病院名"_s},
+                  {u"同意終了日"_s},
+                  {u"依頼"_s, u"依頼書をすでに出力した行です"_s}},
+                 parent) {}
+
 void RequestRowsModel::load(std::vector<RequestRow> rows) {
     beginResetModel();
     m_rows = std::move(rows);
@@ -13,7 +28,7 @@ void RequestRowsModel::load(std::vector<RequestRow> rows) {
 
 void RequestRowsModel::askDoctor(int row, const QString &code, const QString &name, const QString &hospital) {
     ::askDoctor(m_rows[size_t(row)], code, name, hospital);
-    Q_EMIT dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    rowChanged(row);
     Q_EMIT chosen();
 }
 
@@ -25,17 +40,8 @@ void RequestRowsModel::tickAll(Column column) {
     const bool all = std::ranges::all_of(m_rows, [&](RequestRow &row) { return *tick(row, column); });
     for (RequestRow &row : m_rows)
         *tick(row, column) = !all;
-    if (!m_rows.empty())
-        Q_EMIT dataChanged(index(0, column), index(rowCount() - 1, column));
+    columnsChanged(column, column);
     Q_EMIT chosen();
-}
-
-int RequestRowsModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_rows.size());
-}
-
-int RequestRowsModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QString RequestRowsModel::text(const RequestRow &row, Column column) const {
@@ -80,24 +86,8 @@ QVariant RequestRowsModel::data(const QModelIndex &index, int role) const {
     return {};
 }
 
-QVariant RequestRowsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{
-        u"用紙で依頼"_s, u"IDNo."_s,    u"利用者名"_s, u"区分"_s,   u"手順"_s,       u"同意依頼書の種類"_s,
-        u"病院依頼"_s,   u"担当医師"_s, u"医師変更"_s, u"病院名"_s, u"同意終了日"_s, u"依頼"_s};
-    static const QHash<int, QString> hints{
-        {Paper, u"チェックした行の依頼書を出力します"_s},
-        {Kind, u"行の状態から選ばれています。F2 または文字キーで変更できます"_s},
-        {ToHospital, u"チェックした行の依頼書は病院あて、ほかは医師あてです"_s},
-        {Requested, u"依頼書をすでに出力した行です"_s}};
-    if (orientation != Qt::Horizontal)
-        return {};
-    if (role == Qt::DisplayRole)
-        return captions[section];
-    return role == Qt::ToolTipRole && hints.contains(section) ? QVariant(hints[section]) : QVariant();
-}
-
 Qt::ItemFlags RequestRowsModel::flags(const QModelIndex &index) const {
-    const Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    const Qt::ItemFlags flags = TableModel::flags(index);
     if (index.column() == Paper || index.column() == ToHospital)
         return flags | Qt::ItemIsUserCheckable;
     return index.column() == Kind ? flags | Qt::ItemIsEditable : flags;
@@ -114,7 +104,7 @@ bool RequestRowsModel::setData(const QModelIndex &index, const QVariant &value, 
         row.kind = LetterKind(std::clamp(value.toInt(), 0, letterKinds - 1));
     else
         return false;
-    Q_EMIT dataChanged(this->index(index.row(), 0), this->index(index.row(), ColumnCount - 1));
+    rowChanged(index.row());
     Q_EMIT chosen();
     return true;
 }

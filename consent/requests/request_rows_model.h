@@ -1,11 +1,10 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/requests/request_rows.h"
 
-#include <QAbstractTableModel>
-
 /// The rows of the request screen with what is chosen for their letters.
-class RequestRowsModel : public QAbstractTableModel {
+class RequestRowsModel : public TableModel {
     Q_OBJECT
 public:
     enum Column {
@@ -20,11 +19,10 @@ public:
         DoctorChanged,
         Hospital,
         End,
-        Requested,
-        ColumnCount
+        Requested
     };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit RequestRowsModel(QObject *parent = nullptr);
 
     void load(std::vector<RequestRow> rows);
     const std::vector<RequestRow> &rows() const { return m_rows; }
@@ -32,10 +30,7 @@ public:
     /// Ticks Paper or ToHospital on all rows, or clears it when all are ticked.
     void tickAll(Column column);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -44,6 +39,7 @@ Q_SIGNALS:
     void chosen();
 
 private:
+    int count() const override { return int(m_rows.size()); }
     QString text(const RequestRow &row, Column column) const;
     static bool *tick(RequestRow &row, int column);
 

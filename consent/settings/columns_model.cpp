@@ -6,6 +6,9 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+ColumnsModel::ColumnsModel(QObject *parent)
+    : TableModel({{u"表示"_s}, {u"項目"_s}, {u"幅（半角）"_s}, {u"固定"_s}}, parent) {}
+
 void ColumnsModel::load(const ColumnSettings &settings) {
     beginResetModel();
     m_settings = settings;
@@ -31,7 +34,7 @@ bool ColumnsModel::move(int row, int by) {
 }
 
 void ColumnsModel::changedAll() {
-    Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    allChanged();
     Q_EMIT edited();
 }
 
@@ -40,14 +43,6 @@ bool ColumnsModel::isFrozen(int row) const {
     return m_settings.columns[size_t(row)].shown && std::count_if(first, first + row, [](const auto &column) {
                                                         return column.shown;
                                                     }) < m_settings.frozen;
-}
-
-int ColumnsModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_settings.columns.size());
-}
-
-int ColumnsModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QVariant ColumnsModel::data(const QModelIndex &index, int role) const {
@@ -68,12 +63,6 @@ QVariant ColumnsModel::data(const QModelIndex &index, int role) const {
         return text && isFrozen(index.row()) ? QVariant(u"固定"_s) : QVariant();
     }
     return {};
-}
-
-QVariant ColumnsModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"表示"_s, u"項目"_s, u"幅（半角）"_s, u"固定"_s};
-    const bool caption = orientation == Qt::Horizontal && role == Qt::DisplayRole;
-    return caption ? captions.value(section) : QVariant();
 }
 
 Qt::ItemFlags ColumnsModel::flags(const QModelIndex &index) const {

@@ -1,16 +1,15 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/rows/column_settings.h"
 
-#include <QAbstractTableModel>
-
 /// The list's columns to be chosen, a row each in their order.
-class ColumnsModel : public QAbstractTableModel {
+class ColumnsModel : public TableModel {
     Q_OBJECT
 public:
-    enum Column { Shown, Name, Width, Frozen, ColumnCount };
+    enum Column { Shown, Name, Width, Frozen };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit ColumnsModel(QObject *parent = nullptr);
 
     void load(const ColumnSettings &settings);
     const ColumnSettings &settings() const { return m_settings; }
@@ -20,10 +19,7 @@ public:
     /// Puts a row one place up (−1) or down (1); false where there is none.
     bool move(int row, int by);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -31,6 +27,7 @@ Q_SIGNALS:
     void edited();
 
 private:
+    int count() const override { return int(m_settings.columns.size()); }
     void changedAll();
     bool isFrozen(int row) const;
 

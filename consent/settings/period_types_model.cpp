@@ -20,6 +20,15 @@ size_t typeOf(int column) {
 
 } // namespace
 
+PeriodTypesModel::PeriodTypesModel(QObject *parent)
+    : TableModel({{u"選択"_s, u"「既定を設定」で既定の計算方法を入れる利用者"_s},
+                  {u"IDNo."_s},
+                  {u"利用者名"_s},
+                  {u"同意１"_s, u"同意１（マッサージ）の月数　1：同意期間１　2：同意期間２"_s},
+                  {u"同意２"_s, u"同意２の月数　1：同意期間１　2：同意期間２"_s},
+                  {u"期間"_s, u"要加療期間の決め方　1：同意日の15日で区切り、月末まで　2：翌月1日から"_s}},
+                 parent) {}
+
 void PeriodTypesModel::load(std::vector<PatientTypes> patients) {
     beginResetModel();
     m_patients = std::move(patients);
@@ -74,8 +83,7 @@ int PeriodTypesModel::setTicked(const PeriodTypes &types) {
 }
 
 void PeriodTypesModel::changedAll() {
-    if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    allChanged();
     Q_EMIT edited();
 }
 
@@ -92,14 +100,6 @@ QModelIndex PeriodTypesModel::firstWrong() {
             return index(int(shown - m_shown.begin()), column);
         }
     return {};
-}
-
-int PeriodTypesModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_shown.size());
-}
-
-int PeriodTypesModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 bool PeriodTypesModel::isWrong(const QModelIndex &index) const {
@@ -136,23 +136,6 @@ QVariant PeriodTypesModel::data(const QModelIndex &index, int role) const {
     default:
         return {};
     }
-}
-
-QVariant PeriodTypesModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"選択"_s,   u"IDNo."_s,  u"利用者名"_s,
-                                      u"同意１"_s, u"同意２"_s, u"期間"_s};
-    static const QStringList hints{
-        u"「既定を設定」で既定の計算方法を入れる利用者"_s,
-        {},
-        {},
-        u"同意１（マッサージ）の月数　1：同意期間１　2：同意期間２"_s,
-        u"同意２の月数　1：同意期間１　2：同意期間２"_s,
-        u"要加療期間の決め方　1：同意日の15日で区切り、月末まで　2：翌月1日から"_s};
-    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
-        return {};
-    return role == Qt::DisplayRole   ? QVariant(captions[section])
-           : role == Qt::ToolTipRole ? QVariant(hints[section])
-                                     : QVariant();
 }
 
 Qt::ItemFlags PeriodTypesModel::flags(const QModelIndex &index) const {

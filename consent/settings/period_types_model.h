@@ -1,17 +1,16 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/settings/period_types.h"
-
-#include <QAbstractTableModel>
 
 /// Patients and their types, in a grid; narrowed to those wanted. One row without a number holds the
 /// practice's defaults.
-class PeriodTypesModel : public QAbstractTableModel {
+class PeriodTypesModel : public TableModel {
     Q_OBJECT
 public:
-    enum Column { Tick, Number, Name, FirstType, SecondType, PeriodType, ColumnCount };
+    enum Column { Tick, Number, Name, FirstType, SecondType, PeriodType };
 
-    using QAbstractTableModel::QAbstractTableModel;
+    explicit PeriodTypesModel(QObject *parent = nullptr);
 
     void load(std::vector<PatientTypes> patients);
     const std::vector<PatientTypes> &patients() const { return m_patients; }
@@ -30,10 +29,7 @@ public:
     /// where it was narrowed away.
     QModelIndex firstWrong();
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -41,6 +37,7 @@ Q_SIGNALS:
     void edited();
 
 private:
+    int count() const override { return int(m_shown.size()); }
     void showAll();
     void changedAll();
     bool isWrong(const QModelIndex &index) const;

@@ -25,6 +25,10 @@ QString noteOf(const MailResult &result) {
 
 } // namespace
 
+MailChoice::MailChoice(QObject *parent)
+    : TableModel({{u"送信"_s}, {u"番号"_s}, {u"相談員"_s}, {u"メールアドレス"_s}, {u"利用者"_s}, {u"備考"_s}},
+                 parent) {}
+
 void MailChoice::load(std::vector<MailRecipient> recipients) {
     m_entries.clear();
     for (MailRecipient &recipient : recipients) {
@@ -87,8 +91,7 @@ void MailChoice::tickAll() {
         std::ranges::all_of(m_entries, [](const Entry &entry) { return entry.ticked || !entry.mayTick(); });
     for (Entry &entry : m_entries)
         entry.ticked = !all && entry.mayTick();
-    if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, Tick), index(rowCount() - 1, Tick));
+    columnsChanged(Tick, Tick);
     Q_EMIT ticksChanged();
 }
 
@@ -107,17 +110,8 @@ void MailChoice::takeResults(const std::vector<MailResult> &results) {
         entry.note = noteOf(*result);
         ++result;
     }
-    if (rowCount() > 0)
-        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, ColumnCount - 1));
+    allChanged();
     Q_EMIT ticksChanged();
-}
-
-int MailChoice::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_shown.size());
-}
-
-int MailChoice::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(ColumnCount);
 }
 
 QString MailChoice::text(const Entry &entry, int column) const {
@@ -151,14 +145,6 @@ QVariant MailChoice::data(const QModelIndex &index, int role) const {
     if (role == Qt::TextAlignmentRole && (index.column() == Number || index.column() == Patients))
         return int(Qt::AlignRight | Qt::AlignVCenter);
     return {};
-}
-
-QVariant MailChoice::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions = {u"送信"_s,           u"番号"_s,   u"相談員"_s,
-                                         u"メールアドレス"_s, u"利用者"_s, u"備考"_s};
-    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
-        return {};
-    return captions.value(section);
 }
 
 // A row that cannot be ticked is grey, its remark says why.

@@ -1,17 +1,16 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "print/mail/mail_run.h"
-
-#include <QAbstractTableModel>
 
 /// The counsellors to choose from, and who is ticked: at first who can get a mail and has not been told of
 /// all patients before. Who has got one cannot be ticked again.
-class MailChoice : public QAbstractTableModel {
+class MailChoice : public TableModel {
     Q_OBJECT
 public:
-    enum Column { Tick, Number, Name, Address, Patients, Note, ColumnCount };
+    enum Column { Tick, Number, Name, Address, Patients, Note };
 
-    explicit MailChoice(QObject *parent = nullptr) : QAbstractTableModel(parent) {}
+    explicit MailChoice(QObject *parent = nullptr);
 
     void load(std::vector<MailRecipient> recipients);
     /// Shows the counsellors of whose patients none is to be told of, too.
@@ -31,10 +30,7 @@ public:
     /// What became of the ticked recipients' mails, in their order.
     void takeResults(const std::vector<MailResult> &results);
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
     Qt::ItemFlags flags(const QModelIndex &index) const override;
     bool setData(const QModelIndex &index, const QVariant &value, int role) override;
 
@@ -42,6 +38,7 @@ Q_SIGNALS:
     void ticksChanged();
 
 private:
+    int count() const override { return int(m_shown.size()); }
     struct Entry {
         MailRecipient recipient;
         bool ticked = false;
