@@ -28,7 +28,7 @@ FeesForm::FeesForm(Environment &environment, cT_ADODB &db, QWidget *parent)
       m_fees(environment) {
     m_ui->setupUi(this);
     m_ui->imD_Tsuki->setUnit(DateBox::Unit::Month);
-    m_ui->imD_Tsuki->setToday(environment.clock.today());
+    m_ui->imD_Tsuki->setClock(environment.clock);
     m_prices->setHorizontalHeaderLabels({u"項目"_s, u"単価(円)"_s});
     m_ui->ssTanka->setModel(m_prices);
     m_ui->ssTanka->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
@@ -44,7 +44,7 @@ FeesForm::~FeesForm() = default;
 
 void FeesForm::wire() {
     auto *dates = new DateDelegate(this);
-    dates->setToday(m_environment.clock.today());
+    dates->setClock(m_environment.clock);
     for (const int column : {BandsModel::Start, BandsModel::End})
         m_ui->ssKubun->setItemDelegateForColumn(column, dates);
     const auto refuse = [this](const QString &why) {

@@ -9,7 +9,8 @@ QWidget *DateDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem 
                                     const QModelIndex &) const {
     auto *box = new DateBox(parent);
     box->setFrame(false);
-    box->setToday(m_today);
+    if (m_clock)
+        box->setClock(*m_clock);
     return box;
 }
 

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QDate>
 #include <QStyledItemDelegate>
+
+class Clock;
 
 /// Edits a cell's date (a QDate under Qt::EditRole, invalid for empty) in a date box. Enter and Tab do not
 /// leave a box that holds no date; a click elsewhere does, then the cell keeps its date and rejected() tells.
@@ -11,8 +12,8 @@ class DateDelegate : public QStyledItemDelegate {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
 
-    /// Where the step keys begin in an empty cell.
-    void setToday(const QDate &today) { m_today = today; }
+    /// Tells the day where short dates are read and the step keys begin.
+    void setClock(const Clock &clock) { m_clock = &clock; }
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &option,
                           const QModelIndex &index) const override;
@@ -27,5 +28,5 @@ protected:
     bool eventFilter(QObject *editor, QEvent *event) override;
 
 private:
-    QDate m_today;
+    const Clock *m_clock = nullptr;
 };

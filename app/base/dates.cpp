@@ -1,8 +1,5 @@
 #include "app/base/dates.h"
 
-#include "app/base/text.h"
-
-#include <QRegularExpression>
 #include <optional>
 #include <unicode/ucal.h>
 #include <unicode/udat.h>
@@ -118,18 +115,6 @@ template <typename View> QDate readDatabaseDate(View text) {
     return ends ? QDate(year, month, day) : QDate();
 }
 
-const Era *eraNamed(QStringView name) {
-    for (const Era &era : systemEras())
-        if (name == era.name || (name.size() == 1 && name[0].toUpper() == era.initial))
-            return &era;
-    return nullptr;
-}
-
-QDate dateInEra(const Era &era, int year, int month, int day) {
-    const QDate date(era.start.year() + year - 1, month, day);
-    return year >= 1 && eraOf(date) == &era ? date : QDate();
-}
-
 } // namespace
 
 QString formatDate(const QDate &date, QStringView pattern) {
@@ -157,36 +142,6 @@ QDate dateFromDatabase(QStringView text) {
 
 QDate dateFromDatabase(QLatin1StringView text) {
     return readDatabaseDate(text);
-}
-
-QDate dateFromInput(const QString &text) {
-    // What the program writes itself is by far the most frequent; it needs no pattern.
-    if (text.size() == 10)
-        if (const QDate date = dateFromDatabase(text); date.isValid() && dateText(date) == text)
-            return date;
-    static const QRegularExpression separated(
-        u"^(\\D*?)(\\d{1,4}|元)(?:[/.-](\\d{1,2})[/.-](\\d{1,2})|年(\\d{1,2})月(\\d{1,2})日?)$"_s);
-    static const QRegularExpression digitsOnly(u"^(?:(\\d{4})|([A-Za-z])(\\d{2}))(\\d{2})(\\d{2})$"_s);
-
-    const QString input = toHalfWidth(text).remove(u' ');
-    if (const auto m = digitsOnly.match(input); m.hasMatch()) {
-        const int month = m.capturedView(4).toInt();
-        const int day = m.capturedView(5).toInt();
-        if (m.hasCaptured(1))
-            return QDate(m.capturedView(1).toInt(), month, day);
-        const Era *const era = eraNamed(m.capturedView(2));
-        return era ? dateInEra(*era, m.capturedView(3).toInt(), month, day) : QDate();
-    }
-    const auto m = separated.match(input);
-    if (!m.hasMatch())
-        return {};
-    const int month = (m.hasCaptured(3) ? m.capturedView(3) : m.capturedView(5)).toInt();
-    const int day = (m.hasCaptured(4) ? m.capturedView(4) : m.capturedView(6)).toInt();
-    const QStringView year = m.capturedView(2);
-    if (m.capturedLength(1) == 0)
-        return year.size() == 4 ? QDate(year.toInt(), month, day) : QDate();
-    const Era *const era = eraNamed(m.capturedView(1));
-    return era ? dateInEra(*era, year == u"元" ? 1 : year.toInt(), month, day) : QDate();
 }
 
 int dateKey(const QDate &date) {

@@ -18,11 +18,6 @@ QString dateText(const QDate &date);
 QDate dateFromDatabase(QStringView text);
 QDate dateFromDatabase(QLatin1StringView text);
 
-/// What a person types into a date box: 2026/11/21, 2026-11-21, 20261121, R8.11.21, R081121, 令和8年11月21日,
-/// full-width digits allowed, also what the patterns above write. Invalid when it is no date, and when the
-/// day lies outside the era named.
-QDate dateFromInput(const QString &text);
-
 /// Key of a date: the integer yyyymmdd, 0 for an invalid date; and back, invalid for impossible keys.
 int dateKey(const QDate &date);
 QDate dateFromKey(int key);

@@ -35,6 +35,7 @@ frmDouiRecordEdit::frmDouiRecordEdit(Environment &environment, QWidget *parent)
     m_ui->lblRule->setMinimumHeight(2 * fontMetrics().lineSpacing());
     // The way by Enter and Tab leads through the boxes; pages have their letters.
     m_ui->tabKind->tabBar()->setFocusPolicy(Qt::NoFocus);
+    setClock(*this, environment.clock);
     m_inputs = new ColumnInputs(this);
     new EnterMovesOn(this);
 }

@@ -122,7 +122,7 @@ QVariant PaintedListModel::data(const QModelIndex &index, int role) const {
     return ConsentListModel::data(index, role);
 }
 
-ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) : Grid(parent) {
+ListGrid::ListGrid(const Folders &folders, const Clock &clock, QWidget *parent) : Grid(parent) {
     setObjectName(u"ssDouiD"_s);
     setSelectionBehavior(SelectItems);
     setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
@@ -132,7 +132,7 @@ ListGrid::ListGrid(const Folders &folders, const QDate &today, QWidget *parent) 
 
     auto *ticks = new TickDelegate(folders, this);
     auto *dates = new DateDelegate(this);
-    dates->setToday(today);
+    dates->setClock(clock);
     connect(dates, &DateDelegate::rejected, this, &ListGrid::rejected);
     auto *methods = new MethodDelegate(m_methods, this);
     for (const ListColumnInfo &info : listColumns()) {

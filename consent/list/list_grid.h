@@ -7,6 +7,7 @@
 
 #include <functional>
 
+class Clock;
 class DateDelegate;
 class Folders;
 
@@ -29,7 +30,7 @@ private:
 class ListGrid : public Grid {
     Q_OBJECT
 public:
-    ListGrid(const Folders &folders, const QDate &today, QWidget *parent = nullptr);
+    ListGrid(const Folders &folders, const Clock &clock, QWidget *parent = nullptr);
 
     /// Takes the model and shows the columns as at first.
     void attach(PaintedListModel *model);

@@ -4,11 +4,12 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-RestartForm::RestartForm(const QString &who, const Period &proposed, QWidget *parent)
+RestartForm::RestartForm(const QString &who, const Period &proposed, const Clock &clock, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::RestartForm>()) {
     m_ui->setupUi(this);
     m_ui->lblWho->setText(who);
     m_ui->lblWrong->hide();
+    setClock(*this, clock);
     m_ui->idHenkeiFrom->setDate(proposed.start);
     m_ui->idHenkeiTo->setDate(proposed.end);
     m_ui->idHenkeiFrom->setFocus();

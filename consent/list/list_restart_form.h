@@ -5,6 +5,7 @@
 #include <QDialog>
 #include <memory>
 
+class Clock;
 namespace Ui {
 class RestartForm;
 }
@@ -14,7 +15,7 @@ class RestartForm : public QDialog {
     Q_OBJECT
 public:
     /// @param who "IDNo. name" of the row's patient
-    RestartForm(const QString &who, const Period &proposed, QWidget *parent = nullptr);
+    RestartForm(const QString &who, const Period &proposed, const Clock &clock, QWidget *parent = nullptr);
     ~RestartForm() override;
 
     Period period() const;

@@ -79,7 +79,7 @@ frm同意依頼::frm同意依頼(Environment &environment, cT_ADODB &db, QWidget
     grid->setItemDelegateForColumn(RequestRowsModel::ToHospital, ticks);
     grid->setItemDelegateForColumn(RequestRowsModel::Kind, new KindDelegate(this));
     (new CsvButton(environment, *grid, u"同意依頼"_s))->insert(*m_ui->rowButtons, *m_ui->cmdPreview);
-    m_ui->imD_Output->setToday(environment.clock.today());
+    m_ui->imD_Output->setClock(environment.clock);
     wire();
     new EnterMovesOn(m_ui->boxOptions);
     const QSize wanted(grid->widthOf(95), fontMetrics().height() * 34);

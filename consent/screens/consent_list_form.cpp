@@ -14,6 +14,7 @@
 #include "db/adodb.h"
 #include "export/save_grid.h"
 #include "print/grid_print/grid_print.h"
+#include "widgets/date_box.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/version_form.h"
 
@@ -58,7 +59,8 @@ frm同意書管理::~frm同意書管理() = default;
 
 void frm同意書管理::layOut() {
     m_panel = new ListFilterPanel(this);
-    m_grid = new ListGrid(m_environment.folders, m_environment.clock.today(), this);
+    setClock(*m_panel, m_environment.clock);
+    m_grid = new ListGrid(m_environment.folders, m_environment.clock, this);
     m_grid->attach(m_model);
     m_commands = new ListCommandBar(this);
     m_progress = new QProgressBar(this);

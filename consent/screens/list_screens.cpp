@@ -255,7 +255,8 @@ bool restartDeformity(const ListOpening &opening) {
     }
     const QDate today = opening.environment.clock.today();
     const auto months = int(qMax<qint64>(1, row.records.number(row.record, ListField::Months)));
-    RestartForm form(row.who(), {today, today.addMonths(months).addDays(-1)}, opening.parent);
+    RestartForm form(row.who(), {today, today.addMonths(months).addDays(-1)}, opening.environment.clock,
+                     opening.parent);
     if (form.exec() != QDialog::Accepted)
         return false;
     const Period period = form.period();

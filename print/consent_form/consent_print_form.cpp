@@ -68,8 +68,7 @@ frm同意書印刷::frm同意書印刷(Environment &environment, QWidget *parent
     m_ui->setupUi(this);
     for (int i = 0; i < m_ui->optSejutuKbn->buttons().size(); ++i)
         m_ui->optSejutuKbn->setId(m_ui->optSejutuKbn->buttons()[i], i);
-    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo, m_ui->imD_Teisyutu})
-        box->setToday(environment.clock.today());
+    setClock(*this, environment.clock);
     addMenu();
     wire();
     new EnterMovesOn(this);

@@ -2,6 +2,7 @@
 
 #include "app/base/dates.h"
 #include "app/base/folders.h"
+#include "app/base/typed_dates.h"
 
 using namespace Qt::Literals::StringLiterals;
 

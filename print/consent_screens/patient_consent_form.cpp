@@ -67,7 +67,7 @@ frmDouiSubmain::frmDouiSubmain(Environment &environment, QWidget *parent)
     m_contents = {m_ui->chkChkView_0, m_ui->chkChkView_1, m_ui->chkChkView_2};
     m_formats = {m_ui->cbDouiFormat_0, m_ui->cbDouiFormat_1, m_ui->cbDouiFormat_2};
     m_own = {m_ui->optChkPrn_0, m_ui->optChkPrn_1, m_ui->optChkPrn_2};
-    m_ui->imD_Teisyutu->setToday(environment.clock.today());
+    m_ui->imD_Teisyutu->setClock(environment.clock);
     m_ui->btnRegist->hide(); // the choices are taken when the screen is closed
     auto *bar = new QMenuBar(this);
     bar->addMenu(m_ui->wfdImage->zoomMenu());

@@ -61,8 +61,7 @@ ManagementPrintForm::ManagementPrintForm(Environment &environment, cT_ADODB &db,
     m_ui->setupUi(this);
     number(m_ui->OptPrintMode, int(ManagementMode::Ledger));
     number(m_ui->optDestination, 0);
-    for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo})
-        box->setToday(environment.clock.today());
+    setClock(*this, environment.clock);
 }
 
 ManagementPrintForm::~ManagementPrintForm() = default;

@@ -27,7 +27,7 @@ frm同意書更新リスト印刷::frm同意書更新リスト印刷(Environment
     : QDialog(parent), m_environment(environment), m_ui(std::make_unique<Ui::RenewalListForm>()) {
     m_ui->setupUi(this);
     m_ui->imD_Tsuki->setUnit(DateBox::Unit::Month);
-    m_ui->imD_Tsuki->setToday(environment.clock.today());
+    m_ui->imD_Tsuki->setClock(environment.clock);
     wire();
     new EnterMovesOn(this);
     resize(fontMetrics().horizontalAdvance(u'国') * 34, sizeHint().height());

@@ -17,7 +17,7 @@ using namespace Qt::Literals::StringLiterals;
 frmSetInsatsuDoui::frmSetInsatsuDoui(Environment &environment, cT_ADODB &db, QWidget *parent)
     : QDialog(parent), m_environment(environment), m_db(db), m_ui(std::make_unique<Ui::SetPrintForm>()) {
     m_ui->setupUi(this);
-    m_ui->imD_Teisyutu->setToday(environment.clock.today());
+    m_ui->imD_Teisyutu->setClock(environment.clock);
     wire();
     new EnterMovesOn(this);
 }

@@ -1,4 +1,6 @@
 #include "app/base/dates.h"
+
+#include "app/base/typed_dates.h"
 #include "tests/support/test_environment.h"
 
 #include <gtest/gtest.h>
@@ -112,6 +114,60 @@ TEST(Dates, TakesWhatPeopleType) {
                                 u"S64.1.8"_s,
                                 u"99999999999"_s})
         EXPECT_FALSE(dateFromInput(text).isValid()) << text.toStdString();
+}
+
+TEST(Dates, TakesShortDatesAsTheDayHasIt) {
+    const QDate today(2026, 11, 22);
+    const struct {
+        QString typed;
+        QList<QDate> days;
+    } cases[] = {
+        {u"1120"_s, {{2026, 11, 20}}},
+        {u"11/20"_s, {{2026, 11, 20}}},
+        {u"11・20"_s, {{2026, 11, 20}}},
+        {u"１１ー２０"_s, {{2026, 11, 20}}},
+        {u"11月20日"_s, {{2026, 11, 20}}},
+        {u"0531"_s, {{2027, 5, 31}}}, // where a consent of today ends
+        {u"6/1"_s, {{2026, 6, 1}}},
+        {u"2/29"_s, {}},
+        {u"520"_s, {{2027, 5, 20}}},
+        {u"111"_s, {{2027, 1, 11}, {2026, 11, 1}}},
+        {u"21"_s, {{2026, 11, 21}}},
+        {u"31"_s, {}},
+        {u"8/11/3"_s, {{2026, 11, 3}}},
+        {u"8.11.20"_s, {{2026, 11, 20}}},
+        {u"081120"_s, {{2026, 11, 20}}},
+        {u"81120"_s, {{2026, 11, 20}}},
+        {u"26/11/3"_s, {{2026, 11, 3}}},
+        {u"17/4/1"_s, {{2035, 4, 1}, {2017, 4, 1}}},
+        {u"1/5/1"_s, {{2019, 5, 1}, {2001, 5, 1}}},
+        {u"1/4/30"_s, {{2001, 4, 30}}}, // 平成 by then
+        {u"75/1/1"_s, {}},
+        {u"今日"_s, {today}},
+        {u"+6m"_s, {{2027, 5, 22}}},
+        {u"＋６か月"_s, {{2027, 5, 22}}},
+        {u"-1M"_s, {{2026, 10, 22}}},
+        {u"+14"_s, {{2026, 12, 6}}},
+        {u"+2w"_s, {{2026, 12, 6}}},
+        {u"+14d"_s, {{2026, 12, 6}}},
+        {u"+1y"_s, {{2027, 11, 22}}},
+        {u"R8.11.21"_s, {{2026, 11, 21}}},
+        {u"R8.11"_s, {}},
+        {u"202611"_s, {}},
+        {u"あした"_s, {}},
+        {u""_s, {}},
+    };
+    for (const auto &[typed, days] : cases)
+        EXPECT_EQ(daysFromInput(typed, today), days) << typed.toStdString();
+    EXPECT_EQ(daysFromInput(u"12/20"_s, {2027, 1, 5}), QList<QDate>({{2026, 12, 20}})) << "over New Year";
+    EXPECT_EQ(daysFromInput(u"+3m"_s, {2026, 11, 30}), QList<QDate>({{2027, 2, 28}}));
+
+    const std::pair<QString, QDate> months[] = {{u"11"_s, {2026, 11, 1}},     {u"5"_s, {2027, 5, 1}},
+                                                {u"8/11"_s, {2026, 11, 1}},   {u"来月"_s, {2026, 12, 1}},
+                                                {u"202611"_s, {2026, 11, 1}}, {u"+2m"_s, {2027, 1, 1}},
+                                                {u"1120"_s, {2026, 11, 1}},   {u"R8.11"_s, {2026, 11, 1}}};
+    for (const auto &[typed, month] : months)
+        EXPECT_EQ(monthsFromInput(typed, today), QList<QDate>{month}) << typed.toStdString();
 }
 
 TEST(Dates, KeysAndWeekdays) {

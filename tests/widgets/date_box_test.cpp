@@ -6,6 +6,7 @@
 #include "widgets/grid.h"
 
 #include <QAction>
+#include <QListWidget>
 #include <QSignalSpy>
 #include <QStandardItemModel>
 #include <QVBoxLayout>
@@ -31,6 +32,7 @@ struct DateForm : QWidget {
 };
 
 const QDate Day(2026, 11, 21);
+FixedClock theClock(Day);
 
 } // namespace
 
@@ -96,13 +98,57 @@ TEST(DateBox, StepsByKeys) {
     form.box.setDate({});
     QTest::keyClick(&form.box, Qt::Key_Up);
     EXPECT_EQ(form.box.text(), QString()) << "no day is known to begin at";
-    form.box.setToday(Day);
+    form.box.setClock(theClock);
     QTest::keyClick(&form.box, Qt::Key_Up);
     EXPECT_EQ(form.box.date(), Day);
 
     form.box.setText(u"2026/02/30"_s);
     QTest::keyClick(&form.box, Qt::Key_Up);
     EXPECT_EQ(form.box.text(), u"2026/02/30"_s) << "a step must not take wrong input away";
+}
+
+TEST(DateBox, TellsWhatAShortDateMeansAndAsksWhichOfTwo) {
+    DateForm form;
+    FixedClock overnight(Day);
+    form.box.setClock(overnight);
+    const auto *lines = [&] {
+        typeText(&form.box, u"30"_s);
+        return form.findChild<QListWidget *>();
+    }();
+    ASSERT_TRUE(lines && lines->isVisible());
+    EXPECT_EQ(lines->item(0)->text(), u"2026/11/30　令和8年11月30日（月）"_s);
+    QTest::keyClick(&form.box, Qt::Key_Return);
+    EXPECT_EQ(form.box.text(), u"2026/11/30"_s);
+    EXPECT_FALSE(lines->isVisible());
+
+    overnight.set({2026, 12, 1}); // the program stays open
+    form.box.clear();
+    typeText(&form.box, u"今日"_s);
+    EXPECT_EQ(form.box.date(), QDate(2026, 12, 1));
+    form.box.clear();
+    QTest::keyClick(&form.box, Qt::Key_Up);
+    EXPECT_EQ(form.box.date(), QDate(2026, 12, 1));
+
+    const struct {
+        QList<Qt::Key> keys;
+        QString text;
+        bool held;
+    } ways[] = {{{Qt::Key_Return}, u"17/4/1"_s, true},
+                {{Qt::Key_Return, Qt::Key_Return}, u"2035/04/01"_s, false},
+                {{Qt::Key_Return, Qt::Key_Down, Qt::Key_Return}, u"2017/04/01"_s, false},
+                {{Qt::Key_Down, Qt::Key_Down, Qt::Key_Tab}, u"2017/04/01"_s, false},
+                {{Qt::Key_Tab}, u"17/4/1"_s, true}};
+    for (const auto &way : ways) {
+        form.box.setFocus();
+        form.box.clear();
+        typeText(&form.box, u"17/4/1"_s);
+        EXPECT_EQ(lines->count(), 2);
+        for (const Qt::Key key : way.keys)
+            QTest::keyClick(&form.box, key);
+        EXPECT_EQ(form.box.text(), way.text);
+        EXPECT_EQ(form.box.hasWrongInput(), way.held) << "nothing is taken that nobody chose";
+        EXPECT_EQ(lines->isVisible(), form.box.hasFocus() && way.held);
+    }
 }
 
 TEST(DateBox, TellsOfChangesOnceTheyStand) {
@@ -136,6 +182,9 @@ TEST(DateBox, OfMonthsHoldsTheFirst) {
     }
     QTest::keyClick(&form.box, Qt::Key_Up);
     EXPECT_EQ(form.box.text(), u"2026/12"_s);
+    form.box.setClock(theClock);
+    form.box.setText(u"8/11"_s);
+    EXPECT_EQ(form.box.date(), QDate(2026, 11, 1)) << "a year and a month here, a month and a day elsewhere";
 }
 
 namespace {
@@ -175,8 +224,14 @@ TEST(DateDelegate, WritesDatesAndKeepsTheEditorOpenOnWrongInput) {
     g.pressEnter();
     ASSERT_TRUE(g.box()) << "Enter left wrong input";
     EXPECT_EQ(g.box()->text(), u"2026/13/01"_s);
+    g.delegate.setClock(theClock);
+    g.box()->setClock(theClock);
     g.box()->selectAll();
-    typeText(g.box(), u"R8.12.1"_s);
+    typeText(g.box(), u"17/4/1"_s);
+    g.pressEnter();
+    ASSERT_TRUE(g.box()) << "which of two days is still to be said";
+    g.box()->selectAll();
+    typeText(g.box(), u"1201"_s);
     g.pressEnter();
     EXPECT_EQ(g.cell(0).data(Qt::EditRole).toDate(), QDate(2026, 12, 1));
 }
