@@ -64,16 +64,14 @@ update RIYOUSHA_DOUI_REC set iHKHariUmu = 1, iHKSyobyou02Flg = 1, iHKSyobyou05Fl
 
 } // namespace
 
-Practice::Practice()
-    : folders([this] {
-          addFile(m_folder.filePath(u"Massage.ini"_s),
-                  "SYSTEM_SYS=SYS\r\nSYSTEM_TMP=TMP\r\nSYSTEM_DATA=DATA\r\n");
-          for (const QString &folder : {u"SYS"_s, u"TMP"_s, u"DATA"_s})
-              QDir(m_folder.path()).mkdir(folder);
-          for (const QString &layout : {u"M初回.wfd"_s, u"M再.wfd"_s, u"H初回.wfd"_s, u"H再_B5.wfd"_s})
-              addFile(system(layout));
-          return m_folder.path();
-      }()) {
+Practice::Practice() {
+    addFile(programFolder.filePath(u"Massage.ini"_s),
+            "SYSTEM_SYS=SYS\r\nSYSTEM_TMP=TMP\r\nSYSTEM_DATA=DATA\r\n");
+    folders = Folders(programFolder.path());
+    for (const QString &folder : {u"SYS"_s, u"TMP"_s, u"DATA"_s})
+        QDir(programFolder.path()).mkdir(folder);
+    for (const QString &layout : {u"M初回.wfd"_s, u"M再.wfd"_s, u"H初回.wfd"_s, u"H再_B5.wfd"_s})
+        addFile(system(layout));
     database.run(rows);
 }
 
@@ -109,9 +107,21 @@ QString Practice::written(const QString &file) const {
     return data.open(QIODevice::ReadOnly) ? decode932(data.readAll()) : QString();
 }
 
+QStringList Practice::cells(const QString &file, const QStringList &columns) const {
+    QStringList lines = written(file).split(u"\r\n"_s, Qt::SkipEmptyParts);
+    const QStringList header = lines.isEmpty() ? QStringList() : lines.takeFirst().split(u',');
+    QStringList found;
+    for (const QString &line : lines) {
+        QStringList values;
+        for (const QString &column : columns)
+            values += line.split(u',').value(header.indexOf(u'"' + column + u'"')).remove(u'"');
+        found += values.join(u'|');
+    }
+    return found;
+}
+
 void Practice::keepPrintFiles() const {
-    addFile(QDir(folders.data()).filePath(u"douisho.ini"_s),
-            encode932(u"[印刷]\r\n作業ファイルを残す=1\r\n"_s).bytes);
+    addFile(data(u"douisho.ini"_s), encode932(u"[印刷]\r\n作業ファイルを残す=1\r\n"_s).bytes);
 }
 
 void Practice::addFile(const QString &path, const QByteArray &bytes) const {

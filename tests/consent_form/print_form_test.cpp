@@ -9,7 +9,6 @@
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QFile>
 #include <QRadioButton>
 #include <QRegularExpression>
@@ -22,7 +21,7 @@ class PrintForm : public testing::Test {
 protected:
     PrintForm() {
         for (const QString &ini : {u"印刷設定.ini"_s, u"患者管理設定.ini"_s})
-            practice.addFile(data(ini), "\r\n");
+            practice.addFile(practice.data(ini), "\r\n");
         practice.processes.act = [this](const RecordedProcesses::Start &start) {
             practice.addFile(start.arguments.at(0));
             return ProcessEnd{ProcessEnd::Exited, 0};
@@ -41,22 +40,10 @@ protected:
         typeText(edit, text);
         QTest::keyClick(edit, Qt::Key_Return);
     }
-    QString data(const QString &file) const { return QDir(practice.folders.data()).filePath(file); }
     QString stored(const QString &key) const {
         clsOplIniFile ini;
-        ini.iInit(data(u"印刷設定.ini"_s));
+        ini.iInit(practice.data(u"印刷設定.ini"_s));
         return ini.csGetProfileString(u"同意書"_s, key);
-    }
-    /// The command file without the folders.
-    QString commands(const QString &file = u"WfdCom.dat"_s) const {
-        return practice.written(file).remove(practice.system({})).remove(practice.work({}));
-    }
-    QStringList said() {
-        QStringList texts;
-        for (const Message &message : practice.messages.shown)
-            texts += message.text;
-        practice.messages.shown.clear();
-        return texts;
     }
 
     Practice practice;
@@ -67,8 +54,8 @@ TEST_F(PrintForm, PrintsOnePatientAndKeepsTheChoices) {
     open();
     enter(u"txtcRiyoushaNo"_s, u"1"_s);
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList());
-    EXPECT_EQ(commands(),
+    EXPECT_EQ(practice.said(), QStringList());
+    EXPECT_EQ(practice.commands(),
               u"FileName,\"M再.wfd\"\r\nTitle,\"同意書印刷\"\r\n"
               "SetDataText,\"同意書データ\",\"同意書データ.csv\"\r\nPrintPaper, A4\r\nShowWindow,2\r\n"_s);
     EXPECT_TRUE(practice.written(u"同意書データ.csv"_s).contains(u"\"髙橋　花子\""_s));
@@ -80,9 +67,9 @@ TEST_F(PrintForm, PrintsOnePatientAndKeepsTheChoices) {
     control<QCheckBox>(u"chkTeisyutuDate"_s)->setChecked(true);
     enter(u"imD_Teisyutu"_s, u"R8.12.1"_s);
     pressButton(*form, Qt::Key_F11);
-    EXPECT_EQ(said(), QStringList());
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"H再_B5.wfd\""_s));
-    EXPECT_TRUE(commands().endsWith(u"PrintPaper, B5\r\nPrintOutFromDialog\r\n"_s));
+    EXPECT_EQ(practice.said(), QStringList());
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"H再_B5.wfd\""_s));
+    EXPECT_TRUE(practice.commands().endsWith(u"PrintPaper, B5\r\nPrintOutFromDialog\r\n"_s));
     EXPECT_TRUE(practice.written(u"同意書データ.csv"_s).contains(u"令和8年12月1日"_s));
 
     open();
@@ -95,12 +82,12 @@ TEST_F(PrintForm, PrintsOnePatientAndKeepsTheChoices) {
 TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
     open();
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList{u"利用者を指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"利用者を指定してください。"_s});
 
     enter(u"txtcRiyoushaNo"_s, u"1"_s);
     practice.processes.missing = QStringList{u"wfrfv10.exe"_s};
     pressButton(*form, Qt::Key_F9);
-    const QString failed = said().join(u'|');
+    const QString failed = practice.said().join(u'|');
     EXPECT_TRUE(
         failed.startsWith(u"帳票の印刷に失敗しました。[帳票プログラム「wfrfv10.exe」が見つかりません。"_s));
     practice.processes.missing.clear();
@@ -108,19 +95,19 @@ TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
     ASSERT_TRUE(QFile::remove(practice.system(u"M再.wfd"_s)));
     pressButton(*form, Qt::Key_F9);
     EXPECT_EQ(practice.messages.shown.last().title, u"ファイルエラー"_s);
-    EXPECT_EQ(said(), QStringList{u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s});
 
     control<QRadioButton>(u"optTaisyo_1"_s)->click();
     control<QLineEdit>(u"txtcSejutsuNo"_s)->setText(u"6"_s);
     practice.messages.answers = {Answer::Ok};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_EQ(said().value(1), u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s)
+    EXPECT_EQ(practice.said().value(1), u"同意書（M再.wfd）が存在しません。\r\n処理を中止します。"_s)
         << "of all who match";
     control<QRadioButton>(u"optTaisyo_0"_s)->click();
 
     enter(u"txtcRiyoushaNo"_s, u"3"_s);
     pressButton(*form, Qt::Key_F9);
-    const QStringList oral = said();
+    const QStringList oral = practice.said();
     ASSERT_EQ(oral.size(), 2);
     EXPECT_TRUE(oral[0].contains(u"3　口頭　太郎"_s));
     EXPECT_EQ(oral[1], u"該当する同意書データがありません。"_s);
@@ -129,11 +116,11 @@ TEST_F(PrintForm, SaysWhyNothingIsPrinted) {
     enter(u"txtcRiyoushaNo"_s, u"1"_s);
     pressButton(*form, Qt::Key_F11);
     EXPECT_EQ(practice.messages.shown.last().title, u"同意書未登録エラー"_s);
-    EXPECT_EQ(said(), QStringList{u"マッサージ用の同意書が、登録されていません。\r\n"
-                                  "帳票管理マスタ画面で登録してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"マッサージ用の同意書が、登録されていません。\r\n"
+                                           "帳票管理マスタ画面で登録してください。"_s});
     practice.database.run(u"DROP TABLE SHINSEISYO"_s);
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(said().join(u'|').startsWith(u"患者データの取得に失敗しました。"_s));
+    EXPECT_TRUE(practice.said().join(u'|').startsWith(u"患者データの取得に失敗しました。"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 }
 
@@ -143,7 +130,7 @@ TEST_F(PrintForm, TextsThatThePaperCannotSayAreToldBefore) {
     for (const Answer answer : {Answer::No, Answer::Yes}) {
         practice.messages.answers = {answer};
         pressButton(*form, Qt::Key_F11);
-        const QStringList texts = said();
+        const QStringList texts = practice.said();
         ASSERT_EQ(texts.size(), 1);
         EXPECT_TRUE(texts[0].contains(u"𠮷田"_s));
         EXPECT_EQ(practice.processes.started.size(), answer == Answer::Yes ? 1 : 0);
@@ -157,14 +144,14 @@ TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
     control<QComboBox>(u"cmbSort"_s)->setCurrentIndex(int(FormOrder::Kana));
     practice.messages.answers = {Answer::Cancel};
     pressButton(*form, Qt::Key_F11);
-    const QStringList asked = said();
+    const QStringList asked = practice.said();
     ASSERT_EQ(asked.size(), 1);
     EXPECT_TRUE(asked[0].contains(u"3　口頭　太郎"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
     practice.messages.answers = {Answer::Ok, Answer::No};
     pressButton(*form, Qt::Key_F11);
-    const QString question = said().value(1);
+    const QString question = practice.said().value(1);
     EXPECT_TRUE(question.contains(u"𠮷田"_s)) << "a text that would have to be changed";
     EXPECT_TRUE(question.endsWith(u"4 件の同意書を印刷します。よろしいですか？"_s))
         << "and how many, in one box";
@@ -172,26 +159,26 @@ TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
 
     practice.messages.answers = {Answer::Ok, Answer::Yes, Answer::Ok};
     pressButton(*form, Qt::Key_F11);
-    const QStringList all = said();
+    const QStringList all = practice.said();
     ASSERT_EQ(all.size(), 3);
     EXPECT_EQ(all[2], u"4 件中 4 件を出力しました。"_s);
     // By kana: 2, 1, 4, 5.
     EXPECT_TRUE(
-        commands(u"Com.dat"_s)
+        practice.commands(u"Com.dat"_s)
             .remove(QRegularExpression(u"douisho-[^/]*/"_s))
             .startsWith(
                 u"SetTitle,\"同意書1\"\r\nSetImageField,\"QRコード\"\r\n"
                 "SetDataText,同意書データ,\"2_同意書データ.csv\"\r\nSetReport,\"H再_B5.wfd\"\r\nAddReport\r\n"_s));
-    EXPECT_TRUE(commands(u"cmdSetPrint.dat"_s).endsWith(u"PrintPaper, A4\r\nPrintOut\r\n"_s));
+    EXPECT_TRUE(practice.commands(u"cmdSetPrint.dat"_s).endsWith(u"PrintPaper, A4\r\nPrintOut\r\n"_s));
     EXPECT_EQ(stored(u"施術区分"_s), u"2"_s);
     EXPECT_EQ(stored(u"ソート順"_s), u"1"_s);
 
     enter(u"imD_KikanFrom"_s, u"2030/01/01"_s);
     pressButton(*form, Qt::Key_F11);
-    EXPECT_EQ(said(), QStringList{u"該当する患者データがありません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"該当する患者データがありません。"_s});
     enter(u"imD_KikanTo"_s, u"2029/01/01"_s);
     pressButton(*form, Qt::Key_F11);
-    EXPECT_EQ(said(), QStringList{u"期間終了日の範囲を正しく指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"期間終了日の範囲を正しく指定してください。"_s});
 }
 
 TEST_F(PrintForm, FixedLayoutsOfOralConsentsAreASettingOfTheSuite) {
@@ -203,14 +190,14 @@ TEST_F(PrintForm, FixedLayoutsOfOralConsentsAreASettingOfTheSuite) {
     EXPECT_TRUE(control<QAction>(u"mnDouiOpt"_s)->isChecked());
     enter(u"txtcRiyoushaNo"_s, u"3"_s);
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList());
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"埼玉口頭同意M.wfd\""_s));
+    EXPECT_EQ(practice.said(), QStringList());
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"埼玉口頭同意M.wfd\""_s));
 }
 
 TEST_F(PrintForm, OpensWithoutSettings) {
-    ASSERT_TRUE(QFile::remove(data(u"印刷設定.ini"_s)));
+    ASSERT_TRUE(QFile::remove(practice.data(u"印刷設定.ini"_s)));
     open();
-    const QStringList texts = said();
+    const QStringList texts = practice.said();
     ASSERT_EQ(texts.size(), 1);
     EXPECT_TRUE(texts[0].startsWith(u"印刷条件の取得に失敗しました。"_s));
     EXPECT_TRUE(control<QCheckBox>(u"chkNaiyou"_s)->isChecked());

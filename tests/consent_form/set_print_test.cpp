@@ -8,7 +8,6 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDir>
 #include <QPushButton>
 #include <QTimer>
 
@@ -21,7 +20,7 @@ protected:
     SetPrint() {
         practice.keepPrintFiles();
         for (const QString &ini : {u"印刷設定.ini"_s, u"患者管理設定.ini"_s, u"nippou.ini"_s})
-            practice.addFile(data(ini), "\r\n");
+            practice.addFile(practice.data(ini), "\r\n");
         for (const QString &layout : {u"依頼.wfd"_s, u"封筒印刷.wfd"_s, u"封筒印刷角2.wfd"_s})
             practice.addFile(practice.system(layout));
         practice.processes.act = [this](const RecordedProcesses::Start &start) {
@@ -72,14 +71,9 @@ protected:
                 file = QFileInfo(line.section(u'"', 1, 1)).fileName();
             if (line.startsWith(u"SetReport"))
                 files += QFileInfo(line.section(u'"', 1, 1)).fileName() +
-                         (column.isEmpty() ? QString() : u':' + cell(file, column));
+                         (column.isEmpty() ? QString() : u':' + practice.cells(file, {column}).value(0));
         }
         return files;
-    }
-    QString cell(const QString &file, const QString &column) const {
-        const QStringList lines = practice.written(file).split(u"\r\n"_s);
-        const qsizetype at = lines[0].split(u',').indexOf(u'"' + column + u'"');
-        return at < 0 ? QString() : lines.value(1).split(u',').value(at).remove(u'"');
     }
     void print(const std::deque<Answer> &answers, Qt::Key key = Qt::Key_F11) {
         practice.messages.answers = answers;
@@ -87,14 +81,6 @@ protected:
     }
     /// Of the patients, "1h" a correction.
     QStringList letterMarks() { return std::exchange(marked, {}); }
-    QString data(const QString &file) const { return QDir(practice.folders.data()).filePath(file); }
-    QStringList said() {
-        QStringList texts;
-        for (const Message &message : practice.messages.shown)
-            texts += message.text;
-        practice.messages.shown.clear();
-        return texts;
-    }
 
     Practice practice;
     LetterOptions letter;
@@ -110,7 +96,7 @@ TEST_F(SetPrint, PutsTogetherWhatGoesIntoOneEnvelope) {
     form->findChild<QComboBox *>(u"cmbFutou"_s)->setCurrentIndex(1);
     form->findChild<QCheckBox *>(u"chkPaper256"_s)->setChecked(true);
     print({Answer::Ok, Answer::Yes, Answer::Ok}, Qt::Key_F9);
-    const QStringList texts = said();
+    const QStringList texts = practice.said();
     ASSERT_EQ(texts.size(), 3);
     EXPECT_EQ(texts[0], u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s);
     EXPECT_TRUE(texts[1].contains(u"3　口頭　太郎"_s));
@@ -161,7 +147,7 @@ TEST_F(SetPrint, WhatLeftIsMarkedAndWhatDidNotIsNamed) {
     open();
     choose({u"chkIrai"_s, u"chkFutou"_s});
     print({Answer::Ok, Answer::Yes, Answer::Ok});
-    EXPECT_TRUE(said().last().contains(u"封筒　緑病院"_s)) << "its layout is missing";
+    EXPECT_TRUE(practice.said().last().contains(u"封筒　緑病院"_s)) << "its layout is missing";
     EXPECT_EQ(letterMarks(), (QStringList{u"2"_s, u"1"_s, u"1h"_s, u"3"_s}));
 
     orders.clear();
@@ -184,7 +170,7 @@ TEST_F(SetPrint, WhatLeftIsMarkedAndWhatDidNotIsNamed) {
     const QStringList left = letterMarks();
     EXPECT_EQ(left.size(), 100);
     EXPECT_EQ(left.value(99), u"200"_s);
-    const QString summary = said().last();
+    const QString summary = practice.said().last();
     EXPECT_TRUE(summary.contains(u"「依頼」の印を付けていない利用者：\r\n201 多\r\n"_s))
         << summary.toStdString();
     EXPECT_TRUE(summary.contains(u"\r\n250 多"_s));
@@ -203,7 +189,7 @@ TEST_F(SetPrint, PrintsNoRowThatANewerOneFollows) {
               (QStringList{u"封筒印刷.wfd:"_s, u"依頼.wfd:後の印"_s, u"M再.wfd:後の印"_s}))
         << "of two that are marked newest the later one";
     EXPECT_EQ(letterMarks(), QStringList{u"1"_s});
-    const QString question = said().value(1);
+    const QString question = practice.said().value(1);
     EXPECT_TRUE(question.contains(u"最新の同意でない"_s)) << question.toStdString();
     EXPECT_FALSE(question.contains(u"端末"_s)) << "no colleague is blamed for the history";
 }
@@ -214,7 +200,7 @@ TEST_F(SetPrint, NamesEnvelopesThatLackAnAddress) {
     open();
     choose({u"chkFutou"_s});
     print({Answer::No});
-    const QString question = said().value(0);
+    const QString question = practice.said().value(0);
     EXPECT_TRUE(question.contains(u"住所がないまま封筒を印刷するあて先：\r\n緑病院\r\n"_s))
         << question.toStdString();
     EXPECT_TRUE(question.contains(u"封筒を印刷しない対象：\r\n3 口頭　太郎"_s)) << question.toStdString();
@@ -225,16 +211,16 @@ TEST_F(SetPrint, RefusesWhatTheRequestScreenRefuses) {
     choose({u"chkIrai"_s});
     practice.database.run(u"UPDATE RIYOUSHA SET nTantou = NULL WHERE nIDNo = 2"_s);
     print({Answer::Ok, Answer::No});
-    EXPECT_TRUE(said().value(1).contains(u"施術者データがありません。"_s));
+    EXPECT_TRUE(practice.said().value(1).contains(u"施術者データがありません。"_s));
     letter.grouped = true;
     orders[1].layout = orders[3].layout = u"ない.wfd"_s;
     open();
     print({});
-    EXPECT_EQ(said().value(0), u"同意書（ない.wfd）が存在しません。\r\n処理を中止します。\r\n\r\n"
-                               "「ない.wfd」を使う利用者：\r\n1 髙橋　花子\r\n3 口頭　太郎"_s);
+    EXPECT_EQ(practice.said().value(0), u"同意書（ない.wfd）が存在しません。\r\n処理を中止します。\r\n\r\n"
+                                        "「ない.wfd」を使う利用者：\r\n1 髙橋　花子\r\n3 口頭　太郎"_s);
     practice.database.run(u"DELETE FROM CORP"_s);
     print({});
-    EXPECT_EQ(said(), QStringList{u"本社データがありません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"本社データがありません。"_s});
     EXPECT_TRUE(practice.processes.started.isEmpty());
 }
 
@@ -242,15 +228,15 @@ TEST_F(SetPrint, TellsWhatWillBeReplacedBeforeThePaperLeaves) {
     orders = {order(5, 20260701)};
     open(SetPrintStart::ConsentForms);
     print({Answer::Ok, Answer::No});
-    EXPECT_TRUE(said().value(1).contains(u"𠮷田"_s));
+    EXPECT_TRUE(practice.said().value(1).contains(u"𠮷田"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
     EXPECT_EQ(asked, 0) << "whom letters go to is not asked for forms alone";
 }
 
 TEST_F(SetPrint, KeepsItsOwnChoicesOfTheForms) {
-    practice.addFile(data(u"印刷設定.ini"_s), encode932(u"[同意書]\r\n出力様式=1\r\n出力様式2=1\r\n"
-                                                        "同意書式設定を参照しない=1\r\n"_s)
-                                                  .bytes);
+    practice.addFile(practice.data(u"印刷設定.ini"_s), encode932(u"[同意書]\r\n出力様式=1\r\n出力様式2=1\r\n"
+                                                                 "同意書式設定を参照しない=1\r\n"_s)
+                                                           .bytes);
     open();
     auto *style = form->findChild<QComboBox *>(u"cmbYoushiki"_s);
     auto *oral = form->findChild<QComboBox *>(u"cmbYoushiki2"_s);
@@ -267,9 +253,9 @@ TEST_F(SetPrint, KeepsItsOwnChoicesOfTheForms) {
     print({Answer::Ok, Answer::Ok}, Qt::Key_F9);
     EXPECT_EQ(documents(u"再同意フラグ"_s), QStringList{u"M口頭.wfd:1"_s});
     form->findChild<QComboBox *>(u"cmbYoushiki2"_s)->setCurrentIndex(0);
-    said();
+    practice.said();
     print({});
-    EXPECT_TRUE(said().value(0).contains(u"3　口頭　太郎"_s)) << "nothing left, and whose it is";
+    EXPECT_TRUE(practice.said().value(0).contains(u"3　口頭　太郎"_s)) << "nothing left, and whose it is";
     open();
     EXPECT_EQ(form->findChild<QComboBox *>(u"cmbYoushiki"_s)->currentIndex(), 2) << "as it was last";
     EXPECT_EQ(form->findChild<QComboBox *>(u"cmbYoushiki2"_s)->currentIndex(), 0);
@@ -279,13 +265,13 @@ TEST_F(SetPrint, SaysWhyNothingIsPrinted) {
     open();
     choose({});
     print({});
-    EXPECT_EQ(said(), QStringList{u"出力する帳票を選択してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"出力する帳票を選択してください。"_s});
     practice.database.run(u"DELETE FROM SHINSEISYO"_s);
     choose({u"chkDouisyo"_s});
     print({});
-    EXPECT_TRUE(said().value(0).startsWith(u"出力するデータがありません。"_s));
+    EXPECT_TRUE(practice.said().value(0).startsWith(u"出力するデータがありません。"_s));
 
-    ASSERT_TRUE(QFile::remove(data(u"nippou.ini"_s)));
+    ASSERT_TRUE(QFile::remove(practice.data(u"nippou.ini"_s)));
     frmSetInsatsuDoui without(practice.environment, practice.database.db);
     EXPECT_EQ(without.iInit({}, {}, SetPrintStart::AsLastTime), -1);
     EXPECT_EQ(without.sErrMsg(), u"iControlInitでエラー:nippou.iniが見つかりません。"_s);
@@ -297,10 +283,10 @@ TEST_F(SetPrint, PrintsAndMarksTheTickedRowsOfTheList) {
     frm同意書管理 list(practice.environment);
     ASSERT_EQ(list.iInit(practice.database.db, 0), 0) << list.sErrMsg().toStdString();
     showActive(list);
-    said();
+    practice.said();
     auto *button = list.findChild<QPushButton *>(u"CmdPrintSet"_s);
     button->click();
-    EXPECT_EQ(said(), QStringList{u"印刷する利用者を指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"印刷する利用者を指定してください。"_s});
     QTest::keyClick(&list, Qt::Key_F7);
     QTimer::singleShot(0, &list, [&] {
         QWidget *screen = QApplication::activeModalWidget();
@@ -313,7 +299,7 @@ TEST_F(SetPrint, PrintsAndMarksTheTickedRowsOfTheList) {
     button->click();
     EXPECT_EQ(documents(u"再同意フラグ"_s),
               (QStringList{u"同意依頼書_CARE02_マ継続.wfd:"_s, u"H再_B5.wfd:1"_s}))
-        << said().join(u"|"_s).toStdString();
+        << practice.said().join(u"|"_s).toStdString();
     EXPECT_EQ(practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 2"_s), u"1"_s);
 }
 

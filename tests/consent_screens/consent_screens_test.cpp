@@ -102,9 +102,6 @@ protected:
         EXPECT_EQ(lines.size(), 2);
         return found;
     }
-    QString commands() const {
-        return practice.written(u"WfdCom.dat"_s).remove(practice.system({})).remove(practice.work({}));
-    }
     QStringList said() {
         QStringList texts;
         for (const Message &message : practice.messages.shown)
@@ -190,7 +187,7 @@ TEST_F(ConsentScreens, SamplesAreShownAndPutOut) {
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
     click(u"btnPreviewDoui_4"_s);
-    EXPECT_EQ(commands(),
+    EXPECT_EQ(practice.commands(),
               u"FileName,\"H再_B5.wfd\"\r\nTitle,\"同意書印刷\"\r\n"
               "SetDataText,\"同意書データ\",\"同意書データ.csv\"\r\nPrintPaper, B5\r\nShowWindow,2\r\n"_s);
     const QStringList columns{u"患者名"_s, u"施術種類"_s, u"再同意フラグ"_s,
@@ -201,7 +198,7 @@ TEST_F(ConsentScreens, SamplesAreShownAndPutOut) {
     click(u"btnPrintDoui_3"_s);
     EXPECT_EQ(cells(u"同意書データ.csv"_s, columns),
               (QStringList{u"\"見本　花子\""_s, u"\"鍼灸\""_s, u"0"_s, {}, u"1"_s, u"1"_s}));
-    EXPECT_TRUE(commands().endsWith(u"PrintOutFromDialog\r\n"_s));
+    EXPECT_TRUE(practice.commands().endsWith(u"PrintOutFromDialog\r\n"_s));
     click(u"btnPrintDoui_2"_s);
     EXPECT_EQ(cells(u"同意依頼書データ.csv"_s, {u"患者氏名"_s, u"施術区分"_s, u"病院名"_s, u"見本フラグ"_s}),
               (QStringList{u"\"見本　花子\""_s, u"\"(マッサージ)\""_s, u"\"見本病院\""_s, u"1"_s}));
@@ -309,8 +306,8 @@ TEST_F(ConsentScreens, ThePatientsFormsArePrintedWithTheLayoutChosen) {
     click(u"chkTeisyutuDate"_s);
     answer({Answer::Yes});
     pressButton(*form, Qt::Key_F10);
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"M再.wfd\"\r\nTitle,\"同意書印刷\"\r\n"_s));
-    EXPECT_TRUE(commands().endsWith(u"ShowWindow,2\r\n"_s));
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"M再.wfd\"\r\nTitle,\"同意書印刷\"\r\n"_s));
+    EXPECT_TRUE(practice.commands().endsWith(u"ShowWindow,2\r\n"_s));
     const QStringList columns{u"患者名"_s, u"再同意フラグ"_s, u"印刷社名"_s,
                               u"部位1"_s,  u"保険医氏名"_s,   u"提出年月日"_s};
     EXPECT_EQ(cells(u"同意書データ.csv"_s, columns),
@@ -325,7 +322,7 @@ TEST_F(ConsentScreens, ThePatientsFormsArePrintedWithTheLayoutChosen) {
     control<QComboBox>(u"cmbCorp"_s)->setCurrentIndex(0);
     answer({Answer::Yes});
     pressButton(*form, Qt::Key_F9);
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"M初回.wfd\"\r\n"_s));
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"M初回.wfd\"\r\n"_s));
     EXPECT_EQ(cells(u"同意書データ.csv"_s, columns),
               (QStringList{u"\"髙橋　花子\""_s, u"0"_s, u"\"ひなた　若葉\""_s, u"0"_s, u"\"山田'一\""_s,
                            u"\"令和8年11月21日\""_s}));
@@ -338,7 +335,7 @@ TEST_F(ConsentScreens, TheLetterAndWhatItNeeds) {
     pressButton(*form, Qt::Key_F11);
     EXPECT_EQ(said(), QStringList{u"印刷問合せ：同意依頼書の印刷を行います。\r\nよろしいですか？"_s});
     EXPECT_EQ(
-        commands().section(u"\r\n"_s, 0, 2),
+        practice.commands().section(u"\r\n"_s, 0, 2),
         u"FileName,\"依頼.wfd\"\r\nTitle,\"同意依頼書印刷\"\r\nSetDataText,\"同意依頼書\",\"同意依頼書.csv\""_s);
     EXPECT_EQ(cells(u"同意依頼書.csv"_s, {u"患者氏名"_s, u"医者名"_s, u"会社名"_s, u"要加療期間至"_s}),
               (QStringList{u"\"髙橋　花子\""_s, u"\"山田'一　先生御侍史\""_s, u"\"本社\""_s,

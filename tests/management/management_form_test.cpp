@@ -11,7 +11,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QDir>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -83,38 +82,18 @@ protected:
         practice.messages.answers = answers;
         pressButton(*form, key);
     }
-    /// Cells of the columns in every record of a data file.
-    QStringList cells(const QString &file, const QStringList &columns) const {
-        QStringList lines = practice.written(file).split(u"\r\n"_s, Qt::SkipEmptyParts);
-        const QStringList header = lines.isEmpty() ? QStringList() : lines.takeFirst().split(u',');
-        QStringList found;
-        for (const QString &line : lines) {
-            QStringList values;
-            for (const QString &column : columns)
-                values += line.split(u',').value(header.indexOf(u'"' + column + u'"')).remove(u'"');
-            found += values.join(u'|');
-        }
-        return found;
-    }
     QStringList envelopes() const {
-        return cells(u"同意依頼書.csv"_s,
-                     {u"郵便番号1"_s, u"郵便番号2"_s, u"宛名施設"_s, u"宛名"_s, u"宛先住所１"_s});
+        return practice.cells(u"同意依頼書.csv"_s,
+                              {u"郵便番号1"_s, u"郵便番号2"_s, u"宛名施設"_s, u"宛名"_s, u"宛先住所１"_s});
     }
     QStringList ledger() const {
-        return cells(u"同意データ.csv"_s, {u"患者ID"_s, u"同意種別"_s, u"同意日"_s, u"検索名称"_s});
+        return practice.cells(u"同意データ.csv"_s, {u"患者ID"_s, u"同意種別"_s, u"同意日"_s, u"検索名称"_s});
     }
     QString layout() const {
         const QString line = practice.written(u"WfdCom.dat"_s).section(u"\r\n"_s, 0, 0);
         return QFileInfo(line.section(u'"', 1, 1)).fileName();
     }
     QString state() const { return form->findChild<QLabel *>(u"lblState"_s)->text(); }
-    QStringList said() {
-        QStringList texts;
-        for (const Message &message : practice.messages.shown)
-            texts += message.text;
-        practice.messages.shown.clear();
-        return texts;
-    }
 
     Practice practice;
     const std::vector<ManagementRow> shown{row(2, 20261020), row(1, 20260501), row(1, 20261101, 1),
@@ -160,7 +139,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
         choose(one.destination);
         print();
         EXPECT_EQ(envelopes(), one.envelopes) << one.destination.toStdString();
-        const QStringList texts = said();
+        const QStringList texts = practice.said();
         ASSERT_EQ(texts.size(), 1);
         QString expected;
         if (!one.nobody.isEmpty())
@@ -180,7 +159,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
     print(Qt::Key_F9);
     EXPECT_FALSE(practice.written(u"WfdCom.dat"_s).contains(noRequest)) << "doctors get the request";
     EXPECT_EQ(layout(), u"封筒印刷角2.wfd"_s);
-    EXPECT_EQ(said(), QStringList()) << "a preview needs no paper";
+    EXPECT_EQ(practice.said(), QStringList()) << "a preview needs no paper";
 
     // The next time it opens as it was left.
     openRows();
@@ -238,14 +217,14 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     print();
     EXPECT_EQ(ledger(), QStringList{u"3|マッサージ|2026/06/01|医師：山田"_s});
     EXPECT_EQ(layout(), u"同意管理同意台帳04.wfd"_s);
-    EXPECT_TRUE(said().value(0).startsWith(
+    EXPECT_TRUE(practice.said().value(0).startsWith(
         u"次の行は最新の同意でないか、削除されているため、台帳に出力できません。\r\n1\r\n"_s));
     choose(u"optSelKanja_1"_s);
     practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tDouiKaryoS = NULL WHERE iHenkeiFlg = 1"_s);
     choosePattern(0);
     print();
     EXPECT_EQ(ledger().size(), 4);
-    const QStringList texts = said();
+    const QStringList texts = practice.said();
     ASSERT_EQ(texts.size(), 1) << "all that there is to say in one box";
     EXPECT_TRUE(texts[0].startsWith(
         u"下記の利用者は変形徒手の期間が入力されていないため抽出できません。\r\n1 髙橋　花子\r\n\r\n"_s));
@@ -254,14 +233,14 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     enter(u"imD_KikanFrom"_s, u"20261201"_s);
     enter(u"imD_KikanTo"_s, u"R8.11.30"_s);
     print();
-    EXPECT_EQ(said(), QStringList{u"施術期間を正しく設定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"施術期間を正しく設定してください。"_s});
     enter(u"imD_KikanTo"_s, u"R8.12.31"_s);
     print(Qt::Key_F9);
     EXPECT_EQ(cells(u"同意データ.csv"_s, {u"患者ID"_s}), (QStringList{u"2"_s, u"5"_s}));
-    EXPECT_FALSE(said().value(0).contains(u"施術者データがありません。"_s));
+    EXPECT_FALSE(practice.said().value(0).contains(u"施術者データがありません。"_s));
     choosePattern(3);
     print(Qt::Key_F9);
-    EXPECT_TRUE(said().value(0).contains(
+    EXPECT_TRUE(practice.said().value(0).contains(
         u"施術者データがありません。次の利用者は、担当者を空欄のまま出力します。\r\n2 佐藤　一\r\n\r\n"_s));
 }
 
@@ -274,38 +253,39 @@ TEST_F(Management, AnAddressAloneIsNobody) {
         choose(destination);
         print();
         EXPECT_FALSE(envelopes().join(u'\n').contains(u"記録の住所"_s)) << destination.toStdString();
-        EXPECT_TRUE(
-            said().value(0).startsWith(u"あて先がないため、封筒を印刷しない対象：\r\n2 佐藤　一\r\n\r\n"_s));
+        EXPECT_TRUE(practice.said().value(0).startsWith(
+            u"あて先がないため、封筒を印刷しない対象：\r\n2 佐藤　一\r\n\r\n"_s));
     }
 }
 
 TEST_F(Management, SaysWhyNothingIsPrinted) {
-    practice.addFile(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s),
+    practice.addFile(practice.data(u"印刷設定.ini"_s),
                      encode932(u"[同意書管理印刷]\r\n印刷帳票=9\r\n台帳様式=99\r\n宛先=-1\r\n"_s).bytes);
     openRows();
     choose(u"OptPrintMode_2"_s);
     ASSERT_TRUE(QFile::remove(practice.system(u"封筒印刷.wfd"_s)));
     print();
-    EXPECT_EQ(said(), QStringList{u"同意書（封筒印刷.wfd）が存在しません。\r\n処理を中止します。"_s});
+    EXPECT_EQ(practice.said(),
+              QStringList{u"同意書（封筒印刷.wfd）が存在しません。\r\n処理を中止します。"_s});
     choosePattern(1);
     choose(u"optDestination_4"_s);
     print();
-    EXPECT_TRUE(
-        said().value(0).startsWith(u"該当する同意依頼書データがありません。\r\n\r\nあて先がないため"_s));
+    EXPECT_TRUE(practice.said().value(0).startsWith(
+        u"該当する同意依頼書データがありません。\r\n\r\nあて先がないため"_s));
     choose(u"optDestination_0"_s);
     print(Qt::Key_F11, {Answer::No});
     EXPECT_TRUE(practice.processes.started.isEmpty());
-    said();
+    practice.said();
     practice.processes.missing = QStringList{u"wfrfv10.exe"_s};
     print();
-    EXPECT_TRUE(said().value(1).startsWith(u"帳票の印刷に失敗しました。["_s));
+    EXPECT_TRUE(practice.said().value(1).startsWith(u"帳票の印刷に失敗しました。["_s));
     choose(u"OptPrintMode_1"_s);
     practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iNewestFlg = 0"_s);
     print();
-    EXPECT_TRUE(said().value(0).startsWith(u"出力するデータがありません。"_s));
+    EXPECT_TRUE(practice.said().value(0).startsWith(u"出力するデータがありません。"_s));
     openMasters();
     print();
-    EXPECT_EQ(said(), QStringList{u"印刷する利用者を指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"印刷する利用者を指定してください。"_s});
     frm同意書管理印刷 empty(practice.environment, practice.database.db);
     EXPECT_EQ(empty.iInit({}, letters), -1);
     EXPECT_EQ(empty.sErrMsg(), u"出力するデータがありません。"_s);
@@ -315,7 +295,7 @@ TEST_F(Management, MastersNeedNoConsent) {
     openMasters();
     choose(u"OptPrintMode_1"_s);
     pick({u"4"_s, u"1"_s, u"4"_s, u"77"_s});
-    EXPECT_EQ(said(), QStringList{u"該当する利用者データがありません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"該当する利用者データがありません。"_s});
     form->findChild<QLineEdit *>(u"txtPickNo"_s)->clear();
     EXPECT_EQ(state(), u"対象 2 件"_s);
     print(Qt::Key_F9);
@@ -323,21 +303,21 @@ TEST_F(Management, MastersNeedNoConsent) {
                                      u"1|変形徒手|2026/11/01|"_s}));
     practice.database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tDouiKaryoE = NULL WHERE iHenkeiFlg = 1"_s);
     print(Qt::Key_F9);
-    EXPECT_TRUE(said().value(0).startsWith(
+    EXPECT_TRUE(practice.said().value(0).startsWith(
         u"変形徒手の期間が入力されていません。変形徒手期間を入力してください。\r\n1 髙橋　花子\r\n"_s));
 
     choose(u"OptPrintMode_3"_s);
     print();
     EXPECT_EQ(asked, (QStringList{u"print"_s, u"1/20260501"_s, u"1/20261101"_s}));
     EXPECT_EQ(state(), u"出力しました"_s);
-    EXPECT_TRUE(said().value(0).contains(u"依頼書を出力できない利用者：\r\n4 名前　だけ"_s));
+    EXPECT_TRUE(practice.said().value(0).contains(u"依頼書を出力できない利用者：\r\n4 名前　だけ"_s));
 
     choose(u"OptPrintMode_2"_s);
     choose(u"optDestination_1"_s);
     EXPECT_EQ(state(), u"対象 0 件"_s) << "doctors are picked for themselves";
-    said();
+    practice.said();
     print();
-    EXPECT_EQ(said(), QStringList{u"印刷する医師を指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"印刷する医師を指定してください。"_s});
     EXPECT_EQ(form->focusWidget()->objectName(), u"txtPickNo"_s);
     pick({u"12"_s, u"13"_s});
     print();
@@ -350,10 +330,11 @@ TEST_F(Management, MastersNeedNoConsent) {
     EXPECT_EQ(state(), u"対象 2 件"_s) << "the patients picked before";
     QTest::keyClick(form->findChild<QListWidget *>(u"lstPicked"_s), Qt::Key_Delete);
     print();
-    EXPECT_TRUE(said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no address";
+    EXPECT_TRUE(practice.said().back().startsWith(u"該当する同意依頼書データがありません。"_s))
+        << "no address";
     practice.database.run(u"UPDATE RIYOUSHA SET cName = '', cAdress1 = 'x' WHERE nIDNo = 4"_s);
     print();
-    EXPECT_TRUE(said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no name";
+    EXPECT_TRUE(practice.said().back().startsWith(u"該当する同意依頼書データがありません。"_s)) << "no name";
 }
 
 TEST_F(Management, TheRenewalListTakesThePatientsOver) {
@@ -372,13 +353,13 @@ TEST_F(Management, TheRenewalListTakesThePatientsOver) {
 }
 
 TEST_F(Management, ConsentFormsOfPickedPatients) {
-    practice.addFile(QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s), "\r\n");
-    practice.addFile(QDir(practice.folders.data()).filePath(u"患者管理設定.ini"_s), "\r\n");
+    practice.addFile(practice.data(u"印刷設定.ini"_s), "\r\n");
+    practice.addFile(practice.data(u"患者管理設定.ini"_s), "\r\n");
     frm同意書印刷_mst screen(practice.environment);
     ASSERT_EQ(screen.iInit(practice.database.db, {}, {}, {}, 0), 0);
     showActive(screen);
     pressButton(screen, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList{u"利用者を指定してください。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"利用者を指定してください。"_s});
     auto *code = screen.findChild<QLineEdit *>(u"txtPickNo"_s);
     for (const char c : {'4', '2', '1'}) {
         QTest::keyClick(code, c);
@@ -419,7 +400,7 @@ TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
     auto *doctor = list.findChild<QLineEdit *>(u"txtcDoctorNo"_s);
     doctor->setFocus();
     doctor->clear(); // not searched for: the rows are still the doctor's
-    said();
+    practice.said();
     const auto requested = [&] {
         return practice.database.value(u"SELECT iOutputFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 5"_s);
     };
@@ -438,14 +419,14 @@ TEST_F(Management, TheListHandsOverItsRowsAndFiltersAndIsMarked) {
         EXPECT_EQ(requested(), u"NULL"_s);
         practice.messages.answers = {Answer::Yes, Answer::Yes};
         click(u"cmdPrint"_s);
-        EXPECT_FALSE(said().join(u'|').contains(u"依頼済み"_s));
+        EXPECT_FALSE(practice.said().join(u'|').contains(u"依頼済み"_s));
         practice.messages.answers = {Answer::Yes, Answer::No};
         click(u"cmdPrint"_s);
-        EXPECT_TRUE(said().join(u'|').contains(u"うち依頼済み 1 件"_s)) << "by the letter before";
+        EXPECT_TRUE(practice.said().join(u'|').contains(u"うち依頼済み 1 件"_s)) << "by the letter before";
         screen->close();
     });
     list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
-    EXPECT_EQ(layout(), u"同意依頼書_CARE02_マ継続.wfd"_s) << said().join(u'|').toStdString();
+    EXPECT_EQ(layout(), u"同意依頼書_CARE02_マ継続.wfd"_s) << practice.said().join(u'|').toStdString();
     EXPECT_EQ(requested(), u"1"_s);
     EXPECT_EQ(practice.database.value(u"SELECT iDouiIsiOutFlg FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 5"_s),
               u"NULL"_s)
@@ -469,9 +450,9 @@ TEST_F(Management, TheMastersAreReachedFromAListWithoutRows) {
         list.findChild<QAction *>(entry)->trigger();
     }
     EXPECT_EQ(opened, (QStringList{u"frm同意書印刷_mst"_s, u"frm同意書管理印刷_mst"_s}));
-    said();
+    practice.said();
     list.findChild<QPushButton *>(u"CmdDouishoList"_s)->click();
-    EXPECT_EQ(said(), QStringList{u"出力するデータがありません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"出力するデータがありません。"_s});
 }
 
 } // namespace

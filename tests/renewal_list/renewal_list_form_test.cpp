@@ -9,7 +9,6 @@
 
 #include <QAction>
 #include <QComboBox>
-#include <QDir>
 #include <QFile>
 #include <QLabel>
 #include <QPushButton>
@@ -38,18 +37,7 @@ protected:
         box->selectAll();
         typeText(box, typed);
     }
-    QString data() const { return QDir(practice.folders.data()).filePath(u"印刷設定.ini"_s); }
-    QStringList said() {
-        QStringList texts;
-        for (const Message &message : practice.messages.shown)
-            texts += message.text;
-        practice.messages.shown.clear();
-        return texts;
-    }
     QString file() const { return practice.written(u"同意書更新データ.csv"_s); }
-    QString commands() const {
-        return practice.written(u"WfdCom.dat"_s).remove(practice.system({})).remove(practice.work({}));
-    }
 
     Renewals practice;
     std::unique_ptr<frm同意書更新リスト印刷> form;
@@ -60,8 +48,8 @@ TEST_F(RenewalListForm, PrintsEitherLayoutAndKeepsTheChoices) {
     EXPECT_EQ(form->findChild<QLabel *>(u"lblTaisyo"_s)->text(), u"対象の利用者 4 人"_s);
     EXPECT_EQ(form->findChild<DateBox *>(u"imD_Tsuki"_s)->text(), u"2026/11"_s);
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList());
-    EXPECT_EQ(commands(),
+    EXPECT_EQ(practice.said(), QStringList());
+    EXPECT_EQ(practice.commands(),
               u"FileName,\"同意書更新チェックリスト.wfd\"\r\nTitle,\"同意書書更新リスト印刷\"\r\n"
               "SetDataText,\"同意データ\",\"同意書更新データ.csv\"\r\nPrintPaper, A4\r\nShowWindow,2\r\n"_s);
     EXPECT_EQ(file().count(u"\r\n"_s), 6) << "the heading and five lines";
@@ -71,16 +59,16 @@ TEST_F(RenewalListForm, PrintsEitherLayoutAndKeepsTheChoices) {
     choose(u"cmbKaiPage"_s, 2);
     choose(u"cmbSort"_s, 3);
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"同意管更新管理表.wfd\""_s));
-    EXPECT_TRUE(commands().endsWith(u"PrintOutFromDialog\r\n"_s));
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"同意管更新管理表.wfd\""_s));
+    EXPECT_TRUE(practice.commands().endsWith(u"PrintOutFromDialog\r\n"_s));
     EXPECT_EQ(file().count(u"（令和08年11月末日まで）\",\"相談員\""_s), 3);
 
     open();
     pressButton(*form, Qt::Key_F9);
-    EXPECT_TRUE(commands().startsWith(u"FileName,\"同意管更新管理表.wfd\""_s));
+    EXPECT_TRUE(practice.commands().startsWith(u"FileName,\"同意管更新管理表.wfd\""_s));
     EXPECT_EQ(file().count(u"（令和08年11月末日まで）\",\"相談員\""_s), 3);
     clsOplIniFile ini;
-    ini.iInit(data());
+    ini.iInit(practice.data(u"印刷設定.ini"_s));
     const QString section = u"同意書更新リスト"_s;
     EXPECT_EQ(ini.csGetProfileString(section, u"帳票様式"_s) +
                   ini.csGetProfileString(section, u"リスト抽出条件"_s) +
@@ -95,13 +83,14 @@ TEST_F(RenewalListForm, TakesAMonthAsPeopleWriteIt) {
         month(u"2026/11"_s);
         month(typed);
         pressButton(*form, Qt::Key_F9);
-        EXPECT_EQ(said(), QStringList()) << typed.toStdString();
+        EXPECT_EQ(practice.said(), QStringList()) << typed.toStdString();
         EXPECT_EQ(file().count(u"\"令和08年12月\""_s), 2) << typed.toStdString();
     }
     for (const QString &wrong : {u"R8.13"_s, u"昭和65年1月"_s, u""_s}) {
         month(wrong.isEmpty() ? u" "_s : wrong);
         pressButton(*form, Qt::Key_F9);
-        EXPECT_TRUE(said().value(0).startsWith(u"何月分かを入力してください。"_s)) << wrong.toStdString();
+        EXPECT_TRUE(practice.said().value(0).startsWith(u"何月分かを入力してください。"_s))
+            << wrong.toStdString();
     }
 }
 
@@ -109,31 +98,31 @@ TEST_F(RenewalListForm, SaysWhyNothingIsPrinted) {
     open();
     month(u"2030/01"_s);
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList{u"印刷対象者が存在しません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"印刷対象者が存在しません。"_s});
     month(u"2026/11"_s);
 
     practice.processes.missing = QStringList{u"wfrfv10.exe"_s};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(said().value(0).startsWith(u"帳票の印刷に失敗しました。[帳票プログラム"_s));
+    EXPECT_TRUE(practice.said().value(0).startsWith(u"帳票の印刷に失敗しました。[帳票プログラム"_s));
     practice.processes.missing.clear();
 
     ASSERT_TRUE(QFile::remove(practice.system(u"同意書更新チェックリスト.wfd"_s)));
     pressButton(*form, Qt::Key_F9);
     EXPECT_EQ(practice.messages.shown.value(0).title, u"ファイルエラー"_s);
     EXPECT_EQ(
-        said(),
+        practice.said(),
         QStringList{
             u"同意書書更新リストフォーマットファイル（同意書更新チェックリスト.wfd）が存在しません。\r\n"
             "処理を中止します。"_s});
 
     open({});
     pressButton(*form, Qt::Key_F9);
-    EXPECT_EQ(said(), QStringList{u"印刷対象者が存在しません。"_s});
+    EXPECT_EQ(practice.said(), QStringList{u"印刷対象者が存在しません。"_s});
 
     practice.database.run(u"ALTER TABLE SOUDAN RENAME TO AWAY"_s);
     open();
     pressButton(*form, Qt::Key_F9);
-    EXPECT_TRUE(said().join(u'|').contains(u"SOUDAN"_s));
+    EXPECT_TRUE(practice.said().join(u'|').contains(u"SOUDAN"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 }
 
@@ -165,12 +154,13 @@ TEST_F(RenewalListForm, TellsWhatThePaperCannotSay) {
     open();
     practice.messages.answers = {Answer::No};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(said().value(0).contains(u"「〓」で印刷されます。\r\n𠮷田"_s));
+    EXPECT_TRUE(practice.said().value(0).contains(u"「〓」で印刷されます。\r\n𠮷田"_s));
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
     practice.messages.answers = {Answer::Yes};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(said().value(1).endsWith(u"\r\n〜子"_s)) << "told afterwards, and the other not again";
+    EXPECT_TRUE(practice.said().value(1).endsWith(u"\r\n〜子"_s))
+        << "told afterwards, and the other not again";
     EXPECT_TRUE(file().contains(u"\"〓田「＂」\""_s));
     EXPECT_EQ(practice.processes.started.size(), 1);
 }

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <ostream>
+#include <utility>
 
 void PrintTo(const QString &text, std::ostream *out) {
     *out << (text.isNull() ? "(null)" : '"' + text.toStdString() + '"');
@@ -27,6 +28,13 @@ Answer RecordedMessages::show(const Message &message) {
     const Answer answer = answers.front();
     answers.pop_front();
     return answer;
+}
+
+QStringList RecordedMessages::said() {
+    QStringList texts;
+    for (const Message &message : std::exchange(shown, {}))
+        texts += message.text;
+    return texts;
 }
 
 QString RecordedProcesses::find(const QString &name, const QString &folder) const {

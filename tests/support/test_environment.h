@@ -35,6 +35,8 @@ private:
 class RecordedMessages : public Messages {
 public:
     Answer show(const Message &message) override;
+    /// The texts of the boxes since the last call.
+    QStringList said();
 
     QList<Message> shown;
     std::deque<Answer> answers;
