@@ -236,7 +236,7 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     EXPECT_EQ(practice.said(), QStringList{u"施術期間を正しく設定してください。"_s});
     enter(u"imD_KikanTo"_s, u"R8.12.31"_s);
     print(Qt::Key_F9);
-    EXPECT_EQ(cells(u"同意データ.csv"_s, {u"患者ID"_s}), (QStringList{u"2"_s, u"5"_s}));
+    EXPECT_EQ(practice.cells(u"同意データ.csv"_s, {u"患者ID"_s}), (QStringList{u"2"_s, u"5"_s}));
     EXPECT_FALSE(practice.said().value(0).contains(u"施術者データがありません。"_s));
     choosePattern(3);
     print(Qt::Key_F9);
