@@ -35,8 +35,48 @@ windows() {
     die "There are not $2 windows \"$1\"."
 }
 
-# key KEY…: presses keys one after the other (names as xdotool has them: F4, Return, alt+y).
-key() { xdotool key --clearmodifiers --delay 80 "$@"; }
+# key KEY…: presses keys one after the other (names as xdotool has them: F4, Return, alt+y). A chord is one stroke.
+strokes=0
+key() {
+    strokes=$((strokes + $#))
+    xdotool key --clearmodifiers --delay 60 "$@"
+}
 
-# write TEXT: types a text.
-write() { xdotool type --clearmodifiers --delay 40 "$1"; }
+# write TEXT: types a text, a stroke a character.
+write() {
+    strokes=$((strokes + ${#1}))
+    xdotool type --clearmodifiers --delay 40 "$1"
+}
+
+# message_box TITLE: as window; what has to be answered is counted too.
+boxes=0
+message_box() {
+    window "$@"
+    boxes=$((boxes + 1))
+}
+
+# job_begins NAME STROKES [BOXES]: from here on a job of the office is counted; so many strokes and message boxes
+# are allowed.
+jobs_done=()
+jobs_over=()
+job_begins() {
+    job=$1 job_strokes=$2 job_boxes=${3:-}
+    strokes=0 boxes=0
+}
+
+job_ends() {
+    local verdict=
+    if [ "$strokes" -gt "$job_strokes" ] || [ "$boxes" -gt "${job_boxes:-$boxes}" ]; then
+        verdict='  too many'
+        jobs_over+=("$job")
+    fi
+    jobs_done+=("$(printf '%7d %8d %6d %8s  %s%s' \
+        "$strokes" "$job_strokes" "$boxes" "${job_boxes:--}" "$job" "$verdict")")
+}
+
+# job_table: what the jobs took; fails when one took more than it may.
+job_table() {
+    printf '%7s %8s %6s %8s  %s\n' strokes allowed boxes allowed job
+    printf '%s\n' "${jobs_done[@]}"
+    [ ${#jobs_over[@]} -eq 0 ] || die "More strokes than allowed: ${jobs_over[*]}"
+}

@@ -10,19 +10,19 @@ tour_company_forms() {
     key ctrl+shift+y
     window '同意書式設定'
     sleep 1
-    shot company-consent-forms
+    shot company-consent-forms '会社の同意書式。見本を見ながら選びます'
     key alt+3 Up
     sleep 1
-    shot company-letter-sample
+    glance company-letter-sample
     # What stands on the form is seen on the sample at once.
     key alt+2 Down Up alt+v Return
     sleep 1
     key alt+s
     sleep 1
-    shot company-without-treatment
+    glance company-without-treatment
     key alt+s F5
     window '確認'
-    shot company-consent-forms-asked
+    glance company-consent-forms-asked
     key Return
     gone '同意書式設定'
 }
@@ -31,20 +31,20 @@ tour_patient_forms() {
     window '同意書管理'
     key ctrl+y
     window '保存確認'
-    shot patient-consent-forms-asked
+    glance patient-consent-forms-asked
     key Return
     window '同意書式設定（利用者）'
     sleep 1
-    shot patient-consent-forms
+    glance patient-consent-forms
     key alt+b alt+n
     sleep 1
-    shot patient-own-settings
+    glance patient-own-settings
     key F10
     window '印刷問合せ'
     key Return
     window '同意書印刷'
     sleep 1
-    shot patient-re-consent-form
+    glance patient-re-consent-form
     key F12
     gone '同意書印刷'
     window '同意書式設定（利用者）'

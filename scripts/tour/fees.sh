@@ -3,16 +3,16 @@
 tour_fees() {
     key ctrl+shift+r
     window '料金'
-    shot fees
+    shot fees 'その月に有効な療養費と往療料'
     key alt+k
     write 20000
-    shot fee-beyond-the-last-band
+    glance fee-beyond-the-last-band
     key alt+l
-    shot fee-of-the-band-before-the-last
+    glance fee-of-the-band-before-the-last
     key alt+m
     write 'R6.9'
     key Return
-    shot fees-before-the-change
+    glance fees-before-the-change
     # A band goes on where the last one ends; what it leaves out is told.
     key Tab Tab Tab ctrl+End F1
     sleep 0.5
@@ -21,15 +21,15 @@ tour_fees() {
     write 20000
     key Return
     sleep 0.3
-    shot fee-bands-with-a-gap
+    glance fee-bands-with-a-gap
     key F5
     sleep 0.5
-    shot fee-bands-asked
+    glance fee-bands-asked
     key Return
     sleep 0.5
     key F12
     sleep 0.5
-    shot fee-bands-unsaved
+    glance fee-bands-unsaved
     key alt+n
     gone '料金'
     window '同意書管理'

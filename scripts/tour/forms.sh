@@ -20,11 +20,11 @@ leave_forms() {
         AND P.tExpireDay IS NULL AND C.iDouiShubetsu = 0 ORDER BY P.nIDNo LIMIT $1)"
 }
 
-# Without a printer the viewer leaves a PDF and says where.
+# keep_printed NAME CAPTION [FILE]: without a printer the viewer leaves a PDF and says where.
 keep_printed() {
     window '帳票印刷'
-    shot "$1-printed"
-    keep_document "$1" "${2:-WfdCom.pdf}"
+    glance "$1-printed"
+    keep_document "$1" "${3:-WfdCom.pdf}" "$2"
     key Return
     gone '帳票印刷'
 }
@@ -34,7 +34,7 @@ print_form() {
     key alt+1 Tab ctrl+a
     write "$2"
     key Return
-    shot "$1-chosen"
+    glance "$1-chosen"
     key F11
 }
 
@@ -45,14 +45,15 @@ tour_consent_forms() {
     leave_forms 101
     start_program "$installation" 0
     window '同意書印刷'
-    shot consent-printing
+    glance consent-printing
     print_form massage-form "$massage"
-    keep_printed massage-form
+    keep_printed massage-form '同意書（マッサージ）'
+    page massage-form '印刷した同意書。医師が署名するだけの形で出ます'
     print_form acupuncture-form "$acupuncture"
-    keep_printed acupuncture-form
+    keep_printed acupuncture-form '同意書（鍼灸）'
     print_form oral-consent "$oral"
     sleep 1
-    shot oral-consent-has-no-form
+    glance oral-consent-has-no-form
     key Return
     sleep 1
     key Return
@@ -74,7 +75,7 @@ tour_preview() {
     # The viewer's window bears the same title.
     windows '同意書印刷' 2
     sleep 1
-    shot viewer
+    shot viewer '同意書のプレビュー。ここから印刷・PDF保存・文字の検索ができます'
     key F12
     windows '同意書印刷' 1
     window '同意書印刷'
@@ -83,23 +84,23 @@ tour_preview() {
 # 101 forms are two chunks, and two documents.
 tour_batch() {
     key alt+2 alt+b
-    shot batch-chosen
+    glance batch-chosen
     key F11
     sleep 1
-    shot batch-asked
+    glance batch-asked
     key Return
     sleep 2
-    shot batch-running
+    shot batch-running '大量の同意書を100件ずつ印刷しているところ。途中で中止できます'
     # The second chunk's paper waits for the first's.
     window '帳票印刷'
-    shot batch-printed
-    keep_document batch-1 Output0001.pdf
+    glance batch-printed
+    keep_document batch-1 Output0001.pdf '同意書100件の1冊目'
     key Return
     next_window '帳票印刷'
-    keep_document batch-2 Output0002.pdf
+    keep_document batch-2 Output0002.pdf '同意書の2冊目'
     key Return
     gone '帳票印刷'
     window '同意書管理'
-    shot batch-done
+    glance batch-done
     key Return
 }

@@ -4,10 +4,11 @@
 # months back, whatever the day.
 tour_list() {
     window '同意書管理'
-    shot consent-list
+    shot consent-list '同意書の一覧。起動するとこの画面になります。期限が近い行は茶色、過ぎた行は赤で表示します'
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
-    shot wider-range
+    glance wider-range
     tour_filter
+    tour_conflict
     tour_edit
     tour_renew
 }
@@ -28,53 +29,96 @@ tour_filter() {
     key alt+d
     window '医師検索'
     write 3
-    shot choosing-a-doctor
+    glance choosing-a-doctor
     key Return
     gone '医師検索'
     key F4
-    shot consents-of-a-doctor
+    glance consents-of-a-doctor
     key alt+c
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
     key alt+w
     write 'zzz'
-    shot narrowed-away
+    glance narrowed-away
     key ctrl+a BackSpace F4
+}
+
+# A colleague writes the rows while they are being edited here.
+tour_conflict() {
+    key ctrl+Home Right space Down space
+    database "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '$(date '+%Y/%m/%d %H:%M:%S')'"
+    key F5
+    sleep 0.5
+    key Return
+    sleep 1
+    shot conflict '同じ行を他の端末が先に変更していたとき。何も失われません'
+    key Return
+    sleep 1
+    glance conflict-read-again
+    key Return
+    window '同意書管理'
+}
+
+# A patient whose consents leave months without cover.
+tour_gap() {
+    local patient
+    patient=$(database "WITH R AS (SELECT C.nIDNo, C.tDouiKaryoE AS E, LEAD(C.tDouiKaryoS)
+        OVER (PARTITION BY C.nIDNo ORDER BY C.nDate) AS N FROM RIYOUSHA P JOIN RIYOUSHA_DOUI_REC C
+        ON C.iKyotenCd = P.iKyotenCd AND C.iKyotenEb = P.iKyotenEb AND C.nIDNo = P.nIDNo
+        WHERE P.iKyotenCd = 1 AND P.iKyotenEb = 1 AND P.tExpireDay IS NULL AND IFNULL(P.iTenki, 0) NOT IN (1, 3, 15)
+        AND C.iHenkeiFlg = 0 AND IFNULL(C.iReceptDisabledFlg, 0) = 0)
+        SELECT MIN(nIDNo) FROM R WHERE julianday(replace(N, '/', '-')) - julianday(replace(E, '/', '-')) > 31")
+    key alt+r
+    window '利用者検索'
+    write "$patient"
+    key Return
+    gone '利用者検索'
+    window '同意書管理'
+    sleep 0.5
+    key F3
+    window '同意履歴'
+    shot history '同意の履歴。同意のない期間（空白）は赤く表示します'
+    key F12
+    gone '同意履歴'
+    window '同意書管理'
+    key alt+c
 }
 
 # The first row gets its answer: the re-consent date proposes the next period.
 tour_edit() {
     key F9
     window '並び順'
-    shot orders
+    glance orders
     key Escape
     gone '並び順'
     key ctrl+Home
     for _ in $(seq 11); do key Right; done
     write "$(date +%Y%m%d)"
-    shot typing-a-date
+    shot typing-a-date '再同意日をセルに入力しているところ'
     key Return Up
     for _ in $(seq 8); do key Left; done
     key space
-    shot edited
+    shot edited '変更した項目には色が付きます。保存するまでデータベースは変わりません'
     key F5
-    shot asking-to-save
+    glance asking-to-save
     key Return
-    shot saved
+    glance saved
 }
 
 tour_renew() {
     key F6
     window '同意更新の確認'
-    shot asking-to-renew
+    shot asking-to-renew '受領にチェックした行を、まとめて更新する前の確認'
     key Return
     gone '同意更新の確認'
     sleep 3
-    shot renewed
+    glance renewed
     key Return
     key alt+k Return
     write "$(date -d '+1 year' +%Y%m%d)"
     key Return F4
-    shot renewed-rows
+    glance renewed-rows
     key alt+k Return Return Right F4
-    shot history
+    glance history
+    key alt+c
+    tour_gap
 }

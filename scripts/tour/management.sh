@@ -1,15 +1,15 @@
 # Ledgers, envelopes and letters, from the list and from the masters.
 
-# management_print NAME: prints what is chosen, and answers what is asked before.
+# management_print NAME CAPTION: prints what is chosen, and answers what is asked before.
 management_print() {
-    shot "$1-chosen"
+    glance "$1-chosen"
     key F11
     sleep 1
     if ! xdotool search --onlyvisible --name '帳票印刷' >/dev/null 2>&1; then
-        shot "$1-asked"
+        glance "$1-asked"
         key Return
     fi
-    keep_printed "$1"
+    keep_printed "$1" "$2"
     window '同意書管理印刷'
 }
 
@@ -35,33 +35,34 @@ tour_management() {
 tour_ledgers() {
     local pattern
     key alt+d
+    shot ledger '台帳・封筒・依頼書を印刷する画面'
     for pattern in 1 2 3 4; do
         key alt+y Home
         for _ in $(seq 2 "$pattern"); do key Down; done
-        management_print "ledger-$pattern"
+        management_print "ledger-$pattern" "同意台帳（様式$pattern）"
     done
 }
 
 tour_envelopes() {
     key alt+f alt+h alt+y Home
-    management_print envelopes-long
+    management_print envelopes-long '封筒（長形3号、医療機関あて）'
     key alt+i alt+y End
-    management_print envelopes-square
+    management_print envelopes-square '封筒（角形2号、医師あて）'
     key alt+c
-    management_print envelopes-counsellors
+    management_print envelopes-counsellors '封筒（相談員あて）'
     key alt+r
-    management_print envelopes-patients
+    management_print envelopes-patients '封筒（利用者あて）'
 }
 
 # In the preview: nothing is marked.
 tour_letters() {
     key alt+l F9
     sleep 1
-    shot letters-asked
+    glance letters-asked
     key Return
     windows '同意書印刷' 1
     sleep 1
-    shot letters
+    glance letters
     xdotool search --onlyvisible --name '^同意書印刷$' windowactivate --sync
     key F12
     gone '^同意書印刷$'
@@ -84,24 +85,24 @@ tour_masters() {
     local massage acupuncture
     massage=$(number_of 0 0) acupuncture=$(number_of 1 0)
     key alt+p
-    shot print-menu
+    glance print-menu
     key Escape Escape
     key ctrl+shift+d
     window '同意書管理印刷（マスタ）'
     key alt+d alt+y Home
     key Tab Tab Tab
     pick "$massage" "$acupuncture"
-    management_print picked-ledger
+    management_print picked-ledger '同意台帳（選んだ利用者）'
     key alt+f alt+i alt+y Home
     tour_pick_doctors
-    management_print picked-doctors
+    management_print picked-doctors '封筒（選んだ医師）'
     key F12
     gone '同意書管理印刷（マスタ）'
     window '同意書管理'
     key ctrl+shift+f
     window '同意書印刷（マスタ）'
     pick "$massage" "$acupuncture"
-    shot picked-forms
+    glance picked-forms
     key F12
     gone '同意書印刷（マスタ）'
     window '同意書管理'
@@ -111,7 +112,7 @@ tour_masters() {
 tour_pick_doctors() {
     key alt+n
     window '医師検索'
-    shot picking-a-doctor
+    glance picking-a-doctor
     key Return
     gone '医師検索'
     window '同意書管理印刷（マスタ）'

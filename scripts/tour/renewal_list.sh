@@ -3,33 +3,34 @@
 tour_renewal_list() {
     key ctrl+k
     window '同意書更新リスト印刷'
-    shot renewal-list
+    shot renewal-list '同意書更新リストの印刷'
     # The sample has names that the paper cannot hold.
     key alt+y Home alt+j Home alt+k Home
-    renewal_print renewal-check-list
+    renewal_print renewal-check-list '更新チェックリスト'
     # Sheets for practitioners, those that run out this month and next.
     key alt+j Home Down Down alt+k Home Down alt+s End
-    renewal_print renewal-check-list-sheets
+    renewal_print renewal-check-list-sheets '更新チェックリスト（主担当施術者ごと）'
     key alt+y End alt+j Home alt+k End alt+s Home
-    renewal_print renewal-table
+    renewal_print renewal-table '更新管理表'
+    page renewal-table '印刷した更新管理表'
     # A month as people write it: December of this year.
     key alt+m
     write "R$(($(date +%Y) - 2018)).12"
     key Return
-    shot renewal-month
+    glance renewal-month
     key F9
     sleep 1
     key Return
     windows '同意書書更新リスト印刷' 1
     sleep 1
-    shot renewal-preview
+    glance renewal-preview
     key F12
     window '同意書更新リスト印刷'
     key alt+m
     write 'R8.13'
     key F11
     sleep 0.5
-    shot renewal-wrong-month
+    glance renewal-wrong-month
     key Return
     sleep 0.5
     key F12
@@ -38,11 +39,11 @@ tour_renewal_list() {
 }
 
 renewal_print() {
-    shot "$1-chosen"
+    glance "$1-chosen"
     key F11
     sleep 1
-    shot "$1-asked"
+    glance "$1-asked"
     key Return
-    keep_printed "$1"
+    keep_printed "$1" "$2"
     window '同意書更新リスト印刷'
 }

@@ -71,7 +71,7 @@ road_find() {
     window '利用者検索'
     write "$(database "SELECT cTelNo FROM RIYOUSHA WHERE iKyotenCd = 1 AND iKyotenEb = 1 AND nIDNo = $1")"
     sleep 0.5
-    shot choosing-a-patient
+    shot choosing-a-patient '利用者の検索。番号・かな・電話番号のどれでも絞り込めます'
     key Return
     gone '利用者検索'
     window '同意書管理'
@@ -79,40 +79,41 @@ road_find() {
     road_first_cell
     # 対象 and 連絡
     key space Right space
-    shot ticked
+    glance ticked
     key F5 Return
 }
 
 road_letter() {
     key ctrl+i
     window '同意依頼書'
-    shot request
+    shot request '同意依頼書の画面。種類とあて先を行ごとに確かめて印刷します'
     key F11
     sleep 1
-    shot request-asked
+    glance request-asked
     key Return
-    keep_printed request-letter
+    keep_printed request-letter '同意依頼書'
+    page request-letter '印刷した同意依頼書'
     gone '同意依頼書'
     window '同意書管理'
-    shot request-marked
+    glance request-marked
 }
 
 road_mail() {
     key ctrl+m
     window '相談員へのメール送信'
-    shot mail-choice
+    shot mail-choice '相談員へのメール。1通ずつ内容を確かめて送ります'
     key F5
     sleep 1
-    shot mail-asked
+    glance mail-asked
     key Return
     sleep 2
-    shot mail-sent
+    glance mail-sent
     key Return
     sleep 0.5
     key Escape
     gone 'メール送信'
     window '同意書管理'
-    shot sent
+    glance sent
 }
 
 # 受領 and the re-consent date, then the renewal.
@@ -123,31 +124,31 @@ road_answer() {
     key Return
     road_first_cell
     key Right Right Right space
-    shot answered
+    glance answered
     key F5 Return
     key F6
     window '同意更新の確認'
     key Return
     gone '同意更新の確認'
     sleep 2
-    shot renewal-done
+    glance renewal-done
     key Return
     sleep 0.5
-    shot renewed-consent
+    glance renewed-consent
 }
 
 road_form() {
     road_first_cell
     key ctrl+p
     window 'セット印刷'
-    shot set-print
+    shot set-print 'セット印刷。同意書・依頼書・封筒を一度に印刷します'
     key F11
     sleep 1
-    shot set-print-asked
+    glance set-print-asked
     key Return
-    keep_printed new-consent-form Output0001.pdf
+    keep_printed new-consent-form '更新後の同意書' Output0001.pdf
     sleep 0.5
-    shot new-form-handed-over
+    glance new-form-handed-over
     key Return
     sleep 0.5
     key Escape
@@ -159,19 +160,19 @@ road_form() {
 road_entry() {
     key F3
     window '同意履歴'
-    shot history
+    glance history
     key F2
     window '同意登録'
-    shot entry
+    shot entry '同意登録。同意書の記入欄がそのまま並んでいます'
     key Escape
     gone '同意登録'
     window '同意履歴'
     key F11
     sleep 1
-    shot history-asked
+    glance history-asked
     key Return
     sleep 2
-    shot history-printed
+    glance history-printed
     key F12
     window '同意履歴'
     key F12

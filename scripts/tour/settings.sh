@@ -10,22 +10,22 @@ tour_settings() {
 tour_period_types() {
     key ctrl+t
     window '同意管理設定'
-    shot period-types
+    glance period-types
     key 3
     key Return
     key F5
-    shot period-type-wrong
+    glance period-type-wrong
     key Return
     key 2 Return
     key alt+c
-    shot period-types-that-differ
+    glance period-types-that-differ
     key F7 F8
-    shot period-types-set
+    shot period-types-set '同意管理設定。利用者ごとに期間の計算方法を決めます'
     key F5
-    shot asking-to-save-types
+    glance asking-to-save-types
     key Return
     sleep 1
-    shot types-saved
+    glance types-saved
     key Return
     key F12
     gone '同意管理設定'
@@ -40,12 +40,12 @@ tour_columns() {
     for _ in $(seq 15); do key Down; done
     key space alt+k
     write 9
-    shot columns
+    shot columns '表示項目。一覧に出す列と、左に固定する列を選びます'
     key F5
     gone '表示項目'
     window '同意書管理'
     for _ in $(seq 24); do key Right; done
-    shot columns-frozen
+    glance columns-frozen
     key Home
 }
 
@@ -57,10 +57,10 @@ tour_staff_filter() {
     write 1
     key Return
     key F7 alt+o
-    shot staff-filter
+    glance staff-filter
     key F5
     gone '施術者の絞り込み'
     window '同意書管理'
-    shot list-of-staff
+    glance list-of-staff
     key alt+c
 }

@@ -12,34 +12,34 @@ tour_table() {
     write list
     key alt+d ctrl+a
     write "$(dirname "$file")"
-    shot saving-the-list
+    glance saving-the-list
     key F5
     window '文字コードの確認'
-    shot characters-beyond-the-code-page
+    glance characters-beyond-the-code-page
     key alt+y
     window '出力完了'
-    shot list-saved
+    glance list-saved
     key Return
     /usr/bin/python3 -B scripts/tour/read_list.py "$file" "$installation/DATA/douisho.db" "$from" ||
         die "The saved list does not say what the database holds."
+    document list.csv '一覧を保存したCSVファイル'
     table_on_paper
 }
 
 # The questions and the viewer bear the document's title.
 table_on_paper() {
     local pdf
-    tour_count=$((tour_count + 1))
-    pdf=$(realpath "$tour_shots")/$(printf '%02d-list.pdf' "$tour_count")
+    pdf=$(realpath "$tour_shots")/list.pdf
     key ctrl+shift+l
     window '同意書一覧'
-    shot columns-side-by-side
+    glance columns-side-by-side
     key alt+y
     sleep 1
     key alt+y
     gone '同意書一覧'
     window '同意書一覧'
     sleep 1
-    shot printed-list
+    glance printed-list
     key ctrl+s
     sleep 1
     key ctrl+a
@@ -50,6 +50,7 @@ table_on_paper() {
         sleep 0.1
     done
     [ -s "$pdf" ] || die "The printed list was not saved."
+    document list.pdf '一覧を印刷した表'
     window '同意書一覧'
     key F12
     gone '同意書一覧'
