@@ -1,6 +1,7 @@
 #include "consent/list/list_model.h"
 
 #include "app/base/dates.h"
+#include "consent/rules/plausibility.h"
 #include "export/grid_table.h"
 
 #include <QSet>
@@ -170,6 +171,21 @@ int ConsentListModel::firstWrong(QString *why) const {
         return row.record;
     }
     return -1;
+}
+
+QStringList ConsentListModel::doubts(int record) const {
+    const ConsentRowValues now = values(record);
+    const ConsentRowValues before = m_edits.stored(record);
+    if (now.reconsent == before.reconsent && now.nextStart == before.nextStart &&
+        now.nextEnd == before.nextEnd)
+        return {};
+    const RunningConsent running = m_records.running(record);
+    QDate ruledEnd;
+    if (m_context.advisor && now.reconsent.isValid())
+        ruledEnd = m_context.advisor->nextPeriod(running, now.reconsent).end;
+    return doubtsOf(
+        {ConsentName::ReConsent, now.reconsent, {now.nextStart, now.nextEnd}, running.consentDay, ruledEnd},
+        m_context.today);
 }
 
 void ConsentListModel::prepareNarrowing() {
@@ -406,6 +422,9 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
     changedRow(record);
     Q_EMIT stateChanged();
     tellTrouble();
+    if (listColumn(index.column()).kind == CellKind::Date)
+        if (const QStringList doubtful = doubts(record); !doubtful.isEmpty())
+            Q_EMIT doubted(who(record) + u"　"_s + doubtful.join(u'　'));
     return true;
 }
 

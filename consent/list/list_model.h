@@ -60,6 +60,8 @@ public:
     void acceptChanges();
     /// The first changed record whose values cannot be saved, and why; −1 when all can.
     int firstWrong(QString *why) const;
+    /// What of a record's edited dates may be a slip of the keys, a sentence each.
+    QStringList doubts(int record) const;
 
     /// Shows only patients whose name and kana contain these texts; case, width and kana kind are ignored.
     void narrow(const QString &name, const QString &kana);
@@ -95,6 +97,8 @@ Q_SIGNALS:
     void lettersWanted();
     /// A period could not be reckoned, and why.
     void troubled(const QString &why);
+    /// A date was entered that may be a slip of the keys, and why.
+    void doubted(const QString &why);
 
 private:
     void take(Recordset rows, const ListContext &context);

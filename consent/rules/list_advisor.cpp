@@ -1,5 +1,6 @@
 #include "consent/rules/list_advisor.h"
 
+#include "app/base/settings.h"
 #include "consent/rules/period_text.h"
 
 #include <QStringList>
@@ -13,6 +14,12 @@ QString lines(const QString &first, const QString &second) {
 }
 
 } // namespace
+
+LinkOptions keptLinks(const Folders &folders) {
+    const Settings settings(folders);
+    return {settings.isOn(Setting::変形連動), settings.isOn(Setting::祝日考慮),
+            settings.isOn(Setting::前回取得日連動), settings.readable(Setting::祝日考慮).reason()};
+}
 
 void ListAdvisor::troubled(const QString &reason) {
     m_trouble = u"期間の設定を読み込めないため、要加療期間を計算できません。"_s + reason;

@@ -13,6 +13,9 @@ struct LinkOptions {
     QString unread;           ///< why the options could not be read; while it says so nothing is proposed
 };
 
+/// The options as the practice keeps them.
+LinkOptions keptLinks(const Folders &folders);
+
 /// Periods by the rules, with what the one reader of their basis gives. Where it fails nothing is proposed: a
 /// guess could be paid for.
 class ListAdvisor : public PeriodAdvisor {

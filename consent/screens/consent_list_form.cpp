@@ -102,6 +102,8 @@ void frm同意書管理::wire() {
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
+    connect(m_model, &ConsentListModel::doubted, this,
+            [this](const QString &why) { m_status->setText(why); });
 }
 
 void frm同意書管理::sayNoDate() {

@@ -5,6 +5,7 @@
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "consent/answers/answers_form.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_form.h"
 #include "consent/entry/remark_form.h"
@@ -295,6 +296,16 @@ bool openRequests(const ListOpening &opening) {
     frm同意依頼 form(opening.environment, opening.db, opening.parent);
     if (form.iInit(std::move(rows), outOfSightText(opening)) != 0) {
         opening.environment.messages.warn(form.sErrMsg());
+        return false;
+    }
+    form.exec();
+    return form.written();
+}
+
+bool openAnswers(const ListOpening &opening) {
+    AnswersForm form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() != 0) {
+        opening.environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
         return false;
     }
     form.exec();

@@ -38,6 +38,8 @@ bool openConsent(const ListOpening &opening);
 bool openHistory(const ListOpening &opening);
 /// The current row's remark; refuses deformity-correction rows, which have none.
 bool openRemark(const ListOpening &opening);
+/// Answers in a pile, each found by its patient and written at once.
+bool openAnswers(const ListOpening &opening);
 /// Restarts the period of the current deformity-correction row; refuses other rows.
 bool restartDeformity(const ListOpening &opening);
 ///@}

@@ -51,17 +51,14 @@ void ListWork::readMethods(const QString &where) {
 
 // What cannot be read is told once, until it could be read again.
 void ListWork::readLinks() {
-    const Settings settings(m_environment.folders);
-    LinkOptions &links = m_advisor.links;
-    const Result<> read = settings.readable(Setting::祝日考慮);
-    if (!read && links.unread.isEmpty())
-        m_environment.messages.failIn(read.reason(), u"dataLoadRiyousha()でエラー");
-    links.unread = read.reason();
+    const bool told = !m_advisor.links.unread.isEmpty();
+    m_advisor.links = keptLinks(m_environment.folders);
+    const LinkOptions &links = m_advisor.links;
+    if (!links.unread.isEmpty() && !told)
+        m_environment.messages.failIn(links.unread, u"dataLoadRiyousha()でエラー");
     for (const ListCommand &command : listCommands())
-        if (const auto *link = std::get_if<ListLink>(&command.does)) {
-            links.*link->flag = settings.isOn(link->setting);
+        if (const auto *link = std::get_if<ListLink>(&command.does))
             m_commands->action(command)->setChecked(links.*link->flag);
-        }
 }
 
 void ListWork::toggleLink(const ListCommand &command, const ListLink &link) {
@@ -191,7 +188,30 @@ void ListWork::tellDropped(const QStringList &rows) {
             rows.join(u"\r\n"));
 }
 
+// Dates that may be a slip of the keys are asked about once for all rows.
+bool ListWork::meansDates() {
+    constexpr qsizetype most = 20; // lines that a message box can show
+    QStringList doubts;
+    int first = -1;
+    for (const ChangedRow &row : m_model->changedRows())
+        for (const QString &doubt : m_model->doubts(row.record)) {
+            first = first < 0 ? row.record : first;
+            doubts.append(m_model->who(row.record) + u"　"_s + doubt);
+        }
+    if (doubts.isEmpty())
+        return true;
+    const QString more = doubts.size() > most ? u"\r\n他 %L1 件"_s.arg(doubts.size() - most) : QString();
+    const QString question = u"次の日付を確かめてください。\r\n\r\n"_s + doubts.mid(0, most).join(u"\r\n") +
+                             more + u"\r\n\r\nこのまま保存します。よろしいですか？"_s;
+    if (m_environment.messages.ask(question, u"日付の確認"_s, Answer::No))
+        return true;
+    showRow(first, ListColumn::Reconsent);
+    return false;
+}
+
 bool ListWork::save() {
+    if (!meansDates())
+        return false;
     SaveOutcome outcome;
     m_grid->keepPlace([&] { outcome = m_list.save(); });
     switch (outcome.kind) {

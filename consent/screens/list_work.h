@@ -76,6 +76,7 @@ public:
 private:
     bool search();
     bool save();
+    bool meansDates();
     void readLinks();
     void tickAll(ListColumn column);
     void tellDropped(const QStringList &rows);

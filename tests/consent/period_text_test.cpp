@@ -1,4 +1,5 @@
 #include "consent/rules/period_text.h"
+#include "consent/rules/plausibility.h"
 #include "consent/rules/renewal_permit.h"
 #include "tests/support/test_environment.h"
 
@@ -125,11 +126,75 @@ TEST(RenewalPermit, OpensFromTheReferenceDayOfTheMonthAfterTheRangeStart) {
     EXPECT_FALSE(renewalPermit({2026, 12, 31}, {}, 11).permitted);
 }
 
-TEST(RenewalPermit, RefusalNamesTheReferenceDay) {
-    EXPECT_EQ(
-        renewalPermit({2026, 2, 1}, {2026, 2, 1}, 0).refusal,
-        u"選択された同意書の更新を行うことはできません。\r\n更新基準日(11日)を過ぎてから更新可能となります。"_s);
-    EXPECT_EQ(
-        renewalPermit({2026, 2, 1}, {2026, 2, 1}, -1).refusal,
-        u"選択された同意書の更新を行うことはできません。\r\n更新基準日(月末)を過ぎてから更新可能となります。"_s);
+TEST(RenewalPermit, RefusalNamesTheReferenceDayAndTheFirstDayThatIsPermitted) {
+    const struct {
+        int day;
+        QDate range;
+        QString text;
+    } cases[] = {
+        {0,
+         {2026, 2, 1},
+         u"(11日)を過ぎてから更新可能となります。\r\n\r\n"
+         "表示している対象期間の同意は、2026/03/11（水）から更新できます。"_s},
+        {-1,
+         {2026, 2, 1},
+         u"(月末)を過ぎてから更新可能となります。\r\n\r\n"
+         "表示している対象期間の同意は、2026/03/31（火）から更新できます。"_s},
+        {31,
+         {2026, 3, 15},
+         u"(31日)を過ぎてから更新可能となります。\r\n\r\n"
+         "表示している対象期間の同意は、2026/05/01（金）から更新できます。"_s},
+        {5, {}, u"(5日)を過ぎてから更新可能となります。"_s},
+    };
+    for (const auto &c : cases) {
+        EXPECT_EQ(renewalPermit({2026, 2, 1}, c.range, c.day).refusal,
+                  u"選択された同意書の更新を行うことはできません。\r\n更新基準日"_s + c.text);
+    }
+}
+
+TEST(Plausibility, AsksAboutSlipsOfTheKeysAndNothingElse) {
+    const QDate today(2026, 11, 21);
+    const QDate ruledEnd(2027, 5, 31);
+    const Period next{{2026, 12, 1}, ruledEnd};
+    const struct {
+        QDate consent;
+        Period period;
+        QDate running, ruledEnd;
+        QString begins; ///< of the one doubt; empty: there is none
+    } cases[] = {
+        {{2026, 11, 28}, next, {2026, 6, 1}, ruledEnd, {}},
+        {{2026, 11, 29}, next, {2026, 6, 1}, ruledEnd, u"再同意日 2026/11/29（日）は、今日より8日先"_s},
+        {{2226, 11, 20}, {}, {}, {}, u"再同意日 2226/11/20（月）は、今日より約200年先"_s},
+        {{1926, 11, 20}, {}, {2026, 6, 1}, {}, u"再同意日 1926/11/20（土）は、今日より約100年前"_s},
+        {{2026, 6, 1}, {}, {2026, 6, 1}, {}, u"再同意日 2026/06/01（月）は、今の同意日 2026/06/01 より後"_s},
+        {{2026, 11, 20},
+         {{2026, 11, 19}, ruledEnd},
+         {},
+         ruledEnd,
+         u"要加療開始 2026/11/19（木）は、再同意日"_s},
+        {{2026, 11, 20},
+         {{2226, 12, 1}, {}},
+         {},
+         {},
+         u"要加療開始 2226/12/01（金）は、再同意日より約200年後"_s},
+        {{}, {{2226, 12, 1}, {}}, {}, {}, u"要加療開始 2226/12/01（金）は、今日より約200年後"_s},
+        {{2026, 11, 20},
+         {next.start, {2027, 6, 1}},
+         {},
+         ruledEnd,
+         u"要加療終了 2027/06/01（火）は、規則の終了日"_s},
+        {{2026, 11, 20}, {next.start, {2027, 4, 30}}, {}, ruledEnd, {}},
+        {{2026, 11, 20},
+         {next.start, {2026, 11, 30}},
+         {},
+         ruledEnd,
+         u"要加療終了 2026/11/30（月）は、要加療開始"_s},
+        {{2026, 11, 20}, {next.start, {2027, 7, 31}}, {}, {}, u"要加療終了 2027/07/31（土）までの期間は"_s},
+    };
+    for (const auto &c : cases) {
+        const QStringList doubts =
+            doubtsOf({ConsentName::ReConsent, c.consent, c.period, c.running, c.ruledEnd}, today);
+        EXPECT_EQ(doubts.size(), c.begins.isEmpty() ? 0 : 1) << doubts.join(u'|').toStdString();
+        EXPECT_TRUE(doubts.value(0).startsWith(c.begins)) << doubts.value(0).toStdString();
+    }
 }

@@ -488,7 +488,8 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
     QTest::keyClick(form.get(), Qt::Key_F6);
     ASSERT_EQ(messages.shown.size(), 1);
     EXPECT_EQ(messages.shown[0].text, u"選択された同意書の更新を行うことはできません。\r\n"
-                                      "更新基準日(11日)を過ぎてから更新可能となります。"_s);
+                                      "更新基準日(11日)を過ぎてから更新可能となります。\r\n\r\n"
+                                      "表示している対象期間の同意は、2026/12/11（金）から更新できます。"_s);
     EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
 
     control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));

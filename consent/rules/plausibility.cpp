@@ -1,0 +1,75 @@
+#include "consent/rules/plausibility.h"
+
+#include "app/base/dates.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int aheadAtMost = 7;   // days: a doctor dates a form a little ahead, not by a month
+constexpr int backAtMost = 12;   // months
+constexpr int longestPeriod = 7; // months: six from the middle of a month to the end of one
+constexpr int latestStart = 12;  // months after the consent
+
+QString named(const QString &field, const QDate &date) {
+    return u"%1 %2（%3）"_s.arg(field, dateText(date), weekdayText(date));
+}
+
+QString distance(const QDate &from, const QDate &to) {
+    const qint64 days = qAbs(from.daysTo(to));
+    if (days < 62)
+        return u"%1日"_s.arg(days);
+    return days < 730 ? u"約%1か月"_s.arg(days / 30) : u"約%1年"_s.arg(days / 365);
+}
+
+void judgeConsent(const QString &field, const EnteredDates &entered, const QDate &today,
+                  QStringList &doubts) {
+    const QDate &consent = entered.consent;
+    if (consent > today.addDays(aheadAtMost))
+        doubts.append(named(field, consent) + u"は、今日より%1先です。"_s.arg(distance(today, consent)));
+    else if (consent < today.addMonths(-backAtMost))
+        doubts.append(named(field, consent) + u"は、今日より%1前です。"_s.arg(distance(today, consent)));
+    else if (entered.running.isValid() && consent <= entered.running)
+        doubts.append(named(field, consent) +
+                      u"は、今の同意日 %1 より後の日付ではありません。"_s.arg(dateText(entered.running)));
+}
+
+// A period without a consent date is judged by today.
+void judgeStart(const QString &field, const EnteredDates &entered, const QDate &today, QStringList &doubts) {
+    const QDate &start = entered.period.start;
+    const bool byToday = !entered.consent.isValid();
+    const QDate reference = byToday ? today : entered.consent;
+    if (!byToday && start < reference)
+        doubts.append(named(u"要加療開始"_s, start) +
+                      u"は、%1 %2 より前です。"_s.arg(field, dateText(reference)));
+    else if (start > reference.addMonths(latestStart) || start < reference.addMonths(-backAtMost))
+        doubts.append(named(u"要加療開始"_s, start) +
+                      u"は、%1より%2%3です。"_s.arg(byToday ? u"今日"_s : field, distance(reference, start),
+                                                    start > reference ? u"後"_s : u"前"_s));
+}
+
+void judgeEnd(const EnteredDates &entered, QStringList &doubts) {
+    const auto &[start, end] = entered.period;
+    if (start.isValid() && end < start)
+        doubts.append(named(u"要加療終了"_s, end) + u"は、要加療開始 %1 より前です。"_s.arg(dateText(start)));
+    else if (entered.ruledEnd.isValid() && end > entered.ruledEnd)
+        doubts.append(named(u"要加療終了"_s, end) +
+                      u"は、規則の終了日 %1 より%2長くなります。"_s.arg(dateText(entered.ruledEnd),
+                                                                        distance(entered.ruledEnd, end)));
+    else if (!entered.ruledEnd.isValid() && start.isValid() && end > start.addMonths(longestPeriod))
+        doubts.append(named(u"要加療終了"_s, end) + u"までの期間は%1です。"_s.arg(distance(start, end)));
+}
+
+} // namespace
+
+QStringList doubtsOf(const EnteredDates &entered, const QDate &today) {
+    QStringList doubts;
+    const QString field = entered.name == ConsentName::ReConsent ? u"再同意日"_s : u"同意日"_s;
+    if (entered.consent.isValid())
+        judgeConsent(field, entered, today, doubts);
+    if (entered.period.start.isValid())
+        judgeStart(field, entered, today, doubts);
+    if (entered.period.end.isValid())
+        judgeEnd(entered, doubts);
+    return doubts;
+}
