@@ -6,6 +6,16 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+AnswerLogModel::AnswerLogModel(const AnswerDesk &desk, QObject *parent)
+    : TableModel({{u"利用者"_s},
+                  {u"区分"_s},
+                  {u"再同意日"_s},
+                  {u"次回の要加療期間"_s},
+                  {u"入力前の内容"_s},
+                  {u"状態"_s}},
+                 parent),
+      m_desk(desk) {}
+
 void AnswerLogModel::refresh() {
     beginResetModel();
     endResetModel();
@@ -23,14 +33,6 @@ QString AnswerLogModel::countsText() const {
     const auto back = std::ranges::count(recorded, true, &RecordedAnswer::takenBack);
     const QString standing = u"登録 %L1 件"_s.arg(qsizetype(recorded.size()) - back);
     return back == 0 ? standing : standing + u"　取り消し %L1 件"_s.arg(back);
-}
-
-int AnswerLogModel::rowCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : int(m_desk.recorded().size());
-}
-
-int AnswerLogModel::columnCount(const QModelIndex &parent) const {
-    return parent.isValid() ? 0 : ColumnCount;
 }
 
 QVariant AnswerLogModel::data(const QModelIndex &index, int role) const {
@@ -54,13 +56,4 @@ QVariant AnswerLogModel::data(const QModelIndex &index, int role) const {
     default:
         return {};
     }
-}
-
-QVariant AnswerLogModel::headerData(int section, Qt::Orientation orientation, int role) const {
-    static const QStringList captions{u"利用者"_s,           u"区分"_s,         u"再同意日"_s,
-                                      u"次回の要加療期間"_s, u"入力前の内容"_s, u"状態"_s};
-    if (role != Qt::DisplayRole)
-        return {};
-    return orientation == Qt::Vertical ? QVariant(int(m_desk.recorded().size()) - section)
-                                       : QVariant(captions.value(section));
 }

@@ -1,17 +1,15 @@
 #pragma once
 
+#include "app/base/table_model.h"
 #include "consent/answers/answers.h"
 
-#include <QAbstractTableModel>
-
 /// The answers that were written, the last one first.
-class AnswerLogModel : public QAbstractTableModel {
+class AnswerLogModel : public TableModel {
 public:
-    enum Column { Patient, Kind, Date, Next, Before, State, ColumnCount };
+    enum Column { Patient, Kind, Date, Next, Before, State };
 
     /// @param desk must outlive the model
-    explicit AnswerLogModel(const AnswerDesk &desk, QObject *parent = nullptr)
-        : QAbstractTableModel(parent), m_desk(desk) {}
+    explicit AnswerLogModel(const AnswerDesk &desk, QObject *parent = nullptr);
 
     /// The answers changed.
     void refresh();
@@ -22,11 +20,10 @@ public:
     /// "登録 3 件　取り消し 1 件".
     QString countsText() const;
 
-    int rowCount(const QModelIndex &parent = {}) const override;
-    int columnCount(const QModelIndex &parent = {}) const override;
     QVariant data(const QModelIndex &index, int role) const override;
-    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
+    int count() const override { return int(m_desk.recorded().size()); }
+
     const AnswerDesk &m_desk;
 };

@@ -22,10 +22,6 @@ namespace {
 constexpr size_t mostHits = 20;
 constexpr int hitsShown = 5;
 
-bool isEnter(int key) {
-    return key == Qt::Key_Return || key == Qt::Key_Enter;
-}
-
 QPushButton *button(const QString &name, const QString &caption, const QString &key, const QString &hint,
                     QWidget *parent) {
     auto *made = new QPushButton(u"%1(%2)"_s.arg(caption, key), parent);
@@ -110,8 +106,11 @@ void AnswersForm::addInput(QGridLayout &line, int column, const QString &caption
 
 void AnswersForm::wire() {
     m_grid->installEventFilter(this);
-    for (DateBox *box : {m_day, m_start, m_end})
-        box->setToday(m_environment.clock.today());
+    setClock(*this, m_environment.clock);
+    // What the rule proposes is passed over: from the date the answer is written.
+    for (DateBox *box : {m_day, m_end})
+        connect(box, &QLineEdit::returnPressed, this, [this] { record(); });
+    connect(m_start, &QLineEdit::returnPressed, m_end, [this] { m_end->setFocus(); });
     connect(m_who, &QLineEdit::textEdited, this, [this] { showHits(); });
     connect(m_consent, &QComboBox::currentIndexChanged, this,
             [this](int consent) { chooseConsent(consent); });
@@ -128,6 +127,7 @@ short AnswersForm::iInit() {
         m_error = begun.reason();
         return -1;
     }
+    showLog(0);
     clearLine();
     if (!m_desk.unreadSettings().isEmpty())
         say(m_desk.unreadSettings() + u"　期間は提案されません。"_s, Tone::Warning);
@@ -164,6 +164,7 @@ void AnswersForm::openPatient(const AnswerPatient &patient) {
     const int likeliest = m_desk.likeliest();
     m_open = likeliest >= 0;
     m_who->setText(patient.who());
+    m_list->clear();
     {
         const QSignalBlocker quiet(m_consent);
         m_consent->clear();
@@ -206,14 +207,23 @@ void AnswersForm::clearLine() {
     m_asked.clear();
     m_hits.clear();
     m_list->clear();
-    m_consent->clear();
+    {
+        const QSignalBlocker quiet(m_consent);
+        m_consent->clear();
+    }
     m_consent->setEnabled(false);
     m_who->setText({}); // not to be undone, as clear() is
     for (DateBox *box : {m_day, m_start, m_end})
         box->setDate({});
+    m_who->setFocus();
+}
+
+void AnswersForm::showLog(int row) {
+    m_log.refresh();
+    m_grid->fitColumns(30);
+    m_grid->goTo(row, 0);
     m_counts->setText(m_log.countsText());
     m_back->setEnabled(m_log.lastStanding() >= 0);
-    m_who->setFocus();
 }
 
 void AnswersForm::say(const QString &text, Tone tone) {
@@ -273,9 +283,7 @@ void AnswersForm::record() {
         m_written || outcome.kind == AnswerOutcome::Written || outcome.kind == AnswerOutcome::Overtaken;
     switch (outcome.kind) {
     case AnswerOutcome::Written:
-        m_log.refresh();
-        m_grid->fitColumns(30);
-        m_grid->goTo(0, 0);
+        showLog(0);
         say(u"%1 %2 の返事を登録しました。"_s.arg(m_log.index(0, AnswerLogModel::Patient).data().toString(),
                                                   m_log.index(0, AnswerLogModel::Kind).data().toString()));
         clearLine();
@@ -316,28 +324,13 @@ void AnswersForm::takeBack(int row) {
         m_environment.messages.fail(outcome.text, u"DB-error"_s);
         return;
     }
-    m_log.refresh();
-    m_grid->goTo(row, 0);
-    m_counts->setText(m_log.countsText());
-    m_back->setEnabled(m_log.lastStanding() >= 0);
+    showLog(row);
     if (m_open) {
         const ConsentRowKey key = m_desk.key(m_consent->currentIndex());
         if (m_desk.open(m_patient))
             reopen(key);
     }
     say(outcome.text, outcome.kind == AnswerOutcome::Written ? Tone::Plain : Tone::Warning);
-}
-
-// What the rule proposes is passed over: from the date the answer is written.
-void AnswersForm::enterPressed(const QObject *watched) {
-    if (watched == m_who && !m_open)
-        takeHit();
-    else if (watched == m_who || watched == m_consent)
-        m_day->setFocus();
-    else if (watched != m_start)
-        record();
-    else if (m_start->settle())
-        m_end->setFocus();
 }
 
 bool AnswersForm::eventFilter(QObject *watched, QEvent *event) {
@@ -366,9 +359,10 @@ bool AnswersForm::eventFilter(QObject *watched, QEvent *event) {
         say({});
         return true;
     }
-    if (!isEnter(key->key()) || key->modifiers() & ~Qt::KeypadModifier)
+    const bool enter = key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter;
+    if (!enter || qobject_cast<DateBox *>(watched))
         return false;
-    enterPressed(watched);
+    watched == m_who && !m_open ? takeHit() : m_day->setFocus();
     return true;
 }
 

@@ -45,6 +45,7 @@ private:
     void chooseConsent(int consent);
     void showProposal();
     void clearLine();
+    void showLog(int row);
     void say(const QString &text, Tone tone = Tone::Plain);
 
     ReConsent typed() const;
@@ -54,7 +55,6 @@ private:
     void takeBack(int row);
     void takeBackChosen();
     bool asked(const QString &question);
-    void enterPressed(const QObject *watched);
 
     Environment &m_environment;
     QString m_error;

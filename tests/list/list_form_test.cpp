@@ -145,6 +145,28 @@ TEST_F(ListFormTest, WrongEntriesAreSaidAndNothingIsLost) {
     EXPECT_EQ(QApplication::focusWidget(), doctor);
 }
 
+TEST_F(ListFormTest, DatesThatAreHardlyMeantAreAskedAboutOnceForAllRows) {
+    open();
+    for (const int row : {0, 2}) {
+        go(row, ListColumn::Reconsent);
+        type(row == 0 ? u"2226/11/20"_s : u"2026/05/20"_s);
+        EXPECT_TRUE(
+            control<QLabel>(u"lblStatus"_s)->text().contains(row == 0 ? u"約200年先"_s : u"今の同意日"_s));
+    }
+    go(1, ListColumn::Reconsent);
+    type(u"2026/11/20"_s);
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    ASSERT_EQ(messages.shown.size(), 2);
+    const QString asked = messages.shown.back().text;
+    EXPECT_TRUE(asked.contains(u"1 利用者1　再同意日 2226/11/20"_s)) << asked.toStdString();
+    EXPECT_TRUE(asked.contains(u"3 利用者3　再同意日 2026/05/20"_s)) << asked.toStdString();
+    EXPECT_FALSE(asked.contains(u"利用者2"_s)) << asked.toStdString();
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"NULL"_s) << "No is the answer to a key too many";
+    messages.answers = {Answer::Yes, Answer::Yes};
+    QTest::keyClick(form.get(), Qt::Key_F5);
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2226/11/20"_s) << "it may be meant";
+}
+
 TEST_F(ListFormTest, FiltersStayUntilCleared) {
     database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cIsiCd = '2' WHERE nIDNo = 2"_s);
     open();
