@@ -193,6 +193,8 @@ bool ListWork::meansDates() {
     constexpr qsizetype most = 20; // lines that a message box can show
     QStringList doubts;
     int first = -1;
+    if (QString wrong; m_model->firstWrong(&wrong) >= 0)
+        return true; // is refused without a question
     for (const ChangedRow &row : m_model->changedRows())
         for (const QString &doubt : m_model->doubts(row.record)) {
             first = first < 0 ? row.record : first;

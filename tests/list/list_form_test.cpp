@@ -92,8 +92,8 @@ TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
     go(0, ListColumn::Received);
     QTest::keyClick(grid, Qt::Key_Space);
     go(0, ListColumn::Reconsent);
-    type(u"R8.12.10"_s);
-    EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/10"_s);
+    type(u"R8.11.20"_s);
+    EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/11/20"_s);
     EXPECT_EQ(grid->currentIndex().row(), 1) << "on to the next answer";
     EXPECT_EQ(at(0, ListColumn::NextStart), u"2027/01/01"_s) << "the day after the running period";
     EXPECT_EQ(at(0, ListColumn::NextEnd), u"2027/05/31"_s);
@@ -105,7 +105,7 @@ TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
     QTest::keyClick(form.get(), Qt::Key_F5);
     ASSERT_FALSE(messages.shown.isEmpty());
     EXPECT_EQ(messages.shown.front().text, u"変更分を更新します。よろしいですか？"_s);
-    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2026/12/10"_s);
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"2026/11/20"_s);
     EXPECT_EQ(stored(1, u"cItiranBikou"_s), u"FAX"_s);
     EXPECT_EQ(stored(1, u"iGetFlg"_s), u"1"_s);
 }
