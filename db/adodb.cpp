@@ -90,7 +90,12 @@ short cT_ADODB::iDisConnect() {
 
 short cT_ADODB::iOpenRecSet(Recordset &rows, const QString &sql, int, int, int) {
     rows.close();
-    const short status = attempt([&] { return m_provider->query(sql, rows); });
+    const bool mayRepeat = isConnected() && !m_inTransaction;
+    const auto query = [&] { return m_provider->query(sql, rows); };
+    short status = attempt(query);
+    // A connection that was lost meanwhile is worth a second try: reading changes nothing.
+    if (status != 0 && mayRepeat && !isConnected() && iConnect() == 0)
+        status = attempt(query);
     if (status != 0)
         rows.close();
     return status;

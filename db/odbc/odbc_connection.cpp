@@ -1,13 +1,10 @@
 #include "db/odbc/odbc_connection.h"
 
 #include "db/odbc/odbc_errors.h"
+#include "db/odbc/time_limit.h"
 
 #include <QCoreApplication>
 #include <array>
-#include <condition_variable>
-#include <mutex>
-#include <system_error>
-#include <thread>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,48 +12,6 @@ SQLWCHAR *odbcText(const QString &text) {
     // The interface takes texts as non-const and does not change them.
     return const_cast<SQLWCHAR *>(text.utf16());
 }
-
-namespace {
-
-/// What the waiting thread and the thread that logs in share.
-struct LogIn {
-    std::mutex mutex;
-    std::condition_variable done;
-    bool isDone = false;
-    bool isAbandoned = false;
-    std::unique_ptr<OdbcConnection> connection;
-    QList<ProviderError> errors;
-};
-
-void logIn(const std::shared_ptr<LogIn> &shared, const OdbcTarget &target, std::chrono::seconds timeout) {
-    auto connection = std::make_unique<OdbcConnection>();
-    QList<ProviderError> errors;
-    if (!connection->logIn(target, timeout, errors))
-        connection.reset();
-    const std::lock_guard lock(shared->mutex);
-    if (shared->isAbandoned)
-        return;
-    shared->connection = std::move(connection);
-    shared->errors = errors;
-    shared->isDone = true;
-    shared->done.notify_one();
-}
-
-/// Windows are painted meanwhile, but take no input: what is under way would be begun anew.
-bool waitForLogIn(LogIn &shared, std::unique_lock<std::mutex> &lock, std::chrono::seconds limit) {
-    constexpr std::chrono::milliseconds betweenPaints(50);
-    const auto end = std::chrono::steady_clock::now() + limit;
-    while (!shared.done.wait_for(lock, betweenPaints, [&] { return shared.isDone; })) {
-        if (std::chrono::steady_clock::now() >= end)
-            return false;
-        lock.unlock();
-        QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-        lock.lock();
-    }
-    return true;
-}
-
-} // namespace
 
 OdbcConnection::~OdbcConnection() {
     if (m_loggedIn)
@@ -127,23 +82,23 @@ bool OdbcConnection::isDead() const {
 
 std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const OdbcTarget &target,
                                             QList<ProviderError> &errors) {
-    const auto shared = std::make_shared<LogIn>();
+    struct LogIn {
+        std::unique_ptr<OdbcConnection> connection;
+        QList<ProviderError> errors;
+    };
     // The driver gives up a little earlier, so that its own words are heard where it does.
     const std::chrono::seconds ownLimit = std::max(std::chrono::seconds(1), limit - std::chrono::seconds(1));
-    try {
-        std::thread([=] { logIn(shared, target, ownLimit); }).detach();
-    } catch (const std::system_error &) {
-        errors = {odbcError(u"HY001"_s, u"接続用のスレッドを開始できません。"_s)};
-        return nullptr;
-    }
-    std::unique_lock lock(shared->mutex);
-    if (!waitForLogIn(*shared, lock, limit)) {
-        shared->isAbandoned = true;
-        errors = {odbcError(u"HYT00"_s, u"%1秒以内に応答がありません。"_s.arg(limit.count()))};
-        return nullptr;
-    }
-    errors = shared->errors;
-    return std::move(shared->connection);
+    const std::function<LogIn()> work = [target, ownLimit] {
+        LogIn logIn{std::make_unique<OdbcConnection>(), {}};
+        if (!logIn.connection->logIn(target, ownLimit, logIn.errors))
+            logIn.connection.reset();
+        return logIn;
+    };
+    // Windows are painted meanwhile, but take no input: what is under way would be begun anew.
+    std::optional<LogIn> done =
+        within(limit, work, [] { QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents); });
+    errors = done ? done->errors : QList{lateError(limit)};
+    return done ? std::move(done->connection) : nullptr;
 }
 
 OdbcStatement::OdbcStatement(std::shared_ptr<const OdbcConnection> connection)

@@ -41,9 +41,7 @@ private:
     QString m_databaseName;
 };
 
-/// Logs in within `limit`, whatever the driver does: some wait for ever for a server that accepts and then
-/// says nothing. The attempt runs on a thread of its own, which is left behind when it is late and cleans
-/// up after itself. Null on failure.
+/// Logs in within `limit`. Null on failure.
 std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const OdbcTarget &target,
                                             QList<ProviderError> &errors);
 

@@ -4,6 +4,8 @@
 
 #include <array>
 
+using namespace Qt::Literals::StringLiterals;
+
 QStringList installedOdbcDrivers() {
     QStringList drivers;
     SQLHENV environment = nullptr;
@@ -21,4 +23,15 @@ QStringList installedOdbcDrivers() {
     }
     SQLFreeHandle(SQL_HANDLE_ENV, environment);
     return drivers;
+}
+
+QString whyDriverIsMissing(const QString &driver, const QStringList &installed) {
+    if (driver.isEmpty() || driver.contains(u'/') || installed.contains(driver, Qt::CaseInsensitive))
+        return {};
+    const QString usable =
+        installed.isEmpty() ? QString() : u"使えるのは「%1」です。"_s.arg(installed.join(u"」「"));
+    return u"ODBC ドライバー「%1」がこのパソコンにありません。%2SQL Server には FreeTDS（Debian では "
+           u"tdsodbc）か "
+           "ODBC Driver 18 for SQL Server をインストールし、その名前を接続文字列の Driver= に書いてください。"_s
+               .arg(driver, usable);
 }

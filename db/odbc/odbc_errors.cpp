@@ -69,9 +69,20 @@ ProviderError odbcError(const QString &sqlState, const QString &description) {
     return {adoErrorNumber(sqlState), description, u"ODBC"_s, sqlState, 0};
 }
 
+ProviderError lateError(std::chrono::seconds limit) {
+    return odbcError(u"HYT00"_s, u"%1秒以内に応答がありません。"_s.arg(limit.count()));
+}
+
 bool saysConnectionLost(const QList<ProviderError> &errors) {
     return std::any_of(errors.begin(), errors.end(),
                        [](const ProviderError &e) { return e.sqlState.startsWith(u"08"); });
+}
+
+bool saysNothingToUndo(const QList<ProviderError> &errors) {
+    constexpr qint32 rollbackWithoutBegin = 3903; // SQL Server's number
+    return std::any_of(errors.begin(), errors.end(), [](const ProviderError &e) {
+        return e.sqlState == u"25000" || e.nativeError == rollbackWithoutBegin;
+    });
 }
 
 void hidePassword(QList<ProviderError> &errors, const QString &password) {

@@ -3,6 +3,7 @@
 #include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_errors.h"
 #include "db/odbc/odbc_rows.h"
+#include "db/odbc/time_limit.h"
 
 #include <algorithm>
 
@@ -16,7 +17,8 @@ OdbcProvider::~OdbcProvider() {
 
 bool OdbcProvider::open(const QString &connectionString) {
     close();
-    const OdbcTarget target = odbcTarget(ConnectionString(connectionString), installedOdbcDrivers());
+    const QStringList drivers = installedOdbcDrivers();
+    const OdbcTarget target = odbcTarget(ConnectionString(connectionString), drivers);
     m_password = target.password;
     if (!target.reason.isEmpty())
         return fail({odbcError(u"08001"_s, target.reason)});
@@ -28,7 +30,8 @@ bool OdbcProvider::open(const QString &connectionString) {
         return true;
     if (errors.isEmpty())
         errors = {odbcError(u"08001"_s, {})};
-    errors.first().description.prepend(u"%1に接続できません。"_s.arg(target.name()));
+    errors.first().description.prepend(u"%1に接続できません。"_s.arg(target.name()) +
+                                       whyDriverIsMissing(target.driver, drivers));
     return fail(errors);
 }
 
@@ -43,36 +46,42 @@ QString OdbcProvider::databaseName() const {
     return m_connection ? m_connection->databaseName() : QString();
 }
 
-bool OdbcProvider::fail(QList<ProviderError> errors) {
+bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
+    const bool isLost = m_connection && (saysConnectionLost(errors) || m_connection->isDead());
+    if (isLost)
+        errors.first().description.prepend(
+            effect == Effect::None
+                ? u"データベースとの接続が切れました。データは変更されていません。"_s
+                : u"データベースとの接続が切れました。変更が保存されたか分かりません。再読込して確かめてください。"_s);
     hidePassword(errors, m_password);
     m_errors += errors;
-    if (m_connection && (saysConnectionLost(errors) || m_connection->isDead()))
+    if (isLost)
         close();
     return false;
 }
 
-bool OdbcProvider::failStatement(const OdbcStatement &statement) {
+bool OdbcProvider::failStatement(const OdbcStatement &statement, Effect effect) {
     QList<ProviderError> errors = odbcDiagnostics(SQL_HANDLE_STMT, statement.handle());
     if (errors.isEmpty())
         errors = {odbcError(u"HY000"_s, u"原因不明のエラーです。"_s)};
-    return failInTransaction(errors);
+    return failInTransaction(errors, effect);
 }
 
 /// A transaction ends with the statement that fails in it: servers differ in what is left of it, and some
 /// drivers report a later commit as a success although everything was undone.
-bool OdbcProvider::failInTransaction(const QList<ProviderError> &errors) {
-    fail(errors);
+bool OdbcProvider::failInTransaction(const QList<ProviderError> &errors, Effect effect) {
+    fail(errors, m_inTransaction ? Effect::None : effect);
     if (m_connection && m_inTransaction)
         rollback();
     return false;
 }
 
-bool OdbcProvider::failConnection() {
+bool OdbcProvider::failConnection(Effect effect) {
     QList<ProviderError> errors = odbcDiagnostics(SQL_HANDLE_DBC, m_connection->handle());
     if (errors.isEmpty())
-        errors = {m_connection->isDead() ? odbcError(u"08S01"_s, u"データベースとの接続が切れました。"_s)
+        errors = {m_connection->isDead() ? odbcError(u"08S01"_s, {})
                                          : odbcError(u"HY000"_s, u"原因不明のエラーです。"_s)};
-    return fail(errors);
+    return fail(errors, effect);
 }
 
 bool OdbcProvider::notOpen() {
@@ -80,14 +89,14 @@ bool OdbcProvider::notOpen() {
 }
 
 /// Executes; a statement that has nothing to do (SQL_NO_DATA) succeeds.
-bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql) {
+bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql, Effect effect) {
     if (!statement.handle())
         return failConnection();
     // Some drivers have no time-out; the statement runs without one then.
     SQLSetStmtAttrW(statement.handle(), SQL_ATTR_QUERY_TIMEOUT,
                     odbcAttribute(SQLULEN(std::max(0, m_commandTimeout))), 0);
     const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(sql), SQLINTEGER(sql.size()));
-    return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement);
+    return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement, effect);
 }
 
 bool OdbcProvider::query(const QString &sql, Recordset &rows) {
@@ -95,7 +104,7 @@ bool OdbcProvider::query(const QString &sql, Recordset &rows) {
     if (!m_connection)
         return notOpen();
     const OdbcStatement statement(m_connection);
-    if (!run(statement, sql))
+    if (!run(statement, sql, Effect::None))
         return false;
     // Counts of changed rows may stand before the rows.
     SQLSMALLINT columns = 0;
@@ -104,13 +113,13 @@ bool OdbcProvider::query(const QString &sql, Recordset &rows) {
         if (more == SQL_NO_DATA)
             return fail({odbcError(u"24000"_s, u"SQL が行を返しません。"_s)});
         if (!SQL_SUCCEEDED(more))
-            return failStatement(statement);
+            return failStatement(statement, Effect::None);
     }
     OdbcRowReader reader(statement.handle(), m_connection->readsCellsOfBlocks());
     if (reader.readAll(rows))
         return true;
     rows.close();
-    return failInTransaction(reader.errors());
+    return failInTransaction(reader.errors(), Effect::None);
 }
 
 bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
@@ -119,7 +128,7 @@ bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
     if (!m_connection)
         return notOpen();
     const OdbcStatement statement(m_connection);
-    if (!run(statement, sql))
+    if (!run(statement, sql, Effect::Unknown))
         return false;
     SQLLEN count = -1;
     if (SQL_SUCCEEDED(SQLRowCount(statement.handle(), &count)) && affected)
@@ -130,8 +139,21 @@ bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
         if (more == SQL_NO_DATA)
             return true;
         if (!SQL_SUCCEEDED(more))
-            return failStatement(statement);
+            return failStatement(statement, Effect::Unknown);
     }
+}
+
+/// The driver has no time limit of its own for these. What is late goes with its connection: nothing more can
+/// be sent over it, and the server undoes what it has not committed.
+bool OdbcProvider::inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect) {
+    const auto connection = m_connection;
+    const std::function<bool()> call = [connection, work, argument] { return (*connection.*work)(argument); };
+    const std::chrono::seconds limit(m_commandTimeout);
+    const std::optional<bool> done = limit.count() > 0 ? within(limit, call) : call();
+    if (done)
+        return *done;
+    m_inTransaction = false; // the driver is still busy with it
+    return fail({odbcError(u"08S01"_s, lateError(limit).description)}, effect);
 }
 
 bool OdbcProvider::begin() {
@@ -139,8 +161,8 @@ bool OdbcProvider::begin() {
         return notOpen();
     if (m_inTransaction)
         return fail({odbcError(u"25000"_s, u"トランザクションはすでに始まっています。"_s)});
-    if (!m_connection->setAutoCommit(false))
-        return failConnection();
+    if (!inTime(&OdbcConnection::setAutoCommit, false))
+        return m_connection && failConnection();
     m_inTransaction = true;
     return true;
 }
@@ -151,9 +173,11 @@ bool OdbcProvider::commit() {
     if (!m_inTransaction)
         return fail({odbcError(u"25000"_s, u"トランザクションが始まっていません。"_s)});
     // A driver may report success for a connection that it knows to be dead.
-    if (m_connection->endTransaction(true) && !m_connection->isDead())
+    const bool committed = inTime(&OdbcConnection::endTransaction, true, Effect::Unknown);
+    if (committed && !m_connection->isDead())
         return leaveTransaction();
-    failConnection();
+    if (m_connection)
+        failConnection(Effect::Unknown);
     if (m_connection)
         rollback();
     return false;
@@ -162,9 +186,12 @@ bool OdbcProvider::commit() {
 bool OdbcProvider::rollback() {
     if (!m_connection || !m_inTransaction)
         return true;
-    if (m_connection->endTransaction(false))
+    if (inTime(&OdbcConnection::endTransaction, false))
         return leaveTransaction();
-    failConnection();
+    if (m_connection && saysNothingToUndo(odbcDiagnostics(SQL_HANDLE_DBC, m_connection->handle())))
+        return leaveTransaction();
+    if (m_connection)
+        failConnection();
     close(); // the server undoes what is left of the transaction
     return false;
 }
@@ -172,9 +199,10 @@ bool OdbcProvider::rollback() {
 /// Back to statements that take effect at once; a connection that refuses would keep the next one open.
 bool OdbcProvider::leaveTransaction() {
     m_inTransaction = false;
-    if (m_connection->setAutoCommit(true))
+    if (inTime(&OdbcConnection::setAutoCommit, true))
         return true;
-    failConnection();
+    if (m_connection)
+        failConnection();
     close();
     return false;
 }

@@ -30,12 +30,16 @@ public:
     void setCommandTimeout(int seconds) override { m_commandTimeout = seconds; }
 
 private:
-    bool fail(QList<ProviderError> errors);
-    bool failStatement(const OdbcStatement &statement);
-    bool failConnection();
+    /// What is known of the data when the connection is lost in the middle of something.
+    enum class Effect { None, Unknown };
+
+    bool fail(QList<ProviderError> errors, Effect effect = Effect::None);
+    bool failStatement(const OdbcStatement &statement, Effect effect);
+    bool failConnection(Effect effect = Effect::None);
+    bool failInTransaction(const QList<ProviderError> &errors, Effect effect);
     bool notOpen();
-    bool run(const OdbcStatement &statement, const QString &sql);
-    bool failInTransaction(const QList<ProviderError> &errors);
+    bool run(const OdbcStatement &statement, const QString &sql, Effect effect);
+    bool inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect = Effect::None);
     bool leaveTransaction();
 
     std::chrono::seconds m_loginLimit;

@@ -109,7 +109,7 @@ TEST(OdbcFailures, WhatIsNotThereIsNamed) {
          u"サーバー「no-such-host.invalid」"_s},
         {u"Driver=%1;Server=127.0.0.1;Port=%2;UID=u;PWD=geheim"_s.arg(postgresDriver(), port),
          u"サーバー「127.0.0.1」"_s},
-        {u"Driver={No Such Driver};Server=srv;PWD=geheim"_s, u"ODBC ドライバー「No Such Driver」"_s},
+        {u"Driver={SQL Server};Server=srv;PWD=geheim"_s, u"「SQL Server」がこのパソコンにありません"_s},
         {u"DSN=no-such-source;PWD=geheim"_s, u"サーバー「no-such-source」"_s},
         {u"Provider=SQLOLEDB;Data Source=srv;Colour=red;PWD=geheim"_s, u"不明な項目「Colour」"_s},
         {u"Provider=SQLOLEDB;PWD=geheim"_s, u"サーバー（Data Source）がありません"_s},
@@ -128,6 +128,14 @@ TEST(OdbcFailures, WhatIsNotThereIsNamed) {
             EXPECT_FALSE(error.description.contains(u"geheim"));
         }
     }
+}
+
+TEST(OdbcErrors, ADeadlockVictimHasNothingLeftToUndo) {
+    ProviderError byNumber = odbcError(u"HY000"_s, u"ROLLBACK TRANSACTION"_s);
+    byNumber.nativeError = 3903;
+    EXPECT_TRUE(saysNothingToUndo({odbcError(u"01000"_s, {}), byNumber}));
+    EXPECT_TRUE(saysNothingToUndo({odbcError(u"25000"_s, {})}));
+    EXPECT_FALSE(saysNothingToUndo({odbcError(u"08S01"_s, {})}));
 }
 
 TEST(OdbcErrors, ThePasswordIsHidden) {

@@ -4,6 +4,7 @@
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
 
+#include <QElapsedTimer>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -248,6 +249,26 @@ TEST_F(OdbcProviderTest, AServerThatDiesIsNoticedAndFoundAgain) {
     }
 }
 
+TEST_F(OdbcProviderTest, ACommitThatHangsIsGivenUp) {
+    run(u"CREATE TABLE slow (a int)"_s);
+    run(u"CREATE FUNCTION sleep() RETURNS trigger AS $$ BEGIN PERFORM pg_sleep(30); RETURN NEW; END $$"
+        " LANGUAGE plpgsql"_s);
+    run(u"CREATE CONSTRAINT TRIGGER sleeper AFTER INSERT ON slow DEFERRABLE INITIALLY DEFERRED"
+        " FOR EACH ROW EXECUTE FUNCTION sleep()"_s);
+    db.setCommandTimeout(1);
+    ASSERT_TRUE(db.begin());
+    run(u"INSERT INTO slow VALUES (1)"_s);
+    QElapsedTimer clock;
+    clock.start();
+    EXPECT_FALSE(db.commit());
+    EXPECT_LT(clock.elapsed(), 5000);
+    EXPECT_FALSE(db.isOpen()) << "the driver still waits on the old connection";
+    ASSERT_FALSE(db.errors().isEmpty());
+    EXPECT_TRUE(db.errors().first().description.contains(u"保存されたか分かりません")) << errorText(db);
+    ASSERT_TRUE(db.open(server->connectionString())) << errorText(db);
+    EXPECT_EQ(one(u"SELECT count(*) FROM slow"_s), u"0"_s);
+}
+
 TEST_F(OdbcProviderTest, AClosedConnectionFailsPolitely) {
     db.close();
     Recordset rows;
@@ -296,4 +317,14 @@ TEST_F(OdbcProviderTest, TheConnectionClassRecoversFromALostServer) {
     Recordset rows;
     EXPECT_EQ(ado.iOpenRecSet(rows, u"SELECT '同意' AS x"_s), 0);
     EXPECT_EQ(rows.text(0, 0), u"同意"_s);
+
+    // The server comes back between two readings; in a transaction nothing is read a second time.
+    for (const bool inTransaction : {false, true}) {
+        ASSERT_TRUE(!inTransaction || ado.iBeginTrans() == 0);
+        server->kill();
+        ASSERT_TRUE(server->start()) << server->problem().toStdString();
+        EXPECT_EQ(ado.iOpenRecSet(rows, u"SELECT 1 AS x"_s), inTransaction ? -1 : 0);
+    }
+    EXPECT_TRUE(ado.sErrMsg().contains(u"接続が切れました。データは変更されていません。"))
+        << ado.sErrMsg().toStdString();
 }

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <system_error>
+#include <thread>
+
+/// What `work` gives, if it does so within `limit`, whatever a driver does: some wait for ever for a server
+/// that says nothing more. The work runs on a thread of its own, which is left behind when it is late; so it
+/// must own all that it uses. Without a thread to be had it runs here, without a limit.
+/// @param meanwhile called some twenty times a second while the caller waits
+template <class T>
+std::optional<T> within(std::chrono::seconds limit, const std::function<T()> &work,
+                        const std::function<void()> &meanwhile = {}) {
+    struct Shared {
+        std::mutex mutex;
+        std::condition_variable done;
+        std::optional<T> result;
+    };
+    const auto shared = std::make_shared<Shared>();
+    try {
+        std::thread([shared, work] {
+            T result = work();
+            const std::lock_guard lock(shared->mutex);
+            shared->result = std::move(result);
+            shared->done.notify_one();
+        }).detach();
+    } catch (const std::system_error &) {
+        return work();
+    }
+    const auto end = std::chrono::steady_clock::now() + limit;
+    const auto isDone = [&] { return shared->result.has_value(); };
+    std::unique_lock lock(shared->mutex);
+    while (meanwhile && std::chrono::steady_clock::now() < end) {
+        constexpr std::chrono::milliseconds betweenCalls(50);
+        if (shared->done.wait_for(lock, betweenCalls, isDone))
+            break;
+        lock.unlock();
+        meanwhile();
+        lock.lock();
+    }
+    shared->done.wait_until(lock, end, isDone);
+    return std::move(shared->result);
+}
