@@ -74,8 +74,10 @@ ProviderError lateError(std::chrono::seconds limit) {
 }
 
 bool saysConnectionLost(const QList<ProviderError> &errors) {
-    return std::any_of(errors.begin(), errors.end(),
-                       [](const ProviderError &e) { return e.sqlState.startsWith(u"08"); });
+    // Class 08, and what PostgreSQL says to the sessions that it ends (57P01, 57P02).
+    return std::any_of(errors.begin(), errors.end(), [](const ProviderError &e) {
+        return e.sqlState.startsWith(u"08") || e.sqlState.startsWith(u"57P0");
+    });
 }
 
 bool saysNothingToUndo(const QList<ProviderError> &errors) {

@@ -15,7 +15,7 @@ ProviderError odbcError(const QString &sqlState, const QString &description);
 /// The error of what did not answer in time.
 ProviderError lateError(std::chrono::seconds limit);
 
-/// Whether some record says that the connection is gone (class 08).
+/// Whether some record says that the connection is gone, or goes now.
 bool saysConnectionLost(const QList<ProviderError> &errors);
 
 /// Whether a roll-back was refused because the server has undone the transaction already, as SQL Server does

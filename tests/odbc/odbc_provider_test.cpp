@@ -269,6 +269,17 @@ TEST_F(OdbcProviderTest, ACommitThatHangsIsGivenUp) {
     EXPECT_EQ(one(u"SELECT count(*) FROM slow"_s), u"0"_s);
 }
 
+TEST_F(OdbcProviderTest, ASessionThatTheServerEndsIsNoticed) {
+    const QString session = one(u"SELECT pg_backend_pid()"_s);
+    OdbcProvider administrator;
+    ASSERT_TRUE(administrator.open(server->connectionString()));
+    ASSERT_TRUE(db.begin());
+    ASSERT_TRUE(administrator.execute(u"SELECT pg_terminate_backend(%1, 5000)"_s.arg(session), nullptr));
+    EXPECT_FALSE(db.execute(u"SELECT 1"_s, nullptr));
+    EXPECT_FALSE(db.isOpen()) << errorText(db);
+    EXPECT_TRUE(db.open(server->connectionString())) << errorText(db);
+}
+
 TEST_F(OdbcProviderTest, AClosedConnectionFailsPolitely) {
     db.close();
     Recordset rows;
