@@ -2,8 +2,8 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "print/consent_screens/consent_screens_query.h"
 #include "print/consent_screens/doctor_consent_form.h"
-#include "print/consent_screens/layout_store.h"
 #include "print/consent_screens/patient_consent_form.h"
 
 using namespace Qt::Literals::StringLiterals;

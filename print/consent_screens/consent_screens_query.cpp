@@ -4,6 +4,8 @@
 #include "db/sql_text.h"
 #include "db/tables/base/consent_layout_columns.h"
 #include "db/tables/keys_query.h"
+#include "db/tables/masters/corp_sub.h"
+#include "db/tables/patient/riyousha_sub.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -74,11 +76,51 @@ ConsentLayoutSettings settingsAt(const Recordset &rows, int first) {
     return settings;
 }
 
-Result<> execute(cT_ADODB &db, const QString &sql) {
+/// Nothing changes, but the row is locked until the transaction ends.
+QString lockSql(const Branch &branch) {
+    return u"UPDATE CORP_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(branch, u"CORP_SUB");
+}
+
+QString lockSql(const PatientKey &patient) {
+    return u"UPDATE RIYOUSHA_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(patient, u"RIYOUSHA_SUB");
+}
+
+cD_CORP_SUB keyOf(const Branch &branch) {
+    cD_CORP_SUB key;
+    key.iKyotenCd = branch.iKyotenCd;
+    key.iKyotenEb = branch.iKyotenEb;
+    return key;
+}
+
+cD_RIYOUSHA_SUB keyOf(const PatientKey &patient) {
+    cD_RIYOUSHA_SUB key;
+    static_cast<PatientKey &>(key) = patient;
+    return key;
+}
+
+// The lock comes before the comparison: a colleague who writes the row meanwhile waits, or has been seen.
+template <class TableClass, class Key>
+Result<bool> store(cT_ADODB &db, const Key &of, const ConsentLayoutSettings &seen,
+                   const ConsentLayoutSettings &settings, bool mayInsert) {
+    auto record = keyOf(of);
     const ErrorsSince before(db);
-    if (db.iConnect() != 0 || db.iExecSQL(sql) != 0)
+    TableClass table;
+    if (db.iConnect() != 0 || table.iInit(db) != 0)
         return Failure{before.text()};
-    return {};
+    Transaction transaction(db);
+    if (!transaction.begun() || db.iExecSQL(lockSql(of)) != 0 || table.iDataRead(&record) != 0)
+        return Failure{before.text()};
+    const bool there = table.nデータ数() > 0;
+    if (there)
+        record = table.records().front();
+    if (!record.ConsentLayoutSettings::same(seen) || (!there && !mayInsert))
+        return false;
+    static_cast<ConsentLayoutSettings &>(record) = settings;
+    const short written =
+        there ? table.iDataUpdate(&record, -1, false) : table.iDataInsert(&record, -1, false);
+    if (written != 0 || transaction.commit() != 0)
+        return Failure{before.text()};
+    return true;
 }
 
 } // namespace
@@ -155,14 +197,28 @@ Result<> writeDoctorLayouts(cT_ADODB &db, const QString &doctor, bool acupunctur
         if (!column.name.endsWith(acupuncture ? u"MasTypeNo" : u"HariTypeNo"))
             sets += column.name.toString() + u" = "_s +
                     sqlNumber(settings.*std::get<ConsentLayoutSettings::Member>(column.member));
-    return execute(db, u" update      DOCTOR set "_s + sets.join(u", "_s) + u" where    cIDno = "_s +
-                           sqlText(doctor));
+    const ErrorsSince before(db);
+    if (db.iConnect() != 0 || db.iExecSQL(u" update      DOCTOR set "_s + sets.join(u", "_s) +
+                                          u" where    cIDno = "_s + sqlText(doctor)) != 0)
+        return Failure{before.text()};
+    return {};
 }
 
-QString lockCompanySql(const Branch &branch) {
-    return u"UPDATE CORP_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(branch, u"CORP_SUB");
+Result<ConsentLayoutSettings> readCompanyLayouts(cT_ADODB &db, const Branch &branch) {
+    cT_CORP_SUB table;
+    const cD_CORP_SUB key = keyOf(branch);
+    const ErrorsSince before(db);
+    if (db.iConnect() != 0 || table.iInit(db) != 0 || table.iDataRead(&key) != 0)
+        return Failure{before.text()};
+    return table.nデータ数() > 0 ? ConsentLayoutSettings(table.records().front()) : ConsentLayoutSettings();
 }
 
-QString lockPatientSql(const PatientKey &patient) {
-    return u"UPDATE RIYOUSHA_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(patient, u"RIYOUSHA_SUB");
+Result<bool> storeCompanyLayouts(cT_ADODB &db, const Branch &branch, const ConsentLayoutSettings &seen,
+                                 const ConsentLayoutSettings &settings) {
+    return store<cT_CORP_SUB>(db, branch, seen, settings, true);
+}
+
+Result<bool> storePatientLayouts(cT_ADODB &db, const PatientKey &patient, const ConsentLayoutSettings &seen,
+                                 const ConsentLayoutSettings &settings) {
+    return store<cT_RIYOUSHA_SUB>(db, patient, seen, settings, false);
 }

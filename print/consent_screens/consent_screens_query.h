@@ -40,8 +40,16 @@ Result<QString> readDoctorTelephone(cT_ADODB &db, const QString &doctor);
 Result<> writeDoctorLayouts(cT_ADODB &db, const QString &doctor, bool acupuncture,
                             const ConsentLayoutSettings &settings);
 
-/// @name Updates that change nothing and lock the row until the transaction ends
+/// The company's settings, those of a branch; none is set where the branch has no row yet.
+Result<ConsentLayoutSettings> readCompanyLayouts(cT_ADODB &db, const Branch &branch);
+
+/// @name Storing the twelve settings in one transaction
+/// Nothing else of the row is touched.
+/// @param seen what stood there when the user began
+/// @return false, and nothing written, when it is not what stands there now
 ///@{
-QString lockCompanySql(const Branch &branch);
-QString lockPatientSql(const PatientKey &patient);
+Result<bool> storeCompanyLayouts(cT_ADODB &db, const Branch &branch, const ConsentLayoutSettings &seen,
+                                 const ConsentLayoutSettings &settings);
+Result<bool> storePatientLayouts(cT_ADODB &db, const PatientKey &patient, const ConsentLayoutSettings &seen,
+                                 const ConsentLayoutSettings &settings);
 ///@}

@@ -2,8 +2,8 @@
 
 #include "app/base/codepage932.h"
 #include "print/consent_screens/consent_screens.h"
+#include "print/consent_screens/consent_screens_query.h"
 #include "print/consent_screens/doctor_consent_form.h"
-#include "print/consent_screens/layout_store.h"
 #include "print/consent_screens/patient_consent_form.h"
 #include "tests/consent_form/practice.h"
 #include "tests/widgets/form_keys.h"
