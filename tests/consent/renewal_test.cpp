@@ -46,18 +46,21 @@ protected:
                     << cell.key().toStdString();
         }
     }
+    static QMap<QString, QString> withoutMarks() {
+        QMap<QString, QString> changed;
+        for (const QString &flag : {u"iOutputFlg"_s, u"iGetFlg"_s, u"iOutputFlgHenkei"_s, u"iGetFlgHenkei"_s,
+                                    u"iDouiHospOutFlg"_s, u"iDouiIsiOutFlg"_s})
+            changed[flag] = u"0"_s;
+        return changed;
+    }
     QMap<QString, QString> unmarked() {
-        QMap<QString, QString> changed = {{u"cPcName"_s, database.db.csGetComputerName()},
-                                          {u"iNewestFlg"_s, u"1"_s},
-                                          {u"tShinsatsuDay"_s, u"NULL"_s},
-                                          {u"cMasByoumei"_s, u"NULL"_s}};
-        for (const char16_t *flag : {u"iOutputFlg", u"iGetFlg", u"iOutputFlgHenkei", u"iGetFlgHenkei",
-                                     u"iDouiHospOutFlg", u"iDouiIsiOutFlg"})
-            changed[QString::fromUtf16(flag)] = u"0"_s;
-        for (const char16_t *day :
-             {u"tSaiDouiDay", u"tSaiDouiKaryoS", u"tSaiDouiKaryoE", u"tDouiDayTempHenkei",
-              u"tDouiKaryoSTempHenkei", u"tDouiKaryoETempHenkei"})
-            changed[QString::fromUtf16(day)] = u"NULL"_s;
+        QMap<QString, QString> changed = withoutMarks();
+        changed[u"cPcName"_s] = database.db.csGetComputerName();
+        changed[u"iNewestFlg"_s] = u"1"_s;
+        for (const QString &empty : {u"tShinsatsuDay"_s, u"cMasByoumei"_s, u"tSaiDouiDay"_s,
+                                     u"tSaiDouiKaryoS"_s, u"tSaiDouiKaryoE"_s, u"tDouiDayTempHenkei"_s,
+                                     u"tDouiKaryoSTempHenkei"_s, u"tDouiKaryoETempHenkei"_s})
+            changed[empty] = u"NULL"_s;
         return changed;
     }
 
@@ -137,35 +140,26 @@ TEST_F(Renewal, RowOfTheNewKeyIsReplacedWhole) {
 }
 
 TEST_F(Renewal, WhatCannotBeRenewedIsRefusedAndNothingChanges) {
+    const QString notLater = u"再同意日が同意日（%1）より後ではないため、更新できません。"_s;
+    const QString notAfterSource =
+        u"再同意日が更新元の同意の日付（2025/11/20）以前のため、更新できません。"_s;
     const struct {
         QMap<QString, QString> literals;
-        QDate newDate;
         QString message;
+        QDate newDate{2026, 5, 20};
     } cases[] = {
-        {{{u"tSaiDouiDay"_s, u"NULL"_s}}, {2026, 5, 20}, u"再同意日が入力されていません。"_s},
-        {{{u"tSaiDouiDay"_s, u"'2026/02/30'"_s}}, {2026, 5, 20}, u"再同意日が入力されていません。"_s},
-        {{}, {}, u"再同意日が入力されていません。"_s},
-        {{{u"tSaiDouiKaryoS"_s, u"NULL"_s}}, {2026, 5, 20}, u"要加療期間が入力されていません。"_s},
-        {{{u"tSaiDouiKaryoE"_s, u"NULL"_s}}, {2026, 5, 20}, u"要加療期間が入力されていません。"_s},
-        {{{u"tSaiDouiKaryoE"_s, u"'2026/05/31'"_s}},
-         {2026, 5, 20},
-         u"要加療期間の終了日が開始日より前になっています。"_s},
-        {{{u"tSaiDouiDay"_s, u"'2025/11/20'"_s}},
-         {2025, 11, 20},
-         u"再同意日が同意日（2025/11/20）より後ではないため、更新できません。"_s},
-        {{{u"tSaiDouiDay"_s, u"'2025/11/20'"_s}},
-         {2026, 5, 20},
-         u"再同意日が同意日（2025/11/20）より後ではないため、更新できません。"_s},
-        {{{u"tDouiDay"_s, u"'2026/05/20'"_s}},
-         {2026, 5, 20},
-         u"再同意日が同意日（2026/05/20）より後ではないため、更新できません。"_s},
+        {{{u"tSaiDouiDay"_s, u"NULL"_s}}, u"再同意日が入力されていません。"_s},
+        {{{u"tSaiDouiDay"_s, u"'2026/02/30'"_s}}, u"再同意日が入力されていません。"_s},
+        {{}, u"再同意日が入力されていません。"_s, QDate()},
+        {{{u"tSaiDouiKaryoS"_s, u"NULL"_s}}, u"要加療期間が入力されていません。"_s},
+        {{{u"tSaiDouiKaryoE"_s, u"NULL"_s}}, u"要加療期間が入力されていません。"_s},
+        {{{u"tSaiDouiKaryoE"_s, u"'2026/05/31'"_s}}, u"要加療期間の終了日が開始日より前になっています。"_s},
+        {{{u"tSaiDouiDay"_s, u"'2025/11/20'"_s}}, notLater.arg(u"2025/11/20"_s), {2025, 11, 20}},
+        {{{u"tSaiDouiDay"_s, u"'2025/11/20'"_s}}, notLater.arg(u"2025/11/20"_s)},
+        {{{u"tDouiDay"_s, u"'2026/05/20'"_s}}, notLater.arg(u"2026/05/20"_s)},
         // The key equals the source's own, or lies before it, though the consent date does not tell.
-        {{{u"tDouiDay"_s, u"NULL"_s}},
-         {2025, 11, 20},
-         u"再同意日が更新元の同意の日付（2025/11/20）以前のため、更新できません。"_s},
-        {{{u"tDouiDay"_s, u"'2025/10/01'"_s}},
-         {2025, 11, 19},
-         u"再同意日が更新元の同意の日付（2025/11/20）以前のため、更新できません。"_s},
+        {{{u"tDouiDay"_s, u"NULL"_s}}, notAfterSource, {2025, 11, 20}},
+        {{{u"tDouiDay"_s, u"'2025/10/01'"_s}}, notAfterSource, {2025, 11, 19}},
     };
     for (const auto &c : cases) {
         database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
@@ -241,13 +235,10 @@ TEST_F(Renewal, RestartClearsTheSixMarksAndSetsThePeriod) {
     insertMassage();
     const ConsentRows::Row before = rows.read(massage);
     ASSERT_EQ(renewal.iDataHenkeiDouiMake(patient, massage.nDate, {{2026, 6, 1}, {2026, 6, 30}}), 0);
-    QMap<QString, QString> changed = {{u"tHenkeSday"_s, u"2026/06/01"_s},
-                                      {u"tHenKeEday"_s, u"2026/06/30"_s},
-                                      {u"cPcName"_s, database.db.csGetComputerName()}};
-    for (const char16_t *flag : {u"iOutputFlg", u"iGetFlg", u"iOutputFlgHenkei", u"iGetFlgHenkei",
-                                 u"iDouiHospOutFlg", u"iDouiIsiOutFlg"})
-        changed[QString::fromUtf16(flag)] = u"0"_s;
-    expectCopied(before, rows.read(massage), changed);
+    expectCopied(before, rows.read(massage),
+                 with(withoutMarks(), {{u"tHenkeSday"_s, u"2026/06/01"_s},
+                                       {u"tHenKeEday"_s, u"2026/06/30"_s},
+                                       {u"cPcName"_s, database.db.csGetComputerName()}}));
 
     const QStringList restarted = rows.all();
     EXPECT_EQ(renewal.iDataHenkeiDouiMake(patient, massage.nDate, {{2026, 6, 1}, {}}), -1);
@@ -257,10 +248,14 @@ TEST_F(Renewal, RestartClearsTheSixMarksAndSetsThePeriod) {
 }
 
 TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
-    insertMassage();
-    insertDeformity();
-    rows.insert(massageRenewed);
-    rows.insert({patient, 20260521, 1, 20260521});
+    const auto fill = [&] {
+        database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
+        insertMassage();
+        insertDeformity();
+        rows.insert(massageRenewed);
+        rows.insert({patient, 20260521, 1, 20260521});
+    };
+    fill();
     const QStringList before = rows.all();
     const struct {
         const char *name;
@@ -299,11 +294,7 @@ TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
         }
         EXPECT_GT(nth, 4) << c.name;
         EXPECT_NE(rows.all(), before) << c.name;
-        database.run(u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
-        insertMassage();
-        insertDeformity();
-        rows.insert(massageRenewed);
-        rows.insert({patient, 20260521, 1, 20260521});
+        fill();
         // Audit times aside, everything stands as at the start.
         ASSERT_EQ(rows.all(), before);
     }

@@ -123,11 +123,11 @@ TEST_P(ProviderContract, NumbersComeBackAsTheyWereWritten) {
 
 TEST_P(ProviderContract, ARecordsetHasItsColumnsEvenWithoutRows) {
     Recordset rows;
-    ASSERT_EQ(db.iOpenRecSet(rows, u"SELECT nNo, cText AS cName FROM CONTRACT"_s), 0);
+    ASSERT_EQ(db.iOpenRecSet(rows, u"SELECT nNo, cText AS 氏名 FROM CONTRACT"_s), 0);
     EXPECT_TRUE(rows.isOpen());
     EXPECT_EQ(rows.rowCount(), 0);
     EXPECT_EQ(rows.column(u"NNO"), 0);
-    EXPECT_EQ(rows.column(u"cName"), 1);
+    EXPECT_EQ(rows.column(u"氏名"), 1);
     EXPECT_EQ(rows.column(u"cText"), -1);
     EXPECT_EQ(db.iCloseRecSet(rows), 0);
     EXPECT_FALSE(rows.isOpen());
