@@ -6,7 +6,7 @@
 #include "app/base/settings.h"
 #include "consent/list/list_grid.h"
 #include "consent/screens/consent_list_form.h"
-#include "tests/support/test_database.h"
+#include "tests/list/walked_practice.h"
 #include "tests/support/test_environment.h"
 #include "widgets/date_box.h"
 
@@ -16,91 +16,14 @@
 #include <QTest>
 
 #include <cstdio>
-#include <map>
-#include <random>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// One consent row by its columns' names; Null is "NULL".
-using Row = std::map<QString, QString>;
-/// By "patient/nDate/kind/deformity date".
-using Rows = std::map<QString, Row>;
-
-const QStringList columns{u"nIDNo"_s,
-                          u"nDate"_s,
-                          u"iHenkeiFlg"_s,
-                          u"nHenkeiDouiDate"_s,
-                          u"iNewestFlg"_s,
-                          u"tUpDateTime"_s,
-                          u"tDouiDay"_s,
-                          u"tDouiKaryoS"_s,
-                          u"tDouiKaryoE"_s,
-                          u"iRenrakuFlg"_s,
-                          u"iOutputFlg"_s,
-                          u"iGetFlg"_s,
-                          u"tSaiDouiDay"_s,
-                          u"tSaiDouiKaryoS"_s,
-                          u"tSaiDouiKaryoE"_s,
-                          u"iOutputFlgHenkei"_s,
-                          u"iGetFlgHenkei"_s,
-                          u"tDouiDayTempHenkei"_s,
-                          u"tdouiKaryoSTempHenkei"_s,
-                          u"tdouiKaryoETempHenkei"_s,
-                          u"cItiranBikou"_s,
-                          u"cIsiCd"_s,
-                          u"iReceptDisabledFlg"_s};
-
-bool isDeformity(const Row &row) {
-    return row.at(u"iHenkeiFlg"_s) == u"1";
-}
-
-/// The column of a row that a cell of the grid writes.
-QString columnOf(const Row &row, ListColumn column) {
-    const bool deformity = isDeformity(row);
-    switch (column) {
-    case ListColumn::Contact:
-        return u"iRenrakuFlg"_s;
-    case ListColumn::Requested:
-        return deformity ? u"iOutputFlgHenkei"_s : u"iOutputFlg"_s;
-    case ListColumn::Received:
-        return deformity ? u"iGetFlgHenkei"_s : u"iGetFlg"_s;
-    case ListColumn::Reconsent:
-        return deformity ? u"tDouiDayTempHenkei"_s : u"tSaiDouiDay"_s;
-    case ListColumn::NextStart:
-        return deformity ? u"tdouiKaryoSTempHenkei"_s : u"tSaiDouiKaryoS"_s;
-    case ListColumn::NextEnd:
-        return deformity ? u"tdouiKaryoETempHenkei"_s : u"tSaiDouiKaryoE"_s;
-    default:
-        return u"cItiranBikou"_s;
-    }
-}
-
 constexpr std::array ticks{ListColumn::Contact, ListColumn::Requested, ListColumn::Received};
 constexpr std::array texts{ListColumn::Reconsent, ListColumn::NextStart, ListColumn::NextEnd,
                            ListColumn::Remark};
-
-QDate day(const QString &text) {
-    return QDate::fromString(text, u"yyyy/MM/dd"_s);
-}
-
-QString text(const QDate &date) {
-    return date.isValid() ? date.toString(u"yyyy/MM/dd"_s) : u"NULL"_s;
-}
-
-/// The mid-month rule with six months, reckoned anew: the end is that of the fifth month after the
-/// re-consent's, of the sixth for one in the second half.
-void propose(Row &row, const QDate &reconsent) {
-    const QDate running = day(row.at(u"tDouiKaryoE"_s));
-    const QDate start = std::max(running.addDays(1), reconsent);
-    const QDate month(reconsent.year(), reconsent.month(), 1);
-    const QDate end = month.addMonths(reconsent.day() > 15 ? 7 : 6).addDays(-1);
-    const bool given = reconsent.isValid() && start <= end;
-    row[columnOf(row, ListColumn::Reconsent)] = text(reconsent);
-    row[columnOf(row, ListColumn::NextStart)] = text(given ? start : QDate());
-    row[columnOf(row, ListColumn::NextEnd)] = text(given ? end : QDate());
-}
 
 /// Answers every question as the walk wants it; a colleague may act while one is open.
 class WalkMessages : public Messages {
@@ -116,9 +39,9 @@ public:
     Answer answer = Answer::Yes; ///< to "save the changes?"
 };
 
-class Walk {
+class Walk : WalkedPractice {
 public:
-    explicit Walk(unsigned seed) : m_random(seed), m_seed(seed) {
+    explicit Walk(unsigned seed) : WalkedPractice(seed), m_seed(seed) {
         m_deformityFollows = one(2) == 0;
         if (m_deformityFollows)
             writeSetting();
@@ -161,51 +84,8 @@ public:
     }
 
 private:
-    // ---- the practice
-
     void writeSetting() {
         check(Settings(m_folders).iSwitch(Setting::変形連動, true) == 0, "the setting is written");
-    }
-
-    void fill() {
-        for (int patient = 1; patient <= patients; ++patient) {
-            m_database.run(
-                u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iSejutsuKubun)"
-                " VALUES (1, 1, %1, '利用者%1', '%2', 0)"_s.arg(patient)
-                    .arg(patient % 2 == 0 ? u"ヤマダ"_s : u"スズキ"_s));
-            insert(patient, false);
-            if (patient % 3 == 0)
-                insert(patient, true);
-        }
-    }
-
-    void insert(int patient, bool deformity) {
-        const QDate consent = QDate(2026, 6, 1).addDays(one(25));
-        const QDate end = QDate(2026, 11, 1).addDays(one(90));
-        m_database.run(
-            u"INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate,"
-            " iNewestFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, iReceptDisabledFlg, nDouiUpMonth, tUpDateTime)"
-            " VALUES (1, 1, %1, %2, %3, %4, 1, '%5', '%5', '%6', 0, 6, '%7')"_s.arg(patient)
-                .arg(consent.toString(u"yyyyMMdd"_s))
-                .arg(deformity ? 1 : 0)
-                .arg(deformity ? consent.toString(u"yyyyMMdd"_s) : u"0"_s)
-                .arg(text(consent), text(end), now()));
-    }
-
-    /// Each write of the colleague has a time of its own.
-    QString now() { return u"2026/11/21 08:00:00.%1"_s.arg(++m_time, 3, 10, QChar(u'0')); }
-
-    Rows stored() const {
-        Rows rows;
-        for (const QString &line :
-             m_database.rows(u"SELECT "_s + columns.join(u", ") + u" FROM RIYOUSHA_DOUI_REC"_s)) {
-            const QStringList cells = line.split(u'|');
-            Row row;
-            for (qsizetype i = 0; i < columns.size(); ++i)
-                row[columns[i]] = cells[i];
-            rows[cells.mid(0, 4).join(u'/')] = row;
-        }
-        return rows;
     }
 
     bool inRange(const Row &row) const {
@@ -442,16 +322,10 @@ private:
             }
             for (const auto &[column, value] : row)
                 if (column != u"tUpDateTime")
-                    check(same(column, value, found->second.at(column)),
+                    check(sameStored(column, value, found->second.at(column)),
                           column.toStdString() + " of " + key.toStdString() + " stored as " +
                               found->second.at(column).toStdString() + ", not " + value.toStdString());
         }
-    }
-
-    /// A flag that nobody set may be stored as 0.
-    static bool same(const QString &column, const QString &a, const QString &b) {
-        const auto none = [&](const QString &text) { return text == u"NULL" || text == u"0"; };
-        return a == b || (column.startsWith(u'i') && column != u"iReceptDisabledFlg" && none(a) && none(b));
     }
 
     void renew() {
@@ -484,90 +358,6 @@ private:
         m_read = stored();
     }
 
-    static bool mayRenew(const Row &row) {
-        const QDate reconsent = day(row.at(columnOf(row, ListColumn::Reconsent)));
-        const QDate start = day(row.at(columnOf(row, ListColumn::NextStart)));
-        const QDate end = day(row.at(columnOf(row, ListColumn::NextEnd)));
-        return reconsent.isValid() && start.isValid() && end.isValid() && start <= end &&
-               reconsent > day(row.at(u"tDouiDay"_s)) &&
-               reconsent.toString(u"yyyyMMdd"_s).toInt() > row.at(u"nDate"_s).toInt() &&
-               row.at(u"iReceptDisabledFlg"_s) == u"0";
-    }
-
-    static QString renewedKeyOf(const Row &row) {
-        const QString date = day(row.at(columnOf(row, ListColumn::Reconsent))).toString(u"yyyyMMdd"_s);
-        return QStringList{row.at(u"nIDNo"_s), date, row.at(u"iHenkeiFlg"_s),
-                           isDeformity(row) ? date : u"0"_s}
-            .join(u'/');
-    }
-
-    void addRenewed(Rows &rows, const QString &key, const Row &row) {
-        const bool deformity = isDeformity(row);
-        Row next = row;
-        const QString reconsent = row.at(columnOf(row, ListColumn::Reconsent));
-        next[u"nDate"_s] = day(reconsent).toString(u"yyyyMMdd"_s);
-        next[u"nHenkeiDouiDate"_s] = deformity ? next[u"nDate"_s] : u"0"_s;
-        next[u"tDouiDay"_s] = reconsent;
-        next[u"tDouiKaryoS"_s] = row.at(columnOf(row, ListColumn::NextStart));
-        next[u"tDouiKaryoE"_s] = row.at(columnOf(row, ListColumn::NextEnd));
-        for (const QString &column :
-             {u"iOutputFlg"_s, u"iGetFlg"_s, u"iOutputFlgHenkei"_s, u"iGetFlgHenkei"_s})
-            next[column] = u"0"_s;
-        for (const QString &column :
-             {u"tSaiDouiDay"_s, u"tSaiDouiKaryoS"_s, u"tSaiDouiKaryoE"_s, u"tDouiDayTempHenkei"_s,
-              u"tdouiKaryoSTempHenkei"_s, u"tdouiKaryoETempHenkei"_s})
-            next[column] = u"NULL"_s;
-        if (deformity)
-            next[u"cItiranBikou"_s] = u"NULL"_s;
-        rows[key][u"iNewestFlg"_s] = u"0"_s;
-        rows[renewedKeyOf(row)] = next;
-    }
-
-    // ---- what the colleague does
-
-    void colleague() {
-        const Rows rows = stored();
-        std::vector<QString> newest;
-        for (const auto &[key, row] : rows)
-            if (row.at(u"iNewestFlg"_s) == u"1")
-                newest.push_back(key);
-        if (newest.empty())
-            return;
-        const Row &row = rows.at(newest[size_t(one(int(newest.size())))]);
-        const QString where = u" WHERE nIDNo = %1 AND nDate = %2 AND iHenkeiFlg = %3"_s.arg(
-            row.at(u"nIDNo"_s), row.at(u"nDate"_s), row.at(u"iHenkeiFlg"_s));
-        const auto set = [&](const QString &what) {
-            m_database.run(u"UPDATE RIYOUSHA_DOUI_REC SET %1, tUpDateTime = '%2'"_s.arg(what, now()) + where);
-        };
-        switch (one(6)) {
-        case 0:
-            set(u"cItiranBikou = '同僚%1'"_s.arg(one(1000)));
-            break;
-        case 1:
-            set(columnOf(row, ListColumn::Received) + u" = 0"_s);
-            break;
-        case 2: {
-            Row answered = row;
-            propose(answered, QDate(2026, 11, 10).addDays(one(20)));
-            QStringList parts{columnOf(row, ListColumn::Received) + u" = 1"_s};
-            for (const ListColumn column :
-                 {ListColumn::Reconsent, ListColumn::NextStart, ListColumn::NextEnd})
-                parts += u"%1 = '%2'"_s.arg(columnOf(row, column), answered[columnOf(row, column)]);
-            set(parts.join(u", "));
-            break;
-        }
-        case 3:
-            set(u"tDouiKaryoE = '%1'"_s.arg(text(QDate(2026, 11, 1).addDays(one(90)))));
-            break;
-        case 4:
-            set(u"cIsiCd = '%1'"_s.arg(one(9) + 1));
-            break;
-        case 5:
-            set(u"iReceptDisabledFlg = %1"_s.arg(one(4) == 0 ? u"NULL"_s : u"0"_s));
-            break;
-        }
-    }
-
     // ---- helpers
 
     /// Presses a key; what is stored just before the program may write is kept. Sometimes the colleague is at
@@ -591,8 +381,6 @@ private:
         check(QTest::qWaitForWindowActive(m_form.get()), "the list is in front");
     }
 
-    int one(int of) { return int(m_random() % unsigned(of)); }
-
     void check(bool holds, const std::string &what) {
         if (holds || m_failed)
             return;
@@ -602,13 +390,10 @@ private:
                     m_messages.shown.join(u" / ").toUtf8().constData());
     }
 
-    static constexpr int patients = 9;
     const QDate m_from{2026, 10, 1};
     const QDate m_to{2027, 4, 30};
 
-    std::mt19937 m_random;
     unsigned m_seed;
-    TestDatabase m_database;
     QTemporaryDir m_programFolder;
     Folders m_folders{m_programFolder.path()};
     FixedClock m_clock{QDate(2026, 11, 21)};
@@ -624,7 +409,6 @@ private:
     QString m_narrowed;
     QString m_typed;
     QStringList m_trail;
-    int m_time = 0;
     bool m_failed = false;
 };
 
