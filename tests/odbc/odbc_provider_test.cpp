@@ -261,6 +261,10 @@ TEST_F(OdbcProviderTest, TheConnectionClassRecoversFromALostServer) {
     ASSERT_EQ(ado.iConnect(), 0) << ado.sErrMsg().toStdString();
     EXPECT_EQ(ado.sDbName(), u"postgres"_s);
     EXPECT_EQ(ado.sErrMsg(), u""_s);
+    // A failed statement ends its transaction, and the next one may begin.
+    ASSERT_EQ(ado.iBeginTrans(), 0);
+    EXPECT_EQ(ado.iExecSQL(u"SELEC 1"_s), -1);
+    EXPECT_EQ(ado.iRollback(), 0);
     ASSERT_EQ(ado.iBeginTrans(), 0);
 
     server->kill();
