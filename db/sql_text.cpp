@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "app/base/dates.h"
+#include "app/base/name_variants.h"
 
 #include <QStringList>
 
@@ -42,6 +43,22 @@ QString sqlSelectList(std::span<const QStringView> columns) {
     return list.join(u", "_s);
 }
 
-QString sqlContains(const QString &text) {
-    return quoted(u"%"_s + text + u"%"_s);
+QString sqlContains(const QString &column, const QString &text) {
+    QString pattern = withOrdinaryNames(text);
+    // [ opens a set on one server, \ is an escape on another.
+    const bool escaped = pattern.contains(u'[') || pattern.contains(u'\\');
+    if (escaped)
+        pattern.replace(u'!', u"!!"_s).replace(u'[', u"!["_s);
+    return sqlOrdinary(column, text) + u" LIKE "_s + quoted(u'%' + pattern + u'%') +
+           (escaped ? u" ESCAPE '!'"_s : QString());
+}
+
+QString sqlOrdinary(const QString &column, const QString &text) {
+    const QString searched = withOrdinaryNames(text);
+    QString sql = column;
+    for (const auto &[variant, ordinary] : nameVariants())
+        if (searched.contains(QChar(ordinary)))
+            sql = u"replace("_s + sql + u", "_s + quoted(QString::fromUcs4(&variant, 1)) + u", "_s +
+                  quoted(QString(QChar(ordinary))) + u')';
+    return sql;
 }

@@ -29,7 +29,7 @@ MasterListForm::MasterListForm(Environment &environment, cT_ADODB &db, MasterKin
     setWindowTitle(m_description.noun + u"一覧"_s);
     QList<PickListColumn> columns;
     for (const MasterListColumn &column : m_description.listColumns)
-        columns.append({column.caption, column.field, column.number});
+        columns.append({column.caption, column.field, column.number, column.field == u"kana"});
     m_model.setColumns(columns, u"code"_s, u"name"_s);
     m_ui->grdData->setModel(&m_model);
     m_ui->grdData->horizontalHeader()->setSortIndicator(-1, Qt::AscendingOrder);

@@ -10,9 +10,11 @@ PostalSearchForm::PostalSearchForm(Messages &messages, const QString &title, std
     : PickListForm(messages, parent), m_places(std::move(places)) {
     setObjectName(u"frmYubin"_s);
     setWindowTitle(title);
-    setColumns(
-        {{u"郵便番号"_s, u"code"_s}, {u"住所"_s, u"name"_s}, {u"範囲"_s, u"note"_s}, {u"カナ"_s, u"kana"_s}},
-        u"code"_s, u"name"_s);
+    setColumns({{u"郵便番号"_s, u"code"_s},
+                {u"住所"_s, u"name"_s},
+                {u"範囲"_s, u"note"_s},
+                {u"カナ"_s, u"kana"_s, false, true}},
+               u"code"_s, u"name"_s);
 }
 
 Result<Recordset> PostalSearchForm::readList() {

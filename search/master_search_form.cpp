@@ -71,7 +71,7 @@ public:
         setWindowTitle(m_look.title);
         const QList<PickListColumn> first{{u"コード"_s, u"code"_s, m_look.codeIsNumber},
                                           {m_look.nameCaption, u"name"_s},
-                                          {u"カナ"_s, u"kana"_s}};
+                                          {u"カナ"_s, u"kana"_s, false, true}};
         setColumns(first + m_look.columns, u"code"_s, u"name"_s);
         if (m_edit) {
             addButton(u"cmdNew"_s, u"新規 (F1)"_s, u"F1"_s, [this] { edit({}); });

@@ -75,9 +75,12 @@ frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, s
     m_ui->setupUi(conditions());
     m_ui->imD_EndMonth->setUnit(DateBox::Unit::Month);
     m_ui->imD_EndMonth->setClock(environment.clock);
-    QList<PickListColumn> columns{{u"ID"_s, u"nIDNo"_s, true}, {u"利用者名"_s, u"cName"_s},
-                                  {u"カナ"_s, u"cNameKana"_s}, {u"略称"_s, u"cNameRyaku"_s},
-                                  {u"TEL"_s, u"cTelNo"_s},     {u"住所1"_s, u"cAdress1"_s},
+    QList<PickListColumn> columns{{u"ID"_s, u"nIDNo"_s, true},
+                                  {u"利用者名"_s, u"cName"_s},
+                                  {u"カナ"_s, u"cNameKana"_s, false, true},
+                                  {u"略称"_s, u"cNameRyaku"_s, false, true},
+                                  {u"TEL"_s, u"cTelNo"_s},
+                                  {u"住所1"_s, u"cAdress1"_s},
                                   {u"住所2"_s, u"cAdress2"_s}};
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});

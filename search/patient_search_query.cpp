@@ -39,13 +39,13 @@ QString patientListSql(const PatientConditions &conditions, const Branch &office
                   " WHERE nIDNo >= 0 "_s;
     if (!allOffices || conditions.staff <= 0)
         sql += ofOffice(office);
-    const auto contains = [&sql](QStringView like, const QString &text) {
+    const auto contains = [&sql](const QString &column, const QString &text) {
         if (!text.isEmpty())
-            sql.append(like).append(sqlContains(text));
+            sql += u" AND "_s + sqlContains(column, text);
     };
-    contains(u" AND cName LIKE ", conditions.name);
-    contains(u" AND cNameKana LIKE ", conditions.kana);
-    contains(u" AND cTelNo LIKE ", conditions.tel);
+    contains(u"cName"_s, conditions.name);
+    contains(u"cNameKana"_s, conditions.kana);
+    contains(u"cTelNo"_s, conditions.tel);
     if (!conditions.ended)
         sql += notEnded(today, conditions.endMonth);
     if (conditions.staff > 0)

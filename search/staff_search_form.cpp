@@ -69,8 +69,8 @@ frm施術者検索::frm施術者検索(cT_ADODB &db, const Environment &environm
     m_ui->setupUi(conditions());
     QList<PickListColumn> columns{{u"ID"_s, u"nIDNo"_s, true},
                                   {u"施術者名"_s, u"cName"_s},
-                                  {u"カナ"_s, u"cNameKana"_s},
-                                  {u"略称"_s, u"cNameRyaku"_s}};
+                                  {u"カナ"_s, u"cNameKana"_s, false, true},
+                                  {u"略称"_s, u"cNameRyaku"_s, false, true}};
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});
     setColumns(columns, u"nIDNo"_s, u"cName"_s);

@@ -12,9 +12,9 @@ namespace {
 QString staffWhere(const StaffConditions &conditions) {
     QStringList terms;
     if (!conditions.name.isEmpty())
-        terms << u" cName LIKE "_s + sqlContains(conditions.name);
+        terms << u' ' + sqlContains(u"cName"_s, conditions.name);
     if (!conditions.kana.isEmpty())
-        terms << u" cNameKana LIKE "_s + sqlContains(conditions.kana);
+        terms << u' ' + sqlContains(u"cNameKana"_s, conditions.kana);
     if (!conditions.suspended)
         terms << u" (iChusiFlg = 0 OR iChusiFlg IS NULL)"_s;
     if (conditions.number > 0)

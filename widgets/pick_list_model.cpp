@@ -5,6 +5,7 @@
 #include <QCollator>
 #include <QRegularExpression>
 #include <algorithm>
+#include <array>
 #include <iterator>
 #include <numeric>
 
@@ -14,6 +15,9 @@ namespace {
 
 constexpr QChar RowEnd = u'\n';
 constexpr QChar CellEnd = u'\t';
+
+// Where a typed word is found, the best place first.
+enum Rank { wholeCode, codeStart, nameStart, inName, elsewhere, ranks };
 
 bool breaksLine(QChar c) {
     return c == RowEnd || c == CellEnd || c == u'\r';
@@ -32,6 +36,9 @@ void PickListModel::setColumns(const QList<PickListColumn> &columns, const QStri
     m_columns = columns;
     m_codeField = codeField;
     m_nameField = nameField;
+    m_isName.clear();
+    for (const PickListColumn &column : columns)
+        m_isName.push_back(column.name || column.field == nameField);
     endResetModel();
 }
 
@@ -160,11 +167,14 @@ void PickListModel::orderRows() {
 }
 
 void PickListModel::showMatches() {
+    std::array<std::vector<int>, ranks> found;
+    for (const int row : m_order)
+        if (matches(row))
+            found[size_t(m_words.isEmpty() ? wholeCode : rank(row))].push_back(row);
+    m_codeTyped = !m_words.isEmpty() && !found[wholeCode].empty();
     m_shown.clear();
-    std::ranges::copy_if(m_order, std::back_inserter(m_shown), [this](int row) { return matches(row); });
-    const auto others =
-        std::stable_partition(m_shown.begin(), m_shown.end(), [this](int row) { return hasTypedCode(row); });
-    m_codeTyped = others != m_shown.begin();
+    for (const std::vector<int> &rows : found)
+        m_shown.insert(m_shown.end(), rows.begin(), rows.end());
 }
 
 bool PickListModel::matches(int row) const {
@@ -173,8 +183,30 @@ bool PickListModel::matches(int row) const {
            std::ranges::all_of(m_words, [&](const QString &word) { return texts.contains(word); });
 }
 
-bool PickListModel::hasTypedCode(int row) const {
+// Of several words a code counts for itself; names are often typed with a blank inside.
+int PickListModel::rank(int row) const {
     const QStringView texts = foldedRow(row);
-    const QStringView code = texts.first(texts.indexOf(CellEnd));
-    return std::ranges::any_of(m_words, [&](const QString &word) { return code == word; });
+    int best = rank(texts, m_words.join(QString())), worst = wholeCode;
+    for (const QString &word : m_words) {
+        const int one = rank(texts, word);
+        best = one == wholeCode ? one : best;
+        worst = qMax(worst, one);
+    }
+    return qMin(best, worst);
+}
+
+int PickListModel::rank(QStringView texts, const QString &word) const {
+    const qsizetype codeEnd = texts.indexOf(CellEnd);
+    if (texts.first(codeEnd).startsWith(word))
+        return codeEnd == word.size() ? wholeCode : codeStart;
+    int best = elsewhere;
+    qsizetype begin = codeEnd + 1;
+    for (const bool isName : m_isName) {
+        const qsizetype end = texts.indexOf(CellEnd, begin);
+        const qsizetype at = isName ? texts.sliced(begin, end - begin).indexOf(word) : -1;
+        if (at >= 0)
+            best = qMin(best, int(at == 0 ? nameStart : inName));
+        begin = end + 1;
+    }
+    return best;
 }

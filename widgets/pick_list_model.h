@@ -11,6 +11,7 @@ struct PickListColumn {
     QString caption;
     QString field;       ///< column of the recordset
     bool number = false; ///< shown at the right, sorted by value
+    bool name = false;   ///< a further name of the row, its reading: found before the rest
 };
 
 /// The rows of one query, narrowed by typed text without going back to the database. Every row is folded once
@@ -27,9 +28,9 @@ public:
     /// Takes the rows; what was narrowed to and sorted by stays in force.
     void setRows(Recordset rows);
 
-    /// Keeps the rows in which every word of `typed` occurs in some column; case, width, kana kind, blanks
-    /// and hyphens do not count. Rows whose code is typed come first, whatever the order. Empty text keeps
-    /// all.
+    /// Keeps the rows in which every word of `typed` occurs in some column; what foldForSearch ignores,
+    /// blanks and hyphens do not count. First comes the row whose code is typed, then codes that begin so,
+    /// names that begin so, names that hold it, and the rest, each in the order chosen. Empty text keeps all.
     /// @param codeStart only rows whose code begins so; empty: any
     void narrow(const QString &typed, const QString &codeStart = {});
 
@@ -66,12 +67,14 @@ private:
         return QStringView(m_folded).mid(m_spans[size_t(row)].begin, m_spans[size_t(row)].length);
     }
     bool matches(int row) const;
-    bool hasTypedCode(int row) const;
+    int rank(int row) const;
+    int rank(QStringView texts, const QString &word) const;
 
     QList<PickListColumn> m_columns;
     QString m_codeField;
     QString m_nameField;
     std::vector<int> m_positions; ///< of the columns in the recordset; −1 where it has none
+    std::vector<bool> m_isName;   ///< of the columns
     Recordset m_rows;
     QString m_folded; ///< every row's code and texts, folded, one after the other
     std::vector<Span> m_spans;

@@ -1,6 +1,7 @@
 #include "app/base/text.h"
 
 #include "app/base/codepage932.h"
+#include "app/base/name_variants.h"
 
 #include <algorithm>
 #include <array>
@@ -55,6 +56,19 @@ QString withJoinedMarks(const QString &text) {
 
 using FoldTable = std::array<char16_t, 0x10000>;
 
+/// In the fold table: a selector of shapes, or the first unit of a pair of which some fold to one character.
+constexpr char16_t lookCloser = 0xFFFF;
+
+/// Selectors of a character's shape stand for nothing of their own.
+bool selectsShape(char32_t c) {
+    return (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0100 && c <= 0xE01EF);
+}
+
+char32_t characterAt(QStringView text, qsizetype at) {
+    const bool pair = at + 1 < text.size() && text[at].isHighSurrogate() && text[at + 1].isLowSurrogate();
+    return pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : char32_t(text[at].unicode());
+}
+
 /// The ordinary form of a full-width or half-width character, 0 when there is none. Asked of the normaliser:
 /// to build a transliterator takes milliseconds of the first search.
 char16_t twinOf(char16_t c) {
@@ -67,7 +81,7 @@ char16_t twinOf(char16_t c) {
 }
 
 /// What each character is compared as. Half-width kana become full-width, hiragana katakana, full-width
-/// letters and signs half-width, letters small.
+/// letters and signs half-width, letters small, the ways of writing a name's character the ordinary one.
 FoldTable makeFoldTable() {
     FoldTable table;
     for (int c = 0; c < int(table.size()); ++c) {
@@ -85,6 +99,12 @@ FoldTable makeFoldTable() {
     table[u'\u3000'] = u' ';
     table[u'゛'] = voicedMark;
     table[u'゜'] = halfVoicedMark;
+    for (const auto &[variant, ordinary] : nameVariants())
+        table[variant < 0x10000 ? variant : QChar::highSurrogate(variant)] =
+            variant < 0x10000 ? ordinary : lookCloser;
+    for (char16_t selector = 0xFE00; selector <= 0xFE0F; ++selector)
+        table[selector] = lookCloser;
+    table[QChar::highSurrogate(0xE0100)] = lookCloser;
     return table;
 }
 
@@ -152,7 +172,15 @@ QString foldForSearch(const QString &text) {
     QString folded(text.size(), Qt::Uninitialized);
     QChar *out = std::copy_n(text.constData(), same, folded.data());
     for (qsizetype i = same; i < text.size(); ++i) {
-        const char16_t c = table[text[i].unicode()];
+        char16_t c = table[text[i].unicode()];
+        if (c == lookCloser) {
+            const char32_t whole = characterAt(text, i);
+            c = ordinaryOf(whole) != 0 ? ordinaryOf(whole) : text[i].unicode();
+            if (whole > 0xFFFF && (c != text[i] || selectsShape(whole)))
+                ++i;
+            if (selectsShape(whole))
+                continue;
+        }
         if ((c == voicedMark || c == halfVoicedMark) && out != folded.constData())
             if (const char16_t kana = joinedKana(out[-1].unicode(), c); kana != 0) {
                 out[-1] = QChar(kana);
@@ -162,6 +190,14 @@ QString foldForSearch(const QString &text) {
     }
     folded.truncate(out - folded.constData());
     return folded;
+}
+
+qsizetype unfoldedIndex(const QString &text, qsizetype foldedAt) {
+    qsizetype index = foldedAt; // folding never lengthens a text
+    while (index < text.size() &&
+           foldForSearch(text.left(index + (characterAt(text, index) > 0xFFFF ? 2 : 1))).size() <= foldedAt)
+        ++index;
+    return index;
 }
 
 qsizetype byteLength932(const QString &text) {

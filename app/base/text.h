@@ -15,9 +15,13 @@ QString joined(const QString &first, const QString &second, QStringView between 
 QString toFullWidth(const QString &text);
 QString toHalfWidth(const QString &text);
 
-/// A text in the form in which search compares it: case, width and kana kind (hiragana or
-/// katakana) are ignored; voiced and unvoiced kana stay apart. Equal forms match.
+/// A text in the form in which search compares it: case, width, kana kind (hiragana or katakana), the ways of
+/// writing a name's character (崎 and 﨑) and variation selectors are ignored; voiced and unvoiced kana stay
+/// apart. Equal forms match.
 QString foldForSearch(const QString &text);
+
+/// Where in a text the character lies whose folded form begins at `foldedAt` of the folded text.
+qsizetype unfoldedIndex(const QString &text, qsizetype foldedAt);
 
 /// Length in bytes in code page 932; a character that the page lacks counts 2, as its substitute does.
 qsizetype byteLength932(const QString &text);

@@ -1,5 +1,6 @@
 #include "consent/rows/list_query.h"
 
+#include "app/base/name_variants.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 
@@ -121,8 +122,9 @@ QString textIs(const QString &column, const QString &text) {
 QString requestMethodIs(const QString &text) {
     if (text.isEmpty())
         return {};
-    return u" AND charindex("_s + sqlText(text) +
-           u", replace(replace(RIYOUSHA_DOUI_REC.cItiranBikou, ' ', ''), '\u3000', '')) > 0"_s;
+    const QString remark = u"replace(replace(RIYOUSHA_DOUI_REC.cItiranBikou, ' ', ''), '\u3000', '')"_s;
+    return u" AND charindex("_s + sqlText(withOrdinaryNames(text)) + u", "_s + sqlOrdinary(remark, text) +
+           u") > 0"_s;
 }
 
 QString facilityIs(qint32 facility) {

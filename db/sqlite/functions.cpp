@@ -47,14 +47,6 @@ void len(Context *context, int, Value **arguments) {
         sqlite3_result_int64(context, trimRight(textOf(arguments[0])).size());
 }
 
-/// Index in `text` of the character whose fold begins at `foldedAt`.
-qsizetype unfoldedIndex(const QString &text, qsizetype foldedAt) {
-    qsizetype index = foldedAt; // folding never lengthens a text
-    while (index < text.size() && foldForSearch(text.left(index + 1)).size() <= foldedAt)
-        ++index;
-    return index;
-}
-
 /// CHARINDEX(sought, text [, start]): position from 1, 0 when it is not there.
 void charIndex(Context *context, int count, Value **arguments) {
     if (isNull(arguments[0]) || isNull(arguments[1]))

@@ -26,8 +26,9 @@ private:
     std::array<unsigned char, 256> m_rank = {};
 };
 
-/// A LIKE pattern that compares like the server's Japanese collation: case, width and kana kind are ignored.
-/// % stands for any text, _ for one character; full-width ％ and ＿ stand for themselves.
+/// A LIKE pattern that compares like the server's Japanese collation, and as searches do: case, width, kana
+/// kind and the ways of writing a name's character are ignored. % stands for any text, _ for one character;
+/// full-width ％ and ＿ stand for themselves.
 class LikePattern {
 public:
     /// @param escape character that takes the next one's meaning away; null: none

@@ -45,7 +45,11 @@ TEST(Text, SearchIgnoresCaseWidthAndKanaKind) {
         {u"ﾊﾟﾝ"_s, u"ぱん"_s, u"パン"_s, u"はﾟん"_s},
         {u"ABC-1 x"_s, u"ａｂｃ－１　Ｘ"_s, u"AbC-1 X"_s},
         {u"ゔゝゞ"_s, u"ヴヽヾ"_s},
-        {u"髙橋ｱ"_s, u"髙橋あ"_s},
+        {u"髙橋ｱ"_s, u"高橋あ"_s},
+        {u"山﨑"_s, u"山崎"_s},
+        {u"𠮷野"_s, u"吉野"_s, u"吉\U000E0100野\uFE00"_s},
+        {u"渡邉"_s, u"渡邊"_s, u"渡辺"_s, u"渡邉\U000E0101"_s},
+        {u"福\uFA1B"_s, u"福福"_s},
         {u"ﾞ"_s, u"゛"_s},
         {u""_s, u""_s},
     };
@@ -53,12 +57,17 @@ TEST(Text, SearchIgnoresCaseWidthAndKanaKind) {
         for (const QString &text : texts)
             EXPECT_EQ(foldForSearch(text), foldForSearch(texts.first())) << text.toStdString();
 
-    const QStringList apart = {u"はん"_s, u"ばん"_s, u"ぱん"_s, u"ハーン"_s, u"高橋"_s, u"髙橋"_s, u"半"_s};
+    const QStringList apart = {u"はん"_s, u"ばん"_s, u"ぱん"_s, u"ハーン"_s,
+                               u"高橋"_s, u"半"_s,   u"𩸽"_s,   u"𠮟"_s};
     for (qsizetype i = 0; i < apart.size(); ++i)
         for (qsizetype j = 0; j < i; ++j)
             EXPECT_NE(foldForSearch(apart[i]), foldForSearch(apart[j]));
     // Searching is done on parts of names.
     EXPECT_TRUE(foldForSearch(u"特養　さくらホーム"_s).contains(foldForSearch(u"ｻｸﾗﾎｰ"_s)));
+    const QString mixed = u"𠮷邉\U000E0101ﾊﾞ子"_s;
+    EXPECT_EQ(unfoldedIndex(mixed, 1), 2);
+    EXPECT_EQ(unfoldedIndex(mixed, 2), 5);
+    EXPECT_EQ(unfoldedIndex(mixed, 3), 7);
 }
 
 TEST(Text, CutsAndPadsByBytes) {

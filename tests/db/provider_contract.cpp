@@ -91,6 +91,28 @@ TEST_P(ProviderContract, TextsComeBackAsTheyWereWritten) {
     }
 }
 
+TEST_P(ProviderContract, ASearchFindsAllWaysOfWritingANameAndTakesSignsAsTheyStand) {
+    const QString texts[] = {u"山崎"_s, u"山﨑"_s,  u"𠮷田"_s, u"吉田"_s,     u"渡邊"_s, u"渡邉"_s,
+                             u"渡辺"_s, u"a[b]!"_s, u"a\\b"_s, u"福\uFA1B"_s, u"ab"_s};
+    int no = 0;
+    for (const QString &text : texts)
+        run(u"INSERT INTO CONTRACT (nNo, cText) VALUES (%1, %2)"_s.arg(QString::number(++no), sqlText(text)));
+    const std::pair<QString, QString> searches[] = {
+        {u"崎"_s, u"1 2"_s},  {u"﨑"_s, u"1 2"_s},  {u"𠮷"_s, u"3 4"_s}, {u"渡邉"_s, u"5 6 7"_s},
+        {u"福福"_s, u"10"_s}, {u"a[b]!"_s, u"8"_s}, {u"\\b"_s, u"9"_s},  {u"a%b"_s, u"8 9 11"_s}};
+    for (const auto &[text, numbers] : searches) {
+        Recordset rows;
+        ASSERT_EQ(db.iOpenRecSet(rows, u"SELECT nNo FROM CONTRACT WHERE "_s + sqlContains(u"cText"_s, text) +
+                                           u" ORDER BY nNo"_s),
+                  0);
+        QStringList found;
+        for (int row = 0; row < rows.rowCount(); ++row)
+            found += rows.text(row, 0);
+        EXPECT_EQ(found.join(u' '), numbers) << text.toStdString();
+    }
+    EXPECT_EQ(one(u"SELECT nNo FROM CONTRACT WHERE cText = '山崎'"_s), u"1"_s) << "a key is not a search";
+}
+
 TEST_P(ProviderContract, LongTextsComeBackWhole) {
     const QString unit = u"同意書𠮷の備考、"_s;
     const qsizetype megabyte = 1 << 20; // in characters, some three megabytes of UTF-8

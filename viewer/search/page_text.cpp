@@ -21,17 +21,6 @@ bool isVertical(const TextRun &run) {
     return run.text.size() > 1 && run.area.height() > 1.5 * run.area.width();
 }
 
-/// In the text, the place of a character of its folded form: voiced marks are joined there.
-qsizetype unfolded(const QString &text, qsizetype at) {
-    qsizetype i = 0;
-    for (; i < text.size(); ++i) {
-        const bool joined = i > 0 && foldForSearch(text.sliced(i - 1, 2)).size() == 1;
-        if (!joined && at-- == 0)
-            break;
-    }
-    return i;
-}
-
 /// One line of writing: runs side by side whose middles lie within each other.
 struct Line {
     QRectF area;
@@ -73,8 +62,8 @@ QList<QRectF> findText(const std::vector<TextRun> &runs, const QString &folded) 
     for (const TextRun &run : runs) {
         const QString text = foldForSearch(run.text);
         for (qsizetype at = text.indexOf(folded); at >= 0; at = text.indexOf(folded, at + folded.size())) {
-            const qsizetype from = unfolded(run.text, at);
-            areas.append(partOfRun(run, from, unfolded(run.text, at + folded.size()) - from));
+            const qsizetype from = unfoldedIndex(run.text, at);
+            areas.append(partOfRun(run, from, unfoldedIndex(run.text, at + folded.size()) - from));
         }
     }
     return areas;

@@ -64,9 +64,9 @@ QString conditionsOf(const cD_CORP &filter) {
     if (!filter.iType.isNull())
         conditions += u"CORP.iType = "_s + sqlNumber(filter.iType);
     if (!filter.cShamei1.isEmpty())
-        conditions += u"CORP.cShamei1 LIKE "_s + sqlContains(filter.cShamei1);
+        conditions += sqlContains(u"CORP.cShamei1"_s, filter.cShamei1);
     if (!filter.cShameiKana1.isEmpty())
-        conditions += u"CORP.cShameiKana1 LIKE "_s + sqlContains(filter.cShameiKana1);
+        conditions += sqlContains(u"CORP.cShameiKana1"_s, filter.cShameiKana1);
     return conditions.join(u" and "_s);
 }
 

@@ -64,7 +64,7 @@ QString byTexts(const cD_DOCTOR &filter) {
         {u"cName"_s, filter.cName}, {u"cNameKana"_s, filter.cNameKana}, {u"cKikan"_s, filter.cKikan}};
     for (const auto &[column, text] : texts)
         if (!text.isEmpty())
-            conditions += column + u" LIKE "_s + sqlContains(text);
+            conditions += sqlContains(column, text);
     if (!filter.nSisetsuCd.isNull())
         conditions += u"iSisetsuCode = "_s + sqlText(QString::number(filter.nSisetsuCd));
     return conditions.join(u" and "_s);
