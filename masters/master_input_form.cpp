@@ -75,7 +75,7 @@ MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget 
       m_editor(editor),
       m_description(describeMaster(kind, methodsOf(editor.environment(), m_oddity))),
       m_entry(m_description, editor.db()),
-      m_facilities(Master::LivingFacility, editor.db(), editor.environment()) {
+      m_facilities(Master::Facility, editor.db(), editor.environment()) {
     setObjectName(m_description.inputForm);
     m_facilities.setEditor([this](const QString &code, QWidget *list) { return editFacility(code, list); });
     layOut();

@@ -16,10 +16,19 @@ struct Source {
     QString orderBy; ///< the code, where its column does not sort as a number
 };
 
+/// Which patient lives where, each pair once.
+QString addresses() {
+    QStringList all;
+    for (const QString &column : {u"iAddressSisetsuCd"_s, u"iAddressSisetsuCd2"_s, u"iAddressSisetsuCd3"_s})
+        all += u"SELECT iKyotenCd, iKyotenEb, nIDNo, "_s + column + u" AS nSisetsu FROM RIYOUSHA_SUB"_s;
+    return all.join(u" UNION "_s);
+}
+
 Source sourceOf(Master master, const Branch &office) {
     const QString facility =
         u"SISETSU.cShamei1 AS name, SISETSU.cShameiKana1 AS kana, "
         "SISETSU.cSisetsuType AS kind, SISETSU.cAddress1 AS address, SISETSU.cTelNo AS tel"_s;
+    const QString hasDoctor = u"EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = SISETSU.nIDNo)"_s;
     switch (master) {
     case Master::Doctor:
         return {
@@ -31,13 +40,17 @@ Source sourceOf(Master master, const Branch &office) {
             u"CAST(DOCTOR.cIDno AS NUMERIC(10))"_s};
     case Master::Hospital:
         // A hospital without a doctor would filter every consent away.
+        return {u"SISETSU.nIDNo"_s, false, facility, u"SISETSU"_s, hasDoctor, u"SISETSU.nIDNo"_s};
+    case Master::LivingFacility:
+        // Nothing in a row tells a home from a clinic.
         return {u"SISETSU.nIDNo"_s,
                 false,
-                facility,
-                u"SISETSU"_s,
-                u"EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = SISETSU.nIDNo)"_s,
-                u"SISETSU.nIDNo"_s};
-    case Master::LivingFacility:
+                facility + u", HOME.nPatients AS patients"_s,
+                u"SISETSU LEFT JOIN (SELECT nSisetsu, COUNT(*) AS nPatients FROM ("_s + addresses() +
+                    u") AS ADDRESSES GROUP BY nSisetsu) AS HOME ON HOME.nSisetsu = SISETSU.nIDNo"_s,
+                u"(HOME.nPatients IS NOT NULL OR NOT "_s + hasDoctor + u")"_s,
+                u"CASE WHEN HOME.nPatients IS NULL THEN 1 ELSE 0 END, SISETSU.nIDNo"_s};
+    case Master::Facility:
         return {u"SISETSU.nIDNo"_s, false, facility, u"SISETSU"_s, {}, u"SISETSU.nIDNo"_s};
     case Master::Insurer:
         return {u"HOKENJA.cHokenNo"_s,

@@ -23,6 +23,8 @@ struct Look {
     QString nameCaption;
 };
 
+const PickListColumn patientCount{u"利用者数"_s, u"patients"_s, true};
+
 Look lookOf(Master master) {
     const QList<PickListColumn> ofFacility{
         {u"種別"_s, u"kind"_s}, {u"TEL"_s, u"tel"_s}, {u"住所"_s, u"address"_s}};
@@ -38,6 +40,13 @@ Look lookOf(Master master) {
         return {u"frm病院検索"_s, u"病院検索"_s, u"該当する病院データがありません。"_s,
                 ofFacility,       true,          u"病院名"_s};
     case Master::LivingFacility:
+        return {u"frm施設検索"_s,
+                u"入居施設検索"_s,
+                u"該当する施設データがありません。"_s,
+                QList{patientCount} + ofFacility,
+                true,
+                u"施設名"_s};
+    case Master::Facility:
         return {u"frm施設検索"_s, u"施設検索"_s, u"該当する施設データがありません。"_s,
                 ofFacility,       true,          u"施設名"_s};
     case Master::Insurer:
@@ -113,7 +122,7 @@ private:
         const std::optional<QString> saved = m_edit(code, this);
         if (!saved)
             return;
-        refresh(false);
+        refresh();
         if (!goToCode(*saved))
             messages().inform(u"登録しました。この一覧の条件に合わないため、一覧には表示されません。"_s);
     }

@@ -44,6 +44,11 @@ bool CodeNamePair::settle() {
     }
     const QScopedValueRollback busy(m_busy, true);
     m_refused = m_code->code();
+    // What stands beside the wrong code must not be the former row's.
+    if (!answer.failed && m_row != CodeName()) {
+        m_row = {};
+        Q_EMIT changed(m_row);
+    }
     answer.failed ? m_messages.fail(answer.reason) : m_messages.warn(answer.reason);
     m_code->setFocus();
     m_code->selectAll();

@@ -20,8 +20,8 @@ struct CodeSearch {
 };
 
 /// Joins a code box, the read-only name box beside it and the button that opens the pick list. A typed code
-/// is looked up on Enter and on leaving the box; a wrong one is said and keeps the focus, once. An empty code
-/// empties the name. Down in the code box opens the pick list as the button does.
+/// is looked up on Enter and on leaving the box; a wrong one is said and keeps the focus, once, and no row is
+/// in force. An empty code empties the name. Down in the code box opens the pick list as the button does.
 class CodeNamePair : public QObject {
     Q_OBJECT
 

@@ -19,6 +19,9 @@ PickListForm::PickListForm(Messages &messages, QWidget *parent)
     header->setSortIndicatorClearable(true);
     header->setStretchLastSection(true);
     m_ui->ssList->setSortingEnabled(true);
+    m_empty = new QLabel(m_ui->ssList->viewport());
+    m_empty->setObjectName(u"lblEmpty"_s);
+    (new QVBoxLayout(m_ui->ssList->viewport()))->addWidget(m_empty, 0, Qt::AlignCenter);
     wire();
     const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 76, fontMetrics().height() * 38);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
@@ -29,8 +32,6 @@ PickListForm::~PickListForm() = default;
 short PickListForm::iInit() {
     if (const Result<> loaded = load(); !loaded)
         return fail(loaded.reason());
-    if (m_model.total() == 0)
-        m_messages.warn(emptyText());
     m_ui->ssList->fitColumns();
     m_ui->txtShibori->setFocus();
     return 0;
@@ -73,13 +74,11 @@ QWidget &PickListForm::selectButton() const {
     return *m_ui->cmdSelect;
 }
 
-bool PickListForm::refresh(bool sayEmpty) {
+bool PickListForm::refresh() {
     if (const Result<> loaded = load(); !loaded) {
         m_messages.fail(loaded.reason());
         return false;
     }
-    if (m_model.total() == 0 && sayEmpty)
-        m_messages.warn(emptyText());
     return m_model.rowCount() > 0;
 }
 
@@ -103,11 +102,10 @@ void PickListForm::watchCondition(QLineEdit *box, const std::function<bool()> &c
         if (changed() ? refresh() : m_model.rowCount() > 0)
             enterTable();
     });
-    // An empty list is not said here: the box may have been left for the button that closes the form. Enter
-    // ends here too; what it could not read has been said.
+    // Enter ends here too; what it could not read has been said.
     connect(box, &QLineEdit::editingFinished, this, [this, box, changed] {
         if (!box->hasFocus() && changed())
-            refresh(false);
+            refresh();
     });
 }
 
@@ -119,7 +117,7 @@ short PickListForm::fail(const QString &reason) {
 bool PickListForm::eventFilter(QObject *watched, QEvent *event) {
     if (event->type() == QEvent::KeyPress) {
         const auto *key = static_cast<QKeyEvent *>(event);
-        if (watched == m_ui->ssList ? keyInGrid(*key) : keyInBox(static_cast<QWidget *>(watched), key->key()))
+        if (watched == m_ui->ssList ? keyInGrid(*key) : keyInBox(static_cast<QWidget *>(watched), *key))
             return true;
     }
     return QDialog::eventFilter(watched, event);
@@ -166,16 +164,25 @@ void PickListForm::wire() {
 
 void PickListForm::showCount() {
     const int shown = m_model.rowCount();
+    m_empty->setVisible(shown == 0);
+    m_empty->setText(m_model.total() == 0
+                         ? emptyText()
+                         : u"「%1」を含む行はありません。"_s.arg(m_ui->txtShibori->text().trimmed()));
     m_ui->lblKensu->setText(shown == m_model.total() ? u"%L1 件"_s.arg(shown)
                                                      : u"%L1 / %L2 件"_s.arg(shown).arg(m_model.total()));
 }
 
-bool PickListForm::keyInBox(const QWidget *box, int key) {
-    if (key == Qt::Key_Down || key == Qt::Key_PageDown) {
+bool PickListForm::keyInBox(const QWidget *box, const QKeyEvent &key) {
+    const bool narrowing = box == m_ui->txtShibori;
+    if (key.key() == Qt::Key_Down || key.key() == Qt::Key_PageDown) {
         enterTable();
+        // From here the current row was in sight; from a condition it is only now that the rows are its own.
+        QKeyEvent goesOn(key.type(), key.key(), key.modifiers());
+        if (narrowing)
+            QCoreApplication::sendEvent(m_ui->ssList, &goesOn);
         return true;
     }
-    if (box != m_ui->txtShibori || (key != Qt::Key_Return && key != Qt::Key_Enter))
+    if (!narrowing || (key.key() != Qt::Key_Return && key.key() != Qt::Key_Enter))
         return false;
     // A telephone number that happens to contain a patient's number must not take another person.
     m_model.isNumberOfNone() && m_model.rowCount() > 0 ? enterTable() : vWhenSeledOK();

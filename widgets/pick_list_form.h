@@ -11,15 +11,16 @@
 class Grid;
 class Messages;
 class QBoxLayout;
+class QLabel;
 class QLineEdit;
 namespace Ui {
 class PickListForm;
 }
 
 /// The form behind every selection button: conditions of the search above, a box that narrows while one
-/// types, and the rows. Enter or a double click takes the current row (a typed number that is no row's code
-/// leads into the table first), Esc leaves, Down goes into the table, letters typed in the table go back to
-/// the box. A search derives from it and tells what to read.
+/// types, and the rows, the best hit first. Enter or a double click takes the current row (a typed number
+/// that is no row's code leads into the table first), Esc leaves, Down goes on in the table, letters typed in
+/// the table go back to the box. An empty table says why. A search derives from it and tells what to read.
 class PickListForm : public QDialog {
     Q_OBJECT
 
@@ -56,14 +57,14 @@ protected:
 
     /// Reads the rows under the present conditions, or says why that failed.
     virtual Result<Recordset> readList() = 0;
-    /// Said when the conditions leave no row.
+    /// Said in the table when the conditions leave no row.
     virtual QString emptyText() const = 0;
     /// The conditions in words, shown below the table.
     virtual QString summary() const { return {}; }
 
-    /// Reads the list again after a condition changed; a failure is said, an empty list if asked.
+    /// Reads the list again after a condition changed; a failure is said.
     /// @return whether there are rows
-    bool refresh(bool sayEmpty = true);
+    bool refresh();
 
     /// Code of the current row; empty when there is none.
     QString currentCode() const;
@@ -90,12 +91,13 @@ private:
     void enterTable();
     void wire();
     void showCount();
-    bool keyInBox(const QWidget *box, int key);
+    bool keyInBox(const QWidget *box, const QKeyEvent &key);
     bool keyInGrid(const QKeyEvent &key);
 
     std::unique_ptr<Ui::PickListForm> m_ui;
     Messages &m_messages;
     PickListModel m_model;
+    QLabel *m_empty; ///< in the place of rows
     QString m_error;
     CodeName m_seled;
     int m_seledRow = -1;

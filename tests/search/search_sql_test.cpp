@@ -124,8 +124,11 @@ TEST(StaffSearchSql, FindsWhomItShould) {
 TEST(MasterSql, ListsByCodeAndFindsOne) {
     TestDatabase database;
     database.run(
-        u"INSERT INTO SISETSU (nIDNo, cShamei1) VALUES (10, '市民病院'), (9, '老人ホーム');"
-        "INSERT INTO DOCTOR (cIDNo, cName, iSisetsuCode) VALUES ('10', '乙', 10), ('9', '甲', 77);"
+        u"INSERT INTO SISETSU (nIDNo, cShamei1) VALUES (10, '市民病院'), (9, '老人ホーム'), (11, '病院の寮');"
+        "INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iAddressSisetsuCd, iAddressSisetsuCd3)"
+        " VALUES (1, 1, 1, 11, 11), (1, 1, 2, 0, 11);"
+        "INSERT INTO DOCTOR (cIDNo, cName, iSisetsuCode) VALUES ('10', '乙', 10), ('9', '甲', 77), ('11', "
+        "'丙', 11);"
         "INSERT INTO HOKENJA (cHokenNo, cHokenJName) VALUES ('00138016', '国保'), ('6', '協会');"
         "INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 2, 4, '相談'), (9, 1, 5, '他');"_s);
     struct Case {
@@ -135,11 +138,13 @@ TEST(MasterSql, ListsByCodeAndFindsOne) {
         QString found;
     };
     const Case cases[] = {
-        {Master::Doctor, u"9 10"_s, u"9"_s, u"9"_s},
-        {Master::Doctor, u"9 10"_s, u"90"_s, u""_s},
-        {Master::Hospital, u"10"_s, u"010"_s, u"10"_s},
-        {Master::Hospital, u"10"_s, u"9"_s, u""_s}, // no doctor there
-        {Master::LivingFacility, u"9 10"_s, u"9"_s, u"9"_s},
+        {Master::Doctor, u"9 10 11"_s, u"9"_s, u"9"_s},
+        {Master::Doctor, u"9 10 11"_s, u"90"_s, u""_s},
+        {Master::Hospital, u"10 11"_s, u"010"_s, u"10"_s},
+        {Master::Hospital, u"10 11"_s, u"9"_s, u""_s},       // no doctor there
+        {Master::LivingFacility, u"11 9"_s, u"9"_s, u"9"_s}, // where patients live first
+        {Master::LivingFacility, u"11 9"_s, u"10"_s, u""_s}, // a clinic
+        {Master::Facility, u"9 10 11"_s, u"10"_s, u"10"_s},
         {Master::Insurer, u"00138016 6"_s, u"00138016"_s, u"00138016"_s},
         {Master::Insurer, u"00138016 6"_s, u"138016"_s, u""_s},
         {Master::Counsellor, u"4"_s, u"4"_s, u"4"_s},

@@ -95,6 +95,8 @@ TEST(CodeNamePair, LooksUpOnEnterAndMovesBehindItsOwnControls) {
 
 TEST(CodeNamePair, SaysAWrongCodeAndKeepsTheFocusOnce) {
     PairForm form;
+    form.pair->setRow({u"5"_s, u"佐藤医院"_s});
+    QSignalSpy changed(form.pair, &CodeNamePair::changed);
     form.type(u"99"_s);
     QTest::keyClick(&form.code, Qt::Key_Return);
     ASSERT_EQ(form.messages.shown.size(), 1);
@@ -103,6 +105,8 @@ TEST(CodeNamePair, SaysAWrongCodeAndKeepsTheFocusOnce) {
     EXPECT_TRUE(form.code.hasFocus());
     EXPECT_EQ(form.code.text(), u"99"_s);
     EXPECT_EQ(form.name.text(), QString());
+    EXPECT_EQ(changed.count(), 1) << "what hangs on the former row must go with it";
+    EXPECT_EQ(form.pair->row(), CodeName());
 
     form.leave();
     EXPECT_EQ(form.messages.shown.size(), 1) << "nobody may be held in the box";

@@ -83,6 +83,8 @@ struct ShownList {
         EXPECT_EQ(list.iInit(), 0);
         showActive(list);
     }
+    const QLabel *nothing() const { return list.findChild<QLabel *>(u"lblEmpty"_s); }
+
     RecordedMessages messages;
     TestList list{messages};
 };
@@ -149,6 +151,30 @@ TEST(PickList, ATypedNumberIsACodeFirst) {
     EXPECT_EQ(s.list.taken(), (CodeName{u"55"_s, u"髙橋"_s}));
 }
 
+TEST(PickListModel, PutsTheBestHitFirst) {
+    PickListModel model;
+    model.setColumns({{u"コード"_s, u"code"_s, true},
+                      {u"名前"_s, u"name"_s},
+                      {u"カナ"_s, u"kana"_s, false, true},
+                      {u"TEL"_s, u"tel"_s}},
+                     u"code"_s, u"name"_s);
+    model.setRows(recordset({{u"1"_s, u"森 高子"_s, u"モリ　タカコ"_s, u"12"_s},
+                             {u"120"_s, u"高田"_s, u"タカダ"_s, u"5"_s},
+                             {u"112"_s, u"山高"_s, u"ヤマタカ"_s, u"6"_s},
+                             {u"12"_s, u"髙井"_s, u"タカイ"_s, u"髙台"_s},
+                             {u"7"_s, u"林"_s, u"ハヤシ"_s, u"高台12-1"_s}}));
+    const std::pair<QString, QString> cases[] = {
+        {u"12"_s, u"12 120 1 112 7"_s}, {u"高"_s, u"120 12 1 112 7"_s},    {u"たか"_s, u"120 12 1 112"_s},
+        {u"もり たかこ"_s, u"1"_s},     {u"高 12"_s, u"12 120 1 112 7"_s}, {u""_s, u"1 120 112 12 7"_s}};
+    for (const auto &[typed, codes] : cases) {
+        model.narrow(typed);
+        QStringList shown;
+        for (int row = 0; row < model.rowCount(); ++row)
+            shown += model.at(row).code;
+        EXPECT_EQ(shown.join(u' '), codes) << typed.toStdString();
+    }
+}
+
 TEST(PickList, ANumberThatIsNoCodeTakesNobodyUnseen) {
     ShownList s;
     typeText(s.list.box(), u"1234"_s); // in a telephone number
@@ -164,6 +190,7 @@ TEST(PickList, IsWorkedByKeysAlone) {
     EXPECT_TRUE(s.list.box()->hasFocus());
     QTest::keyClick(s.list.box(), Qt::Key_Down);
     EXPECT_TRUE(s.list.table()->hasFocus());
+    EXPECT_EQ(s.list.table()->currentIndex().row(), 1) << "the first row is current from the start";
     QTest::keyClick(s.list.table(), Qt::Key_End);
     typeText(s.list.table(), u"1"_s);
     EXPECT_TRUE(s.list.box()->hasFocus());
@@ -173,9 +200,9 @@ TEST(PickList, IsWorkedByKeysAlone) {
     EXPECT_EQ(s.list.box()->text(), QString());
     QTest::keyClick(s.list.box(), Qt::Key_Down);
     QTest::keyClick(s.list.table(), Qt::Key_Up);
+    QTest::keyClick(s.list.table(), Qt::Key_Up);
     EXPECT_TRUE(s.list.box()->hasFocus()) << "up from the first row";
     QTest::keyClick(s.list.box(), Qt::Key_Down);
-    QTest::keyClick(s.list.table(), Qt::Key_Down);
     QTest::keyClick(s.list.table(), Qt::Key_Return);
     EXPECT_EQ(s.list.taken().code, u"10"_s);
     EXPECT_EQ(s.list.seledRow(), 1);
@@ -184,6 +211,7 @@ TEST(PickList, IsWorkedByKeysAlone) {
 TEST(PickList, SaysThatNoRowIsSelected) {
     ShownList s;
     typeText(s.list.box(), u"誰もいない"_s);
+    EXPECT_EQ(s.nothing()->text(), u"「誰もいない」を含む行はありません。"_s);
     QTest::mouseClick(s.list.findChild<QPushButton *>(u"cmdSelect"_s), Qt::LeftButton);
     ASSERT_EQ(s.messages.shown.size(), 1);
     EXPECT_EQ(s.messages.shown.at(0).text, u"有効な行が選択されていません！"_s);
@@ -207,7 +235,9 @@ TEST(PickList, AFailureKeepsTheFormerRows) {
     s.list.failure.clear();
     s.list.lines.clear();
     EXPECT_FALSE(s.list.refresh());
-    EXPECT_EQ(s.messages.shown.at(2).text, u"該当なし"_s);
+    EXPECT_EQ(s.messages.shown.size(), 2) << "an empty list says so in the place of its rows";
+    EXPECT_TRUE(s.nothing()->isVisible());
+    EXPECT_EQ(s.nothing()->text(), u"該当なし"_s);
 }
 
 TEST(PickListModel, SortsByValueAndByReadingAndBack) {
