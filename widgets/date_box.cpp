@@ -162,9 +162,8 @@ QString DateBox::explanation() const {
     if (m_readings.size() > 1)
         return u"2とおりに読めます。↑↓ で選んで Enter を押すか、年を 4桁で入力してください"_s;
     if (hasWrongInput())
-        return m_unit == Unit::Day
-                   ? u"日付として読めません。入力例：1121、8/11/21、2026/11/21、R8.11.21、今日、+6m"_s
-                   : u"年月として読めません。入力例：11、8/11、2026/11、202611、R8.11"_s;
+        return m_unit == Unit::Day ? u"日付として読めません。入力例："_s + dayExamples() + u"、今日、+6m"_s
+                                   : u"年月として読めません。入力例：11、8/11、2026/11、202611、R8.11"_s;
     return m_date.isValid() ? meaning(m_date) : QString();
 }
 
@@ -239,6 +238,10 @@ void DateBox::announce() {
         return;
     m_announced = m_date;
     Q_EMIT dateChanged(m_date);
+}
+
+QString dayExamples() {
+    return u"1121、8/11/21、2026/11/21、R8.11.21"_s;
 }
 
 void setClock(const QWidget &form, const Clock &clock) {

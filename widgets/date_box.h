@@ -81,5 +81,8 @@ private:
     QPointer<DateHint> m_hint;
 };
 
+/// How days can be typed, for messages about one that cannot be read or may mean two.
+QString dayExamples();
+
 /// Gives all date boxes of a form the clock.
 void setClock(const QWidget &form, const Clock &clock);

@@ -121,8 +121,8 @@ void frmDouiRecordEdit::refresh() {
 bool frmDouiRecordEdit::checks() {
     const QString title = u"登録データ：チェック"_s;
     if (!m_inputs->settle()) {
-        m_environment.messages.warn(
-            u"日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s, title);
+        m_environment.messages.warn(u"日付が決まりません。%1 のように入力してください。"_s.arg(dayExamples()),
+                                    title);
         return false;
     }
     if (!m_doctor->settle())

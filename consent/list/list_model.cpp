@@ -42,6 +42,15 @@ void ConsentListModel::load(Recordset rows, const ListContext &context) {
     toldLoaded();
 }
 
+void ConsentListModel::setToday(const QDate &today) {
+    if (m_context.today == today)
+        return;
+    m_context.today = today;
+    if (rowCount() > 0)
+        Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+    Q_EMIT stateChanged();
+}
+
 QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
     std::vector<ChangedRow> edits = changedRows();
     QStringList names;

@@ -26,6 +26,9 @@ public:
     /// edited over. Gives the rows whose edits were dropped because a colleague changed or removed them.
     QStringList reload(Recordset rows, const ListContext &context);
 
+    /// What the rows say of today; a list stays open over midnight.
+    void setToday(const QDate &today);
+
     const ListRecords &records() const { return m_records; }
     ConsentRowValues values(int record) const { return m_edits.values(record); }
     /// A record as it is shown.

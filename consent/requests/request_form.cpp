@@ -145,7 +145,7 @@ void frm同意依頼::showState() {
 bool frm同意依頼::readOptions(LetterOptions &options) {
     if (!m_ui->imD_Output->settle() || !m_ui->imD_Output->date().isValid()) {
         m_environment.messages.warn(
-            u"出力日を入力してください。2026/11/21、20261121、R8.11.21 のように入力できます。"_s);
+            u"出力日を入力してください。%1 のように入力できます。"_s.arg(dayExamples()));
         m_ui->imD_Output->setFocus();
         return false;
     }

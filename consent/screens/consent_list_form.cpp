@@ -99,6 +99,10 @@ void frm同意書管理::wire() {
         QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
     });
     connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
+    auto *minute = new QTimer(this);
+    minute->setObjectName(u"timToday"_s);
+    connect(minute, &QTimer::timeout, this, [this] { m_model->setToday(m_environment.clock.today()); });
+    minute->start(60'000);
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
@@ -107,8 +111,7 @@ void frm同意書管理::wire() {
 }
 
 void frm同意書管理::sayNoDate() {
-    m_environment.messages.warn(
-        u"日付ではありません。2026/11/21、20261121、R8.11.21 のように入力してください。"_s);
+    m_environment.messages.warn(u"日付が決まりません。%1 のように入力してください。"_s.arg(dayExamples()));
 }
 
 // A command goes by what the cells hold; one that is being typed and is no date stops it.

@@ -80,6 +80,16 @@ protected:
     ListGrid *grid = nullptr;
 };
 
+TEST_F(ListFormTest, AfterMidnightTodayIsToday) {
+    open();
+    clock.set({2026, 12, 20});
+    form->findChild<QTimer *>(u"timToday"_s)->setInterval(0);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return at(0, ListColumn::ConsentEnd).contains(u"あと11日"); }));
+    go(0, ListColumn::Reconsent);
+    type(u"19"_s);
+    EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/19"_s);
+}
+
 TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
     open();
     EXPECT_EQ(control<DateBox>(u"imD_KikanFrom"_s)->text(), u"2026/11/01"_s);
