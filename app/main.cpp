@@ -1,4 +1,5 @@
 #include "app/desktop/japanese.h"
+#include "app/desktop/key_help.h"
 #include "app/desktop/message_form.h"
 #include "app/program.h"
 
@@ -40,6 +41,7 @@ int main(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QTranslator translator;
     speakJapanese(translator);
+    const KeyHelp help;
     try {
         return runProgram(messages);
     } catch (const std::exception &error) {

@@ -133,6 +133,7 @@ void MasterInputForm::add(QGridLayout &grid, const MasterField &field, int row, 
         grid.addWidget(input, row, column + 1, 1, span);
         return;
     }
+    input->setAccessibleName(field.caption);
     auto *caption = new QLabel(field.caption);
     caption->setBuddy(input);
     grid.addWidget(caption, row, column);
@@ -216,6 +217,7 @@ QWidget *MasterInputForm::facilityInput(const MasterField &field) {
     row->addWidget(pick);
     Messages &messages = m_editor.environment().messages;
     m_facility = new CodeNamePair(code, name, pick, codeSearch(m_facilities, messages), messages);
+    name->setAccessibleName(field.caption + u"の名称"_s);
     return code;
 }
 
@@ -329,7 +331,7 @@ void MasterInputForm::findAddress() {
     Messages &messages = m_editor.environment().messages;
     const QString digits = postalDigits(textOf(u"cYubinNo"_s));
     if (digits.size() < 3) {
-        messages.warn(u"郵便番号を3桁以上入力してください。"_s, addressTitle);
+        messages.note(u"郵便番号を3桁以上入力してください。"_s);
         goTo(u"cYubinNo"_s);
         return;
     }
@@ -341,7 +343,7 @@ void MasterInputForm::findAddress() {
 void MasterInputForm::findPostalCode() {
     Messages &messages = m_editor.environment().messages;
     if (textOf(u"cAddress1"_s).isEmpty()) {
-        messages.warn(u"住所を入力してください。"_s, postalTitle);
+        messages.note(u"住所を入力してください。"_s);
         goTo(u"cAddress1"_s);
         return;
     }
@@ -431,6 +433,8 @@ short MasterInputForm::iDataSave() {
         messages.warn(outcome.text);
     else if (outcome.kind == MasterOutcome::Failed)
         messages.failIn(outcome.text, u"iDataSaveでエラー");
+    else
+        messages.note(u"登録しました。"_s);
     return outcome.kind == MasterOutcome::Done ? 0 : -1;
 }
 

@@ -126,7 +126,7 @@ void MasterListForm::narrow() {
 QString MasterListForm::currentCode() {
     const QString code = m_model.at(m_ui->grdData->currentIndex().row()).code;
     if (code.isEmpty())
-        m_environment.messages.warn(u"有効な行が選択されていません！"_s);
+        m_environment.messages.note(u"有効な行が選択されていません！"_s);
     return code;
 }
 
@@ -167,8 +167,10 @@ void MasterListForm::remove() {
         messages.warn(outcome.text);
     else if (outcome.kind == MasterOutcome::Failed)
         messages.fail(outcome.text, u"DB-error"_s);
-    else
+    else {
         m_written = true;
+        messages.note(u"削除しました。"_s);
+    }
     refresh(outcome.kind == MasterOutcome::Done ? QString() : code);
 }
 

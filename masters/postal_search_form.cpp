@@ -34,7 +34,7 @@ QString PostalSearchForm::emptyText() const {
 std::optional<PostalPlace> choosePlace(Messages &messages, const QString &title,
                                        std::vector<PostalPlace> places, QWidget *parent) {
     if (places.empty()) {
-        messages.inform(u"該当する住所がありません。"_s, title);
+        messages.note(u"該当する住所がありません。"_s);
         return std::nullopt;
     }
     if (places.size() == 1)

@@ -3,7 +3,9 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
+#include <QLibraryInfo>
 #include <QTextStream>
+#include <QTranslator>
 #include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
@@ -59,6 +61,10 @@ Result<sample::SampleOptions> readOptions(const QCommandLineParser &parser) {
 /// Exit codes: 0 made or left as it is, 1 refused or failed, 2 wrong arguments.
 int main(int argc, char **argv) {
     QCoreApplication app(argc, argv);
+    // Headings of the help and what is wrong with an argument are the toolkit's.
+    QTranslator japanese;
+    if (japanese.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&japanese);
     QCommandLineParser parser;
     describeOptions(parser);
     if (!parser.parse(app.arguments())) {

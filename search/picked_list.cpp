@@ -1,6 +1,7 @@
 #include "search/picked_list.h"
 
 #include "app/base/messages.h"
+#include "app/desktop/key_list.h"
 #include "widgets/code_box.h"
 
 #include <QKeyEvent>
@@ -24,6 +25,7 @@ PickedList::PickedList(Messages &messages, QWidget *parent)
     m_remove->setObjectName(u"cmdPickRemove"_s);
     m_clear->setObjectName(u"cmdPickClear"_s);
     m_code->setToolTip(u"番号を入力して Enter。続けて何件でも入力できます。一覧から選ぶには ↓"_s);
+    m_list->setAccessibleName(u"選んだ行"_s);
     m_list->setToolTip(u"Delete で外します"_s);
     auto *row = new QHBoxLayout;
     for (QWidget *control : std::initializer_list<QWidget *>{m_pick, m_code})
@@ -52,6 +54,7 @@ PickedList::PickedList(Messages &messages, QWidget *parent)
 
 void PickedList::setSearch(const QString &caption, CodeSearch search, const std::vector<CodeName> &rows) {
     m_pick->setText(caption);
+    m_code->setAccessibleName(plainCaption(caption));
     m_pair->setSearch(std::move(search));
     m_pair->clear();
     m_rows = rows;

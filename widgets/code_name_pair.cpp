@@ -1,12 +1,15 @@
 #include "widgets/code_name_pair.h"
 
 #include "app/base/messages.h"
+#include "app/desktop/key_list.h"
 #include "widgets/code_box.h"
 
 #include <QAbstractButton>
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+
+using namespace Qt::Literals::StringLiterals;
 
 CodeNamePair::CodeNamePair(CodeBox *code, QLineEdit *name, QAbstractButton *button, CodeSearch search,
                            Messages &messages)
@@ -16,6 +19,9 @@ CodeNamePair::CodeNamePair(CodeBox *code, QLineEdit *name, QAbstractButton *butt
       m_button(button),
       m_search(std::move(search)),
       m_messages(messages) {
+    const QString what = plainCaption(button->text());
+    code->setAccessibleName(what + u"コード"_s);
+    name->setAccessibleName(what + u"名"_s);
     name->setReadOnly(true);
     name->setFocusPolicy(Qt::NoFocus);
     code->installEventFilter(this);

@@ -7,10 +7,11 @@ namespace Ui {
 class frmVer;
 }
 
-/// Version information; btnReturn, F12 and Esc close it.
+/// Version information, which can be copied for whoever helps; btnReturn, F12 and Esc close it.
 class frmVer : public QDialog {
 public:
-    explicit frmVer(const QString &version, QWidget *parent = nullptr);
+    /// @param details what stands below the version: the installation, licences
+    frmVer(const QString &version, const QString &details, QWidget *parent = nullptr);
     ~frmVer() override;
 
 private:

@@ -25,6 +25,9 @@ public:
     /// there is one, otherwise No or Ok.
     virtual Answer show(const Message &message) = 0;
 
+    /// What has come of a command and needs no answer: a line in the foot of the window in use, which its
+    /// next note replaces. A box where there is no such window.
+    virtual void note(const QString &text) { inform(text); }
     void inform(const QString &text, const QString &title = {}) {
         show({text, MessageIcon::Information, title});
     }

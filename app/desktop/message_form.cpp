@@ -1,5 +1,6 @@
 #include "app/desktop/message_form.h"
 
+#include "app/desktop/foot_line.h"
 #include "app/desktop/message_text.h"
 
 #include <QAccessible>
@@ -241,4 +242,13 @@ Answer QtMessages::show(const Message &message) {
     MessageForm form(message, QApplication::activeWindow());
     form.exec();
     return form.answer();
+}
+
+// Just behind a dialog that has closed, no window is active yet.
+void QtMessages::note(const QString &text) {
+    QWidget *modal = QApplication::activeModalWidget();
+    if (FootLine *foot = FootLine::of(modal ? modal : QApplication::activeWindow()))
+        foot->say(text);
+    else
+        inform(text);
 }

@@ -53,8 +53,9 @@ private:
     QHash<Answer, QPushButton *> m_button;
 };
 
-/// Message boxes on the screen, over the window in use.
+/// Message boxes on the screen, over the window in use, and notes in its foot.
 class QtMessages : public Messages {
 public:
     Answer show(const Message &message) override;
+    void note(const QString &text) override;
 };

@@ -181,7 +181,9 @@ void BodyPanel::addOthers(QGridLayout &grid) {
     row->setSpacing(fontMetrics().horizontalAdvance(u'国'));
     auto *symptom = new QLabel(u"症状 その他(&X)"_s, this);
     row->addWidget(tick(u"iKousyukuSonota", u"拘縮 その他"_s, u"その他の関節の拘縮"_s));
-    row->addWidget(line(u"cKousyukuSonotaStr"_s), 1);
+    QLineEdit *stiff = line(u"cKousyukuSonotaStr"_s);
+    stiff->setAccessibleName(u"拘縮 その他の内容"_s);
+    row->addWidget(stiff, 1);
     QLineEdit *other = line(u"cSyoujyouSonotaStr"_s);
     symptom->setBuddy(other);
     row->addWidget(symptom);

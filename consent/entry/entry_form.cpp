@@ -149,6 +149,7 @@ void frmDouiRecordEdit::registerDraft() {
     case RowOutcome::Done:
         if (!outcome.text.isEmpty())
             m_environment.messages.inform(outcome.text);
+        m_environment.messages.note(u"登録しました。"_s);
         accept();
         return;
     case RowOutcome::Overtaken:

@@ -161,7 +161,7 @@ void frmDouiRecord::erase() {
     const QString title = u"同意データ削除"_s;
     const int row = currentRow();
     if (row < 0) {
-        m_environment.messages.warn(u"削除可能なデータがありません。"_s, title);
+        m_environment.messages.note(u"削除可能なデータがありません。"_s);
         return;
     }
     if (!m_environment.messages.ask(u"同意履歴データの削除を行います。\r\n削除してもよろしいですか？\r\n"
@@ -178,14 +178,14 @@ void frmDouiRecord::erase() {
     if (outcome.kind == RowOutcome::Overtaken)
         m_environment.messages.warn(outcome.text, title);
     else if (!outcome.text.isEmpty())
-        m_environment.messages.inform(outcome.text, title);
+        m_environment.messages.note(outcome.text);
     refresh(outcome.kind == RowOutcome::Done ? after : erased);
 }
 
 void frmDouiRecord::print() {
     Messages &messages = m_environment.messages;
     if (m_history->rows().empty()) {
-        messages.warn(u"出力するデータがありません。"_s);
+        messages.note(u"出力するデータがありません。"_s);
         return;
     }
     if (!messages.ask(u"同意の履歴一覧を出力します。\r\nよろしいですか？"_s, u"印刷問合せ"_s))

@@ -66,9 +66,10 @@ void frmEditBikouDoui::confirm() {
     }
     const RowOutcome outcome = saveRemark(*m_db, m_seen, remark());
     m_overtaken = m_overtaken || outcome.kind == RowOutcome::Overtaken;
-    if (outcome.kind == RowOutcome::Done)
+    if (outcome.kind == RowOutcome::Done) {
+        m_environment.messages.note(u"備考を保存しました。"_s);
         accept();
-    else if (outcome.kind == RowOutcome::Failed)
+    } else if (outcome.kind == RowOutcome::Failed)
         m_environment.messages.fail(outcome.text, u"DB-error"_s);
     else
         m_environment.messages.warn(outcome.text);

@@ -124,6 +124,7 @@ QVariant PaintedListModel::data(const QModelIndex &index, int role) const {
 
 ListGrid::ListGrid(const Folders &folders, const Clock &clock, QWidget *parent) : Grid(parent) {
     setObjectName(u"ssDouiD"_s);
+    setAccessibleName(u"同意の一覧"_s);
     setSelectionBehavior(SelectItems);
     setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
     setSortingEnabled(true);

@@ -53,7 +53,7 @@ std::optional<QList<RenewalResult>> renewReceived(const ListRenewalRequest &requ
     // What is renewed is what the user sees before the question.
     QList<RenewalRow> rows = rowsToRenew(request.model);
     if (rows.isEmpty()) {
-        messages.warn(
+        messages.note(
             u"「受領」にチェックされた行がありません。更新する行の「受領」にチェックしてください。"_s);
         return std::nullopt;
     }
@@ -69,7 +69,7 @@ std::optional<QList<RenewalResult>> renewReceived(const ListRenewalRequest &requ
     if (countOutcome(results, RenewalOutcome::Failed) > 0)
         messages.fail(text);
     else if (countOutcome(results, RenewalOutcome::Renewed) == results.size())
-        messages.inform(text);
+        messages.note(text.replace(u"\r\n\r\n"_s, u"　"_s));
     else
         messages.warn(text);
     return results;

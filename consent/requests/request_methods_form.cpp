@@ -57,7 +57,7 @@ void RequestMethodsForm::wire() {
     connect(m_model, &MethodListModel::edited, this, [this] { showState(); });
     connect(m_model, &MethodListModel::refused, this, [this](const QString &why) {
         m_refused = true;
-        m_environment.messages.warn(why);
+        m_environment.messages.note(why);
     });
     connect(m_ui->ssAddIrai->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this] { showState(); });
@@ -131,7 +131,7 @@ bool RequestMethodsForm::settleCell() {
 bool RequestMethodsForm::add() {
     m_ui->txtIrai->setFocus();
     if (const QString why = m_model->add(m_ui->txtIrai->text()); !why.isEmpty()) {
-        m_environment.messages.warn(why);
+        m_environment.messages.note(why);
         return false;
     }
     m_ui->txtIrai->clear();
@@ -159,7 +159,7 @@ void RequestMethodsForm::move(int by) {
     if (!settleCell() || entry < 0 || entry + by < 0 || entry + by >= m_model->rowCount())
         return;
     if (const QString why = m_model->move(entry, by); !why.isEmpty())
-        m_environment.messages.warn(why);
+        m_environment.messages.note(why);
     else
         goTo(entry + by);
 }

@@ -4,6 +4,8 @@
 #include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "app/base/processes.h"
+#include "app/desktop/foot_line.h"
+#include "app/desktop/key_help.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/screens/list_command_bar.h"
@@ -17,6 +19,7 @@
 #include "widgets/date_box.h"
 #include "widgets/enter_moves_on.h"
 #include "widgets/version_form.h"
+#include "widgets/version_text.h"
 
 #include <QAction>
 #include <QApplication>
@@ -49,6 +52,7 @@ frm同意書管理::frm同意書管理(Environment &environment, QWidget *parent
       m_idle(new QTimer(this)) {
     setObjectName(u"frm同意書管理"_s);
     setWindowTitle(u"同意書管理"_s);
+    setWhatsThis(listHelp());
     setWindowFlags(Qt::Window | Qt::WindowTitleHint | Qt::WindowSystemMenuHint | Qt::WindowMinMaxButtonsHint |
                    Qt::WindowCloseButtonHint);
     layOut();
@@ -65,6 +69,7 @@ void frm同意書管理::layOut() {
     m_commands = new ListCommandBar(this);
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(u"pctKeika"_s);
+    m_progress->setAccessibleName(u"進み"_s);
     m_progress->setVisible(false);
     m_status = new QLabel(this);
     m_status->setObjectName(u"lblStatus"_s);
@@ -75,7 +80,8 @@ void frm同意書管理::layOut() {
     layout->addWidget(m_commands);
     layout->setMenuBar(m_commands->menuBar());
     auto *foot = new QHBoxLayout;
-    foot->addWidget(m_status, 1);
+    foot->addWidget(m_status);
+    foot->addWidget(new FootLine(this), 1);
     foot->addWidget(m_progress);
     layout->addLayout(foot);
     new EnterMovesOn(m_panel);
@@ -154,7 +160,7 @@ void frm同意書管理::run(const ListCommand &command) {
     if (!settleCell())
         return;
     if (command.needsRow() && !m_grid->currentIndex().isValid())
-        m_environment.messages.warn(u"対象者が設定されていません。"_s);
+        m_environment.messages.note(u"対象者が設定されていません。"_s);
     else if (const auto *own = std::get_if<ListCommand::Work>(&command.does))
         (this->**own)();
     else if (const auto *listWork = std::get_if<ListCommand::OnList>(&command.does))
@@ -218,11 +224,12 @@ void frm同意書管理::startSeal() {
 }
 
 void frm同意書管理::showHelp() {
-    m_environment.messages.inform(listHelp(), u"一覧の見かた"_s);
+    KeyHelp::show(*this);
 }
 
 void frm同意書管理::showVersion() {
-    frmVer(programVersion(m_environment.folders), this).exec();
+    const Folders &folders = m_environment.folders;
+    frmVer(programVersion(folders), installationText(folders) + u"\n\n"_s + licenceText(), this).exec();
 }
 
 // The screens write rows of their own: what the list holds unsaved is settled before.

@@ -25,8 +25,7 @@ struct ListCommand {
         Nothing,
         Row,
         NewestView, ///< of the history nothing is written from the list itself, asked for or printed
-        NewestRow,
-        NotBuilt
+        NewestRow
     };
     using Work = void (frm同意書管理::*)();
     using OnList = void (ListWork::*)();
@@ -44,7 +43,7 @@ struct ListCommand {
     const QString &name() const { return button.isEmpty() ? action : button; }
     bool needsRow() const { return needs == Row || needs == NewestRow; }
     bool isEnabled(bool newestView) const {
-        return needs != NotBuilt && (newestView || (needs != NewestView && needs != NewestRow));
+        return newestView || (needs != NewestView && needs != NewestRow);
     }
 };
 

@@ -73,7 +73,7 @@ std::vector<ConsentRowKey> keysOfTargets(const ListOpening &opening) {
 std::vector<RequestRow> requestsOfTargets(const ListOpening &opening) {
     const std::vector<ConsentRowKey> keys = keysOfTargets(opening);
     if (keys.empty()) {
-        opening.environment.messages.show(nothingToPrint());
+        opening.environment.messages.note(nothingToPrint().text);
         return {};
     }
     const Result<GivenConsents> consents = readGivenConsents(opening.db, opening.environment.branch, keys);
@@ -188,7 +188,7 @@ bool openSet(const ListOpening &opening, SetPrintStart start) {
     Environment &environment = opening.environment;
     std::vector<ConsentRowKey> rows = keysOfTargets(opening);
     if (rows.empty()) {
-        environment.messages.warn(u"印刷する利用者を指定してください。"_s);
+        environment.messages.note(u"印刷する利用者を指定してください。"_s);
         return false;
     }
     bool written = false;
@@ -239,7 +239,7 @@ bool openHistory(const ListOpening &opening) {
 
 bool openRemark(const ListOpening &opening) {
     if (opening.current->isDeformity()) {
-        opening.environment.messages.warn(
+        opening.environment.messages.note(
             u"変形徒手の行に備考はありません。マッサージの行を選択してください。"_s);
         return false;
     }
@@ -251,7 +251,7 @@ bool restartDeformity(const ListOpening &opening) {
     Messages &messages = opening.environment.messages;
     const ListRow &row = *opening.current;
     if (!row.isDeformity()) {
-        messages.warn(u"変形徒手の行を選択してください。"_s);
+        messages.note(u"変形徒手の行を選択してください。"_s);
         return false;
     }
     const QDate today = opening.environment.clock.today();
@@ -272,7 +272,7 @@ bool restartDeformity(const ListOpening &opening) {
         renewal.refused() ? messages.warn(renewal.sErrMsg()) : messages.fail(renewal.sErrMsg());
         return true; // the row is another one by now, or gone
     }
-    messages.inform(u"%1\r\n変形徒手の期間を再開しました。"_s.arg(row.who()));
+    messages.note(u"%1　変形徒手の期間を再開しました。"_s.arg(row.who()));
     return true;
 }
 
@@ -326,7 +326,7 @@ bool printRequests(const ListOpening &opening) {
 bool openMailScreen(const ListOpening &opening) {
     Messages &messages = opening.environment.messages;
     if (opening.targets.empty()) {
-        messages.warn(u"出力するデータがありません。"_s);
+        messages.note(u"出力するデータがありません。"_s);
         return false;
     }
     if (const QString names = withoutContact(opening.targets); !names.isEmpty()) {

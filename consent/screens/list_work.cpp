@@ -121,7 +121,7 @@ void ListWork::jumpTo(qint32 patient) {
         return;
     }
     if (!warning.isEmpty()) {
-        m_environment.messages.warn(warning);
+        m_environment.messages.note(warning);
         m_panel->takeBackPatient();
         return;
     }
@@ -251,11 +251,11 @@ void ListWork::showRow(int record, ListColumn column) {
 
 void ListWork::saveAsked() {
     if (!m_model->hasChanges()) {
-        m_environment.messages.inform(u"変更された行はありません。"_s);
+        m_environment.messages.note(u"変更された行はありません。"_s);
         return;
     }
-    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s))
-        save();
+    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s) && save())
+        m_environment.messages.note(u"保存しました。"_s);
 }
 
 // Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.

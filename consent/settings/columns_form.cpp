@@ -71,7 +71,7 @@ void ColumnsForm::accept() {
     if (m_model->shownCount() > 0)
         QDialog::accept();
     else
-        m_environment.messages.warn(u"表示する項目を選択してください。"_s);
+        m_environment.messages.note(u"表示する項目を選択してください。"_s);
 }
 
 std::optional<ColumnSettings> chooseColumns(const Environment &environment, const ColumnSettings &now,

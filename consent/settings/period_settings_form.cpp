@@ -137,10 +137,10 @@ void frm同意書管理設定::setData() {
         return;
     const PeriodTypes types = defaults();
     if (std::ranges::any_of(types, &QString::isEmpty) || m_default->firstWrong().isValid()) {
-        m_environment.messages.warn(u"既定の計算方法に 1 または 2 を入力してください。"_s);
+        m_environment.messages.note(u"既定の計算方法に 1 または 2 を入力してください。"_s);
         m_ui->ssDef->setFocus();
     } else if (m_model->setTicked(types) == 0) {
-        m_environment.messages.warn(u"利用者を選択してください。"_s);
+        m_environment.messages.note(u"利用者を選択してください。"_s);
     }
 }
 
@@ -148,7 +148,7 @@ void frm同意書管理設定::saveAsked() {
     if (!settleCells() || !isRight())
         return;
     if (!isChanged())
-        m_environment.messages.inform(u"変更された設定はありません。"_s);
+        m_environment.messages.note(u"変更された設定はありません。"_s);
     else if (m_environment.messages.ask(u"設定を保存しますか？"_s))
         write();
 }
@@ -165,7 +165,7 @@ bool frm同意書管理設定::write() {
     if (saved->defaultsOvertaken)
         overtaken.prepend(u"既定の計算方法"_s);
     if (overtaken.isEmpty()) {
-        m_environment.messages.inform(u"設定を保存しました。"_s);
+        m_environment.messages.note(u"設定を保存しました。"_s);
         readAgain();
         return true;
     }

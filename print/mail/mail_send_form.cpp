@@ -48,7 +48,9 @@ void frmMailSend::wire() {
     connect(m_ui->cmdAllCheck, &QPushButton::clicked, this, [this] { m_choice.tickAll(); });
     connect(m_ui->cmdSend, &QPushButton::clicked, this, &frmMailSend::send);
     connect(m_ui->cmdEnd, &QPushButton::clicked, this, &QDialog::reject);
-    connect(new QShortcut(Qt::Key_F12, this), &QShortcut::activated, this, &QDialog::reject);
+    auto *close = new QShortcut(Qt::Key_F12, this);
+    close->setWhatsThis(u"閉じる"_s);
+    connect(close, &QShortcut::activated, this, &QDialog::reject);
 }
 
 short frmMailSend::fail(const QString &reason) {
@@ -124,7 +126,7 @@ void frmMailSend::showUnreached(const QStringList &patients) {
 
 void frmMailSend::send() {
     if (m_choice.ticked().empty()) {
-        m_environment.messages.warn(u"対象相談員を選択してください。"_s);
+        m_environment.messages.note(u"対象相談員を選択してください。"_s);
         m_ui->ssSoudan->setFocus();
         return;
     }

@@ -37,8 +37,9 @@ QPushButton *MenuWindow::addCommand(const QString &name, const QString &text, co
     button->setAutoDefault(true); // Enter presses the command that has the focus
     button->setMinimumWidth(button->fontMetrics().horizontalAdvance(u'国') * 20);
     button->setMinimumHeight(button->fontMetrics().height() * 2);
-    connect(new QShortcut(QKeySequence(key), this), &QShortcut::activated, button,
-            [button] { button->click(); });
+    // The window takes no text: the letter in brackets counts without Alt too.
+    for (const QKeySequence &keys : {QKeySequence(key), QKeySequence(button->shortcut()[0].key())})
+        connect(new QShortcut(keys, this), &QShortcut::activated, button, [button] { button->click(); });
     layout()->addWidget(button);
     return button;
 }

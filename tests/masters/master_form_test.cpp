@@ -78,8 +78,9 @@ TEST_F(MasterForms, ANewDoctorIsEnteredByPostalCode) {
     EXPECT_EQ(box(form, u"cAddressKana"_s).text(), u"ミドリカワケンワカバシサクラダイ"_s);
     typeText(&box(form, u"cAddress1"_s), u"３－４"_s);
     EXPECT_EQ(form.iDataSave(), 0);
-    EXPECT_EQ(said(), u"内容を登録しますか？"_s);
-    EXPECT_EQ(messages.shown.constLast().title, u"登録確認"_s);
+    EXPECT_EQ(said(2), u"内容を登録しますか？"_s);
+    EXPECT_EQ(messages.shown[messages.shown.size() - 2].title, u"登録確認"_s);
+    EXPECT_EQ(messages.notes, QStringList{u"登録しました。"_s});
     EXPECT_EQ(
         database.value(u"SELECT cName || cYubinNo || cAddress1 || IFNULL(cTelNo, '-') FROM DOCTOR WHERE "
                        "cIDNo = '121'"_s),
@@ -140,7 +141,7 @@ TEST_F(MasterForms, AChangeIsCopiedWhenTheUserWantsIt) {
     EXPECT_EQ(doctor(u"cName"_s), u"医師'甲"_s);
     messages.answers = {Answer::Yes, Answer::Yes};
     EXPECT_EQ(form.iDataSave(), 0);
-    EXPECT_TRUE(said().startsWith(u"この医師は、同意記録 3 件、利用者 3 名 で使われています。"_s));
+    EXPECT_TRUE(said(2).startsWith(u"この医師は、同意記録 3 件、利用者 3 名 で使われています。"_s));
     EXPECT_EQ(database.value(u"SELECT COUNT(*) FROM RIYOUSHA WHERE cDouiIsiName1 = '医師乙'"_s), u"2"_s);
 }
 
@@ -275,7 +276,7 @@ TEST_F(MasterForms, DeletionNamesWhoUsesTheDoctor) {
     EXPECT_EQ(messages.shown.constLast().title, u"削除確認"_s);
     form.findChild<Grid *>(u"grdData"_s)->goTo(2, 0);
     pressButton(form, Qt::Key_F3);
-    EXPECT_EQ(said(), u"選択行のデータを削除します。\r\nよろしいですか？"_s);
+    EXPECT_EQ(said(2), u"選択行のデータを削除します。\r\nよろしいですか？"_s);
     EXPECT_EQ(shown(form), u"3 12"_s);
     EXPECT_TRUE(form.written());
     // A colleague was faster.

@@ -31,14 +31,20 @@ private:
     QDateTime m_now;
 };
 
-/// Records every box and answers from a script; without one, the box's default.
+/// Records all that is said, in its order, and answers boxes from a script; without one, by the box's
+/// default.
 class RecordedMessages : public Messages {
 public:
     Answer show(const Message &message) override;
-    /// The texts of the boxes since the last call.
+    /// The texts since the last call.
     QStringList said();
+    void note(const QString &text) override {
+        shown.append({text, MessageIcon::None, {}});
+        notes.append(text);
+    }
 
     QList<Message> shown;
+    QStringList notes; ///< what of it was said in the foot of a window
     std::deque<Answer> answers;
 };
 

@@ -1,4 +1,5 @@
 #include "app/desktop/japanese.h"
+#include "app/desktop/key_help.h"
 #include "viewer/programs/viewer_program.h"
 
 #include <QApplication>
@@ -56,5 +57,6 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(u"wfrfv10"_s);
     QTranslator translator;
     speakJapanese(translator);
+    const KeyHelp help;
     return runViewer({QCoreApplication::arguments().mid(1), headless, isViewerHost(argv[0])});
 }
