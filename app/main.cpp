@@ -1,3 +1,4 @@
+#include "app/desktop/dark_outlines.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
 #include "app/desktop/message_form.h"
@@ -42,6 +43,7 @@ int main(int argc, char **argv) {
     QTranslator translator;
     speakJapanese(translator);
     const KeyHelp help;
+    QApplication::setStyle(new DarkOutlines);
     try {
         return runProgram(messages);
     } catch (const std::exception &error) {

@@ -1,3 +1,4 @@
+#include "app/desktop/dark_outlines.h"
 #include "app/desktop/foot_line.h"
 #include "app/desktop/key_help.h"
 #include "app/desktop/key_list.h"
@@ -122,4 +123,16 @@ TEST(KeyHelp, F1IsTheCommandUntilItIsHeld) {
     QTest::mouseClick(sheet(), Qt::LeftButton);
     EXPECT_TRUE(QTest::qWaitFor([&] { return sheet() == nullptr; }, 1000));
     EXPECT_EQ(window.created, 1);
+}
+
+TEST(DarkOutlines, ShowWhereAnInputIsOnABlackWindow) {
+    DarkOutlines style(u"fusion"_s);
+    QLineEdit input;
+    input.setStyle(&style);
+    input.setPalette(QPalette(Qt::white, Qt::black, Qt::white, Qt::black, Qt::gray, Qt::white, Qt::black));
+    const QImage shown = input.grab().toImage();
+    int brightest = 0;
+    for (int y = 0; y < shown.height() / 2; ++y)
+        brightest = qMax(brightest, shown.pixelColor(shown.width() / 2, y).lightness());
+    EXPECT_GT(brightest, 100);
 }

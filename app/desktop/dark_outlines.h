@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QProxyStyle>
+
+/// The style in use, with frames that can be seen on a black window too. A style that darkens the window's
+/// colour for them draws inputs, ticks and choices without any there.
+class DarkOutlines : public QProxyStyle {
+    Q_OBJECT
+public:
+    using QProxyStyle::QProxyStyle;
+
+    void drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
+                       const QWidget *widget) const override;
+};
