@@ -57,8 +57,7 @@ short frmSetInsatsuDoui::iControlInit() {
     for (const Result<> &read : {m_practice.read(m_environment.folders), m_form.read(m_environment.folders)})
         if (!read)
             m_environment.messages.show(printSettingsUnreadable(read.reason()));
-    m_ui->chkKeika->setText(
-        u"経過報告書（種類 %1・準備中）"_s.arg(progressReportKind(m_environment.folders)));
+    m_ui->chkKeika->setText(u"経過報告書（種類 %1）"_s.arg(progressReportKind(m_environment.folders)));
     return 0;
 }
 
