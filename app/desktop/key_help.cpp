@@ -16,6 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int hold = 900; // milliseconds
+constexpr int repeatGap = 50;
 constexpr const char *columnsName = "keyColumns";
 
 QString rowOf(const KeyLine &line) {
@@ -155,7 +156,9 @@ bool KeyHelp::eventFilter(QObject *, QEvent *event) {
 }
 
 bool KeyHelp::pressed(bool repeated, bool shift) {
-    if (repeated)
+    const bool goesOn = repeated || m_letGo.isActive();
+    m_letGo.stop();
+    if (goesOn)
         return true;
     if (!shift && commandOf(*windowInUse(), Qt::Key_F1))
         m_held.start(hold, this);
@@ -165,18 +168,20 @@ bool KeyHelp::pressed(bool repeated, bool shift) {
 }
 
 bool KeyHelp::released(bool repeated) {
-    if (repeated || !m_held.isActive())
-        return true;
-    m_held.stop();
-    if (QObject *command = commandOf(*windowInUse(), Qt::Key_F1))
-        activate(*command);
+    if (!repeated && m_held.isActive())
+        m_letGo.start(repeatGap, this);
     return true;
 }
 
 void KeyHelp::timerEvent(QTimerEvent *event) {
-    if (event->timerId() != m_held.timerId())
+    const bool letGo = event->timerId() == m_letGo.timerId();
+    if (!letGo && event->timerId() != m_held.timerId())
         return QObject::timerEvent(event);
+    m_letGo.stop();
     m_held.stop();
-    if (QWidget *window = windowInUse())
+    QWidget *window = windowInUse();
+    if (window && !letGo)
         show(*window);
+    else if (QObject *command = window ? commandOf(*window, Qt::Key_F1) : nullptr)
+        activate(*command);
 }

@@ -39,4 +39,5 @@ private:
     bool released(bool repeated);
 
     QBasicTimer m_held;
+    QBasicTimer m_letGo; ///< a key that repeats may look let go for a moment
 };

@@ -107,9 +107,11 @@ TEST(KeyHelp, F1IsTheCommandUntilItIsHeld) {
     QWidget *input = window.findChild<QLineEdit *>();
 
     QTest::keyClick(input, Qt::Key_F1);
-    EXPECT_EQ(window.created, 1);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.created == 1; }, 1000));
     EXPECT_EQ(sheet(), nullptr);
 
+    QTest::keyPress(input, Qt::Key_F1);
+    QTest::keyRelease(input, Qt::Key_F1); // as some displays repeat
     QTest::keyPress(input, Qt::Key_F1);
     EXPECT_TRUE(QTest::qWaitFor([&] { return sheet() != nullptr; }, 2000));
     QTest::keyRelease(input, Qt::Key_F1);
