@@ -60,6 +60,7 @@ KeySheet::KeySheet(QWidget *window) : QFrame(window, Qt::Popup) {
     setWindowTitle(u"キー操作　—　"_s + window->windowTitle());
     setAccessibleName(windowTitle());
     layOut(*window);
+    m_held.start();
 }
 
 QWidget *KeySheet::makeColumns(int columns, double scale) {
@@ -123,8 +124,18 @@ void KeySheet::layOut(QWidget &window) {
 }
 
 void KeySheet::keyPressEvent(QKeyEvent *event) {
-    if (!event->isAutoRepeat())
+    if (!isStillHeld(*event) && !event->isAutoRepeat())
         close();
+}
+
+void KeySheet::keyReleaseEvent(QKeyEvent *event) {
+    isStillHeld(*event);
+}
+
+// A key that is held comes every few hundredths of a second, on some displays as one pressed anew.
+bool KeySheet::isStillHeld(const QKeyEvent &event) {
+    constexpr qint64 betweenRepeats = 150; // milliseconds
+    return event.key() == Qt::Key_F1 && m_held.restart() < betweenRepeats;
 }
 
 void KeySheet::mousePressEvent(QMouseEvent *) {

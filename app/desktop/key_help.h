@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QElapsedTimer>
 #include <QFrame>
 #include <QObject>
 
@@ -13,12 +14,17 @@ public:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void keyReleaseEvent(QKeyEvent *event) override;
     void mousePressEvent(QMouseEvent *event) override;
 
 private:
     /// Lays the keys out in columns of a text scaled by `scale`.
     QWidget *makeColumns(int columns, double scale);
     void layOut(QWidget &window);
+    /// Whether the key is still the one that has shown the sheet.
+    bool isStillHeld(const QKeyEvent &event);
+
+    QElapsedTimer m_held; ///< since F1 was last heard of
 };
 
 /// Shows the keys of the window in use, in every window of the program: by Shift+F1, by F1 held for a second,
