@@ -128,14 +128,15 @@ void DateBox::paintEvent(QPaintEvent *event) {
         return;
     QStyleOptionFrame option;
     initStyleOption(&option);
-    const int gap = fontMetrics().horizontalAdvance(u' ');
-    const QRect place =
-        style()->subElementRect(QStyle::SE_LineEditContents, &option, this).adjusted(0, 0, -gap, 0);
-    if (fontMetrics().horizontalAdvance(text() + weekday()) + 2 * gap > place.width())
+    const QRect place = style()->subElementRect(QStyle::SE_LineEditContents, &option, this);
+    constexpr int margin = 2; // the base class leaves it on either side of its text
+    const int behind = place.left() + margin + fontMetrics().horizontalAdvance(text() + u' ');
+    if (behind + fontMetrics().horizontalAdvance(weekday()) > place.right())
         return;
     QPainter painter(this);
     painter.setPen(palette().color(QPalette::Text));
-    painter.drawText(place, Qt::AlignRight | Qt::AlignVCenter, weekday());
+    painter.drawText(place.adjusted(behind - place.left(), 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                     weekday());
 }
 
 QDate DateBox::today() const {
