@@ -1,10 +1,12 @@
 #include "consent/entry/entry.h"
 
+#include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/settings.h"
 #include "consent/entry/entry_query.h"
 #include "consent/record/entry_save.h"
 #include "consent/rules/period_text.h"
+#include "consent/rules/plausibility.h"
 
 #include <algorithm>
 
@@ -229,6 +231,22 @@ Result<std::optional<DraftProblem>> ConsentEntry::check() {
         keys.push_back(row.key());
     const ConsentRowKey target = draftKey(m_draft, m_stored ? &*m_stored : nullptr);
     return checkDraft(m_draft, m_patient.acupuncture, target, keys);
+}
+
+// What was registered once was meant.
+QStringList ConsentEntry::doubts() const {
+    const ConsentDraft before = m_stored.value_or(ConsentDraft());
+    const QDate today = m_environment.clock.today();
+    QStringList doubts;
+    if (m_draft.tShinsatsuDay != before.tShinsatsuDay)
+        doubts += doubtsOf({u"診察日"_s, m_draft.tShinsatsuDay}, today);
+    const Period period{m_draft.tDouiKaryoS, m_draft.tDouiKaryoE};
+    if (m_draft.tDouiDay == before.tDouiDay && period == Period{before.tDouiKaryoS, before.tDouiKaryoE})
+        return doubts;
+    QDate ruledEnd;
+    if (m_unread.isEmpty())
+        ruledEnd = reckonDraft(m_basis, m_draft, others()).period.end;
+    return doubts + doubtsOf({u"同意日"_s, m_draft.tDouiDay, period, {}, ruledEnd}, today);
 }
 
 RowOutcome ConsentEntry::save() {

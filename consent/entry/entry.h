@@ -26,6 +26,8 @@ public:
     const EntryPatient &patient() const { return m_patient; }
     const ConsentDraft &draft() const { return m_draft; }
     bool isNew() const { return !m_stored; }
+    /// The draft began as a copy of the consent before it.
+    bool isProposed() const { return isNew() && newest(0); }
     /// Why the practice's settings could not be read, and no period is proposed; empty when they could.
     const QString &unreadSettings() const { return m_unread; }
     /// Something was entered that is not registered.
@@ -41,6 +43,9 @@ public:
 
     /// What hinders registering; nothing when it may be. Fails when the patient's other rows cannot be read.
     Result<std::optional<DraftProblem>> check();
+
+    /// What of the dates entered may be a slip of the keys, a sentence each.
+    QStringList doubts() const;
 
     /// Registers the draft. Afterwards it is the stored row.
     RowOutcome save();

@@ -7,6 +7,7 @@
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
 
+#include <QScreen>
 #include <QTabBar>
 
 using namespace Qt::Literals::StringLiterals;
@@ -38,6 +39,9 @@ frmDouiRecordEdit::frmDouiRecordEdit(Environment &environment, QWidget *parent)
     setClock(*this, environment.clock);
     m_inputs = new ColumnInputs(this);
     new EnterMovesOn(this);
+    // An address is seen whole.
+    const QSize wanted(fontMetrics().horizontalAdvance(u'漢') * 66, sizeHint().height());
+    resize(wanted.boundedTo(screen()->availableSize() * 99 / 100));
 }
 
 frmDouiRecordEdit::~frmDouiRecordEdit() = default;
@@ -95,6 +99,17 @@ void frmDouiRecordEdit::wire() {
         m_ui->tabKind->setCurrentWidget(m_entry->patient().acupuncture && !deformity ? m_ui->pageHari
                                                                                      : m_ui->pageMassage);
     });
+    // Enter passes over what is proposed.
+    connect(m_ui->tShinsatsuDay, &QLineEdit::returnPressed, this, [this] {
+        if (m_entry->isProposed())
+            m_ui->tDouiDay->setFocus();
+    });
+    connect(m_ui->tDouiDay, &QLineEdit::returnPressed, this, [this] {
+        if (!m_entry->isProposed() || !isReady())
+            return;
+        setAttribute(Qt::WA_KeyboardFocusChange); // the button shows that Enter presses it
+        m_ui->btnRegist->setFocus(Qt::TabFocusReason);
+    });
     connect(m_ui->btnAddText, &QPushButton::clicked, this, [this] { addDiagnosis(); });
     connect(m_ui->btnRegist, &QPushButton::clicked, this, [this] { registerDraft(); });
     connect(m_ui->but_Act, &QPushButton::clicked, this, [this] { reject(); });
@@ -115,7 +130,14 @@ void frmDouiRecordEdit::refresh() {
     m_ui->pageHari->setEnabled(!isDeformity(draft));
     m_ui->lblRule->setText(m_entry->explainPeriod());
     m_ui->lblRule->setToolTip(m_ui->lblRule->text());
+    m_ui->cDouiIsiAdd->setToolTip(draft.cDouiIsiAdd);
     showClaimUse(*m_ui->iReceptDisabledFlg);
+}
+
+// Nothing is left to be entered.
+bool frmDouiRecordEdit::isReady() {
+    const Result<std::optional<DraftProblem>> checked = m_entry->check();
+    return checked && !*checked;
 }
 
 bool frmDouiRecordEdit::checks() {
@@ -141,8 +163,19 @@ bool frmDouiRecordEdit::checks() {
     return false;
 }
 
+bool frmDouiRecordEdit::meansDates() {
+    const QStringList doubts = m_entry->doubts();
+    if (doubts.isEmpty() ||
+        m_environment.messages.ask(u"次の日付を確かめてください。\r\n\r\n"_s + doubts.join(u"\r\n") +
+                                       u"\r\n\r\nこのまま登録します。よろしいですか？"_s,
+                                   u"日付の確認"_s, Answer::No))
+        return true;
+    ColumnInputs::goTo(m_ui->tDouiDay);
+    return false;
+}
+
 void frmDouiRecordEdit::registerDraft() {
-    if (!checks())
+    if (!checks() || !meansDates())
         return;
     const RowOutcome outcome = m_entry->save();
     switch (outcome.kind) {

@@ -38,7 +38,9 @@ private:
     void wire();
     void refresh();
     void enter(const QString &column, const QVariant &value);
+    bool isReady();
     bool checks();
+    bool meansDates();
     void registerDraft();
     void addDiagnosis();
     bool holdsInput();

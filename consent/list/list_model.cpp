@@ -193,7 +193,7 @@ QStringList ConsentListModel::doubts(int record) const {
     if (m_context.advisor && now.reconsent.isValid())
         ruledEnd = m_context.advisor->nextPeriod(running, now.reconsent).end;
     return doubtsOf(
-        {ConsentName::ReConsent, now.reconsent, {now.nextStart, now.nextEnd}, running.consentDay, ruledEnd},
+        {u"再同意日"_s, now.reconsent, {now.nextStart, now.nextEnd}, running.consentDay, ruledEnd},
         m_context.today);
 }
 

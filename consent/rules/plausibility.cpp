@@ -22,29 +22,31 @@ QString distance(const QDate &from, const QDate &to) {
     return days < 730 ? u"約%1か月"_s.arg(days / 30) : u"約%1年"_s.arg(days / 365);
 }
 
-void judgeConsent(const QString &field, const EnteredDates &entered, const QDate &today,
-                  QStringList &doubts) {
+void judgeConsent(const EnteredDates &entered, const QDate &today, QStringList &doubts) {
     const QDate &consent = entered.consent;
     if (consent > today.addDays(aheadAtMost))
-        doubts.append(named(field, consent) + u"は、今日より%1先です。"_s.arg(distance(today, consent)));
+        doubts.append(named(entered.field, consent) +
+                      u"は、今日より%1先です。"_s.arg(distance(today, consent)));
     else if (consent < today.addMonths(-backAtMost))
-        doubts.append(named(field, consent) + u"は、今日より%1前です。"_s.arg(distance(today, consent)));
+        doubts.append(named(entered.field, consent) +
+                      u"は、今日より%1前です。"_s.arg(distance(today, consent)));
     else if (entered.running.isValid() && consent <= entered.running)
-        doubts.append(named(field, consent) +
+        doubts.append(named(entered.field, consent) +
                       u"は、今の同意日 %1 より後の日付ではありません。"_s.arg(dateText(entered.running)));
 }
 
 // A period without a consent date is judged by today.
-void judgeStart(const QString &field, const EnteredDates &entered, const QDate &today, QStringList &doubts) {
+void judgeStart(const EnteredDates &entered, const QDate &today, QStringList &doubts) {
     const QDate &start = entered.period.start;
     const bool byToday = !entered.consent.isValid();
     const QDate reference = byToday ? today : entered.consent;
     if (!byToday && start < reference)
         doubts.append(named(u"要加療開始"_s, start) +
-                      u"は、%1 %2 より前です。"_s.arg(field, dateText(reference)));
+                      u"は、%1 %2 より前です。"_s.arg(entered.field, dateText(reference)));
     else if (start > reference.addMonths(latestStart) || start < reference.addMonths(-backAtMost))
         doubts.append(named(u"要加療開始"_s, start) +
-                      u"は、%1より%2%3です。"_s.arg(byToday ? u"今日"_s : field, distance(reference, start),
+                      u"は、%1より%2%3です。"_s.arg(byToday ? u"今日"_s : entered.field,
+                                                    distance(reference, start),
                                                     start > reference ? u"後"_s : u"前"_s));
 }
 
@@ -64,11 +66,10 @@ void judgeEnd(const EnteredDates &entered, QStringList &doubts) {
 
 QStringList doubtsOf(const EnteredDates &entered, const QDate &today) {
     QStringList doubts;
-    const QString field = entered.name == ConsentName::ReConsent ? u"再同意日"_s : u"同意日"_s;
     if (entered.consent.isValid())
-        judgeConsent(field, entered, today, doubts);
+        judgeConsent(entered, today, doubts);
     if (entered.period.start.isValid())
-        judgeStart(field, entered, today, doubts);
+        judgeStart(entered, today, doubts);
     if (entered.period.end.isValid())
         judgeEnd(entered, doubts);
     return doubts;

@@ -57,7 +57,8 @@ short frmSetInsatsuDoui::iControlInit() {
     for (const Result<> &read : {m_practice.read(m_environment.folders), m_form.read(m_environment.folders)})
         if (!read)
             m_environment.messages.show(printSettingsUnreadable(read.reason()));
-    m_ui->chkKeika->setText(u"経過報告書（種類 %1）"_s.arg(progressReportKind(m_environment.folders)));
+    if (const int kind = progressReportKind(m_environment.folders); kind > 0)
+        m_ui->chkKeika->setText(u"経過報告書（様式 %1）"_s.arg(kind));
     return 0;
 }
 

@@ -193,7 +193,7 @@ TEST(Plausibility, AsksAboutSlipsOfTheKeysAndNothingElse) {
     };
     for (const auto &c : cases) {
         const QStringList doubts =
-            doubtsOf({ConsentName::ReConsent, c.consent, c.period, c.running, c.ruledEnd}, today);
+            doubtsOf({u"再同意日"_s, c.consent, c.period, c.running, c.ruledEnd}, today);
         EXPECT_EQ(doubts.size(), c.begins.isEmpty() ? 0 : 1) << doubts.join(u'|').toStdString();
         EXPECT_TRUE(doubts.value(0).startsWith(c.begins)) << doubts.value(0).toStdString();
     }

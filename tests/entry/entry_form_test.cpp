@@ -80,6 +80,32 @@ TEST_F(EntryFormTest, AFirstConsentIsEnteredByKeyboard) {
               u"1|2026/11/18|2027/05/31|2|馬場|1|0|6|0"_s);
 }
 
+TEST_F(EntryFormTest, ANewConsentLikeTheLastOneWantsItsDateAlone) {
+    consent(20260520);
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, massagePatient), 0) << form.sErrMsg().toStdString();
+    show(form);
+    const auto enter = [](const QString &text) {
+        QTest::keyClicks(QApplication::focusWidget(), text);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+    };
+    enter({});
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"tDouiDay"_s);
+    enter(u"2226/11/20"_s);
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"btnRegist"_s);
+    QTest::keyClick(&form, Qt::Key_Return);
+    EXPECT_TRUE(said().contains(u"同意日 2226/11/20（月）は、今日より約200年先です。"_s))
+        << said().toStdString();
+    EXPECT_EQ(QApplication::focusWidget()->objectName(), u"tDouiDay"_s) << "nothing was registered";
+    messages.shown.clear();
+    enter(u"1120"_s);
+    QTest::keyClick(&form, Qt::Key_Return);
+    EXPECT_EQ(form.result(), QDialog::Accepted);
+    EXPECT_TRUE(messages.shown.isEmpty()) << said().toStdString();
+    EXPECT_EQ(stored(20261120, u"tDouiKaryoS, tDouiKaryoE, cDouiByoumei"_s),
+              stored(20261120, u"'2026/11/20', '2027/05/31'"_s) + u'|' + stored(20260520, u"cDouiByoumei"_s));
+}
+
 TEST_F(EntryFormTest, UnreadableSettingsAreSaidOnceAndNoPeriodIsProposed) {
     QDir(programFolder.path()).mkdir(u"患者管理設定.ini"_s);
     frmDouiRecordEdit form(environment);
