@@ -1,6 +1,7 @@
 # Works the program with keys on a virtual screen and photographs what it shows.
 
 . scripts/keys.sh
+. scripts/tour/answers.sh
 . scripts/tour/consent_screens.sh
 . scripts/tour/fees.sh
 . scripts/tour/forms.sh
@@ -108,6 +109,7 @@ make_tour() {
     tour_refused_mode
     tour_start
     tour_list
+    tour_answers
     tour_table
     tour_doctors
     tour_consent_screens
