@@ -31,7 +31,9 @@ tour_answers() {
     write '2226/11/20'
     key Return
     glance answer-hardly-meant
-    key Escape F12
+    key Escape
+    sleep 0.3
+    key F12
     gone '返事の入力'
     window '同意書管理'
     tour_new_consent
@@ -39,7 +41,8 @@ tour_answers() {
 
 tour_new_consent() {
     local kana
-    kana=$(kana_of_patients "C.nDate < $(date -d '-3 months' +%Y%m%d)" 1)
+    kana=$(kana_of_patients "C.nDate < $(date -d '-3 months' +%Y%m%d) AND 1 = (SELECT COUNT(*) FROM RIYOUSHA Q
+        WHERE Q.iKyotenCd = 1 AND Q.iKyotenEb = 1 AND instr(Q.cNameKana, substr(P.cNameKana, 1, 4)) > 0)" 1)
     job_begins 'カナで探した利用者の同意を新しく登録する' 18 0
     key ctrl+F1
     window '利用者検索'
@@ -56,14 +59,13 @@ tour_new_consent() {
     window '同意書管理'
 }
 
-# kana_of_patients CONDITION COUNT: the first four letters of patients under treatment who have one running consent,
-# fit the condition and share the letters with nobody.
+# kana_of_patients CONDITION COUNT: the first four letters of patients under treatment who have one running consent
+# and fit the condition.
 kana_of_patients() {
-    database "SELECT substr(P.cNameKana, 1, 4) FROM RIYOUSHA P JOIN RIYOUSHA_DOUI_REC C ON C.iKyotenCd = P.iKyotenCd
+    database "SELECT DISTINCT substr(P.cNameKana, 1, 4) FROM RIYOUSHA P JOIN RIYOUSHA_DOUI_REC C ON C.iKyotenCd = P.iKyotenCd
         AND C.iKyotenEb = P.iKyotenEb AND C.nIDNo = P.nIDNo AND C.iNewestFlg = 1 AND C.iHenkeiFlg = 0
         WHERE P.iKyotenCd = 1 AND P.iKyotenEb = 1 AND P.tExpireDay IS NULL AND IFNULL(P.iTenki, 0) NOT IN (1, 3, 15)
-        AND $1 AND 1 = (SELECT COUNT(*) FROM RIYOUSHA Q WHERE Q.iKyotenCd = 1 AND Q.iKyotenEb = 1
-        AND instr(Q.cNameKana, substr(P.cNameKana, 1, 4)) > 0) AND 1 = (SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC D
+        AND $1 AND 1 = (SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC D
         WHERE D.iKyotenCd = 1 AND D.iKyotenEb = 1 AND D.nIDNo = P.nIDNo AND D.iNewestFlg = 1)
         ORDER BY P.nIDNo LIMIT $2"
 }
