@@ -171,7 +171,7 @@ void AnswersForm::openPatient(const AnswerPatient &patient) {
         m_consent->addItems(m_desk.consents());
         m_consent->setCurrentIndex(likeliest);
     }
-    m_consent->setEnabled(m_desk.consents().size() > 1);
+    m_consent->setFocusPolicy(m_desk.consents().size() > 1 ? Qt::StrongFocus : Qt::NoFocus);
     chooseConsent(likeliest);
     if (!m_open)
         m_who->selectAll();
@@ -211,7 +211,7 @@ void AnswersForm::clearLine() {
         const QSignalBlocker quiet(m_consent);
         m_consent->clear();
     }
-    m_consent->setEnabled(false);
+    m_consent->setFocusPolicy(Qt::NoFocus);
     m_who->setText({}); // not to be undone, as clear() is
     for (DateBox *box : {m_day, m_start, m_end})
         box->setDate({});

@@ -134,6 +134,25 @@ TEST_F(TwoPrograms, TheSecondWaitsForThePatientAndThenSeesWhatTheFirstWrote) {
     EXPECT_EQ(here.value(u"SELECT cItiranBikou FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"first"_s);
 }
 
+TEST_F(TwoPrograms, AnAnswerIsTakenBackByItsWriterUntilTheOtherWroteTheRow) {
+    RowEdit answer = remarks({}, {}, false).front();
+    answer.now.received = short(1);
+    answer.now.reconsent = {2026, 11, 20};
+    const QString stored = u"SELECT iGetFlg || ' ' || tSaiDouiDay FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s;
+    for (const bool overtaken : {false, true}) {
+        answer.read.updateTime = here.value(u"SELECT tUpDateTime FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s);
+        ASSERT_EQ(*saveRows(here.db, {answer}), std::vector<size_t>());
+        EXPECT_TRUE(here.value(stored).startsWith(u"1 2026-11-20"_s)) << here.value(stored).toStdString();
+        RowEdit back{answer.read, answer.read.values};
+        back.read.values = answer.now;
+        back.read.updateTime = here.value(u"SELECT tUpDateTime FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s);
+        if (overtaken)
+            there.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = tUpDateTime + INTERVAL '1 second'"_s);
+        EXPECT_EQ(saveRows(here.db, {back})->size(), overtaken ? 1u : 0u);
+        EXPECT_EQ(here.value(stored).isEmpty(), !overtaken) << "without an answer there is no mark";
+    }
+}
+
 TEST_F(TwoPrograms, ThatWriteTheSameRowsInOppositeOrderDoNotWaitForEachOther) {
     QString before;
     for (int round = 0; round < 25; ++round) {
