@@ -36,9 +36,13 @@ void CodeNamePair::setRow(const CodeName &row) {
     take(row);
 }
 
+bool CodeNamePair::isSettled() const {
+    return m_code->code() == m_row.code;
+}
+
 bool CodeNamePair::settle() {
-    if (m_code->code() == m_row.code || m_busy)
-        return m_code->code() == m_row.code;
+    if (isSettled() || m_busy)
+        return isSettled();
     if (m_code->code().isEmpty()) {
         take({});
         return true;

@@ -38,6 +38,8 @@ public:
     void setRow(const CodeName &row);
     void clear() { setRow({}); }
 
+    /// Nothing is being typed: the box shows the code of the row in force.
+    bool isSettled() const;
     /// Looks a typed code up if that has not happened yet; call it before the code is used.
     /// @return false when the code is wrong: that has been said and the box has the focus
     bool settle();

@@ -30,6 +30,8 @@ public:
 
     /// The box holds text that is no date, or may mean two.
     bool hasWrongInput() const;
+    /// Nothing is being typed: the box shows its date as it is written in full, or is empty.
+    bool isSettled() const { return !hasWrongInput() && text() == shown(m_date); }
 
     void setUnit(Unit unit);
     /// Tells the day where short dates are read and Up and Down begin in an empty box; without it only dates

@@ -13,8 +13,8 @@ QString whyRangeIsWrong(const ListFilter &filter) {
 }
 
 ListOrder listOrderOf(int number) {
-    return number >= 0 && number <= int(ListOrder::Patient) ? ListOrder(number)
-                                                            : ListOrder::HospitalAndDoctor;
+    return number >= 0 && number <= int(ListOrder::EndSoonest) ? ListOrder(number)
+                                                               : ListOrder::HospitalAndDoctor;
 }
 
 PatientOrder patientOrderOf(int number) {
@@ -23,7 +23,7 @@ PatientOrder patientOrderOf(int number) {
 
 const QStringList &listOrderNames() {
     static const QStringList names{u"病院・医師の番号順"_s, u"新しい同意の医療機関・医師名順"_s,
-                                   u"新しい同意の病院かな順"_s, u"利用者順"_s};
+                                   u"新しい同意の病院かな順"_s, u"利用者順"_s, u"期限の近い順"_s};
     return names;
 }
 

@@ -12,7 +12,13 @@ enum class ListView { Newest, History };
 enum class Procedure { All, Written, Oral };
 
 /// Stored as these numbers under "一覧並び順".
-enum class ListOrder { HospitalAndDoctor = 0, LaterDoctor = 1, HospitalKana = 2, Patient = 3 };
+enum class ListOrder {
+    HospitalAndDoctor = 0,
+    LaterDoctor = 1,
+    HospitalKana = 2,
+    Patient = 3,
+    EndSoonest = 4
+};
 /// Stored as these numbers under "利用者並び順".
 enum class PatientOrder { Number = 0, Kana = 1 };
 

@@ -176,6 +176,8 @@ QString orderColumns(ListOrder order, PatientOrder patientOrder) {
     case ListOrder::HospitalKana:
         return ofLaterDoctor(u"SISETSU1.cShameiKana1"_s, u"SISETSU2.cShameiKana1"_s) + u" , "_s + doctorName +
                u" , "_s + patient;
+    case ListOrder::EndSoonest:
+        return u"RIYOUSHA_DOUI_REC.tDouiKaryoE , "_s + patient;
     case ListOrder::Patient:
         break;
     }

@@ -22,7 +22,7 @@ TEST(ListPlan, ReadsConsentsByAnIndexInEveryOrder) {
     ListFilter filter;
     filter.setDefaultRange(day);
     for (const ListOrder order : {ListOrder::HospitalAndDoctor, ListOrder::LaterDoctor,
-                                  ListOrder::HospitalKana, ListOrder::Patient}) {
+                                  ListOrder::HospitalKana, ListOrder::Patient, ListOrder::EndSoonest}) {
         for (const PatientOrder patients : {PatientOrder::Number, PatientOrder::Kana}) {
             filter.order = order;
             filter.patientOrder = patients;

@@ -78,7 +78,7 @@ TEST_F(ListQueryTest, SortsByEachOrder) {
     patient(2, u"乙"_s, u"い"_s);
     consent(2, u"2026/12/31"_s, u"cIsiCd = '2'"_s);
     patient(3, u"丙"_s, u"ア"_s, u"tDouiDay1 = '2026/05/01', tDouiDay2 = '2026/06/01'"_s);
-    consent(3, u"2026/12/31"_s);
+    consent(3, u"2026/12/30"_s);
     database.run(u"INSERT INTO RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, iIsiCd2) VALUES (1, 1, 3, '2')"_s);
     struct Case {
         ListOrder order;
@@ -92,6 +92,7 @@ TEST_F(ListQueryTest, SortsByEachOrder) {
         {ListOrder::HospitalKana, PatientOrder::Kana, {u"3"_s, u"2"_s, u"1"_s}},
         {ListOrder::Patient, PatientOrder::Number, {u"1"_s, u"2"_s, u"3"_s}},
         {ListOrder::Patient, PatientOrder::Kana, {u"3"_s, u"2"_s, u"1"_s}},
+        {ListOrder::EndSoonest, PatientOrder::Number, {u"3"_s, u"1"_s, u"2"_s}},
     };
     for (const Case &c : cases) {
         list.filter().order = c.order;
