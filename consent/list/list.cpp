@@ -26,6 +26,7 @@ short ConsentList::failed(const QString &reason) {
 }
 
 short ConsentList::read(Recordset &rows) {
+    m_read.lapsedBefore = m_environment.clock.today();
     Result<Recordset> found = readRows(m_db, listSql(m_environment.branch, m_read));
     if (!found)
         return failed(found.reason());

@@ -52,9 +52,11 @@ ReadRow ListEdits::seen(int record) const {
     return row;
 }
 
-bool ListEdits::isReceived(int record) const {
-    const bool known = m_edits.contains(record) || m_written.contains(record);
-    return known ? values(record).received != 0 : m_records.received(record);
+RowMarks ListEdits::marks(int record) const {
+    if (!isTouched(record))
+        return m_records.marks(record);
+    const ConsentRowValues now = values(record);
+    return {m_records.isDeformity(record), now.contact != 0, now.requested != 0, now.received != 0};
 }
 
 void ListEdits::set(int record, const ConsentRowValues &now) {

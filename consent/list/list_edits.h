@@ -25,7 +25,9 @@ public:
     /// A row as the user sees it. An edited row's update time is not known until it has been saved and read
     /// again.
     ReadRow seen(int record) const;
-    bool isReceived(int record) const;
+    RowMarks marks(int record) const;
+    /// Whether the row was edited, or saved, since it was read.
+    bool isTouched(int record) const { return m_edits.contains(record) || m_written.contains(record); }
     bool isEdited(int record, ListColumn column) const;
 
     /// Values that are those stored are no edit.

@@ -4,7 +4,10 @@
 #include "ui_list_filter_panel.h"
 #include "widgets/flow_layout.h"
 
+#include <QAction>
 #include <QScopedValueRollback>
+#include <QToolButton>
+#include <algorithm>
 #include <array>
 #include <utility>
 
@@ -33,6 +36,31 @@ ListFilterPanel::ListFilterPanel(QWidget *parent)
     connect(m_ui->txt_SiboriKana, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->but_Read, &QPushButton::clicked, this, &ListFilterPanel::searchAsked);
     connect(m_ui->but_Clear, &QPushButton::clicked, this, &ListFilterPanel::clearAsked);
+    watchEntries();
+}
+
+void ListFilterPanel::watchEntries() {
+    for (const QRadioButton *option : findChildren<QRadioButton *>())
+        connect(option, &QRadioButton::toggled, this, [this](bool on) {
+            if (on)
+                Q_EMIT chosen();
+        });
+    connect(m_ui->chkEndKanja, &QCheckBox::toggled, this, &ListFilterPanel::chosen);
+    for (const DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo}) {
+        connect(box, &DateBox::dateChanged, this, &ListFilterPanel::chosen);
+        connect(box, &QLineEdit::textEdited, this, &ListFilterPanel::typed);
+    }
+    for (const CodeBox *box : findChildren<CodeBox *>())
+        connect(box, &QLineEdit::textEdited, this, &ListFilterPanel::typed);
+    connect(m_ui->txtIraiHouhou, &QLineEdit::textChanged, this, &ListFilterPanel::typed);
+}
+
+void ListFilterPanel::addRange(QAction *action) {
+    auto *button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setObjectName(action->objectName() + u"_button"_s);
+    button->setFocusPolicy(Qt::NoFocus);
+    m_ui->boxKikan->layout()->addWidget(button);
 }
 
 ListFilterPanel::~ListFilterPanel() = default;
@@ -51,9 +79,11 @@ void ListFilterPanel::setSearches(const ListSearches &searches, Messages &messag
         pair(m_ui->txtcRiyoushaNo, m_ui->txtcRiyoushaName, m_ui->btnSelRiyousha, searches.patient)});
     connect(m_pairs->patient, &CodeNamePair::changed, this, [this](const CodeName &row) {
         m_patientBefore = std::exchange(m_patient, row);
-        if (!m_takingBack)
+        if (!m_takingBack && !row.code.isEmpty())
             Q_EMIT patientChosen(row.code.toInt());
     });
+    for (const CodeNamePair *one : m_pairs->all())
+        connect(one, &CodeNamePair::changed, this, &ListFilterPanel::chosen);
 }
 
 bool ListFilterPanel::settleAll() {
@@ -73,6 +103,16 @@ bool ListFilterPanel::settleAll() {
 bool ListFilterPanel::read(ListFilter &filter) {
     if (!settleAll())
         return false;
+    readSettled(filter);
+    return true;
+}
+
+bool ListFilterPanel::isSettled() const {
+    const bool range = m_ui->imD_KikanFrom->isSettled() && m_ui->imD_KikanTo->isSettled();
+    return range && (!m_pairs || std::ranges::all_of(m_pairs->all(), &CodeNamePair::isSettled));
+}
+
+void ListFilterPanel::readSettled(ListFilter &filter) const {
     filter.from = m_ui->imD_KikanFrom->date();
     filter.to = m_ui->imD_KikanTo->date();
     filter.view = m_ui->optRireki_1->isChecked() ? ListView::History : ListView::Newest;
@@ -86,7 +126,7 @@ bool ListFilterPanel::read(ListFilter &filter) {
     filter.requestMethod = m_ui->txtIraiHouhou->text();
     filter.requestMethod.remove(u' ').remove(u'\u3000');
     if (!m_pairs)
-        return true;
+        return;
     filter.doctor = m_pairs->doctor->row().code;
     filter.hospital = m_pairs->hospital->row().code.toInt();
     filter.facility = m_pairs->facility->row().code.toInt();
@@ -111,7 +151,6 @@ bool ListFilterPanel::read(ListFilter &filter) {
     filter.staffOrder = m_staffInOrder;
     if (!m_staff.empty())
         filter.names.push_back({u"施術者"_s, staffNames()});
-    return true;
 }
 
 QString ListFilterPanel::staffNames() const {

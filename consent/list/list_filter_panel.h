@@ -10,6 +10,7 @@
 namespace Ui {
 class ListFilterPanel;
 }
+class QAction;
 
 /// The searches behind the panel's seven code boxes.
 struct ListSearches {
@@ -34,6 +35,10 @@ public:
     /// What the controls say. The sort orders are not here.
     /// @return false when an entry cannot be used; that has been said and the control has the focus
     bool read(ListFilter &filter);
+    /// Nothing is being typed: read() would say nothing and change nothing.
+    bool isSettled() const;
+    /// What the controls say apart from what is being typed.
+    void readSettled(ListFilter &filter) const;
     /// The range as it is typed; a box that holds no date leaves its end as it is.
     void readRange(QDate &from, QDate &to) const;
     void setRange(const QDate &from, const QDate &to);
@@ -43,6 +48,9 @@ public:
     /// Puts the patient back whom patientChosen() has announced as another one.
     void takeBackPatient();
     void clearNarrowing();
+
+    /// Puts a button beside the range.
+    void addRange(QAction *action);
 
     /// The practitioners who limit the list, in order; none: it is not limited by them. It is told under the
     /// other entries while there are any.
@@ -60,12 +68,17 @@ Q_SIGNALS:
     void narrowed();
     void searchAsked();
     void clearAsked();
-    /// Another patient was chosen, or none.
+    /// Something else was chosen, by the user or by whoever fills the controls.
+    void chosen();
+    /// Something is being typed.
+    void typed();
+    /// Another patient was chosen.
     void patientChosen(qint32 patient);
 
 private:
     struct Pairs;
     bool settleAll();
+    void watchEntries();
     QString staffNames() const;
 
     std::unique_ptr<Ui::ListFilterPanel> m_ui;

@@ -2,17 +2,16 @@
 
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
+#include "widgets/window_settings.h"
 
 #include <QApplication>
 #include <QComboBox>
-#include <QDir>
 #include <QFont>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
 #include <QPalette>
 #include <QScrollBar>
-#include <QSettings>
 #include <QStyleOptionButton>
 #include <algorithm>
 
@@ -73,10 +72,6 @@ public:
         style->drawControl(QStyle::CE_PushButton, &button, painter, option.widget);
     }
 };
-
-QSettings windowSettings() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s);
-}
 
 /// Columns by their names, so that new ones find their place among those that were kept.
 const QString widthsKey = u"consent_list/widths"_s;
@@ -233,11 +228,7 @@ Result<> ListGrid::keepColumns() const {
     settings.setValue(widthsKey, widths);
     settings.setValue(orderKey, orderOf(now));
     settings.setValue(practiceKey, orderOf(m_practice));
-    settings.sync();
-    if (settings.status() == QSettings::NoError)
-        return {};
-    return Failure{u"列の幅と順序を保存できませんでした。「%1」に書き込めるか確認してください。"_s.arg(
-        QDir::toNativeSeparators(settings.fileName()))};
+    return writeNow(settings, u"列の幅と順序"_s);
 }
 
 void ListGrid::forgetColumns() {

@@ -32,11 +32,13 @@ void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_letters.clear();
     m_narrowing.forget();
     m_deformity.reset();
+    m_states.read(context);
 }
 
 void ConsentListModel::load(Recordset rows, const ListContext &context) {
     beginResetModel();
     take(std::move(rows), context);
+    m_states.chooseAgain();
     show();
     endResetModel();
     toldLoaded();
@@ -75,6 +77,7 @@ QStringList ConsentListModel::reload(Recordset rows, const ListContext &context)
         else
             dropped.append(names[qsizetype(i)] + typedText(edits[i]));
     }
+    m_states.chooseAgain();
     show();
     endResetModel();
     toldLoaded();
@@ -141,7 +144,7 @@ void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
 std::vector<int> ConsentListModel::receivedRecords() const {
     std::vector<int> records;
     for (const int record : m_shown)
-        if (m_edits.isReceived(record))
+        if (m_edits.marks(record).received)
             records.push_back(record);
     return records;
 }
@@ -149,7 +152,7 @@ std::vector<int> ConsentListModel::receivedRecords() const {
 int ConsentListModel::receivedOutOfSight() const {
     int all = 0;
     for (int record = 0; record < m_records.count(); ++record)
-        all += m_edits.isReceived(record);
+        all += m_edits.marks(record).received && !m_states.isAside(record);
     return all - int(receivedRecords().size());
 }
 
@@ -202,12 +205,27 @@ void ConsentListModel::prepareNarrowing() {
 }
 
 void ConsentListModel::narrow(const QString &name, const QString &kana) {
-    if (!m_narrowing.set(name, kana))
-        return;
+    if (m_narrowing.set(name, kana))
+        showAnew();
+}
+
+void ConsentListModel::showState(RowState state) {
+    m_states.choose(state);
+    showAnew();
+}
+
+void ConsentListModel::showAnew() {
     beginResetModel();
     show();
     endResetModel();
     Q_EMIT stateChanged();
+}
+
+int ConsentListModel::countOfList() const {
+    int count = 0;
+    for (int record = 0; record < m_records.count(); ++record)
+        count += !m_states.isAside(record);
+    return count;
 }
 
 // Works out which records are shown and in which order.
@@ -216,9 +234,13 @@ void ConsentListModel::show() {
         prepareNarrowing();
     m_shown.clear();
     m_shown.reserve(size_t(m_records.count()));
-    for (int record = 0; record < m_records.count(); ++record)
-        if (!m_narrowing.hides(record))
+    m_kept.assign(size_t(m_records.count()), true);
+    for (int record = 0; record < m_records.count(); ++record) {
+        if (m_narrowing.hides(record))
+            m_kept[size_t(record)] = false;
+        else if (!m_states.hides(record))
             m_shown.push_back(record);
+    }
     if (m_sortColumn >= 0)
         orderRecords(
             m_shown, ListColumn(m_sortColumn), m_sortOrder == Qt::DescendingOrder,
@@ -475,6 +497,8 @@ void ConsentListModel::followMassage(int record, const QDate &before, const QDat
     if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
         return;
     for (const int other : deformityRecords(m_records.key(record).patient)) {
+        if (m_states.isAside(other))
+            continue;
         ConsentRowValues now = values(other);
         const bool answered = now.reconsent.isValid() && now.reconsent != before;
         const bool saved = now.reconsent.isValid() && now.reconsent == m_edits.stored(other).reconsent;

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consent/list/list_edits.h"
+#include "consent/list/list_states.h"
 #include "consent/rows/list_view.h"
 
 #include <QAbstractTableModel>
@@ -8,7 +8,8 @@
 #include <optional>
 #include <vector>
 
-/// The grid's rows: what the query gave, the edits over it, what is narrowed away and the order shown.
+/// The grid's rows: what the query gave, the edits over it, the state whose rows are shown, what is
+/// narrowed away, and the order.
 /// A row number counts what is shown, a record number what was read.
 class ConsentListModel : public QAbstractTableModel {
     Q_OBJECT
@@ -68,6 +69,15 @@ public:
 
     /// Shows only patients whose name and kana contain these texts; case, width and kana kind are ignored.
     void narrow(const QString &name, const QString &kana);
+    /// Shows only the rows that are in a state now.
+    void showState(RowState state);
+    RowState shownState() const { return m_states.chosen(); }
+    /// Of the rows that narrowing leaves.
+    StateCounts stateCounts() const { return m_states.counts(m_kept); }
+    /// Of them, how many have lapsed outside of the range.
+    int lapsedOutside() const { return m_states.lapsedOutside(m_kept); }
+    /// Rows of the range, and what the chosen state shows beside them.
+    int countOfList() const;
     /// Prepares the texts that narrow() compares, so that the first key stroke need not.
     void prepareNarrowing();
     /// Ticks or clears a tick column on every shown row that may be edited.
@@ -106,6 +116,7 @@ Q_SIGNALS:
 private:
     void take(Recordset rows, const ListContext &context);
     void show();
+    void showAnew();
     void toldLoaded();
     bool mayEdit(int record, ListColumn column) const;
     void setTick(int record, ListColumn column, bool on);
@@ -125,8 +136,10 @@ private:
     ListContext m_context;
     ListRecords m_records;
     ListEdits m_edits{m_records};
+    ListStates m_states{m_records, m_edits};
     std::vector<bool> m_target;
     std::vector<LetterKind> m_letters; ///< by record, of the first ones
+    std::vector<bool> m_kept;          ///< by record: not narrowed away
     std::vector<int> m_shown;          ///< records, in the order shown
     std::vector<int> m_rows;           ///< by record: where it is shown; −1: narrowed away
     /// Deformity-correction records by patient number; made when they are first asked for.

@@ -2,6 +2,10 @@
 
 #include "app/base/dates.h"
 
+#include <algorithm>
+#include <array>
+#include <span>
+
 using namespace Qt::Literals::StringLiterals;
 
 QString whyRangeIsWrong(const ListFilter &filter) {
@@ -30,6 +34,42 @@ const QStringList &listOrderNames() {
 const QStringList &patientOrderNames() {
     static const QStringList names{u"利用者番号順"_s, u"かな順"_s};
     return names;
+}
+
+namespace {
+
+std::span<const QuickRangeInfo> quickRanges() {
+    static const std::array<QuickRangeInfo, 4> ranges{{
+        {QuickRange::ThisMonth, u"今月"_s, u"今月に終了する同意を表示します"_s, 0, 1},
+        {QuickRange::NextMonth, u"来月"_s, u"来月に終了する同意を表示します"_s, 1, 1},
+        {QuickRange::ThreeMonths, u"3か月"_s, u"今月から3か月の間に終了する同意を表示します"_s, 0, 3},
+        {QuickRange::ThisAndNext, u"今月と来月"_s, u"今月と来月に終了する同意を、期限の近い順に表示します"_s,
+         0, 2, true},
+    }};
+    return ranges;
+}
+
+} // namespace
+
+const QuickRangeInfo &quickRangeInfo(QuickRange range) {
+    return *std::ranges::find(quickRanges(), range, &QuickRangeInfo::range);
+}
+
+void setQuickRange(ListFilter &filter, QuickRange range, const QDate &today) {
+    const QuickRangeInfo &info = quickRangeInfo(range);
+    filter.setMonths(today, info.first, info.months);
+    if (info.endSoonestFirst)
+        filter.order = ListOrder::EndSoonest;
+}
+
+std::optional<QuickRange> quickRangeOf(const ListFilter &filter, const QDate &today) {
+    for (const QuickRangeInfo &info : quickRanges()) {
+        ListFilter asked = filter;
+        setQuickRange(asked, info.range, today);
+        if (asked == filter)
+            return info.range;
+    }
+    return std::nullopt;
 }
 
 QStringList filterTexts(const ListFilter &filter) {

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QStringList>
+#include <optional>
 #include <vector>
 
 enum class ListView { Newest, History };
@@ -25,12 +26,16 @@ enum class PatientOrder { Number = 0, Kana = 1 };
 /// A choice that limits the list, as documents of it say: "医師" and the doctor's name.
 struct FilterName {
     QString caption, name;
+
+    friend bool operator==(const FilterName &, const FilterName &) = default;
 };
 
 /// What the consent list shows. A number 0 and an empty text do not limit the list.
 struct ListFilter {
     QDate from; ///< the consent's period ends on this day or later
     QDate to;   ///< and on this day or earlier
+    /// Of the newest view, consents whose period has ended before this day come along; invalid: none do.
+    QDate lapsedBefore;
     ListView view = ListView::Newest;
     TreatmentKind kind = TreatmentKind::All;
     Procedure procedure = Procedure::All;
@@ -50,11 +55,31 @@ struct ListFilter {
     std::vector<FilterName> names{}; ///< of the codes above, where one is chosen
 
     /// The range that the list starts with: this month and the five after it.
-    void setDefaultRange(const QDate &today) {
-        from = QDate(today.year(), today.month(), 1);
-        to = from.addMonths(6).addDays(-1);
+    void setDefaultRange(const QDate &today) { setMonths(today, 0, 6); }
+    /// So many months from one on, counted from this month.
+    void setMonths(const QDate &today, int first, int months) {
+        from = QDate(today.year(), today.month(), 1).addMonths(first);
+        to = from.addMonths(months).addDays(-1);
     }
+
+    friend bool operator==(const ListFilter &, const ListFilter &) = default;
 };
+
+/// The ranges that have a key each; kept for the user by these numbers.
+enum class QuickRange { ThisMonth = 1, NextMonth, ThreeMonths, ThisAndNext };
+
+struct QuickRangeInfo {
+    QuickRange range;
+    QString caption;
+    QString hint;
+    int first, months;            ///< counted from this month
+    bool endSoonestFirst = false; ///< the order goes with the range
+};
+const QuickRangeInfo &quickRangeInfo(QuickRange range);
+
+void setQuickRange(ListFilter &filter, QuickRange range, const QDate &today);
+/// Which of them a filter asks for; nothing: another range.
+std::optional<QuickRange> quickRangeOf(const ListFilter &filter, const QDate &today);
 
 /// Why the list cannot be read with this filter, in the user's words; empty when it can.
 QString whyRangeIsWrong(const ListFilter &filter);

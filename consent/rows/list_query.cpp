@@ -101,13 +101,28 @@ QString joins() {
            sqlSameBranch(u"SOUDAN", u"RIYOUSHA");
 }
 
+// What has lapsed comes along by one span of the index, from the first era that dates are taken of; the days
+// between today and a range that begins later are passed over.
+QString endWhere(const ListFilter &filter) {
+    const auto end = [](const QString &comparison, const QDate &day) {
+        return u"RIYOUSHA_DOUI_REC.tDouiKaryoE "_s + comparison + sqlDate(day);
+    };
+    if (filter.view == ListView::History || !filter.lapsedBefore.isValid())
+        return end(u">= "_s, filter.from) + u" AND "_s + end(u"<= "_s, filter.to);
+    const QString all = end(u">= "_s, QDate(1868, 1, 1)) + u" AND "_s +
+                        end(u"<= "_s, qMax(filter.to, filter.lapsedBefore.addDays(-1)));
+    if (filter.from <= filter.lapsedBefore)
+        return all;
+    return all + u" AND ("_s + end(u">= "_s, filter.from) + u" OR "_s + end(u"< "_s, filter.lapsedBefore) +
+           u")"_s;
+}
+
 // The branch and the newest mark of the consent are given outright, not only through the join, so that one
 // index serves branch, mark and end of period.
 QString alwaysWhere(const Branch &branch, const ListFilter &filter) {
     return u" WHERE "_s + sqlWhere(branch, u"RIYOUSHA") + u" AND "_s +
            sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND RIYOUSHA_DOUI_REC.iNewestFlg = "_s +
-           sqlNumber(filter.view == ListView::Newest ? 1 : 0) + u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE >= "_s +
-           sqlDate(filter.from) + u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE <= "_s + sqlDate(filter.to) +
+           sqlNumber(filter.view == ListView::Newest ? 1 : 0) + u" AND "_s + endWhere(filter) +
            u" AND (RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"_s;
 }
 

@@ -130,8 +130,11 @@ ConsentRowValues ListRecords::values(int record) const {
     return values;
 }
 
-bool ListRecords::received(int record) const {
-    return flag(record, either(record, ListField::Received, ListField::ReceivedDeformity));
+RowMarks ListRecords::marks(int record) const {
+    using F = ListField;
+    return {isDeformity(record), flag(record, F::Contact),
+            flag(record, either(record, F::Requested, F::RequestedDeformity)),
+            flag(record, either(record, F::Received, F::ReceivedDeformity))};
 }
 
 ReadRow ListRecords::row(int record) const {

@@ -83,6 +83,11 @@ enum class ListField {
     Count
 };
 
+/// What tells how far a row's request has come.
+struct RowMarks {
+    bool deformity, contact, requested, received;
+};
+
 /// The rows of one list query, read by meaning. Records count from 0 in the order of the query; a column
 /// that the query lacks reads as Null.
 class ListRecords : public FieldRows<ListField> {
@@ -99,7 +104,7 @@ public:
     RunningConsent running(int record) const;
     /// The values as they were read.
     ConsentRowValues values(int record) const;
-    bool received(int record) const;
+    RowMarks marks(int record) const;
     /// The row as saving compares it.
     ReadRow row(int record) const;
 

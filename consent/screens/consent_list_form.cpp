@@ -8,6 +8,7 @@
 #include "app/desktop/key_help.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
+#include "consent/list/state_bar.h"
 #include "consent/screens/list_command_bar.h"
 #include "consent/screens/list_pick_lists.h"
 #include "consent/screens/list_print.h"
@@ -66,26 +67,42 @@ void frm同意書管理::layOut() {
     setClock(*m_panel, m_environment.clock);
     m_grid = new ListGrid(m_environment.folders, m_environment.clock, this);
     m_grid->attach(m_model);
+    m_states = new StateBar(this);
     m_commands = new ListCommandBar(this);
+    placeActions();
     m_progress = new QProgressBar(this);
     m_progress->setObjectName(u"pctKeika"_s);
     m_progress->setAccessibleName(u"進み"_s);
     m_progress->setVisible(false);
     m_status = new QLabel(this);
     m_status->setObjectName(u"lblStatus"_s);
+    m_lapsed = new QLabel(this);
+    m_lapsed->setObjectName(u"lblKigengai"_s);
 
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_panel);
+    layout->addWidget(m_states);
     layout->addWidget(m_grid, 1);
     layout->addWidget(m_commands);
     layout->setMenuBar(m_commands->menuBar());
     auto *foot = new QHBoxLayout;
     foot->addWidget(m_status);
     foot->addWidget(new FootLine(this), 1);
+    foot->addWidget(m_lapsed);
     foot->addWidget(m_progress);
     layout->addLayout(foot);
     new EnterMovesOn(m_panel);
     resize(m_grid->widthOf(190), fontMetrics().height() * 42);
+}
+
+// States stand over the grid, ranges beside the dates; an action is the same wherever it is shown.
+void frm同意書管理::placeActions() {
+    for (const ListCommand &command : listCommands()) {
+        if (const auto *state = std::get_if<RowState>(&command.does))
+            m_states->addState(*state, m_commands->action(command));
+        else if (std::holds_alternative<QuickRange>(command.does))
+            m_panel->addRange(m_commands->action(command));
+    }
 }
 
 void frm同意書管理::wire() {
@@ -95,6 +112,8 @@ void frm同意書管理::wire() {
     connect(m_panel, &ListFilterPanel::narrowed, this, [this] {
         m_grid->keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); });
     });
+    connect(m_panel, &ListFilterPanel::chosen, this, [this] { work().follow().chosen(); });
+    connect(m_panel, &ListFilterPanel::typed, this, [this] { work().follow().typed(); });
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { work().searchAsked(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { work().clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this,
@@ -130,8 +149,8 @@ bool frm同意書管理::settleCell() {
 
 short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_db = &db;
-    m_parts = std::make_unique<Parts>(m_environment, db,
-                                      ListWindow{this, m_model, m_panel, m_grid, m_commands, m_progress});
+    m_parts = std::make_unique<Parts>(
+        m_environment, db, ListWindow{this, m_model, m_panel, m_grid, m_states, m_commands, m_progress});
     work().readMethods(u"iInit()でエラー"_s);
     m_panel->setSearches(m_parts->pickLists.searches(m_environment.messages), m_environment.messages);
     if (!work().begin()) {
@@ -161,6 +180,8 @@ void frm同意書管理::run(const ListCommand &command) {
         return;
     if (command.needsRow() && !m_grid->currentIndex().isValid())
         m_environment.messages.note(u"対象者が設定されていません。"_s);
+    else if (command.needsRows() && !work().rowsAreCurrent())
+        return;
     else if (const auto *own = std::get_if<ListCommand::Work>(&command.does))
         (this->**own)();
     else if (const auto *listWork = std::get_if<ListCommand::OnList>(&command.does))
@@ -169,6 +190,10 @@ void frm同意書管理::run(const ListCommand &command) {
         openScreen(*opener);
     else if (const auto *link = std::get_if<ListLink>(&command.does))
         work().toggleLink(command, *link);
+    else if (const auto *state = std::get_if<RowState>(&command.does))
+        work().showState(*state);
+    else if (const auto *range = std::get_if<QuickRange>(&command.does))
+        work().showRange(*range);
 }
 
 // The cell's button opens what the command opens for the current row.
@@ -179,6 +204,8 @@ void frm同意書管理::pressButton() {
 
 void frm同意書管理::showState() {
     m_panel->showCounts(work().countsText());
+    m_states->showCounts(m_model->stateCounts(), m_model->shownState());
+    m_lapsed->setText(work().lapsedText());
     const int changed = m_model->changedCount();
     m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
 }
@@ -256,7 +283,10 @@ void frm同意書管理::openScreen(OpenScreen opener) {
 void frm同意書管理::reject() {
     if (!settleCell() || !work().maySwitch())
         return;
-    if (const Result<> kept = m_grid->keepColumns(); !kept)
-        m_environment.messages.failIn(kept.reason(), u"cmdEnd()でエラー");
+    for (const Result<> &kept : {m_grid->keepColumns(), work().keepChoices()})
+        if (!kept) {
+            m_environment.messages.failIn(kept.reason(), u"cmdEnd()でエラー");
+            break;
+        }
     QDialog::reject();
 }

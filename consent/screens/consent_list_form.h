@@ -14,6 +14,7 @@ class PaintedListModel;
 class QLabel;
 class QProgressBar;
 class QTimer;
+class StateBar;
 class cT_ADODB;
 struct Environment;
 struct ListCommand;
@@ -38,6 +39,7 @@ private:
     struct Parts;
 
     void layOut();
+    void placeActions();
     void wire();
     void run(const ListCommand &command);
     void pressButton();
@@ -64,8 +66,10 @@ private:
     PaintedListModel *m_model;
     ListFilterPanel *m_panel;
     ListGrid *m_grid;
+    StateBar *m_states;
     ListCommandBar *m_commands;
     QProgressBar *m_progress;
     QLabel *m_status;
+    QLabel *m_lapsed;
     QTimer *m_idle; ///< reads the letters' kinds while the user looks at the list
 };

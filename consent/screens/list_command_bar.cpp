@@ -26,7 +26,7 @@ QAction *ListCommandBar::makeAction(const ListCommand &command, QWidget *window)
     action->setObjectName(command.action.isEmpty() ? command.button + u"_action"_s : command.action);
     action->setShortcut(QKeySequence(command.key));
     action->setEnabled(command.isEnabled(true));
-    action->setCheckable(std::holds_alternative<ListLink>(command.does));
+    action->setCheckable(command.isCheckable());
     action->setToolTip(command.key.isEmpty() ? command.hint : command.hint + u"（%1）"_s.arg(command.key));
     window->addAction(action);
     m_menus[command.menu]->addAction(action);

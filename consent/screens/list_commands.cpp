@@ -7,6 +7,28 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+// The list always has its first state; of the history there is no other.
+ListCommand stateCommand(const QString &action, RowState state, const QString &key) {
+    const RowStateInfo &info = rowState(state);
+    return {QString(),
+            action,
+            info.caption,
+            key,
+            info.hint,
+            ListCommand::View,
+            state == RowState::All ? ListCommand::Nothing : ListCommand::NewestView,
+            state};
+}
+
+ListCommand rangeCommand(const QString &action, QuickRange range, const QString &key) {
+    const QuickRangeInfo &info = quickRangeInfo(range);
+    return {QString(), action, info.caption, key, info.hint, ListCommand::View, ListCommand::Nothing, range};
+}
+
+} // namespace
+
 std::span<const ListCommand> listCommands() {
     using enum ListCommand::Menu;
     using enum ListCommand::Needs;
@@ -32,47 +54,58 @@ std::span<const ListCommand> listCommands() {
                     NewestView, &ListWork::saveAsked},
         ListCommand{u"cmdGet"_s, u"mnF06"_s, u"同意更新"_s, u"F6"_s,
                     u"受領にチェックした行の同意を、再同意日と次回の要加療期間で更新します"_s, Consent,
-                    NewestView, &ListWork::renew},
+                    NewestRows, &ListWork::renew},
         ListCommand{u"cmdHenji"_s, u""_s, u"返事の入力"_s, u"Ctrl+R"_s,
                     u"戻ってきた同意書を、利用者を番号・カナで探しながら続けて受領・登録します"_s, Consent,
                     Nothing, openAnswers},
         ListCommand{u"cmdAllCheck"_s, u""_s, u"対象 全選択"_s, u"F7"_s,
-                    u"表示中の行の「対象」をすべて付けます。すべて付いているときは外します"_s, Consent,
-                    Nothing, &ListWork::tickAllTargets},
+                    u"表示中の行の「対象」をすべて付けます。すべて付いているときは外します"_s, Consent, Rows,
+                    &ListWork::tickAllTargets},
         ListCommand{u"cmdAllCheckGet"_s, u""_s, u"受領 全選択"_s, u"F8"_s,
                     u"表示中の行の「受領」をすべて付けます。すべて付いているときは外します"_s, Consent,
-                    NewestView, &ListWork::tickAllReceived},
+                    NewestRows, &ListWork::tickAllReceived},
         ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
                     u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, NewestRow,
                     openRemark},
         ListCommand{u""_s, u"mnHenkeiRestart"_s, u"変形徒手の期間を再開"_s, u""_s,
                     u"選択した変形徒手の行の期間を新しくし、依頼と受領の印を消します"_s, Consent, NewestRow,
                     restartDeformity},
+        stateCommand(u"mnState1"_s, RowState::All, u"Alt+1"_s),
+        stateCommand(u"mnState2"_s, RowState::Lapsed, u"Alt+2"_s),
+        stateCommand(u"mnState3"_s, RowState::DueSoon, u"Alt+3"_s),
+        stateCommand(u"mnState4"_s, RowState::NotRequested, u"Alt+4"_s),
+        stateCommand(u"mnState5"_s, RowState::Waiting, u"Alt+5"_s),
+        stateCommand(u"mnState6"_s, RowState::Received, u"Alt+6"_s),
+        stateCommand(u"mnState7"_s, RowState::NotContacted, u"Alt+7"_s),
+        rangeCommand(u"mnRange1"_s, QuickRange::ThisMonth, u"Ctrl+1"_s),
+        rangeCommand(u"mnRange2"_s, QuickRange::NextMonth, u"Ctrl+2"_s),
+        rangeCommand(u"mnRange3"_s, QuickRange::ThreeMonths, u"Ctrl+3"_s),
+        rangeCommand(u"mnRange4"_s, QuickRange::ThisAndNext, u"Ctrl+4"_s),
         ListCommand{u"cmdDspOrder"_s, u""_s, u"並び順"_s, u"F9"_s, u"一覧と利用者の並び順を選びます"_s,
                     Settings, Nothing, &ListWork::chooseOrder},
         ListCommand{u"cmdIrai"_s, u""_s, u"同意依頼"_s, u"Ctrl+I"_s,
-                    u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, NewestView,
+                    u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, NewestRows,
                     openRequests},
         ListCommand{u"cmdAddIrai"_s, u""_s, u"依頼方法"_s, u"Ctrl+Shift+I"_s,
                     u"依頼方法の一覧と、選択した行の個別の依頼方法を編集します"_s, Request, Nothing,
                     openRequestMethods},
         ListCommand{u"cmdMail"_s, u""_s, u"メール"_s, u"Ctrl+M"_s,
                     u"対象の利用者（連絡にチェックした方）の相談員へ、同意書のお知らせをメールで送ります"_s,
-                    Request, NewestView, openMailScreen},
+                    Request, NewestRows, openMailScreen},
         ListCommand{u"cmdPrint"_s, u"mnF11"_s, u"依頼印刷"_s, u"F11"_s,
-                    u"対象の利用者の依頼書を、前回の設定ですぐに印刷します"_s, Request, NewestView,
+                    u"対象の利用者の依頼書を、前回の設定ですぐに印刷します"_s, Request, NewestRows,
                     printRequests},
         ListCommand{u"CmdPrintDouisho"_s, u""_s, u"同意書印刷"_s, u"Ctrl+P"_s,
-                    u"対象の利用者の同意書を印刷します"_s, Print, NewestView, openConsentForms},
+                    u"対象の利用者の同意書を印刷します"_s, Print, NewestRows, openConsentForms},
         ListCommand{u"CmdPrintSet"_s, u""_s, u"セット印刷"_s, u"Ctrl+Shift+P"_s,
-                    u"対象の利用者の同意書・同意依頼書・封筒をまとめて印刷します"_s, Print, NewestView,
+                    u"対象の利用者の同意書・同意依頼書・封筒をまとめて印刷します"_s, Print, NewestRows,
                     openSetPrint},
         ListCommand{u""_s, u"mnDouiSyosikiSet"_s, u"利用者の同意書式"_s, u"Ctrl+Y"_s,
                     u"選択した利用者の同意書・同意依頼書の書式を決め、1人分を印刷します"_s, Print, Row,
                     openPatientConsentForms},
         ListCommand{u"CmdDouishoList"_s, u""_s, u"同意書台帳"_s, u"Ctrl+D"_s,
                     u"対象の行（なければ表示中のすべて）の同意台帳・封筒・依頼書・更新リストを印刷します"_s,
-                    Print, NewestView, openManagementPrint},
+                    Print, NewestRows, openManagementPrint},
         ListCommand{u""_s, u"mnDouishoMst"_s, u"利用者を選んで同意書"_s, u"Ctrl+Shift+F"_s,
                     u"一覧にない利用者も選んで、同意書を印刷します"_s, Print, Nothing,
                     openMasterConsentForms},
@@ -81,12 +114,12 @@ std::span<const ListCommand> listCommands() {
                     Print, Nothing, openMasterManagementPrint},
         ListCommand{u""_s, u"mnKoushinList"_s, u"更新リスト"_s, u"Ctrl+K"_s,
                     u"対象の利用者（なければ表示中のすべて）のうち、同意の期間が切れる方の一覧を印刷します"_s,
-                    Print, NewestView, openRenewalList},
+                    Print, NewestRows, openRenewalList},
         ListCommand{u"cmdCsv"_s, u""_s, u"CSV出力"_s, u"Ctrl+Shift+S"_s,
-                    u"表示中の一覧を、列の順序と絞り込みのままCSVファイルに保存します"_s, Print, Nothing,
+                    u"表示中の一覧を、列の順序と絞り込みのままCSVファイルに保存します"_s, Print, Rows,
                     &Form::saveCsv},
         ListCommand{u""_s, u"mnListPrint"_s, u"一覧印刷"_s, u"Ctrl+Shift+L"_s,
-                    u"表示中の一覧を、列の順序と絞り込みのまま表にして印刷します"_s, Print, Nothing,
+                    u"表示中の一覧を、列の順序と絞り込みのまま表にして印刷します"_s, Print, Rows,
                     &Form::printList},
         ListCommand{u"cmdSeal"_s, u""_s, u"シール"_s, u""_s, u"シール印刷プログラムを起動します"_s, Print,
                     Nothing, &Form::startSeal},
@@ -135,6 +168,8 @@ QString listMenuCaption(ListCommand::Menu menu) {
     switch (menu) {
     case ListCommand::Consent:
         return u"同意(&A)"_s;
+    case ListCommand::View:
+        return u"表示(&V)"_s;
     case ListCommand::Request:
         return u"依頼(&I)"_s;
     case ListCommand::Print:

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/settings.h"
+#include "consent/rows/row_states.h"
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/list_screens.h"
 
@@ -19,13 +20,15 @@ struct ListLink {
 /// A command of the consent list: how its button and its menu entry show it, when it can be used and what it
 /// does.
 struct ListCommand {
-    enum Menu { Consent, Request, Print, Settings, Help, Leave };
+    enum Menu { Consent, View, Request, Print, Settings, Help, Leave };
     /// What must be there; a row that is missing is told, all else greys the command.
     enum Needs {
         Nothing,
         Row,
         NewestView, ///< of the history nothing is written from the list itself, asked for or printed
-        NewestRow
+        NewestRow,
+        Rows, ///< all rows shown or ticked, which must be those that the filter asks for
+        NewestRows
     };
     using Work = void (frm同意書管理::*)();
     using OnList = void (ListWork::*)();
@@ -37,13 +40,17 @@ struct ListCommand {
     QString hint;
     Menu menu;
     Needs needs;
-    std::variant<std::monostate, Work, OnList, OpenScreen, ListLink> does{};
+    std::variant<std::monostate, Work, OnList, OpenScreen, ListLink, RowState, QuickRange> does{};
 
     /// The button's name, or the menu entry's where there is no button.
     const QString &name() const { return button.isEmpty() ? action : button; }
     bool needsRow() const { return needs == Row || needs == NewestRow; }
+    bool needsRows() const { return needs == Rows || needs == NewestRows; }
     bool isEnabled(bool newestView) const {
-        return newestView || (needs != NewestView && needs != NewestRow);
+        return newestView || (needs != NewestView && needs != NewestRow && needs != NewestRows);
+    }
+    bool isCheckable() const {
+        return std::holds_alternative<ListLink>(does) || std::holds_alternative<RowState>(does);
     }
 };
 

@@ -21,8 +21,12 @@ QString orderText(const QHeaderView &header, const ListFilter &filter) {
            patientOrderNames()[int(filter.patientOrder)];
 }
 
-QStringList narrowedTexts(const ListFilterPanel &panel) {
+QStringList narrowedTexts(const ListFilterPanel &panel, RowState state) {
     QStringList texts;
+    if (state == RowState::Lapsed)
+        texts += u"状態：期限切れ（対象期間外を含む）"_s;
+    else if (state != RowState::All)
+        texts += u"状態："_s + rowState(state).caption;
     if (!panel.narrowName().isEmpty())
         texts += u"氏名の絞り込み："_s + panel.narrowName();
     if (!panel.narrowKana().isEmpty())
@@ -38,7 +42,9 @@ GridDocument listDocument(const ListGrid &grid, const ListFilterPanel &panel, co
     document.title = u"同意書一覧"_s;
     document.table = tableOf(grid);
     const QString between = u"　　"_s;
-    document.notes = {(filterTexts(filter) + narrowedTexts(panel)).join(between),
+    document.notes = {(filterTexts(filter) +
+                       narrowedTexts(panel, static_cast<ConsentListModel *>(grid.model())->shownState()))
+                          .join(between),
                       counts + between + orderText(*grid.horizontalHeader(), filter)};
     const QStringList headings = document.table.headings();
     for (const ListColumn key : {ListColumn::Number, ListColumn::Name})

@@ -11,11 +11,19 @@
 #include "consent/screens/list_command_bar.h"
 #include "consent/settings/staff_filter_form.h"
 #include "db/adodb.h"
+#include "widgets/window_settings.h"
 
 #include <QAction>
 #include <QWidget>
 
 using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString rangeKey = u"consent_list/range"_s;
+const QString stateKey = u"consent_list/state"_s;
+
+} // namespace
 
 ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &window)
     : m_environment(environment),
@@ -27,16 +35,39 @@ ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &win
       m_commands(window.commands),
       m_progress(window.progress),
       m_advisor(environment.folders, environment.branch, db),
-      m_list(environment, db, *window.model, m_advisor) {}
+      m_list(environment, db, *window.model, m_advisor),
+      m_follow(window, m_list.readFilter(), [this](const ListFilter &filter) { return show(filter); }) {}
 
 bool ListWork::begin() {
+    readOrder(m_list.filter());
+    readLinks();
+    restoreChoices();
+    m_panel->clear(m_list.filter().from, m_list.filter().to);
+    return m_list.iSearch() == 0;
+}
+
+void ListWork::readOrder(ListFilter &filter) const {
     const Settings settings(m_environment.folders);
-    ListFilter &filter = m_list.filter();
     filter.order = listOrderOf(settings.number(Setting::一覧並び順));
     filter.patientOrder = patientOrderOf(settings.number(Setting::利用者並び順));
-    readLinks();
-    m_panel->clear(filter.from, filter.to);
-    return m_list.iSearch() == 0;
+}
+
+// A range by its name, so that 今月 is this month on every day; dates that were typed are of their day.
+void ListWork::restoreChoices() {
+    const QSettings kept = windowSettings();
+    const int range = kept.value(rangeKey).toInt(), state = kept.value(stateKey).toInt();
+    if (range >= int(QuickRange::ThisMonth) && range <= int(QuickRange::ThisAndNext))
+        setQuickRange(m_list.filter(), QuickRange(range), m_environment.clock.today());
+    if (state > int(RowState::All) && state < int(RowState::Count))
+        m_model->showState(RowState(state));
+}
+
+Result<> ListWork::keepChoices() const {
+    const std::optional<QuickRange> range = quickRangeOf(m_list.readFilter(), m_environment.clock.today());
+    QSettings settings = windowSettings();
+    settings.setValue(rangeKey, range ? int(*range) : 0);
+    settings.setValue(stateKey, int(m_model->shownState()));
+    return writeNow(settings, u"対象期間と表示の選択"_s);
 }
 
 void ListWork::readMethods(const QString &where) {
@@ -77,25 +108,33 @@ void ListWork::toggleLink(const ListCommand &command, const ListLink &link) {
 
 bool ListWork::search() {
     ListFilter filter = m_list.filter();
-    if (!m_panel->read(filter))
-        return false;
+    return m_panel->read(filter) && searchFor(filter);
+}
+
+bool ListWork::searchFor(const ListFilter &filter) {
     if (const QString why = whyRangeIsWrong(filter); !why.isEmpty()) {
         m_environment.messages.warn(why);
         m_panel->focusRange();
         return false;
     }
-    if (!maySwitch())
+    if (!maySwitch() || !show(filter))
         return false;
-    m_list.filter() = filter;
-    bool read = false;
-    m_grid->keepPlace([&] { read = m_list.iSearch() == 0; });
-    if (!read) {
-        failDb(m_list.sErrMsg());
-        return false;
-    }
-    m_commands->showView(filter.view == ListView::Newest);
+    m_follow.caughtUp();
     m_grid->setFocus();
     return true;
+}
+
+bool ListWork::show(const ListFilter &filter) {
+    const ListFilter before = std::exchange(m_list.filter(), filter);
+    m_commands->showView(filter.view == ListView::Newest);
+    bool read = false;
+    m_grid->keepPlace([&] { read = m_list.iSearch() == 0; });
+    if (read)
+        return true;
+    m_list.filter() = before;
+    m_commands->showView(m_list.readFilter().view == ListView::Newest);
+    failDb(m_list.sErrMsg());
+    return false;
 }
 
 void ListWork::clearFilter() {
@@ -104,7 +143,30 @@ void ListWork::clearFilter() {
     ListFilter fresh;
     fresh.setDefaultRange(m_environment.clock.today());
     m_panel->clear(fresh.from, fresh.to);
+    m_model->showState(RowState::All);
+    readOrder(m_list.filter());
     search();
+}
+
+// A range that is not shown leaves everything as it was.
+void ListWork::showRange(QuickRange range) {
+    ListFilter typed = m_list.filter();
+    m_panel->readRange(typed.from, typed.to);
+    ListFilter filter = m_list.filter();
+    setQuickRange(filter, range, m_environment.clock.today());
+    m_panel->setRange(filter.from, filter.to);
+    if (!m_panel->read(filter) || !searchFor(filter)) {
+        m_panel->setRange(typed.from, typed.to);
+        return;
+    }
+    if (quickRangeInfo(range).endSoonestFirst)
+        m_grid->sortByColumn(-1, Qt::AscendingOrder);
+    m_grid->goTo(0, qMax(0, m_grid->currentIndex().column()));
+}
+
+void ListWork::showState(RowState state) {
+    m_grid->keepPlace([&] { m_model->showState(state); });
+    m_grid->setFocus();
 }
 
 // A jump that does not happen leaves range and patient as they were.
@@ -126,10 +188,7 @@ void ListWork::jumpTo(qint32 patient) {
         return;
     }
     m_panel->setRange(filter.from, filter.to);
-    if (search())
-        return;
-    m_panel->setRange(before.from, before.to);
-    m_panel->takeBackPatient();
+    m_follow.follow();
 }
 
 // The rows that are shown come in the order chosen, whatever stands in the filter's controls by now.
@@ -246,6 +305,9 @@ void ListWork::showRow(int record, ListColumn column) {
     m_grid->setColumnHidden(int(column), false);
     if (m_model->rowOfRecord(record) < 0)
         m_panel->clearNarrowing();
+    for (const RowState state : {RowState::All, RowState::Lapsed})
+        if (m_model->rowOfRecord(record) < 0)
+            m_model->showState(state);
     m_grid->goTo(m_model->rowOfRecord(record), int(column));
 }
 
@@ -254,8 +316,10 @@ void ListWork::saveAsked() {
         m_environment.messages.note(u"変更された行はありません。"_s);
         return;
     }
-    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s) && save())
+    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s) && save()) {
         m_environment.messages.note(u"保存しました。"_s);
+        m_follow.follow();
+    }
 }
 
 // Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
@@ -285,11 +349,16 @@ void ListWork::tickAll(ListColumn column) {
 
 QString ListWork::countsText() const {
     const int shown = m_model->rowCount();
-    const int all = m_model->records().count();
+    const int all = m_model->countOfList();
     const QString rows = shown == all ? u"%L1 件"_s.arg(all) : u"%L1 / %L2 件"_s.arg(shown).arg(all);
     return u"表示 %1　対象 %L2 件　受領 %L3 件"_s.arg(rows)
         .arg(m_model->targetRecords().size())
         .arg(m_model->receivedRecords().size());
+}
+
+QString ListWork::lapsedText() const {
+    const int count = m_model->shownState() == RowState::Lapsed ? 0 : m_model->lapsedOutside();
+    return count == 0 ? QString() : u"■ 対象期間外の期限切れ %L1 件（Alt+2 で表示）"_s.arg(count);
 }
 
 bool ListWork::readSomeLetters() {

@@ -2,6 +2,7 @@
 
 #include "consent/list/list.h"
 #include "consent/rules/list_advisor.h"
+#include "consent/screens/filter_follow.h"
 
 class ListCommandBar;
 class ListFilterPanel;
@@ -9,6 +10,7 @@ class ListGrid;
 class PaintedListModel;
 class QProgressBar;
 class QWidget;
+class StateBar;
 struct ListCommand;
 struct ListLink;
 
@@ -18,6 +20,7 @@ struct ListWindow {
     PaintedListModel *model;
     ListFilterPanel *panel;
     ListGrid *grid;
+    StateBar *states;
     ListCommandBar *commands;
     QProgressBar *progress;
 };
@@ -39,6 +42,13 @@ public:
     ///@{
     void searchAsked() { search(); }
     void clearFilter();
+    void showRange(QuickRange range);
+    void showState(RowState state);
+    FilterFollow &follow() { return m_follow; }
+    /// Before a command on all rows: those that the filter asks for are read if others are shown.
+    bool rowsAreCurrent() { return !m_follow.isBehind() || search(); }
+    /// Keeps range and state for this user's next run.
+    Result<> keepChoices() const;
     /// Shows a patient whose period may end outside the range.
     void jumpTo(qint32 patient);
     void chooseOrder();
@@ -70,11 +80,17 @@ public:
 
     /// Rows shown, ticked 対象 and ticked 受領, in words.
     QString countsText() const;
+    /// "対象期間外の期限切れ 9 件"; empty when there are none, or they are shown.
+    QString lapsedText() const;
     /// Tells that the database refused.
     void failDb(const QString &reason);
 
 private:
     bool search();
+    bool searchFor(const ListFilter &filter);
+    bool show(const ListFilter &filter);
+    void readOrder(ListFilter &filter) const;
+    void restoreChoices();
     bool save();
     bool meansDates();
     void readLinks();
@@ -92,4 +108,5 @@ private:
     QProgressBar *m_progress;
     ListAdvisor m_advisor;
     ConsentList m_list;
+    FilterFollow m_follow;
 };
