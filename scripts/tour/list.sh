@@ -7,6 +7,7 @@ tour_list() {
     shot consent-list '同意書の一覧。起動するとこの画面になります。期限が近い行は茶色、過ぎた行は赤で表示します'
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
     glance wider-range
+    tour_states
     tour_filter
     tour_conflict
     tour_edit
@@ -25,6 +26,18 @@ list_range() {
     key F4
 }
 
+# States and ranges have a key each; what has lapsed outside of the range is one of them.
+tour_states() {
+    key alt+2
+    shot lapsed '対象期間外も含めた期限切れ（Alt+2）。件数は一覧の下にも出ます'
+    key alt+4
+    shot not-yet-requested 'まだ依頼していない同意（Alt+4）。このまま F7、F11 で依頼書になります'
+    key alt+1 ctrl+4
+    glance this-month-and-next
+    key alt+c
+    list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
+}
+
 tour_filter() {
     key alt+d
     window '医師検索'
@@ -32,7 +45,7 @@ tour_filter() {
     glance choosing-a-doctor
     key Return
     gone '医師検索'
-    key F4
+    sleep 0.5
     glance consents-of-a-doctor
     key alt+c
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"

@@ -1,8 +1,6 @@
 // The consent list's form, worked by keys and by its controls.
 
-#include "consent/list/list_grid.h"
-#include "consent/screens/consent_list_form.h"
-#include "tests/list/list_fixture.h"
+#include "tests/list/list_form_fixture.h"
 #include "widgets/code_box.h"
 #include "widgets/date_box.h"
 
@@ -21,64 +19,6 @@
 #include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
-
-class ListFormTest : public ListTest {
-protected:
-    ListFormTest() {
-        for (const int number : {1, 2, 3}) {
-            patient(number, u"利用者%1"_s.arg(number),
-                    QStringList{u"ﾔﾏﾀﾞ"_s, u"スズキ"_s, u"やまもと"_s}[number - 1]);
-            consent(number, u"2026/12/31"_s);
-        }
-    }
-    // Opened as the launcher does, but not waiting.
-    void open() {
-        form = std::make_unique<frm同意書管理>(environment);
-        ASSERT_EQ(form->iInit(database.db, 0), 0) << form->sErrMsg().toStdString();
-        form->show();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
-        grid = form->findChild<ListGrid *>(u"ssDouiD"_s);
-    }
-    template <class W> W *control(const QString &name) {
-        W *found = form->findChild<W *>(name);
-        EXPECT_NE(found, nullptr) << name.toStdString();
-        return found;
-    }
-    QString at(int row, ListColumn column) const {
-        return grid->model()->index(row, int(column)).data().toString();
-    }
-    void go(int row, ListColumn column) {
-        grid->setFocus();
-        grid->goTo(row, int(column));
-    }
-    // Types into the current cell and leaves its editor by Enter.
-    void type(const QString &text) {
-        QTest::keyClicks(grid, text.left(1));
-        QWidget *editor = QApplication::focusWidget();
-        QTest::keyClicks(editor, text.mid(1));
-        QTest::keyClick(editor, Qt::Key_Return);
-        // The editor hands its value over after the key has been dealt with.
-        QApplication::processEvents();
-    }
-    // Chooses in the dialog of F9 and leaves it by a key.
-    void chooseOrder(Qt::Key inOrders, Qt::Key leave) {
-        QTimer::singleShot(0, [=] {
-            QWidget *dialog = QApplication::activeModalWidget();
-            QTest::keyClick(dialog->findChild<QWidget *>(u"lstOrder"_s), inOrders);
-            QTest::keyClick(dialog, leave);
-        });
-        control<QPushButton>(u"cmdDspOrder"_s)->click();
-    }
-    bool isTarget(int row) const {
-        return grid->model()->index(row, int(ListColumn::Target)).data(Qt::CheckStateRole) == Qt::Checked;
-    }
-    QString stored(int number, const QString &column) const {
-        return database.value(u"SELECT %1 FROM RIYOUSHA_DOUI_REC WHERE nIDNo = %2"_s.arg(column).arg(number));
-    }
-
-    std::unique_ptr<frm同意書管理> form;
-    ListGrid *grid = nullptr;
-};
 
 TEST_F(ListFormTest, AfterMidnightTodayIsToday) {
     open();
@@ -307,7 +247,6 @@ TEST_F(ListFormTest, AnOrderIsAllThatChoosingItChanges) {
     go(1, ListColumn::Target);
     QTest::keyClick(grid, Qt::Key_Space);
     grid->sortByColumn(int(ListColumn::Number), Qt::DescendingOrder);
-    control<QRadioButton>(u"optSejutuKbn_2"_s)->setChecked(true); // not asked for yet
     chooseOrder(Qt::Key_Home, Qt::Key_Escape);
     EXPECT_EQ(at(0, ListColumn::Number), u"3"_s) << "cancelled: the header's order stays";
     for (const Qt::Key order : {Qt::Key_Home, Qt::Key_End}) {
@@ -318,7 +257,7 @@ TEST_F(ListFormTest, AnOrderIsAllThatChoosingItChanges) {
     }
 }
 
-TEST_F(ListFormTest, AJumpThatDoesNotHappenLeavesTheFilter) {
+TEST_F(ListFormTest, AJumpThatCannotBeMadeLeavesTheFilterAndOneOverEditsWaits) {
     database.run(u"UPDATE RIYOUSHA SET tDouiKaryoE1 = '2027/08/15' WHERE nIDNo = 2"_s);
     open();
     auto *patient = control<CodeBox>(u"txtcRiyoushaNo"_s);
@@ -329,19 +268,19 @@ TEST_F(ListFormTest, AJumpThatDoesNotHappenLeavesTheFilter) {
         QTest::keyClicks(patient, number);
         QTest::keyClick(patient, Qt::Key_Return);
     };
-    go(0, ListColumn::Remark);
-    type(u"x"_s);
-    messages.answers = {Answer::Cancel};
-    jump(u"2"_s);
-    EXPECT_EQ(to->text(), u"2027/04/30"_s);
-    EXPECT_EQ(patient->text(), u""_s);
     jump(u"3"_s);
     EXPECT_TRUE(messages.shown.back().text.startsWith(u"該当する利用者には要加療期間の入力がない"_s));
     EXPECT_EQ(patient->text(), u""_s);
-    messages.answers = {Answer::No};
+    EXPECT_EQ(to->text(), u"2027/04/30"_s);
+    go(0, ListColumn::Remark);
+    type(u"x"_s);
+    messages.shown.clear();
     jump(u"2"_s);
     EXPECT_EQ(to->text(), u"2027/08/31"_s);
-    EXPECT_EQ(patient->text(), u"2"_s);
+    EXPECT_TRUE(messages.shown.isEmpty()) << "nothing is asked before the rows are to be read";
+    EXPECT_EQ(grid->model()->rowCount(), 3);
+    messages.answers = {Answer::No};
+    QTest::keyClick(form.get(), Qt::Key_F4);
     EXPECT_EQ(grid->model()->rowCount(), 1);
 }
 
