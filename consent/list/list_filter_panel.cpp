@@ -4,9 +4,7 @@
 #include "ui_list_filter_panel.h"
 #include "widgets/flow_layout.h"
 
-#include <QAction>
 #include <QScopedValueRollback>
-#include <QToolButton>
 #include <algorithm>
 #include <array>
 #include <utility>
@@ -53,14 +51,6 @@ void ListFilterPanel::watchEntries() {
     for (const CodeBox *box : findChildren<CodeBox *>())
         connect(box, &QLineEdit::textEdited, this, &ListFilterPanel::typed);
     connect(m_ui->txtIraiHouhou, &QLineEdit::textChanged, this, &ListFilterPanel::typed);
-}
-
-void ListFilterPanel::addRange(QAction *action) {
-    auto *button = new QToolButton(this);
-    button->setDefaultAction(action);
-    button->setObjectName(action->objectName() + u"_button"_s);
-    button->setFocusPolicy(Qt::NoFocus);
-    m_ui->boxKikan->layout()->addWidget(button);
 }
 
 ListFilterPanel::~ListFilterPanel() = default;

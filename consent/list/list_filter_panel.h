@@ -10,7 +10,6 @@
 namespace Ui {
 class ListFilterPanel;
 }
-class QAction;
 
 /// The searches behind the panel's seven code boxes.
 struct ListSearches {
@@ -48,9 +47,6 @@ public:
     /// Puts the patient back whom patientChosen() has announced as another one.
     void takeBackPatient();
     void clearNarrowing();
-
-    /// Puts a button beside the range.
-    void addRange(QAction *action);
 
     /// The practitioners who limit the list, in order; none: it is not limited by them. It is told under the
     /// other entries while there are any.

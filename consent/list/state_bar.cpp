@@ -12,8 +12,17 @@ using namespace Qt::Literals::StringLiterals;
 StateBar::StateBar(QWidget *parent) : QWidget(parent) {
     auto *lines = new QVBoxLayout(this);
     lines->setContentsMargins({});
-    auto *tabs = new QWidget(this);
-    m_tabs = new FlowLayout(tabs);
+    auto *buttons = new QWidget(this);
+    auto *groups = new FlowLayout(buttons);
+    m_tabs = new QWidget(buttons);
+    m_ranges = new QWidget(buttons);
+    for (QWidget *group : {m_tabs, m_ranges}) {
+        new QHBoxLayout(group);
+        group->layout()->setContentsMargins({});
+        group->layout()->setSpacing(fontMetrics().averageCharWidth() / 2);
+        groups->addWidget(group);
+    }
+    m_ranges->layout()->setContentsMargins(fontMetrics().averageCharWidth() * 2, 0, 0, 0);
     m_stale = new QLabel(this);
     m_stale->setObjectName(u"lblStale"_s);
     m_stale->setTextFormat(Qt::PlainText);
@@ -23,24 +32,37 @@ StateBar::StateBar(QWidget *parent) : QWidget(parent) {
     m_stale->setBackgroundRole(QPalette::ToolTipBase);
     m_stale->setForegroundRole(QPalette::ToolTipText);
     m_stale->hide();
-    lines->addWidget(tabs);
+    lines->addWidget(buttons);
     lines->addWidget(m_stale);
 }
 
+QToolButton *StateBar::addButton(QAction *action, QWidget *to) {
+    auto *button = new QToolButton(to);
+    button->setDefaultAction(action);
+    button->setObjectName(action->objectName() + u"_button"_s);
+    button->setFocusPolicy(Qt::NoFocus);
+    to->layout()->addWidget(button);
+    return button;
+}
+
 void StateBar::addState(RowState state, QAction *action) {
-    auto *tab = new QToolButton(this);
-    tab->setDefaultAction(action);
-    tab->setObjectName(action->objectName() + u"_tab"_s);
-    tab->setFocusPolicy(Qt::NoFocus);
-    m_tabs->addWidget(tab);
-    m_actions.insert(state, action);
+    m_states.insert(state, addButton(action, m_tabs));
+}
+
+void StateBar::addRange(QAction *action) {
+    addButton(action, m_ranges);
 }
 
 void StateBar::showCounts(const StateCounts &counts, RowState chosen) {
-    for (auto [state, action] : m_actions.asKeyValueRange()) {
+    QPalette marked = palette();
+    marked.setBrush(QPalette::Button, marked.highlight());
+    marked.setBrush(QPalette::ButtonText, marked.highlightedText());
+    for (auto [state, tab] : m_states.asKeyValueRange()) {
         const QString caption = rowState(state).caption;
+        QAction *action = tab->defaultAction();
         action->setText(action->isEnabled() ? caption + u" %L1"_s.arg(counts[size_t(state)]) : caption);
         action->setChecked(state == chosen);
+        tab->setPalette(state == chosen ? marked : palette());
     }
 }
 

@@ -95,13 +95,13 @@ void frm同意書管理::layOut() {
     resize(m_grid->widthOf(190), fontMetrics().height() * 42);
 }
 
-// States stand over the grid, ranges beside the dates; an action is the same wherever it is shown.
+// An action is the same in the menu and over the grid.
 void frm同意書管理::placeActions() {
     for (const ListCommand &command : listCommands()) {
         if (const auto *state = std::get_if<RowState>(&command.does))
             m_states->addState(*state, m_commands->action(command));
         else if (std::holds_alternative<QuickRange>(command.does))
-            m_panel->addRange(m_commands->action(command));
+            m_states->addRange(m_commands->action(command));
     }
 }
 
