@@ -87,6 +87,7 @@ int beBare(int argc, char **argv) {
     application.installEventFilter(&end);
     ListFilter filter;
     filter.setDefaultRange(QDate::currentDate());
+    filter.lapsedBefore = QDate::currentDate();
     const BareDatabase database(QApplication::arguments().value(1));
     BareModel model(database.read(embeddedDialect(listSql({1, 1}, filter).toUtf8())));
     QMainWindow window;
