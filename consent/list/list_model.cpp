@@ -48,6 +48,7 @@ void ConsentListModel::setToday(const QDate &today) {
     if (m_context.today == today)
         return;
     m_context.today = today;
+    m_states.read(m_context);
     if (rowCount() > 0)
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     Q_EMIT stateChanged();
