@@ -56,9 +56,8 @@ GatheredForms gather(cT_ADODB &db) {
 }
 
 void write(PrintFiles &files, const GatheredForms &gathered) {
-    QStringList touched;
     for (const ConsentForm &form : gathered.forms)
-        if (const Result<QString> path = writeConsentFormData(form, files, touched); !path)
+        if (const Result<QString> path = writeConsentFormData(form, files); !path)
             stop(path.reason());
 }
 
@@ -152,21 +151,19 @@ Batch printBatch(Folders &folders, const GatheredForms &gathered, bool dataAreTh
     PrintFiles ready(environment);
     std::vector<QString> paths;
     for (const ConsentForm &form : gathered.forms) {
-        QStringList touched;
         if (!dataAreThere)
             break;
-        const Result<QString> written = writeConsentFormData(form, ready, touched);
+        const Result<QString> written = writeConsentFormData(form, ready);
         if (!written)
             stop(written.reason());
         paths.push_back(*written);
     }
     const auto make = [&](int position, PrintFiles &files) -> Result<BatchReport> {
         const ConsentForm &form = gathered.forms[size_t(position)];
-        QStringList touched;
         BatchReport report;
         Result<QString> written = dataAreThere ? paths[size_t(position)] : QString();
         if (!dataAreThere)
-            batch.writing += millisecondsOf([&] { written = writeConsentFormData(form, files, touched); });
+            batch.writing += millisecondsOf([&] { written = writeConsentFormData(form, files); });
         if (!written)
             return Failure{written.reason()};
         report.dataFile = *written;

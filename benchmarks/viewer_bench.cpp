@@ -70,7 +70,7 @@ double firstPage(const QString &command, int pages) {
         const std::optional<Document> document = loadCommandFile(command, &job, &problem);
         if (!document || document->pageCount() != pages)
             stop(u"The document has not the pages that it should have. "_s + problem.sentence());
-        ViewerForm form(*document, {}, {}, {});
+        ViewerForm form(*document, {}, {});
         PaintWatch watch;
         form.findChild<PageView *>()->viewport()->installEventFilter(&watch);
         form.show();

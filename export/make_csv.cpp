@@ -74,28 +74,6 @@ template <class Work> void forEachCell(const GridTable &table, bool headings, Wo
             work(int(row) + 1, names[column], table.rows[row][column]);
 }
 
-/// Kana and a voiced mark of its own read the same when they are joined.
-bool isJoined(QStringView text, qsizetype at, const Step932 &step) {
-    return step.characters == 2 && !text[at].isHighSurrogate();
-}
-
-/// "「〜」→「～」", each once; empty when the text can be written as it is.
-QStringList lossesOf(const QString &text) {
-    QStringList losses;
-    for (qsizetype at = 0; at < text.size();) {
-        const Step932 step = step932(text, at);
-        if (step.touched && !isJoined(text, at, step)) {
-            const QString lost = text.mid(at, step.characters);
-            const QString written = decode932(encode932(lost).bytes);
-            losses.append(
-                u"「%1」→%2"_s.arg(lost, written.isEmpty() ? u"なし"_s : u"「"_s + written + u"」"_s));
-        }
-        at += step.characters;
-    }
-    losses.removeDuplicates();
-    return losses;
-}
-
 bool isFormula(const QString &text) {
     if (text.size() < 2 || !u"=+-@"_s.contains(text.front()))
         return false;
@@ -127,7 +105,7 @@ QStringList lostCharacters(const GridTable &table, bool headings) {
     forEachCell(table, headings, [&](int line, const QString &heading, const QString &text) {
         if (fits932(text))
             return;
-        if (const QStringList losses = lossesOf(text); !losses.isEmpty())
+        if (const QStringList losses = replacements932(text); !losses.isEmpty())
             lost.append(cellName(line, heading, text) + u"の"_s + losses.join(u"、"_s));
     });
     return lost;

@@ -4,7 +4,6 @@
 #include "db/adodb.h"
 #include "db/tables/base/consent_layout_columns.h"
 #include "masters/postal_codes.h"
-#include "print/documents/lost_texts.h"
 
 #include <limits>
 
@@ -128,12 +127,12 @@ Result<MasterObjection> MasterEntry::whyOvertaken() {
     return **row == m_read ? MasterObjection() : MasterObjection{overtakenText, m_description.nameColumn};
 }
 
-QStringList MasterEntry::lostTexts() const {
-    QStringList changed;
+std::vector<ReplacedText> MasterEntry::lostTexts() const {
+    std::vector<ReplacedText> lost;
     for (const MasterField &field : m_description.fields)
-        if (value(field.column) != m_read.value(field.column))
-            changed += value(field.column);
-    return textsWithLoss(changed);
+        if (const QString text = value(field.column); text != m_read.value(field.column) && !fits932(text))
+            lost.push_back({field.caption, text});
+    return lost;
 }
 
 Result<MasterUses> MasterEntry::uses() {

@@ -2,6 +2,7 @@
 
 #include "db/tables/consent_layout_settings.h"
 #include "masters/master_description.h"
+#include "print/documents/lost_texts.h"
 
 /// What became of a row that was to be written.
 struct MasterOutcome {
@@ -53,8 +54,8 @@ public:
     /// Whether the number is taken, or a colleague has written the row since it was read. A failure is the
     /// database's.
     Result<MasterObjection> whyOvertaken();
-    /// Texts that print as 〓, of those that were changed.
-    QStringList lostTexts() const;
+    /// Texts with characters that data files lack, of those that were changed.
+    std::vector<ReplacedText> lostTexts() const;
 
     /// Who names the row.
     Result<MasterUses> uses();

@@ -426,7 +426,9 @@ short MasterInputForm::iDataSave() {
     }
     bool copy = false;
     if (refused(*overtaken) ||
-        !mayLose(messages, m_entry.lostTexts(), u"登録確認"_s, u"内容を登録しますか？"_s) || !mayCopy(copy))
+        !mayLose(messages, replacedNote(m_editor.environment(), m_entry.lostTexts()), u"登録確認"_s,
+                 u"内容を登録しますか？"_s) ||
+        !mayCopy(copy))
         return -1;
     const MasterOutcome outcome = m_entry.save(copy);
     if (outcome.kind == MasterOutcome::Refused)

@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "app/base/file_write.h"
+#include "app/base/near_characters.h"
 #include "sample/ini_files.h"
 #include "sample/layouts.h"
 #include "sample/pictures.h"
@@ -51,7 +52,8 @@ Result<> writeSettings(const QDir &folder, const QString &database) {
             !written)
             return written;
     }
-    return {};
+    const QDir data(folder.filePath(SampleFolder::data.toString()));
+    return writeFileWhole(data.filePath(NearCharacters::fileName()), NearCharacters::builtInFile().toUtf8());
 }
 
 Result<> writePictures(const QDir &folder) {

@@ -6,6 +6,8 @@
 #include <unicode/unorm2.h>
 #include <vector>
 
+using namespace Qt::Literals::StringLiterals;
+
 namespace {
 
 constexpr quint16 geta = 0x81AC; // 〓
@@ -186,6 +188,43 @@ Encoded932 encode932(const QString &text) {
     }
     encoded.bytes.truncate(out - encoded.bytes.constData());
     return encoded;
+}
+
+QString nearText932(const QString &text, const NearTexts &near) {
+    QString result;
+    qsizetype taken = 0;
+    for (qsizetype at = 0; at < text.size();) {
+        const Step932 step = step932(text, at);
+        if (step.touched && step.code == geta && step.bytes > 0) {
+            const QString lost = text.mid(at, step.characters);
+            const QString same = lost.normalized(QString::NormalizationForm_KC);
+            result += QStringView(text).sliced(taken, at - taken);
+            result += near.value(lost, fits932(same) ? same : lost);
+            taken = at + step.characters;
+        }
+        at += step.characters;
+    }
+    result += QStringView(text).sliced(taken);
+    return result;
+}
+
+QStringList replacements932(const QString &text, const NearTexts &near) {
+    QStringList told;
+    for (qsizetype at = 0, before = 0; at < text.size();) {
+        const Step932 step = step932(text, at);
+        const bool joined = step.characters == 2 && !text[at].isHighSurrogate();
+        if (step.touched && !joined) {
+            // A variation selector says how the character before it is drawn.
+            const qsizetype from = step.bytes == 0 ? before : at;
+            const QString lost = text.mid(from, at + step.characters - from);
+            const QString written = decode932(encode932(nearText932(lost, near)).bytes);
+            told += u"「"_s + lost + u"」→"_s + (written.isEmpty() ? u"なし"_s : u"「"_s + written + u"」"_s);
+        }
+        before = at;
+        at += step.characters;
+    }
+    told.removeDuplicates();
+    return told;
 }
 
 QString decode932(QByteArrayView bytes) {

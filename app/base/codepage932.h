@@ -1,7 +1,8 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QHash>
+#include <QStringList>
 
 /// Text as code page 932 bytes, and what had to be replaced on the way.
 struct Encoded932 {
@@ -13,6 +14,17 @@ struct Encoded932 {
 /// (〜 → ～, − → －, — → ―, ‖ → ∥), else 〓. Separate voiced marks are joined with their kana, variation
 /// selectors are dropped.
 Encoded932 encode932(const QString &text);
+
+/// What is written instead of characters that the page lacks, by character; texts that the page has.
+using NearTexts = QHash<QString, QString>;
+
+/// The text with near ones in place of characters that would become 〓: those given, else what Unicode calls
+/// the same character where the page has that (㉑ → 21).
+QString nearText932(const QString &text, const NearTexts &near);
+
+/// "「〜」→「～」" for each character that is not written as it stands, each once. Kana and a voiced mark of
+/// its own read the same when they are joined: that is not told.
+QStringList replacements932(const QString &text, const NearTexts &near = {});
 
 /// Decodes bytes of a file; a byte or a pair of bytes that is no character becomes U+FFFD.
 QString decode932(QByteArrayView bytes);

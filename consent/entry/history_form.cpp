@@ -195,11 +195,6 @@ void frmDouiRecord::print() {
     for (const ConsentDraft &row : m_history->rows())
         document.rows.push_back(
             {row.tDouiDay, {row.tDouiKaryoS, row.tDouiKaryoE}, row.cDouiIsiName, row.cDouiIsiKikan});
-    const Result<QStringList> touched = printHistory(m_environment, document);
-    if (!touched)
-        messages.fail(u"帳票の印刷に失敗しました。\r\n["_s + touched.reason() + u"]"_s);
-    else if (!touched->isEmpty())
-        messages.warn(
-            u"次の文言に帳票で使えない文字があるため、似た文字または〓に置き換えました。\r\n\r\n"_s +
-            touched->join(u"\r\n"_s));
+    if (const Result<bool> shown = printHistory(m_environment, document); !shown)
+        messages.fail(u"帳票の印刷に失敗しました。\r\n["_s + shown.reason() + u"]"_s);
 }

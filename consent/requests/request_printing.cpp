@@ -11,23 +11,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Everything that can be found out before a letter leaves.
-bool mayOutput(Messages &messages, const LetterCheck &check) {
+// Everything that can be found out before a letter leaves, in one box.
+bool mayOutput(Messages &messages, const LetterCheck &check, const LetterRun &run) {
     if (check.refusal) {
         messages.show(*check.refusal);
         return false;
     }
-    return check.notes.isEmpty() ||
-           messages.ask(
-               (check.notes + QStringList{u"依頼書を出力します。よろしいですか？"_s}).join(u"\r\n\r\n"_s),
-               u"同意依頼書"_s);
-}
-
-bool confirmPrint(Messages &messages, const QString &question) {
-    const Message note = oralNotPrinted();
-    if (!question.isEmpty())
-        return messages.ask(note.text + u"\r\n\r\n"_s + question, u"依頼印刷"_s);
-    return messages.show(note) == Answer::Ok;
+    const bool print = run.way == LetterOutput::Print;
+    if (check.notes.isEmpty() && (!print || run.question.isEmpty()))
+        return !print || messages.show(oralNotPrinted()) == Answer::Ok;
+    QStringList parts = check.notes;
+    if (print)
+        parts.prepend(oralNotPrinted().text);
+    parts += print && !run.question.isEmpty() ? run.question : u"依頼書を出力します。よろしいですか？"_s;
+    return messages.ask(parts.join(u"\r\n\r\n"_s), print ? u"依頼印刷"_s : u"同意依頼書"_s);
 }
 
 } // namespace
@@ -94,7 +91,7 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         return LetterOutcome::Stopped;
     }
     const bool print = run.way == LetterOutput::Print;
-    if (!mayOutput(messages, job.check(run.way)) || (print && !confirmPrint(messages, run.question)))
+    if (!mayOutput(messages, job.check(), run))
         return LetterOutcome::Stopped;
     const Result<bool> output = job.output(run.way, run.startWait);
     if (!output)
@@ -105,7 +102,5 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
     const std::optional<Message> note = print ? markRequests(db, job.marks()) : std::nullopt;
     if (note)
         messages.show(*note);
-    if (!job.touched().isEmpty())
-        messages.show(textsTouched(job.touched()));
     return print ? LetterOutcome::Printed : LetterOutcome::Shown;
 }

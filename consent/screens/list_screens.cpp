@@ -84,15 +84,33 @@ std::vector<RequestRow> requestsOfTargets(const ListOpening &opening) {
     return requestRows(opening.targets, *consents);
 }
 
-/// The targets without the contact mark, to be found again; a few are enough to see what they have in common.
-QString withoutContact(const std::vector<ListRow> &rows) {
+/// The targets that may be mailed. Those without the contact mark are refused and named, a few of them: that
+/// is enough to see what they have in common; the others are proposed. Nothing when the user stops.
+std::vector<ListRow> mayBeMailed(const ListOpening &opening) {
     constexpr qsizetype named = 10;
+    std::vector<ListRow> rows;
     QStringList names;
-    for (const ListRow &row : rows)
-        if (row.values.contact != 1)
+    for (const ListRow &row : opening.targets)
+        if (row.values.contact == 1)
+            rows.push_back(row);
+        else
             names.append(row.who() + (row.isDeformity() ? u"（変形徒手）"_s : QString()));
+    if (names.isEmpty())
+        return rows;
     const qsizetype more = names.size() - named;
-    return names.mid(0, named).join(u"\r\n"_s) + (more > 0 ? u"\r\nほか %1 件"_s.arg(more) : QString());
+    const QString refusal = u"「連絡」にチェックがない利用者が「対象」に選ばれています。\r\n"
+                            "該当利用者の「対象」を外して下さい。\r\n\r\n"_s +
+                            names.mid(0, named).join(u"\r\n"_s) +
+                            (more > 0 ? u"\r\nほか %1 件"_s.arg(more) : QString());
+    Messages &messages = opening.environment.messages;
+    if (rows.empty())
+        messages.warn(refusal);
+    else if (!messages.ask(refusal + u"\r\n\r\n「連絡」にチェックがある %1 件だけを送信の対象にしますか？"
+                                     "（残りの %2 件は送信しません）"_s.arg(rows.size())
+                                         .arg(names.size()),
+                           u"メール送信"_s))
+        rows.clear();
+    return rows;
 }
 
 std::vector<MailRow> mailRows(const std::vector<ListRow> &rows) {
@@ -329,15 +347,12 @@ bool openMailScreen(const ListOpening &opening) {
         messages.note(u"出力するデータがありません。"_s);
         return false;
     }
-    if (const QString names = withoutContact(opening.targets); !names.isEmpty()) {
-        messages.warn(u"「連絡」にチェックがない利用者が「対象」に選ばれています。\r\n"
-                      "該当利用者の「対象」を外して下さい。\r\n\r\n"_s +
-                      names);
+    const std::vector<ListRow> rows = mayBeMailed(opening);
+    if (rows.empty())
         return false;
-    }
     RecordMailClaims claims(opening.db);
     frmMailSend form(opening.environment, opening.parent);
-    if (form.Init(opening.db, claims, mailRows(opening.targets)) != 0) {
+    if (form.Init(opening.db, claims, mailRows(rows)) != 0) {
         messages.failIn(form.sErrMsg(), u"Init()でエラー");
         return false;
     }

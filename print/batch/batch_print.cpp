@@ -26,9 +26,9 @@ constexpr qint64 sliceMs = 20;
 
 /// The viewer's command file. Chunks after the first have one with their number and the run's name, so that
 /// none waits for a viewer that gives no sign of having read its own.
-QString viewerCommands(const BatchChunk &chunk, const QString &run) {
-    return chunk.number == 1 ? u"cmdSetPrint.dat"_s
-                             : u"cmdSetPrint%1-%2.dat"_s.arg(chunk.number, 4, 10, QChar(u'0')).arg(run);
+QString viewerCommands(int chunk, const QString &run) {
+    return chunk == 1 ? u"cmdSetPrint.dat"_s
+                      : u"cmdSetPrint%1-%2.dat"_s.arg(chunk, 4, 10, QChar(u'0')).arg(run);
 }
 
 /// How long a chunk waits for the viewer of the one before, which may take minutes to print. A viewer's
@@ -72,9 +72,11 @@ public:
           m_document(document),
           m_goOn(goOn),
           m_work(engineWorkFolder(environment)),
+          m_together(order.preview && isOwnViewer(environment)),
           m_files(environment),
           m_documents(m_work) {
-        m_result.asked = document.count;
+        const bool oneChunk = order.preview && !m_together;
+        m_result.asked = oneChunk ? std::min(document.count, BatchPrint::reportsInChunk) : document.count;
     }
 
     BatchResult print() {
@@ -87,6 +89,8 @@ public:
             printChunk();
             m_done = m_position;
         }
+        if (!m_built.documents.isEmpty())
+            hand(m_result.chunks.back());
         return std::move(m_result);
     }
 
@@ -96,6 +100,13 @@ private:
         int position;
         QString subject;
         QString file; ///< name of its data file
+    };
+
+    /// Documents that wait for a viewer.
+    struct Built {
+        QStringList documents;
+        std::vector<ViewerJob> jobs; ///< not a viewer's yet, but they go if this program is killed
+        std::vector<int> positions;
     };
 
     void printChunk() {
@@ -110,7 +121,7 @@ private:
         if (m_result.cancelled)
             return;
         if (chunk.state == State::Done || chunk.state == State::SomeFailed)
-            hand(chunk);
+            takeBuilt(chunk);
         m_over = chunk.endsBatch();
         m_result.chunks.push_back(std::move(chunk));
     }
@@ -231,16 +242,37 @@ private:
         m_inChunk.erase(failed.begin(), failed.end());
     }
 
-    void hand(BatchChunk &chunk) {
-        const QString path = m_work + viewerCommands(chunk, m_files.run());
+    void takeBuilt(BatchChunk &chunk) {
+        m_built.documents += chunk.document;
+        m_built.jobs.push_back(std::move(*m_building));
+        m_building.reset();
+        for (const Report &report : m_inChunk)
+            m_built.positions.push_back(report.position);
+        if (!m_together)
+            hand(chunk);
+    }
+
+    CommandFile showCommands() const {
         CommandFile commands;
-        commands.add(u"FileName,"_s + commands.path(chunk.document));
+        for (const QString &document : m_built.documents) {
+            if (document != m_built.documents.front())
+                commands.add(u"AddReport"_s);
+            commands.add(u"FileName,"_s + commands.path(document));
+        }
         commands.add(u"Title,"_s + CommandFile::text(u"セット印刷"_s));
         commands.add(m_order.paper == BatchPaper::Custom ? u"PrintPaper, #256"_s : u"PrintPaper, A4"_s);
         commands.add(m_order.preview ? u"ShowWindow,2"_s : u"PrintOut"_s);
+        return commands;
+    }
+
+    /// Hands what was built to a viewer. @param chunk the last of it
+    void hand(BatchChunk &chunk) {
+        const int number = m_together ? 1 : chunk.number;
+        const QString path = m_work + viewerCommands(number, m_files.run());
         ViewerJob job(m_environment, path);
-        job.addTemporary(chunk.document);
-        if (chunk.number > 1)
+        for (const QString &document : std::as_const(m_built.documents))
+            job.addTemporary(document);
+        if (number > 1)
             job.addTemporary(path);
         // Each viewer is a process of its own: the next one's paper would come first.
         if (m_handed)
@@ -251,18 +283,18 @@ private:
         });
         job.waitUntilTaken(ViewerJob::readingLimit, [this] { useTheWait(); });
         const Result<> handed =
-            lock ? job.hand(commands, EngineProgram::Viewer, {u"/c"_s, path}, nullptr, writeFileInPlace)
+            lock ? job.hand(showCommands(), EngineProgram::Viewer, {u"/c"_s, path}, nullptr, writeFileInPlace)
                  : Failure{lock.reason()};
+        for (ViewerJob &built : m_built.jobs)
+            handed ? built.keepFiles() : built.drop();
         if (handed) {
-            m_building->keepFiles();
             m_handed.emplace(job);
-            for (const Report &report : m_inChunk)
-                m_result.handed.push_back(report.position);
+            std::ranges::copy(m_built.positions, std::back_inserter(m_result.handed));
         } else {
-            m_building->drop();
             chunk.reason = handed.reason();
             chunk.state = lock ? State::ViewerMissing : State::FolderBusy;
         }
+        m_built = {};
     }
 
     /// A "no" that comes in the middle of a chunk holds for the next.
@@ -275,15 +307,16 @@ private:
     const BatchOrder &m_order;
     const BatchDocument &m_document;
     const BatchPrint::Progress &m_goOn;
-    QString m_work; ///< with its closing separator
+    QString m_work;  ///< with its closing separator
+    bool m_together; ///< one window shows all chunks
     PrintFiles m_files;
     BatchDocuments m_documents;
     BatchResult m_result;
     std::deque<BatchReport> m_ready; ///< their data are written; of the next chunk
     QString m_fault;                 ///< why no further data could be written
     std::vector<Report> m_inChunk;
-    std::optional<ViewerJob>
-        m_building; ///< not a viewer's yet, but the document goes if this program is killed
+    std::optional<ViewerJob> m_building; ///< of the current chunk's document
+    Built m_built;
     std::optional<ViewerJob> m_handed; ///< of the chunk before
     QHash<QString, bool> m_layouts;    ///< a few serve all reports
     int m_position = 0;
@@ -307,6 +340,14 @@ bool BatchResult::left(int position) const {
 
 BatchPrint::BatchPrint(Environment &environment, BatchOrder order)
     : m_environment(environment), m_order(std::move(order)) {}
+
+QString BatchPrint::previewQuestion(const Environment &environment, int count) {
+    if (count <= reportsInChunk || isOwnViewer(environment))
+        return {};
+    return u"%L1 件のうち、はじめの %2 件を表示します。すべてを出力するには「印刷」を選んでください。\r\n"
+           "よろしいですか？"_s.arg(count)
+               .arg(reportsInChunk);
+}
 
 BatchResult BatchPrint::run(const BatchDocument &document, const Progress &goOn) {
     return Run(m_environment, m_order, document, goOn).print();

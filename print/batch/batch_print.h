@@ -71,11 +71,10 @@ struct BatchChunk {
 struct BatchResult {
     std::vector<BatchChunk> chunks;
     QStringList missingLayouts; ///< "name（layout）" of the reports left out for want of their layout file
-    QStringList touched;        ///< texts changed for code page 932; filled by the caller's writer
     /// Positions of the reports handed to the viewer, in their order: what has left, however the batch ended.
     /// Where the builder left out reports and does not say which, none of its chunk counts.
     std::vector<int> handed;
-    int asked = 0;
+    int asked = 0; ///< for; of a preview what one window can show
     bool cancelled = false;
 
     int reports() const { return int(handed.size()); }
@@ -87,7 +86,8 @@ struct BatchResult {
 };
 
 /// Prints many reports: for every chunk of 100 a command file, a document made by the image builder, and the
-/// viewer started with it.
+/// viewer started with it. A preview is one window: our viewer shows all chunks as one document, another one
+/// the first chunk alone.
 class BatchPrint {
 public:
     static constexpr int reportsInChunk = 100;
@@ -97,6 +97,9 @@ public:
     using Progress = std::function<bool(int done, int all)>;
 
     BatchPrint(Environment &environment, BatchOrder order);
+
+    /// What to ask before a preview that cannot show all; empty where it can.
+    static QString previewQuestion(const Environment &environment, int count);
 
     BatchResult run(const BatchDocument &document, const Progress &goOn);
 

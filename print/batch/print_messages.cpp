@@ -1,6 +1,7 @@
 #include "print/batch/print_messages.h"
 
 #include "print/batch/batch_print.h"
+#include "print/engine/wfd_print_exe.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -67,11 +68,6 @@ QString cancelledAfter(const BatchResult &result) {
                : u"「%1」までで中止しました。"_s.arg(result.chunks.back().last);
 }
 
-QStringList eachOnce(QStringList texts) {
-    texts.removeDuplicates();
-    return texts;
-}
-
 } // namespace
 
 void addMessagePart(QString &text, const QString &heading, const QStringList &names) {
@@ -100,13 +96,6 @@ Message nothingToPrint() {
     return {u"出力するデータがありません。"_s, MessageIcon::Information, {}};
 }
 
-Message textsTouched(const QStringList &texts) {
-    return {u"次の文字列には帳票で使えない文字があり、近い文字か「〓」に置き換えました。"_s + newLine +
-                eachOnce(texts).join(newLine),
-            MessageIcon::Exclamation,
-            {}};
-}
-
 Message batchSummary(const BatchResult &result) {
     QString text = u"%1 件中 %2 件を出力しました。"_s.arg(result.asked).arg(result.reports());
     if (result.cancelled)
@@ -114,8 +103,9 @@ Message batchSummary(const BatchResult &result) {
     addMessagePart(text, u"書式ファイルがないため、印刷できない帳票："_s, result.missingLayouts);
     addMessagePart(text, u"作成できなかった帳票："_s, failedReports(result));
     addMessagePart(text, u"失敗した組："_s, faults(result));
-    addMessagePart(text, u"帳票で使えない文字を、近い文字か「〓」に置き換えた文字列："_s,
-                   eachOnce(result.touched));
-    const bool noted = !result.allPrinted() || !result.touched.isEmpty();
-    return {text, noted ? MessageIcon::Exclamation : MessageIcon::Information, {}};
+    return {text, result.allPrinted() ? MessageIcon::Information : MessageIcon::Exclamation, {}};
+}
+
+QString putOutText(const QString &what, PrintWay way) {
+    return what + (way == PrintWay::Preview ? u"のプレビューを表示しました。"_s : u"を出力しました。"_s);
 }

@@ -3,6 +3,7 @@
 #include "app/base/messages.h"
 
 struct BatchResult;
+enum class PrintWay;
 
 /// @name Messages that all printing shares
 ///@{
@@ -12,11 +13,12 @@ Message layoutMissing(const QString &layout);
 /// Asked before letters and sets of documents: consents given by word of mouth; OK or cancel.
 Message oralNotPrinted();
 Message printFailed(const QString &reason);
-/// Texts with characters that code page 932 lacks were changed in the data.
-Message textsTouched(const QStringList &texts);
 /// What a batch printed and what it did not.
 Message batchSummary(const BatchResult &result);
 ///@}
+
+/// What was put out, for the line in a screen's foot.
+QString putOutText(const QString &what, PrintWay way);
 
 /// Adds a heading and the lines under it to a message, when there are any.
 void addMessagePart(QString &text, const QString &heading, const QStringList &lines);

@@ -28,16 +28,10 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// What is asked before a batch; nothing before a preview in one window.
-QString batchQuestion(int count, PrintWay way) {
-    if (way == PrintWay::Print)
-        return u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count);
-    constexpr int most = BatchPrint::reportsInChunk;
-    return count <= most
-               ? QString()
-               : u"%L1 件の同意書を %2 件ごとに %L3 画面に分けて表示します。よろしいですか？"_s.arg(count)
-                     .arg(most)
-                     .arg((count + most - 1) / most);
+/// What is asked before a batch; nothing before a preview of all.
+QString batchQuestion(const Environment &environment, int count, PrintWay way) {
+    return way == PrintWay::Print ? u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count)
+                                  : BatchPrint::previewQuestion(environment, count);
 }
 
 } // namespace
@@ -238,6 +232,7 @@ void frm同意書印刷::switchOralForms(bool on) {
 }
 
 void frm同意書印刷::print(PrintWay way) {
+    m_ui->lblState->clear();
     if (!settle())
         return;
     const ConsentPrintSettings settings = chosen();
@@ -292,22 +287,20 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
         messages.show(layoutMissing(form.layout));
         return;
     }
-    const QStringList told = lostTexts(gathered.forms);
-    if (!mayLose(messages, told, windowTitle()))
+    if (!mayLose(messages, replacedNote(m_environment, gathered.forms), windowTitle()))
         return;
     cls_WfdPrintExe engine(m_environment);
-    QStringList touched;
     engine.iInit(QDir::toNativeSeparators(layoutPath(m_environment.folders, form)), u"同意書印刷"_s);
-    if (saveCSVdoui(form, engine, touched) != 0)
+    if (saveCSVdoui(form, engine) != 0)
         messages.show(printFailed(m_error));
     else if (engine.iPutOut(way) != 0)
         messages.show(printFailed(engine.sErrMsg()));
-    else if (const QStringList others = otherTexts(touched, told); !others.isEmpty())
-        messages.show(textsTouched(others));
+    else
+        m_ui->lblState->setText(putOutText(u"同意書"_s, way));
 }
 
-short frm同意書印刷::saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine, QStringList &touched) {
-    const Result<> written = writeConsentFormData({form}, engine, touched);
+short frm同意書印刷::saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine) {
+    const Result<> written = writeConsentFormData({form}, engine);
     m_error = written.reason();
     return written ? 0 : -1;
 }
@@ -319,19 +312,19 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         messages.show(layoutMissing(gathered.forms.front().layout));
         return;
     }
-    const QStringList told = lostTexts(gathered.forms);
-    if (!mayLose(messages, told, windowTitle(), batchQuestion(count, way)))
+    if (!mayLose(messages, replacedNote(m_environment, gathered.forms), windowTitle(),
+                 batchQuestion(m_environment, count, way)))
         return;
-    QStringList touched;
     BatchOrder order;
     order.preview = way == PrintWay::Preview;
-    BatchResult result = waitForBatch(
-        this, m_environment, order,
-        {count, [&](int position, PrintFiles &files) {
-             return makeFormReport(m_environment.folders, gathered.forms[size_t(position)], files, touched);
-         }});
-    result.touched = otherTexts(touched, told);
-    messages.show(batchSummary(result));
+    const BatchResult result = waitForBatch(
+        this, m_environment, order, {count, [&](int position, PrintFiles &files) {
+                                         return makeFormReport(m_environment.folders,
+                                                               gathered.forms[size_t(position)], files);
+                                     }});
+    m_ui->lblState->setText(putOutText(u"同意書 %L1 件"_s.arg(result.reports()), way));
+    if (!result.allPrinted())
+        messages.show(batchSummary(result));
 }
 
 frm同意書印刷_mst::frm同意書印刷_mst(Environment &environment, QWidget *parent)

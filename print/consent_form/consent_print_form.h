@@ -26,8 +26,7 @@ public:
     /// texts and the number mean nothing to this screen; the launcher gives empty ones and 0.
     short iInit(cT_ADODB &db, const QString &text1, const QString &text2, const QString &text3, short number);
     /// Writes a form's data file into the work folder, for slot 1 of the engine. 0, or −1 with sErrMsg.
-    /// @param touched gains the texts in which a character that code page 932 lacks was replaced
-    short saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine, QStringList &touched);
+    short saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine);
     const QString &sErrMsg() const { return m_error; }
 
 protected:

@@ -4,6 +4,7 @@
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/qr_code.h"
 #include "print/documents/lost_texts.h"
+#include "print/engine/engine_programs.h"
 #include "print/engine/wfd_print_exe.h"
 
 #include <QDir>
@@ -64,44 +65,38 @@ std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
     return missing;
 }
 
-QStringList lostTexts(const std::vector<ConsentForm> &forms) {
-    QStringList texts;
+QString replacedNote(const Environment &environment, const std::vector<ConsentForm> &forms) {
+    if (isOwnViewer(environment))
+        return {};
+    DataFile data = emptyData();
     for (const ConsentForm &form : forms)
-        for (const DataValue &value : form.values)
-            if (const auto *text = std::get_if<QString>(&value))
-                texts += *text;
-    return textsWithLoss(texts);
+        data.add(form.values);
+    return replacedNote(environment, data.replaced());
 }
 
-Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine,
-                              QStringList &touched) {
+Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine) {
     DataFile data = emptyData();
     for (const ConsentForm &form : forms)
         if (const Result<> added = addForm(form, engine.files(), data); !added)
             return added;
-    if (engine.iWriteData(1, consentFormDataName(), data) != 0)
-        return Failure{engine.sErrMsg()};
-    touched += data.touched();
-    return {};
+    return engine.iWriteData(1, consentFormDataName(), data) == 0 ? Result<>() : Failure{engine.sErrMsg()};
 }
 
-Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched) {
+Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files) {
     DataFile data = emptyData();
     if (const Result<> added = addForm(form, files, data); !added)
         return Failure{added.reason()};
-    touched += data.touched();
-    return files.write(patientFile(form, consentFormDataName() + u".csv"_s), data.bytes());
+    return files.write(patientFile(form, consentFormDataName() + u".csv"_s), data);
 }
 
-Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
-                                   QStringList &touched) {
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files) {
     BatchReport report;
     report.subject = u"%1　%2"_s.arg(form.patient.nIDNo).arg(form.name);
     report.name = u"同意書"_s;
     report.dataName = consentFormDataName();
     report.imageItem = qrImageItem();
     report.layout = QDir::toNativeSeparators(layoutPath(folders, form));
-    const Result<QString> file = writeConsentFormData(form, files, touched);
+    const Result<QString> file = writeConsentFormData(form, files);
     if (!file)
         return Failure{file.reason()};
     report.dataFile = *file;

@@ -4,8 +4,6 @@
 #include "print/consent_form/form_gather.h"
 #include "print/engine/print_files.h"
 
-#include <QStringList>
-
 class Folders;
 class cls_WfdPrintExe;
 
@@ -19,21 +17,17 @@ QString layoutPath(const Folders &folders, const ConsentForm &form);
 std::vector<const ConsentForm *> withoutLayoutFile(const Folders &folders,
                                                    const std::vector<ConsentForm> &forms);
 
-/// The texts of the forms in which a character will print as 〓.
-QStringList lostTexts(const std::vector<ConsentForm> &forms);
+/// replacedNote() of all that stands on the forms.
+QString replacedNote(const Environment &environment, const std::vector<ConsentForm> &forms);
 
 /// Writes the QR pictures and "同意書データ.csv" for a document that the engine shows, and names it in its
 /// first slot.
-/// @param touched gains the texts in which a character that code page 932 lacks was replaced
-Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine,
-                              QStringList &touched);
+Result<> writeConsentFormData(const std::vector<ConsentForm> &forms, cls_WfdPrintExe &engine);
 
 /// The same for one form of a batch: "<patient number>_同意書データ.csv" or "<patient
 /// number>_変形_同意書データ.csv" among the batch's files.
 /// @return full path of the data file
-Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files, QStringList &touched);
+Result<QString> writeConsentFormData(const ConsentForm &form, PrintFiles &files);
 
 /// Writes the data of one form of a batch and describes its report.
-/// @param touched gains the texts in which a character that code page 932 lacks was replaced
-Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files,
-                                   QStringList &touched);
+Result<BatchReport> makeFormReport(const Folders &folders, const ConsentForm &form, PrintFiles &files);

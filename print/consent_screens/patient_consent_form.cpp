@@ -13,6 +13,7 @@
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/print_settings.h"
 #include "print/consent_screens/layout_controls.h"
+#include "print/documents/lost_texts.h"
 #include "print/request_letter/letter_job.h"
 #include "print/request_letter/letter_options.h"
 #include "ui_patient_consent_form.h"
@@ -33,6 +34,7 @@ namespace {
 constexpr std::array allDocuments{ConsentDocument::First, ConsentDocument::Again, ConsentDocument::Request};
 
 const QString newLine = u"\r\n"_s;
+constexpr int stopped = -2; ///< the user would rather not print
 const QString noPatient = u"該当する患者データがありません。"_s;
 
 QString eraDate(const QDate &date) {
@@ -240,21 +242,17 @@ void frmDouiSubmain::print(ConsentDocument document) {
     cls_WfdPrintExe engine(m_environment);
     engine.iInit(QDir::toNativeSeparators(layoutFile(m_environment, *layout)),
                  letter ? u"同意依頼書印刷"_s : u"同意書印刷"_s);
-    QStringList touched;
-    if (!write(document, *layout, engine, touched))
+    if (!write(document, *layout, engine))
         return;
     if (engine.iPutOut(PrintWay::Preview) != 0)
         messages.show(printFailed(engine.sErrMsg()));
-    else if (!touched.isEmpty())
-        messages.show(textsTouched(touched));
     keepSubmission();
 }
 
-bool frmDouiSubmain::write(ConsentDocument document, const RegisteredForm &layout, cls_WfdPrintExe &engine,
-                           QStringList &touched) {
-    const int rows = document == ConsentDocument::Request ? saveCSVdouiIrai(layout, engine, touched)
-                                                          : saveCSVdoui(layout, engine, touched);
-    if (rows < 0)
+bool frmDouiSubmain::write(ConsentDocument document, const RegisteredForm &layout, cls_WfdPrintExe &engine) {
+    const int rows =
+        document == ConsentDocument::Request ? saveCSVdouiIrai(layout, engine) : saveCSVdoui(layout, engine);
+    if (rows == -1)
         m_environment.messages.inform(u"患者データの取得に失敗しました。"_s + newLine + m_error);
     if (rows == 0)
         m_environment.messages.inform(noPatient);
@@ -276,7 +274,7 @@ ConsentFormOptions frmDouiSubmain::formOptions(const RegisteredForm &layout) con
     return options;
 }
 
-int frmDouiSubmain::saveCSVdoui(const RegisteredForm &layout, cls_WfdPrintExe &engine, QStringList &touched) {
+int frmDouiSubmain::saveCSVdoui(const RegisteredForm &layout, cls_WfdPrintExe &engine) {
     Result<GatheredForms> gathered =
         gatherConsentForms(*m_db, formOptions(layout), m_environment.clock.today());
     if (!gathered) {
@@ -295,13 +293,14 @@ int frmDouiSubmain::saveCSVdoui(const RegisteredForm &layout, cls_WfdPrintExe &e
         }
         telephone = *known;
     }
-    const Result<> written = writeConsentFormData(gathered->forms, engine, touched);
+    if (!mayReplace(replacedNote(m_environment, gathered->forms)))
+        return stopped;
+    const Result<> written = writeConsentFormData(gathered->forms, engine);
     m_error = written.reason();
     return written ? int(gathered->forms.size()) : -1;
 }
 
-int frmDouiSubmain::saveCSVdouiIrai(const RegisteredForm &layout, cls_WfdPrintExe &engine,
-                                    QStringList &touched) {
+int frmDouiSubmain::saveCSVdouiIrai(const RegisteredForm &layout, cls_WfdPrintExe &engine) {
     LetterOptions options = keptLetterOptions(m_environment.folders, m_environment.clock.today());
     if (const int company = m_ui->cmbCorp->currentIndex(); company >= 0)
         options.sender = letterCompany(m_companies[size_t(company)]);
@@ -318,12 +317,17 @@ int frmDouiSubmain::saveCSVdouiIrai(const RegisteredForm &layout, cls_WfdPrintEx
     if (job.letters().empty())
         return 0;
     const DataFile letters = job.data(job.letters().front());
+    if (!mayReplace(replacedNote(m_environment, letters.replaced())))
+        return stopped;
     if (engine.iWriteData(1, u"同意依頼書"_s, letters) != 0) {
         m_error = engine.sErrMsg();
         return -1;
     }
-    touched += letters.touched();
     return letters.count();
+}
+
+bool frmDouiSubmain::mayReplace(const QString &note) {
+    return mayLose(m_environment.messages, note, u"印刷問合せ"_s);
 }
 
 void frmDouiSubmain::keepSubmission() {

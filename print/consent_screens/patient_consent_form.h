@@ -29,11 +29,11 @@ public:
     short iInit(cT_ADODB &db, const PatientKey &patient, const QString &doctor, short mode);
 
     /// @name Writing a document's data for an engine's first slot
-    /// Rows written, 0 when there is no patient to write, −1 with sErrMsg.
-    /// @param touched gains the texts in which a character that code page 932 lacks was replaced
+    /// Rows written, 0 when there is no patient to write, −1 with sErrMsg, −2 when the user would rather not
+    /// print other characters than are written.
     ///@{
-    int saveCSVdoui(const RegisteredForm &layout, cls_WfdPrintExe &engine, QStringList &touched);
-    int saveCSVdouiIrai(const RegisteredForm &layout, cls_WfdPrintExe &engine, QStringList &touched);
+    int saveCSVdoui(const RegisteredForm &layout, cls_WfdPrintExe &engine);
+    int saveCSVdouiIrai(const RegisteredForm &layout, cls_WfdPrintExe &engine);
     ///@}
 
     /// Stores the choices for the patient's kind of treatment in the doctor's row. 0, or −1 with sErrMsg,
@@ -67,8 +67,8 @@ private:
     const RegisteredForm *chosen(ConsentDocument document) const;
     void showSample(ConsentDocument document);
     void print(ConsentDocument document);
-    bool write(ConsentDocument document, const RegisteredForm &layout, cls_WfdPrintExe &engine,
-               QStringList &touched);
+    bool write(ConsentDocument document, const RegisteredForm &layout, cls_WfdPrintExe &engine);
+    bool mayReplace(const QString &note);
     void keepSubmission();
     Result<QString> getDocTelNo() const;
     ConsentFormOptions formOptions(const RegisteredForm &layout) const;

@@ -3,6 +3,7 @@
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/folders.h"
+#include "print/documents/lost_texts.h"
 #include "print/engine/data_file.h"
 #include "print/engine/paper.h"
 #include "print/engine/wfd_print_exe.h"
@@ -31,14 +32,17 @@ DataFile historyFile(const HistoryDocument &document) {
 
 } // namespace
 
-Result<QStringList> printHistory(const Environment &environment, const HistoryDocument &document) {
+Result<bool> printHistory(const Environment &environment, const HistoryDocument &document) {
     const QString layout = Folders::file(environment.folders.system(), u"利用者別同意履歴.wfd"_s);
     if (!QFileInfo(layout).isFile())
         return Failure{u"帳票ファイル「%1」がありません。"_s.arg(layout)};
     const DataFile file = historyFile(document);
+    const QString title = u"利用者別同意履歴"_s;
+    if (!mayLose(environment.messages, replacedNote(environment, file.replaced()), title))
+        return false;
     cls_WfdPrintExe engine(environment);
-    engine.iInit(layout, u"利用者別同意履歴"_s);
+    engine.iInit(layout, title);
     if (engine.iWriteData(1, u"同意履歴データ"_s, file) != 0 || engine.iPreview(paperCodeOf(layout)) != 0)
         return Failure{engine.sErrMsg()};
-    return file.touched();
+    return true;
 }

@@ -25,5 +25,5 @@ struct HistoryDocument {
 
 /// Writes 同意履歴データ.csv into the work folder, dates as yyyy/mm/dd, and shows it in the engine's viewer
 /// with the layout 利用者別同意履歴.wfd, from where it is printed.
-/// @return the texts in which a character was replaced that the file cannot hold
-Result<QStringList> printHistory(const Environment &environment, const HistoryDocument &document);
+/// @return false when the user would rather not print other characters than are written
+Result<bool> printHistory(const Environment &environment, const HistoryDocument &document);

@@ -1,20 +1,16 @@
 #pragma once
 
-#include <QStringList>
+#include "print/engine/data_file.h"
 
 class Messages;
+struct Environment;
 
-/// Those of the texts in which a character has no likeness in code page 932: it prints as 〓.
-QStringList textsWithLoss(const QStringList &texts);
+/// A paragraph for the question before documents leave: whose texts are printed with other characters, and
+/// with which. Empty where there are none, and where the viewer prints every character as it is.
+QString replacedNote(const Environment &environment, std::span<const ReplacedText> texts);
 
-/// A paragraph that names them, for the question before printing.
-QString lostTextsNote(QStringList texts);
-
-/// Whether to print though these texts lose characters: what the paper will not say as it is written is told
-/// while it can still be mended. No texts need no question.
+/// Whether to go on though texts lose characters: what the paper will not say as it is written is told while
+/// it can still be mended.
+/// @param note from replacedNote(); empty needs no question
 /// @param question what is to be asked besides, in the same message box; may be empty
-bool mayLose(Messages &messages, const QStringList &texts, const QString &title,
-             const QString &question = {});
-
-/// What was told before is not told again.
-QStringList otherTexts(QStringList touched, const QStringList &told);
+bool mayLose(Messages &messages, const QString &note, const QString &title, const QString &question = {});

@@ -4,8 +4,10 @@
 #include "app/base/folders.h"
 #include "app/base/job_ticket.h"
 #include "app/base/processes.h"
+#include "app/base/unicode_twin.h"
 
 #include <QDir>
+#include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -40,6 +42,13 @@ Result<QString> findEngineProgram(const Environment &environment, EngineProgram 
             u"帳票プログラム「%1」が見つかりません。\r\nフォルダ「%2」に入っているか確認してください。"_s.arg(
                 name, QDir::toNativeSeparators(folder))};
     return program;
+}
+
+bool isOwnViewer(const Environment &environment) {
+    const Result<QString> program = findEngineProgram(environment, EngineProgram::Viewer);
+    QFile file(program ? *program : QString());
+    const auto *bytes = file.open(QIODevice::ReadOnly) ? file.map(0, file.size()) : nullptr;
+    return bytes && QByteArrayView(bytes, file.size()).contains(UnicodeTwin::mark);
 }
 
 Result<qint64> startEngineProgram(const Environment &environment, EngineProgram which,

@@ -15,6 +15,10 @@ QString engineWorkFolder(const Environment &environment);
 /// Full path of a program of the engine. A failure names program and program folder.
 Result<QString> findEngineProgram(const Environment &environment, EngineProgram which);
 
+/// Whether the viewer is ours, which prints every character, and takes several finished documents for one.
+/// Told by what stands in the program, wherever it was copied to.
+bool isOwnViewer(const Environment &environment);
+
 /// Starts a program of the engine in the program folder and does not wait for it. A failure names the
 /// program.
 /// @return the number by which Processes::runs() knows it

@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/file_write.h"
+#include "print/engine/data_file.h"
 #include "print/engine/engine_programs.h"
 #include "print/engine/work_folder.h"
 
@@ -19,7 +20,8 @@ QString viewerFile(const QString &folder) {
 } // namespace
 
 PrintFiles::PrintFiles(const Environment &environment)
-    : m_work(engineWorkFolder(environment)),
+    : m_folders(environment.folders),
+      m_work(engineWorkFolder(environment)),
       m_run(nextRunName()),
       m_kept(keepsPrintFiles(environment.folders)) {}
 
@@ -33,10 +35,21 @@ Result<QString> PrintFiles::write(const QString &name, const QByteArray &bytes) 
         return Failure{made.reason()};
     // In its place: nobody reads these files before all are written, and a thousand syncs would take longer
     // than all the rest.
-    const QString path = m_folder + QDir::separator() + name;
-    if (const Result<> written = writeFileInPlace(path, bytes, FileUse::Private); !written)
-        return Failure{written.reason()};
-    return path;
+    const QString path = placeOf(name);
+    const Result<> written = writeFileInPlace(path, bytes, FileUse::Private);
+    return written ? Result<QString>(path) : Failure{written.reason()};
+}
+
+Result<QString> PrintFiles::write(const QString &name, const DataFile &data) {
+    if (const Result<> made = makeFolder(); !made)
+        return Failure{made.reason()};
+    const QString path = placeOf(name);
+    const Result<> written = data.write(path, m_folders, writeFileInPlace);
+    return written ? Result<QString>(path) : Failure{written.reason()};
+}
+
+QString PrintFiles::placeOf(const QString &name) const {
+    return m_folder + QDir::separator() + name;
 }
 
 void PrintFiles::leaveTo(qint64 viewer) {

@@ -5,6 +5,8 @@
 #include <QByteArray>
 #include <QString>
 
+class DataFile;
+class Folders;
 struct Environment;
 
 /// The files of one run of printing: data and pictures that the engine reads, in a folder of the run's own
@@ -19,6 +21,9 @@ public:
 
     /// Writes a file and gives its full path, as command and data files name it.
     Result<QString> write(const QString &name, const QByteArray &bytes);
+
+    /// Writes a data file, with its twin where it needs one.
+    Result<QString> write(const QString &name, const DataFile &data);
 
     /// The run's name, for files that have to lie in the work folder itself.
     const QString &run() const { return m_run; }
@@ -35,6 +40,9 @@ public:
 private:
     Result<> makeFolder();
 
+    QString placeOf(const QString &name) const;
+
+    const Folders &m_folders;
     QString m_work; ///< with its closing separator
     QString m_run;
     QString m_folder;

@@ -1,5 +1,7 @@
 #include "print/engine/wfd_print_exe.h"
 
+#include "app/base/environment.h"
+#include "app/base/unicode_twin.h"
 #include "print/engine/command_file.h"
 #include "print/engine/data_file.h"
 #include "print/engine/engine_programs.h"
@@ -81,9 +83,11 @@ short cls_WfdPrintExe::iWriteData(short slot, const QString &name, const DataFil
     if (file.isEmpty())
         file = name + u".csv"_s;
     // The viewer before may still read data of the same name.
+    if (data.hasTwin() && addTemporary(UnicodeTwin::pathFor(m_workFolder + file)) != 0)
+        return -1;
     if (addTemporary(m_workFolder + file) != 0)
         return -1;
-    if (const Result<> written = data.write(m_workFolder + file); !written)
+    if (const Result<> written = data.write(m_workFolder + file, m_environment.folders); !written)
         return fail(written.reason());
     return iSetDataText(slot, name, file);
 }

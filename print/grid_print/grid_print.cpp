@@ -10,17 +10,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Of the columns that are printed, each once.
-QStringList lostTexts(const GridTable &table, const GridPlan &plan) {
-    QStringList lost;
-    for (const GridBand &band : plan.bands)
-        for (const int column : band.columns)
-            for (const QStringList &row : table.rows)
-                lost += textsWithLoss({row[column]});
-    lost.removeDuplicates();
-    return lost;
-}
-
 /// Whether to print a plan of several bands, and as the user would rather have it. False: not at all.
 bool mayLayOut(Messages &messages, const GridDocument &document, GridPlan &plan) {
     if (plan.bands.size() == 1)
@@ -62,15 +51,12 @@ bool printGrid(const Environment &environment, const GridDocument &document) {
     GridPlan plan = planGrid(document);
     if (!mayLayOut(messages, document, plan))
         return false;
-    const QStringList lost = lostTexts(document.table, plan);
-    if (!mayLose(messages, lost, document.title))
-        return false;
     const DataFile data = gridData(document.table, plan);
+    if (!mayLose(messages, replacedNote(environment, data.replaced()), document.title))
+        return false;
     if (const Result<> shown = show(environment, document, plan, data); !shown) {
         messages.show(printFailed(shown.reason()));
         return false;
     }
-    if (const QStringList touched = otherTexts(data.touched(), lost); !touched.isEmpty())
-        messages.show(textsTouched(touched));
     return true;
 }

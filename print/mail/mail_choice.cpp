@@ -147,12 +147,11 @@ QVariant MailChoice::data(const QModelIndex &index, int role) const {
     return {};
 }
 
-// A row that cannot be ticked is grey, its remark says why.
+// A row that cannot be ticked has no box, and its remark says why: it is to be read like any other.
 Qt::ItemFlags MailChoice::flags(const QModelIndex &index) const {
-    if (!index.isValid() || !mayTick(index.row()))
-        return Qt::ItemNeverHasChildren;
     const Qt::ItemFlags plain = Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemNeverHasChildren;
-    return index.column() == Tick ? plain | Qt::ItemIsUserCheckable : plain;
+    return index.isValid() && index.column() == Tick && mayTick(index.row()) ? plain | Qt::ItemIsUserCheckable
+                                                                             : plain;
 }
 
 bool MailChoice::setData(const QModelIndex &index, const QVariant &value, int role) {

@@ -21,22 +21,15 @@ std::optional<Message> ManagementDocument::refusal(const Environment &environmen
     return Message{(QStringList{empty} + notes).join(u"\r\n\r\n"_s), MessageIcon::Exclamation, {}};
 }
 
-QString ManagementDocument::question(PrintWay way) const {
+QString ManagementDocument::question(const Environment &environment, PrintWay way) const {
     const bool print = way == PrintWay::Print;
     QStringList parts = notes;
-    if (print) {
-        if (const QStringList lost = textsWithLoss(data.touched()); !lost.isEmpty())
-            parts += lostTextsNote(lost);
-        if (!reminder.isEmpty())
-            parts += reminder;
-    }
+    parts += replacedNote(environment, data.replaced());
+    if (print)
+        parts += reminder;
+    parts.removeAll(QString());
     if (parts.isEmpty())
         return {};
     parts += count + (print ? u"を印刷します。よろしいですか？"_s : u"を表示します。よろしいですか？"_s);
     return parts.join(u"\r\n\r\n"_s);
-}
-
-QStringList ManagementDocument::untoldTexts(PrintWay way) const {
-    const QStringList touched = data.touched();
-    return way == PrintWay::Print ? otherTexts(touched, textsWithLoss(touched)) : touched;
 }

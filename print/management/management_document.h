@@ -30,7 +30,5 @@ struct ManagementDocument {
     /// Why it cannot be put out: no layout, no data.
     std::optional<Message> refusal(const Environment &environment) const;
     /// What is asked before it is shown or printed, all in one box; empty when there is nothing to ask.
-    QString question(PrintWay way) const;
-    /// Texts that print otherwise than they are written and were not told by question().
-    QStringList untoldTexts(PrintWay way) const;
+    QString question(const Environment &environment, PrintWay way) const;
 };

@@ -189,9 +189,7 @@ void ManagementPrintForm::printDocument(PrintWay way) {
         messages.show(printFailed(done.reason()));
         return;
     }
-    m_ui->lblState->setText(document->count + u"を出力しました。"_s);
-    if (const QStringList texts = document->untoldTexts(way); !texts.isEmpty())
-        messages.show(textsTouched(texts));
+    m_ui->lblState->setText(putOutText(document->count, way));
 }
 
 bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, PrintWay way) {
@@ -200,7 +198,7 @@ bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, PrintWay
         messages.show(*refusal);
         return false;
     }
-    const QString question = document.question(way);
+    const QString question = document.question(m_environment, way);
     return question.isEmpty() || messages.ask(question, windowTitle());
 }
 

@@ -116,6 +116,7 @@ bool frm同意書更新リスト印刷::hasLayout(const RenewalListOptions &opti
 }
 
 void frm同意書更新リスト印刷::print(PrintWay way) {
+    m_ui->lblState->clear();
     if (!settle())
         return;
     Messages &messages = m_environment.messages;
@@ -127,11 +128,10 @@ void frm同意書更新リスト印刷::print(PrintWay way) {
     if (lines.empty() || !hasLayout(options))
         return;
     const DataFile file = renewalData(lines, options);
-    const QStringList lost = textsWithLoss(file.touched());
-    if (!mayLose(messages, lost, windowTitle()))
+    if (!mayLose(messages, replacedNote(m_environment, file.replaced()), windowTitle()))
         return;
     if (const Result<> printed = printRenewalList(m_environment, file, options, way); !printed)
         messages.show(printFailed(printed.reason()));
-    else if (const QStringList touched = otherTexts(file.touched(), lost); !touched.isEmpty())
-        messages.show(textsTouched(touched));
+    else
+        m_ui->lblState->setText(putOutText(u"更新リスト %L1 件"_s.arg(file.count()), way));
 }

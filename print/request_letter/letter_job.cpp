@@ -47,7 +47,7 @@ QStringList LetterJob::goneRows() const {
     return gone;
 }
 
-LetterCheck LetterJob::check(LetterOutput way) const {
+LetterCheck LetterJob::check() const {
     const QStringList gone = goneRows();
     LetterCheck check;
     if (!gone.isEmpty())
@@ -65,9 +65,8 @@ LetterCheck LetterJob::check(LetterOutput way) const {
             check.notes.append(
                 u"施術者データがありません。次の利用者は、施術者氏名を空欄のまま出力します。\r\n"_s +
                 without.join(u"\r\n"_s));
-    if (way == LetterOutput::Print)
-        if (const QStringList lost = lostTexts(); !lost.isEmpty())
-            check.notes.append(lostTextsNote(lost));
+    if (const QString note = replacedNote(m_environment, replaced()); !note.isEmpty())
+        check.notes.append(note);
     return check;
 }
 
@@ -84,11 +83,11 @@ std::optional<Message> LetterJob::missingLayouts() const {
     return message;
 }
 
-QStringList LetterJob::lostTexts() const {
-    QStringList lost;
-    for (const Letter &letter : m_letters)
-        lost += textsWithLoss(data(letter).touched());
-    return lost;
+std::vector<ReplacedText> LetterJob::replaced() const {
+    std::vector<ReplacedText> replaced;
+    for (const LetterSheet &sheet : sheets())
+        std::ranges::copy(sheet.data.replaced(), std::back_inserter(replaced));
+    return replaced;
 }
 
 const LetterOrder &LetterJob::orderOf(const Letter &letter) const {
@@ -142,10 +141,6 @@ std::vector<LetterSheet> LetterJob::sheets() const {
 
 Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait) {
     const std::vector<LetterSheet> all = sheets();
-    m_touched.clear();
-    for (const LetterSheet &sheet : all)
-        m_touched += sheet.data.touched();
-    m_touched.removeDuplicates();
     cls_WfdPrintExe engine(m_environment);
     if (all.size() == 1) {
         engine.iInit(all[0].layout, u"同意書印刷"_s);

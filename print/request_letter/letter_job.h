@@ -56,7 +56,7 @@ public:
     /// Who the rows are that are not the newest of their patient: in the history, followed by a colleague's,
     /// or removed.
     QStringList goneRows() const;
-    LetterCheck check(LetterOutput way) const;
+    LetterCheck check() const;
 
     /// @name A letter
     ///@{
@@ -72,13 +72,11 @@ public:
     /// @param startWait called where several layouts have to become one document first
     /// @return false when the user gave the work up
     Result<bool> output(LetterOutput way, const StartLetterWait &startWait);
-    /// Texts in which a character was replaced that data files cannot hold.
-    const QStringList &touched() const { return m_touched; }
 
 private:
     const LetterOrder &orderOf(const Letter &letter) const;
     std::optional<Message> missingLayouts() const;
-    QStringList lostTexts() const;
+    std::vector<ReplacedText> replaced() const;
     std::vector<LetterSheet> sheets() const;
 
     const Environment &m_environment;
@@ -87,5 +85,4 @@ private:
     LetterOptions m_options;
     LetterSource m_source;
     std::vector<Letter> m_letters;
-    QStringList m_touched;
 };

@@ -40,7 +40,7 @@ Result<QString> mergeLetters(const Environment &environment, const QString &data
     QStringList written;
     for (const LetterSheet &sheet : sheets) {
         const Result<QString> file =
-            files.write(u"%1%2.csv"_s.arg(dataName).arg(written.size() + 1), sheet.data.bytes());
+            files.write(u"%1%2.csv"_s.arg(dataName).arg(written.size() + 1), sheet.data);
         if (!file)
             return file;
         written += *file;

@@ -139,6 +139,7 @@ std::vector<LetterOrder> frmSetInsatsuDoui::orders(const SetPrintChoice &choice)
 
 void frmSetInsatsuDoui::print(PrintWay way) {
     Messages &messages = m_environment.messages;
+    m_ui->lblState->clear();
     if (!settle())
         return;
     if (const Result<> kept = chosen(way).write(m_environment.folders); !kept)
@@ -154,21 +155,25 @@ void frmSetInsatsuDoui::print(PrintWay way) {
         print(job, way);
 }
 
-// Everything that is known before a document leaves.
+// Everything that is known before a document leaves, in one box.
 bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, const SetPrintChoice &choice, PrintWay way) {
     Messages &messages = m_environment.messages;
-    const LetterCheck check = job.check(way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview);
+    const LetterCheck check = job.check();
     if (check.refusal) {
         messages.show(*check.refusal);
         return false;
     }
-    if ((choice.consentForms || choice.requestLetters) && messages.show(oralNotPrinted()) != Answer::Ok)
-        return false;
     QStringList notes = check.notes;
-    if (choice.envelopes && way == PrintWay::Print)
+    if (way == PrintWay::Preview)
+        notes += BatchPrint::previewQuestion(m_environment, job.count());
+    else if (choice.envelopes)
         notes += u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
+    notes.removeAll(QString());
+    const bool oral = way == PrintWay::Print && (choice.consentForms || choice.requestLetters);
     if (notes.isEmpty())
-        return true;
+        return !oral || messages.show(oralNotPrinted()) == Answer::Ok;
+    if (oral)
+        notes.prepend(oralNotPrinted().text);
     notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
     return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
 }
@@ -178,19 +183,22 @@ void frmSetInsatsuDoui::print(SetPrintJob &job, PrintWay way) {
     order.commandFile = u"DouiCom.dat"_s;
     order.paper = m_ui->chkPaper256->isChecked() ? BatchPaper::Custom : BatchPaper::A4;
     order.preview = way == PrintWay::Preview;
-    BatchResult result = waitForBatch(this, m_environment, order, job.document());
-    result.touched = job.touched();
+    const BatchResult result = waitForBatch(this, m_environment, order, job.document());
     m_handedOver = m_handedOver || result.reports() > 0;
     // What has left is marked before anything is said.
     std::optional<Message> note;
     if (way == PrintWay::Print)
         if (const std::vector<LetterMark> left = job.lettersThatLeft(result); !left.empty())
             note = m_caller.mark(left);
-    Message summary = batchSummary(result);
-    if (way == PrintWay::Print)
-        addMessagePart(summary.text, u"依頼書を印刷できなかったため、「依頼」の印を付けていない利用者："_s,
-                       job.lettersThatStayed(result));
-    m_environment.messages.show(summary);
+    m_ui->lblState->setText(putOutText(u"%L1 枚"_s.arg(result.reports()), way));
+    if (!result.allPrinted()) {
+        Message summary = batchSummary(result);
+        if (way == PrintWay::Print)
+            addMessagePart(summary.text,
+                           u"依頼書を印刷できなかったため、「依頼」の印を付けていない利用者："_s,
+                           job.lettersThatStayed(result));
+        m_environment.messages.show(summary);
+    }
     if (note)
         m_environment.messages.show(*note);
 }

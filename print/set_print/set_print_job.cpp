@@ -89,10 +89,10 @@ void SetPrintJob::addForms() {
     }
 }
 
-LetterCheck SetPrintJob::check(LetterOutput way) const {
+LetterCheck SetPrintJob::check() const {
     LetterCheck check;
     if (m_choice.requestLetters)
-        check = m_letters.check(way);
+        check = m_letters.check();
     else if (const QStringList gone = m_letters.goneRows(); !gone.isEmpty())
         addMessagePart(check.notes.emplace_back(),
                        u"最新の同意でないか、削除されているため、封筒を印刷しない行："_s, gone);
@@ -103,9 +103,8 @@ LetterCheck SetPrintJob::check(LetterOutput way) const {
         std::ranges::copy_if(m_envelopes, std::back_inserter(printed), &Envelope::isAddressed);
         check.notes += envelopeNotes(m_withoutAddressee, printed);
     }
-    if (way == LetterOutput::Print)
-        if (const QStringList lost = lostTexts(); !lost.isEmpty())
-            check.notes += lostTextsNote(lost);
+    if (const QString note = replacedNote(); !note.isEmpty())
+        check.notes += note;
     if (!check.refusal && m_items.empty()) {
         check.refusal = nothingToPrint();
         for (const QString &note : check.notes)
@@ -115,12 +114,12 @@ LetterCheck SetPrintJob::check(LetterOutput way) const {
 }
 
 /// Of the envelopes and forms; the letters tell their own.
-QStringList SetPrintJob::lostTexts() const {
-    QStringList texts;
+QString SetPrintJob::replacedNote() const {
+    QStringList notes{::replacedNote(m_environment, m_forms.forms)};
     if (m_choice.envelopes)
-        for (const Envelope &envelope : m_envelopes)
-            texts += {envelope.institution, envelope.addressee, envelope.address1, envelope.address2};
-    return textsWithLoss(texts) + ::lostTexts(m_forms.forms);
+        notes += ::replacedNote(m_environment, envelopeData(m_envelopes).replaced());
+    notes.removeAll(QString());
+    return notes.join(u"\r\n\r\n"_s);
 }
 
 BatchDocument SetPrintJob::document() {
@@ -149,7 +148,7 @@ Result<BatchReport> SetPrintJob::makeReport(int position, PrintFiles &files) {
     const QString file = QString::number(position + 1) + u".csv"_s;
     switch (item.kind) {
     case Kind::Form:
-        return makeFormReport(m_environment.folders, m_forms.forms[item.index], files, m_touched);
+        return makeFormReport(m_environment.folders, m_forms.forms[item.index], files);
     case Kind::Letter: {
         const Letter &letter = m_letters.letters()[item.index];
         return write(m_letters.data(letter), u"依頼書"_s + file, letterReport(letter), files);
@@ -165,11 +164,10 @@ Result<BatchReport> SetPrintJob::write(const DataFile &data, const QString &file
                                        PrintFiles &files) {
     report.dataName = dataName;
     report.layout = QDir::toNativeSeparators(report.layout);
-    const Result<QString> path = files.write(file, data.bytes());
+    const Result<QString> path = files.write(file, data);
     if (!path)
         return Failure{path.reason()};
     report.dataFile = *path;
-    m_touched += data.touched();
     return report;
 }
 

@@ -34,12 +34,10 @@ public:
     Result<> gather(const std::vector<LetterOrder> &rows, const SetPrintChoice &choice, const QDate &today);
 
     /// Why nothing may be printed, and what the user has to agree to before.
-    LetterCheck check(LetterOutput way) const;
+    LetterCheck check() const;
     /// The documents; the job must outlive them.
     BatchDocument document();
     int count() const { return int(m_items.size()); }
-    /// Texts in which a character that code page 932 lacks was replaced.
-    const QStringList &touched() const { return m_touched; }
 
     /// The rows whose letters a batch handed over.
     std::vector<LetterMark> lettersThatLeft(const BatchResult &result) const;
@@ -59,7 +57,7 @@ private:
     void addLetters();
     void addEnvelopes();
     void addForms();
-    QStringList lostTexts() const;
+    QString replacedNote() const;
     BatchReport letterReport(const Letter &letter) const;
     BatchReport envelopeReport(const Envelope &envelope) const;
     Result<BatchReport> makeReport(int position, PrintFiles &files);
@@ -77,5 +75,4 @@ private:
     GatheredForms m_forms;
     std::vector<Item> m_items;
     QStringList m_withoutAddressee; ///< "IDNo. name"
-    QStringList m_touched;
 };

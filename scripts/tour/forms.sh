@@ -100,7 +100,6 @@ tour_batch() {
     keep_document batch-2 Output0002.pdf '同意書の2冊目'
     key Return
     gone '帳票印刷'
-    window '同意書管理'
+    window '同意書印刷'
     glance batch-done
-    key Return
 }

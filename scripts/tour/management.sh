@@ -66,9 +66,6 @@ tour_letters() {
     xdotool search --onlyvisible --name '^同意書印刷$' windowactivate --sync
     key F12
     gone '^同意書印刷$'
-    # Texts that the letters could not show.
-    window '同意書管理'
-    key Return
     window '同意書管理印刷'
 }
 

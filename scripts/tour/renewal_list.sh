@@ -19,8 +19,6 @@ tour_renewal_list() {
     key Return
     glance renewal-month
     key F9
-    sleep 1
-    key Return
     windows '同意書書更新リスト印刷' 1
     sleep 1
     glance renewal-preview
@@ -41,9 +39,6 @@ tour_renewal_list() {
 renewal_print() {
     glance "$1-chosen"
     key F11
-    sleep 1
-    glance "$1-asked"
-    key Return
     keep_printed "$1" "$2"
     window '同意書更新リスト印刷'
 }

@@ -149,8 +149,6 @@ road_form() {
     keep_printed new-consent-form '更新後の同意書' Output0001.pdf
     sleep 0.5
     glance new-form-handed-over
-    key Return
-    sleep 0.5
     key Escape
     gone 'セット印刷'
     window '同意書管理'

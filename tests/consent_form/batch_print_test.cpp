@@ -1,5 +1,6 @@
 #include "app/base/codepage932.h"
 #include "app/base/processes.h"
+#include "app/base/unicode_twin.h"
 #include "print/batch/batch_documents.h"
 #include "print/batch/batch_print.h"
 #include "print/consent_form/form_files.h"
@@ -113,6 +114,28 @@ TEST_F(Batch, ChunksOfAHundredWithOneRunningNumber) {
     EXPECT_FALSE(result.left(7));
     EXPECT_EQ(result.reports(), 101);
     EXPECT_FALSE(result.allPrinted());
+}
+
+TEST_F(Batch, APreviewIsOneWindow) {
+    order.preview = true;
+    EXPECT_EQ(run(250).reports(), 100) << "the first chunk, of a viewer that takes one document";
+    EXPECT_TRUE(BatchPrint::previewQuestion(practice.environment, 250).contains(u"はじめの 100 件"_s));
+    practice.addFile(practice.folders.program() + u"/wfrfv10.exe"_s, UnicodeTwin::mark);
+    EXPECT_EQ(BatchPrint::previewQuestion(practice.environment, 250), QString());
+    practice.processes.started.clear();
+    const BatchResult result = run(250);
+    EXPECT_TRUE(result.allPrinted());
+    ASSERT_EQ(practice.processes.started.size(), 4) << "three builders and a viewer";
+    QStringList documents;
+    for (const BatchChunk &chunk : result.chunks)
+        documents += u"FileName,\"%1\""_s.arg(chunk.document);
+    EXPECT_TRUE(practice.written(u"cmdSetPrint.dat"_s)
+                    .startsWith(documents.join(u"\r\nAddReport\r\n"_s) + u"\r\nTitle,"_s));
+
+    practice.processes.started.clear();
+    const BatchResult stopped = run(250, [](int done, int) { return done < 100; });
+    EXPECT_EQ(stopped.reports(), 100) << "what was built is shown";
+    EXPECT_EQ(practice.processes.started.size(), 2);
 }
 
 TEST_F(Batch, WhatGoesWrongWithAChunk) {

@@ -200,7 +200,7 @@ void Walk::sets() {
     SetPrintJob job(m_practice.environment, m_practice.database.db);
     const Result<> gathered = job.gather(orders(asked), choice, QDate(2026, 11, 21));
     ASSERT_TRUE(gathered) << gathered.reason().toStdString();
-    const LetterCheck check = job.check(LetterOutput::Print);
+    const LetterCheck check = job.check();
     if (check.refusal) {
         EXPECT_TRUE(std::ranges::none_of(asked, [&](size_t row) {
             return isLast(m_rows[row]) &&
@@ -311,7 +311,7 @@ void Walk::letters() {
     ASSERT_TRUE(job.read(orders(asked), options));
     std::vector<size_t> wanted(asked);
     std::erase_if(wanted, [&](size_t row) { return !isLast(m_rows[row]); });
-    if (job.check(LetterOutput::Print).refusal) {
+    if (job.check().refusal) {
         EXPECT_TRUE(wanted.empty());
         return;
     }
@@ -351,18 +351,15 @@ void Walk::forms() {
     m_papers.clear();
     if (one != 0 && !gathered->forms.empty()) {
         cls_WfdPrintExe engine(m_practice.environment);
-        QStringList touched;
         engine.iInit(layoutPath(m_practice.folders, gathered->forms[0]), u"同意書印刷"_s);
-        ASSERT_TRUE(writeConsentFormData({gathered->forms[0]}, engine, touched));
+        ASSERT_TRUE(writeConsentFormData({gathered->forms[0]}, engine));
         ASSERT_EQ(engine.iPutOut(PrintWay::Print), 0);
         m_papers = read(m_practice.work(u"WfdCom.dat"_s));
     } else if (one == 0) {
-        QStringList touched;
         BatchPrint(m_practice.environment, {})
             .run({int(gathered->forms.size()),
                   [&](int position, PrintFiles &files) {
-                      return makeFormReport(m_practice.folders, gathered->forms[size_t(position)], files,
-                                            touched);
+                      return makeFormReport(m_practice.folders, gathered->forms[size_t(position)], files);
                   }},
                  {});
     }

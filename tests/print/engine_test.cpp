@@ -1,6 +1,8 @@
 #include "app/base/codepage932.h"
 #include "app/base/folders.h"
 #include "app/base/job_ticket.h"
+#include "app/base/near_characters.h"
+#include "app/base/unicode_twin.h"
 #include "print/engine/data_file.h"
 #include "print/engine/paper.h"
 #include "print/engine/viewer_document.h"
@@ -45,6 +47,10 @@ protected:
                              QFileDevice::FileModificationTime);
     }
     QString work(const QString &name) const { return m_folder.filePath(u"WORK/"_s + name); }
+    QByteArray read(const QString &name) const {
+        QFile file(work(name));
+        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    }
     /// The command file's text, the folder written as "W/".
     QString commands() const {
         QFile file(work(u"WfdCom.dat"_s));
@@ -218,15 +224,36 @@ TEST_F(Engine, WritesDataThatNoValueCanBreak) {
     DataFile data({u"患者名"_s, u"部位1"_s, u"備考"_s});
     data.add(std::vector<DataValue>{u"髙橋\"花子\""_s, qint64(1), u"一行\r\n二行\n三行\r"_s});
     data.add(std::vector<DataValue>{u"𠮷田,♥"_s, qint64(-2), QString()});
-    ASSERT_TRUE(data.write(work(u"x.csv"_s)));
-    QFile file(work(u"x.csv"_s));
-    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-    EXPECT_EQ(decode932(file.readAll()),
-              u"\"患者名\",\"部位1\",\"備考\"\r\n"
-              "\"髙橋＂花子＂\",1,\"一行 二行 三行 \"\r\n\"〓田,〓\",-2,\"\"\r\n"_s);
+    ASSERT_TRUE(data.write(work(u"x.csv"_s), *m_folders));
+    const QString first = u"\"患者名\",\"部位1\",\"備考\"\r\n"
+                          "\"髙橋＂花子＂\",1,\"一行 二行 三行 \"\r\n"_s;
+    EXPECT_EQ(decode932(read(u"x.csv"_s)), first + u"\"吉田,〓\",-2,\"\"\r\n"_s);
     EXPECT_EQ(data.count(), 2);
-    EXPECT_EQ(data.touched(), QStringList{u"𠮷田,♥"_s});
-    EXPECT_TRUE(data.write(work(u"none/x.csv"_s)).reason().contains(u"x.csv"_s));
+    ASSERT_EQ(data.replaced().size(), 1u);
+    EXPECT_EQ(data.replaced()[0].whose, u"𠮷田,♥"_s);
+    EXPECT_TRUE(data.write(work(u"none/x.csv"_s), *m_folders).reason().contains(u"x.csv"_s));
+
+    // What the engine's file cannot say stands in its twin, as long as it is that file's.
+    const auto twin = [&] {
+        return QString::fromUtf8(UnicodeTwin::textBeside(work(u"x.csv"_s), read(u"x.csv"_s)));
+    };
+    EXPECT_EQ(twin(), first + u"\"𠮷田,♥\",-2,\"\"\r\n"_s);
+    write(u"x.csv"_s, read(u"x.csv"_s).replace("-2", "-3"));
+    EXPECT_EQ(twin(), QString());
+}
+
+TEST_F(Engine, NearCharactersAreThePracticesOwn) {
+    EXPECT_EQ(NearCharacters::builtIn().faults, QStringList());
+    QFile file(m_folder.filePath(NearCharacters::fileName()));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(u"\uFEFF# 院の表\r\n♥=（ハート）\r\n𠮷=よし\r\n髙=高\r\n한=한\r\n鴎外=鷗\r\n"_s.toUtf8());
+    file.close();
+    const NearCharacters near = NearCharacters::read(*m_folders);
+    EXPECT_EQ(nearText932(u"𠮷髙﨑♥塚㉑鷗한"_s, near.texts), u"よし髙﨑（ハート）塚21鴎한"_s);
+    EXPECT_EQ(replacements932(u"𠮷か\u3099한葛\U000E0100"_s, near.texts).join(u' '),
+              u"「𠮷」→「よし」 「한」→「〓」 「葛\U000E0100」→「葛」"_s);
+    ASSERT_EQ(near.faults.size(), 3) << near.faults.join(u'/').toStdString();
+    EXPECT_TRUE(near.faults[0].startsWith(u"4 行目「髙=高」"_s));
 }
 
 TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
@@ -234,7 +261,7 @@ TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
         return int(QFileInfo(path).permissions() & ~(QFile::ReadUser | QFile::WriteUser | QFile::ExeUser));
     };
     DataFile data({u"患者名"_s});
-    data.add(std::vector<DataValue>{u"髙橋"_s});
+    data.add(std::vector<DataValue>{u"𠮷橋"_s});
     const auto show = [&](QString &folder) {
         cls_WfdPrintExe engine(*m_environment);
         engine.iInit(layout, {});
@@ -243,7 +270,8 @@ TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
         ASSERT_EQ(engine.iWriteData(1, u"同意書データ"_s, data), 0);
         ASSERT_EQ(engine.iPreview(0), 0) << engine.sErrMsg().toStdString();
         folder = engine.files().folder();
-        for (const QString &file : {*picture, work(u"同意書データ.csv"_s), work(u"WfdCom.dat"_s)})
+        for (const QString &file :
+             {*picture, work(u"同意書データ.csv"_s), work(u"同意書データ.csv.utf8"_s), work(u"WfdCom.dat"_s)})
             EXPECT_EQ(owners(file), QFile::ReadOwner | QFile::WriteOwner) << file.toStdString();
         EXPECT_EQ(owners(folder), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     };
@@ -252,7 +280,8 @@ TEST_F(Engine, PatientsDataAreTheOwnersAloneAndGo) {
     EXPECT_TRUE(QFile::exists(folder)) << "the viewer may still read it";
     clearWorkFolder(*m_environment); // the viewer has ended
     EXPECT_FALSE(QFile::exists(folder));
-    EXPECT_FALSE(QFile::exists(work(u"同意書データ.csv"_s)));
+    EXPECT_FALSE(QFile::exists(work(u"同意書データ.csv"_s)) ||
+                 QFile::exists(work(u"同意書データ.csv.utf8"_s)));
 
     QFile ini(m_folder.filePath(u"douisho.ini"_s));
     ASSERT_TRUE(ini.open(QIODevice::WriteOnly));

@@ -101,7 +101,7 @@ Result<> printOne(const Environment &environment, const QString &mark) {
 
 Result<> printSet(Environment &environment, const QString &mark) {
     const auto make = [&](int position, PrintFiles &files) -> Result<BatchReport> {
-        const Result<QString> file = files.write(u"依頼書%1.csv"_s.arg(position + 1), dataOf(mark).bytes());
+        const Result<QString> file = files.write(u"依頼書%1.csv"_s.arg(position + 1), dataOf(mark));
         if (!file)
             return Failure{file.reason()};
         return BatchReport{mark,  u"依頼書"_s, u"同意依頼書"_s,

@@ -49,8 +49,8 @@ LedgerOrder orderIn(const QString &path) {
     return order;
 }
 
-void writeTo(const DataFile &file, const QString &path) {
-    if (const Result<> written = file.write(path); !written)
+void writeTo(const DataFile &file, const Folders &folders, const QString &path) {
+    if (const Result<> written = file.write(path, folders); !written)
         stop(written.reason());
 }
 
@@ -63,7 +63,7 @@ void writeLedgers(const Folders &folders, cT_ADODB &db, const QStringList &argum
     order.methods = orStop(readRequestMethods(folders));
     for (int pattern = 0; pattern < ledgerPatterns; ++pattern) {
         order.pattern = LedgerPattern(pattern);
-        writeTo(ledgerData(orStop(readLedger(db, order)).rows, order, today),
+        writeTo(ledgerData(orStop(readLedger(db, order)).rows, order, today), folders,
                 u"%1/ledger%2.csv"_s.arg(arguments[2]).arg(pattern + 1));
     }
 }
@@ -79,7 +79,7 @@ void writeRenewalList(const Folders &folders, cT_ADODB &db, const QStringList &a
     query.options.range = RenewalListOptions::Range(arguments[5].toInt());
     query.options.pageBreak = RenewalListOptions::PageBreak(arguments[6].toInt());
     query.options.order = RenewalListOptions::Order(arguments[7].toInt());
-    writeTo(renewalData(renewalLines(orStop(readDueConsents(db, query))), query.options),
+    writeTo(renewalData(renewalLines(orStop(readDueConsents(db, query))), query.options), folders,
             arguments[2] + u"/renewals.csv"_s);
 }
 

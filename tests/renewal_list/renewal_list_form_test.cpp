@@ -1,6 +1,7 @@
 // The renewal list's screen, worked by its controls.
 
 #include "app/base/ini_file.h"
+#include "app/base/unicode_twin.h"
 #include "consent/screens/consent_list_form.h"
 #include "print/renewal_list/renewal_list_form.h"
 #include "tests/renewal_list/renewals.h"
@@ -154,15 +155,24 @@ TEST_F(RenewalListForm, TellsWhatThePaperCannotSay) {
     open();
     practice.messages.answers = {Answer::No};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(practice.said().value(0).contains(u"「〓」で印刷されます。\r\n𠮷田"_s));
+    const QString told = practice.said().value(0);
+    for (const QString &line : {u"\r\n101　𠮷田「\"」：「𠮷」→「吉」"_s, u"\r\n102　〜子：「〜」→「～」"_s})
+        EXPECT_TRUE(told.contains(line)) << told.toStdString();
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
     practice.messages.answers = {Answer::Yes};
     pressButton(*form, Qt::Key_F11);
-    EXPECT_TRUE(practice.said().value(1).endsWith(u"\r\n〜子"_s))
-        << "told afterwards, and the other not again";
-    EXPECT_TRUE(file().contains(u"\"〓田「＂」\""_s));
+    EXPECT_EQ(practice.said().size(), 1) << "nothing after it";
+    EXPECT_TRUE(file().contains(u"\"吉田「＂」\""_s));
     EXPECT_EQ(practice.processes.started.size(), 1);
+
+    // A viewer that prints every character leaves nothing to ask.
+    QFile viewer(QDir(practice.folders.program()).filePath(u"wfrfv10.exe"_s));
+    ASSERT_TRUE(viewer.open(QIODevice::WriteOnly) && viewer.write(UnicodeTwin::mark) > 0);
+    viewer.close();
+    pressButton(*form, Qt::Key_F11);
+    EXPECT_EQ(practice.said(), QStringList());
+    EXPECT_EQ(practice.processes.started.size(), 2);
 }
 
 } // namespace

@@ -94,7 +94,7 @@ TEST_F(RequestFormTest, NothingTickedIsSaidAndPrintingAtOnceAsks) {
     for (const Message &message : messages.shown)
         EXPECT_EQ(message.text, u"出力するデータがありません。"_s);
     tickTarget(1);
-    messages.answers = {Answer::Yes, Answer::No};
+    messages.answers = {Answer::No};
     command(u"cmdPrint"_s);
     EXPECT_TRUE(
         messages.shown.back().text.contains(u"対象 1 件の依頼書を印刷します（マッサージ継続 1 件）。"_s));

@@ -1,4 +1,5 @@
 #include "app/base/codepage932.h"
+#include "app/base/unicode_twin.h"
 #include "tests/viewer/report_files.h"
 #include "viewer/finished/document_file.h"
 #include "viewer/programs/image_builder.h"
@@ -67,6 +68,28 @@ TEST_F(ImageBuilder, MergesIntoADocumentThatNeedsNoOtherFile) {
     ASSERT_EQ(pages.size(), 4);
     for (int i = 0; i < 3; ++i)
         EXPECT_TRUE(pages[i].contains(u"患者%1"_s.arg(i + 1))) << pages[i].toStdString();
+
+    // Several documents are one, its pages counted over all.
+    m_files.write(u"Output0002.wfd"_s, m_files.read(u"Output0001.wfd"_s));
+    m_files.writeText(
+        u"show.dat"_s,
+        u"FileName,\"Output0001.wfd\"\r\nAddReport\r\nFileName,\"Output0002.wfd\"\r\nShowWindow,2\r\n"_s);
+    EXPECT_EQ(runProgram(u"wfrfv10"_s, {u"/c"_s, m_files.at(u"show.dat"_s)}).exitCode, 0);
+    EXPECT_EQ(textOfPdf(m_files.at(u"show.pdf"_s)).count(u'\f'), 6);
+}
+
+TEST_F(ImageBuilder, CharactersBeyondTheCodePageAreKeptByATwinOfTheData) {
+    const QByteArray data = m_files.read(u"2_同意書データ.csv"_s);
+    const QByteArray unicode = decode932(data).replace(u"患者2"_s, u"𠮷田 한"_s).toUtf8();
+    m_files.write(u"2_同意書データ.csv.utf8"_s, UnicodeTwin::of(data, unicode));
+    m_files.write(u"3_同意書データ.csv.utf8"_s, UnicodeTwin::of(data, unicode)); // another's
+    writeBatch({u"form.wfd"_s, u"form.wfd"_s, u"form.wfd"_s});
+    EXPECT_EQ(build().exitCode, int(BuildResult::Built));
+    m_files.writeText(u"show.dat"_s, u"FileName,\"Output0001.wfd\"\r\nShowWindow,2\r\n"_s);
+    EXPECT_EQ(runProgram(u"wfrfv10"_s, {u"/c"_s, m_files.at(u"show.dat"_s)}).exitCode, 0);
+    const QStringList pages = textOfPdf(m_files.at(u"Output0001.pdf"_s)).split(u'\f');
+    EXPECT_TRUE(pages.value(1).contains(u"𠮷田 한"_s)) << pages.value(1).toStdString();
+    EXPECT_TRUE(pages.value(2).contains(u"患者3"_s));
 }
 
 TEST_F(ImageBuilder, LeavesOutWhatFailsAndNamesIt) {

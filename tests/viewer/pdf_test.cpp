@@ -1,5 +1,8 @@
+#include "app/base/codepage932.h"
 #include "tests/viewer/report_fixture.h"
+#include "viewer/layout/layout_reader.h"
 #include "viewer/output/pdf.h"
+#include "viewer/output/pdf_name.h"
 
 #include <QFile>
 #include <QImage>
@@ -141,6 +144,24 @@ TEST_F(Pdf, LeavesTheOldFileWhenGivenUp) {
     EXPECT_EQ(file.readAll(), old);
     EXPECT_TRUE(writePdf(document, u"/nowhere/x.pdf"_s).reason().contains(u"x.pdf"_s));
     EXPECT_FALSE(writePdf(Document(), path));
+}
+
+TEST_F(Pdf, IsNamedAfterDocumentPersonAndDay) {
+    const auto named = [](const QString &title, const QString &records) {
+        Problem problem;
+        const auto layout = readLayout(
+            u"<layout version=\"1\" title=\"%1\" data=\"D\"><page/></layout>"_s.arg(title).toUtf8(),
+            u"x.wfd"_s, &problem);
+        EXPECT_TRUE(layout) << problem.sentence().toStdString();
+        Report report;
+        report.layout = std::make_shared<const Layout>(layout.value_or(Layout()));
+        report.sources = {{u"D"_s, DataTable::fromBytes(encode932(records).bytes, u"D"_s, {}, &problem)}};
+        return pdfNameOf(Document({report}, u"印刷"_s), QDate(2026, 11, 22));
+    };
+    EXPECT_EQ(named(u"同意書 1/2"_s, u"患者ID,患者名\r\n7,髙橋　花子\r\n7,髙橋　花子\r\n"_s),
+              u"同意書 1_2_髙橋　花子_20261122.pdf"_s);
+    EXPECT_EQ(named(u"台帳"_s, u"利用者ID,利用者名\r\n1,山田\r\n2,山田\r\n"_s), u"台帳_2名_20261122.pdf"_s);
+    EXPECT_EQ(named({}, u"宛名\r\n甲\r\n乙\r\n丙\r\n"_s), u"印刷_3件_20261122.pdf"_s);
 }
 
 } // namespace

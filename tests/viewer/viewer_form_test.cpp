@@ -35,7 +35,7 @@ protected:
         const auto document = loadDocument(job, m_files.at(u"."_s), &problem);
         EXPECT_TRUE(document) << problem.sentence().toStdString();
         m_document = document.value_or(Document());
-        m_form = std::make_unique<ViewerForm>(m_document, PrintAdjustment(), QString(),
+        m_form = std::make_unique<ViewerForm>(m_document, PrintAdjustment(),
                                               QStringList{u"帳票2：ありません。"_s});
         m_form->resize(900, 700);
         m_form->show();

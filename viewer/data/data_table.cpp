@@ -1,7 +1,7 @@
 #include "viewer/data/data_table.h"
 
 #include "app/base/codepage932.h"
-#include "viewer/data/fields.h"
+#include "app/base/unicode_twin.h"
 
 #include <QDir>
 #include <QFile>
@@ -20,7 +20,7 @@ char signByte(QChar sign) {
 }
 
 FieldSigns signsOf(const DataFormat &format) {
-    return {signByte(format.separator), signByte(format.quote)};
+    return {signByte(format.separator), signByte(format.quote), format.utf8};
 }
 
 QString sentence(FieldFault fault) {
@@ -44,7 +44,7 @@ public:
         : m_bytes(bytes), m_format(format), m_signs(signsOf(format)) {}
 
     bool find() {
-        if (looksLikeUtf8(m_bytes))
+        if (!m_format.utf8 && looksLikeUtf8(m_bytes))
             return fail(1, 0, u"UTF-8で書かれています。コードページ932（シフトJIS）で保存してください。"_s);
         for (qsizetype at = 0; at < m_bytes.size();) {
             const qsizetype end = lineEnd(m_bytes, at);
@@ -85,14 +85,14 @@ private:
         m_width = qsizetype(m_fields.size());
         m_headerDue = m_format.header;
         for (size_t i = 0; i < m_fields.size(); ++i)
-            columns.append(m_format.header ? fieldText(m_fields[i], m_signs.quote) : u"項目%1"_s.arg(i + 1));
+            columns.append(m_format.header ? fieldText(m_fields[i], m_signs) : u"項目%1"_s.arg(i + 1));
     }
 
     bool isText(QByteArrayView line) {
         const auto plain = [](char c) { return c >= 0x20 || c == '\t'; };
         if (std::all_of(line.begin(), line.end(), plain))
             return true;
-        const QString text = decode932(line);
+        const QString text = m_signs.decode(line);
         const auto wrong = std::find_if(text.begin(), text.end(), [](QChar c) {
             return c == QChar::ReplacementCharacter || c == QChar::Null;
         });
@@ -102,8 +102,8 @@ private:
                     u"コードページ932（シフトJIS）の文字ではありません。"_s);
     }
 
-    static int characterAt(QByteArrayView line, qsizetype at) {
-        return int(decode932(line.first(at)).size()) + 1;
+    int characterAt(QByteArrayView line, qsizetype at) const {
+        return int(m_signs.decode(line.first(at)).size()) + 1;
     }
 
     bool fail(int line, int column, const QString &text) {
@@ -132,7 +132,7 @@ void report(Problem *problem, const Problem &found, const QString &name) {
 QString DataRecord::value(int column) const {
     if (column < 0 || size_t(column) >= m_fields.size())
         return {};
-    return fieldText(m_fields[size_t(column)], m_quote);
+    return fieldText(m_fields[size_t(column)], m_signs);
 }
 
 std::shared_ptr<const DataTable> DataTable::open(const QString &path, const DataFormat &format,
@@ -152,7 +152,12 @@ std::shared_ptr<const DataTable> DataTable::open(const QString &path, const Data
     const QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError)
         return fail(u"データファイルを読めません。"_s + file.errorString());
-    return fromBytes(bytes, name, format, problem);
+    const QByteArray unicode = UnicodeTwin::textBeside(path, bytes);
+    if (unicode.isEmpty())
+        return fromBytes(bytes, name, format, problem);
+    DataFormat twin = format;
+    twin.utf8 = true;
+    return fromBytes(unicode, name, twin, problem);
 }
 
 std::shared_ptr<const DataTable> DataTable::fromBytes(const QByteArray &bytes, const QString &name,
@@ -191,6 +196,6 @@ DataRecord DataTable::record(int row) const {
     FieldFault fault = FieldFault::None;
     record.m_fields.reserve(size_t(m_columns.size()));
     splitFields(line, signs, &record.m_fields, &fault);
-    record.m_quote = signs.quote;
+    record.m_signs = signs;
     return record;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "viewer/data/fields.h"
 #include "viewer/problem.h"
 
 #include <QByteArray>
@@ -13,6 +14,7 @@ struct DataFormat {
     QChar separator = u',';
     QChar quote = u'"';
     bool header = true; ///< the first line holds the item names; without it they are 項目1, 項目2 …
+    bool utf8 = false;  ///< the text is UTF-8, of a data file's twin
 };
 
 /// One record, its fields found once. Refers to the table's bytes.
@@ -24,15 +26,17 @@ public:
 private:
     friend class DataTable;
     std::vector<QByteArrayView> m_fields; ///< as they stand in the file, quotes and all
-    char m_quote = '"';
+    FieldSigns m_signs;
 };
 
-/// The records of a data file (code page 932; CR LF, LF or CR ends a line, empty lines do not count). Only
-/// the bytes and where each record begins are kept; a value is decoded when it is looked at.
+/// The records of a data file (code page 932, or the twin's UTF-8; CR LF, LF or CR ends a line, empty lines
+/// do not count). Only the bytes and where each record begins are kept; a value is decoded when it is looked
+/// at.
 class DataTable {
 public:
-    /// Null with a problem when the file cannot be read, a record has too few or too many fields, a quoted
-    /// text does not end, or the bytes are no text of the code page.
+    /// Reads the file's twin where one belongs to it. Null with a problem when the file cannot be read, a
+    /// record has too few or too many fields, a quoted text does not end, or the bytes are no text of the
+    /// code page.
     static std::shared_ptr<const DataTable> open(const QString &path, const DataFormat &format,
                                                  Problem *problem);
     static std::shared_ptr<const DataTable> fromBytes(const QByteArray &bytes, const QString &name,

@@ -11,11 +11,11 @@ qsizetype skipBlanks(QByteArrayView line, qsizetype at, char separator) {
 }
 
 /// Behind the closing quote of the text that begins behind its opening quote; −1 when there is none.
-qsizetype closingQuote(QByteArrayView line, qsizetype at, char quote) {
+qsizetype closingQuote(QByteArrayView line, qsizetype at, FieldSigns signs) {
     while (at < line.size()) {
-        if (line[at] != quote)
-            at += characterLength932(line, at);
-        else if (at + 1 < line.size() && line[at + 1] == quote)
+        if (line[at] != signs.quote)
+            at += signs.characterLength(line, at);
+        else if (at + 1 < line.size() && line[at + 1] == signs.quote)
             at += 2;
         else
             return at + 1;
@@ -24,6 +24,15 @@ qsizetype closingQuote(QByteArrayView line, qsizetype at, char quote) {
 }
 
 } // namespace
+
+QString FieldSigns::decode(QByteArrayView bytes) const {
+    return utf8 ? QString::fromUtf8(bytes) : decode932(bytes);
+}
+
+// In UTF-8 no byte of a longer character is one of the signs.
+qsizetype FieldSigns::characterLength(QByteArrayView bytes, qsizetype at) const {
+    return utf8 ? 1 : characterLength932(bytes, at);
+}
 
 qsizetype lineEnd(QByteArrayView bytes, qsizetype at) {
     while (at < bytes.size() && bytes[at] != '\n' && bytes[at] != '\r')
@@ -40,7 +49,7 @@ qsizetype fieldEnd(QByteArrayView line, qsizetype at, FieldSigns signs, FieldFau
     qsizetype end = skipBlanks(line, at, signs.separator);
     *fault = FieldFault::None;
     if (signs.quote != 0 && end < line.size() && line[end] == signs.quote) {
-        end = closingQuote(line, end + 1, signs.quote);
+        end = closingQuote(line, end + 1, signs);
         if (end < 0) {
             *fault = FieldFault::QuoteNotClosed;
             return line.size();
@@ -51,7 +60,7 @@ qsizetype fieldEnd(QByteArrayView line, qsizetype at, FieldSigns signs, FieldFau
         return end;
     }
     while (end < line.size() && line[end] != signs.separator)
-        end += characterLength932(line, end);
+        end += signs.characterLength(line, end);
     return end;
 }
 
@@ -71,16 +80,16 @@ qsizetype splitFields(QByteArrayView line, FieldSigns signs, std::vector<QByteAr
     }
 }
 
-QString fieldText(QByteArrayView field, char quote) {
+QString fieldText(QByteArrayView field, FieldSigns signs) {
     QByteArrayView bare = field;
     while (bare.startsWith(' '))
         bare = bare.sliced(1);
     while (bare.endsWith(' '))
         bare.chop(1);
-    if (quote == 0 || bare.size() < 2 || bare[0] != quote)
-        return decode932(bare);
-    const QString quoted = decode932(bare.sliced(1, bare.size() - 2));
-    const QChar sign = QLatin1Char(quote);
+    if (signs.quote == 0 || bare.size() < 2 || bare[0] != signs.quote)
+        return signs.decode(bare);
+    const QString quoted = signs.decode(bare.sliced(1, bare.size() - 2));
+    const QChar sign = QLatin1Char(signs.quote);
     if (!quoted.contains(sign))
         return quoted;
     QString text;

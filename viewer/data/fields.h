@@ -4,10 +4,14 @@
 #include <QString>
 #include <vector>
 
-/// The signs of a data file, as bytes of code page 932. A quote of 0 means that nothing is quoted.
+/// The signs of a data file, as bytes. A quote of 0 means that nothing is quoted.
 struct FieldSigns {
     char separator = ',';
     char quote = '"';
+    bool utf8 = false; ///< the text is UTF-8, not code page 932
+
+    QString decode(QByteArrayView bytes) const;
+    qsizetype characterLength(QByteArrayView bytes, qsizetype at) const;
 };
 
 enum class FieldFault { None, QuoteNotClosed, TextAfterQuote, TooMany };
@@ -31,4 +35,4 @@ qsizetype splitFields(QByteArrayView line, FieldSigns signs, std::vector<QByteAr
 
 /// A field's text: without its quotes (a doubled quote inside means one) and, when it has none, without the
 /// blanks around it.
-QString fieldText(QByteArrayView field, char quote);
+QString fieldText(QByteArrayView field, FieldSigns signs);

@@ -87,7 +87,7 @@ public:
         out << quint32(m_tables.keys().size());
         for (const DataTable *table : m_tables.keys())
             out << table->bytes() << table->format().separator << table->format().quote
-                << table->format().header;
+                << table->format().header << table->format().utf8;
         out << quint32(m_pictures.keys().size());
         for (const QByteArray &picture : m_pictures.keys())
             out << picture;
@@ -181,7 +181,7 @@ private:
     void readTable() {
         const QByteArray records = bytes();
         DataFormat format;
-        m_in >> format.separator >> format.quote >> format.header;
+        m_in >> format.separator >> format.quote >> format.header >> format.utf8;
         if (!isSound())
             return;
         m_tables.push_back(DataTable::fromBytes(records, m_name, format, m_problem));

@@ -14,7 +14,7 @@ namespace {
 // In front of the content: the mark, the format's version, the file's length (big endian, 8 bytes) and the
 // content's check sum.
 constexpr QByteArrayView mark("douisho\x1A");
-constexpr char version = 1;
+constexpr char version = 2;
 constexpr qsizetype lengthAt = mark.size() + 1;
 constexpr qsizetype sumAt = lengthAt + qsizetype(sizeof(qint64));
 constexpr qsizetype sumLength = 20;

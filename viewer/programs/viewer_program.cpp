@@ -14,6 +14,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
+#include <QProcess>
 #include <QProgressDialog>
 #include <QStandardPaths>
 #include <QThread>
@@ -55,6 +56,16 @@ public:
 private:
     QProgressDialog m_dialog;
 };
+
+/// Whether the desktop knows a program for PDF files. What opens a file tells nothing of it.
+bool desktopOpensPdf() {
+    const QString query = QStandardPaths::findExecutable(u"xdg-mime"_s);
+    if (query.isEmpty())
+        return true; // another system's desktop, which tells when it opens
+    QProcess asked;
+    asked.start(query, {u"query"_s, u"default"_s, u"application/pdf"_s});
+    return asked.waitForFinished(3000) && !asked.readAllStandardOutput().trimmed().isEmpty();
+}
 
 /// One run of the viewer.
 class ViewerProgram {
@@ -159,7 +170,7 @@ private:
             QtMessages().warn(u"次の帳票は作成できなかったため、印刷されません。\n"_s + notes.join(u'\n'),
                               u"帳票印刷"_s);
         if (!hasPrinter())
-            return leavePdf(document);
+            return leavePdf(document, adjustment, notes);
         return codeOf(job.action == JobAction::Print ? printAtOnce(document, adjustment)
                                                      : printFromDialog(document, adjustment, -1, nullptr));
     }
@@ -167,7 +178,7 @@ private:
     static int codeOf(OutputEnd end) { return end == OutputEnd::Failed ? failed : EXIT_SUCCESS; }
 
     int show(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes) const {
-        ViewerForm form(document, adjustment, pdfPathProposedFor(m_pdfPath), notes);
+        ViewerForm form(document, adjustment, notes);
         m_run.maximised ? form.showMaximized() : form.show();
         return QApplication::exec();
     }
@@ -191,11 +202,11 @@ private:
     }
 
     /// Where there is no printer. A place that cannot be written is not the end of the document.
-    int leavePdf(const Document &document) {
+    int leavePdf(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes) {
         m_pdfPath = freePath(m_pdfPath);
         OutputEnd saved = savePdf(document, m_pdfPath, FileUse::Private, nullptr);
         while (saved == OutputEnd::Failed) {
-            const QString path = askPdfPath(u"PDFの保存先"_s, pdfPathProposedFor(m_pdfPath), nullptr);
+            const QString path = askPdfPath(u"PDFの保存先"_s, proposedPdfPath(document), nullptr);
             if (path.isEmpty())
                 return failed;
             m_pdfPath = path;
@@ -211,9 +222,10 @@ private:
         form.setCaption(Answer::Yes, u"開く(&O)"_s);
         form.setCaption(Answer::No, u"閉じる(&C)"_s);
         form.exec();
-        if (form.answer() == Answer::Yes)
-            QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath));
-        return EXIT_SUCCESS;
+        if (form.answer() != Answer::Yes ||
+            (desktopOpensPdf() && QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath))))
+            return EXIT_SUCCESS;
+        return show(document, adjustment, notes);
     }
 
     int fail(const QString &text, int code = failed) const {
@@ -239,9 +251,4 @@ int runViewer(const ViewerRun &run) {
 QString pdfPathFor(const QString &commandFile, const QString &finishedDocument) {
     const QString &named = finishedDocument.isEmpty() ? commandFile : finishedDocument;
     return QFileInfo(commandFile).dir().absoluteFilePath(QFileInfo(named).completeBaseName() + u".pdf"_s);
-}
-
-QString pdfPathProposedFor(const QString &pdfPath) {
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    return (documents.exists() ? documents : QDir::home()).filePath(QFileInfo(pdfPath).fileName());
 }

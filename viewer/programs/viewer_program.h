@@ -17,6 +17,3 @@ int runViewer(const ViewerRun &run);
 /// The PDF that stands for a window or a printer: beside the command file, named after it or after the
 /// finished document that it shows.
 QString pdfPathFor(const QString &commandFile, const QString &finishedDocument);
-
-/// Where a user is offered to keep it: in his own documents, since the work folder is cleared.
-QString pdfPathProposedFor(const QString &pdfPath);

@@ -1,3 +1,4 @@
+#include "app/base/unicode_twin.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
 #include "viewer/programs/viewer_program.h"
@@ -55,6 +56,7 @@ int main(int argc, char **argv) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
     Application application(argc, argv);
     QCoreApplication::setApplicationName(u"wfrfv10"_s);
+    QCoreApplication::setApplicationVersion(QString::fromLatin1(UnicodeTwin::mark));
     QTranslator translator;
     speakJapanese(translator);
     const KeyHelp help;

@@ -3,13 +3,16 @@
 #include "app/desktop/message_form.h"
 #include "viewer/document/document.h"
 #include "viewer/output/pdf.h"
+#include "viewer/output/pdf_name.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QPrinterInfo>
 #include <QProgressDialog>
+#include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -81,6 +84,12 @@ OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustmen
     QPrinter printer(standard, QPrinter::HighResolution);
     choosePaper(printer, document.pageSize(0));
     return print(document, printer, adjustment, -1, nullptr);
+}
+
+QString proposedPdfPath(const Document &document) {
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return (documents.exists() ? documents : QDir::home())
+        .filePath(pdfNameOf(document, QDate::currentDate()));
 }
 
 QString askPdfPath(const QString &title, const QString &proposed, QWidget *parent) {

@@ -23,5 +23,9 @@ OutputEnd printAtOnce(const Document &document, const PrintAdjustment &adjustmen
 
 OutputEnd savePdf(const Document &document, const QString &path, FileUse use, QWidget *parent);
 
+/// Where a user is offered to keep a document, under its own name: in his documents, since the work folder is
+/// cleared.
+QString proposedPdfPath(const Document &document);
+
 /// Asks where a PDF shall lie, with ".pdf" after a name without an extension. Empty when the user gives up.
 QString askPdfPath(const QString &title, const QString &proposed, QWidget *parent);

@@ -36,11 +36,9 @@ QSettings windowSettings() {
 
 } // namespace
 
-ViewerForm::ViewerForm(const Document &document, const PrintAdjustment &adjustment, const QString &pdfPath,
-                       const QStringList &notes)
+ViewerForm::ViewerForm(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes)
     : m_document(document),
       m_adjustment(adjustment),
-      m_pdfPath(pdfPath),
       m_pages(new PageView(m_document)),
       m_thumbnails(new ThumbnailList(m_document)),
       m_search(new SearchBar(m_document)),
@@ -241,7 +239,8 @@ void ViewerForm::print() {
 }
 
 void ViewerForm::saveAs() {
-    const QString path = askPdfPath(u"PDFとして保存"_s, m_pdfPath, this);
+    const QString path =
+        askPdfPath(u"PDFとして保存"_s, m_pdfPath.isEmpty() ? proposedPdfPath(m_document) : m_pdfPath, this);
     if (!path.isEmpty() && savePdf(m_document, path, FileUse::Common, this) == OutputEnd::Done) {
         m_pdfPath = path;
         statusBar()->showMessage(u"「%1」に保存しました。"_s.arg(QDir::toNativeSeparators(path)));

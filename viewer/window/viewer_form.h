@@ -17,10 +17,8 @@ class ViewerForm : public QMainWindow {
     Q_OBJECT
 
 public:
-    /// @param pdfPath proposed when the document is saved
     /// @param notes what to tell besides the document's own warnings
-    ViewerForm(const Document &document, const PrintAdjustment &adjustment, const QString &pdfPath,
-               const QStringList &notes);
+    ViewerForm(const Document &document, const PrintAdjustment &adjustment, const QStringList &notes);
     ~ViewerForm() override;
 
 protected:
@@ -50,7 +48,7 @@ private:
 
     Document m_document;
     PrintAdjustment m_adjustment;
-    QString m_pdfPath;
+    QString m_pdfPath; ///< where it was saved last
     PageView *m_pages;
     ThumbnailList *m_thumbnails;
     SearchBar *m_search;
