@@ -1,6 +1,7 @@
 #include "app/base/near_characters.h"
 
 #include "app/base/folders.h"
+#include "app/base/name_variants.h"
 
 #include <QFile>
 #include <QTextBoundaryFinder>
@@ -9,15 +10,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Pairs of a character and its near one: forms that names and addresses have, then those whose printed form
-/// was simplified for the code page.
-constexpr QStringView pairs =
-    u"𠮷吉 𡈽土 𣘺橋 𠀋丈 𠮟叱 𠩤原 𫝆今 𦚰脇 𣳾泰 𠅘亭 𢌞廻 𩵋魚 㟢崎 㟁岸 㠀島 㠶帆 䑓台 㐂喜 柗松 桺柳 "
-    u"逺遠 鄉郷 黃黄 "
-    u"戶戸 步歩 溫温 每毎 緣縁 錄録 稅税 說説 銳鋭 產産 虛虚 戾戻 槪概 巢巣 曆暦 歷歴 彥彦 淚涙 吞呑 內内 "
-    u"俠侠 鷗鴎 啞唖 嚙噛 囊嚢 塡填 屛屏 幷并 搔掻 攢攅 潑溌 瀆涜 焰焔 瘦痩 禱祷 簞箪 繡繍 繫繋 萊莱 蔣蒋 "
-    u"蟬蝉 蠟蝋 "
-    u"軀躯 醬醤 醱醗 頰頬 顚顛 驒騨 鹼鹸 麴麹 麵麺 姸妍 摑掴 剝剥";
+/// Pairs of a character and its near one, beside the variants of names: more such, and those whose printed
+/// form was simplified for the code page.
+constexpr QStringView pairs = u"𠮟叱 𠩤原 𫝆今 𣳾泰 𠅘亭 𢌞廻 𩵋魚 㟢崎 㟁岸 㠀島 㠶帆 䑓台 柗松 逺遠 黃黄 "
+                              u"緣縁 稅税 說説 銳鋭 虛虚 戾戻 槪概 淚涙 "
+                              u"吞呑 啞唖 嚙噛 囊嚢 塡填 屛屏 幷并 搔掻 攢攅 潑溌 瀆涜 焰焔 瘦痩 禱祷 簞箪 "
+                              u"繡繍 繫繋 蟬蝉 蠟蝋 軀躯 醬醤 醱醗 顚顛 "
+                              u"驒騨 鹼鹸 麴麹 麵麺 姸妍 摑掴 剝剥";
 
 bool isOneCharacter(const QString &text) {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
@@ -83,6 +82,10 @@ QString NearCharacters::builtInFile() {
     QString lines =
         u"# 帳票で使えない文字（左）と、代わりに印刷する文字（右）。UTF-8 で保存してください。\r\n"
         "# 例： 𠮷=吉　　この表は、行を足して広げられます。\r\n"_s;
+    for (const auto &[variant, ordinary] : nameVariants())
+        if (const QString character = QString::fromUcs4(&variant, 1);
+            !fits932(character) && fits932(QString(ordinary)))
+            lines += u"%1=%2\r\n"_s.arg(character, QString(ordinary));
     for (const QStringView pair : pairs.tokenize(u' ')) {
         const qsizetype first = pair[0].isHighSurrogate() ? 2 : 1;
         lines += u"%1=%2\r\n"_s.arg(pair.first(first), pair.sliced(first));
