@@ -12,8 +12,7 @@ namespace {
 constexpr qsizetype mostShown = 40; ///< characters of a text
 
 QString lineOf(const ReplacedText &text, const QStringList &replacements) {
-    const QString shown =
-        text.text.size() > mostShown ? text.text.left(mostShown) + u"…"_s : text.text.simplified();
+    const QString shown = text.text.size() > mostShown ? text.text.left(mostShown) + u"…"_s : text.text;
     const bool named = text.whose.endsWith(text.text);
     return text.whose + (named ? QString() : u"「"_s + shown + u"」"_s) + u"："_s +
            replacements.join(u"、"_s);

@@ -11,7 +11,7 @@ namespace {
 
 QString textOf(const DataValue &value) {
     const auto *text = std::get_if<QString>(&value);
-    return text ? *text : QString::number(std::get<qint64>(value));
+    return text ? engineText(*text) : QString::number(std::get<qint64>(value));
 }
 
 } // namespace
@@ -54,7 +54,7 @@ void DataFile::addText(const QString &text) {
     const QString safe = engineText(text);
     const Encoded932 encoded = encode932(safe);
     if (encoded.touched) {
-        m_replaced.push_back({{}, text});
+        m_replaced.push_back({{}, safe});
         if (!hasTwin())
             m_unicode = decode932(m_bytes).toUtf8();
         m_hasTwin = true;

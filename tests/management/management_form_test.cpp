@@ -228,7 +228,7 @@ TEST_F(Management, LedgersTakeTheTickedRowsElseAllThatAreShown) {
     ASSERT_EQ(texts.size(), 1) << "all that there is to say in one box";
     EXPECT_TRUE(texts[0].startsWith(
         u"下記の利用者は変形徒手の期間が入力されていないため抽出できません。\r\n1 髙橋　花子\r\n\r\n"_s));
-    EXPECT_TRUE(texts[0].contains(u"「𠮷田」：「𠮷」→「吉」"_s)) << texts[0].toStdString();
+    EXPECT_TRUE(texts[0].contains(u"5　𠮷田＂二＂ 三：「𠮷」→「吉」"_s)) << texts[0].toStdString();
 
     enter(u"imD_KikanFrom"_s, u"20261201"_s);
     enter(u"imD_KikanTo"_s, u"R8.11.30"_s);

@@ -156,7 +156,7 @@ TEST_F(RenewalListForm, TellsWhatThePaperCannotSay) {
     practice.messages.answers = {Answer::No};
     pressButton(*form, Qt::Key_F11);
     const QString told = practice.said().value(0);
-    for (const QString &line : {u"\r\n101　𠮷田「\"」：「𠮷」→「吉」"_s, u"\r\n102　〜子：「〜」→「～」"_s})
+    for (const QString &line : {u"\r\n101　𠮷田「＂」：「𠮷」→「吉」"_s, u"\r\n102　〜子：「〜」→「～」"_s})
         EXPECT_TRUE(told.contains(line)) << told.toStdString();
     EXPECT_TRUE(practice.processes.started.isEmpty());
 
