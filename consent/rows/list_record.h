@@ -105,6 +105,7 @@ public:
     /// The values as they were read.
     ConsentRowValues values(int record) const;
     RowMarks marks(int record) const;
+    bool received(int record) const { return marks(record).received; }
     /// The row as saving compares it.
     ReadRow row(int record) const;
 
