@@ -142,14 +142,26 @@ void Grid::dataChanged(const QModelIndex &first, const QModelIndex &last, const 
     viewport()->update(frozenArea());
 }
 
+void Grid::currentChanged(const QModelIndex &current, const QModelIndex &previous) {
+    QTableView::currentChanged(current, previous);
+    for (const QModelIndex &index : {current, previous})
+        if (index.isValid())
+            viewport()->update(0, rowViewportPosition(index.row()), viewport()->width(),
+                               rowHeight(index.row()));
+}
+
 void Grid::paintEvent(QPaintEvent *event) {
     QTableView::paintEvent(event);
-    const int width = m_header->frozenWidth();
-    if (width == 0 || !model())
+    if (!model())
         return;
+    const int width = m_header->frozenWidth();
     QPainter painter(viewport());
     if (m_header->covers() && event->region().intersects(frozenArea()))
         paintFrozen(painter);
+    painter.setClipping(false);
+    markRow(painter);
+    if (width == 0)
+        return;
     painter.setPen(palette().color(QPalette::Dark));
     painter.drawLine(width - 1, 0, width - 1, viewport()->height());
 }
@@ -169,6 +181,22 @@ void Grid::paintFrozen(QPainter &painter) {
             if (!isColumnHidden(column))
                 paintCell(painter, model()->index(row, column));
         }
+}
+
+// A line above and below tell the row in every palette and beside every colour of a cell; the tint is faint
+// enough to read through.
+void Grid::markRow(QPainter &painter) {
+    const QModelIndex current = currentIndex();
+    if (!current.isValid() || selectionBehavior() != SelectItems)
+        return;
+    constexpr int thick = 2, tint = 26;
+    const QRect row(0, rowViewportPosition(current.row()), qMin(viewport()->width(), m_header->length()),
+                    rowHeight(current.row()) - 1);
+    QColor colour = palette().color(QPalette::Active, QPalette::Highlight);
+    painter.fillRect(QRect(row.topLeft(), QSize(row.width(), thick)), colour);
+    painter.fillRect(QRect(row.left(), row.bottom() - thick + 1, row.width(), thick), colour);
+    colour.setAlpha(tint);
+    painter.fillRect(row, colour);
 }
 
 // As the base class paints a cell.

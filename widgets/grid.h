@@ -6,7 +6,8 @@ class GridHeader;
 
 /// A table for keyboard work over a model of any size: one current cell, rows as high as the font asks,
 /// alternate rows shaded, columns that can be moved and sorted. Tab leaves it. Where whole rows are selected,
-/// Home and End go to the first and last row. A text that does not fit its cell is shown whole on hover.
+/// Home and End go to the first and last row; elsewhere the row of the current cell is marked across. A text
+/// that does not fit its cell is shown whole on hover.
 class Grid : public QTableView {
     Q_OBJECT
 
@@ -46,6 +47,7 @@ public:
 protected:
     void dataChanged(const QModelIndex &first, const QModelIndex &last,
                      const QList<int> &roles = {}) override;
+    void currentChanged(const QModelIndex &current, const QModelIndex &previous) override;
     void paintEvent(QPaintEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     QRegion visualRegionForSelection(const QItemSelection &selection) const override;
@@ -59,6 +61,7 @@ private:
     QRect frozenArea() const;
     void paintFrozen(QPainter &painter);
     void paintCell(QPainter &painter, const QModelIndex &index);
+    void markRow(QPainter &painter);
     void sizeRows();
     bool showWholeText(const QHelpEvent &event);
 

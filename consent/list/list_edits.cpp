@@ -37,7 +37,6 @@ ConsentRowValues ListEdits::stored(int record) const {
     return written != m_written.cend() ? written->values : m_records.values(record);
 }
 
-// What the database holds of a row as far as is known here.
 ReadRow ListEdits::storedRow(int record) const {
     const auto written = m_written.constFind(record);
     return written != m_written.cend() ? *written : m_records.row(record);

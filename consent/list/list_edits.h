@@ -22,6 +22,8 @@ public:
     ConsentRowValues values(int record) const;
     /// What the database holds of a row as far as is known here.
     ConsentRowValues stored(int record) const;
+    /// All of it that is compared before it is written over.
+    ReadRow storedRow(int record) const;
     /// A row as the user sees it. An edited row's update time is not known until it has been saved and read
     /// again.
     ReadRow seen(int record) const;
@@ -42,8 +44,6 @@ public:
     std::vector<ChangedRow> changed() const;
 
 private:
-    ReadRow storedRow(int record) const;
-
     const ListRecords &m_records;
     QHash<int, ConsentRowValues> m_edits; ///< by record
     QHash<int, ReadRow> m_written;        ///< by record: what was saved since the rows were read

@@ -32,6 +32,8 @@ ListFilterPanel::ListFilterPanel(QWidget *parent)
     m_ui->lblTantou->hide();
     connect(m_ui->txt_SiboriName, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
     connect(m_ui->txt_SiboriKana, &QLineEdit::textChanged, this, &ListFilterPanel::narrowed);
+    for (const QLineEdit *box : {m_ui->txt_SiboriName, m_ui->txt_SiboriKana})
+        connect(box, &QLineEdit::returnPressed, this, &ListFilterPanel::listWanted);
     connect(m_ui->but_Read, &QPushButton::clicked, this, &ListFilterPanel::searchAsked);
     connect(m_ui->but_Clear, &QPushButton::clicked, this, &ListFilterPanel::clearAsked);
     watchEntries();

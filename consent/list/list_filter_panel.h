@@ -62,6 +62,8 @@ public:
 
 Q_SIGNALS:
     void narrowed();
+    /// Enter in a box that narrows: its rows are wanted.
+    void listWanted();
     void searchAsked();
     void clearAsked();
     /// Something else was chosen, by the user or by whoever fills the controls.

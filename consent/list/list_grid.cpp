@@ -121,6 +121,8 @@ ListGrid::ListGrid(const Folders &folders, const Clock &clock, QWidget *parent) 
     setObjectName(u"ssDouiD"_s);
     setAccessibleName(u"同意の一覧"_s);
     setSelectionBehavior(SelectItems);
+    setSelectionMode(ExtendedSelection);
+    setTabKeyNavigation(true);
     setEditTriggers(AnyKeyPressed | EditKeyPressed | DoubleClicked);
     setSortingEnabled(true);
     horizontalHeader()->setSortIndicatorClearable(true);
@@ -142,6 +144,7 @@ ListGrid::ListGrid(const Folders &folders, const Clock &clock, QWidget *parent) 
             setItemDelegateForColumn(int(info.column), new ButtonDelegate(this));
     }
     connect(this, &QTableView::clicked, this, &ListGrid::press);
+    connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int column) { goTo(0, column); });
 }
 
 void ListGrid::attach(PaintedListModel *model) {
@@ -251,21 +254,176 @@ void ListGrid::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint h
         goTo(currentIndex().row() + 1, currentIndex().column());
 }
 
-// Delete empties a cell as it does in every table that people know.
 void ListGrid::keyPressEvent(QKeyEvent *event) {
-    const QModelIndex current = currentIndex();
-    const bool presses = event->key() == Qt::Key_Space || event->key() == Qt::Key_Return ||
-                         event->key() == Qt::Key_Enter || event->key() == Qt::Key_Select;
-    if (presses && press(current))
+    const Qt::KeyboardModifiers modifiers = event->modifiers() & ~Qt::KeypadModifier;
+    const int key = event->key();
+    const bool tab = key == Qt::Key_Tab || key == Qt::Key_Backtab;
+    if (tab && modifiers.testFlag(Qt::ControlModifier)) {
+        QAbstractScrollArea::focusNextPrevChild(key == Qt::Key_Tab);
         return;
-    if (event->key() == Qt::Key_Delete && current.flags().testFlag(Qt::ItemIsEditable)) {
-        const CellKind kind = listColumn(current.column()).kind;
-        model()->setData(current, kind == CellKind::Date     ? QVariant(QDate())
-                                  : kind == CellKind::Choice ? QVariant(0)
-                                                             : QVariant(QString()));
+    }
+    if (modifiers.testFlag(Qt::ShiftModifier) && chooseRows(*event))
+        return;
+    if (modifiers == Qt::NoModifier && (key == Qt::Key_Space || key == Qt::Key_Select) &&
+        (press(currentIndex()) || tick(true)))
+        return;
+    if (modifiers == Qt::NoModifier && (key == Qt::Key_Return || key == Qt::Key_Enter) && enter())
+        return;
+    if (key == Qt::Key_Delete && currentIndex().flags().testFlag(Qt::ItemIsEditable)) {
+        empty(currentIndex());
         return;
     }
     Grid::keyPressEvent(event);
+}
+
+// Delete empties a cell as it does in every table that people know.
+void ListGrid::empty(const QModelIndex &index) {
+    const CellKind kind = listColumn(index.column()).kind;
+    model()->setData(index, kind == CellKind::Date     ? QVariant(QDate())
+                            : kind == CellKind::Choice ? QVariant(0)
+                                                       : QVariant(QString()));
+}
+
+// Opens the cell, presses its button or turns its tick over; from a cell that holds nothing to edit, the one
+// below.
+bool ListGrid::enter() {
+    const QModelIndex current = currentIndex();
+    if (!current.isValid() || press(current))
+        return current.isValid();
+    if (current.flags().testFlag(Qt::ItemIsEditable))
+        edit(current, EditKeyPressed, nullptr);
+    else if (!tick(false))
+        goTo(current.row() + 1, current.column());
+    return true;
+}
+
+// Ticks the chosen rows, or takes the ticks away where all have them; without chosen rows the one row. Where
+// the cursor is on no tick and nothing could be typed, it is 対象.
+bool ListGrid::tick(bool anyColumn) {
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return false;
+    const bool onTick = listColumn(current.column()).kind == CellKind::Tick;
+    std::vector<int> records = chosenRecords();
+    if (!onTick && (!anyColumn || (records.empty() && current.flags().testFlag(Qt::ItemIsEditable))))
+        return false;
+    if (records.empty())
+        records.push_back(m_model->recordOfRow(current.row()));
+    const ListColumn column = onTick ? ListColumn(current.column()) : ListColumn::Target;
+    m_model->tick(records, column, !m_model->allTicked(records, column));
+    return true;
+}
+
+std::vector<int> ListGrid::chosenRecords() const {
+    std::vector<int> records;
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        if (range.width() == m_model->columnCount())
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                records.push_back(m_model->recordOfRow(row));
+    return records;
+}
+
+void ListGrid::chooseUpTo(int row) {
+    const QModelIndex first = m_model->index(qMin(row, m_chosenFrom), 0);
+    const QModelIndex last = m_model->index(qMax(row, m_chosenFrom), m_model->columnCount() - 1);
+    selectionModel()->select({first, last}, QItemSelectionModel::ClearAndSelect);
+}
+
+// Shift with a key that goes to another row chooses all up to there, Shift+Space the row itself.
+bool ListGrid::chooseRows(const QKeyEvent &event) {
+    static const QHash<int, CursorAction> moves{
+        {Qt::Key_Up, MoveUp},         {Qt::Key_Down, MoveDown},
+        {Qt::Key_PageUp, MovePageUp}, {Qt::Key_PageDown, MovePageDown},
+        {Qt::Key_Home, MoveHome},     {Qt::Key_End, MoveEnd}};
+    const QModelIndex current = currentIndex();
+    const auto move = moves.constFind(event.key());
+    if (!current.isValid() || (move == moves.cend() && event.key() != Qt::Key_Space))
+        return false;
+    if (chosenRecords().empty())
+        m_chosenFrom = current.row();
+    int row = current.row();
+    if (move != moves.cend())
+        row = moveCursor(*move, event.modifiers() & Qt::ControlModifier).row();
+    const QModelIndex there = m_model->index(row, current.column());
+    selectionModel()->setCurrentIndex(there, QItemSelectionModel::NoUpdate);
+    scrollTo(there);
+    chooseUpTo(row);
+    return true;
+}
+
+QItemSelectionModel::SelectionFlags ListGrid::selectionCommand(const QModelIndex &index,
+                                                               const QEvent *event) const {
+    const QEvent::Type type = event ? event->type() : QEvent::None;
+    if (type == QEvent::MouseMove) // a hand that shakes chooses nothing
+        return QItemSelectionModel::NoUpdate;
+    if (type != QEvent::MouseButtonPress && type != QEvent::MouseButtonRelease)
+        return QItemSelectionModel::ClearAndSelect;
+    const QItemSelectionModel::SelectionFlags flags = Grid::selectionCommand(index, event);
+    const bool chooses =
+        static_cast<const QInputEvent *>(event)->modifiers() & (Qt::ShiftModifier | Qt::ControlModifier);
+    return chooses ? flags | QItemSelectionModel::Rows : flags;
+}
+
+QModelIndex ListGrid::moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) {
+    if (action == MoveNext || action == MovePrevious)
+        return nextToEdit(action == MoveNext ? 1 : -1);
+    return Grid::moveCursor(action, modifiers);
+}
+
+// The next cell on the screen that can be edited or ticked, in this row or, after its last one, in the rows
+// that follow.
+QModelIndex ListGrid::nextToEdit(int step) const {
+    const QHeaderView *header = horizontalHeader();
+    const int columns = header->count(), rows = m_model->rowCount();
+    const QModelIndex current = currentIndex();
+    if (!current.isValid())
+        return current;
+    int row = current.row(), place = header->visualIndex(current.column());
+    for (;;) {
+        place += step;
+        if (place < 0 || place >= columns) {
+            row += step;
+            place = step > 0 ? 0 : columns - 1;
+        }
+        if (row < 0 || row >= rows)
+            return current;
+        const QModelIndex next = m_model->index(row, header->logicalIndex(place));
+        if (!isColumnHidden(next.column()) &&
+            next.flags().testAnyFlags(Qt::ItemIsEditable | Qt::ItemIsUserCheckable))
+            return next;
+    }
+}
+
+void ListGrid::narrow(const QString &name, const QString &kana) {
+    const QModelIndex current = currentIndex();
+    const int record = current.isValid() ? m_model->recordOfRow(current.row()) : -1;
+    const int column = qMax(0, current.column());
+    const int across = horizontalScrollBar()->value();
+    m_model->narrow(name, kana);
+    const bool all = name.isEmpty() && kana.isEmpty();
+    goTo(all && record >= 0 ? m_model->rowOfRecord(record) : 0, column);
+    horizontalScrollBar()->setValue(across);
+}
+
+void ListGrid::goToFirst() {
+    goTo(0, qMax(0, currentIndex().column()));
+}
+
+void ListGrid::goToRecord(int record) {
+    if (const int row = m_model->rowOfRecord(record); row >= 0)
+        goTo(row, qMax(0, currentIndex().column()));
+}
+
+void ListGrid::sortByCurrentColumn() {
+    const int column = currentIndex().column();
+    QHeaderView *header = horizontalHeader();
+    if (header->sortIndicatorSection() != column)
+        header->setSortIndicator(column, Qt::AscendingOrder);
+    else if (header->sortIndicatorOrder() == Qt::AscendingOrder)
+        header->setSortIndicator(column, Qt::DescendingOrder);
+    else
+        header->setSortIndicator(-1, Qt::AscendingOrder);
+    goTo(0, column);
 }
 
 // Where the row of a key is now; a renewed row has another key, the patient's row of the same kind stands in.

@@ -6,6 +6,7 @@
 #include "widgets/grid.h"
 
 #include <functional>
+#include <optional>
 
 class Clock;
 class DateDelegate;
@@ -26,7 +27,9 @@ private:
     QColor m_edited;
 };
 
-/// The consent list's grid: columns by caption, the editors of its cells and the tick pictures.
+/// The consent list's grid: columns by caption, the editors of its cells and the tick pictures. Tab goes
+/// through the cells that can be edited and Ctrl+Tab out; Enter opens the cell; rows are chosen by Shift with
+/// the arrows, Shift+Space and Ctrl+A, and Space ticks all that are chosen.
 class ListGrid : public Grid {
     Q_OBJECT
 public:
@@ -48,6 +51,16 @@ public:
     /// Does work that may read the rows anew or narrow them. The cell that was current stays current, at its
     /// height in the window, wherever its row went.
     void keepPlace(const std::function<void()> &work);
+    /// Narrows the rows; the cursor goes to the first, or back to its own row when all are shown again.
+    void narrow(const QString &name, const QString &kana);
+    /// Goes to the first row, in the column where the cursor is.
+    void goToFirst();
+    /// Goes to a record; where it is narrowed away nothing moves.
+    void goToRecord(int record);
+    /// Sorts by the column where the cursor is; once more reverses, and then the query's order is back.
+    void sortByCurrentColumn();
+    /// Records of the rows that are chosen, without any of the one where the cursor is.
+    std::vector<int> chosenRecords() const;
 
 Q_SIGNALS:
     /// The button of the current row was pressed.
@@ -57,6 +70,9 @@ Q_SIGNALS:
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    QModelIndex moveCursor(CursorAction action, Qt::KeyboardModifiers modifiers) override;
+    QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex &index,
+                                                         const QEvent *event) const override;
 
 protected Q_SLOTS:
     /// Enter goes on to the row below: answers are entered down a column.
@@ -67,9 +83,16 @@ private:
     int pixels(int characters) const;
     int practiceWidth(ListColumn column) const;
     bool press(const QModelIndex &index);
+    bool chooseRows(const QKeyEvent &event);
+    void chooseUpTo(int row);
+    bool tick(bool anyColumn);
+    bool enter();
+    void empty(const QModelIndex &index);
+    QModelIndex nextToEdit(int step) const;
     int rowOf(const ConsentRowKey &key, int otherwise) const;
 
     PaintedListModel *m_model = nullptr;
+    int m_chosenFrom = 0; ///< row where choosing began
     RequestMethods m_methods;
     ColumnSettings m_practice;
 };

@@ -6,7 +6,6 @@
 
 #include <QSet>
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -17,21 +16,14 @@ QString ownMethods(const ListRow &row) {
     return row.mayOwnMethods() ? row.values.ownRequest : QString();
 }
 
-void setNext(ConsentRowValues &values, const Period &next) {
-    values.nextStart = next.start;
-    values.nextEnd = next.end;
-}
-
 } // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
     m_context = context;
     m_records = ListRecords(std::move(rows));
-    m_edits.forget();
-    m_target.assign(size_t(m_records.count()), false);
+    m_entries.forget();
     m_letters.clear();
     m_narrowing.forget();
-    m_deformity.reset();
     m_states.read(context);
 }
 
@@ -55,29 +47,10 @@ void ConsentListModel::setToday(const QDate &today) {
 }
 
 QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
-    std::vector<ChangedRow> edits = changedRows();
-    QStringList names;
-    for (const ChangedRow &edit : edits)
-        names.append(who(edit.record));
-    const std::vector<ConsentRowKey> targets = targetKeys();
-
+    const KeptEntries kept = m_entries.kept();
     beginResetModel();
     take(std::move(rows), context);
-    QHash<QString, int> now;
-    if (!edits.empty() || !targets.empty())
-        for (int record = 0; record < m_records.count(); ++record)
-            now.insert(rowIdentity(m_records.key(record)), record);
-    for (const ConsentRowKey &key : targets)
-        if (const int record = now.value(rowIdentity(key), -1); record >= 0)
-            m_target[size_t(record)] = true;
-    QStringList dropped;
-    for (size_t i = 0; i < edits.size(); ++i) {
-        const int record = now.value(rowIdentity(edits[i].read.key), -1);
-        if (record >= 0 && isSameRow(m_records.row(record), edits[i].read))
-            m_edits.set(record, edits[i].now);
-        else
-            dropped.append(names[qsizetype(i)] + typedText(edits[i]));
-    }
+    const QStringList dropped = m_entries.takeOver(kept);
     m_states.chooseAgain();
     show();
     endResetModel();
@@ -121,15 +94,7 @@ std::vector<int> ConsentListModel::targetRecords() const {
 }
 
 int ConsentListModel::targetsOutOfSight() const {
-    return int(std::count(m_target.begin(), m_target.end(), true)) - int(targetRecords().size());
-}
-
-std::vector<ConsentRowKey> ConsentListModel::targetKeys() const {
-    std::vector<ConsentRowKey> keys;
-    for (int record = 0; record < m_records.count(); ++record)
-        if (isTarget(record))
-            keys.push_back(m_records.key(record));
-    return keys;
+    return m_entries.targetCount() - int(targetRecords().size());
 }
 
 void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
@@ -138,14 +103,14 @@ void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
         wanted.insert(rowIdentity(key));
     for (int record = 0; record < m_records.count() && !wanted.isEmpty(); ++record)
         if (wanted.contains(rowIdentity(m_records.key(record))))
-            m_target[size_t(record)] = true;
+            m_entries.tickTarget(record);
     changedAll();
 }
 
 std::vector<int> ConsentListModel::receivedRecords() const {
     std::vector<int> records;
     for (const int record : m_shown)
-        if (m_edits.marks(record).received)
+        if (edits().marks(record).received)
             records.push_back(record);
     return records;
 }
@@ -153,18 +118,18 @@ std::vector<int> ConsentListModel::receivedRecords() const {
 int ConsentListModel::receivedOutOfSight() const {
     int all = 0;
     for (int record = 0; record < m_records.count(); ++record)
-        all += m_edits.marks(record).received && !m_states.isAside(record);
+        all += edits().marks(record).received && !m_states.isAside(record);
     return all - int(receivedRecords().size());
 }
 
 void ConsentListModel::dropChanges() {
-    m_edits.drop();
+    m_entries.drop();
     changedAll();
 }
 
 void ConsentListModel::acceptChanges() {
-    m_edits.accept();
-    dropChanges();
+    m_entries.accept();
+    changedAll();
 }
 
 void ConsentListModel::changedAll() {
@@ -188,7 +153,7 @@ int ConsentListModel::firstWrong(QString *why) const {
 
 QStringList ConsentListModel::doubts(int record) const {
     const ConsentRowValues now = values(record);
-    const ConsentRowValues before = m_edits.stored(record);
+    const ConsentRowValues before = edits().stored(record);
     if (now.reconsent == before.reconsent && now.nextStart == before.nextStart &&
         now.nextEnd == before.nextEnd)
         return {};
@@ -288,68 +253,59 @@ void ConsentListModel::sort(int column, Qt::SortOrder order) {
     Q_EMIT layoutChanged({}, QAbstractItemModel::VerticalSortHint);
 }
 
-bool ConsentListModel::mayEdit(int record, ListColumn column) const {
-    if (column == ListColumn::Target)
-        return true;
-    if (m_context.readOnly || !listColumn(int(column)).editable)
-        return false;
-    // A deformity-correction row has no contact mark, addressee, method and remark of its own.
-    const bool massageOnly = column == ListColumn::Contact || column == ListColumn::ToHospital ||
-                             column == ListColumn::ToDoctor || column == ListColumn::Method ||
-                             column == ListColumn::Remark;
-    return !(massageOnly && m_records.isDeformity(record));
+void ConsentListModel::tick(const std::vector<int> &records, ListColumn column, bool on) {
+    changed(m_entries.tick(records, column, on));
 }
 
-void ConsentListModel::setTick(int record, ListColumn column, bool on) {
-    if (column == ListColumn::Target) {
-        m_target[size_t(record)] = on;
-        return;
-    }
-    ConsentRowValues now = values(record);
-    Nullable<short> &tick = *tickOf(now, column);
-    if ((tick != 0) == on)
-        return;
-    tick = short(on ? 1 : 0);
-    if (column == ListColumn::Received && on && !now.reconsent.isValid())
-        tickReceived(record, now);
-    m_edits.set(record, now);
-}
-
-// A tick brings a date with it where one is proposed; a period that was typed before stays.
-void ConsentListModel::tickReceived(int record, ConsentRowValues &now) {
-    if (!m_context.advisor)
-        return;
-    const QDate proposed = m_context.advisor->reconsentDay(m_records.running(record));
-    noteTrouble();
-    if (!proposed.isValid())
-        return;
-    now.reconsent = proposed;
-    if (!now.nextStart.isValid() && !now.nextEnd.isValid())
-        setNext(now, propose(record, proposed).value_or(Period()));
-    followMassage(record, {}, proposed);
-}
-
-void ConsentListModel::tickAll(ListColumn column, bool on) {
-    if (column == ListColumn::Received && on && m_context.advisor) {
-        std::vector<PatientKey> patients;
-        for (const int record : m_shown)
-            patients.push_back(m_records.key(record).patient);
-        m_context.advisor->prepare(patients);
-    }
-    for (const int record : m_shown)
-        if (mayEdit(record, column))
-            setTick(record, column, on);
-    changedAll();
-    tellTrouble();
-}
-
-bool ConsentListModel::allTicked(ListColumn column) const {
-    return std::all_of(m_shown.begin(), m_shown.end(), [&](int record) {
-        if (!mayEdit(record, column))
+bool ConsentListModel::allTicked(const std::vector<int> &records, ListColumn column) const {
+    return std::all_of(records.begin(), records.end(), [&](int record) {
+        if (!m_entries.mayEdit(record, column))
             return true;
+        if (column == ListColumn::Target)
+            return isTarget(record);
+        if (column == ListColumn::Received)
+            return edits().marks(record).received;
         ConsentRowValues now = values(record);
-        return column == ListColumn::Target ? isTarget(record) : *tickOf(now, column) != 0;
+        return *tickOf(now, column) != 0;
     });
+}
+
+UndoneStep ConsentListModel::undo() {
+    return told(m_entries.undo());
+}
+
+UndoneStep ConsentListModel::redo() {
+    return told(m_entries.redo());
+}
+
+bool ConsentListModel::restore(const std::vector<int> &records) {
+    return changed(m_entries.restore(records));
+}
+
+UndoneStep ConsentListModel::told(const ListStep *step) {
+    if (!changed(step))
+        return {};
+    const std::vector<int> records = step->records();
+    const PatientKey patient = m_records.key(records.front()).patient;
+    const bool ofOne = std::all_of(records.begin(), records.end(),
+                                   [&](int record) { return m_records.key(record).patient == patient; });
+    const QString rows = ofOne ? u"（%1）"_s.arg(who(records.front())) : u" %L1 行"_s.arg(records.size());
+    return {ofOne ? records.back() : records.front(), step->what + rows};
+}
+
+// Shows what a step has changed. False: there was none.
+bool ConsentListModel::changed(const ListStep *step) {
+    constexpr size_t few = 20;
+    if (step && step->edits.size() + step->targets.size() > few) {
+        changedAll();
+    } else if (step) {
+        for (const int record : step->records())
+            changedRow(record);
+        Q_EMIT stateChanged();
+    }
+    if (const QString trouble = m_entries.takeTrouble(); !trouble.isEmpty())
+        Q_EMIT troubled(trouble);
+    return step != nullptr;
 }
 
 int ConsentListModel::rowCount(const QModelIndex &parent) const {
@@ -388,7 +344,7 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
     case UrgencyRole:
         return int(urgencyIn(m_context, m_records.date(record, ListField::PeriodEnd)));
     case EditedRole:
-        return m_edits.isEdited(record, column);
+        return edits().isEdited(record, column);
     case fileTextRole:
         return info.kind == CellKind::Button ? QVariant(ownMethods(row(record))) : QVariant();
     default:
@@ -424,113 +380,30 @@ Qt::ItemFlags ConsentListModel::flags(const QModelIndex &index) const {
     if (!index.isValid())
         return Qt::NoItemFlags;
     Qt::ItemFlags flags = Qt::ItemIsSelectable | Qt::ItemIsEnabled;
-    if (!mayEdit(recordOfRow(index.row()), ListColumn(index.column())))
+    if (!m_entries.mayEdit(recordOfRow(index.row()), ListColumn(index.column())))
         return flags;
     return flags |
            (listColumn(index.column()).kind == CellKind::Tick ? Qt::ItemIsUserCheckable : Qt::ItemIsEditable);
 }
 
 bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, int role) {
-    if (!index.isValid() || !mayEdit(recordOfRow(index.row()), ListColumn(index.column())))
+    if (!index.isValid() || !flags(index).testAnyFlags(Qt::ItemIsUserCheckable | Qt::ItemIsEditable))
         return false;
     const int record = recordOfRow(index.row());
     const auto column = ListColumn(index.column());
     const bool isTick = listColumn(index.column()).kind == CellKind::Tick;
     if (isTick != (role == Qt::CheckStateRole))
         return false;
-    if (isTick) {
-        setTick(record, column, value.toInt() == Qt::Checked);
-    } else {
-        const ConsentRowValues before = values(record);
-        ConsentRowValues now = before;
-        if (cellEditValue(now, column) == value)
-            return true;
-        if (!setCellValue(now, column, value))
-            return false;
-        if (column == ListColumn::Reconsent)
-            takeReconsent(record, before.reconsent, now);
-        m_edits.set(record, now);
-    }
-    changedRow(record);
-    Q_EMIT stateChanged();
-    tellTrouble();
+    bool taken = true;
+    changed(isTick ? m_entries.tick({record}, column, value.toInt() == Qt::Checked)
+                   : m_entries.set(record, column, value, &taken));
     if (listColumn(index.column()).kind == CellKind::Date)
         if (const QStringList doubtful = doubts(record); !doubtful.isEmpty())
             Q_EMIT doubted(who(record) + u"　"_s + doubtful.join(u'　'));
-    return true;
-}
-
-// A new re-consent date proposes the next period, for the patient's deformity-correction rows too; taking the
-// date away takes the period away. A period that was typed before there was a date stays where the rule gives
-// none, and any where it cannot be reckoned.
-void ConsentListModel::takeReconsent(int record, const QDate &before, ConsentRowValues &now) {
-    const std::optional<Period> next = propose(record, now.reconsent);
-    if (next && (next->start.isValid() || before.isValid()))
-        setNext(now, *next);
-    followMassage(record, before, now.reconsent);
-}
-
-// Each trouble is told once, by the edit that met it.
-void ConsentListModel::tellTrouble() {
-    if (const QString trouble = std::exchange(m_trouble, {}); !trouble.isEmpty())
-        Q_EMIT troubled(trouble);
+    return taken;
 }
 
 void ConsentListModel::changedRow(int record) {
     if (const int row = rowOfRecord(record); row >= 0)
         Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
-}
-
-std::vector<int> ConsentListModel::deformityRecords(const PatientKey &patient) {
-    if (!m_deformity) {
-        m_deformity.emplace();
-        for (int record = 0; record < m_records.count(); ++record)
-            if (m_records.isDeformity(record))
-                (*m_deformity)[m_records.key(record).patient.nIDNo].push_back(record);
-    }
-    return m_deformity->value(patient.nIDNo);
-}
-
-// The patient's deformity-correction rows take the massage row's new re-consent date; their own dates and
-// periods are proposed by it, not copied. A row with an answer of its own keeps it; a date that was taken
-// away goes from the rows that took it here and were not saved with it.
-void ConsentListModel::followMassage(int record, const QDate &before, const QDate &reconsent) {
-    if (!m_context.advisor || !m_context.advisor->followsMassage() || m_records.isDeformity(record))
-        return;
-    for (const int other : deformityRecords(m_records.key(record).patient)) {
-        if (m_states.isAside(other))
-            continue;
-        ConsentRowValues now = values(other);
-        const bool answered = now.reconsent.isValid() && now.reconsent != before;
-        const bool saved = now.reconsent.isValid() && now.reconsent == m_edits.stored(other).reconsent;
-        if (answered || now.reconsent == reconsent || (saved && !reconsent.isValid()))
-            continue;
-        const bool stays = keepsPeriod(other, now, reconsent);
-        now.reconsent = reconsent;
-        if (const std::optional<Period> next = propose(other, reconsent); next && !stays)
-            setNext(now, *next);
-        m_edits.set(other, now);
-        changedRow(other);
-    }
-}
-
-// A period that was typed before a followed date came stays, also when that date goes again.
-bool ConsentListModel::keepsPeriod(int record, const ConsentRowValues &now, const QDate &reconsent) {
-    const Period period{now.nextStart, now.nextEnd};
-    if (!period.start.isValid() && !period.end.isValid())
-        return false;
-    return !now.reconsent.isValid() || (!reconsent.isValid() && propose(record, now.reconsent) != period);
-}
-
-std::optional<Period> ConsentListModel::propose(int record, const QDate &reconsent) {
-    if (!reconsent.isValid() || !m_context.advisor)
-        return Period();
-    const Period next = m_context.advisor->nextPeriod(m_records.running(record), reconsent);
-    noteTrouble();
-    return m_context.advisor->failed() ? std::nullopt : std::optional(next);
-}
-
-void ConsentListModel::noteTrouble() {
-    if (const QString trouble = m_context.advisor->trouble(); !trouble.isEmpty())
-        m_trouble = trouble;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "consent/list/list_entries.h"
 #include "consent/list/list_states.h"
 #include "consent/rows/list_view.h"
 
@@ -7,6 +8,12 @@
 #include <QHash>
 #include <optional>
 #include <vector>
+
+/// What was taken back or done again.
+struct UndoneStep {
+    int record = -1; ///< the row to look at; −1: there was nothing to do
+    QString what;    ///< for the user: the column, and the row or how many
+};
 
 /// The grid's rows: what the query gave, the edits over it, the state whose rows are shown, what is
 /// narrowed away, and the order.
@@ -31,14 +38,14 @@ public:
     void setToday(const QDate &today);
 
     const ListRecords &records() const { return m_records; }
-    ConsentRowValues values(int record) const { return m_edits.values(record); }
+    ConsentRowValues values(int record) const { return edits().values(record); }
     /// A record as it is shown.
     ListRow row(int record) const;
     std::vector<ListRow> rows(const std::vector<int> &records) const;
     int recordOfRow(int row) const { return m_shown[size_t(row)]; }
     /// −1 when the record is narrowed away.
     int rowOfRecord(int record) const;
-    bool isTarget(int record) const { return m_target[size_t(record)]; }
+    bool isTarget(int record) const { return m_entries.isTarget(record); }
     QString who(int record) const { return m_records.who(record); }
 
     /// Records that are shown, in the order shown.
@@ -48,17 +55,17 @@ public:
     /// How many more are ticked 対象 and narrowed away.
     int targetsOutOfSight() const;
     /// Keys of all rows ticked 対象.
-    std::vector<ConsentRowKey> targetKeys() const;
+    std::vector<ConsentRowKey> targetKeys() const { return m_entries.targetKeys(); }
     /// Ticks 対象 on the rows of these keys, as far as they are in the list.
     void tickTargets(const std::vector<ConsentRowKey> &keys);
     /// Records ticked 受領 that are shown, in the order shown.
     std::vector<int> receivedRecords() const;
     /// How many more are ticked 受領 and narrowed away.
     int receivedOutOfSight() const;
-    int changedCount() const { return m_edits.count(); }
-    bool hasChanges() const { return m_edits.count() > 0; }
-    std::vector<ChangedRow> changedRows() const { return m_edits.changed(); }
-    ReadRow seenRow(int record) const { return m_edits.seen(record); }
+    int changedCount() const { return edits().count(); }
+    bool hasChanges() const { return edits().count() > 0; }
+    std::vector<ChangedRow> changedRows() const { return edits().changed(); }
+    ReadRow seenRow(int record) const { return edits().seen(record); }
     void dropChanges();
     /// The edits have been written: they are what the rows hold now.
     void acceptChanges();
@@ -80,10 +87,19 @@ public:
     int countOfList() const;
     /// Prepares the texts that narrow() compares, so that the first key stroke need not.
     void prepareNarrowing();
-    /// Ticks or clears a tick column on every shown row that may be edited.
-    void tickAll(ListColumn column, bool on);
-    /// Whether every shown row that may be edited is ticked.
-    bool allTicked(ListColumn column) const;
+    /// Ticks or clears a tick column on those of the records that may be edited.
+    void tick(const std::vector<int> &records, ListColumn column, bool on);
+    /// Whether all of them that may be edited are ticked.
+    bool allTicked(const std::vector<int> &records, ListColumn column) const;
+
+    /// @name Taking back what was done to rows since they were read or saved
+    /// A tick that brought dates along is one step, and so are many ticks at once.
+    ///@{
+    UndoneStep undo();
+    UndoneStep redo();
+    /// The rows become what was read; 対象 stays. False when they are.
+    bool restore(const std::vector<int> &records);
+    ///@}
 
     /// @name The kinds of letters that are proposed for the rows, reckoned after the rows are shown
     ///@{
@@ -118,33 +134,21 @@ private:
     void show();
     void showAnew();
     void toldLoaded();
-    bool mayEdit(int record, ListColumn column) const;
-    void setTick(int record, ListColumn column, bool on);
-    void tickReceived(int record, ConsentRowValues &now);
-    void takeReconsent(int record, const QDate &before, ConsentRowValues &now);
-    void tellTrouble();
-    /// Nothing when it cannot be reckoned.
-    std::optional<Period> propose(int record, const QDate &reconsent);
-    void noteTrouble();
-    bool keepsPeriod(int record, const ConsentRowValues &now, const QDate &reconsent);
-    void followMassage(int record, const QDate &before, const QDate &reconsent);
-    std::vector<int> deformityRecords(const PatientKey &patient);
+    const ListEdits &edits() const { return m_entries.edits(); }
+    bool changed(const ListStep *step);
+    UndoneStep told(const ListStep *step);
     void changedRow(int record);
     void changedAll();
     QString toolTip(int record, ListColumn column) const;
 
     ListContext m_context;
     ListRecords m_records;
-    ListEdits m_edits{m_records};
-    ListStates m_states{m_records, m_edits};
-    std::vector<bool> m_target;
+    ListEntries m_entries{m_records, m_context, m_states};
+    ListStates m_states{m_records, m_entries.edits()};
     std::vector<LetterKind> m_letters; ///< by record, of the first ones
     std::vector<bool> m_kept;          ///< by record: not narrowed away
     std::vector<int> m_shown;          ///< records, in the order shown
     std::vector<int> m_rows;           ///< by record: where it is shown; −1: narrowed away
-    /// Deformity-correction records by patient number; made when they are first asked for.
-    std::optional<QHash<qint32, std::vector<int>>> m_deformity;
-    QString m_trouble; ///< of the edit under way
     ListNarrowing m_narrowing;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;

@@ -3,30 +3,31 @@
 #include <QString>
 #include <span>
 
-/// The grid's columns, in their first order.
+/// The grid's columns, in their first order: what is looked at and entered every day comes before what is
+/// rarely read.
 enum class ListColumn {
     Target,
-    Contact,
-    Sent,
-    Received,
-    Procedure,
-    Requested,
     Number,
     Name,
     Kind,
-    FirstTreatment,
     ConsentEnd,
+    Doctor,
+    Received,
     Reconsent,
     NextStart,
     NextEnd,
-    Period,
-    HospitalNumber,
-    Hospital,
-    Doctor,
+    Requested,
+    Contact,
+    Sent,
+    Remark,
     Method,
     OwnMethods,
-    Remark,
     Letter,
+    Hospital,
+    Period,
+    Procedure,
+    FirstTreatment,
+    HospitalNumber,
     PlaceZip,
     PlaceAddress,
     ReceiptZip,

@@ -21,12 +21,16 @@
 #include "widgets/enter_moves_on.h"
 #include "widgets/version_form.h"
 #include "widgets/version_text.h"
+#include "widgets/window_settings.h"
 
 #include <QAction>
 #include <QApplication>
+#include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
 
@@ -35,6 +39,8 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int idle = 50; // milliseconds
+
+const QString foldedKey = u"consent_list/folded"_s;
 
 } // namespace
 
@@ -78,9 +84,17 @@ void frm同意書管理::layOut() {
     m_status->setObjectName(u"lblStatus"_s);
     m_lapsed = new QLabel(this);
     m_lapsed->setObjectName(u"lblKigengai"_s);
+    m_scope = new QLabel(this);
+    m_scope->setObjectName(u"lblScope"_s);
+    m_scope->setSizePolicy(QSizePolicy::Ignored,
+                           QSizePolicy::Fixed); // a long one is cut, not the window widened
 
     auto *layout = new QVBoxLayout(this);
+    constexpr int margin = 6, between = 4;
+    layout->setContentsMargins(margin, between, margin, between);
+    layout->setSpacing(between);
     layout->addWidget(m_panel);
+    layout->addWidget(m_scope);
     layout->addWidget(m_states);
     layout->addWidget(m_grid, 1);
     layout->addWidget(m_commands);
@@ -92,6 +106,7 @@ void frm同意書管理::layOut() {
     foot->addWidget(m_progress);
     layout->addLayout(foot);
     new EnterMovesOn(m_panel);
+    fold(windowSettings().value(foldedKey).toBool());
     resize(m_grid->widthOf(190), fontMetrics().height() * 42);
 }
 
@@ -108,12 +123,18 @@ void frm同意書管理::placeActions() {
 void frm同意書管理::wire() {
     connect(m_commands, &ListCommandBar::triggered, this,
             [this](const ListCommand &command) { run(command); });
-    connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
-    connect(m_panel, &ListFilterPanel::narrowed, this, [this] {
-        m_grid->keepPlace([this] { m_model->narrow(m_panel->narrowName(), m_panel->narrowKana()); });
+    connect(m_model, &ConsentListModel::stateChanged, this, [this] {
+        m_said.clear();
+        showState();
     });
     connect(m_panel, &ListFilterPanel::chosen, this, [this] { work().follow().chosen(); });
     connect(m_panel, &ListFilterPanel::typed, this, [this] { work().follow().typed(); });
+    connect(m_panel, &ListFilterPanel::narrowed, this,
+            [this] { m_grid->narrow(m_panel->narrowName(), m_panel->narrowKana()); });
+    connect(m_panel, &ListFilterPanel::listWanted, this, [this] { enterList(); });
+    const auto *down =
+        new QShortcut(Qt::CTRL | Qt::Key_Down, m_panel, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    connect(down, &QShortcut::activated, this, [this] { enterList(); });
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { work().searchAsked(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { work().clearFilter(); });
     connect(m_panel, &ListFilterPanel::patientChosen, this,
@@ -131,8 +152,7 @@ void frm同意書管理::wire() {
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
-    connect(m_model, &ConsentListModel::doubted, this,
-            [this](const QString &why) { m_status->setText(why); });
+    connect(m_model, &ConsentListModel::doubted, this, [this](const QString &why) { say(why); });
 }
 
 void frm同意書管理::sayNoDate() {
@@ -149,8 +169,9 @@ bool frm同意書管理::settleCell() {
 
 short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_db = &db;
-    m_parts = std::make_unique<Parts>(
-        m_environment, db, ListWindow{this, m_model, m_panel, m_grid, m_states, m_commands, m_progress});
+    m_parts = std::make_unique<Parts>(m_environment, db,
+                                      ListWindow{this, m_model, m_panel, m_grid, m_states, m_commands,
+                                                 m_progress, [this](const QString &text) { say(text); }});
     work().readMethods(u"iInit()でエラー"_s);
     m_panel->setSearches(m_parts->pickLists.searches(m_environment.messages), m_environment.messages);
     if (!work().begin()) {
@@ -176,6 +197,12 @@ void frm同意書管理::readColumns() {
 }
 
 void frm同意書管理::run(const ListCommand &command) {
+    m_said.clear();
+    // A text box has its own; unlike the key of undoing it leaves this one to the window.
+    if (auto *box = qobject_cast<QLineEdit *>(focusWidget()); box && command.name() == u"mnRedo") {
+        box->redo();
+        return;
+    }
     if (!settleCell())
         return;
     if (command.needsRow() && !m_grid->currentIndex().isValid())
@@ -206,8 +233,57 @@ void frm同意書管理::showState() {
     m_panel->showCounts(work().countsText());
     m_states->showCounts(m_model->stateCounts(), m_model->shownState());
     m_lapsed->setText(work().lapsedText());
-    const int changed = m_model->changedCount();
-    m_status->setText(changed == 0 ? QString() : u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed));
+    m_scope->setText(listScope(*m_grid, *m_panel, work().readFilter()).join(u"　"_s) + u"　　"_s +
+                     work().countsText());
+    m_scope->setToolTip(m_scope->text());
+    QStringList texts;
+    if (!m_said.isEmpty())
+        texts += m_said;
+    if (const int changed = m_model->changedCount(); changed > 0)
+        texts += u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed);
+    if (texts.isEmpty())
+        texts += orderText(*m_grid, work().readFilter());
+    m_status->setText(texts.join(u"　　"_s));
+}
+
+// In the foot, until the next command or change.
+void frm同意書管理::say(const QString &text) {
+    m_said = text;
+    showState();
+}
+
+void frm同意書管理::enterList() {
+    m_grid->setFocus();
+    m_grid->goToFirst();
+}
+
+void frm同意書管理::sortByColumn() {
+    m_grid->sortByCurrentColumn();
+    showState();
+}
+
+// Filter and buttons give way to one line that says what they hold; their keys stay.
+void frm同意書管理::fold(bool folded) {
+    m_panel->setHidden(folded);
+    m_commands->setHidden(folded);
+    m_scope->setVisible(folded);
+}
+
+void frm同意書管理::toggleFolded() {
+    const bool folded = !m_panel->isHidden();
+    fold(folded);
+    if (folded)
+        m_grid->setFocus();
+    QSettings settings = windowSettings();
+    settings.setValue(foldedKey, folded);
+}
+
+// Esc goes back from a box to the list and no further: it closes nothing and drops nothing.
+void frm同意書管理::keyPressEvent(QKeyEvent *event) {
+    if (event->key() == Qt::Key_Escape)
+        m_grid->setFocus();
+    else
+        QDialog::keyPressEvent(event);
 }
 
 // The practice's choice takes the place of this user's own widths and order.

@@ -31,8 +31,11 @@ public:
     short iInit(cT_ADODB &db, short number);
     QString sErrMsg() const { return m_error; }
 
-    /// Esc and the window's close button: leaves, unless unsaved edits keep the user here.
+    /// F12 and the window's close button: leaves, unless unsaved edits keep the user here.
     void reject() override;
+
+protected:
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     friend std::span<const ListCommand> listCommands();
@@ -44,6 +47,11 @@ private:
     void run(const ListCommand &command);
     void pressButton();
     void showState();
+    void say(const QString &text);
+    void enterList();
+    void sortByColumn();
+    void toggleFolded();
+    void fold(bool folded);
 
     ListWork &work();
     void readColumns();
@@ -69,7 +77,9 @@ private:
     StateBar *m_states;
     ListCommandBar *m_commands;
     QProgressBar *m_progress;
+    QLabel *m_scope; ///< what the filter says, in its place while it is folded
     QLabel *m_status;
     QLabel *m_lapsed;
+    QString m_said;
     QTimer *m_idle; ///< reads the letters' kinds while the user looks at the list
 };

@@ -64,6 +64,14 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u"cmdAllCheckGet"_s, u""_s, u"受領 全選択"_s, u"F8"_s,
                     u"表示中の行の「受領」をすべて付けます。すべて付いているときは外します"_s, Consent,
                     NewestRows, &ListWork::tickAllReceived},
+        ListCommand{u""_s, u"mnUndo"_s, u"元に戻す"_s, u"Ctrl+Z"_s,
+                    u"保存していない入力とチェックを、新しいものから順に元に戻します"_s, Consent, Nothing,
+                    &ListWork::undo},
+        ListCommand{u""_s, u"mnRedo"_s, u"やり直す"_s, u"Ctrl+Y"_s,
+                    u"元に戻した入力とチェックを、もう一度行います"_s, Consent, Nothing, &ListWork::redo},
+        ListCommand{u""_s, u"mnRestoreRow"_s, u"行を元に戻す"_s, u"Ctrl+R"_s,
+                    u"選択した行の保存していない変更を、読み込んだときの内容に戻します"_s, Consent, NewestRow,
+                    &ListWork::restoreRows},
         ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
                     u"一覧備考を広い画面で編集します。備考はこの一覧でも入力できます"_s, Consent, NewestRow,
                     openRemark},
@@ -83,6 +91,12 @@ std::span<const ListCommand> listCommands() {
         rangeCommand(u"mnRange4"_s, QuickRange::ThisAndNext, u"Ctrl+4"_s),
         ListCommand{u"cmdDspOrder"_s, u""_s, u"並び順"_s, u"F9"_s, u"一覧と利用者の並び順を選びます"_s,
                     Settings, Nothing, &ListWork::chooseOrder},
+        ListCommand{u""_s, u"mnSortColumn"_s, u"この列で並べ替え"_s, u"Shift+F9"_s,
+                    u"カーソルのある列で並べ替えます。もう一度で逆順、三度目で元の順に戻ります"_s, Settings,
+                    Row, &Form::sortByColumn},
+        ListCommand{u""_s, u"mnFold"_s, u"条件とボタンをたたむ"_s, u"Shift+F11"_s,
+                    u"条件とボタンを一行にまとめ、一覧を広く表示します。もう一度で元に戻ります"_s, Settings,
+                    Nothing, &Form::toggleFolded},
         ListCommand{u"cmdIrai"_s, u""_s, u"同意依頼"_s, u"Ctrl+I"_s,
                     u"対象の利用者の同意依頼書を、種類やあて先を確かめて出力します"_s, Request, NewestRows,
                     openRequests},
@@ -100,7 +114,7 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u"CmdPrintSet"_s, u""_s, u"セット印刷"_s, u"Ctrl+Shift+P"_s,
                     u"対象の利用者の同意書・同意依頼書・封筒をまとめて印刷します"_s, Print, NewestRows,
                     openSetPrint},
-        ListCommand{u""_s, u"mnDouiSyosikiSet"_s, u"利用者の同意書式"_s, u"Ctrl+Y"_s,
+        ListCommand{u""_s, u"mnDouiSyosikiSet"_s, u"利用者の同意書式"_s, u"Ctrl+L"_s,
                     u"選択した利用者の同意書・同意依頼書の書式を決め、1人分を印刷します"_s, Print, Row,
                     openPatientConsentForms},
         ListCommand{u"CmdDouishoList"_s, u""_s, u"同意書台帳"_s, u"Ctrl+D"_s,
@@ -187,9 +201,13 @@ QString listMenuCaption(ListCommand::Menu menu) {
 QString listHelp() {
     return u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
            "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"
-           "Space　対象・連絡・受領・依頼のチェック、依頼ボタン\r\n"
-           "文字・数字キー、ダブルクリック　項目の入力（日付は 1121、8/11/21、今日、+6m "
+           "Space　対象・連絡・受領・依頼のチェック、依頼ボタン（選択した行はまとめて）\r\n"
+           "Shift+↑↓、Shift+Space、Ctrl+A　行の選択\r\n"
+           "Tab、Shift+Tab　次・前の入力項目　　Ctrl+Tab　一覧の外へ\r\n"
+           "Enter、文字・数字キー、ダブルクリック　項目の入力（日付は 1121、8/11/21、今日、+6m "
            "でも入力できます）\r\n"
-           "Delete　項目を空にする\r\n見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
+           "Delete　項目を空にする　　Ctrl+Z　元に戻す　　Ctrl+Y　やり直す　　Ctrl+U　行を元に戻す\r\n"
+           "条件の中で Ctrl+↓　一覧の先頭へ　　Esc　一覧へ戻る\r\n"
+           "Shift+F9、見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
            "期間にマウスを置くと、期間の決まり方を表示します"_s;
 }

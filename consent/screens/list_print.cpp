@@ -10,9 +10,8 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-QString orderText(const QHeaderView &header, const ListFilter &filter) {
+QString orderText(const ListGrid &grid, const ListFilter &filter) {
+    const QHeaderView &header = *grid.horizontalHeader();
     const QString caption = u"並び順："_s;
     if (const int column = header.sortIndicatorSection(); column >= 0)
         return caption + listColumn(column).caption +
@@ -21,8 +20,9 @@ QString orderText(const QHeaderView &header, const ListFilter &filter) {
            patientOrderNames()[int(filter.patientOrder)];
 }
 
-QStringList narrowedTexts(const ListFilterPanel &panel, RowState state) {
-    QStringList texts;
+QStringList listScope(const ListGrid &grid, const ListFilterPanel &panel, const ListFilter &filter) {
+    QStringList texts = filterTexts(filter);
+    const RowState state = static_cast<ConsentListModel *>(grid.model())->shownState();
     if (state == RowState::Lapsed)
         texts += u"状態：期限切れ（対象期間外を含む）"_s;
     else if (state != RowState::All)
@@ -34,18 +34,14 @@ QStringList narrowedTexts(const ListFilterPanel &panel, RowState state) {
     return texts;
 }
 
-} // namespace
-
 GridDocument listDocument(const ListGrid &grid, const ListFilterPanel &panel, const ListFilter &filter,
                           const QString &counts) {
     GridDocument document;
     document.title = u"同意書一覧"_s;
     document.table = tableOf(grid);
     const QString between = u"　　"_s;
-    document.notes = {(filterTexts(filter) +
-                       narrowedTexts(panel, static_cast<ConsentListModel *>(grid.model())->shownState()))
-                          .join(between),
-                      counts + between + orderText(*grid.horizontalHeader(), filter)};
+    document.notes = {listScope(grid, panel, filter).join(between),
+                      counts + between + orderText(grid, filter)};
     const QStringList headings = document.table.headings();
     for (const ListColumn key : {ListColumn::Number, ListColumn::Name})
         if (const auto at = headings.indexOf(listColumn(int(key)).caption); at >= 0)

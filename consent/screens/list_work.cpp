@@ -34,6 +34,7 @@ ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &win
       m_grid(window.grid),
       m_commands(window.commands),
       m_progress(window.progress),
+      m_say(window.say),
       m_advisor(environment.folders, environment.branch, db),
       m_list(environment, db, *window.model, m_advisor),
       m_follow(window, m_list.readFilter(), [this](const ListFilter &filter) { return show(filter); }) {}
@@ -316,7 +317,9 @@ void ListWork::saveAsked() {
         m_environment.messages.note(u"変更された行はありません。"_s);
         return;
     }
-    if (m_environment.messages.ask(u"変更分を更新します。よろしいですか？"_s) && save()) {
+    if (m_environment.messages.ask(
+            u"変更分を更新します。よろしいですか？\r\n変更 %L1 行"_s.arg(m_model->changedCount())) &&
+        save()) {
         m_environment.messages.note(u"保存しました。"_s);
         m_follow.follow();
     }
@@ -344,7 +347,32 @@ void ListWork::renew() {
 }
 
 void ListWork::tickAll(ListColumn column) {
-    m_model->tickAll(column, !m_model->allTicked(column));
+    const std::vector<int> &shown = m_model->shownRecords();
+    m_model->tick(shown, column, !m_model->allTicked(shown, column));
+}
+
+void ListWork::undo() {
+    sayUndone(m_model->undo(), u"元に戻しました：%1"_s, u"元に戻す操作はありません。"_s);
+}
+
+void ListWork::redo() {
+    sayUndone(m_model->redo(), u"やり直しました：%1"_s, u"やり直す操作はありません。"_s);
+}
+
+void ListWork::sayUndone(const UndoneStep &step, const QString &done, const QString &nothing) {
+    if (step.record >= 0)
+        m_grid->goToRecord(step.record);
+    m_say(step.record >= 0 ? done.arg(step.what) : nothing);
+}
+
+void ListWork::restoreRows() {
+    std::vector<int> records = m_grid->chosenRecords();
+    if (records.empty())
+        records.push_back(m_model->recordOfRow(m_grid->currentIndex().row()));
+    const bool done = m_model->restore(records);
+    const QString what =
+        records.size() == 1 ? m_model->who(records.front()) : u"%L1 行"_s.arg(records.size());
+    m_say(done ? what + u" を読み込んだときの内容に戻しました。"_s : u"この行に変更はありません。"_s);
 }
 
 QString ListWork::countsText() const {

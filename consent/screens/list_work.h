@@ -4,6 +4,8 @@
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/filter_follow.h"
 
+#include <functional>
+
 class ListCommandBar;
 class ListFilterPanel;
 class ListGrid;
@@ -23,6 +25,7 @@ struct ListWindow {
     StateBar *states;
     ListCommandBar *commands;
     QProgressBar *progress;
+    std::function<void(const QString &)> say; ///< in the foot, until the user does the next thing
 };
 
 /// The list's everyday work: its rows follow the filter's controls, its edits reach the database. Asks and
@@ -63,6 +66,10 @@ public:
     /// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
     bool maySwitch();
     void renew();
+    void undo();
+    void redo();
+    /// The chosen rows, else the current one, become what was read.
+    void restoreRows();
     void tickAllTargets() { tickAll(ListColumn::Target); }
     void tickAllReceived() { tickAll(ListColumn::Received); }
     ///@}
@@ -95,6 +102,7 @@ private:
     bool meansDates();
     void readLinks();
     void tickAll(ListColumn column);
+    void sayUndone(const UndoneStep &step, const QString &done, const QString &nothing);
     void tellDropped(const QStringList &rows);
     void showRow(int record, ListColumn column);
 
@@ -106,6 +114,7 @@ private:
     ListGrid *m_grid;
     ListCommandBar *m_commands;
     QProgressBar *m_progress;
+    std::function<void(const QString &)> m_say;
     ListAdvisor m_advisor;
     ConsentList m_list;
     FilterFollow m_follow;

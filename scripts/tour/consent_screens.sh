@@ -29,7 +29,7 @@ tour_company_forms() {
 
 tour_patient_forms() {
     window '同意書管理'
-    key ctrl+y
+    key ctrl+l
     window '保存確認'
     glance patient-consent-forms-asked
     key Return

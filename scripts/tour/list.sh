@@ -57,7 +57,7 @@ tour_filter() {
 
 # A colleague writes the rows while they are being edited here.
 tour_conflict() {
-    key ctrl+Home Right space Down space
+    key ctrl+Home Tab space Down space
     database "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '$(date '+%Y/%m/%d %H:%M:%S')'"
     key F5
     sleep 0.5
@@ -104,11 +104,11 @@ tour_edit() {
     key Escape
     gone '並び順'
     key ctrl+Home
-    for _ in $(seq 11); do key Right; done
+    key Tab Tab
     write "$(date +%Y%m%d)"
     shot typing-a-date '再同意日をセルに入力しているところ'
     key Return Up
-    for _ in $(seq 8); do key Left; done
+    key shift+Tab
     key space
     shot edited '変更した項目には色が付きます。保存するまでデータベースは変わりません'
     key F5

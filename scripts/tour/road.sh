@@ -78,7 +78,7 @@ road_find() {
     key F4
     road_first_cell
     # 対象 and 連絡
-    key space Right space
+    key space Tab Tab Tab Tab Tab Tab space
     glance ticked
     key F5 Return
 }
@@ -119,11 +119,11 @@ road_mail() {
 # 受領 and the re-consent date, then the renewal.
 road_answer() {
     road_first_cell
-    for _ in $(seq 11); do key Right; done
+    key Tab Tab
     write "$(date +%Y%m%d)"
     key Return
     road_first_cell
-    key Right Right Right space
+    key Tab space
     glance answered
     key F5 Return
     key F6

@@ -100,21 +100,21 @@ TEST_F(ListColumnsTest, ThePracticesColumnsHoldAndTheUsersOwnWidthsOverThem) {
     EXPECT_EQ(cell(0, ListColumn::OnPaper).data(), u"○"_s);
     EXPECT_EQ(cell(0, ListColumn::HospitalMethod).data(), u"FAX"_s);
     EXPECT_EQ(cell(0, ListColumn::ToHospital).data(Qt::CheckStateRole), Qt::Checked);
-    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Name)), 1);
-    EXPECT_EQ(grid->currentIndex().column(), int(ListColumn::Name)) << "the first that is shown";
+    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Reconsent)), 1);
+    EXPECT_EQ(grid->currentIndex().column(), int(ListColumn::Reconsent)) << "the first that is shown";
     grid->setColumnWidth(int(ListColumn::Remark), 321);
     grid->horizontalHeader()->moveSection(2, 5);
     form->reject();
     open();
     EXPECT_EQ(grid->columnWidth(int(ListColumn::Remark)), 321);
-    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Sent)), 5);
+    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Name)), 5);
     form->reject();
     of(settings, ListColumn::Remark).width = 10;
     std::swap(settings.columns[0], settings.columns[20]);
     store(settings);
     open();
     EXPECT_EQ(grid->columnWidth(int(ListColumn::Remark)), 321) << "the user's own";
-    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Sent)), 2) << "the practice's new order";
+    EXPECT_EQ(grid->horizontalHeader()->visualIndex(int(ListColumn::Name)), 2) << "the practice's new order";
 }
 
 TEST_F(ListColumnsTest, FrozenColumnsStayInSightAndAreWorkedAsOthers) {

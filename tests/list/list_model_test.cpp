@@ -104,7 +104,7 @@ TEST_F(ListModelTest, NarrowsByNameAndKanaWhateverTheirWriting) {
     EXPECT_EQ(narrowed({}, u"ﾊﾊﾞ"_s), QStringList({u"4"_s})) << "voiced marks are letters of their own";
     EXPECT_EQ(narrowed(u"山田a"_s, u"やま"_s), QStringList({u"1"_s}));
     EXPECT_EQ(narrowed(u" 山　田Ａ"_s, {}), QStringList({u"1"_s})) << "blanks are ignored";
-    model.tickAll(ListColumn::Target, true);
+    model.tick(model.shownRecords(), ListColumn::Target, true);
     EXPECT_EQ(narrowed({}, {}).size(), 5);
     EXPECT_EQ(model.targetRecords().size(), 2u) << "ticking all touches shown rows only";
 }
@@ -148,7 +148,7 @@ TEST_F(ListModelTest, LinksProposeForReceivedAndForDeformityRows) {
     EXPECT_EQ(text(1, ListColumn::Reconsent, true), u"2026/12/01"_s);
     EXPECT_EQ(text(2, ListColumn::Reconsent, true), u""_s) << "another patient's row follows nobody";
     model.dropChanges();
-    model.tickAll(ListColumn::Received, true);
+    model.tick(model.shownRecords(), ListColumn::Received, true);
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s) << "ticking all is ticking each";
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 3), true));
     EXPECT_EQ(text(1, ListColumn::Reconsent), u"2026/12/01"_s) << "a deformity row leads no other";
@@ -196,7 +196,8 @@ TEST_F(ListModelTest, ATickAloneChangesTheTickAlone) {
         advisor.follows = true;
         advisor.proposedDay = QDate();
         const auto ticked = [&] {
-            all ? model.tickAll(ListColumn::Received, true) : void(tick(1, ListColumn::Received, true));
+            all ? model.tick(model.shownRecords(), ListColumn::Received, true)
+                : void(tick(1, ListColumn::Received, true));
         };
         ticked();
         EXPECT_EQ(triple(1, false), QStringList({u""_s, u"2027/01/01"_s, u"2027/05/31"_s})) << all;
@@ -247,7 +248,7 @@ TEST_F(ListModelTest, TroubleIsToldByTheEditThatMetItOnly) {
     EXPECT_EQ(troubled.count(), 1);
     EXPECT_TRUE(edit(1, ListColumn::Remark, u"x"_s));
     EXPECT_TRUE(tick(1, ListColumn::Contact, true));
-    model.tickAll(ListColumn::Target, true);
+    model.tick(model.shownRecords(), ListColumn::Target, true);
     EXPECT_EQ(troubled.count(), 1);
     advisor.said.clear();
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 12, 2)));
@@ -267,7 +268,7 @@ TEST_F(ListModelTest, TroubleWithOneOfManyRowsIsTold) {
     advisor.said = u"読めません"_s;
     advisor.troubled = 2;
     advisor.proposedDay = QDate(2026, 12, 1);
-    model.tickAll(ListColumn::Received, true);
+    model.tick(model.shownRecords(), ListColumn::Received, true);
     EXPECT_EQ(troubled.count(), 1);
     EXPECT_EQ(text(3, ListColumn::NextEnd), u"2026/12/11"_s);
 }

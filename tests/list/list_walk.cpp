@@ -69,15 +69,19 @@ public:
         static constexpr Action actions[] = {
             {10, &Walk::tick, "tick"},    {10, &Walk::type, "type"},       {8, &Walk::colleague, "colleague"},
             {3, &Walk::narrow, "narrow"}, {2, &Walk::tickAll, "tick all"}, {2, &Walk::reread, "read again"},
-            {2, &Walk::search, "search"}, {3, &Walk::save, "save"},        {4, &Walk::renew, "renew"}};
-        int at = one(44);
+            {2, &Walk::search, "search"}, {3, &Walk::save, "save"},        {4, &Walk::renew, "renew"},
+            {5, &Walk::undo, "undo"},     {3, &Walk::redo, "redo"}};
+        int at = one(52);
         for (const Action &action : actions) {
             at -= action.weight;
             if (at >= 0)
                 continue;
             m_messages.shown.clear();
             m_trail.append(QString::fromLatin1(action.name));
+            const std::map<QString, Row> before = m_edits;
             (this->*action.act)();
+            if (action.act == &Walk::tick || action.act == &Walk::type || action.act == &Walk::tickAll)
+                noteStep(before);
             compare();
             return;
         }
@@ -251,6 +255,57 @@ private:
             }
     }
 
+    /// Rows before and after one thing that the user did.
+    struct Step {
+        std::map<QString, Row> before, after;
+    };
+
+    void noteStep(const std::map<QString, Row> &before) {
+        Step step;
+        for (const auto &[key, read] : m_read) {
+            const auto edit = before.find(key);
+            const Row &was = edit == before.end() ? read : edit->second;
+            if (const Row now = seen(key); now != was) {
+                step.before[key] = was;
+                step.after[key] = now;
+            }
+        }
+        if (step.before.empty())
+            return;
+        m_steps.resize(m_done);
+        m_steps.push_back(step);
+        m_done = m_steps.size();
+    }
+
+    void undo() {
+        key(Qt::Key_Z, Qt::ControlModifier);
+        if (m_done > 0)
+            for (const auto &[key, row] : m_steps[--m_done].before)
+                enter(key, row);
+    }
+
+    void redo() {
+        key(Qt::Key_Y, Qt::ControlModifier);
+        if (m_done < m_steps.size())
+            for (const auto &[key, row] : m_steps[m_done++].after)
+                enter(key, row);
+    }
+
+    void forgetSteps() {
+        m_steps.clear();
+        m_done = 0;
+    }
+
+    /// What was done can be taken back while its rows are what they were.
+    void keepSteps(const Rows &rows) {
+        bool same = true;
+        for (const Step &step : m_steps)
+            for (const auto &[key, row] : step.before)
+                same = same && rows.contains(key) && inRange(rows.at(key)) && !overtaken(key, rows);
+        if (!same)
+            forgetSteps();
+    }
+
     void reread() {
         key(Qt::Key_F4, Qt::ShiftModifier);
         takeNew(stored());
@@ -258,6 +313,7 @@ private:
 
     /// The rows are read anew; edits of rows that a colleague wrote are gone, and named.
     void takeNew(const Rows &rows) {
+        keepSteps(rows);
         for (auto edit = m_edits.begin(); edit != m_edits.end();) {
             const auto row = rows.find(edit->first);
             if (row == rows.end() || !inRange(row->second) || overtaken(edit->first, rows)) {
@@ -281,6 +337,7 @@ private:
         if (asked && m_messages.answer == Answer::Yes && !afterSave(m_before))
             return;
         m_edits.clear();
+        forgetSteps();
         m_read = stored();
     }
 
@@ -306,6 +363,7 @@ private:
             return false;
         }
         m_edits.clear();
+        forgetSteps();
         m_read = stored();
         return true;
     }
@@ -354,6 +412,7 @@ private:
             if (!overtaken(key, m_before) && mayRenew(row) && !m_before.contains(renewedKeyOf(row)))
                 addRenewed(expected, key, row);
         checkStored(expected, stored());
+        m_edits.empty() ? keepSteps(stored()) : forgetSteps();
         m_edits.clear();
         m_read = stored();
     }
@@ -406,6 +465,8 @@ private:
     Rows m_read;                    ///< as the list read them
     Rows m_before;                  ///< stored just before the program writes
     std::map<QString, Row> m_edits; ///< by row, the row with what was entered
+    std::vector<Step> m_steps;      ///< that can be taken back, and from `m_done` on done again
+    size_t m_done = 0;
     QString m_narrowed;
     QString m_typed;
     QStringList m_trail;
