@@ -98,6 +98,14 @@ double ListScreen::clickHeader(ListColumn column) {
     return untilPainted([&] { QTest::mouseClick(header->viewport(), Qt::LeftButton, {}, middle); });
 }
 
+double ListScreen::tickAll() {
+    return untilPainted([&] { QTest::keyClick(&m_form, Qt::Key_F7); });
+}
+
+double ListScreen::undo(bool back) {
+    return untilPainted([&] { QTest::keyClick(&m_form, back ? Qt::Key_Z : Qt::Key_Y, Qt::ControlModifier); });
+}
+
 std::vector<double> ListScreen::narrowByKana(const QString &text) {
     auto *box = m_form.findChild<QLineEdit *>(u"txt_SiboriKana"_s);
     box->setFocus();

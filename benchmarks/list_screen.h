@@ -33,6 +33,10 @@ public:
     double clickHeader(ListColumn column);
     /// Types a text to narrow by kana and takes it back: the milliseconds of each stroke.
     std::vector<double> narrowByKana(const QString &text);
+    /// F7 on all rows: ticks them, or clears them.
+    double tickAll();
+    /// Ctrl+Z, or Ctrl+Y.
+    double undo(bool back = true);
 
     /// Waits until nothing is left to be done or painted.
     void settle();

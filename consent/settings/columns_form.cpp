@@ -16,6 +16,7 @@ using namespace Qt::Literals::StringLiterals;
 ColumnsForm::ColumnsForm(const Environment &environment, const ColumnSettings &now, QWidget *parent)
     : QDialog(parent),
       m_environment(environment),
+      m_before(now),
       m_ui(std::make_unique<Ui::ColumnsForm>()),
       m_model(new ColumnsModel(this)) {
     m_ui->setupUi(this);
@@ -72,6 +73,15 @@ void ColumnsForm::accept() {
         QDialog::accept();
     else
         m_environment.messages.note(u"表示する項目を選択してください。"_s);
+}
+
+void ColumnsForm::reject() {
+    m_ui->ssKoumoku->commitEditor();
+    const Answer answer = chosen() == m_before ? Answer::No : m_environment.messages.askToSave();
+    if (answer == Answer::Yes)
+        accept();
+    else if (answer == Answer::No)
+        QDialog::reject();
 }
 
 std::optional<ColumnSettings> chooseColumns(const Environment &environment, const ColumnSettings &now,

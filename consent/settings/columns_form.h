@@ -24,6 +24,8 @@ public:
 
     /// Confirms; at least one column must be shown.
     void accept() override;
+    /// Leaves; a choice that was changed is asked about.
+    void reject() override;
 
 private:
     void wire();
@@ -32,6 +34,7 @@ private:
     void showState();
 
     const Environment &m_environment;
+    const ColumnSettings m_before;
     std::unique_ptr<Ui::ColumnsForm> m_ui;
     ColumnsModel *m_model;
 };

@@ -70,6 +70,8 @@ short frmTantouExtra::iControlInit(const std::vector<CodeName> &staff, bool inOr
     search.lookup = [this](const QString &number) { return vCheckStaff(number); };
     m_list->setSearch(u"施術者(&T)"_s, search, staff);
     m_inOrder->setChecked(inOrder);
+    m_staffBefore = staff;
+    m_inOrderBefore = inOrder;
     m_list->findChild<QWidget *>(u"numTantou"_s)->setFocus();
     return iRefreshView();
 }
@@ -115,4 +117,13 @@ bool frmTantouExtra::inOrder() const {
 void frmTantouExtra::accept() {
     if (m_list->settle())
         QDialog::accept();
+}
+
+void frmTantouExtra::reject() {
+    const bool changed = staff() != m_staffBefore || inOrder() != m_inOrderBefore;
+    const Answer answer = changed ? m_environment.messages.askToSave() : Answer::No;
+    if (answer == Answer::Yes)
+        accept();
+    else if (answer == Answer::No)
+        QDialog::reject();
 }

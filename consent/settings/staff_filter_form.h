@@ -28,6 +28,8 @@ public:
 
     /// Takes a number that is still being typed.
     void accept() override;
+    /// Leaves; a choice that was changed is asked about.
+    void reject() override;
 
 private:
     void layOut();
@@ -35,6 +37,8 @@ private:
     Environment &m_environment;
     cT_ADODB &m_db;
     cls施術者検索 m_search;
+    std::vector<CodeName> m_staffBefore;
+    bool m_inOrderBefore = false;
     PickedList *m_list;
     QCheckBox *m_inOrder;
 };

@@ -20,6 +20,7 @@
 #include <QAction>
 #include <QButtonGroup>
 #include <QDir>
+#include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
 #include <algorithm>
@@ -79,6 +80,12 @@ void frm同意書印刷::pickPatients() {
     m_ui->gridTaisyo->addWidget(m_picked, 2, 0, 1, 2);
     m_ui->verticalLayout->setStretch(0, 1);
     setTabOrder(m_ui->optTaisyo_0, m_picked);
+}
+
+// As the window of the whole program it is closed by F12 alone.
+void frm同意書印刷::keyPressEvent(QKeyEvent *event) {
+    if (event->key() != Qt::Key_Escape || parentWidget())
+        QDialog::keyPressEvent(event);
 }
 
 void frm同意書印刷::addMenu() {

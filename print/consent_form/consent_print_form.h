@@ -32,6 +32,7 @@ public:
 protected:
     /// Prints for patients who are picked one by one, in place of one patient or those who match.
     void pickPatients();
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
     struct Searches;

@@ -172,6 +172,7 @@ TEST_F(ListColumnsTest, TheChoiceIsStoredAndHidesNoEdit) {
     open();
     grid->goTo(0, int(ListColumn::Remark));
     QTest::keyClicks(grid, u"x"_s);
+    messages.answers = {Answer::Cancel};
     QTimer::singleShot(0, [] {
         QWidget *dialog = QApplication::activeModalWidget();
         auto *items = dialog->findChild<Grid *>(u"ssKoumoku"_s);
@@ -179,15 +180,17 @@ TEST_F(ListColumnsTest, TheChoiceIsStoredAndHidesNoEdit) {
             if (items->model()->index(row, 1).data() == u"備考"_s)
                 items->goTo(row, 0);
         QTest::keyClick(items, Qt::Key_Space);
+        QTest::keyClick(items, Qt::Key_Escape);
+        EXPECT_TRUE(dialog->isVisible()) << "a choice is not dropped unasked";
         QTest::mouseClick(dialog->findChild<QPushButton *>(u"btnUp"_s), Qt::LeftButton);
-        dialog->findChild<QSpinBox *>(u"numKotei"_s)->setValue(3);
+        dialog->findChild<QSpinBox *>(u"numKotei"_s)->setValue(4);
         QTest::mouseClick(dialog->findChild<QPushButton *>(u"cmdKoumokuEnd"_s), Qt::LeftButton);
     });
     QTest::keyClick(form.get(), Qt::Key_H, Qt::ControlModifier | Qt::ShiftModifier);
     EXPECT_TRUE(isHidden(ListColumn::Remark));
     EXPECT_NE(grid->currentIndex().column(), int(ListColumn::Remark));
     const ColumnSettings stored = *readColumnSettings(folders);
-    EXPECT_EQ(stored.frozen, 3);
+    EXPECT_EQ(stored.frozen, 4);
     EXPECT_EQ(stored.columns[int(ListColumn::Remark) - 1].column, ListColumn::Remark) << "one place up";
     EXPECT_FALSE(tableOf(*grid).headings().contains(u"備考"_s)) << "files show what the list shows";
     messages.answers = {Answer::Yes};
