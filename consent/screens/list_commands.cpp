@@ -69,7 +69,7 @@ std::span<const ListCommand> listCommands() {
                     &ListWork::undo},
         ListCommand{u""_s, u"mnRedo"_s, u"やり直す"_s, u"Ctrl+Y"_s,
                     u"元に戻した入力とチェックを、もう一度行います"_s, Consent, Nothing, &ListWork::redo},
-        ListCommand{u""_s, u"mnRestoreRow"_s, u"行を元に戻す"_s, u"Ctrl+R"_s,
+        ListCommand{u""_s, u"mnRestoreRow"_s, u"行を元に戻す"_s, u"Ctrl+U"_s,
                     u"選択した行の保存していない変更を、読み込んだときの内容に戻します"_s, Consent, NewestRow,
                     &ListWork::restoreRows},
         ListCommand{u"cmdBikou"_s, u""_s, u"備考編集"_s, u"Ctrl+B"_s,
