@@ -19,6 +19,7 @@ QString ownMethods(const ListRow &row) {
 } // namespace
 
 void ConsentListModel::take(Recordset rows, const ListContext &context) {
+    m_looked.reset();
     m_context = context;
     m_records = ListRecords(std::move(rows));
     m_entries.forget();
@@ -77,6 +78,12 @@ ListRow ConsentListModel::row(int record) const {
     return {m_records, record, values(record), m_context, letter};
 }
 
+const ListRow &ConsentListModel::looked(int record) const {
+    if (!m_looked || m_looked->record != record)
+        m_looked.emplace(row(record));
+    return *m_looked;
+}
+
 std::vector<ListRow> ConsentListModel::rows(const std::vector<int> &records) const {
     std::vector<ListRow> rows;
     rows.reserve(records.size());
@@ -133,6 +140,7 @@ void ConsentListModel::acceptChanges() {
 }
 
 void ConsentListModel::changedAll() {
+    m_looked.reset();
     if (!m_shown.empty())
         Q_EMIT dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
     Q_EMIT stateChanged();
@@ -227,6 +235,7 @@ std::vector<int> ConsentListModel::recordsWithoutLetter(size_t most) const {
 }
 
 void ConsentListModel::setLetters(const std::vector<int> &records, const GivenConsents &consents) {
+    m_looked.reset();
     for (const int record : records)
         m_letters.push_back(proposeLetterKind(consents.factsOf(m_records.key(record))));
     if (m_sortColumn == int(ListColumn::Letter) && m_letters.size() == size_t(m_records.count()))
@@ -331,8 +340,8 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
         if (column == ListColumn::Target)
             return isTarget(record) ? Qt::Checked : Qt::Unchecked;
         if (role == Qt::DisplayRole || (role == Qt::EditRole && !info.editable))
-            return row(record).text(column);
-        ConsentRowValues now = values(record);
+            return looked(record).text(column);
+        ConsentRowValues now = looked(record).values;
         if (role == Qt::EditRole)
             return cellEditValue(now, column);
         return *tickOf(now, column) != 0 ? Qt::Checked : Qt::Unchecked;
@@ -346,7 +355,7 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
     case EditedRole:
         return edits().isEdited(record, column);
     case fileTextRole:
-        return info.kind == CellKind::Button ? QVariant(ownMethods(row(record))) : QVariant();
+        return info.kind == CellKind::Button ? QVariant(ownMethods(looked(record))) : QVariant();
     default:
         return {};
     }
@@ -404,6 +413,7 @@ bool ConsentListModel::setData(const QModelIndex &index, const QVariant &value, 
 }
 
 void ConsentListModel::changedRow(int record) {
+    m_looked.reset();
     if (const int row = rowOfRecord(record); row >= 0)
         Q_EMIT dataChanged(index(row, 0), index(row, columnCount() - 1));
 }

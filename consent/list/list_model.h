@@ -137,6 +137,7 @@ private:
     const ListEdits &edits() const { return m_entries.edits(); }
     bool changed(const ListStep *step);
     UndoneStep told(const ListStep *step);
+    const ListRow &looked(int record) const;
     void changedRow(int record);
     void changedAll();
     QString toolTip(int record, ListColumn column) const;
@@ -149,6 +150,8 @@ private:
     std::vector<bool> m_kept;          ///< by record: not narrowed away
     std::vector<int> m_shown;          ///< records, in the order shown
     std::vector<int> m_rows;           ///< by record: where it is shown; −1: narrowed away
+    /// The row that was looked at last: a row is painted cell by cell.
+    mutable std::optional<ListRow> m_looked;
     ListNarrowing m_narrowing;
     int m_sortColumn = -1;
     Qt::SortOrder m_sortOrder = Qt::AscendingOrder;
