@@ -8,7 +8,8 @@ void ListStates::read(const ListContext &context) {
     for (int record = 0; record < m_records.count(); ++record) {
         const QDate end = m_records.date(record, ListField::PeriodEnd);
         const bool ended = urgencyOf(end, context.today) == Urgency::Ended;
-        const bool inRange = !ended || context.readOnly || (end >= context.from && end <= context.to);
+        const bool isLimited = context.from.isValid() && !context.readOnly;
+        const bool inRange = !ended || !isLimited || (end >= context.from && end <= context.to);
         m_urgency.push_back(urgencyIn(context, end));
         m_read.push_back(statesOf(m_records.marks(record), m_urgency.back(), inRange));
     }

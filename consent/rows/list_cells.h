@@ -15,7 +15,7 @@ Urgency urgencyOf(const QDate &periodEnd, const QDate &today);
 /// What the list was read for.
 struct ListContext {
     QDate today;
-    QDate from;
+    QDate from; ///< invalid: not limited by the end of periods
     QDate to;
     bool readOnly = false; ///< nothing but 対象 can be edited
     RequestMethods methods;

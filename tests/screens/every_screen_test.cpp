@@ -196,8 +196,9 @@ TEST_F(EveryScreen, TheListsKeysAreThoseOfItsCommands) {
             shown.append(line.keys + line.what);
     for (const ListCommand &command : listCommands())
         if (!command.key.isEmpty()) {
-            EXPECT_TRUE(shown.contains(QKeySequence(command.key).toString(QKeySequence::NativeText) +
-                                       command.caption))
+            const QString line =
+                QKeySequence(command.key).toString(QKeySequence::NativeText) + command.caption;
+            EXPECT_TRUE(std::ranges::any_of(shown, [&](const QString &one) { return one.startsWith(line); }))
                 << command.caption.toStdString();
         }
 }
