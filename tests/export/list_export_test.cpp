@@ -63,9 +63,9 @@ TEST_F(ListExportTest, SavesWhatIsShownAsItIsShown) {
 
     EXPECT_EQ(exported(),
               (std::vector<QStringList>{
-                  {u"備考"_s, u"受領"_s, u"IDNo."_s, u"利用者名"_s, u"依頼ボタン"_s, u"同意依頼書種別"_s},
-                  {u""_s, u""_s, u"3"_s, u"山本 \"次郎\""_s, u"FAX"_s, u"マッサージ継続"_s},
-                  {u"急ぎ, 午後"_s, u"○"_s, u"1"_s, u"山田 太郎"_s, u""_s, u"マッサージ継続"_s}}));
+                  {u"備考"_s, u"IDNo."_s, u"利用者名"_s, u"受領"_s, u"依頼ボタン"_s, u"同意依頼書種別"_s},
+                  {u""_s, u"3"_s, u"山本 \"次郎\""_s, u""_s, u"FAX"_s, u"マッサージ継続"_s},
+                  {u"急ぎ, 午後"_s, u"1"_s, u"山田 太郎"_s, u"○"_s, u""_s, u"マッサージ継続"_s}}));
     EXPECT_EQ(messages.shown.back().title, u"出力完了"_s);
     EXPECT_EQ(database.value(u"SELECT cItiranBikou FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"NULL"_s)
         << "nothing is saved by it";

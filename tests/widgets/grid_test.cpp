@@ -54,10 +54,10 @@ struct TickGrid {
 
 TEST(TickDelegate, TogglesByClickAndSpaceAndShowsItsPictures) {
     TickGrid g;
-    EXPECT_EQ(g.middle(0), QColor(Qt::red));
+    EXPECT_GT(g.middle(0).red(), 200);
     g.click(0);
     EXPECT_EQ(g.tick(0), Qt::Checked);
-    EXPECT_EQ(g.middle(0), QColor(Qt::blue));
+    EXPECT_GT(g.middle(0).blue(), 200);
     QTest::keyClick(&g.grid, Qt::Key_Space);
     EXPECT_EQ(g.tick(0), Qt::Unchecked);
     QTest::keyClick(&g.grid, Qt::Key_Down);
