@@ -8,6 +8,7 @@
 #include "consent/list/list_order_form.h"
 #include "consent/list/list_renewal.h"
 #include "consent/list/list_renewal_form.h"
+#include "consent/rules/plausibility.h"
 #include "consent/screens/list_command_bar.h"
 #include "consent/settings/staff_filter_form.h"
 #include "db/adodb.h"
@@ -250,7 +251,6 @@ void ListWork::tellDropped(const QStringList &rows) {
 
 // Dates that may be a slip of the keys are asked about once for all rows.
 bool ListWork::meansDates() {
-    constexpr qsizetype most = 20; // lines that a message box can show
     QStringList doubts;
     int first = -1;
     if (QString wrong; m_model->firstWrong(&wrong) >= 0)
@@ -262,10 +262,8 @@ bool ListWork::meansDates() {
         }
     if (doubts.isEmpty())
         return true;
-    const QString more = doubts.size() > most ? u"\r\n他 %L1 件"_s.arg(doubts.size() - most) : QString();
-    const QString question = u"次の日付を確かめてください。\r\n\r\n"_s + doubts.mid(0, most).join(u"\r\n") +
-                             more + u"\r\n\r\nこのまま保存します。よろしいですか？"_s;
-    if (m_environment.messages.ask(question, u"日付の確認"_s, Answer::No))
+    if (m_environment.messages.ask(doubtQuestion(doubts, u"このまま保存します。"_s), u"日付の確認"_s,
+                                   Answer::No))
         return true;
     showRow(first, ListColumn::Reconsent);
     return false;
