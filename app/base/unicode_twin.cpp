@@ -5,17 +5,18 @@
 
 namespace {
 
-/// "douisho 120 9f86d0…\n": the bytes and their hash.
-QByteArray firstLine(QByteArrayView data) {
+/// "douisho 120 9f86d0…\n": how many bytes of data, and the hash of these and the text.
+QByteArray firstLine(QByteArrayView data, QByteArrayView text) {
     QCryptographicHash hash(QCryptographicHash::Sha256);
     hash.addData(data);
+    hash.addData(text);
     return "douisho " + QByteArray::number(data.size()) + ' ' + hash.result().toHex() + '\n';
 }
 
 } // namespace
 
 QByteArray UnicodeTwin::of(QByteArrayView data, QByteArrayView text) {
-    return firstLine(data) + text.toByteArray();
+    return firstLine(data, text) + text.toByteArray();
 }
 
 QByteArray UnicodeTwin::textBeside(const QString &dataFile, QByteArrayView data) {
@@ -23,6 +24,7 @@ QByteArray UnicodeTwin::textBeside(const QString &dataFile, QByteArrayView data)
     if (!file.open(QIODevice::ReadOnly))
         return {};
     const QByteArray twin = file.readAll();
-    const QByteArray wanted = firstLine(data);
-    return twin.startsWith(wanted) ? twin.sliced(wanted.size()) : QByteArray();
+    const qsizetype start = twin.indexOf('\n') + 1;
+    const QByteArray text = twin.sliced(start);
+    return twin.first(start) == firstLine(data, text) ? text : QByteArray();
 }

@@ -5,7 +5,8 @@
 
 /// The same data file once more, in UTF-8: it lies beside a data file some of whose characters code page 932
 /// lacks, and is read by our viewer and image builder alone. Its first line tells the bytes that it belongs
-/// to: one that an earlier document left says nothing about another's data.
+/// to, and its own: one that an earlier document left says nothing about another's data, and one that is cut
+/// off nothing at all.
 namespace UnicodeTwin {
 
 /// The twin's place.

@@ -12,17 +12,19 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Everything that can be found out before a letter leaves, in one box.
-bool mayOutput(Messages &messages, const LetterCheck &check, const LetterRun &run) {
+bool mayOutput(Messages &messages, const LetterJob &job, const LetterRun &run) {
+    const LetterCheck check = job.check();
     if (check.refusal) {
         messages.show(*check.refusal);
         return false;
     }
     const bool print = run.way == LetterOutput::Print;
+    const Message oral = oralNotPrinted(job.oralRows());
     if (check.notes.isEmpty() && (!print || run.question.isEmpty()))
-        return !print || messages.show(oralNotPrinted()) == Answer::Ok;
+        return !print || messages.show(oral) == Answer::Ok;
     QStringList parts = check.notes;
     if (print)
-        parts.prepend(oralNotPrinted().text);
+        parts.prepend(oral.text);
     parts += print && !run.question.isEmpty() ? run.question : u"依頼書を出力します。よろしいですか？"_s;
     return messages.ask(parts.join(u"\r\n\r\n"_s), print ? u"依頼印刷"_s : u"同意依頼書"_s);
 }
@@ -91,7 +93,7 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         return LetterOutcome::Stopped;
     }
     const bool print = run.way == LetterOutput::Print;
-    if (!mayOutput(messages, job.check(), run))
+    if (!mayOutput(messages, job, run))
         return LetterOutcome::Stopped;
     const Result<bool> output = job.output(run.way, run.startWait);
     if (!output)

@@ -50,16 +50,18 @@ void judgeStart(const EnteredDates &entered, const QDate &today, QStringList &do
                                                     start > reference ? u"後"_s : u"前"_s));
 }
 
-void judgeEnd(const EnteredDates &entered, QStringList &doubts) {
+// Where no start was entered the period is counted from what stands for it.
+void judgeEnd(const EnteredDates &entered, const QDate &today, QStringList &doubts) {
     const auto &[start, end] = entered.period;
+    const QDate from = start.isValid() ? start : entered.consent.isValid() ? entered.consent : today;
     if (start.isValid() && end < start)
         doubts.append(named(u"要加療終了"_s, end) + u"は、要加療開始 %1 より前です。"_s.arg(dateText(start)));
     else if (entered.ruledEnd.isValid() && end > entered.ruledEnd)
         doubts.append(named(u"要加療終了"_s, end) +
                       u"は、規則の終了日 %1 より%2長くなります。"_s.arg(dateText(entered.ruledEnd),
                                                                         distance(entered.ruledEnd, end)));
-    else if (!entered.ruledEnd.isValid() && start.isValid() && end > start.addMonths(longestPeriod))
-        doubts.append(named(u"要加療終了"_s, end) + u"までの期間は%1です。"_s.arg(distance(start, end)));
+    else if (!entered.ruledEnd.isValid() && end > from.addMonths(longestPeriod))
+        doubts.append(named(u"要加療終了"_s, end) + u"までの期間は%1です。"_s.arg(distance(from, end)));
 }
 
 } // namespace
@@ -71,7 +73,7 @@ QStringList doubtsOf(const EnteredDates &entered, const QDate &today) {
     if (entered.period.start.isValid())
         judgeStart(entered, today, doubts);
     if (entered.period.end.isValid())
-        judgeEnd(entered, doubts);
+        judgeEnd(entered, today, doubts);
     return doubts;
 }
 

@@ -80,12 +80,10 @@ Message layoutMissing(const QString &layout) {
             MessageIcon::Exclamation, u"ファイルエラー"_s};
 }
 
-Message oralNotPrinted() {
-    return {u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s,
-            MessageIcon::Exclamation,
-            {},
-            MessageButtons::OkCancel,
-            Answer::Ok};
+Message oralNotPrinted(const QStringList &rows) {
+    QString text = u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s;
+    addMessagePart(text, u"口頭の利用者："_s, rows);
+    return {text, MessageIcon::Exclamation, {}, MessageButtons::OkCancel, Answer::Ok};
 }
 
 Message printFailed(const QString &reason) {

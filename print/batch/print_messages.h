@@ -11,7 +11,8 @@ Message nothingToPrint();
 /// 「同意書（name）が存在しません。処理を中止します。」
 Message layoutMissing(const QString &layout);
 /// Asked before letters and sets of documents: consents given by word of mouth; OK or cancel.
-Message oralNotPrinted();
+/// @param rows whose consents are given so, "IDNo. name"
+Message oralNotPrinted(const QStringList &rows);
 Message printFailed(const QString &reason);
 /// What a batch printed and what it did not.
 Message batchSummary(const BatchResult &result);

@@ -47,6 +47,14 @@ QStringList LetterJob::goneRows() const {
     return gone;
 }
 
+QStringList LetterJob::oralRows() const {
+    QStringList oral;
+    for (const LetterRow &row : m_source.rows)
+        if (row.oral)
+            oral.append(letterWho(row));
+    return oral;
+}
+
 LetterCheck LetterJob::check() const {
     const QStringList gone = goneRows();
     LetterCheck check;

@@ -56,6 +56,8 @@ public:
     /// Who the rows are that are not the newest of their patient: in the history, followed by a colleague's,
     /// or removed.
     QStringList goneRows() const;
+    /// Whose consents are given by word of mouth.
+    QStringList oralRows() const;
     LetterCheck check() const;
 
     /// @name A letter

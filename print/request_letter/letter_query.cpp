@@ -51,6 +51,7 @@ enum class L {
     FirstTreatment,
     Sex,
     Kind,
+    Procedure,
     Staff1
 };
 
@@ -88,6 +89,7 @@ constexpr QStringView rowColumns[] = {
     u"RIYOUSHA.tSyoryoDay",
     u"RIYOUSHA.iSexKubun",
     u"RIYOUSHA.iSejutsuKubun",
+    u"RIYOUSHA_DOUI_REC.iDouiShubetsu",
     u"STAFF1.cName",
     u"STAFF2.cName",
     u"STAFF3.cName",
@@ -125,6 +127,7 @@ LetterRow readRow(const FieldRows<L> &rows, int row) {
     result.firstTreatment = date(L::FirstTreatment);
     result.sex = number(L::Sex);
     result.acupuncture = number(L::Kind) != 0;
+    result.oral = number(L::Procedure) == 1;
     result.period = {date(L::PeriodStart), date(L::PeriodEnd)};
     result.reconsent =
         reconsentOf(number(L::Deformity) == 1, date(L::DeformityReconsent), date(L::Reconsent));

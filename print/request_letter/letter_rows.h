@@ -28,6 +28,7 @@ struct LetterRow {
     QDate birthday, firstTreatment;
     int sex = 0; ///< 1 man, 2 woman
     bool acupuncture = false;
+    bool oral = false;
     Period period;   ///< the running one
     QDate reconsent; ///< entered already, or invalid
     QString diagnosis, otherDisease;

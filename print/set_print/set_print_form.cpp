@@ -171,9 +171,9 @@ bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, const SetPrintChoice &c
     notes.removeAll(QString());
     const bool oral = way == PrintWay::Print && (choice.consentForms || choice.requestLetters);
     if (notes.isEmpty())
-        return !oral || messages.show(oralNotPrinted()) == Answer::Ok;
+        return !oral || messages.show(oralNotPrinted(job.oralRows())) == Answer::Ok;
     if (oral)
-        notes.prepend(oralNotPrinted().text);
+        notes.prepend(oralNotPrinted(job.oralRows()).text);
     notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
     return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
 }

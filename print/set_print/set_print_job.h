@@ -35,6 +35,8 @@ public:
 
     /// Why nothing may be printed, and what the user has to agree to before.
     LetterCheck check() const;
+    /// Whose consents are given by word of mouth; where forms are printed, check() names those without one.
+    QStringList oralRows() const { return m_choice.consentForms ? QStringList() : m_letters.oralRows(); }
     /// The documents; the job must outlive them.
     BatchDocument document();
     int count() const { return int(m_items.size()); }

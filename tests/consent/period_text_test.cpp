@@ -189,6 +189,7 @@ TEST(Plausibility, AsksAboutSlipsOfTheKeysAndNothingElse) {
          {},
          ruledEnd,
          u"要加療終了 2026/11/30（月）は、要加療開始"_s},
+        {{}, {{}, {2226, 5, 31}}, {}, {}, u"要加療終了 2226/05/31（水）までの期間は約199年"_s},
         {{2026, 11, 20}, {next.start, {2027, 7, 31}}, {}, {}, u"要加療終了 2027/07/31（土）までの期間は"_s},
     };
     for (const auto &c : cases) {

@@ -88,6 +88,8 @@ TEST_F(RequestOutputTest, SeveralKindsBecomeOneDocument) {
         return ProcessEnd{ProcessEnd::Exited, 0};
     };
     ASSERT_EQ(output(), LetterOutcome::Printed) << said().toStdString();
+    EXPECT_TRUE(said().endsWith(u"ご注意ください。\r\n\r\n口頭の利用者：\r\n3 利用者3"_s))
+        << said().toStdString();
     EXPECT_EQ(processes.started.size(), 2) << "image builder, then viewer";
     EXPECT_EQ(reports.count(u"AddReport"_s), 1);
     EXPECT_TRUE(reports.contains(u"CARE02_変継続.wfd\""_s));

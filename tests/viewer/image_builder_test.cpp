@@ -80,15 +80,18 @@ TEST_F(ImageBuilder, MergesIntoADocumentThatNeedsNoOtherFile) {
 
 TEST_F(ImageBuilder, CharactersBeyondTheCodePageAreKeptByATwinOfTheData) {
     const QByteArray data = m_files.read(u"2_同意書データ.csv"_s);
-    const QByteArray unicode = decode932(data).replace(u"患者2"_s, u"𠮷田 한"_s).toUtf8();
+    const QByteArray unicode = decode932(data).replace(u"患者2"_s, u"𠮷田 한\uFFFD"_s).toUtf8();
     m_files.write(u"2_同意書データ.csv.utf8"_s, UnicodeTwin::of(data, unicode));
     m_files.write(u"3_同意書データ.csv.utf8"_s, UnicodeTwin::of(data, unicode)); // another's
+    const QByteArray first = m_files.read(u"1_同意書データ.csv"_s);
+    m_files.write(u"1_同意書データ.csv.utf8"_s, UnicodeTwin::of(first, unicode).chopped(9)); // cut off
     writeBatch({u"form.wfd"_s, u"form.wfd"_s, u"form.wfd"_s});
     EXPECT_EQ(build().exitCode, int(BuildResult::Built));
     m_files.writeText(u"show.dat"_s, u"FileName,\"Output0001.wfd\"\r\nShowWindow,2\r\n"_s);
     EXPECT_EQ(runProgram(u"wfrfv10"_s, {u"/c"_s, m_files.at(u"show.dat"_s)}).exitCode, 0);
     const QStringList pages = textOfPdf(m_files.at(u"Output0001.pdf"_s)).split(u'\f');
     EXPECT_TRUE(pages.value(1).contains(u"𠮷田 한"_s)) << pages.value(1).toStdString();
+    EXPECT_TRUE(pages.value(0).contains(u"患者1"_s));
     EXPECT_TRUE(pages.value(2).contains(u"患者3"_s));
 }
 

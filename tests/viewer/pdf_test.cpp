@@ -161,6 +161,9 @@ TEST_F(Pdf, IsNamedAfterDocumentPersonAndDay) {
     EXPECT_EQ(named(u"同意書 1/2"_s, u"患者ID,患者名\r\n7,髙橋　花子\r\n7,髙橋　花子\r\n"_s),
               u"同意書 1_2_髙橋　花子_20261122.pdf"_s);
     EXPECT_EQ(named(u"台帳"_s, u"利用者ID,利用者名\r\n1,山田\r\n2,山田\r\n"_s), u"台帳_2名_20261122.pdf"_s);
+    EXPECT_EQ(named(u"\u202E同意書"_s, u"患者ID,患者名\r\n1,%1\r\n"_s.arg(QString(99, u'吉'))),
+              u"同意書_%1_20261122.pdf"_s.arg(QString(33, u'吉')))
+        << "no longer than a folder takes it";
     EXPECT_EQ(named({}, u"宛名\r\n甲\r\n乙\r\n丙\r\n"_s), u"印刷_3件_20261122.pdf"_s);
 }
 

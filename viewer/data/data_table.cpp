@@ -93,8 +93,9 @@ private:
         if (std::all_of(line.begin(), line.end(), plain))
             return true;
         const QString text = m_signs.decode(line);
-        const auto wrong = std::find_if(text.begin(), text.end(), [](QChar c) {
-            return c == QChar::ReplacementCharacter || c == QChar::Null;
+        // A twin is known to be whole: there the sign for what nobody can read is one of the text's own.
+        const auto wrong = std::find_if(text.begin(), text.end(), [this](QChar c) {
+            return (c == QChar::ReplacementCharacter && !m_format.utf8) || c == QChar::Null;
         });
         if (wrong == text.end())
             return true;

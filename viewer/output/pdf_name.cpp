@@ -9,13 +9,26 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype longest = 60; ///< characters of a part: systems allow 255 bytes in all
+constexpr qsizetype longest = 100; ///< bytes of a part: systems allow 255 in all
 
-/// Without the signs that one of the systems refuses: the folder may be shared by PCs of several.
+/// Without the signs that one of the systems refuses, since the folder may be shared by PCs of several, and
+/// without unseen ones, some of which turn a name round.
 QString safe(const QString &text) {
     QString name;
-    for (const QChar c : text.left(longest))
-        name += c.unicode() < 0x20 || u"\\/:*?\"<>|"_s.contains(c) ? QChar(u'_') : c;
+    qsizetype bytes = 0;
+    for (const char32_t c : text.toUcs4()) {
+        const QChar::Category category = QChar::category(c);
+        if (category == QChar::Other_Format)
+            continue;
+        const QString whole = QString::fromUcs4(&c, 1);
+        const bool refused = category == QChar::Other_Control || category == QChar::Separator_Line ||
+                             category == QChar::Separator_Paragraph || u"\\/:*?\"<>|"_s.contains(whole);
+        const QString written = refused ? u"_"_s : whole;
+        bytes += written.toUtf8().size();
+        if (bytes > longest)
+            break;
+        name += written;
+    }
     return name.trimmed();
 }
 
