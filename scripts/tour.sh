@@ -5,6 +5,7 @@
 . scripts/tour/consent_screens.sh
 . scripts/tour/fees.sh
 . scripts/tour/forms.sh
+. scripts/tour/jobs.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
 . scripts/tour/masters.sh
@@ -43,11 +44,14 @@ next_picture() {
     tour_pictures+=("$tour_file"$'\t'"$2")
 }
 
-# shot NAME CAPTION: a picture of the whole screen for whoever wants to know what the program looks like.
+# shot NAME CAPTION [window|now]: a picture of the whole screen, or of the window in use with its frame, for whoever
+# wants to know what the program looks like; once it has come to rest or at once.
 shot() {
-    at_rest
+    local of=(-window root)
+    [ "${3:-}" = now ] || at_rest
     next_picture "$1" "$2"
-    import -silent -window root "$tour_shots/$tour_file"
+    [ "${3:-}" != window ] || of=(-frame -window "$(xdotool getactivewindow)")
+    import -silent "${of[@]}" "$tour_shots/$tour_file"
 }
 
 # glance NAME: a step between, pictured only by ./run --tour --all, to see where a tour went wrong.
@@ -99,18 +103,25 @@ write_index() {
     } >"$tour_shots/index.html"
 }
 
-# make_tour FOLDER: the whole tour. Printing many forms has a sample of its own in which treatments end.
+# make_tour FOLDER: the whole tour. The jobs write much and have a sample of their own, and so does the printing of
+# many forms, in which treatments end.
 make_tour() {
     mkdir -p "$tour_shots/all"
     rm -f "$tour_shots"/*.{png,pdf,json,csv,html} "$tour_shots"/all/*.png
-    installation=$1
+    installation=$1-jobs
     make_installation "$installation"
     start_display "${TOUR_SIZE:-1280x800}"
+    # Kana lie on keys of their own, as on a Japanese keyboard; else each would be a key of the moment.
+    setxkbmap -layout us,jp -variant ,kana
+    tour_jobs
+    installation=$1
+    make_installation "$installation"
     tour_refused_mode
     tour_start
     tour_list
     tour_answers
     tour_table
+    tour_keys
     tour_doctors
     tour_consent_screens
     tour_settings

@@ -23,6 +23,10 @@ QString keyText(const QList<QKeySequence> &keys) {
     return texts.join(u"、"_s);
 }
 
+bool isLetter(const QKeySequence &key, const QString &caption) {
+    return !key.isEmpty() && key == QKeySequence::mnemonic(caption);
+}
+
 /// The controls of a kind that can be used, in the order in which they were made.
 template <class T> QList<T *> used(const QWidget &window) {
     QList<T *> controls;
@@ -109,6 +113,18 @@ QString plainCaption(QString caption) {
     return caption.replace(u'\n', u' ').trimmed();
 }
 
+KeyGroup lettersOf(const QWidget &window) {
+    KeyGroup letters{u"ボタン・項目"_s, {}};
+    for (const QAbstractButton *button : used<QAbstractButton>(window))
+        if (isLetter(button->shortcut(), button->text()))
+            letters.lines.append({keyText({button->shortcut()}), plainCaption(button->text())});
+    for (const QLabel *label : used<QLabel>(window))
+        if (const QKeySequence key = QKeySequence::mnemonic(label->text());
+            label->buddy() && !key.isEmpty() && isUsed(*label->buddy(), window))
+            letters.lines.append({keyText({key}), plainCaption(label->text())});
+    return letters;
+}
+
 QList<KeyGroup> keysOf(const QWidget &window) {
     Keys keys(window);
     for (const QMenuBar *bar : used<QMenuBar>(window))
@@ -117,20 +133,13 @@ QList<KeyGroup> keysOf(const QWidget &window) {
                 keys.addMenu(menuTitle(action->text()), *menu);
     keys.addActions(u"この画面"_s);
     KeyGroup commands{u"この画面"_s, {}};
-    KeyGroup letters{u"ボタン・項目"_s, {}};
     for (const QAbstractButton *button : used<QAbstractButton>(window))
-        if (const QKeySequence key = button->shortcut(); !key.isEmpty()) {
-            const bool letter = key == QKeySequence::mnemonic(button->text());
-            (letter ? letters : commands).lines.append({keyText({key}), plainCaption(button->text())});
-        }
+        if (const QKeySequence key = button->shortcut(); !key.isEmpty() && !isLetter(key, button->text()))
+            commands.lines.append({keyText({key}), plainCaption(button->text())});
     for (const QShortcut *shortcut : shortcutsOf(window))
         commands.lines.append({keyText({shortcut->key()}), shortcut->whatsThis()});
-    for (const QLabel *label : used<QLabel>(window))
-        if (const QKeySequence key = QKeySequence::mnemonic(label->text());
-            label->buddy() && !key.isEmpty() && isUsed(*label->buddy(), window))
-            letters.lines.append({keyText({key}), plainCaption(label->text())});
     keys.add(commands);
-    keys.add(letters);
+    keys.add(lettersOf(window));
     return keys.groups;
 }
 

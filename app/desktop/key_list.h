@@ -22,6 +22,9 @@ struct KeyGroup {
 /// that lead to an input: whatever is hidden or greyed is left out. A QShortcut is named by its whatsThis.
 QList<KeyGroup> keysOf(const QWidget &window);
 
+/// The letters that lead to the buttons and inputs of a window.
+KeyGroup lettersOf(const QWidget &window);
+
 /// What a key of the window presses or triggers; null where it has nothing enabled for it.
 QObject *commandOf(const QWidget &window, const QKeySequence &key);
 /// Does what the key of such a command does.

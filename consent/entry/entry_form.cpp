@@ -4,7 +4,6 @@
 #include "app/base/messages.h"
 #include "consent/entry/column_inputs.h"
 #include "consent/entry/diagnosis_form.h"
-#include "consent/rules/plausibility.h"
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -166,8 +165,10 @@ bool frmDouiRecordEdit::checks() {
 
 bool frmDouiRecordEdit::meansDates() {
     const QStringList doubts = m_entry->doubts();
-    if (doubts.isEmpty() || m_environment.messages.ask(doubtQuestion(doubts, u"このまま登録します。"_s),
-                                                       u"日付の確認"_s, Answer::No))
+    if (doubts.isEmpty() ||
+        m_environment.messages.ask(u"次の日付を確かめてください。\r\n\r\n"_s + doubts.join(u"\r\n") +
+                                       u"\r\n\r\nこのまま登録します。よろしいですか？"_s,
+                                   u"日付の確認"_s, Answer::No))
         return true;
     ColumnInputs::goTo(m_ui->tDouiDay);
     return false;

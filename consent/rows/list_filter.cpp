@@ -39,12 +39,15 @@ const QStringList &patientOrderNames() {
 namespace {
 
 std::span<const QuickRangeInfo> quickRanges() {
-    static const std::array<QuickRangeInfo, 4> ranges{{
+    static const std::array<QuickRangeInfo, 5> ranges{{
         {QuickRange::ThisMonth, u"今月"_s, u"今月に終了する同意を表示します"_s, 0, 1},
         {QuickRange::NextMonth, u"来月"_s, u"来月に終了する同意を表示します"_s, 1, 1},
         {QuickRange::ThreeMonths, u"3か月"_s, u"今月から3か月の間に終了する同意を表示します"_s, 0, 3},
         {QuickRange::ThisAndNext, u"今月と来月"_s, u"今月と来月に終了する同意を、期限の近い順に表示します"_s,
          0, 2, true},
+        {QuickRange::SinceLastMonth, u"先月から"_s,
+         u"先月から7か月先までに終了する同意を表示します。同意更新ができ、更新した同意も表示に残ります"_s, -1,
+         9},
     }};
     return ranges;
 }

@@ -66,7 +66,7 @@ struct ListFilter {
 };
 
 /// The ranges that have a key each; kept for the user by these numbers.
-enum class QuickRange { ThisMonth = 1, NextMonth, ThreeMonths, ThisAndNext };
+enum class QuickRange { ThisMonth = 1, NextMonth, ThreeMonths, ThisAndNext, SinceLastMonth };
 
 struct QuickRangeInfo {
     QuickRange range;

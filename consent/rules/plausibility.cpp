@@ -76,10 +76,3 @@ QStringList doubtsOf(const EnteredDates &entered, const QDate &today) {
         judgeEnd(entered, today, doubts);
     return doubts;
 }
-
-QString doubtQuestion(const QStringList &doubts, const QString &goOn) {
-    constexpr qsizetype most = 20; // lines that a message box can show
-    const QString more = doubts.size() > most ? u"\r\n他 %L1 件"_s.arg(doubts.size() - most) : QString();
-    return u"次の日付を確かめてください。\r\n\r\n"_s + doubts.mid(0, most).join(u"\r\n") + more +
-           u"\r\n\r\n"_s + goOn + u"よろしいですか？"_s;
-}

@@ -17,7 +17,3 @@ struct EnteredDates {
 /// What of it may be a slip of the keys, a sentence each that names field and value; empty when all is
 /// likely. Nothing of it is wrong: whoever means it goes on.
 QStringList doubtsOf(const EnteredDates &entered, const QDate &today);
-
-/// The one question about all of them.
-/// @param goOn what a yes does: "このまま保存します。"
-QString doubtQuestion(const QStringList &doubts, const QString &goOn);

@@ -9,6 +9,7 @@
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/list/state_bar.h"
+#include "consent/screens/key_sheet.h"
 #include "consent/screens/list_command_bar.h"
 #include "consent/screens/list_pick_lists.h"
 #include "consent/screens/list_print.h"
@@ -132,8 +133,9 @@ void frm同意書管理::wire() {
     connect(m_panel, &ListFilterPanel::narrowed, this,
             [this] { m_grid->narrow(m_panel->narrowName(), m_panel->narrowKana()); });
     connect(m_panel, &ListFilterPanel::listWanted, this, [this] { enterList(); });
-    const auto *down =
+    auto *down =
         new QShortcut(Qt::CTRL | Qt::Key_Down, m_panel, nullptr, nullptr, Qt::WidgetWithChildrenShortcut);
+    down->setWhatsThis(u"条件から一覧の先頭へ"_s);
     connect(down, &QShortcut::activated, this, [this] { enterList(); });
     connect(m_panel, &ListFilterPanel::searchAsked, this, [this] { work().searchAsked(); });
     connect(m_panel, &ListFilterPanel::clearAsked, this, [this] { work().clearFilter(); });
@@ -328,6 +330,10 @@ void frm同意書管理::startSeal() {
 
 void frm同意書管理::showHelp() {
     KeyHelp::show(*this);
+}
+
+void frm同意書管理::printKeys() {
+    printGrid(m_environment, keySheet(*this));
 }
 
 void frm同意書管理::showVersion() {

@@ -60,6 +60,7 @@ private:
     void printList();
     void startSeal();
     void showHelp();
+    void printKeys();
     void showVersion();
     void openScreen(bool (*opener)(const ListOpening &));
     void readLettersLater();

@@ -89,6 +89,7 @@ std::span<const ListCommand> listCommands() {
         rangeCommand(u"mnRange2"_s, QuickRange::NextMonth, u"Ctrl+2"_s),
         rangeCommand(u"mnRange3"_s, QuickRange::ThreeMonths, u"Ctrl+3"_s),
         rangeCommand(u"mnRange4"_s, QuickRange::ThisAndNext, u"Ctrl+4"_s),
+        rangeCommand(u"mnRange5"_s, QuickRange::SinceLastMonth, u"Ctrl+5"_s),
         ListCommand{u"cmdDspOrder"_s, u""_s, u"並び順"_s, u"F9"_s, u"一覧と利用者の並び順を選びます"_s,
                     Settings, Nothing, &ListWork::chooseOrder},
         ListCommand{u""_s, u"mnSortColumn"_s, u"この列で並べ替え"_s, u"Shift+F9"_s,
@@ -168,6 +169,8 @@ std::span<const ListCommand> listCommands() {
                     ListLink{Setting::前回取得日連動, &LinkOptions::previousDay}},
         ListCommand{u""_s, u"mnDispHelp"_s, u"一覧の見かた"_s, u"Shift+F1"_s, u"印とキー操作を説明します"_s,
                     Help, Nothing, &Form::showHelp},
+        ListCommand{u""_s, u"mnKeyPrint"_s, u"キー一覧の印刷"_s, u""_s,
+                    u"この画面のキーを、1枚の用紙にまとめて印刷します"_s, Help, Nothing, &Form::printKeys},
         ListCommand{u""_s, u"mnVersion"_s, u"バージョン情報"_s, u""_s,
                     u"プログラムのバージョンを表示します"_s, Help, Nothing, &Form::showVersion},
         ListCommand{u"cmdMenu"_s, u"mnF12S"_s, u"メニュー"_s, u"Shift+F12"_s,
@@ -198,16 +201,24 @@ QString listMenuCaption(ListCommand::Menu menu) {
     return {};
 }
 
+QList<KeyLine> listGridKeys() {
+    return {{u"Space"_s, u"チェック（選択した行はまとめて）"_s},
+            {u"Shift+↑、Shift+↓"_s, u"行の選択を広げる"_s},
+            {u"Shift+Space"_s, u"行を選択する"_s},
+            {u"Ctrl+A"_s, u"すべての行を選択する"_s},
+            {u"Tab、Shift+Tab"_s, u"次の入力項目、前の入力項目"_s},
+            {u"Ctrl+Tab"_s, u"一覧の外へ"_s},
+            {u"Enter、文字・数字"_s, u"入力（日付は 1121、今日、+6m も可）"_s},
+            {u"Delete"_s, u"項目を空にする"_s},
+            {u"Ctrl+↓"_s, u"条件から一覧の先頭へ"_s},
+            {u"Esc"_s, u"入力をやめる、条件から一覧へ戻る"_s},
+            {u"見出しのクリック"_s, u"並べ替え、逆順、元の順"_s}};
+}
+
 QString listHelp() {
-    return u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
-           "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"
-           "Space　対象・連絡・受領・依頼のチェック、依頼ボタン（選択した行はまとめて）\r\n"
-           "Shift+↑↓、Shift+Space、Ctrl+A　行の選択\r\n"
-           "Tab、Shift+Tab　次・前の入力項目　　Ctrl+Tab　一覧の外へ\r\n"
-           "Enter、文字・数字キー、ダブルクリック　項目の入力（日付は 1121、8/11/21、今日、+6m "
-           "でも入力できます）\r\n"
-           "Delete　項目を空にする　　Ctrl+Z　元に戻す　　Ctrl+Y　やり直す　　Ctrl+U　行を元に戻す\r\n"
-           "条件の中で Ctrl+↓　一覧の先頭へ　　Esc　一覧へ戻る\r\n"
-           "Shift+F9、見出しのクリック　並べ替え（もう一度で逆順、三度目で元の順）\r\n"
-           "期間にマウスを置くと、期間の決まり方を表示します"_s;
+    QString help = u"■ 要加療期間が終了しています\r\n▲ 要加療期間の終了まで14日以内です\r\n"
+                   "色の付いた枠は、変更してまだ保存していない項目です\r\n\r\n"_s;
+    for (const KeyLine &line : listGridKeys())
+        help += line.keys + u'　' + line.what + u"\r\n"_s;
+    return help + u"期間にマウスを置くと、期間の決まり方を表示します"_s;
 }

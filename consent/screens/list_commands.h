@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/base/settings.h"
+#include "app/desktop/key_list.h"
 #include "consent/rows/row_states.h"
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/list_screens.h"
@@ -59,6 +60,9 @@ std::span<const ListCommand> listCommands();
 
 /// Caption of a menu, with its mnemonic.
 QString listMenuCaption(ListCommand::Menu menu);
+
+/// The keys that the list's rows and cells answer.
+QList<KeyLine> listGridKeys();
 
 /// What the list's marks mean and which keys it answers, for the user.
 QString listHelp();

@@ -15,7 +15,6 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
-#include "consent/rules/plausibility.h"
 #include "consent/settings/period_settings_form.h"
 #include "fees/fees_form.h"
 #include "masters/master_list_form.h"
@@ -280,10 +279,6 @@ bool restartDeformity(const ListOpening &opening) {
     if (form.exec() != QDialog::Accepted)
         return false;
     const Period period = form.period();
-    const QStringList doubts = doubtsOf({{}, {}, period}, today);
-    if (!doubts.isEmpty() &&
-        !messages.ask(doubtQuestion(doubts, u"この期間で再開します。"_s), u"日付の確認"_s, Answer::No))
-        return false;
     if (!messages.ask(u"%1\r\n変形徒手の期間を %2～%3 で再開します。\r\n"
                       "この同意の依頼と受領の印は、すべて消えます。よろしいですか？"_s.arg(
                           row.who(), dateText(period.start), dateText(period.end)),

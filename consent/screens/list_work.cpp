@@ -8,7 +8,6 @@
 #include "consent/list/list_order_form.h"
 #include "consent/list/list_renewal.h"
 #include "consent/list/list_renewal_form.h"
-#include "consent/rules/plausibility.h"
 #include "consent/screens/list_command_bar.h"
 #include "consent/settings/staff_filter_form.h"
 #include "db/adodb.h"
@@ -58,7 +57,7 @@ void ListWork::readOrder(ListFilter &filter) const {
 void ListWork::restoreChoices() {
     const QSettings kept = windowSettings();
     const int range = kept.value(rangeKey).toInt(), state = kept.value(stateKey).toInt();
-    if (range >= int(QuickRange::ThisMonth) && range <= int(QuickRange::ThisAndNext))
+    if (range >= int(QuickRange::ThisMonth) && range <= int(QuickRange::SinceLastMonth))
         setQuickRange(m_list.filter(), QuickRange(range), m_environment.clock.today());
     if (state > int(RowState::All) && state < int(RowState::Count))
         m_model->showState(RowState(state));
@@ -251,6 +250,7 @@ void ListWork::tellDropped(const QStringList &rows) {
 
 // Dates that may be a slip of the keys are asked about once for all rows.
 bool ListWork::meansDates() {
+    constexpr qsizetype most = 20; // lines that a message box can show
     QStringList doubts;
     int first = -1;
     if (QString wrong; m_model->firstWrong(&wrong) >= 0)
@@ -262,8 +262,10 @@ bool ListWork::meansDates() {
         }
     if (doubts.isEmpty())
         return true;
-    if (m_environment.messages.ask(doubtQuestion(doubts, u"このまま保存します。"_s), u"日付の確認"_s,
-                                   Answer::No))
+    const QString more = doubts.size() > most ? u"\r\n他 %L1 件"_s.arg(doubts.size() - most) : QString();
+    const QString question = u"次の日付を確かめてください。\r\n\r\n"_s + doubts.mid(0, most).join(u"\r\n") +
+                             more + u"\r\n\r\nこのまま保存します。よろしいですか？"_s;
+    if (m_environment.messages.ask(question, u"日付の確認"_s, Answer::No))
         return true;
     showRow(first, ListColumn::Reconsent);
     return false;

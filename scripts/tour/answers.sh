@@ -1,10 +1,9 @@
-# Answers that came back in a pile, one of them taken back, and a new consent.
+# Answers that came back in a pile, one of them taken back.
 
 # The list is shown and nothing in it is unsaved.
 tour_answers() {
     local -a kana
     mapfile -t kana < <(kana_of_patients 'C.iOutputFlg = 1 AND IFNULL(C.iGetFlg, 0) = 0' 3)
-    job_begins '返事 1 件：カナで利用者を探し、再同意日を入力して受領・登録する' 18 0
     key ctrl+r
     window '返事の入力'
     write "${kana[0]}"
@@ -12,7 +11,6 @@ tour_answers() {
     write "$(date +%m%d)"
     key Return
     sleep 0.5
-    job_ends
     write "${kana[1]}"
     glance answers-hits
     key Return Return
@@ -22,7 +20,7 @@ tour_answers() {
     write "$(date -d '-1 day' +%m%d)"
     key Return
     sleep 0.5
-    shot answers '返事の入力。戻ってきた同意書を、番号かカナと日付だけで続けて登録します。期間は規則から決まります'
+    shot answers '返事の入力。戻ってきた同意書を、番号かカナと日付だけで続けて登録します。期間は規則から決まります' window
     key ctrl+z
     sleep 0.5
     glance answer-taken-back
@@ -35,27 +33,6 @@ tour_answers() {
     sleep 0.3
     key F12
     gone '返事の入力'
-    window '同意書管理'
-    tour_new_consent
-}
-
-tour_new_consent() {
-    local kana
-    kana=$(kana_of_patients "C.nDate < $(date -d '-3 months' +%Y%m%d) AND 1 = (SELECT COUNT(*) FROM RIYOUSHA Q
-        WHERE Q.iKyotenCd = 1 AND Q.iKyotenEb = 1 AND instr(Q.cNameKana, substr(P.cNameKana, 1, 4)) > 0)" 1)
-    job_begins 'カナで探した利用者の同意を新しく登録する' 18 0
-    key ctrl+F1
-    window '利用者検索'
-    write "$kana"
-    key Return
-    window '同意登録'
-    key Return
-    write "$(date +%m%d)"
-    key Return
-    at_rest
-    key Return
-    gone '同意登録'
-    job_ends
     window '同意書管理'
 }
 

@@ -10,7 +10,7 @@ tour_company_forms() {
     key ctrl+shift+y
     window '同意書式設定'
     sleep 1
-    shot company-consent-forms '会社の同意書式。見本を見ながら選びます'
+    shot company-consent-forms '会社の同意書式。見本を見ながら選びます' window
     key alt+3 Up
     sleep 1
     glance company-letter-sample

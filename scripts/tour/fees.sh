@@ -3,7 +3,7 @@
 tour_fees() {
     key ctrl+shift+r
     window '料金'
-    shot fees 'その月に有効な療養費と往療料'
+    shot fees 'その月に有効な療養費と往療料' window
     key alt+k
     write 20000
     glance fee-beyond-the-last-band

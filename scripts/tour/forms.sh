@@ -89,15 +89,19 @@ tour_batch() {
     sleep 1
     glance batch-asked
     key Return
-    sleep 2
-    shot batch-running '大量の同意書を100件ずつ印刷しているところ。途中で中止できます'
+    for _ in $(seq 40); do
+        xdotool search --onlyvisible --name 'お待ちください' >/dev/null 2>&1 && break
+        sleep 0.05
+    done
+    shot batch-running '大量の同意書を100件ずつ印刷しているところ。途中で中止できます' now
+    gone 'お待ちください'
     # The second chunk's paper waits for the first's.
     window '帳票印刷'
     glance batch-printed
     keep_document batch-1 Output0001.pdf '同意書100件の1冊目'
     key Return
-    next_window '帳票印刷'
     keep_document batch-2 Output0002.pdf '同意書の2冊目'
+    window '帳票印刷'
     key Return
     gone '帳票印刷'
     window '同意書印刷'

@@ -4,7 +4,7 @@
 # months back, whatever the day.
 tour_list() {
     window '同意書管理'
-    shot consent-list '同意書の一覧。起動するとこの画面になります。期限が近い行は茶色、過ぎた行は赤で表示します'
+    glance consent-list
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
     glance wider-range
     tour_states
@@ -31,7 +31,7 @@ tour_states() {
     key alt+2
     shot lapsed '対象期間外も含めた期限切れ（Alt+2）。件数は一覧の下にも出ます'
     key alt+4
-    shot not-yet-requested 'まだ依頼していない同意（Alt+4）。このまま F7、F11 で依頼書になります'
+    glance not-yet-requested
     key alt+1 ctrl+4
     glance this-month-and-next
     key alt+c
@@ -57,7 +57,7 @@ tour_filter() {
 
 # A colleague writes the rows while they are being edited here.
 tour_conflict() {
-    key ctrl+Home Tab space Down space
+    key ctrl+Home Tab Tab Tab Tab Tab Tab space Down space
     database "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '$(date '+%Y/%m/%d %H:%M:%S')'"
     key F5
     sleep 0.5
@@ -89,24 +89,24 @@ tour_gap() {
     sleep 0.5
     key F3
     window '同意履歴'
-    shot history '同意の履歴。同意のない期間（空白）は赤く表示します'
+    shot history '同意の履歴。同意のない期間（空白）は赤く表示します' window
     key F12
     gone '同意履歴'
     window '同意書管理'
     key alt+c
 }
 
-# The first row gets its answer: the re-consent date proposes the next period.
+# A row that waits gets its answer: the re-consent date, typed short, proposes the next period.
 tour_edit() {
     key F9
     window '並び順'
     glance orders
     key Escape
     gone '並び順'
-    key ctrl+Home
+    key ctrl+Home Down Down Down Down
     key Tab Tab
-    write "$(date +%Y%m%d)"
-    shot typing-a-date '再同意日をセルに入力しているところ'
+    write "$(date +%m%d)"
+    shot typing-a-date '再同意日を短く入力しているところ。読み取った日付がすぐ下に出ます'
     key Return Up
     key shift+Tab
     key space
@@ -125,7 +125,6 @@ tour_renew() {
     gone '同意更新の確認'
     sleep 3
     glance renewed
-    key Return
     key alt+k Return
     write "$(date -d '+1 year' +%Y%m%d)"
     key Return F4

@@ -35,7 +35,7 @@ tour_management() {
 tour_ledgers() {
     local pattern
     key alt+d
-    shot ledger '台帳・封筒・依頼書を印刷する画面'
+    shot ledger '台帳・封筒・依頼書を印刷する画面' window
     for pattern in 1 2 3 4; do
         key alt+y Home
         for _ in $(seq 2 "$pattern"); do key Down; done

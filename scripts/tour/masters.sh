@@ -6,7 +6,7 @@ tour_doctors() {
     file=$(realpath "$tour_shots")/doctors.csv
     key ctrl+shift+m
     window '医師一覧'
-    shot doctors '医師の一覧'
+    shot doctors '医師の一覧' window
     key F1
     window '医師登録'
     write 'Midorikawa Hotaru'
@@ -14,7 +14,7 @@ tour_doctors() {
     write 9921110
     glance postal-code-typed
     key F7
-    shot address-found '医師の登録。郵便番号から住所が入ります'
+    shot address-found '医師の登録。郵便番号から住所が入ります' window
     write '3-4'
     key F9
     window '同意書式設定'

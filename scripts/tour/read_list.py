@@ -1,6 +1,7 @@
-"""Reads the saved list back and compares it with the database: read_list.py FILE DATABASE FROM
+"""Reads the saved list back and compares it with the database: read_list.py FILE DATABASE FROM [TO]
 
-FROM is the first day of the range, yyyymmdd; the range ends as the list's first one does.
+FROM is the first day of the range, yyyymmdd; the range ends as the list's first one does. With TO it ends there, and
+the rows must come in the order of their ends.
 """
 import csv
 import datetime
@@ -8,10 +9,12 @@ import sqlite3
 import sys
 from collections import Counter
 
-path, database, first = sys.argv[1:]
+path, database, first, *to = sys.argv[1:]
 today = datetime.date.today()
 month = today.month + 6 - 1
 last = datetime.date(today.year + month // 12, month % 12 + 1, 1) - datetime.timedelta(days=1)
+if to:
+    last = datetime.datetime.strptime(to[0], "%Y%m%d")
 
 with open(path, encoding="utf-8-sig", newline="") as file:
     heading, *rows = csv.reader(file, strict=True)
@@ -33,5 +36,9 @@ for row in (saved - stored):
     print("only in the file:", *row)
 for row in (stored - saved):
     print("only in the database:", *row)
+ends = [row[columns["要加療期間"]][-10:] for row in rows]
+if to and ends != sorted(ends):
+    print("not in the order of their ends:", *ends)
+    saved = None
 print(f"{len(rows)} rows of {len(heading)} columns read back")
 sys.exit(saved != stored or not rows)

@@ -3,7 +3,7 @@
 tour_renewal_list() {
     key ctrl+k
     window '同意書更新リスト印刷'
-    shot renewal-list '同意書更新リストの印刷'
+    shot renewal-list '同意書更新リストの印刷' window
     # The sample has names that the paper cannot hold.
     key alt+y Home alt+j Home alt+k Home
     renewal_print renewal-check-list '更新チェックリスト'

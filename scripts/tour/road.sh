@@ -71,7 +71,7 @@ road_find() {
     window '利用者検索'
     write "$(database "SELECT cTelNo FROM RIYOUSHA WHERE iKyotenCd = 1 AND iKyotenEb = 1 AND nIDNo = $1")"
     sleep 0.5
-    shot choosing-a-patient '利用者の検索。番号・かな・電話番号のどれでも絞り込めます'
+    shot choosing-a-patient '利用者の検索。番号・かな・電話番号のどれでも絞り込めます' window
     key Return
     gone '利用者検索'
     window '同意書管理'
@@ -86,7 +86,7 @@ road_find() {
 road_letter() {
     key ctrl+i
     window '同意依頼書'
-    shot request '同意依頼書の画面。種類とあて先を行ごとに確かめて印刷します'
+    shot request '同意依頼書の画面。種類とあて先を行ごとに確かめて印刷します' window
     key F11
     sleep 1
     glance request-asked
@@ -101,7 +101,7 @@ road_letter() {
 road_mail() {
     key ctrl+m
     window '相談員へのメール送信'
-    shot mail-choice '相談員へのメール。1通ずつ内容を確かめて送ります'
+    shot mail-choice '相談員へのメール。1通ずつ内容を確かめて送ります' window
     key F5
     sleep 1
     glance mail-asked
@@ -132,8 +132,6 @@ road_answer() {
     gone '同意更新の確認'
     sleep 2
     glance renewal-done
-    key Return
-    sleep 0.5
     glance renewed-consent
 }
 
@@ -141,7 +139,7 @@ road_form() {
     road_first_cell
     key ctrl+p
     window 'セット印刷'
-    shot set-print 'セット印刷。同意書・依頼書・封筒を一度に印刷します'
+    shot set-print 'セット印刷。同意書・依頼書・封筒を一度に印刷します' window
     key F11
     sleep 1
     glance set-print-asked
@@ -161,7 +159,7 @@ road_entry() {
     glance history
     key F2
     window '同意登録'
-    shot entry '同意登録。同意書の記入欄がそのまま並んでいます'
+    shot entry '同意登録。同意書の記入欄がそのまま並んでいます' window
     key Escape
     gone '同意登録'
     window '同意履歴'

@@ -20,7 +20,7 @@ tour_period_types() {
     key alt+c
     glance period-types-that-differ
     key F7 F8
-    shot period-types-set '同意管理設定。利用者ごとに期間の計算方法を決めます'
+    shot period-types-set '同意管理設定。利用者ごとに期間の計算方法を決めます' window
     key F5
     glance asking-to-save-types
     key Return
@@ -40,7 +40,7 @@ tour_columns() {
     for _ in $(seq 15); do key Down; done
     key space alt+k
     write 9
-    shot columns '表示項目。一覧に出す列と、左に固定する列を選びます'
+    shot columns '表示項目。一覧に出す列と、左に固定する列を選びます' window
     key F5
     gone '表示項目'
     window '同意書管理'
