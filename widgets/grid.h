@@ -37,6 +37,8 @@ public:
     /// @return false when it holds text that is no date: it stays open
     bool commitEditor();
 
+    bool isEditing() const { return state() == EditingState; }
+
     /// Type-ahead would walk through 100,000 rows; narrowing is the forms' business.
     void keyboardSearch(const QString &) override {}
 

@@ -4,6 +4,7 @@
 #include "ui_list_filter_panel.h"
 #include "widgets/flow_layout.h"
 
+#include <QKeySequence>
 #include <QScopedValueRollback>
 #include <algorithm>
 #include <array>
@@ -79,6 +80,8 @@ void ListFilterPanel::setSearches(const ListSearches &searches, Messages &messag
 }
 
 bool ListFilterPanel::settleAll() {
+    if (!isSettled())
+        Q_EMIT sightWanted();
     for (DateBox *box : {m_ui->imD_KikanFrom, m_ui->imD_KikanTo}) {
         if (box->settle())
             continue;
@@ -211,6 +214,24 @@ void ListFilterPanel::showCounts(const QString &text) {
 }
 
 void ListFilterPanel::focusRange() {
+    Q_EMIT sightWanted();
     m_ui->imD_KikanFrom->setFocus();
     m_ui->imD_KikanFrom->selectAll();
+}
+
+bool ListFilterPanel::goBy(const QKeySequence &key) {
+    for (const QLabel *caption : findChildren<QLabel *>())
+        if (caption->buddy() && QKeySequence::mnemonic(caption->text()) == key) {
+            Q_EMIT sightWanted();
+            caption->buddy()->setFocus(Qt::ShortcutFocusReason);
+            return true;
+        }
+    for (QAbstractButton *button : findChildren<QAbstractButton *>())
+        if (!key.isEmpty() && button->shortcut() == key) {
+            Q_EMIT sightWanted();
+            button->setFocus(Qt::ShortcutFocusReason);
+            button->click();
+            return true;
+        }
+    return false;
 }

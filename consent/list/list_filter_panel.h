@@ -59,9 +59,13 @@ public:
     /// Rows shown, ticked 対象 and ticked 受領.
     void showCounts(const QString &text);
     void focusRange();
+    /// Goes where the mnemonic of a caption leads, also while the panel is hidden. False when it is none.
+    bool goBy(const QKeySequence &key);
 
 Q_SIGNALS:
     void narrowed();
+    /// The user is to enter something here: the panel must not be hidden.
+    void sightWanted();
     /// Enter in a box that narrows: its rows are wanted.
     void listWanted();
     void searchAsked();

@@ -109,7 +109,7 @@ void ConsentListModel::tickTargets(const std::vector<ConsentRowKey> &keys) {
     for (const ConsentRowKey &key : keys)
         wanted.insert(rowIdentity(key));
     for (int record = 0; record < m_records.count() && !wanted.isEmpty(); ++record)
-        if (wanted.contains(rowIdentity(m_records.key(record))))
+        if (wanted.contains(rowIdentity(m_records.key(record))) && !m_states.isAside(record))
             m_entries.tickTarget(record);
     changedAll();
 }
@@ -125,7 +125,7 @@ std::vector<int> ConsentListModel::receivedRecords() const {
 int ConsentListModel::receivedOutOfSight() const {
     int all = 0;
     for (int record = 0; record < m_records.count(); ++record)
-        all += edits().marks(record).received && !m_states.isAside(record);
+        all += edits().marks(record).received && (edits().isTouched(record) || !m_states.isAside(record));
     return all - int(receivedRecords().size());
 }
 

@@ -124,10 +124,8 @@ void frm同意書管理::placeActions() {
 void frm同意書管理::wire() {
     connect(m_commands, &ListCommandBar::triggered, this,
             [this](const ListCommand &command) { run(command); });
-    connect(m_model, &ConsentListModel::stateChanged, this, [this] {
-        m_said.clear();
-        showState();
-    });
+    connect(m_model, &ConsentListModel::stateChanged, this, [this] { showState(); });
+    connect(m_panel, &ListFilterPanel::sightWanted, this, [this] { fold(false); });
     connect(m_panel, &ListFilterPanel::chosen, this, [this] { work().follow().chosen(); });
     connect(m_panel, &ListFilterPanel::typed, this, [this] { work().follow().typed(); });
     connect(m_panel, &ListFilterPanel::narrowed, this,
@@ -154,7 +152,8 @@ void frm同意書管理::wire() {
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
-    connect(m_model, &ConsentListModel::doubted, this, [this](const QString &why) { say(why); });
+    connect(m_model, &ConsentListModel::doubted, this,
+            [this](const QString &why) { m_environment.messages.note(why); });
 }
 
 void frm同意書管理::sayNoDate() {
@@ -171,9 +170,8 @@ bool frm同意書管理::settleCell() {
 
 short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_db = &db;
-    m_parts = std::make_unique<Parts>(m_environment, db,
-                                      ListWindow{this, m_model, m_panel, m_grid, m_states, m_commands,
-                                                 m_progress, [this](const QString &text) { say(text); }});
+    m_parts = std::make_unique<Parts>(
+        m_environment, db, ListWindow{this, m_model, m_panel, m_grid, m_states, m_commands, m_progress});
     work().readMethods(u"iInit()でエラー"_s);
     m_panel->setSearches(m_parts->pickLists.searches(m_environment.messages), m_environment.messages);
     if (!work().begin()) {
@@ -199,7 +197,6 @@ void frm同意書管理::readColumns() {
 }
 
 void frm同意書管理::run(const ListCommand &command) {
-    m_said.clear();
     // A text box has its own; unlike the key of undoing it leaves this one to the window.
     if (auto *box = qobject_cast<QLineEdit *>(focusWidget()); box && command.name() == u"mnRedo") {
         box->redo();
@@ -238,20 +235,9 @@ void frm同意書管理::showState() {
     m_scope->setText(listScope(*m_grid, *m_panel, work().readFilter()).join(u"　"_s) + u"　　"_s +
                      work().countsText());
     m_scope->setToolTip(m_scope->text());
-    QStringList texts;
-    if (!m_said.isEmpty())
-        texts += m_said;
-    if (const int changed = m_model->changedCount(); changed > 0)
-        texts += u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed);
-    if (texts.isEmpty())
-        texts += orderText(*m_grid, work().readFilter());
-    m_status->setText(texts.join(u"　　"_s));
-}
-
-// In the foot, until the next command or change.
-void frm同意書管理::say(const QString &text) {
-    m_said = text;
-    showState();
+    const int changed = m_model->changedCount();
+    m_status->setText(changed > 0 ? u"変更 %L1 行（未保存） — F5 で保存します"_s.arg(changed)
+                                  : orderText(*m_grid, work().readFilter()));
 }
 
 void frm同意書管理::enterList() {
@@ -264,7 +250,8 @@ void frm同意書管理::sortByColumn() {
     showState();
 }
 
-// Filter and buttons give way to one line that says what they hold; their keys stay.
+// Filter and buttons give way to one line that says what they hold; a key that leads into the filter brings
+// them back.
 void frm同意書管理::fold(bool folded) {
     m_panel->setHidden(folded);
     m_commands->setHidden(folded);
@@ -284,7 +271,7 @@ void frm同意書管理::toggleFolded() {
 void frm同意書管理::keyPressEvent(QKeyEvent *event) {
     if (event->key() == Qt::Key_Escape)
         m_grid->setFocus();
-    else
+    else if (!m_panel->isHidden() || !m_panel->goBy(event->keyCombination()))
         QDialog::keyPressEvent(event);
 }
 

@@ -47,7 +47,6 @@ private:
     void run(const ListCommand &command);
     void pressButton();
     void showState();
-    void say(const QString &text);
     void enterList();
     void sortByColumn();
     void toggleFolded();
@@ -81,6 +80,5 @@ private:
     QLabel *m_scope; ///< what the filter says, in its place while it is folded
     QLabel *m_status;
     QLabel *m_lapsed;
-    QString m_said;
     QTimer *m_idle; ///< reads the letters' kinds while the user looks at the list
 };

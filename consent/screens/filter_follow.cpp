@@ -20,6 +20,7 @@ FilterFollow::FilterFollow(const ListWindow &window, const ListFilter &shown, Sh
     : m_window(window.window),
       m_panel(window.panel),
       m_model(window.model),
+      m_grid(window.grid),
       m_states(window.states),
       m_shown(shown),
       m_show(std::move(show)) {
@@ -40,9 +41,10 @@ void FilterFollow::caughtUp() {
     m_states->showStale({});
 }
 
-// Never behind the back of a question or another screen.
+// Never behind the back of a question or another screen, nor while a cell is open: it would close.
 void FilterFollow::follow() {
-    if (const QWidget *modal = QApplication::activeModalWidget(); modal && modal != m_window) {
+    const QWidget *modal = QApplication::activeModalWidget();
+    if (m_grid->isEditing() || (modal && modal != m_window)) {
         typed();
         return;
     }

@@ -5,6 +5,7 @@
 #include <functional>
 
 class ListFilterPanel;
+class ListGrid;
 class PaintedListModel;
 class StateBar;
 struct ListFilter;
@@ -37,6 +38,7 @@ private:
     QWidget *m_window;
     ListFilterPanel *m_panel;
     PaintedListModel *m_model;
+    ListGrid *m_grid;
     StateBar *m_states;
     const ListFilter &m_shown;
     Show m_show;

@@ -34,7 +34,6 @@ ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &win
       m_grid(window.grid),
       m_commands(window.commands),
       m_progress(window.progress),
-      m_say(window.say),
       m_advisor(environment.folders, environment.branch, db),
       m_list(environment, db, *window.model, m_advisor),
       m_follow(window, m_list.readFilter(), [this](const ListFilter &filter) { return show(filter); }) {}
@@ -129,9 +128,12 @@ bool ListWork::show(const ListFilter &filter) {
     const ListFilter before = std::exchange(m_list.filter(), filter);
     m_commands->showView(filter.view == ListView::Newest);
     bool read = false;
+    const std::vector<ConsentRowKey> targets = m_model->targetKeys();
     m_grid->keepPlace([&] { read = m_list.iSearch() == 0; });
-    if (read)
+    if (read) {
+        m_model->tickTargets(targets);
         return true;
+    }
     m_list.filter() = before;
     m_commands->showView(m_list.readFilter().view == ListView::Newest);
     failDb(m_list.sErrMsg());
@@ -149,7 +151,7 @@ void ListWork::clearFilter() {
     search();
 }
 
-// A range that is not shown leaves everything as it was.
+// A range that is not shown leaves everything as it was. What has lapsed is the same in every range.
 void ListWork::showRange(QuickRange range) {
     ListFilter typed = m_list.filter();
     m_panel->readRange(typed.from, typed.to);
@@ -160,6 +162,8 @@ void ListWork::showRange(QuickRange range) {
         m_panel->setRange(typed.from, typed.to);
         return;
     }
+    if (m_model->shownState() == RowState::Lapsed)
+        m_model->showState(RowState::All);
     if (quickRangeInfo(range).endSoonestFirst)
         m_grid->sortByColumn(-1, Qt::AscendingOrder);
     m_grid->goTo(0, qMax(0, m_grid->currentIndex().column()));
@@ -362,7 +366,9 @@ void ListWork::redo() {
 void ListWork::sayUndone(const UndoneStep &step, const QString &done, const QString &nothing) {
     if (step.record >= 0)
         m_grid->goToRecord(step.record);
-    m_say(step.record >= 0 ? done.arg(step.what) : nothing);
+    const bool seen = step.record >= 0 && m_model->rowOfRecord(step.record) >= 0;
+    m_environment.messages.note(
+        step.record < 0 ? nothing : done.arg(step.what) + (seen ? QString() : u"　表示していない行です。"_s));
 }
 
 void ListWork::restoreRows() {
@@ -372,7 +378,8 @@ void ListWork::restoreRows() {
     const bool done = m_model->restore(records);
     const QString what =
         records.size() == 1 ? m_model->who(records.front()) : u"%L1 行"_s.arg(records.size());
-    m_say(done ? what + u" を読み込んだときの内容に戻しました。"_s : u"この行に変更はありません。"_s);
+    m_environment.messages.note(done ? what + u" を読み込んだときの内容に戻しました。"_s
+                                     : u"この行に変更はありません。"_s);
 }
 
 QString ListWork::countsText() const {

@@ -4,8 +4,6 @@
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/filter_follow.h"
 
-#include <functional>
-
 class ListCommandBar;
 class ListFilterPanel;
 class ListGrid;
@@ -25,7 +23,6 @@ struct ListWindow {
     StateBar *states;
     ListCommandBar *commands;
     QProgressBar *progress;
-    std::function<void(const QString &)> say; ///< in the foot, until the user does the next thing
 };
 
 /// The list's everyday work: its rows follow the filter's controls, its edits reach the database. Asks and
@@ -114,7 +111,6 @@ private:
     ListGrid *m_grid;
     ListCommandBar *m_commands;
     QProgressBar *m_progress;
-    std::function<void(const QString &)> m_say;
     ListAdvisor m_advisor;
     ConsentList m_list;
     FilterFollow m_follow;
