@@ -59,11 +59,6 @@ using FoldTable = std::array<char16_t, 0x10000>;
 /// In the fold table: a selector of shapes, or the first unit of a pair of which some fold to one character.
 constexpr char16_t lookCloser = 0xFFFF;
 
-/// Selectors of a character's shape stand for nothing of their own.
-bool selectsShape(char32_t c) {
-    return (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0100 && c <= 0xE01EF);
-}
-
 char32_t characterAt(QStringView text, qsizetype at) {
     const bool pair = at + 1 < text.size() && text[at].isHighSurrogate() && text[at + 1].isLowSurrogate();
     return pair ? QChar::surrogateToUcs4(text[at], text[at + 1]) : char32_t(text[at].unicode());

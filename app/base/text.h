@@ -20,6 +20,11 @@ QString toHalfWidth(const QString &text);
 /// apart. Equal forms match.
 QString foldForSearch(const QString &text);
 
+/// Whether it is a variation selector: it chooses its character's shape and stands for nothing of its own.
+constexpr bool selectsShape(char32_t c) {
+    return (c >= 0xFE00 && c <= 0xFE0F) || (c >= 0xE0100 && c <= 0xE01EF);
+}
+
 /// Where in a text the character lies whose folded form begins at `foldedAt` of the folded text.
 qsizetype unfoldedIndex(const QString &text, qsizetype foldedAt);
 

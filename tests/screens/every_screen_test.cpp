@@ -192,8 +192,10 @@ TEST_F(EveryScreen, TheListsKeysAreThoseOfItsCommands) {
     list->show();
     QStringList shown;
     for (const KeyGroup &group : keysOf(*list))
-        for (const KeyLine &line : group.lines)
+        for (const KeyLine &line : group.lines) {
             shown.append(line.keys + line.what);
+            EXPECT_FALSE(line.what.isEmpty()) << line.keys.toStdString();
+        }
     for (const ListCommand &command : listCommands())
         if (!command.key.isEmpty()) {
             const QString line =

@@ -134,6 +134,7 @@ TEST_F(TextSetting, FindsEverySignInSomeFont) {
         EXPECT_EQ(texts.at(0).text, sign);
         EXPECT_NE(texts[0].runs.at(0).glyphs.at(0), 0u) << sign.toStdString();
     }
+    EXPECT_EQ(set(u"葛\U000E0100\u202Eか\u3099"_s).at(0).text, u"葛が"_s) << "nothing unseen has a sign";
     EXPECT_FALSE(fonts.typeface(u"無い書体"_s, false).isInstalled());
 }
 

@@ -1,5 +1,7 @@
 #include "viewer/drawing/text_setting.h"
 
+#include "app/base/codepage932.h"
+#include "app/base/text.h"
 #include "viewer/drawing/line_breaks.h"
 #include "viewer/drawing/vertical_signs.h"
 
@@ -10,6 +12,24 @@ namespace {
 /// Of the square that a Japanese sign fills, how much stands above the baseline.
 constexpr double aboveBaseline = 0.88;
 constexpr double slack = 1e-6; // mm
+
+/// What stands on paper, each with a sign of its own: without what only serves its neighbours, and with a
+/// voiced mark joined to its kana.
+std::u32string signsOf(QStringView line) {
+    std::u32string codes;
+    for (const char32_t code : line.toUcs4()) {
+        if (code < U' ' || code == 0x7F || selectsShape(code) || QChar::category(code) == QChar::Other_Format)
+            continue;
+        const bool mark = (code == voicedMark || code == halfVoicedMark) && !codes.empty();
+        const char16_t kana =
+            mark && codes.back() <= 0xFFFF ? joinedKana(char16_t(codes.back()), char16_t(code)) : u'\0';
+        if (kana != 0)
+            codes.back() = kana;
+        else
+            codes += code;
+    }
+    return codes;
+}
 
 class TextSetting {
 public:
@@ -36,10 +56,7 @@ private:
     void takeSigns(const QString &text, const Typeface &typeface) {
         for (const QStringView line : QStringView(text).split(u'\n')) {
             m_paragraphs.push_back(m_signs.size());
-            std::u32string codes;
-            for (const uint code : line.toUcs4())
-                if (code >= U' ' && code != 0x7F)
-                    codes += char32_t(code);
+            const std::u32string codes = signsOf(line);
             if (m_box.vertical)
                 std::ranges::copy(verticalSigns(codes, typeface), std::back_inserter(m_signs));
             else
