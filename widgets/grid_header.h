@@ -18,6 +18,8 @@ public:
     /// They lie over other columns: the grid is scrolled.
     bool covers() const { return offset() > 0 && frozenWidth() > 0; }
 
+    QSize sizeHint() const override;
+
 protected:
     /// Captions are measured in the font that they are shown in. The base class allows for the bold face that
     /// it gives to the current section; to load that face is a good part of showing the first window.

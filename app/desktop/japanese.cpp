@@ -25,17 +25,19 @@ bool writesAnotherCountrysShapes(const QString &family) {
 }
 
 bool isJapanese(const QString &family) {
-    return QFontDatabase::hasFamily(family) && !writesAnotherCountrysShapes(family) &&
+    return !writesAnotherCountrysShapes(family) &&
            QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
 }
 
 } // namespace
 
 QString interfaceFamily(const QString &desktops) {
-    if (isJapanese(desktops))
+    // Asked for one of them, the database looks for aliases first, which takes longer than giving all.
+    const QStringList installed = QFontDatabase::families();
+    if (installed.contains(desktops, Qt::CaseInsensitive) && isJapanese(desktops))
         return desktops;
     for (const QStringView family : families)
-        if (QFontDatabase::hasFamily(family.toString()))
+        if (installed.contains(family, Qt::CaseInsensitive))
             return family.toString();
     return desktops;
 }

@@ -31,6 +31,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QProgressBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QTimer>
 #include <QVBoxLayout>
@@ -39,7 +40,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int idle = 50; // milliseconds
+constexpr int idle = 50; // milliseconds, after which what can wait is done
 
 const QString foldedKey = u"consent_list/folded"_s;
 
@@ -108,7 +109,7 @@ void frm同意書管理::layOut() {
     layout->addLayout(foot);
     new EnterMovesOn(m_panel);
     fold(windowSettings().value(foldedKey).toBool());
-    resize(m_grid->widthOf(190), fontMetrics().height() * 42);
+    resize(QSize(m_grid->widthOf(190), fontMetrics().height() * 42).boundedTo(screen()->availableSize()));
 }
 
 // An action is the same in the menu and over the grid.
@@ -142,7 +143,7 @@ void frm同意書管理::wire() {
     connect(m_model, &ConsentListModel::lettersWanted, this, [this] { readAllLetters(); });
     connect(m_model, &ConsentListModel::loaded, this, [this] {
         m_idle->start(idle);
-        QTimer::singleShot(0, m_model, [model = m_model] { model->prepareNarrowing(); });
+        QTimer::singleShot(idle, m_model, [model = m_model] { model->prepareNarrowing(); });
     });
     connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
     auto *minute = new QTimer(this);
