@@ -1,16 +1,16 @@
 #pragma once
 
-#include <QStyledItemDelegate>
+#include "widgets/cell_delegate.h"
 
 class Clock;
 
 /// Edits a cell's date (a QDate under Qt::EditRole, invalid for empty) in a date box. Enter and Tab do not
 /// leave a box that holds no date; a click elsewhere does, then the cell keeps its date and rejected() tells.
-class DateDelegate : public QStyledItemDelegate {
+class DateDelegate : public CellDelegate {
     Q_OBJECT
 
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    using CellDelegate::CellDelegate;
 
     /// Tells the day where short dates are read and the step keys begin.
     void setClock(const Clock &clock) { m_clock = &clock; }

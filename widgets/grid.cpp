@@ -1,5 +1,6 @@
 #include "widgets/grid.h"
 
+#include "widgets/cell_delegate.h"
 #include "widgets/date_box.h"
 #include "widgets/grid_header.h"
 
@@ -14,6 +15,7 @@ using namespace Qt::Literals::StringLiterals;
 
 Grid::Grid(QWidget *parent) : QTableView(parent), m_header(new GridHeader(this)) {
     setHorizontalHeader(m_header);
+    setItemDelegate(new CellDelegate(this));
     connect(m_header, &QHeaderView::sectionResized, this, [this] { refreshFrozen(); });
     connect(m_header, &QHeaderView::sectionMoved, this, [this] { refreshFrozen(); });
     setAlternatingRowColors(true);

@@ -53,8 +53,8 @@ QSize GridHeader::sectionSizeFromContents(int section) const {
     return style()->sizeFromContents(QStyle::CT_HeaderSection, &option, QSize(), this);
 }
 
-// Captions are one line each: one of them says how high all are, and the others' signs need not be loaded before
-// somebody sees them.
+// Captions are one line each: one of them says how high all are, and the others' signs need not be loaded
+// before somebody sees them.
 QSize GridHeader::sizeHint() const {
     return count() > 0 ? sectionSizeFromContents(0) : QHeaderView::sizeHint();
 }

@@ -1,5 +1,6 @@
 #include "consent/list/list_grid.h"
 
+#include "widgets/cell_delegate.h"
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
 #include "widgets/window_settings.h"
@@ -20,10 +21,10 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Edits a row's request method as a choice from the practice's list.
-class MethodDelegate : public QStyledItemDelegate {
+class MethodDelegate : public CellDelegate {
 public:
     MethodDelegate(const RequestMethods &methods, QObject *parent)
-        : QStyledItemDelegate(parent), m_methods(methods) {}
+        : CellDelegate(parent), m_methods(methods) {}
 
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &, const QModelIndex &) const override {
         auto *box = new QComboBox(parent);

@@ -143,7 +143,8 @@ void frm同意書管理::wire() {
     connect(m_model, &ConsentListModel::lettersWanted, this, [this] { readAllLetters(); });
     connect(m_model, &ConsentListModel::loaded, this, [this] {
         m_idle->start(idle);
-        QTimer::singleShot(idle, m_model, [model = m_model] { model->prepareNarrowing(); });
+        // The first rows are waited for; nobody types before they are seen.
+        QTimer::singleShot(isVisible() ? 0 : idle, m_model, [model = m_model] { model->prepareNarrowing(); });
     });
     connect(m_idle, &QTimer::timeout, this, [this] { readLettersLater(); });
     auto *minute = new QTimer(this);
@@ -254,9 +255,11 @@ void frm同意書管理::sortByColumn() {
 // Filter and buttons give way to one line that says what they hold; a key that leads into the filter brings
 // them back.
 void frm同意書管理::fold(bool folded) {
-    m_panel->setHidden(folded);
-    m_commands->setHidden(folded);
-    m_scope->setVisible(folded);
+    // To show what is not hidden would lay it out before the window has its size.
+    for (const auto &[part, hidden] :
+         {std::pair<QWidget *, bool>(m_panel, folded), {m_commands, folded}, {m_scope, !folded}})
+        if (part->isHidden() != hidden)
+            part->setHidden(hidden);
 }
 
 void frm同意書管理::toggleFolded() {
