@@ -254,6 +254,17 @@ bool Grid::viewportEvent(QEvent *event) {
     return QTableView::viewportEvent(event);
 }
 
+// What takes room from the grid (a line in the foot, a filter unfolded) must not cover the row one is in.
+void Grid::resizeEvent(QResizeEvent *event) {
+    const int row = currentIndex().isValid() ? rowViewportPosition(currentIndex().row()) : -1;
+    QTableView::resizeEvent(event);
+    if (row < 0 || row >= event->oldSize().height())
+        return;
+    const int across = horizontalScrollBar()->value();
+    scrollTo(currentIndex());
+    horizontalScrollBar()->setValue(across);
+}
+
 void Grid::sizeRows() {
     // Fonts differ more in the height of their lines than in that of their signs.
     const int line = fontMetrics().height(), sign = fontMetrics().horizontalAdvance(u'国');

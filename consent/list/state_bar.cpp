@@ -19,10 +19,10 @@ StateBar::StateBar(QWidget *parent) : QWidget(parent) {
     for (QWidget *group : {m_tabs, m_ranges}) {
         new QHBoxLayout(group);
         group->layout()->setContentsMargins({});
-        group->layout()->setSpacing(fontMetrics().averageCharWidth() / 2);
+        group->layout()->setSpacing(1); // all stand in one line of a small window
         groups->addWidget(group);
     }
-    m_ranges->layout()->setContentsMargins(fontMetrics().averageCharWidth() * 2, 0, 0, 0);
+    m_ranges->layout()->setContentsMargins(fontMetrics().averageCharWidth(), 0, 0, 0);
     m_stale = new QLabel(this);
     m_stale->setObjectName(u"lblStale"_s);
     m_stale->setTextFormat(Qt::PlainText);

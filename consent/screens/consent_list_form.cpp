@@ -26,6 +26,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
@@ -151,6 +152,7 @@ void frm同意書管理::wire() {
     minute->setObjectName(u"timToday"_s);
     connect(minute, &QTimer::timeout, this, [this] { m_model->setToday(m_environment.clock.today()); });
     minute->start(60'000);
+    connect(m_grid->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, [this] { showState(); });
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
     connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
@@ -249,7 +251,6 @@ void frm同意書管理::enterList() {
 
 void frm同意書管理::sortByColumn() {
     m_grid->sortByCurrentColumn();
-    showState();
 }
 
 // Filter and buttons give way to one line that says what they hold; a key that leads into the filter brings

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QPushButton>
+#include <QSettings>
 #include <QTest>
 #include <QTimer>
 
@@ -20,6 +21,9 @@ protected:
                     QStringList{u"ﾔﾏﾀﾞ"_s, u"スズキ"_s, u"やまもと"_s}[number - 1]);
             consent(number, u"2026/12/31"_s);
         }
+    }
+    ~ListFormTest() override {
+        QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"windows"_s).clear();
     }
     // Opened as the launcher does, but not waiting.
     void open() {
