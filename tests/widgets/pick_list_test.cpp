@@ -162,10 +162,11 @@ TEST(PickListModel, PutsTheBestHitFirst) {
                              {u"120"_s, u"高田"_s, u"タカダ"_s, u"5"_s},
                              {u"112"_s, u"山高"_s, u"ヤマタカ"_s, u"6"_s},
                              {u"12"_s, u"髙井"_s, u"タカイ"_s, u"髙台"_s},
-                             {u"7"_s, u"林"_s, u"ハヤシ"_s, u"高台12-1"_s}}));
+                             {u"7"_s, u"林"_s, u"ハヤシ"_s, u"高台12-1"_s},
+                             {u"3"_s, u"12番館"_s, u"バンカン"_s, QString()}}));
     const std::pair<QString, QString> cases[] = {
-        {u"12"_s, u"12 120 1 112 7"_s}, {u"高"_s, u"120 12 1 112 7"_s},    {u"たか"_s, u"120 12 1 112"_s},
-        {u"もり たかこ"_s, u"1"_s},     {u"高 12"_s, u"12 120 1 112 7"_s}, {u""_s, u"1 120 112 12 7"_s}};
+        {u"12"_s, u"12 120 3 1 112 7"_s}, {u"高"_s, u"120 12 1 112 7"_s},    {u"たか"_s, u"120 12 1 112"_s},
+        {u"もり たかこ"_s, u"1"_s},       {u"高 12"_s, u"12 120 1 112 7"_s}, {u""_s, u"1 120 112 12 7 3"_s}};
     for (const auto &[typed, codes] : cases) {
         model.narrow(typed);
         QStringList shown;
