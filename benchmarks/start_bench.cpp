@@ -137,7 +137,7 @@ int measure(int argc, char **argv) {
         }
     }
     Figures figures;
-    figures.compare("start to visible list", median(program), "bare window", median(bare), 1.3);
+    figures.compare("start to visible list", median(program), "bare window", median(bare), 1.15);
     return figures.exitCode();
 }
 

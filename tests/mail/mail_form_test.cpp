@@ -4,6 +4,7 @@
 #include "print/mail/sending_form.h"
 #include "tests/list/list_fixture.h"
 #include "tests/mail/smtp_server.h"
+#include "tests/widgets/form_keys.h"
 #include "widgets/grid.h"
 
 #include <QAbstractItemModelTester>
@@ -51,11 +52,6 @@ protected:
         });
         return open();
     }
-    /// A button's key: the button is seen going down before it acts.
-    static void press(QWidget &form, Qt::Key key) {
-        QTest::keyClick(&form, key);
-        QTest::qWait(150);
-    }
 };
 
 } // namespace
@@ -101,10 +97,10 @@ TEST_F(MailFormTest, SendsByKeysAndMailsNobodyTwice) {
             EXPECT_EQ(count->text().left(5), c.before == 1 ? u"送信先 2"_s : u"送信先 1"_s)
                 << "whose patients have all been told of is left out";
             for (int i = 0; i < 2 && !count->text().startsWith(u"送信先 0"_s); ++i)
-                press(form, Qt::Key_F7);
-            press(form, Qt::Key_F5);
+                pressButton(form, Qt::Key_F7);
+            pressButton(form, Qt::Key_F5);
             EXPECT_EQ(messages.shown.back().text, u"対象相談員を選択してください。"_s);
-            press(form, Qt::Key_F7);
+            pressButton(form, Qt::Key_F7);
             EXPECT_EQ(count->text(), u"送信先 2 件　利用者 3 名"_s);
             EXPECT_TRUE(
                 form.findChild<QPlainTextEdit *>()->toPlainText().contains(u"利用者3さん [ID：3]\n以上"_s));
@@ -119,7 +115,7 @@ TEST_F(MailFormTest, SendsByKeysAndMailsNobodyTwice) {
                 QTest::keyClick(sending, Qt::Key_Escape);
             });
             escape.start(100);
-            press(form, Qt::Key_F5);
+            pressButton(form, Qt::Key_F5);
             const QAbstractItemModel &rows = *form.findChild<Grid *>()->model();
             for (int row = 0; row < 2; ++row) // who got a mail cannot be ticked, who got none still is
                 EXPECT_EQ(rows.index(row, 0).data(Qt::CheckStateRole).toInt(),
