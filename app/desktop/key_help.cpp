@@ -63,15 +63,24 @@ KeySheet::KeySheet(QWidget *window) : QFrame(window, Qt::Popup) {
     m_held.start();
 }
 
+// Under the keys what the window says of itself, its paragraphs beside one another.
 QWidget *KeySheet::makeColumns(int columns, double scale) {
     auto *part = new QWidget(this);
     part->setObjectName(QString::fromLatin1(columnsName));
     QFont font = this->font();
     font.setPointSizeF(font.pointSizeF() * scale);
     part->setFont(font);
-    auto *layout = new QHBoxLayout(part);
-    layout->setContentsMargins({});
+    auto *parts = new QVBoxLayout(part);
+    parts->setContentsMargins({});
+    auto *layout = new QHBoxLayout;
     layout->setSpacing(fontMetrics().height());
+    parts->addLayout(layout);
+    auto *paragraphs = new QHBoxLayout;
+    paragraphs->setSpacing(fontMetrics().height());
+    parts->addLayout(paragraphs);
+    for (const QString &paragraph :
+         displayedText(parentWidget()->whatsThis()).split(u"\n\n"_s, Qt::SkipEmptyParts))
+        paragraphs->addWidget(text(paragraph, part), 1, Qt::AlignTop);
     const QStringList rows = rowsOf(keysOf(*parentWidget()));
     const qsizetype each = (rows.size() + columns - 1) / columns;
     for (qsizetype first = 0, last; first < rows.size(); first = last) {
@@ -96,8 +105,6 @@ void KeySheet::layOut(QWidget &window) {
     auto *line = new QFrame(this);
     line->setFrameShape(QFrame::HLine);
     layout->addWidget(line);
-    if (!window.whatsThis().isEmpty())
-        layout->addWidget(text(displayedText(window.whatsThis()), this));
     layout->addWidget(text(u"どのキーを押しても、この説明を閉じます。"_s, this));
 
     const QRect screen = window.screen()->availableGeometry();
