@@ -346,6 +346,10 @@ QVariant ConsentListModel::data(const QModelIndex &index, int role) const {
             return cellEditValue(now, column);
         return *tickOf(now, column) != 0 ? Qt::Checked : Qt::Unchecked;
     }
+    case Qt::AccessibleTextRole: // a tick has no other text to be read out
+        if (info.kind != CellKind::Tick)
+            return {};
+        return data(index, Qt::CheckStateRole) == Qt::Checked ? u"チェックあり"_s : u"チェックなし"_s;
     case Qt::ToolTipRole:
         return toolTip(record, column);
     case Qt::TextAlignmentRole:

@@ -6,6 +6,7 @@
 #include "export/save_grid.h"
 #include "tests/list/list_fixture.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QDir>
 #include <QHeaderView>
@@ -131,6 +132,11 @@ TEST_F(ListColumnsTest, FrozenColumnsStayInSightAndAreWorkedAsOthers) {
     const QModelIndex tick = cell(2, ListColumn::Contact);
     QTest::mouseClick(grid->viewport(), Qt::LeftButton, {}, grid->visualRect(tick).center());
     EXPECT_EQ(tick.data(Qt::CheckStateRole), Qt::Checked);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(grid)
+                  ->tableInterface()
+                  ->cellAt(2, tick.column())
+                  ->text(QAccessible::Name),
+              u"チェックあり");
     EXPECT_EQ(grid->currentIndex(), tick);
     EXPECT_EQ(grid->indexAt({name + 2, 5}), cell(0, ListColumn::Name));
     const int scrolled = across->value();
