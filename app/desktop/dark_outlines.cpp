@@ -19,6 +19,17 @@ template <class Option, class Draw> bool drawn(const QStyleOption *option, const
 
 } // namespace
 
+void DarkOutlines::polish(QPalette &palette) {
+    QProxyStyle::polish(palette);
+    const int hint = palette.color(QPalette::PlaceholderText).lightness();
+    if (qAbs(hint - palette.color(QPalette::Base).lightness()) >= dark)
+        return;
+    constexpr int paler = 160; // of 255
+    QColor seen = palette.color(QPalette::Text);
+    seen.setAlpha(paler);
+    palette.setColor(QPalette::PlaceholderText, seen);
+}
+
 void DarkOutlines::drawPrimitive(PrimitiveElement element, const QStyleOption *option, QPainter *painter,
                                  const QWidget *widget) const {
     const bool framed = element == PE_FrameLineEdit || element == PE_PanelLineEdit ||

@@ -137,4 +137,12 @@ TEST(DarkOutlines, ShowWhereAnInputIsOnABlackWindow) {
     for (int y = 0; y < shown.height() / 2; ++y)
         brightest = qMax(brightest, shown.pixelColor(shown.width() / 2, y).lightness());
     EXPECT_GT(brightest, 100);
+
+    QPalette palette = input.palette();
+    palette.setColor(QPalette::PlaceholderText, Qt::black);
+    style.polish(palette);
+    EXPECT_GT(palette.color(QPalette::PlaceholderText).lightness(), 100);
+    palette.setColor(QPalette::PlaceholderText, Qt::yellow);
+    style.polish(palette);
+    EXPECT_EQ(palette.color(QPalette::PlaceholderText), QColor(Qt::yellow)) << "which can be read";
 }
