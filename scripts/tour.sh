@@ -20,6 +20,15 @@ installation=
 # database SQL: a statement past the program, on the tour's own installation.
 database() { sqlite3 "$installation/DATA/douisho.db" "$1"; }
 
+# comes SQL RESULT: waits until the database holds it.
+comes() {
+    for _ in $(seq 100); do
+        [ "$(database "$1")" != "$2" ] || return 0
+        sleep 0.2
+    done
+    die "The database does not come to hold \"$2\": $1"
+}
+
 screen_sum() { import -silent -window root ppm:- | sha1sum; }
 
 # at_rest: waits until the screen has come to rest (a blinking cursor is given up on).

@@ -118,6 +118,8 @@ road_mail() {
 
 # 受領 and the re-consent date, then the renewal.
 road_answer() {
+    local consents='SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC' before
+    before=$(database "$consents")
     road_first_cell
     key Tab Tab
     write "$(date +%Y%m%d)"
@@ -130,6 +132,7 @@ road_answer() {
     window '同意更新の確認'
     key Return
     gone '同意更新の確認'
+    comes "$consents" $((before + 1))
     sleep 2
     glance renewal-done
     glance renewed-consent
