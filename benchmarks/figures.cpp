@@ -25,7 +25,7 @@ void stop(const QString &reason) {
 void Figures::compare(const char *name, double ours, const char *yardstick, double theirs,
                       double allowedRatio) {
     const double ratio = ours / theirs;
-    std::printf("%-58s %8.1f ms, %s %.1f ms, ratio %.2f (allowed %.1f): %s\n", name, ours, yardstick, theirs,
+    std::printf("%-58s %8.1f ms, %s %.1f ms, ratio %.2f (allowed %.4g): %s\n", name, ours, yardstick, theirs,
                 ratio, allowedRatio, verdict(ratio <= allowedRatio));
 }
 
