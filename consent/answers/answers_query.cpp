@@ -23,11 +23,6 @@ enum class Column {
     ReceivedDeformity
 };
 
-// Outcomes that the list never shows.
-bool isExcluded(qint64 outcome) {
-    return outcome == 1 || outcome == 3 || outcome == 15;
-}
-
 QString patientsSql(const Branch &branch) {
     return u"SELECT RIYOUSHA.nIDNo, RIYOUSHA.cName, RIYOUSHA.cNameKana, RIYOUSHA.iSejutsuKubun,"
            " RIYOUSHA.tExpireDay, RIYOUSHA.iTenki, RIYOUSHA_DOUI_REC.iHenkeiFlg,"
@@ -53,7 +48,7 @@ Result<AnswerPatients> readAnswerPatients(cT_ADODB &db, const Branch &branch) {
         if (patients.empty() || patients.back().number != number)
             patients.push_back({number, rows.text(row, C::Name), rows.text(row, C::Kana),
                                 TreatmentKind(rows.flag(row, C::Kind)), rows.date(row, C::Ended),
-                                isExcluded(rows.number(row, C::Outcome))});
+                                !isListed(rows.number(row, C::Outcome))});
         // The list shows no consent without an end either.
         if (!rows.date(row, C::End).isValid())
             continue;

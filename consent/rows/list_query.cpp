@@ -122,8 +122,8 @@ QString endWhere(const ListFilter &filter) {
 QString alwaysWhere(const Branch &branch, const ListFilter &filter) {
     return u" WHERE "_s + sqlWhere(branch, u"RIYOUSHA") + u" AND "_s +
            sqlWhere(branch, u"RIYOUSHA_DOUI_REC") + u" AND RIYOUSHA_DOUI_REC.iNewestFlg = "_s +
-           sqlNumber(filter.view == ListView::Newest ? 1 : 0) + u" AND "_s + endWhere(filter) +
-           u" AND (RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"_s;
+           sqlNumber(filter.view == ListView::Newest ? 1 : 0) + u" AND "_s + endWhere(filter) + u" AND "_s +
+           sqlIsListed();
 }
 
 QString numberIs(const QString &column, qint32 number) {

@@ -48,7 +48,7 @@ QString OdbcProvider::databaseName() const {
 
 bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
     const bool isLost = m_connection && (saysConnectionLost(errors) || m_connection->isDead());
-    if (isLost)
+    if (isLost && !errors.isEmpty())
         errors.first().description.prepend(
             effect == Effect::None
                 ? u"データベースとの接続が切れました。データは変更されていません。"_s

@@ -23,8 +23,9 @@ std::optional<T> within(std::chrono::seconds limit, const std::function<T()> &wo
     };
     const auto shared = std::make_shared<Shared>();
     try {
-        std::thread([shared, work] {
-            T result = work();
+        std::thread([shared, call = work]() mutable {
+            T result = call();
+            call = nullptr; // whoever gets the result may be the last to hold what was worked on
             const std::lock_guard lock(shared->mutex);
             shared->result = std::move(result);
             shared->done.notify_one();

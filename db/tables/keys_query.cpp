@@ -59,6 +59,14 @@ QString sqlPractitionerJoins() {
     return joins;
 }
 
+QString sqlIsListed() {
+    return u"(RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"_s;
+}
+
+bool isListed(qint64 outcome) {
+    return outcome != 1 && outcome != 3 && outcome != 15;
+}
+
 QString sqlNewestOfKind() {
     return u"RIYOUSHA_DOUI_REC.iNewestFlg = 1"
            " AND NOT EXISTS (SELECT LATER.nDate FROM RIYOUSHA_DOUI_REC AS LATER WHERE "_s +

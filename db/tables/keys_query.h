@@ -20,6 +20,14 @@ QString sqlSamePatient(QStringView left, QStringView right);
 /// Left joins of the practitioners of RIYOUSHA.nTantou, nTantou2 … as STAFF1, STAFF2 …
 QString sqlPractitionerJoins();
 
+/// @name Patients whom no list shows, by the outcome of their treatment (RIYOUSHA.iTenki)
+///@{
+/// Condition that leaves them out.
+QString sqlIsListed();
+/// The same of an outcome that was read, 0 for none.
+bool isListed(qint64 outcome);
+///@}
+
 /// Newest consents, in RIYOUSHA_DOUI_REC: where old data mark several of a patient's rows of a kind, the
 /// last.
 QString sqlNewestOfKind();

@@ -188,8 +188,7 @@ std::set<qint32> numbers(const ConsentFormOptions &options) {
 }
 
 QString matching(const ConsentFormOptions &options) {
-    QString sql = u" AND (RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"
-                  " AND RIYOUSHA.tExpireDay IS NULL"_s;
+    QString sql = u" AND "_s + sqlIsListed() + u" AND RIYOUSHA.tExpireDay IS NULL"_s;
     if (options.staff != 0)
         sql += u" AND RIYOUSHA.nTantou = "_s + sqlNumber(options.staff);
     if (!options.doctor.isEmpty())

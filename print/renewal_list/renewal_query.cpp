@@ -101,9 +101,7 @@ QString where(const RenewalListQuery &query) {
                   u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE >= "_s + sqlDate(query.options.month);
     if (const QDate before = query.options.endsBefore(query.today); before.isValid())
         sql += u" AND RIYOUSHA_DOUI_REC.tDouiKaryoE < "_s + sqlDate(before);
-    return sql +
-           u" AND RIYOUSHA.tExpireDay IS NULL"
-           " AND (RIYOUSHA.iTenki IS NULL OR RIYOUSHA.iTenki NOT IN (1, 3, 15))"_s +
+    return sql + u" AND RIYOUSHA.tExpireDay IS NULL AND "_s + sqlIsListed() +
            sqlAndAmong(u"RIYOUSHA.nIDNo", query.patients);
 }
 
