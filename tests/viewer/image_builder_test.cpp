@@ -88,7 +88,8 @@ TEST_F(ImageBuilder, CharactersBeyondTheCodePageAreKeptByATwinOfTheData) {
     writeBatch({u"form.wfd"_s, u"form.wfd"_s, u"form.wfd"_s});
     EXPECT_EQ(build().exitCode, int(BuildResult::Built));
     m_files.writeText(u"show.dat"_s, u"FileName,\"Output0001.wfd\"\r\nShowWindow,2\r\n"_s);
-    EXPECT_EQ(runProgram(u"wfrfv10"_s, {u"/c"_s, m_files.at(u"show.dat"_s)}).exitCode, 0);
+    const Ended viewer = runProgram(u"wfrfv10"_s, {u"/c"_s, m_files.at(u"show.dat"_s)});
+    EXPECT_EQ(viewer.exitCode, 0) << viewer.errors.toStdString();
     const QStringList pages = textOfPdf(m_files.at(u"Output0001.pdf"_s)).split(u'\f');
     EXPECT_TRUE(pages.value(1).contains(u"𠮷田 한"_s)) << pages.value(1).toStdString();
     EXPECT_TRUE(pages.value(0).contains(u"患者1"_s));

@@ -20,24 +20,19 @@ using Blob = std::unique_ptr<hb_blob_t, Destroy<hb_blob_destroy>>;
 using FontFile = std::unique_ptr<hb_face_t, Destroy<hb_face_destroy>>;
 using SubsetInput = std::unique_ptr<hb_subset_input_t, Destroy<hb_subset_input_destroy>>;
 
-/// What HarfBuzz asks a font for.
-struct Source {
-    const QRawFont &font;
-    const QByteArray &cff;
-};
-
-hb_blob_t *tableOf(hb_face_t *, hb_tag_t tag, void *sourceOfFont) {
-    const auto *source = static_cast<const Source *>(sourceOfFont);
-    std::array<char, 5> name{};
-    hb_tag_to_string(tag, name.data());
-    const bool wanted = std::any_of(tables.begin(), tables.end(),
-                                    [&name](const char *table) { return qstrcmp(table, name.data()) == 0; });
-    if (!wanted)
-        return hb_blob_get_empty();
-    const bool isCff = tag == HB_TAG('C', 'F', 'F', ' ');
-    auto *bytes = new QByteArray(isCff ? source->cff : source->font.fontTable(name.data()));
-    return hb_blob_create(bytes->constData(), unsigned(bytes->size()), HB_MEMORY_MODE_READONLY, bytes,
-                          [](void *data) { delete static_cast<QByteArray *>(data); });
+/// The tables that a program needs, owned by the face: of a table that is asked for anew each time, HarfBuzz
+/// goes on reading what it has let go.
+FontFile tablesOf(const QRawFont &font, const QByteArray &cff) {
+    FontFile face(hb_face_builder_create());
+    for (const char *name : tables) {
+        const hb_tag_t tag = hb_tag_from_string(name, -1);
+        auto *bytes = new QByteArray(tag == HB_TAG('C', 'F', 'F', ' ') ? cff : font.fontTable(name));
+        const Blob blob(hb_blob_create(bytes->constData(), unsigned(bytes->size()), HB_MEMORY_MODE_READONLY,
+                                       bytes, [](void *data) { delete static_cast<QByteArray *>(data); }));
+        if (hb_blob_get_length(blob.get()) > 0) // of nothing, the bytes are gone already
+            hb_face_builder_add_table(face.get(), tag, blob.get());
+    }
+    return face;
 }
 
 QByteArray bytesOf(hb_blob_t *blob) {
@@ -78,8 +73,7 @@ quint16 PdfFont::code(quint32 glyph, char32_t sign) {
 }
 
 QByteArray PdfFont::subset() const {
-    Source source{m_face.font(), m_cff};
-    const FontFile font(hb_face_create_for_tables(tableOf, &source, nullptr));
+    const FontFile font = tablesOf(m_face.font(), m_cff);
     const SubsetInput input(hb_subset_input_create_or_fail());
     if (!input)
         return {};
