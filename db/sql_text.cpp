@@ -15,7 +15,11 @@ QString quoted(const QString &text) {
     doubled.remove(QChar::Null); // which would end the statement
     doubled.replace(u'\'', u"''"_s);
     // The server would turn a character that the code page lacks into '?' in a plain literal.
-    return (fits932(text) ? u"'"_s : u"N'"_s) + doubled + u"'"_s;
+    const QString opened = fits932(text) ? u"'"_s : u"N'"_s;
+    // A backslash at the end of a line continues the literal on one server, and is lost with the line's end.
+    for (const QChar end : {u'\r', u'\n'})
+        doubled.replace(u'\\' + QString(end), u"\\' + "_s + opened + end);
+    return opened + doubled + u"'"_s;
 }
 
 } // namespace

@@ -204,6 +204,10 @@ QString orderBy(const ListFilter &filter) {
     if (filter.staffOrder && !filter.staffAmong.empty())
         columns.append(sqlOrderAs(u"RIYOUSHA.nTantou"_s, filter.staffAmong));
     columns.append(orderColumns(filter.order, filter.patientOrder));
+    if (filter.patientOrder == PatientOrder::Kana)
+        columns.append(u"RIYOUSHA.nIDNo"_s);
+    // Down to a row's own key: rows must not change places when they are read anew.
+    columns.append(u"RIYOUSHA_DOUI_REC.iHenkeiFlg , RIYOUSHA_DOUI_REC.nDate"_s);
     return u"ORDER BY  "_s + columns.join(u" , "_s);
 }
 

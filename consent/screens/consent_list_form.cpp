@@ -155,7 +155,10 @@ void frm同意書管理::wire() {
     connect(m_grid->horizontalHeader(), &QHeaderView::sortIndicatorChanged, this, [this] { showState(); });
     connect(m_grid, &ListGrid::buttonPressed, this, [this] { pressButton(); });
     connect(m_grid, &ListGrid::rejected, this, [this] { sayNoDate(); });
-    connect(m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); });
+    // Once the cell's editor has closed: a box in between would take the keys out of the grid.
+    connect(
+        m_model, &ConsentListModel::troubled, this, [this](const QString &why) { work().failDb(why); },
+        Qt::QueuedConnection);
     connect(m_model, &ConsentListModel::doubted, this,
             [this](const QString &why) { m_environment.messages.note(why); });
 }

@@ -35,6 +35,14 @@ template <class T> T valueAt(const char *from) {
     return value;
 }
 
+/// Blanks at a text's end do not count for the servers, which fill CHAR columns up with them: a code must
+/// find here what it finds there.
+size_t withoutBlanksAtEnd(const char *text, size_t bytes) {
+    while (bytes >= sizeof(char16_t) && valueAt<char16_t>(text + bytes - sizeof(char16_t)) == u' ')
+        bytes -= sizeof(char16_t);
+    return bytes;
+}
+
 } // namespace
 
 bool OdbcRowReader::failed() {
@@ -260,7 +268,7 @@ bool OdbcRowReader::appendText(Recordset &rows, size_t row, SQLUSMALLINT number,
         length = SQLLEN(m_longTextBytes);
     }
     if (column.kind == Kind::Text)
-        rows.appendText(text, size_t(length));
+        rows.appendText(text, withoutBlanksAtEnd(text, size_t(length)));
     else
         appendDecimal(
             rows, QStringView(reinterpret_cast<const char16_t *>(text), length / SQLLEN(sizeof(char16_t))));

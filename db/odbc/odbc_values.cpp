@@ -64,14 +64,17 @@ void appendDecimal(Recordset &rows, QStringView digits) {
 }
 
 void appendTimestamp(Recordset &rows, const SQL_TIMESTAMP_STRUCT &at) {
-    std::array<char16_t, 23> text{};
+    std::array<char16_t, 27> text{};
     writeNumber(text, 0, unsigned(at.year), 4);
     text[4] = u'/';
     writeNumber(text, 5, at.month, 2);
     text[7] = u'/';
     writeNumber(text, 8, at.day, 2);
-    const unsigned milliseconds = at.fraction / 1000000; // the fraction counts nanoseconds
-    const bool midnight = at.hour == 0 && at.minute == 0 && at.second == 0 && milliseconds == 0;
+    // The fraction counts nanoseconds. Three places are all that a server takes for a column that has no
+    // more.
+    constexpr unsigned finest = 100, millisecond = 1'000'000;
+    const size_t places = at.fraction % millisecond < finest ? 3 : 7;
+    const bool midnight = at.hour == 0 && at.minute == 0 && at.second == 0 && at.fraction < finest;
     if (!midnight) {
         text[10] = u' ';
         writeNumber(text, 11, at.hour, 2);
@@ -80,7 +83,7 @@ void appendTimestamp(Recordset &rows, const SQL_TIMESTAMP_STRUCT &at) {
         text[16] = u':';
         writeNumber(text, 17, at.second, 2);
         text[19] = u'.';
-        writeNumber(text, 20, milliseconds, 3);
+        writeNumber(text, 20, unsigned(at.fraction) / (places == 3 ? millisecond : finest), places);
     }
-    rows.appendText(text.data(), (midnight ? 10 : 23) * sizeof(char16_t));
+    rows.appendText(text.data(), (midnight ? 10 : 20 + places) * sizeof(char16_t));
 }

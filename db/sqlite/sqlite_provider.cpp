@@ -39,6 +39,11 @@ QString fullPath(QString path) {
     return QDir::cleanPath(QDir(Folders::programFolderOfThisRun()).absoluteFilePath(path));
 }
 
+std::pair<qint64, QDateTime> stateOf(const QString &path) {
+    const QFileInfo file(path);
+    return {file.size(), file.lastModified()};
+}
+
 QStringList columnNames(sqlite3_stmt *statement) {
     QStringList names;
     for (int i = 0, n = sqlite3_column_count(statement); i < n; ++i)
@@ -115,20 +120,21 @@ bool SqliteProvider::open(const QString &connectionString) {
         return refuse(u"データベースファイルではありません。（%1）"_s.arg(m_path));
     bool given = false;
     const int busy = parsed.value(u"Busy Timeout").toInt(&given);
-    return openFile(given ? busy : defaultBusyTimeout);
+    m_busyMilliseconds = given ? busy : defaultBusyTimeout;
+    return openFile();
 }
 
-bool SqliteProvider::openFile(int busyMilliseconds) {
+bool SqliteProvider::openFile() {
     sqlite3 *db = nullptr;
     int result = sqlite3_open_v2(m_path.toUtf8().constData(), &db,
                                  SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
     m_db.reset(db);
     if (result == SQLITE_OK)
-        result = configure(busyMilliseconds);
+        result = configure();
     if (result == SQLITE_OK)
         return true;
     const bool unwritable = (result & 0xff) == SQLITE_CANTOPEN || (result & 0xff) == SQLITE_READONLY;
-    if (unwritable && fallBackToImmutable(busyMilliseconds))
+    if (unwritable && fallBackToImmutable())
         return true;
     fail(result);
     close();
@@ -137,7 +143,7 @@ bool SqliteProvider::openFile(int busyMilliseconds) {
 
 /// A write-ahead-log database whose file or folder cannot be written can only be read as one that nobody
 /// changes. With a log beside it that would miss its newest rows, so then it stays an error.
-bool SqliteProvider::fallBackToImmutable(int busyMilliseconds) {
+bool SqliteProvider::fallBackToImmutable() {
     if (QFileInfo(m_path + u"-wal"_s).size() > 0)
         return false;
     const QByteArray uri = QUrl::fromLocalFile(m_path).toEncoded() + "?immutable=1";
@@ -148,15 +154,22 @@ bool SqliteProvider::fallBackToImmutable(int busyMilliseconds) {
     if (result != SQLITE_OK)
         return false;
     m_db.swap(opened);
-    if (configure(busyMilliseconds) == SQLITE_OK)
+    if (configure() == SQLITE_OK) {
+        m_unchanging = stateOf(m_path);
         return true;
+    }
     m_db.swap(opened); // whose error is the one to tell
     return false;
 }
 
-int SqliteProvider::configure(int busyMilliseconds) {
+/// Whether somebody writes, or has written, a file that was opened as unchanging.
+bool SqliteProvider::isOvertaken() const {
+    return m_unchanging && (stateOf(m_path) != *m_unchanging || QFileInfo(m_path + u"-wal"_s).size() > 0);
+}
+
+int SqliteProvider::configure() {
     sqlite3_extended_result_codes(m_db.get(), 1);
-    sqlite3_busy_timeout(m_db.get(), busyMilliseconds);
+    sqlite3_busy_timeout(m_db.get(), m_busyMilliseconds);
     sqlite3_progress_handler(m_db.get(), stepsBetweenTimeChecks, isOverdue, this);
     m_deadline = Clock::time_point::max();
     int result = addServerFunctions(m_db.get(), m_time);
@@ -179,6 +192,7 @@ void SqliteProvider::chooseLog() {
 
 void SqliteProvider::close() {
     m_db.reset();
+    m_unchanging.reset();
     m_logIsChosen = false;
 }
 
@@ -236,6 +250,11 @@ bool SqliteProvider::run(const QString &sql, Recordset *rows, qint64 *affected) 
 }
 
 bool SqliteProvider::query(const QString &sql, Recordset &rows) {
+    if (isOvertaken()) {
+        close();
+        if (!openFile())
+            return false;
+    }
     return run(sql, &rows, nullptr);
 }
 

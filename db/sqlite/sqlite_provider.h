@@ -3,15 +3,19 @@
 #include "db/provider.h"
 #include "db/sqlite/functions.h"
 
+#include <QDateTime>
 #include <chrono>
 #include <memory>
+#include <optional>
+#include <utility>
 
 struct sqlite3;
 struct sqlite3_stmt;
 
 /// The embedded database, one file: "Provider=SQLite;Data Source=file". A relative path counts from the
 /// program folder. "Busy Timeout=n" (milliseconds) says how long to wait for another program's lock.
-/// A missing file is not made; a file that cannot be written is opened for reading.
+/// A missing file is not made; a file that cannot be written is opened for reading, and anew when a colleague
+/// has written it.
 class SqliteProvider : public DbProvider {
 public:
     bool open(const QString &connectionString) override;
@@ -36,9 +40,10 @@ private:
     };
     using Clock = std::chrono::steady_clock;
 
-    bool openFile(int busyMilliseconds);
-    int configure(int busyMilliseconds);
-    bool fallBackToImmutable(int busyMilliseconds);
+    bool openFile();
+    int configure();
+    bool fallBackToImmutable();
+    bool isOvertaken() const;
     void chooseLog();
     /// Takes the rows of the first statement that gives rows, when `rows` is not null.
     bool run(const QString &sql, Recordset *rows, qint64 *affected);
@@ -48,6 +53,9 @@ private:
 
     std::unique_ptr<sqlite3, Close> m_db;
     QString m_path;
+    int m_busyMilliseconds = 0;
+    /// Size and time of the file when it was opened as one that nobody changes.
+    std::optional<std::pair<qint64, QDateTime>> m_unchanging;
     bool m_logIsChosen = false;
     StatementTime m_time;
     std::chrono::seconds m_timeout{0};

@@ -67,10 +67,10 @@ TEST_P(ProviderContract, TextsComeBackAsTheyWereWritten) {
     const QString texts[] = {
         QString(), // Null stays apart from the empty text
         u""_s,
-        u" "_s,
         u"it's ''quoted''"_s,
         u"100%_[a]\\n"_s,
         u"二行\r\n目"_s,
+        u"C:\\\r\n\\\n𠮷\\\r\n"_s, // a backslash at a line's end
         u"髙橋 﨑田 ﾔﾏﾀﾞ 〜−"_s,
         u"𠮷野家で𠮟る😀"_s,
         u"トップ TOP 1 + N'x' -- ISNULL(a,b)"_s,

@@ -141,6 +141,30 @@ TEST_F(SqliteFile, AReadOnlyFileIsReadAndNotWritten) {
     }
 }
 
+TEST_F(SqliteFile, WhoMayOnlyReadSeesWhatOthersWriteMeanwhile) {
+    run(u"CREATE TABLE T (a int); INSERT INTO T VALUES (5)"_s);
+    db.close();
+    const QFile::Permissions shared = readable | enterable;
+    ASSERT_TRUE(QFile::setPermissions(path(), readable));
+    ASSERT_TRUE(QFile::setPermissions(QFileInfo(path()).path(), shared));
+    std::optional<AsOrdinaryUser> ordinary(std::in_place);
+    ASSERT_TRUE(db.open(connectionString())) << errors();
+    EXPECT_EQ(cells(u"SELECT a FROM T"_s), u"5"_s);
+    ordinary.reset();
+    QFile::setPermissions(path(), readable | QFile::WriteOwner);
+    QFile::setPermissions(QFileInfo(path()).path(), shared | QFile::WriteOwner);
+    SqliteProvider colleague;
+    ASSERT_TRUE(colleague.open(connectionString()));
+    ASSERT_TRUE(colleague.execute(u"UPDATE T SET a = 6"_s, nullptr));
+    for (const bool stays : {true, false}) {
+        if (!stays)
+            colleague.close();
+        ordinary.emplace();
+        EXPECT_EQ(cells(u"SELECT a FROM T"_s), u"6"_s) << stays << errors();
+        ordinary.reset();
+    }
+}
+
 TEST_F(SqliteFile, AnotherProgramsLockIsWaitedForAndThenReported) {
     run(u"CREATE TABLE T (a int)"_s);
     SqliteProvider colleague;

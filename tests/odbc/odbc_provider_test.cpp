@@ -66,9 +66,11 @@ TEST_F(OdbcProviderTest, EveryKindOfValueArrives) {
         {u"'0001-02-03'::date"_s, u"0001/02/03"_s},
         {u"'2026-11-21 00:00'::timestamp"_s, u"2026/11/21"_s},
         {u"'2026-11-21 09:08:07.065'::timestamp"_s, u"2026/11/21 09:08:07.065"_s},
+        {u"'2026-11-21 09:08:07.065432'::timestamp"_s, u"2026/11/21 09:08:07.0654320"_s},
         {u"'2026-11-21 23:00'::timestamp"_s, u"2026/11/21 23:00:00.000"_s},
         {u"'12:34:56'::time"_s, u"12:34:56"_s},
-        {u"'ab'::char(5)"_s, u"ab   "_s},
+        {u"'ab'::char(5)"_s, u"ab"_s},
+        {u"'A01 '::varchar(5)"_s, u"A01"_s},
         {u"N'髙﨑 ﾔﾏﾀﾞ'::varchar(40)"_s, u"髙﨑 ﾔﾏﾀﾞ"_s},
         {u"'𠮟る😀'"_s, u"𠮟る😀"_s},
         {u"'it''s'"_s, u"it's"_s},
@@ -89,6 +91,16 @@ TEST_F(OdbcProviderTest, EveryKindOfValueArrives) {
         EXPECT_EQ(rows.isNull(0, 0), c.text.isNull()) << c.expression.toStdString();
     }
     EXPECT_EQ(one(u"SELECT 1 AS x WHERE 1 = 0"_s), u"no row"_s);
+}
+
+TEST_F(OdbcProviderTest, ARowIsFoundByTheTimeThatWasReadOfIt) {
+    for (const QString &type : {u"timestamp(0)"_s, u"timestamp(3)"_s, u"timestamp(6)"_s}) {
+        one(u"DROP TABLE IF EXISTS T; CREATE TABLE T (t %1); INSERT INTO T VALUES (clock_timestamp())"
+            " RETURNING 1"_s.arg(type));
+        const QString read = one(u"SELECT t FROM T"_s);
+        EXPECT_EQ(one(u"SELECT count(*) FROM T WHERE t = '%1'"_s.arg(read)), u"1"_s)
+            << type.toStdString() << ' ' << read.toStdString();
+    }
 }
 
 /// Reads with the least and with the most that drivers can do.
