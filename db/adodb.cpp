@@ -59,6 +59,11 @@ void cT_ADODB::vAddAdoErrorLog(QString &text) {
 }
 
 short cT_ADODB::failed() {
+    if (m_provider && saysDeadlock(m_provider->errors())) {
+        m_deadlocked = true;
+        refused(u"他のＰＣの処理と互いに待ち合ったため、取り消されました。何も変更していません。"
+                "少し待ってから、もう一度行ってください。"_s);
+    }
     vAddAdoErrorLog(m_errors);
     return -1;
 }
@@ -110,7 +115,12 @@ short cT_ADODB::iExecSQL(const QString &sql, qint64 *affected) {
     return attempt([&] { return m_provider->execute(sql, affected); });
 }
 
+short cT_ADODB::iExecSQLs(const QStringList &statements, QList<qint64> &affected) {
+    return attempt([&] { return m_provider->executeAll(statements, affected); });
+}
+
 short cT_ADODB::iBeginTrans() {
+    m_deadlocked = false;
     if (!ready())
         return -1;
     if (m_inTransaction)

@@ -43,6 +43,8 @@ public:
                       int lockType = adLockReadOnly, int options = 0);
     short iCloseRecSet(Recordset &rows);
     short iExecSQL(const QString &sql, qint64 *affected = nullptr);
+    /// Statements of one transaction, sent together; `affected` takes the number of rows that each changed.
+    short iExecSQLs(const QStringList &statements, QList<qint64> &affected);
 
     /// After a failed statement a transaction is over: until iRollback every operation in it fails.
     short iBeginTrans();
@@ -53,6 +55,8 @@ public:
     short iSetTimeout(short seconds);
 
     bool isConnected() const;
+    /// Whether the last transaction fell victim to a deadlock.
+    bool wasDeadlocked() const { return m_deadlocked; }
 
     /// @name Null-safe readers: Null gives an empty text, 0, 0, an invalid date.
     ///@{
@@ -74,6 +78,7 @@ private:
     QString m_errors;
     bool m_inTransaction = false;
     bool m_transactionOver = false;
+    bool m_deadlocked = false;
 };
 
 /// A transaction that rolls back unless it is committed.
@@ -101,6 +106,16 @@ private:
     cT_ADODB &m_db;
     bool m_open;
 };
+
+/// Does a piece of work that is one transaction, and does it again, up to three times, as long as the server
+/// undoes it to resolve a deadlock.
+template <class Work> auto againAfterDeadlock(const cT_ADODB &db, const Work &work) {
+    constexpr int mostRepetitions = 3;
+    auto result = work();
+    for (int done = 0; done < mostRepetitions && db.wasDeadlocked(); ++done)
+        result = work();
+    return result;
+}
 
 /// What the connection has said since this was made.
 class ErrorsSince {

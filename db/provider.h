@@ -4,6 +4,7 @@
 
 #include <QList>
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 /// One error as the database's provider reports it.
@@ -30,6 +31,10 @@ public:
     virtual bool query(const QString &sql, Recordset &rows) = 0;
     /// Runs one statement; `affected`, when not null, takes the number of changed rows.
     virtual bool execute(const QString &sql, qint64 *affected) = 0;
+    /// Runs statements of a transaction one after the other, on their way together where the database is at
+    /// the end of a line; `affected` takes the number of rows that each changed. The first that fails ends
+    /// it.
+    virtual bool executeAll(const QStringList &statements, QList<qint64> &affected);
 
     virtual bool begin() = 0;
     virtual bool commit() = 0;
@@ -44,6 +49,9 @@ public:
 protected:
     QList<ProviderError> m_errors;
 };
+
+/// Whether the server ended a transaction because it and another one waited for each other.
+bool saysDeadlock(const QList<ProviderError> &errors);
 
 /// The provider that a connection string asks for: "Provider=SQLite;…" the embedded database, everything
 /// else ODBC. Not opened yet.

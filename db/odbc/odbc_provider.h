@@ -22,6 +22,7 @@ public:
 
     bool query(const QString &sql, Recordset &rows) override;
     bool execute(const QString &sql, qint64 *affected) override;
+    bool executeAll(const QStringList &statements, QList<qint64> &affected) override;
 
     bool begin() override;
     bool commit() override;
@@ -39,6 +40,7 @@ private:
     bool failInTransaction(const QList<ProviderError> &errors, Effect effect);
     bool notOpen();
     bool run(const OdbcStatement &statement, const QString &sql, Effect effect);
+    bool runCounting(const QString &sql, QList<qint64> &affected);
     bool inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect = Effect::None);
     bool leaveTransaction();
 

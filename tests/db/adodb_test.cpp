@@ -207,3 +207,34 @@ TEST(SqlText, ValuesBecomeLiterals) {
     for (const auto &c : cases)
         EXPECT_EQ(c.made, c.expected);
 }
+
+TEST_F(Adodb, WhatADeadlockUndidIsDoneAgainAndNamedInTheEnd) {
+    ASSERT_EQ(db.iConnect(), 0);
+    const QString said = u"他のＰＣの処理と互いに待ち合ったため、取り消されました。何も変更していません。"
+                         "少し待ってから、もう一度行ってください。"_s;
+    const struct {
+        ProviderError error;
+        int failing, tries; ///< how many of the tries fail, how many there are
+    } cases[] = {{{0, u"deadlock detected"_s, {}, u"40P01"_s, 1}, 3, 4},
+                 {{0, u"was chosen as the deadlock victim"_s, {}, u"HY000"_s, 1205}, 9, 4},
+                 {{0, u"could not serialize"_s, {}, u"40001"_s, 1}, 1, 2},
+                 {serverAway, 1, 1}};
+    for (const auto &c : cases) {
+        script.errors = {c.error};
+        int tries = 0;
+        asked();
+        const ErrorsSince errors(db);
+        const short status = againAfterDeadlock(db, [&]() -> short {
+            Transaction transaction(db);
+            script.answers = ++tries > c.failing;
+            const short done = db.iExecSQL(u"write"_s) == 0 ? transaction.commit() : short(-1);
+            script.answers = true;
+            return done;
+        });
+        EXPECT_EQ(tries, c.tries);
+        EXPECT_EQ(status == 0, c.tries > c.failing);
+        EXPECT_EQ(errors.text().count(said),
+                  c.error.sqlState == serverAway.sqlState ? 0 : qMin(c.failing, 4));
+        EXPECT_EQ(asked().count(u"begin"_s), c.tries);
+    }
+}

@@ -239,6 +239,31 @@ TEST_P(ProviderContract, ATransactionIsKeptOrUndoneWhole) {
     EXPECT_TRUE(newErrors().startsWith(u'\r'));
 }
 
+TEST_P(ProviderContract, StatementsThatGoTogetherTellWhatEachChanged) {
+    constexpr int many = 250;
+    QStringList statements;
+    for (int n = 1; n <= many; ++n)
+        statements += {u"INSERT INTO CONTRACT (nNo, cText) VALUES (%1, 'a;b''c')"_s.arg(n),
+                       u"UPDATE CONTRACT SET cText = 'x' WHERE nNo > %1"_s.arg(n - 3)};
+    QList<qint64> changed;
+    ASSERT_EQ(db.iBeginTrans(), 0);
+    ASSERT_EQ(db.iExecSQLs(statements, changed), 0) << newErrors().toStdString();
+    EXPECT_EQ(db.iCommitTrans(), 0);
+    ASSERT_EQ(changed.size(), 2 * many);
+    EXPECT_EQ(changed.first(6), (QList<qint64>{1, 1, 1, 2, 1, 3}));
+    EXPECT_EQ(changed.last(2), (QList<qint64>{1, 3}));
+
+    const QString count = u"SELECT count(*) FROM CONTRACT"_s;
+    statements = {u"DELETE FROM CONTRACT WHERE nNo = 1"_s, u"DELETE FROM CONTRACT WHERE nNo = 0"_s,
+                  u"INSERT INTO CONTRACT (nNo) VALUES (2)"_s, u"DELETE FROM CONTRACT"_s};
+    ASSERT_EQ(db.iBeginTrans(), 0);
+    EXPECT_EQ(db.iExecSQLs(statements, changed), -1) << "its key is there";
+    EXPECT_EQ(db.iExecSQL(u"DELETE FROM CONTRACT"_s), -1) << "the transaction is over";
+    EXPECT_EQ(db.iRollback(), 0);
+    EXPECT_EQ(one(count), QString::number(many));
+    newErrors();
+}
+
 TEST_P(ProviderContract, AFailureEndsTheTransaction) {
     cT_ADODB other;
     connect(other);

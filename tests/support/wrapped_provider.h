@@ -2,6 +2,7 @@
 
 #include "db/provider.h"
 
+#include <algorithm>
 #include <functional>
 
 /// A real provider behind a look at every statement, which may change it; begin and commit come as "BEGIN"
@@ -25,6 +26,11 @@ public:
     bool execute(const QString &sql, qint64 *affected) override {
         QString seen = sql;
         return looked(seen) && passed(m_real->execute(seen, affected));
+    }
+    bool executeAll(const QStringList &statements, QList<qint64> &affected) override {
+        QStringList seen = statements;
+        return std::ranges::all_of(seen, [this](QString &sql) { return looked(sql); }) &&
+               passed(m_real->executeAll(seen, affected));
     }
     bool begin() override { return looked(QStringLiteral("BEGIN")) && passed(m_real->begin()); }
     bool commit() override { return looked(QStringLiteral("COMMIT")) && passed(m_real->commit()); }
