@@ -11,7 +11,7 @@
 #include "app/base/messages.h"
 #include "app/base/processes.h"
 #include "db/adodb.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "print/batch/batch_print.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
@@ -90,7 +90,7 @@ public:
 };
 
 void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDatabase &bare) {
-    const QByteArray sql = embeddedDialect(consentFormSql(thousand()).toUtf8());
+    const QByteArray sql = inDialect(SqlDialect::Embedded, consentFormSql(thousand()).toUtf8());
     const QTemporaryDir bareFolder;
     double gathering = 0;
     Clock clock;

@@ -9,7 +9,7 @@
 #include "app/base/file_write.h"
 #include "app/base/folders.h"
 #include "db/adodb.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "print/ledger/ledger.h"
 #include "print/ledger/ledger_query.h"
 #include "print/renewal_list/renewal_query.h"
@@ -47,7 +47,7 @@ void writeBare(const QString &path, const QByteArray &bytes) {
 
 void measure(Figures &figures, const ListDocument &document, const BareDatabase &bare,
              const QTemporaryDir &folder) {
-    const QByteArray sql = embeddedDialect(document.sql.toUtf8());
+    const QByteArray sql = inDialect(SqlDialect::Embedded, document.sql.toUtf8());
     const QString path = folder.filePath(document.dataName + u".csv"_s);
     std::vector<double> ours, bares;
     QByteArray bytes;

@@ -9,7 +9,7 @@
 #include "consent/list/list_model.h"
 #include "consent/rows/list_query.h"
 #include "db/adodb.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "export/grid_table.h"
 #include "export/make_csv.h"
 #include "sample/installation.h"
@@ -77,7 +77,7 @@ void saveTable(const GridTable &table, const QString &path) {
 
 /// The three ways to the same rows, in turns, so that a busy machine disturbs all alike.
 void measureQuery(Figures &figures, const BareDatabase &bare, cT_ADODB &db, ListScreen &screen) {
-    const QByteArray sql = embeddedDialect(listSql(branch, january()).toUtf8());
+    const QByteArray sql = inDialect(SqlDialect::Embedded, listSql(branch, january()).toUtf8());
     std::vector<double> loop, loaded, painted;
     ConsentListModel model;
     size_t rows = 0;
@@ -192,7 +192,7 @@ void measureCsv(Figures &figures, cT_ADODB &db, const QString &path) {
 }
 
 void checkPlan(Figures &figures, const BareDatabase &bare) {
-    const QStringList plan = bare.plan(embeddedDialect(listSql(branch, january()).toUtf8()));
+    const QStringList plan = bare.plan(inDialect(SqlDialect::Embedded, listSql(branch, january()).toUtf8()));
     for (const QString &line : plan)
         std::printf("    %s\n", line.toUtf8().constData());
     figures.check("newest view without a full scan of RIYOUSHA_DOUI_REC",

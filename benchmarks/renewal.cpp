@@ -4,7 +4,7 @@
 
 #include "consent/record/renewal_run.h"
 #include "db/adodb.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -156,7 +156,7 @@ double renewByProgram(const QString &path, QStringList &script) {
 void writeScript(const QString &path, const QStringList &statements) {
     QString text = u"PRAGMA foreign_keys = ON;\nPRAGMA journal_mode = WAL;\nPRAGMA synchronous = FULL;\n"_s;
     for (const QString &statement : statements)
-        text += QString::fromUtf8(embeddedDialect(statement.toUtf8()))
+        text += QString::fromUtf8(inDialect(SqlDialect::Embedded, statement.toUtf8()))
                     .replace(u"GetDate()"_s, u"strftime('%Y/%m/%d %H:%M:%S', 'now', 'localtime')"_s) +
                 u";\n"_s;
     QFile file(path);

@@ -9,7 +9,7 @@
 #include "benchmarks/bare_database.h"
 #include "benchmarks/figures.h"
 #include "consent/rows/list_query.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "sample/installation.h"
 
 #include <QAbstractTableModel>
@@ -89,7 +89,7 @@ int beBare(int argc, char **argv) {
     filter.setDefaultRange(QDate::currentDate());
     filter.lapsedBefore = QDate::currentDate();
     const BareDatabase database(QApplication::arguments().value(1));
-    BareModel model(database.read(embeddedDialect(listSql({1, 1}, filter).toUtf8())));
+    BareModel model(database.read(inDialect(SqlDialect::Embedded, listSql({1, 1}, filter).toUtf8())));
     QMainWindow window;
     auto *view = new QTableView;
     view->setObjectName(u"bare"_s);

@@ -2,7 +2,7 @@
 
 #include "app/base/folders.h"
 #include "db/connection_string.h"
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "db/sqlite/sqlite_errors.h"
 
 #include <QDir>
@@ -221,7 +221,7 @@ bool SqliteProvider::run(const QString &sql, Recordset *rows, qint64 *affected) 
         m_errors.append(connectionError(u"データベースに接続していません。"_s));
         return false;
     }
-    const QByteArray text = embeddedDialect(sql.toUtf8());
+    const QByteArray text = inDialect(SqlDialect::Embedded, sql.toUtf8());
     m_time.text.clear();
     m_deadline = m_timeout.count() > 0 ? Clock::now() + m_timeout : Clock::time_point::max();
 

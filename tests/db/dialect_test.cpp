@@ -1,4 +1,4 @@
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 #include "tests/db/embedded_database.h"
 #include "tests/support/test_environment.h"
 
@@ -27,8 +27,8 @@ protected:
 
     void expectAll(std::initializer_list<Case> cases) {
         for (const Case &c : cases)
-            EXPECT_EQ(cells(c.sql), c.cells)
-                << c.sql.toStdString() << "\n-> " << embeddedDialect(c.sql.toUtf8()).toStdString();
+            EXPECT_EQ(cells(c.sql), c.cells) << c.sql.toStdString() << "\n-> "
+                                             << inDialect(SqlDialect::Embedded, c.sql.toUtf8()).toStdString();
     }
 };
 
@@ -51,7 +51,7 @@ TEST_F(Dialect, WhatNeedsNoRewritingPassesUnchanged) {
         "SELECT a FROM 表 LEFT JOIN (SELECT 1 AS b) X ON a = b",
     };
     for (const QByteArray &sql : statements)
-        EXPECT_EQ(embeddedDialect(sql), sql);
+        EXPECT_EQ(inDialect(SqlDialect::Embedded, sql), sql);
 }
 
 TEST_F(Dialect, TopGivesTheFirstRowsOfItsOwnSelect) {

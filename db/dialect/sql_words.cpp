@@ -1,4 +1,4 @@
-#include "db/sqlite/sql_words.h"
+#include "db/dialect/sql_words.h"
 
 #include <algorithm>
 #include <array>

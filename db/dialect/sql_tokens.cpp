@@ -1,4 +1,4 @@
-#include "db/sqlite/sql_tokens.h"
+#include "db/dialect/sql_tokens.h"
 
 #include <algorithm>
 
@@ -77,6 +77,10 @@ private:
             ++m_at;
         if (peek() == '\'') {
             skipQuoted('\'');
+            return SqlToken::Kind::Text;
+        }
+        if (c == '$' && peek(1) == '$') {
+            skipPast("$$", m_at + 2);
             return SqlToken::Kind::Text;
         }
         if (c == '[' || c == '"') {

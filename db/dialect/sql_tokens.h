@@ -8,7 +8,7 @@ struct SqlToken {
     enum class Kind {
         Word,   ///< name or keyword, also as [name] and "name"
         Number, ///< without a sign
-        Text,   ///< '…' or N'…'
+        Text,   ///< '…' or N'…', and $$…$$ around a function's body
         Sign    ///< anything else, one or two characters
     };
 

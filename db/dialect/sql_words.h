@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/sqlite/sql_tokens.h"
+#include "db/dialect/sql_tokens.h"
 
 /// What is known of a value in a statement without asking the database.
 enum class ValueType { Unknown, Text, Number };

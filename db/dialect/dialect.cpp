@@ -1,14 +1,33 @@
-#include "db/sqlite/dialect.h"
+#include "db/dialect/dialect.h"
 
-#include "db/sqlite/sql_words.h"
+#include "db/dialect/edits.h"
+#include "db/dialect/sql_types.h"
+#include "db/dialect/sql_words.h"
 
 #include <algorithm>
 #include <optional>
+#include <span>
 #include <string>
 
 namespace {
 
 using Kind = SqlToken::Kind;
+
+/// How an engine differs from SQL Server.
+struct Target {
+    using Renamed = std::pair<std::string_view, std::string_view>;
+    std::span<const Renamed> functions;
+    std::string_view partOpens, partCloses; ///< around a part of a compound that has a LIMIT
+    /// LIKE is a function there, Nulls come last, names fold and types are called otherwise.
+    bool isPostgres;
+};
+
+constexpr Target::Renamed embeddedFunctions[] = {
+    {"ISNULL", "ifnull"}, {"LEFT", "left_text"}, {"RIGHT", "right_text"}};
+// Its own replace refuses a collation that ignores anything.
+constexpr Target::Renamed postgresFunctions[] = {{"ISNULL", "coalesce"}, {"REPLACE", "replace_text"}};
+constexpr Target embedded = {embeddedFunctions, "SELECT * FROM (", ")", false};
+constexpr Target postgres = {postgresFunctions, "(", ")", true};
 
 /// A SELECT with TOP whose LIMIT is still to be written.
 struct Top {
@@ -20,22 +39,26 @@ struct Top {
 struct Conversion {
     size_t headAt; ///< the function's name
     size_t valueAt;
-    ConversionTarget target = ConversionTarget::Text;
-    std::string length = {};             ///< of VARCHAR(n); empty: unlimited
+    SqlType type = {};
     std::optional<size_t> valueEnd = {}; ///< where `, style` or `AS type` begins
     bool styled = false;                 ///< has a style
 };
 
 /// What lies between two parentheses, between CASE and END, or at the top of a statement.
 struct Frame {
+    size_t at = 0; ///< where it begins, the name of a called function included
     bool isCase = false;
     bool isSelect = false;
     bool compound = false; ///< behind a UNION
     std::optional<Top> top = {};
     std::optional<size_t> orderAt = {}; ///< end of the token before ORDER BY
     std::optional<Conversion> conversion = {};
+    bool inOrder = false;    ///< behind ORDER BY
+    bool descending = false; ///< what is ordered by now
+    bool inLike = false;     ///< in what is behind LIKE
 
     // The chain of + that is being read.
+    std::optional<size_t> chainAt = {}; ///< where it begins
     std::vector<size_t> plusAt = {};
     ValueType chain = ValueType::Unknown;
 
@@ -46,42 +69,55 @@ struct Frame {
 
 class Rewriter {
 public:
-    explicit Rewriter(const QByteArray &sql)
-        : m_sql(sql), m_tokens(sqlTokens({sql.constData(), size_t(sql.size())})), m_frames(1) {}
+    Rewriter(const Target &target, const QByteArray &sql)
+        : m_target(target),
+          m_sql(sql),
+          m_tokens(sqlTokens({sql.constData(), size_t(sql.size())})),
+          m_frames(1) {}
 
     QByteArray rewritten() {
+        if (m_target.isPostgres) {
+            foldNames();
+            writePostgresColumns(m_tokens, m_edits);
+        }
         for (m_i = 0; m_i < m_tokens.size(); ++m_i)
             pass(m_tokens[m_i]);
         while (m_frames.size() > 1)
             leave(lastEnd());
         finish(frame(), lastEnd());
-        return applied();
+        return m_edits.applied(m_sql);
     }
 
 private:
-    struct Edit {
-        size_t at;
-        size_t length;
-        std::string text;
-    };
-
     Frame &frame() { return m_frames.back(); }
     const SqlToken *ahead(size_t n) const { return m_i + n < m_tokens.size() ? &m_tokens[m_i + n] : nullptr; }
     bool signAhead(size_t n, std::string_view sign) const { return ahead(n) && ahead(n)->isSign(sign); }
     /// End of the token before the current one.
     size_t lastEnd() const { return m_i == 0 ? 0 : m_tokens[std::min(m_i, m_tokens.size()) - 1].end(); }
-    void edit(size_t at, size_t length, std::string text) {
-        m_edits.push_back({at, length, std::move(text)});
+    void edit(size_t at, size_t length, std::string text) { m_edits.replace(at, length, std::move(text)); }
+
+    /// Plain names fold to lower case on the server, so [Name] and "Name" do, too.
+    void foldNames() {
+        for (const SqlToken &token : m_tokens)
+            if (token.kind == Kind::Word && (token.text[0] == '[' || token.text[0] == '"'))
+                edit(token.at, token.text.size(), folded(token.text));
+    }
+
+    static std::string folded(std::string_view quotedName) {
+        std::string name = "\"";
+        for (const char c : quotedName.substr(1, quotedName.size() - (quotedName.size() > 1 ? 2 : 1)))
+            name += c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+        return name + '"';
     }
 
     void pass(const SqlToken &token) {
         switch (token.kind) {
         case Kind::Number:
-            return operand(ValueType::Number);
+            return operand(token.at, ValueType::Number);
         case Kind::Text:
-            if (token.text[0] != '\'')
+            if (token.text[0] == 'N' || token.text[0] == 'n')
                 edit(token.at, 1, {});
-            return operand(ValueType::Text);
+            return operand(token.at, ValueType::Text);
         case Kind::Sign:
             return passSign(token);
         case Kind::Word:
@@ -89,7 +125,9 @@ private:
         }
     }
 
-    void operand(ValueType type) {
+    void operand(size_t at, ValueType type) {
+        if (!frame().chainAt)
+            frame().chainAt = at;
         frame().chain = combined(frame().chain, type);
         m_afterOperand = true;
     }
@@ -101,6 +139,10 @@ private:
                 edit(at, 1, "||");
         if (f.chainIsValue)
             f.values = combined(f.values, f.chain);
+        if (f.inLike)
+            m_edits.close(lastEnd(), ")");
+        f.inLike = false;
+        f.chainAt.reset();
         f.plusAt.clear();
         f.chain = ValueType::Unknown;
         m_afterOperand = false;
@@ -108,7 +150,7 @@ private:
 
     void passSign(const SqlToken &token) {
         if (token.text == "(")
-            return enter({});
+            return enter({.at = token.at});
         if (token.text == ")")
             return leave(lastEnd());
         if (token.text == "+" && m_afterOperand) {
@@ -131,6 +173,8 @@ private:
     void passSeparator(const SqlToken &token) {
         endChain();
         Frame &f = frame();
+        if (token.text == ",")
+            endOrdered(f, lastEnd());
         if (token.text != "," || !f.conversion || f.conversion->valueEnd)
             return;
         f.conversion->valueEnd = lastEnd();
@@ -141,7 +185,7 @@ private:
         if (token.isWord("CASE")) {
             if (m_afterOperand)
                 endChain();
-            m_frames.push_back({.isCase = true, .chainIsValue = false});
+            m_frames.push_back({.at = token.at, .isCase = true, .chainIsValue = false});
         } else if (token.isWord("END")) {
             if (frame().isCase)
                 leave(lastEnd());
@@ -161,13 +205,16 @@ private:
         // A word right behind an operand is its alias.
         if (m_afterOperand)
             endChain();
+        const size_t from = m_tokens[m_i].at;
         while (signAhead(1, ".") && ahead(2))
             m_i += 2;
         const SqlToken &name = m_tokens[m_i];
-        operand(name.kind == Kind::Word ? typeOfColumn(name.text) : ValueType::Unknown);
+        operand(from, name.kind == Kind::Word ? typeOfColumn(name.text) : ValueType::Unknown);
     }
 
     void passKeyword(const SqlToken &token) {
+        if (m_target.isPostgres && passLike(token))
+            return;
         endChain();
         Frame &f = frame();
         if (token.isWord("SELECT"))
@@ -175,11 +222,51 @@ private:
         else if (token.isWord("UNION") || token.isWord("EXCEPT") || token.isWord("INTERSECT"))
             passUnion(f);
         else if (token.isWord("ORDER") && isByAhead())
-            f.orderAt = lastEnd();
+            beginOrder(f);
+        else if (token.isWord("DESC"))
+            f.descending = true;
+        else if (token.isWord("LIMIT") || token.isWord("OFFSET"))
+            endOrder(f, lastEnd());
         else if (token.isWord("AS") && f.conversion && !f.conversion->valueEnd && ahead(1))
             passCastType(*f.conversion);
         if (f.isCase)
             f.chainIsValue = token.isWord("THEN") || token.isWord("ELSE");
+    }
+
+    /// Takes LIKE, the NOT before it and the ESCAPE behind it; false for another word.
+    bool passLike(const SqlToken &token) {
+        Frame &f = frame();
+        const bool negated = token.isWord("NOT") && ahead(1) && ahead(1)->isWord("LIKE");
+        const bool begins = f.chainAt && (negated || token.isWord("LIKE"));
+        if (!begins && !(f.inLike && token.isWord("ESCAPE")))
+            return false;
+        if (begins)
+            m_edits.open(*f.chainAt, negated ? "NOT like_japanese(" : "like_japanese(");
+        f.inLike = false; // another argument of it follows
+        const size_t before = lastEnd();
+        endChain();
+        m_i += negated ? 1 : 0;
+        edit(before, m_tokens[m_i].end() - before, ",");
+        f.inLike = true;
+        return true;
+    }
+
+    void beginOrder(Frame &f) {
+        f.orderAt = lastEnd();
+        f.inOrder = true;
+        f.descending = false;
+    }
+
+    /// One of the things that are ordered by has been read. Null comes before all values.
+    void endOrdered(Frame &f, size_t end) {
+        if (m_target.isPostgres && f.inOrder)
+            m_edits.close(end, f.descending ? " NULLS LAST" : " NULLS FIRST");
+        f.descending = false;
+    }
+
+    void endOrder(Frame &f, size_t end) {
+        endOrdered(f, end);
+        f.inOrder = false;
     }
 
     bool isByAhead() const { return ahead(1) && ahead(1)->isWord("BY"); }
@@ -211,22 +298,21 @@ private:
     void wrapTop(Frame &f, size_t end) {
         if (!f.top)
             return;
-        edit(f.top->selectAt, 0, "SELECT * FROM (");
-        edit(end, 0, " LIMIT " + f.top->count + ")");
+        m_edits.open(f.top->selectAt, std::string(m_target.partOpens));
+        m_edits.close(end, " LIMIT " + f.top->count + std::string(m_target.partCloses));
         f.top.reset();
     }
 
     void passCall(const SqlToken &name) {
         if (m_afterOperand)
             endChain();
-        Frame called;
+        Frame called{.at = name.at};
         if (!hasTypeOfArguments(name))
             called.fixed = typeOfFunction(name);
-        if (name.isWord("ISNULL"))
-            edit(name.at, name.text.size(), "ifnull");
-        else if (name.isWord("LEFT") || name.isWord("RIGHT"))
-            edit(name.at, name.text.size(), name.isWord("LEFT") ? "left_text" : "right_text");
-        else if (name.isWord("CAST"))
+        for (const auto &[server, here] : m_target.functions)
+            if (name.isWord(server))
+                edit(name.at, name.text.size(), std::string(here));
+        if (name.isWord("CAST"))
             called.conversion = Conversion{.headAt = name.at, .valueAt = ahead(1)->end()};
         else if (name.isWord("CONVERT") && passConvertHead(called, name))
             return enter(std::move(called));
@@ -236,40 +322,23 @@ private:
 
     /// Past `CONVERT(type(length),`; false when it is not of that form.
     bool passConvertHead(Frame &called, const SqlToken &name) {
-        const SqlToken *type = ahead(2);
-        if (!type || type->kind != Kind::Word)
+        if (!ahead(2) || ahead(2)->kind != Kind::Word)
             return false;
-        size_t n = 3;
-        std::string length;
-        if (signAhead(n, "(") && ahead(n + 1)) {
-            length = ahead(n + 1)->kind == Kind::Number ? std::string(ahead(n + 1)->text) : std::string();
-            while (ahead(n) && !signAhead(n, ")"))
-                ++n;
-            ++n;
-        }
-        if (!signAhead(n, ","))
+        const SqlType type = sqlTypeAt(m_tokens, m_i + 2);
+        if (type.next >= m_tokens.size() || !m_tokens[type.next].isSign(","))
             return false;
-        called.conversion = Conversion{name.at, ahead(n)->end(), conversionTarget(*type), length};
-        m_i += n;
+        called.conversion = Conversion{.headAt = name.at, .valueAt = m_tokens[type.next].end(), .type = type};
+        m_i = type.next;
         return true;
     }
 
     void passCastType(Conversion &cast) {
-        cast.target = conversionTarget(*ahead(1));
+        cast.type = sqlTypeAt(m_tokens, m_i + 1);
         cast.valueEnd = lastEnd();
         // The rest up to the parenthesis is the type.
-        if (cast.target == ConversionTarget::Text && signAhead(2, "(") && ahead(3) &&
-            ahead(3)->kind == Kind::Number)
-            cast.length = ahead(3)->text;
+        m_i = cast.type.next - 1;
         while (ahead(1) && !signAhead(1, ")"))
-            m_i += signAhead(2, "(") ? skipBracket(2) : 1;
-    }
-
-    /// Number of tokens from the current one to the parenthesis that closes the one `n` ahead.
-    size_t skipBracket(size_t n) const {
-        while (ahead(n) && !signAhead(n, ")"))
-            ++n;
-        return n;
+            ++m_i;
     }
 
     void enter(Frame inner) {
@@ -285,15 +354,15 @@ private:
         finish(frame(), end);
         const Frame left = std::move(m_frames.back());
         m_frames.pop_back();
-        operand(typeOf(left));
+        operand(left.at, typeOf(left));
     }
 
     static ValueType typeOf(const Frame &f) {
         if (f.conversion)
-            return f.conversion->target == ConversionTarget::Text      ? ValueType::Text
-                   : f.conversion->target == ConversionTarget::Integer ? ValueType::Number
-                   : f.conversion->target == ConversionTarget::Number  ? ValueType::Number
-                                                                       : ValueType::Unknown;
+            return f.conversion->type.target == ConversionTarget::Text      ? ValueType::Text
+                   : f.conversion->type.target == ConversionTarget::Integer ? ValueType::Number
+                   : f.conversion->type.target == ConversionTarget::Number  ? ValueType::Number
+                                                                            : ValueType::Unknown;
         return f.isSelect ? ValueType::Unknown : f.fixed.value_or(f.values);
     }
 
@@ -304,64 +373,61 @@ private:
         endChain();
         if (f.conversion)
             finishConversion(*f.conversion, value, end);
+        endOrder(f, end);
         if (f.top && f.compound)
             wrapTop(f, f.orderAt.value_or(end));
         else if (f.top)
-            edit(end, 0, " LIMIT " + f.top->count);
+            m_edits.close(end, " LIMIT " + f.top->count);
     }
 
     /// @param value type of what is converted
     /// @param end where the conversion's last argument ends
     void finishConversion(const Conversion &c, ValueType value, size_t end) {
+        using enum ConversionTarget;
         const bool convert = m_sql[qsizetype(c.headAt) + 1] == 'O' || m_sql[qsizetype(c.headAt) + 1] == 'o';
-        if (!convert && c.target != ConversionTarget::Date && c.target != ConversionTarget::DateTime)
+        const bool isDate = c.type.target == Date || c.type.target == DateTime;
+        if (!convert && !isDate && !m_target.isPostgres)
             return; // SQLite's own CAST does
         const size_t valueEnd = c.valueEnd.value_or(end);
-        const bool asDate = c.target == ConversionTarget::Date ||
-                            (c.target == ConversionTarget::Text && c.styled && value == ValueType::Unknown);
-        std::string head = asDate ? "convert_date(" : "CAST(";
-        std::string tail = c.target == ConversionTarget::Integer  ? " AS INTEGER"
-                           : c.target == ConversionTarget::Number ? " AS NUMERIC"
-                                                                  : " AS TEXT";
-        if (asDate)
-            tail = c.target == ConversionTarget::Date
-                       ? ", 111"
-                       : std::string(m_sql.constData() + valueEnd, end - valueEnd);
-        if (c.target == ConversionTarget::Text && !c.length.empty()) {
+        const bool datesAreTexts = c.type.target == Date && !m_target.isPostgres;
+        const bool isStyled = c.type.target == Text && c.styled && value == ValueType::Unknown;
+        std::string head = datesAreTexts || isStyled ? "convert_date(" : "CAST(";
+        std::string tail = datesAreTexts ? ", 111"
+                           : isStyled    ? std::string(m_sql.constData() + valueEnd, end - valueEnd)
+                                         : " AS " + castType(c.type);
+        if (c.type.target == Text && !c.type.length().empty()) {
             head = "substr(" + head;
-            tail += "), 1, " + c.length;
+            tail += "), 1, " + c.type.length();
+            if (m_target.isPostgres) { // of the type that columns have: an index serves no other
+                head = "CAST(" + head;
+                tail += ") AS " + castType(c.type);
+            }
         }
         edit(c.headAt, c.valueAt - c.headAt, head);
         edit(valueEnd, end - valueEnd, tail);
     }
 
-    QByteArray applied() {
-        if (m_edits.empty())
-            return m_sql;
-        std::ranges::stable_sort(m_edits, {}, &Edit::at);
-        QByteArray out;
-        out.reserve(m_sql.size() + 64);
-        size_t from = 0;
-        for (const Edit &e : m_edits) {
-            if (e.at < from)
-                continue;
-            out.append(m_sql.constData() + from, qsizetype(e.at - from));
-            out.append(e.text.data(), qsizetype(e.text.size()));
-            from = e.at + e.length;
-        }
-        return out.append(m_sql.constData() + from, m_sql.size() - qsizetype(from));
+    std::string castType(const SqlType &type) const {
+        if (m_target.isPostgres)
+            return postgresType(type);
+        return type.target == ConversionTarget::Integer  ? "INTEGER"
+               : type.target == ConversionTarget::Number ? "NUMERIC"
+                                                         : "TEXT";
     }
 
+    const Target &m_target;
     QByteArray m_sql;
     std::vector<SqlToken> m_tokens;
     std::vector<Frame> m_frames;
-    std::vector<Edit> m_edits;
+    Edits m_edits;
     size_t m_i = 0;
     bool m_afterOperand = false;
 };
 
 } // namespace
 
-QByteArray embeddedDialect(const QByteArray &sql) {
-    return Rewriter(sql).rewritten();
+QByteArray inDialect(SqlDialect dialect, const QByteArray &sql) {
+    if (dialect == SqlDialect::SqlServer)
+        return sql;
+    return Rewriter(dialect == SqlDialect::PostgreSql ? postgres : embedded, sql).rewritten();
 }

@@ -1,0 +1,127 @@
+#include "db/dialect/sql_types.h"
+
+#include <array>
+#include <optional>
+
+namespace {
+
+constexpr std::array<std::pair<std::string_view, std::string_view>, 13> postgresTypes = {
+    {{"NVARCHAR", "bpchar"},
+     {"VARCHAR", "bpchar"},
+     {"NCHAR", "bpchar"},
+     {"CHAR", "bpchar"},
+     {"NTEXT", "text"},
+     {"TEXT", "text"},
+     {"DATETIME", "timestamp(3)"},
+     {"DATETIME2", "timestamp(3)"},
+     {"SMALLDATETIME", "timestamp(3)"},
+     {"MONEY", "numeric(19, 4)"},
+     {"TINYINT", "smallint"},
+     {"BIT", "smallint"},
+     {"FLOAT", "double precision"}}};
+
+bool isSign(const std::vector<SqlToken> &tokens, size_t at, std::string_view sign) {
+    return at < tokens.size() && tokens[at].isSign(sign);
+}
+
+bool isWord(const std::vector<SqlToken> &tokens, size_t at, std::string_view word) {
+    return at < tokens.size() && tokens[at].isWord(word);
+}
+
+bool isName(const std::vector<SqlToken> &tokens, size_t at) {
+    return at < tokens.size() && tokens[at].kind == SqlToken::Kind::Word;
+}
+
+/// What the definition of a column does not begin with.
+bool beginsConstraint(const SqlToken &token) {
+    return token.isWord("CONSTRAINT") || token.isWord("PRIMARY") || token.isWord("UNIQUE") ||
+           token.isWord("FOREIGN") || token.isWord("CHECK");
+}
+
+/// The first definition of a statement that defines columns; nothing for another one.
+std::optional<size_t> firstDefinition(const std::vector<SqlToken> &tokens, size_t statement) {
+    const bool alters = isWord(tokens, statement, "ALTER");
+    if ((!alters && !isWord(tokens, statement, "CREATE")) || !isWord(tokens, statement + 1, "TABLE"))
+        return std::nullopt;
+    for (size_t i = statement + 2; i < tokens.size() && !tokens[i].isSign(";"); ++i)
+        if (alters ? tokens[i].isWord("ADD") : tokens[i].isSign("("))
+            return i + 1;
+    return std::nullopt;
+}
+
+std::string lengthCheck(std::string_view column, const SqlType &type) {
+    const std::string length = type.length();
+    if (type.target != ConversionTarget::Text || length.empty())
+        return {};
+    const std::string name(column);
+    const bool national = type.name[0] == 'N' || type.name[0] == 'n';
+    // Bytes of UTF-8 are never fewer, and counted at once.
+    return " CHECK (octet_length(" + name + ") <= " + length + " OR " +
+           (national ? "utf16_units(" : "bytes932(") + name + ") <= " + length + ")";
+}
+
+/// One definition; gives the token that ends it.
+size_t writeDefinition(const std::vector<SqlToken> &tokens, size_t at, Edits &edits) {
+    std::string check;
+    if (isName(tokens, at) && isName(tokens, at + 1) && !beginsConstraint(tokens[at])) {
+        const SqlType type = sqlTypeAt(tokens, at + 1);
+        const size_t from = tokens[at + 1].at;
+        edits.replace(from, tokens[type.next - 1].end() - from, postgresType(type));
+        check = lengthCheck(tokens[at].text, type);
+        at = type.next;
+    }
+    for (int depth = 0; at < tokens.size(); ++at) {
+        if (depth == 0 && (tokens[at].isSign(",") || tokens[at].isSign(")") || tokens[at].isSign(";")))
+            break;
+        depth += tokens[at].isSign("(") ? 1 : tokens[at].isSign(")") ? -1 : 0;
+    }
+    if (!check.empty())
+        edits.close(tokens[at - 1].end(), check);
+    return at;
+}
+
+} // namespace
+
+std::string SqlType::length() const {
+    const bool digits = arguments.find_first_not_of("0123456789") == std::string_view::npos;
+    return digits ? std::string(arguments) : std::string();
+}
+
+SqlType sqlTypeAt(const std::vector<SqlToken> &tokens, size_t at) {
+    const SqlToken &word = tokens[at];
+    SqlType type{.name = word.text, .target = conversionTarget(word), .next = at + 1};
+    if (!isSign(tokens, at + 1, "("))
+        return type;
+    size_t last = at + 1;
+    while (last < tokens.size() && !tokens[last].isSign(")"))
+        ++last;
+    if (last == tokens.size())
+        return type;
+    // Tokens are views of one text.
+    const char *from = tokens[at + 1].text.data() + 1;
+    type.arguments = {from, size_t(tokens[last].text.data() - from)};
+    type.next = last + 1;
+    return type;
+}
+
+std::string postgresType(const SqlType &type) {
+    if (equalsUpper(type.arguments, "MAX"))
+        return "text";
+    for (const auto &[server, here] : postgresTypes)
+        if (equalsUpper(type.name, server))
+            return std::string(here);
+    return std::string(type.name) +
+           (type.arguments.empty() ? std::string() : "(" + std::string(type.arguments) + ")");
+}
+
+void writePostgresColumns(const std::vector<SqlToken> &tokens, Edits &edits) {
+    for (size_t at = 0; at < tokens.size(); ++at) {
+        if (at > 0 && !tokens[at - 1].isSign(";"))
+            continue;
+        std::optional<size_t> definition = firstDefinition(tokens, at);
+        while (definition) {
+            at = writeDefinition(tokens, *definition, edits);
+            definition = isSign(tokens, at, ",") ? std::optional(at + 1) : std::nullopt;
+        }
+    }
+}

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "db/dialect/edits.h"
+#include "db/dialect/sql_words.h"
+
+#include <string>
+
+/// A type as it stands in a statement: DECIMAL(9, 3).
+struct SqlType {
+    std::string_view name = {};
+    std::string_view arguments = {}; ///< without the parentheses
+    ConversionTarget target = ConversionTarget::Text;
+    size_t next = 0; ///< the token behind it
+
+    /// Characters of VARCHAR(n); empty: unlimited.
+    std::string length() const;
+};
+
+/// The type that begins at a token.
+SqlType sqlTypeAt(const std::vector<SqlToken> &tokens, size_t at);
+
+/// PostgreSQL's type for one of SQL Server's. Texts are `bpchar` without a length: the one type that compares
+/// without the blanks at the end, as the server does.
+std::string postgresType(const SqlType &type);
+
+/// Gives the columns in CREATE TABLE and ALTER TABLE … ADD PostgreSQL's types. Texts get a check of their
+/// length, by the functions utf16_units and bytes932: the server counts NVARCHAR(n) in units of UTF-16,
+/// VARCHAR(n) in bytes of code page 932.
+void writePostgresColumns(const std::vector<SqlToken> &tokens, Edits &edits);
