@@ -27,6 +27,8 @@ public:
     const QString &sErrMsg() const { return m_errors; }
     /// The connection's default database name; empty without a connection.
     QString sDbName() const;
+    /// What differs by engine beyond the SQL that is sent: catalogues, backups. Of an open connection.
+    SqlDialect dialect() const { return m_provider ? m_provider->dialect() : SqlDialect::SqlServer; }
     short ihehe() const { return 0; }
 
     short iInit(const QString &connectionString);

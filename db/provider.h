@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/dialect/dialect.h"
 #include "db/recordset.h"
 
 #include <QList>
@@ -26,6 +27,8 @@ public:
     virtual void close() = 0;
     virtual bool isOpen() const = 0;
     virtual QString databaseName() const = 0;
+    /// Whose SQL the database speaks; callers write SQL Server's all the same.
+    virtual SqlDialect dialect() const { return SqlDialect::SqlServer; }
 
     /// Runs one statement in SQL Server's dialect that gives rows, and reads them all.
     virtual bool query(const QString &sql, Recordset &rows) = 0;
@@ -54,5 +57,5 @@ protected:
 bool saysDeadlock(const QList<ProviderError> &errors);
 
 /// The provider that a connection string asks for: "Provider=SQLite;…" the embedded database, everything
-/// else ODBC. Not opened yet.
+/// else, PostgreSQL too, ODBC. Not opened yet.
 std::unique_ptr<DbProvider> makeProvider(const QString &connectionString);

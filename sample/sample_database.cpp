@@ -1,12 +1,11 @@
 #include "sample/sample_database.h"
 
 #include "db/adodb.h"
+#include "db/tables/schema.h"
 #include "sample/bulk_database.h"
 #include "sample/masters.h"
 #include "sample/patients.h"
 #include "sample/random.h"
-
-#include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -49,23 +48,6 @@ Result<> makeIndexes(const QString &path) {
 }
 
 } // namespace
-
-QStringList schemaStatements() {
-    QFile file(u":/sample/schema.sql"_s);
-    const bool opened = file.open(QIODevice::ReadOnly);
-    Q_ASSERT(opened); // it is part of the executable
-    if (!opened)
-        return {};
-    QString text;
-    for (const QString &line : QString::fromUtf8(file.readAll()).split(u'\n'))
-        if (!line.trimmed().startsWith(u"--"))
-            text += line + u'\n';
-    QStringList statements;
-    for (const QString &statement : text.split(u';'))
-        if (!statement.trimmed().isEmpty())
-            statements.append(statement.trimmed());
-    return statements;
-}
 
 Result<> makeSampleDatabase(const QString &path, QDate day, int patients) {
     const Result<> loaded = load(path, day, patients);

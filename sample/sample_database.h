@@ -12,7 +12,4 @@ namespace sample {
 /// @param path full path of a file that does not exist yet
 Result<> makeSampleDatabase(const QString &path, QDate day, int patients);
 
-/// The statements of the schema, each without its semicolon.
-QStringList schemaStatements();
-
 } // namespace sample

@@ -431,3 +431,7 @@ QByteArray inDialect(SqlDialect dialect, const QByteArray &sql) {
         return sql;
     return Rewriter(dialect == SqlDialect::PostgreSql ? postgres : embedded, sql).rewritten();
 }
+
+QString inDialect(SqlDialect dialect, const QString &sql) {
+    return dialect == SqlDialect::SqlServer ? sql : QString::fromUtf8(inDialect(dialect, sql.toUtf8()));
+}

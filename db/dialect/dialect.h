@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 /// Whose SQL a database speaks.
 enum class SqlDialect { SqlServer, Embedded, PostgreSql };
@@ -24,3 +25,4 @@ enum class SqlDialect { SqlServer, Embedded, PostgreSql };
 /// The functions that are neither renamed nor the engine's own are registered by addServerFunctions, or made
 /// with the tables.
 QByteArray inDialect(SqlDialect dialect, const QByteArray &sql);
+QString inDialect(SqlDialect dialect, const QString &sql);

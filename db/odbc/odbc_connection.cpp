@@ -1,6 +1,7 @@
 #include "db/odbc/odbc_connection.h"
 
 #include "db/odbc/odbc_errors.h"
+#include "db/odbc/postgres_session.h"
 #include "db/odbc/time_limit.h"
 
 #include <QCoreApplication>
@@ -48,15 +49,22 @@ bool OdbcConnection::logIn(const OdbcTarget &target, std::chrono::seconds timeou
     }
     m_loggedIn = true;
     learnAbout();
-    return true;
+    return m_dialect != SqlDialect::PostgreSql || beginPostgresSession(m_connection, errors);
+}
+
+QString OdbcConnection::textAbout(SQLUSMALLINT what) const {
+    std::array<SQLWCHAR, 257> text{};
+    SQLSMALLINT bytes = 0;
+    if (!SQL_SUCCEEDED(SQLGetInfoW(m_connection, what, text.data(),
+                                   SQLSMALLINT((text.size() - 1) * sizeof(SQLWCHAR)), &bytes)))
+        return {};
+    return QString::fromUtf16(reinterpret_cast<const char16_t *>(text.data()));
 }
 
 void OdbcConnection::learnAbout() {
-    std::array<SQLWCHAR, 257> name{};
-    SQLSMALLINT bytes = 0;
-    if (SQL_SUCCEEDED(SQLGetInfoW(m_connection, SQL_DATABASE_NAME, name.data(),
-                                  SQLSMALLINT((name.size() - 1) * sizeof(SQLWCHAR)), &bytes)))
-        m_databaseName = QString::fromUtf16(reinterpret_cast<const char16_t *>(name.data()));
+    m_databaseName = textAbout(SQL_DATABASE_NAME);
+    if (textAbout(SQL_DBMS_NAME).startsWith(u"PostgreSQL", Qt::CaseInsensitive))
+        m_dialect = SqlDialect::PostgreSql;
     constexpr SQLUINTEGER wanted = SQL_GD_ANY_COLUMN | SQL_GD_ANY_ORDER | SQL_GD_BLOCK | SQL_GD_BOUND;
     SQLUINTEGER extensions = 0;
     if (SQL_SUCCEEDED(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "db/dialect/dialect.h"
 #include "db/odbc/odbc_api.h"
 #include "db/odbc/odbc_target.h"
 #include "db/provider.h"
@@ -19,6 +20,8 @@ public:
 
     SQLHDBC handle() const { return m_connection; }
     const QString &databaseName() const { return m_databaseName; }
+    /// Asked of the driver, whatever the connection string calls it.
+    SqlDialect dialect() const { return m_dialect; }
     /// The driver lets long values be fetched from any row of a block, in any order, bound or not.
     bool readsCellsOfBlocks() const { return m_readsCellsOfBlocks; }
 
@@ -33,12 +36,14 @@ public:
 private:
     bool allocate(QList<ProviderError> &errors);
     void learnAbout();
+    QString textAbout(SQLUSMALLINT what) const;
 
     SQLHENV m_environment = nullptr;
     SQLHDBC m_connection = nullptr;
     bool m_loggedIn = false;
     bool m_readsCellsOfBlocks = false;
     QString m_databaseName;
+    SqlDialect m_dialect = SqlDialect::SqlServer;
 };
 
 /// Logs in within `limit`. Null on failure.

@@ -3,6 +3,7 @@
 #include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_errors.h"
 #include "db/odbc/odbc_rows.h"
+#include "db/odbc/postgres_session.h"
 #include "db/odbc/time_limit.h"
 
 #include <algorithm>
@@ -50,6 +51,10 @@ QString OdbcProvider::databaseName() const {
     return m_connection ? m_connection->databaseName() : QString();
 }
 
+SqlDialect OdbcProvider::dialect() const {
+    return m_connection ? m_connection->dialect() : SqlDialect::SqlServer;
+}
+
 bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
     const bool isLost = m_connection && (saysConnectionLost(errors) || m_connection->isDead());
     if (isLost && !errors.isEmpty())
@@ -57,6 +62,8 @@ bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
             effect == Effect::None
                 ? u"データベースとの接続が切れました。データは変更されていません。"_s
                 : u"データベースとの接続が切れました。変更が保存されたか分かりません。再読込して確かめてください。"_s);
+    else if (dialect() == SqlDialect::PostgreSql && !errors.isEmpty())
+        errors.first().description.prepend(meaningOfPostgresError(errors.first()));
     hidePassword(errors, m_password);
     m_errors += errors;
     if (isLost)
@@ -99,7 +106,8 @@ bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql, Effec
     // Some drivers have no time-out; the statement runs without one then.
     SQLSetStmtAttrW(statement.handle(), SQL_ATTR_QUERY_TIMEOUT,
                     odbcAttribute(SQLULEN(std::max(0, m_commandTimeout))), 0);
-    const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(sql), SQLINTEGER(sql.size()));
+    const QString text = inDialect(dialect(), sql);
+    const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(text), SQLINTEGER(text.size()));
     return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement, effect);
 }
 

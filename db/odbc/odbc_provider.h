@@ -6,7 +6,8 @@
 #include <chrono>
 #include <memory>
 
-/// A database server reached through ODBC. Statements pass as they are.
+/// A database server reached through ODBC. Statements pass as they are to SQL Server, and rewritten to
+/// PostgreSQL.
 class OdbcProvider : public DbProvider {
 public:
     /// @param loginLimit seconds after which a log-in is given up, when the connection string sets none
@@ -19,6 +20,7 @@ public:
     void close() override;
     bool isOpen() const override { return m_connection != nullptr; }
     QString databaseName() const override;
+    SqlDialect dialect() const override;
 
     bool query(const QString &sql, Recordset &rows) override;
     bool execute(const QString &sql, qint64 *affected) override;

@@ -1,6 +1,7 @@
 #include "db/odbc/odbc_target.h"
 
 #include "db/odbc/odbc_keywords.h"
+#include "db/odbc/postgres_target.h"
 
 #include <algorithm>
 #include <map>
@@ -26,15 +27,6 @@ std::optional<bool> flag(QStringView text, std::initializer_list<QStringView> on
 
 std::optional<bool> encryptionFlag(QStringView text) {
     return flag(text, {u"Mandatory", u"Strict"}, {u"Optional"});
-}
-
-/// A value as ODBC reads it back: braces when a sign in it would mean something else.
-QString quoted(const QString &value) {
-    const bool plain =
-        std::none_of(value.begin(), value.end(), [](QChar c) { return u"[]{}(),;?*=!@ \t"_s.contains(c); });
-    if (plain)
-        return value;
-    return u'{' + QString(value).replace(u'}', u"}}"_s) + u'}';
 }
 
 /// "tcp:host\instance,port" taken apart.
@@ -140,9 +132,9 @@ private:
         if (isOneOf(provider, {u"", u"SQLOLEDB", u"SQLNCLI", u"SQLNCLI10", u"SQLNCLI11", u"MSOLEDBSQL",
                                u"MSOLEDBSQL19"}))
             return true;
-        return fail(
-            u"接続文字列のプロバイダー「%1」には対応していません。SQL Server のプロバイダーか SQLite、"
-            u"または Driver= か DSN= を指定してください。"_s.arg(provider));
+        return fail(u"接続文字列のプロバイダー「%1」には対応していません。SQL Server "
+                    u"のプロバイダー、PostgreSQL か SQLite、"
+                    u"または Driver= か DSN= を指定してください。"_s.arg(provider));
     }
 
     bool driverInstalled() {
@@ -158,7 +150,7 @@ private:
 
     void write(const QString &name, const QString &text) {
         if (!text.isEmpty())
-            m_written += name + u'=' + quoted(text) + u';';
+            m_written += name + u'=' + odbcQuoted(text) + u';';
     }
 
     void copy(OdbcItem item, const QString &name) { write(name, value(item)); }
@@ -319,6 +311,14 @@ QString OdbcTarget::name() const {
     return u"サーバー「%1」、ODBC ドライバー「%2」"_s.arg(server, driver);
 }
 
+QString odbcQuoted(const QString &value) {
+    const bool plain =
+        std::none_of(value.begin(), value.end(), [](QChar c) { return u"[]{}(),;?*=!@ \t"_s.contains(c); });
+    if (plain)
+        return value;
+    return u'{' + QString(value).replace(u'}', u"}}"_s) + u'}';
+}
+
 QString sqlServerDriver(const QStringList &installed) {
     QStringList wanted = {u"ODBC Driver 18 for SQL Server"_s, u"ODBC Driver 17 for SQL Server"_s,
                           u"ODBC Driver 13 for SQL Server"_s, u"ODBC Driver 11 for SQL Server"_s,
@@ -345,5 +345,7 @@ OdbcTarget odbcTarget(const ConnectionString &source, const QStringList &install
     }
     if (source.kind() == ConnectionString::Kind::Odbc)
         return passedAsItIs(source);
+    if (asksForPostgres(source))
+        return postgresTarget(source, installed);
     return Mapper(source, sqlServerDriver(installed)).run();
 }

@@ -21,10 +21,13 @@ struct OdbcTarget {
     QString name() const;
 };
 
-/// Maps an OLE DB string to the keywords of the best SQL Server driver among `installed`; an ODBC string
+/// Maps an OLE DB string to the keywords of the best driver among `installed` for its server; an ODBC string
 /// passes as it is, but for FreeTDS's protocol version. A keyword that neither OLE DB nor we know is an
 /// error: silence would hide a typing mistake in "Use Encryption for Data".
 OdbcTarget odbcTarget(const ConnectionString &source, const QStringList &installed);
 
 /// The SQL Server driver to use: on Linux FreeTDS, else Microsoft's, the newest first; null without any.
 QString sqlServerDriver(const QStringList &installed);
+
+/// A value as ODBC reads it back: braces when a sign in it would mean something else.
+QString odbcQuoted(const QString &value);

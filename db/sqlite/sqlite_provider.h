@@ -23,6 +23,7 @@ public:
     bool isOpen() const override { return m_db != nullptr; }
     /// The file's name without folder and suffix.
     QString databaseName() const override;
+    SqlDialect dialect() const override { return SqlDialect::Embedded; }
 
     bool query(const QString &sql, Recordset &rows) override;
     /// Takes several statements too, one after the other; `affected` counts the rows of all.

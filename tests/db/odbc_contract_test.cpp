@@ -1,3 +1,4 @@
+#include "db/tables/schema.h"
 #include "tests/db/provider_contract.h"
 #include "tests/odbc/postgres_server.h"
 
@@ -5,18 +6,27 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// One server for the whole run of the suite.
+/// One server for the whole run of the suite, with the tables, which bring the program's functions.
 QString connectionOfRun() {
     static const PostgresServer server;
-    EXPECT_EQ(server.problem().toStdString(), "");
+    static const bool ready = [] {
+        EXPECT_EQ(server.problem().toStdString(), "");
+        cT_ADODB db;
+        db.iInit(server.connectionString());
+        EXPECT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
+        const Result<bool> made = makeSchema(db);
+        EXPECT_TRUE(made) << made.reason().toStdString();
+        return bool(made);
+    }();
+    EXPECT_TRUE(ready);
     return server.connectionString();
 }
 
 ContractDatabase postgresDatabase() {
     return {.name = "PostgreSQL",
             .connectionString = connectionOfRun,
-            .unreachable = u"Driver=%1;Server=127.0.0.1;Port=%2;Database=postgres;UID=nobody;PWD=none"_s.arg(
-                odbcDriverLibrary(u"psqlodbcw.so"_s), QString::number(freePort())),
+            .unreachable = u"Provider=PostgreSQL;Server=127.0.0.1;Port=%1;Database=postgres;User ID=nobody;"
+                           u"Password=none"_s.arg(freePort()),
             .slowSelect = u"SELECT pg_sleep(20)"_s,
             .databaseName = u"postgres"_s};
 }

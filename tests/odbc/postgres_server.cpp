@@ -177,7 +177,7 @@ void PostgresServer::kill() {
     m_process = 0;
 }
 
-QString PostgresServer::connectionString(const QString &password) const {
-    return u"Driver=%1;Server=127.0.0.1;Port=%2;Database=postgres;UID=douisho;PWD=%3;BoolsAsChar=0;CommLog=0;"_s
-        .arg(m_driver, QString::number(m_port), password);
+QString PostgresServer::connectionString(const QString &password, const QString &database) const {
+    return u"Provider=PostgreSQL;Server=127.0.0.1;Port=%1;Database=%2;User ID=douisho;Password=%3"_s.arg(
+        QString::number(m_port), database, password);
 }

@@ -21,8 +21,8 @@ public:
     void kill();
 
     quint16 port() const { return m_port; }
-    /// ODBC connection string of the Unicode driver, by the library's path.
-    QString connectionString(const QString &password = QString(QLatin1String(rightPassword))) const;
+    QString connectionString(const QString &password = QString(QLatin1String(rightPassword)),
+                             const QString &database = QStringLiteral("postgres")) const;
 
     static constexpr const char *rightPassword = "Geheim-42";
 

@@ -1,5 +1,6 @@
 #include "consent/rules/period.h"
 #include "db/adodb.h"
+#include "db/tables/schema.h"
 #include "sample/sample_database.h"
 #include "tests/support/test_environment.h"
 
@@ -194,7 +195,7 @@ TEST(Schema, KeepsToWhatBothServersTake) {
         QRegularExpression::UseUnicodePropertiesOption);
     static const QRegularExpression index(u"^CREATE INDEX \\w+ ON \\w+ \\([\\w, ]+\\)$"_s);
     int tables = 0;
-    for (const QString &statement : sample::schemaStatements()) {
+    for (const QString &statement : schemaStatements()) {
         QStringList lines = statement.split(u'\n');
         if (lines.size() == 1) {
             EXPECT_TRUE(index.match(statement).hasMatch()) << statement.toStdString();

@@ -19,6 +19,7 @@ public:
     void close() override { m_real->close(); }
     bool isOpen() const override { return m_real->isOpen(); }
     QString databaseName() const override { return m_real->databaseName(); }
+    SqlDialect dialect() const override { return m_real->dialect(); }
     bool query(const QString &sql, Recordset &rows) override {
         QString seen = sql;
         return looked(seen) && passed(m_real->query(seen, rows));

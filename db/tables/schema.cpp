@@ -1,0 +1,64 @@
+#include "db/tables/schema.h"
+
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+/// A file that is part of the program.
+QString embeddedText(const QString &name) {
+    QFile file(u":/db/"_s + name);
+    const bool opened = file.open(QIODevice::ReadOnly);
+    Q_ASSERT(opened);
+    return opened ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// SQLite has a catalogue of its own; the servers, of which one folds names, have the standard's.
+QString sqlOfTables(SqlDialect dialect) {
+    return dialect == SqlDialect::Embedded
+               ? u"SELECT COUNT(*) FROM sqlite_master WHERE name = 'KYOTEN'"_s
+               : u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES WHERE UPPER(TABLE_NAME) = 'KYOTEN'"_s;
+}
+
+Result<bool> isMade(cT_ADODB &db) {
+    const Result<Recordset> tables = readRows(db, sqlOfTables(db.dialect()));
+    return tables ? Result<bool>(tables->number(0, 0) > 0) : Result<bool>(Failure{tables.reason()});
+}
+
+/// What the engine lacks of the server's functions, where it has to be made in the database.
+QString functionsOf(SqlDialect dialect) {
+    return dialect == SqlDialect::PostgreSql ? embeddedText(u"postgres.sql"_s) : QString();
+}
+
+} // namespace
+
+Result<bool> makeSchema(cT_ADODB &db) {
+    if (Result<bool> made = isMade(db); !made || *made)
+        return made ? Result<bool>(false) : made;
+    const ErrorsSince errors(db);
+    {
+        Transaction transaction(db);
+        if (transaction.begun() &&
+            db.iExecSQL(functionsOf(db.dialect()) + embeddedText(u"schema.sql"_s)) == 0 &&
+            transaction.commit() == 0)
+            return true;
+    }
+    // Of two that begin at once the second fails when the first is done.
+    const QString why = errors.text();
+    if (const Result<bool> made = isMade(db); made && *made)
+        return false;
+    return Failure{u"データベースに表を作成できません。何も作成していません。"_s + why};
+}
+
+QStringList schemaStatements() {
+    QString text;
+    for (const QString &line : embeddedText(u"schema.sql"_s).split(u'\n'))
+        if (!line.trimmed().startsWith(u"--"))
+            text += line + u'\n';
+    QStringList statements;
+    for (const QString &statement : text.split(u';'))
+        if (!statement.trimmed().isEmpty())
+            statements.append(statement.trimmed());
+    return statements;
+}

@@ -1,0 +1,13 @@
+#pragma once
+
+#include "app/base/result.h"
+#include "db/adodb.h"
+
+#include <QStringList>
+
+/// Makes the suite's tables and indexes in the database of an open connection, all of them or none.
+/// @return false when they are there already, also when another PC makes them at the same moment
+Result<bool> makeSchema(cT_ADODB &db);
+
+/// The statements of schema.sql, each without its semicolon.
+QStringList schemaStatements();
