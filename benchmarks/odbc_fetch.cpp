@@ -1,6 +1,7 @@
 // Reading 100,000 rows of 20 columns through OdbcProvider into a recordset, beside a bare loop of the plain
 // C interface that binds the same columns, fetches blocks and drops them.
 
+#include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_provider.h"
 #include "tests/odbc/postgres_server.h"
 
@@ -116,7 +117,7 @@ int main() {
     QList<ProviderError> errors;
     const ConnectionString source(server.connectionString());
     if (!server.problem().isEmpty() || !provider.open(source.text()) || !provider.execute(table, nullptr) ||
-        !bare.logIn(odbcTarget(source, {}), std::chrono::seconds(10), errors)) {
+        !bare.logIn(odbcTarget(source, installedOdbcDrivers()), std::chrono::seconds(10), errors)) {
         std::fprintf(stderr, "no server to read from: %s\n", qPrintable(server.problem()));
         return 1;
     }

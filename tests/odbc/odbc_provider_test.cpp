@@ -1,4 +1,5 @@
 #include "db/adodb.h"
+#include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_provider.h"
 #include "db/odbc/odbc_rows.h"
 #include "tests/odbc/postgres_server.h"
@@ -112,7 +113,8 @@ INSTANTIATE_TEST_SUITE_P(Drivers, OdbcLongTextTest, testing::Bool(), [](const au
 
 TEST_P(OdbcLongTextTest, TextsOfAnyLengthArriveWhole) {
     QList<ProviderError> errors;
-    const OdbcTarget target = odbcTarget(ConnectionString(server->connectionString()), {});
+    const OdbcTarget target =
+        odbcTarget(ConnectionString(server->connectionString()), installedOdbcDrivers());
     const auto connection = std::make_shared<OdbcConnection>();
     ASSERT_TRUE(connection->logIn(target, std::chrono::seconds(10), errors));
     const OdbcStatement statement(connection);

@@ -1,5 +1,7 @@
 #include "tests/support/test_database.h"
 
+#include "db/tables/schema.h"
+#include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
 
 #include <QFile>
@@ -28,17 +30,91 @@ std::unique_ptr<sqlite3, decltype(&sqlite3_close)> open(const QString &path) {
     return {raw, &sqlite3_close};
 }
 
+bool onServer() {
+    static const bool asked = qgetenv("DOUISHO_TEST_ENGINE") == "PostgreSQL";
+    return asked;
+}
+
+/// The server of the run, with the suite's tables in the database that others are copied from.
+class Server {
+public:
+    static Server &ofRun() {
+        static Server server;
+        return server;
+    }
+
+    QString connectionString(const QString &database) const {
+        return m_server.connectionString(QString(QLatin1String(PostgresServer::rightPassword)), database);
+    }
+
+    QString makeDatabase() {
+        const QString name = u"test%1"_s.arg(++m_made);
+        run(u"CREATE DATABASE %1 TEMPLATE suite STRATEGY FILE_COPY"_s.arg(name));
+        return name;
+    }
+    void drop(const QString &name) { run(u"DROP DATABASE %1 WITH (FORCE)"_s.arg(name)); }
+
+private:
+    Server() {
+        EXPECT_EQ(m_server.problem().toStdString(), "");
+        m_administrator.iInit(connectionString(u"postgres"_s));
+        EXPECT_EQ(m_administrator.iConnect(), 0) << m_administrator.sErrMsg().toStdString();
+        run(u"CREATE DATABASE suite"_s);
+        cT_ADODB suite;
+        suite.iInit(connectionString(u"suite"_s));
+        EXPECT_EQ(suite.iConnect(), 0) << suite.sErrMsg().toStdString();
+        const Result<bool> made = makeSchema(suite);
+        EXPECT_TRUE(made) << made.reason().toStdString();
+    }
+    void run(const QString &sql) {
+        EXPECT_EQ(m_administrator.iExecSQL(sql), 0) << m_administrator.sErrMsg().toStdString();
+    }
+
+    PostgresServer m_server;
+    cT_ADODB m_administrator;
+    int m_made = 0;
+};
+
+QString joinedCells(const Recordset &rows, int row) {
+    QStringList cells;
+    for (int column = 0; column < rows.columnCount(); ++column)
+        cells.append(rows.isNull(row, column) ? u"NULL"_s : rows.text(row, column));
+    return cells.join(u'|');
+}
+
 } // namespace
 
 TestDatabase::TestDatabase() {
-    QFile schema(QStringLiteral(DOUISHO_SCHEMA));
-    EXPECT_TRUE(schema.open(QIODevice::ReadOnly));
-    run(u"BEGIN;"_s + QString::fromUtf8(schema.readAll()) + u"COMMIT;"_s);
+    if (onServer()) {
+        m_name = Server::ofRun().makeDatabase();
+        m_connectionString = Server::ofRun().connectionString(m_name);
+        m_colleague = std::make_unique<cT_ADODB>();
+        m_colleague->iInit(m_connectionString);
+        EXPECT_EQ(m_colleague->iConnect(), 0) << m_colleague->sErrMsg().toStdString();
+    } else {
+        m_connectionString = u"Provider=SQLite;Data Source="_s + path();
+        QFile schema(QStringLiteral(DOUISHO_SCHEMA));
+        EXPECT_TRUE(schema.open(QIODevice::ReadOnly));
+        run(u"BEGIN;"_s + QString::fromUtf8(schema.readAll()) + u"COMMIT;"_s);
+    }
     EXPECT_EQ(db.iInit(connectionString()), 0);
     EXPECT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
 }
 
+TestDatabase::~TestDatabase() {
+    if (m_name.isEmpty())
+        return;
+    db.iDisConnect();
+    m_colleague.reset();
+    Server::ofRun().drop(m_name);
+}
+
 void TestDatabase::run(const QString &sql) const {
+    if (m_colleague) {
+        EXPECT_EQ(m_colleague->iExecSQL(sql), 0)
+            << sql.left(300).toStdString() << m_colleague->sErrMsg().toStdString();
+        return;
+    }
     const auto handle = open(path());
     char *fault = nullptr;
     EXPECT_EQ(sqlite3_exec(handle.get(), sql.toUtf8().constData(), nullptr, nullptr, &fault), SQLITE_OK)
@@ -48,6 +124,14 @@ void TestDatabase::run(const QString &sql) const {
 
 QStringList TestDatabase::rows(const QString &sql) const {
     QStringList rows;
+    if (m_colleague) {
+        Recordset read;
+        EXPECT_EQ(m_colleague->iOpenRecSet(read, sql), 0)
+            << sql.toStdString() << m_colleague->sErrMsg().toStdString();
+        for (int row = 0; row < read.rowCount(); ++row)
+            rows.append(joinedCells(read, row));
+        return rows;
+    }
     const auto take = [](void *to, int count, char **values, char **) {
         QStringList cells;
         for (int i = 0; i < count; ++i)

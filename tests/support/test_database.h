@@ -6,14 +6,20 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
-/// An embedded database with the suite's empty tables in a folder of its own, and a connection to it.
+/// A database with the suite's empty tables, and a connection to it: an embedded one in a folder of its own,
+/// or, when the environment says DOUISHO_TEST_ENGINE=PostgreSQL, one of its own on a server that the run of
+/// the tests starts.
 class TestDatabase {
 public:
     TestDatabase();
+    ~TestDatabase();
+    TestDatabase(const TestDatabase &) = delete;
+    TestDatabase &operator=(const TestDatabase &) = delete;
 
     QString folder() const { return m_folder.path(); }
+    /// Of the embedded database.
     QString path() const { return m_folder.filePath(QStringLiteral("suite.db")); }
-    QString connectionString() const { return QStringLiteral("Provider=SQLite;Data Source=") + path(); }
+    QString connectionString() const { return m_connectionString; }
 
     /// Runs statements past the connection, as a colleague's program would; a fault fails the test.
     void run(const QString &sql) const;
@@ -24,6 +30,9 @@ public:
 
 private:
     QTemporaryDir m_folder;
+    QString m_name; ///< of the database on the server; empty: embedded
+    QString m_connectionString;
+    std::unique_ptr<cT_ADODB> m_colleague; ///< on the server
 
 public:
     cT_ADODB db; ///< connected
