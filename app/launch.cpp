@@ -7,6 +7,7 @@
 #include "app/base/processes.h"
 #include "app/branch_query.h"
 #include "db/adodb.h"
+#include "db/column_names.h"
 #include "db/connection_settings.h"
 
 using namespace Qt::Literals::StringLiterals;
@@ -52,6 +53,11 @@ std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {
 }
 
 bool Launch::connect(cT_ADODB &db, const QString &connectionString) {
+    const ColumnNamesRead names = readColumnNames(m_environment.folders);
+    if (!names.oddities.isEmpty())
+        m_environment.messages.warn(u"列名.ini の次の行は使いません。直してください。\r\n"_s +
+                                    names.oddities.join(u"\r\n"));
+    db.setColumnNames(names.names);
     if (db.iInit(connectionString) == 0 && db.iConnect() == 0)
         return true;
     failStart(db.sErrMsg());

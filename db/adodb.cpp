@@ -1,5 +1,7 @@
 #include "db/adodb.h"
 
+#include "db/column_names.h"
+
 #include <QSysInfo>
 #include <algorithm>
 #include <exception>
@@ -11,7 +13,8 @@ namespace {
 constexpr short defaultTimeout = 180; // seconds
 } // namespace
 
-cT_ADODB::cT_ADODB(ProviderFactory factory) : m_factory(std::move(factory)) {}
+cT_ADODB::cT_ADODB(ProviderFactory factory)
+    : m_factory(std::move(factory)), m_names(std::make_unique<ColumnNames>()) {}
 
 cT_ADODB::~cT_ADODB() {
     iDisConnect();
@@ -27,6 +30,7 @@ bool cT_ADODB::isConnected() const {
 
 short cT_ADODB::iInit(const QString &connectionString) {
     m_connectionString = connectionString;
+    m_names->unsettle();
     return 0;
 }
 
@@ -96,7 +100,10 @@ short cT_ADODB::iDisConnect() {
 short cT_ADODB::iOpenRecSet(Recordset &rows, const QString &sql, int, int, int) {
     rows.close();
     const bool mayRepeat = isConnected() && !m_inTransaction;
-    const auto query = [&] { return m_provider->query(sql, rows); };
+    const auto query = [&] {
+        const QString text = named(sql);
+        return !m_transactionOver && m_provider->query(text, rows);
+    };
     short status = attempt(query);
     // A connection that was lost meanwhile is worth a second try: reading changes nothing.
     if (status != 0 && mayRepeat && !isConnected() && iConnect() == 0)
@@ -112,11 +119,19 @@ short cT_ADODB::iCloseRecSet(Recordset &rows) {
 }
 
 short cT_ADODB::iExecSQL(const QString &sql, qint64 *affected) {
-    return attempt([&] { return m_provider->execute(sql, affected); });
+    return attempt([&] {
+        const QString text = named(sql);
+        return !m_transactionOver && m_provider->execute(text, affected);
+    });
 }
 
 short cT_ADODB::iExecSQLs(const QStringList &statements, QList<qint64> &affected) {
-    return attempt([&] { return m_provider->executeAll(statements, affected); });
+    return attempt([&] {
+        QStringList texts;
+        for (const QString &sql : statements)
+            texts += named(sql);
+        return !m_transactionOver && m_provider->executeAll(texts, affected);
+    });
 }
 
 short cT_ADODB::iBeginTrans() {
@@ -186,6 +201,54 @@ bool cT_ADODB::ready() {
 short cT_ADODB::refused(const QString &reason) {
     m_errors += u"\r"_s + reason;
     return -1;
+}
+
+void cT_ADODB::setColumnNames(const ColumnNames &names) {
+    *m_names = names;
+}
+
+short cT_ADODB::iOpenColumns(Recordset &columns) {
+    columns.close();
+    if (attempt([&] { return m_provider->query(m_provider->columnsSql(), columns); }) != 0)
+        return -1;
+    m_names->settle(columns);
+    return 0;
+}
+
+short cT_ADODB::iOpenIndexes(Recordset &indexes) {
+    indexes.close();
+    return attempt([&] { return m_provider->query(m_provider->indexesSql(), indexes); });
+}
+
+bool cT_ADODB::hasColumn(QStringView table, QStringView column) {
+    settleNames();
+    return m_names->has(table, column);
+}
+
+// Where the catalogue cannot be read the names hold as they are said: the statement itself will tell.
+void cT_ADODB::settleNames() {
+    Recordset columns;
+    if (m_names->isSettled() || !isConnected() || m_transactionOver)
+        return;
+    if (m_provider->query(m_provider->columnsSql(), columns))
+        m_names->settle(columns);
+    else if (!m_inTransaction)
+        m_provider->clearErrors();
+    else
+        m_transactionOver = true;
+}
+
+QString cT_ADODB::named(const QString &sql) {
+    if (m_names->areOurs() || !ColumnNames::concerns(sql))
+        return sql;
+    // What makes tables names the columns that it makes.
+    for (const QStringView verb : {u"CREATE", u"ALTER", u"DROP"})
+        if (QStringView(sql).trimmed().startsWith(verb, Qt::CaseInsensitive)) {
+            m_names->unsettle();
+            return sql;
+        }
+    settleNames();
+    return m_names->applied(sql);
 }
 
 QString cT_ADODB::csNull(const Recordset &rows, int row, int column) {

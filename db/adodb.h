@@ -8,6 +8,8 @@
 #include <functional>
 #include <memory>
 
+class ColumnNames;
+
 /// Cursor types, lock types and options as callers of iOpenRecSet give them. Every recordset here is a
 /// snapshot that is read whole; the values are taken for the callers' sake and change nothing.
 enum CursorType { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
@@ -60,6 +62,19 @@ public:
     /// Whether the last transaction fell victim to a deadlock.
     bool wasDeadlocked() const { return m_deadlocked; }
 
+    /// @name The database's catalogue
+    ///@{
+    /// What the practice calls the columns that not every database has. Whether they are there is looked at
+    /// when the first statement names one.
+    void setColumnNames(const ColumnNames &names);
+    const ColumnNames &columnNames() const { return *m_names; }
+    /// Also true where nobody can tell.
+    bool hasColumn(QStringView table, QStringView column);
+    /// The columns of all tables, as DbProvider::columnsSql gives them; optional columns are settled anew.
+    short iOpenColumns(Recordset &columns);
+    short iOpenIndexes(Recordset &indexes);
+    ///@}
+
     /// @name Null-safe readers: Null gives an empty text, 0, 0, an invalid date.
     ///@{
     static QString csNull(const Recordset &rows, int row, int column);
@@ -70,6 +85,8 @@ public:
 
 private:
     short failed();
+    void settleNames();
+    QString named(const QString &sql);
     short refused(const QString &reason);
     bool ready();
     template <class Operation> short attempt(Operation operation);
@@ -77,6 +94,7 @@ private:
     ProviderFactory m_factory;
     std::unique_ptr<DbProvider> m_provider;
     QString m_connectionString;
+    std::unique_ptr<ColumnNames> m_names;
     QString m_errors;
     bool m_inTransaction = false;
     bool m_transactionOver = false;

@@ -43,6 +43,14 @@ public:
     virtual bool commit() = 0;
     virtual bool rollback() = 0;
 
+    /// @name The database's own catalogue
+    /// Statements that give its columns: table, column, type, greatest length (Null or less than 1: none);
+    /// and the columns of its indexes in their order: table, index, column.
+    ///@{
+    virtual QString columnsSql() const;
+    virtual QString indexesSql() const;
+    ///@}
+
     /// Seconds after which a running statement is given up; 0 waits for ever.
     virtual void setCommandTimeout(int seconds) = 0;
 

@@ -6,6 +6,7 @@
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_model.h"
 #include "db/adodb.h"
+#include "db/column_names.h"
 #include "db/connection_settings.h"
 #include "export/save_grid.h"
 #include "print/consent_screens/consent_screens.h"
@@ -49,6 +50,7 @@ QString frmDouiRecord::g75_Connect() {
         return u"NG"_s;
     }
     auto own = std::make_unique<cT_ADODB>();
+    own->setColumnNames(readColumnNames(m_environment.folders).names);
     if (own->iInit(*text) != 0 || own->iConnect() != 0) {
         m_error = own->sErrMsg() + u"\r\ng75_Connect() でエラー"_s;
         return u"NG"_s;

@@ -279,3 +279,14 @@ bool SqliteProvider::commit() {
 bool SqliteProvider::rollback() {
     return run(u"ROLLBACK"_s, nullptr, nullptr);
 }
+
+QString SqliteProvider::columnsSql() const {
+    // A declared type holds its length in parentheses.
+    return u"SELECT T.name, C.name, C.type, Null FROM sqlite_master AS T JOIN pragma_table_info(T.name) AS C"
+           " WHERE T.type = 'table'"_s;
+}
+
+QString SqliteProvider::indexesSql() const {
+    return u"SELECT T.name, I.name, C.name FROM sqlite_master AS T JOIN pragma_index_list(T.name) AS I"
+           " JOIN pragma_index_info(I.name) AS C WHERE T.type = 'table' ORDER BY T.name, I.name, C.seqno"_s;
+}

@@ -33,6 +33,8 @@ public:
     bool commit() override;
     bool rollback() override;
 
+    QString columnsSql() const override;
+    QString indexesSql() const override;
     void setCommandTimeout(int seconds) override { m_timeout = std::chrono::seconds(seconds); }
 
 private:

@@ -1,6 +1,7 @@
 // Where each of the 100 columns comes from: every source holds its own name, so that no two can be swapped,
 // and is long, so that none can be cut.
 
+#include "db/column_names.h"
 #include "print/consent_form/form_columns.h"
 #include "tests/consent_form/practice.h"
 
@@ -300,3 +301,18 @@ TEST_F(ConsentFormColumns, SwitchesEmptyTheirOwn) {
 }
 
 } // namespace
+
+// A suite's database may lack them; the rest of the form stands.
+TEST_F(ConsentFormColumns, MissingColumnsPrintAsEmpty) {
+    const QHash<QString, QString> before = form();
+    practice.database.run(u"drop index IX_RIYOUSHA_CAREMANE"_s);
+    for (const OptionalColumn &column : optionalColumns())
+        practice.database.run(u"alter table %1 drop column %2"_s.arg(column.table, column.column));
+    const QHash<QString, QString> made = form();
+    for (const QString &column : {u"利用者続柄"_s, u"要介護度"_s, u"理由その他"_s}) {
+        EXPECT_NE(before.value(column), quoted({})) << column.toStdString();
+        EXPECT_EQ(made.value(column), quoted({})) << column.toStdString();
+    }
+    for (const QString &column : {u"利用者氏名"_s, u"性別"_s, u"同意医師名"_s})
+        EXPECT_EQ(made.value(column), before.value(column)) << column.toStdString();
+}

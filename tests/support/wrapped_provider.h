@@ -36,6 +36,8 @@ public:
     bool begin() override { return looked(QStringLiteral("BEGIN")) && passed(m_real->begin()); }
     bool commit() override { return looked(QStringLiteral("COMMIT")) && passed(m_real->commit()); }
     bool rollback() override { return passed(m_real->rollback()); }
+    QString columnsSql() const override { return m_real->columnsSql(); }
+    QString indexesSql() const override { return m_real->indexesSql(); }
     void setCommandTimeout(int seconds) override { m_real->setCommandTimeout(seconds); }
 
 private:
