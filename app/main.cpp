@@ -1,3 +1,5 @@
+#include "app/base/folders.h"
+#include "app/check_command.h"
 #include "app/desktop/dark_outlines.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
@@ -5,6 +7,7 @@
 #include "app/program.h"
 
 #include <QApplication>
+#include <QTextStream>
 #include <QTranslator>
 #include <exception>
 
@@ -35,6 +38,11 @@ private:
 } // namespace
 
 int main(int argc, char **argv) {
+    if (argc > 1 && qstrcmp(argv[1], "--check") == 0) {
+        const QCoreApplication console(argc, argv);
+        QTextStream out(stdout);
+        return runCheckCommand(Folders(Folders::programFolderOfThisRun()), out);
+    }
     QtMessages messages;
     Application application(argc, argv, messages);
     QCoreApplication::setApplicationName(u"douisho"_s);

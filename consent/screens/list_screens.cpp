@@ -1,4 +1,5 @@
 #include "consent/screens/list_screens.h"
+#include "check/check_form.h"
 #include "consent/screens/mail_claims.h"
 
 #include "app/base/clock.h"
@@ -405,6 +406,15 @@ bool openMasterManagementPrint(const ListOpening &opening) {
 
 bool openFees(const ListOpening &opening) {
     FeesForm form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() == 0)
+        form.exec();
+    else
+        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
+    return false;
+}
+
+bool openDatabaseCheck(const ListOpening &opening) {
+    DatabaseCheckForm form(opening.environment, opening.db, opening.parent);
     if (form.iInit() == 0)
         form.exec();
     else
