@@ -86,7 +86,7 @@ Result<Bands> readBands(cT_ADODB &db, const Branch &office) {
     return table.records();
 }
 
-Result<bool> saveBands(cT_ADODB &db, const Branch &office, const Bands &seen, const Bands &now) {
+static Result<bool> saveOnce(cT_ADODB &db, const Branch &office, const Bands &seen, const Bands &now) {
     const ErrorsSince errors(db);
     if (db.iConnect() != 0)
         return Failure{errors.text()};
@@ -105,4 +105,8 @@ Result<bool> saveBands(cT_ADODB &db, const Branch &office, const Bands &seen, co
     if (transaction.commit() != 0)
         return Failure{errors.text()};
     return true;
+}
+
+Result<bool> saveBands(cT_ADODB &db, const Branch &office, const Bands &seen, const Bands &now) {
+    return againAfterDeadlock(db, [&] { return saveOnce(db, office, seen, now); });
 }

@@ -154,7 +154,11 @@ QString MasterEntry::storedOtherwise(const MasterValues &stored) const {
     return fields.join(u"\r\n");
 }
 
-template <class Work> MasterOutcome MasterEntry::inTransaction(Work work) {
+template <class Work> MasterOutcome MasterEntry::inTransaction(const Work &work) {
+    return againAfterDeadlock(m_db, [&] { return once(work); });
+}
+
+template <class Work> MasterOutcome MasterEntry::once(const Work &work) {
     const ErrorsSince errors(m_db);
     const auto failed = [&] { return MasterOutcome{MasterOutcome::Failed, errors.text().trimmed()}; };
     if (m_db.iConnect() != 0)

@@ -70,7 +70,8 @@ public:
 
 private:
     QString storedOtherwise(const MasterValues &stored) const;
-    template <class Work> MasterOutcome inTransaction(Work work);
+    template <class Work> MasterOutcome inTransaction(const Work &work);
+    template <class Work> MasterOutcome once(const Work &work);
 
     const MasterDescription &m_description;
     cT_ADODB &m_db;

@@ -46,9 +46,9 @@ RowOutcome find(RecordWrite &write, const ConsentDraft &seen, Compared columns, 
 }
 
 /// Says so where the mark of the newest row went back to an older one.
-QString olderNewest(const NewestRows &newest, const ConsentRowKey &before) {
-    const std::optional<ConsentRowKey> &now = newest[size_t(before.iHenkeiFlg)];
-    return now && now->nDate < before.nDate
+QString olderNewest(const std::vector<ConsentRowKey> &newest, const ConsentRowKey &before) {
+    const auto now = std::ranges::find(newest, before.iHenkeiFlg, &ConsentRowKey::iHenkeiFlg);
+    return now != newest.end() && now->nDate < before.nDate
                ? u"以前の同意（%1）が、この利用者の最新の同意になりました。"_s.arg(
                      dateText(dateFromKey(now->nDate)))
                : QString();
@@ -58,7 +58,7 @@ QString olderNewest(const NewestRows &newest, const ConsentRowKey &before) {
 /// @param newest the row that bore the mark, or would; null: it was none
 RowOutcome finish(RecordWrite &write, const PatientKey &patient, const ConsentRowKey *newest) {
     const QString label = u"setDouiNewestFlg() でエラー"_s;
-    const Result<NewestRows> marked = write.markNewest(patient);
+    const Result<std::vector<ConsentRowKey>> marked = write.markNewest({patient});
     if (!marked)
         return failed(marked.reason(), label);
     if (const Result<> committed = write.commit(); !committed)
@@ -71,19 +71,7 @@ QString removeLabel(const ConsentDraft &row) {
            u"\r\n旧データ削除エラー"_s;
 }
 
-} // namespace
-
-Result<std::vector<ConsentDraft>> readConsents(cT_ADODB &db, const PatientKey &patient) {
-    const ErrorsSince errors(db);
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(db);
-    if (db.iConnect() != 0 || table.iDataReadGrid(patient) != 0)
-        return Failure{errors.text()};
-    return table.records();
-}
-
-RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored,
-                     ConsentRowKey &key) {
+RowOutcome saveOnce(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored, ConsentRowKey &key) {
     RecordWrite write(db);
     if (const Result<> locked = write.lock({draft}); !locked)
         return failed(locked.reason(), u"データ追加エラー"_s, u"データ追加"_s);
@@ -101,16 +89,19 @@ RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft
         return {RowOutcome::Taken, recordDateTaken()};
     setKey(row, target);
 
-    if (stored)
-        if (const Result<qint64> removed = write.remove(sqlWhere(now.key())); !removed)
+    if (stored) {
+        write.remove(sqlWhere(now.key()));
+        if (const Result<QList<qint64>> removed = write.send(); !removed)
             return failed(removed.reason(), removeLabel(now), u"旧データ削除"_s);
-    if (const Result<> inserted = write.insert(row); !inserted)
+    }
+    write.insert(row);
+    if (const Result<QList<qint64>> inserted = write.send(); !inserted)
         return failed(inserted.reason(), u"データ追加エラー"_s, u"データ追加"_s);
     key = target;
     return finish(write, draft, stored && now.iNewestFlg == 1 ? &target : nullptr);
 }
 
-RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
+RowOutcome deleteOnce(cT_ADODB &db, const ConsentDraft &seen) {
     const QString label = u"btnDel_Click()でエラー"_s;
     RecordWrite write(db);
     if (const Result<> locked = write.lock({seen}); !locked)
@@ -118,13 +109,14 @@ RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
     ConsentDraft now;
     if (const RowOutcome found = find(write, seen, Compared::All, now); found.kind != RowOutcome::Done)
         return found;
-    if (const Result<qint64> removed = write.remove(sqlWhere(now.key())); !removed)
+    write.remove(sqlWhere(now.key()));
+    if (const Result<QList<qint64>> removed = write.send(); !removed)
         return failed(removed.reason(), label);
     const ConsentRowKey erased = now.key();
     return finish(write, seen, now.iNewestFlg == 1 ? &erased : nullptr);
 }
 
-RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {
+RowOutcome saveRemarkOnce(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {
     const QString label = u"btnKakutei_Click()でエラー"_s;
     RecordWrite write(db);
     if (const Result<> locked = write.lock({seen}); !locked)
@@ -132,10 +124,31 @@ RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &rem
     ConsentDraft now;
     if (const RowOutcome found = find(write, seen, Compared::Remark, now); found.kind != RowOutcome::Done)
         return found;
-    const Result<qint64> written =
-        write.change(sqlWhere(now.key()), {{u"cItiranBikou"_s, sqlTextOrNull(remark)}});
-    if (!written)
-        return failed(written.reason(), label);
+    write.change(sqlWhere(now.key()), {{u"cItiranBikou"_s, sqlTextOrNull(remark)}});
     const Result<> committed = write.commit();
     return committed ? RowOutcome() : failed(committed.reason(), label);
+}
+
+} // namespace
+
+Result<std::vector<ConsentDraft>> readConsents(cT_ADODB &db, const PatientKey &patient) {
+    const ErrorsSince errors(db);
+    cT_RIYOUSHA_DOUI_REC table;
+    table.iInit(db);
+    if (db.iConnect() != 0 || table.iDataReadGrid(patient) != 0)
+        return Failure{errors.text()};
+    return table.records();
+}
+
+RowOutcome saveDraft(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored,
+                     ConsentRowKey &key) {
+    return againAfterDeadlock(db, [&] { return saveOnce(db, draft, stored, key); });
+}
+
+RowOutcome deleteConsent(cT_ADODB &db, const ConsentDraft &seen) {
+    return againAfterDeadlock(db, [&] { return deleteOnce(db, seen); });
+}
+
+RowOutcome saveRemark(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {
+    return againAfterDeadlock(db, [&] { return saveRemarkOnce(db, seen, remark); });
 }

@@ -6,7 +6,6 @@
 
 #include <QStringList>
 #include <algorithm>
-#include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -96,8 +95,7 @@ QString unchangedCondition(const std::vector<Written> &columns) {
     return conditions.join(u" AND "_s);
 }
 
-/// Gives whether the row was written.
-Result<bool> saveRow(RecordWrite &write, const RowEdit &edit) {
+void writeRow(RecordWrite &write, const RowEdit &edit) {
     const std::vector<Written> columns = edit.read.key.iHenkeiFlg == 1 ? deformityColumns(edit.now, edit.read)
                                                                        : massageColumns(edit.now, edit.read);
     QList<ColumnValue> values;
@@ -105,37 +103,36 @@ Result<bool> saveRow(RecordWrite &write, const RowEdit &edit) {
         values.append({column.column, column.value});
     const QString unchanged = edit.read.updateTime.isEmpty() ? unchangedCondition(columns)
                                                              : sqlUnchangedSince(edit.read.updateTime);
-    const Result<qint64> written =
-        write.change(sqlWhere(edit.read.key) + u" AND iNewestFlg = 1 AND "_s + unchanged, std::move(values));
-    if (!written)
-        return Failure{written.reason()};
-    return *written > 0;
+    write.change(sqlWhere(edit.read.key) + u" AND iNewestFlg = 1 AND "_s + unchanged, std::move(values));
 }
 
-} // namespace
-
-Result<std::vector<size_t>> saveRows(cT_ADODB &db, const std::vector<RowEdit> &edits) {
+Result<std::vector<size_t>> saveOnce(cT_ADODB &db, const std::vector<RowEdit> &edits) {
     RecordWrite write(db);
-    std::vector<PatientKey> patients;
-    for (const RowEdit &edit : edits)
-        patients.push_back(edit.read.key.patient);
-    if (const Result<> locked = write.lock(std::move(patients)); !locked)
+    if (const Result<> locked =
+            write.lock(patientsOf(edits, [](const RowEdit &edit) { return edit.read.key.patient; }));
+        !locked)
         return Failure{locked.reason()};
-    std::vector<size_t> order(edits.size());
-    std::iota(order.begin(), order.end(), size_t(0));
-    std::ranges::sort(order, isBefore, [&](size_t i) { return edits[i].read.key; });
+    const std::vector<size_t> order =
+        inWritingOrder(edits, [](const RowEdit &edit) { return edit.read.key; });
+    for (const size_t i : order)
+        writeRow(write, edits[i]);
+    const Result<QList<qint64>> written = write.send();
+    if (!written)
+        return Failure{written.reason()};
     std::vector<size_t> overtaken;
-    for (const size_t i : order) {
-        const Result<bool> saved = saveRow(write, edits[i]);
-        if (!saved)
-            return Failure{saved.reason()};
-        if (!*saved)
-            overtaken.push_back(i);
-    }
+    for (size_t place = 0; place < order.size(); ++place)
+        if ((*written)[qsizetype(place)] == 0)
+            overtaken.push_back(order[place]);
     std::ranges::sort(overtaken);
     if (!overtaken.empty())
         return overtaken;
     if (const Result<> committed = write.commit(); !committed)
         return Failure{committed.reason()};
     return overtaken;
+}
+
+} // namespace
+
+Result<std::vector<size_t>> saveRows(cT_ADODB &db, const std::vector<RowEdit> &edits) {
+    return againAfterDeadlock(db, [&] { return saveOnce(db, edits); });
 }

@@ -1,7 +1,7 @@
 #include "consent/record/record_write.h"
 
-#include <algorithm>
 #include <tuple>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -33,22 +33,14 @@ Failure RecordWrite::failure(const QString &otherwise) const {
     return {said.isEmpty() ? otherwise : said};
 }
 
-Result<qint64> RecordWrite::execute(const QString &sql) {
-    qint64 affected = 0;
-    if (!m_transaction.begun() || m_db.iExecSQL(sql, &affected) != 0)
-        return failure();
-    return affected;
-}
-
 // A patient without a row of his own has no consents in any list; there is nothing to wait for.
 Result<> RecordWrite::lock(std::vector<PatientKey> patients) {
     std::ranges::sort(patients, {}, ordered);
     const auto repeated = std::ranges::unique(patients);
     patients.erase(repeated.begin(), repeated.end());
-    for (const PatientKey &patient : patients)
-        if (const Result<qint64> locked = execute(sqlLockPatient(patient)); !locked)
-            return Failure{locked.reason()};
-    return {};
+    std::ranges::transform(patients, std::back_inserter(m_waiting), sqlLockPatient);
+    const Result<QList<qint64>> locked = send();
+    return locked ? Result<>() : Failure{locked.reason()};
 }
 
 Result<std::optional<ConsentDraft>> RecordWrite::find(const ConsentRowKey &key) {
@@ -73,55 +65,55 @@ Result<> RecordWrite::read(Recordset &rows, const QString &sql) {
     return {};
 }
 
-Result<qint64> RecordWrite::change(const QString &where, QList<ColumnValue> columns, Audit audit) {
+qsizetype RecordWrite::wait(const QString &sql) {
+    m_waiting.append(sql);
+    return m_waiting.size() - 1;
+}
+
+qsizetype RecordWrite::change(const QString &where, QList<ColumnValue> columns, Audit audit) {
     if (audit == Audit::Written)
         columns += auditColumns(m_db.csGetComputerName());
-    return execute(sqlChange(where, columns));
+    return wait(sqlChange(where, columns));
 }
 
-Result<> RecordWrite::insert(const ConsentDraft &row) {
-    cT_RIYOUSHA_DOUI_REC table;
-    table.iInit(m_db);
-    if (!m_transaction.begun() || table.iDataInsert(&row, -1, false) != 0)
-        return failure(table.sErrMsg());
-    return {};
+qsizetype RecordWrite::insert(const ConsentDraft &row) {
+    const TableText table = ConsentDraft::table().text();
+    return wait(
+        insertSql(table, withAudit(table, ConsentDraft::table().literals(row), m_db.csGetComputerName())));
 }
 
-Result<> RecordWrite::insertCopy(const QString &where, QList<ColumnValue> columns) {
+qsizetype RecordWrite::insertCopy(const QString &where, QList<ColumnValue> columns) {
     columns += auditColumns(m_db.csGetComputerName());
-    const Result<qint64> copied = execute(sqlInsertCopy(where, columns));
-    return copied ? Result<>() : Failure{copied.reason()};
+    return wait(sqlInsertCopy(where, columns));
 }
 
-Result<qint64> RecordWrite::remove(const QString &where) {
-    return execute(sqlRemove(where));
+qsizetype RecordWrite::remove(const QString &where) {
+    return wait(sqlRemove(where));
 }
 
-Result<NewestRows> RecordWrite::markNewest(const PatientKey &patient) {
-    NewestRows newest;
-    for (const short kind : {short(0), short(1)}) {
-        const Result<std::optional<ConsentRowKey>> marked = markNewestOf(patient, kind);
-        if (!marked)
-            return Failure{marked.reason()};
-        newest[size_t(kind)] = *marked;
+Result<QList<qint64>> RecordWrite::send() {
+    QList<qint64> changed;
+    if (!m_transaction.begun() || m_db.iExecSQLs(std::exchange(m_waiting, {}), changed) != 0)
+        return failure();
+    return changed;
+}
+
+Result<std::vector<ConsentRowKey>> RecordWrite::markNewest(const std::vector<PatientKey> &patients) {
+    Recordset rows;
+    if (const Result<> found = read(rows, sqlUsableRows(patients)); !found)
+        return Failure{found.reason()};
+    std::vector<ConsentRowKey> newest = newestRows(rows);
+    for (const ConsentRowKey &row : newest) {
+        change(sqlWronglyNewest(row), {{u"iNewestFlg"_s, u"0"_s}});
+        change(sqlNotYetNewest(row), {{u"iNewestFlg"_s, u"1"_s}});
     }
+    if (const Result<QList<qint64>> marked = send(); !marked)
+        return Failure{marked.reason()};
     return newest;
 }
 
-Result<std::optional<ConsentRowKey>> RecordWrite::markNewestOf(const PatientKey &patient, short iHenkeiFlg) {
-    Recordset rows;
-    if (const Result<> found = read(rows, sqlFindNewest(patient, iHenkeiFlg)); !found)
-        return Failure{found.reason()};
-    ConsentRowKey newest;
-    if (!newestRow(rows, patient, iHenkeiFlg, newest))
-        return std::optional<ConsentRowKey>();
-    for (const auto &[where, mark] :
-         {std::pair(sqlWronglyNewest(newest), u"0"_s), std::pair(sqlNotYetNewest(newest), u"1"_s)})
-        if (const Result<qint64> written = change(where, {{u"iNewestFlg"_s, mark}}); !written)
-            return Failure{written.reason()};
-    return std::optional(newest);
-}
-
 Result<> RecordWrite::commit() {
+    if (const Result<QList<qint64>> sent = send(); !sent)
+        return Failure{sent.reason()};
     return m_transaction.commit() == 0 ? Result<>() : failure(u"データを確定できません。"_s);
 }

@@ -5,7 +5,12 @@
 #include "consent/record/record_write_query.h"
 #include "db/adodb.h"
 
-#include <array>
+#include <QStringList>
+
+#include <algorithm>
+#include <functional>
+#include <iterator>
+#include <numeric>
 #include <optional>
 #include <vector>
 
@@ -13,16 +18,13 @@
 /// by a write that says so.
 enum class Audit { Written, Untouched };
 
-/// The patient's newest rows after a marking: massage, deformity correction. Nothing where a kind has no row
-/// that is usable for claims and keeps its marks.
-using NewestRows = std::array<std::optional<ConsentRowKey>, 2>;
-
 /// The one door through which rows of RIYOUSHA_DOUI_REC are written: one transaction on the consents of some
 /// patients, made of a few kinds of write. Everything is undone unless commit() succeeds.
 ///
 /// First lock(), then read what is to be compared with what the user saw, then write in the order of the
-/// keys: so no two programs lose each other's changes, and none waits for one that waits for it. A failure's
-/// reason is what the database said.
+/// keys: so no two programs lose each other's changes, and none waits for one that waits for it. Writes are
+/// sent together, so that many rows cost a line to a far server hardly more than one. A failure's reason is
+/// what the database said; work is done again after a deadlock by againAfterDeadlock().
 class RecordWrite {
 public:
     /// Opens a lost connection anew and begins.
@@ -42,29 +44,53 @@ public:
     Result<> read(Recordset &rows, const QString &sql);
 
     /// @name Writes
+    /// They wait until they are sent, and give their place among what is sent together.
     ///@{
-    /// Writes columns of the rows that fit; gives their number.
-    Result<qint64> change(const QString &where, QList<ColumnValue> columns, Audit audit = Audit::Written);
-    Result<> insert(const ConsentDraft &row);
+    /// Writes columns of the rows that fit.
+    qsizetype change(const QString &where, QList<ColumnValue> columns, Audit audit = Audit::Written);
+    qsizetype insert(const ConsentDraft &row);
     /// Copies the row that fits, each column with its value, the audit columns with their own.
-    Result<> insertCopy(const QString &where, QList<ColumnValue> columns);
-    /// Erases the rows that fit; gives their number.
-    Result<qint64> remove(const QString &where);
-    /// Marks the newest massage and the newest deformity-correction row.
-    Result<NewestRows> markNewest(const PatientKey &patient);
+    qsizetype insertCopy(const QString &where, QList<ColumnValue> columns);
+    /// Erases the rows that fit.
+    qsizetype remove(const QString &where);
+    /// Sends what waits; gives the number of rows that each write changed, by its place.
+    Result<QList<qint64>> send();
     ///@}
 
+    /// Marks the newest massage and the newest deformity-correction row of each patient, after what was sent.
+    /// A kind without a row that is usable for claims keeps its marks.
+    /// @return the newest rows
+    Result<std::vector<ConsentRowKey>> markNewest(const std::vector<PatientKey> &patients);
+
+    /// Sends what waits and makes everything last.
     Result<> commit();
 
 private:
     Failure failure(const QString &otherwise = {}) const;
-    Result<qint64> execute(const QString &sql);
-    Result<std::optional<ConsentRowKey>> markNewestOf(const PatientKey &patient, short iHenkeiFlg);
+    qsizetype wait(const QString &sql);
 
     cT_ADODB &m_db;
     ErrorsSince m_errors;
     Transaction m_transaction;
+    QStringList m_waiting;
 };
 
 /// Whether a key comes before another in the order in which rows are written.
 bool isBefore(const ConsentRowKey &left, const ConsentRowKey &right);
+
+/// Positions of rows in the order in which they are written.
+/// @param key of a row
+template <class Row, class Key> std::vector<size_t> inWritingOrder(const std::vector<Row> &rows, Key key) {
+    std::vector<size_t> order(rows.size());
+    std::iota(order.begin(), order.end(), size_t(0));
+    std::ranges::sort(order, isBefore, [&](size_t i) { return std::invoke(key, rows[i]); });
+    return order;
+}
+
+/// The patients of rows, as lock() takes them.
+template <class Row, class Patient>
+std::vector<PatientKey> patientsOf(const std::vector<Row> &rows, Patient patient) {
+    std::vector<PatientKey> patients;
+    std::ranges::transform(rows, std::back_inserter(patients), patient);
+    return patients;
+}

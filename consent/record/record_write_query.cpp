@@ -24,6 +24,10 @@ QString ofKind(const PatientKey &patient, short iHenkeiFlg) {
     return sqlWhere(patient, tableName) + equals(u"iHenkeiFlg", iHenkeiFlg);
 }
 
+QString selectKeys() {
+    return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate"_s;
+}
+
 // What a newest row must be when it is marked.
 QString usable() {
     return u"(RIYOUSHA_DOUI_REC.iReceptDisabledFlg <> 1 or RIYOUSHA_DOUI_REC.iReceptDisabledFlg is null)"_s;
@@ -44,8 +48,8 @@ QString sqlOfNewest(const ConsentRowKey &row) {
     return sqlOfRow(row) + equals(u"iNewestFlg", 1);
 }
 
-QString sqlFromRowOn(const ConsentRowKey &row) {
-    return ofKind(row.patient, row.iHenkeiFlg) + u" and RIYOUSHA_DOUI_REC.nDate >= "_s + sqlNumber(row.nDate);
+QString sqlOfPatients(const std::vector<PatientKey> &patients) {
+    return sqlWhere(patients, tableName);
 }
 
 QString sqlOfDate(const PatientKey &patient, qint32 nDate) {
@@ -56,8 +60,16 @@ QString sqlUnchangedSince(const QString &updateTime) {
     return updateTime.isEmpty() ? u"tUpDateTime IS NULL"_s : u"tUpDateTime = "_s + sqlText(updateTime);
 }
 
-QString sqlSendFlags(const QString &where) {
-    return u"SELECT nDate, iHenkeiFlg, nHenkeiDouiDate, iSendFlg FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+QString sqlSendFlags(const std::vector<PatientKey> &patients) {
+    return selectKeys() + u", iSendFlg FROM RIYOUSHA_DOUI_REC WHERE "_s + sqlOfPatients(patients);
+}
+
+ConsentRowKey keyAt(const Recordset &rows, int row) {
+    const auto number = [&](int column) { return rows.number(row, column); };
+    return {{short(number(0)), short(number(1)), qint32(number(2))},
+            qint32(number(3)),
+            short(number(4)),
+            qint32(number(5))};
 }
 
 QList<ColumnValue> auditColumns(const QString &computer) {
@@ -85,17 +97,23 @@ QString sqlRemove(const QString &where) {
     return u"DELETE FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
 }
 
-QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg) {
-    return u"SELECT TOP 1 RIYOUSHA_DOUI_REC.* FROM RIYOUSHA_DOUI_REC WHERE "_s + ofKind(patient, iHenkeiFlg) +
-           u" and RIYOUSHA_DOUI_REC.iReceptDisabledFlg = 0 ORDER BY nDate DESC"_s;
+QString sqlUsableRows(const std::vector<PatientKey> &patients) {
+    return selectKeys() + u" FROM RIYOUSHA_DOUI_REC WHERE "_s + sqlOfPatients(patients) +
+           u" and RIYOUSHA_DOUI_REC.iReceptDisabledFlg = 0 and RIYOUSHA_DOUI_REC.iHenkeiFlg IN (0, 1)"
+           " ORDER BY iKyotenCd, iKyotenEb, nIDNo, iHenkeiFlg, nDate, nHenkeiDouiDate"_s;
 }
 
-bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key) {
-    if (rows.rowCount() == 0)
-        return false;
-    key = {patient, qint32(rows.number(0, rows.column(u"nDate"))), iHenkeiFlg,
-           qint32(rows.number(0, rows.column(u"nHenkeiDouiDate")))};
-    return true;
+std::vector<ConsentRowKey> newestRows(const Recordset &rows) {
+    std::vector<ConsentRowKey> newest;
+    for (int row = 0; row < rows.rowCount(); ++row) {
+        const ConsentRowKey key = keyAt(rows, row);
+        if (!newest.empty() && newest.back().patient == key.patient &&
+            newest.back().iHenkeiFlg == key.iHenkeiFlg)
+            newest.back() = key;
+        else
+            newest.push_back(key);
+    }
+    return newest;
 }
 
 QString sqlWronglyNewest(const ConsentRowKey &newest) {

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <QStringView>
+#include <vector>
 
 class Recordset;
 
@@ -24,16 +25,19 @@ QString sqlLockPatient(const PatientKey &patient);
 QString sqlOfRow(const ConsentRowKey &row);
 /// The same while it is the newest of its kind.
 QString sqlOfNewest(const ConsentRowKey &row);
-/// The rows of its patient and kind from its date on.
-QString sqlFromRowOn(const ConsentRowKey &row);
+/// All rows of the patients.
+QString sqlOfPatients(const std::vector<PatientKey> &patients);
 /// All rows of a patient's date, whatever their kind.
 QString sqlOfDate(const PatientKey &patient, qint32 nDate);
 /// Nobody has written the row since it was read. An empty time: it had none.
 QString sqlUnchangedSince(const QString &updateTime);
 ///@}
 
-/// nDate, iHenkeiFlg, nHenkeiDouiDate and iSendFlg of the rows that fit.
-QString sqlSendFlags(const QString &where);
+/// The key and iSendFlg of the patients' rows.
+QString sqlSendFlags(const std::vector<PatientKey> &patients);
+
+/// The key that stands in the first six columns of a row.
+ConsentRowKey keyAt(const Recordset &rows, int row);
 
 /// The columns that say which computer wrote a row and when.
 QList<ColumnValue> auditColumns(const QString &computer);
@@ -46,9 +50,9 @@ QString sqlRemove(const QString &where);
 /// @name Newest marks of one kind (iHenkeiFlg) of row
 /// The search takes only rows whose claim flag is exactly 0; the marking takes Null as well.
 ///@{
-QString sqlFindNewest(const PatientKey &patient, short iHenkeiFlg);
-/// Key of the row found; false when there is none.
-bool newestRow(const Recordset &rows, const PatientKey &patient, short iHenkeiFlg, ConsentRowKey &key);
+/// Of each patient and kind the rows that may be the newest, the newest last.
+QString sqlUsableRows(const std::vector<PatientKey> &patients);
+std::vector<ConsentRowKey> newestRows(const Recordset &rows);
 /// The other rows that bear the mark, and the found one while it does not: rows whose mark stays are not
 /// written, so that colleagues who edit them are not told of a change.
 QString sqlWronglyNewest(const ConsentRowKey &newest);

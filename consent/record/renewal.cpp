@@ -4,6 +4,8 @@
 #include "consent/record/record_write.h"
 #include "consent/record/renewal_query.h"
 
+#include <algorithm>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -45,11 +47,11 @@ QString claimRefusal(const Nullable<short> &disabled) {
                            "更新する場合は、同意記録の編集で請求に使用する同意にしてください。"_s;
 }
 
-Result<RenewalSource> readSource(RecordWrite &write, const ConsentRowKey &source) {
+Result<Recordset> readSources(RecordWrite &write, const std::vector<ConsentRowKey> &sources) {
     Recordset rows;
-    if (const Result<> read = write.read(rows, sqlRenewalSource(source)); !read)
+    if (const Result<> read = write.read(rows, sqlRenewalSources(sources)); !read)
         return Failure{read.reason()};
-    return renewalSource(rows, source);
+    return rows;
 }
 
 QString changeRefusal(const RenewalSource &now, const RenewalRow &seen) {
@@ -65,8 +67,8 @@ QString targetTaken(qint32 nDate) {
 }
 
 /// Under the patient's lock, so that of two programs that renew the same row the second finds it done.
-Result<QString> seenRefusal(RecordWrite &write, const RenewalSource &now, const RenewalRow &seen,
-                            const ConsentRowKey &target) {
+QString seenRefusal(const RenewalSource &now, const RenewalRow &seen, const ConsentRowKey &target,
+                    bool targetIsThere) {
     const QString unusable = claimRefusal(now.read.running.claimsDisabled);
     if (seen.newest && now.later != 0 && !unusable.isEmpty())
         return unusable;
@@ -78,12 +80,24 @@ Result<QString> seenRefusal(RecordWrite &write, const RenewalSource &now, const 
     if (now.row.newest && !unusable.isEmpty())
         return unusable;
     // A row of the history keeps its answer. Renewing it again would throw its successor away.
-    Recordset rows;
-    if (const Result<> read = write.read(rows, sqlCountRows(sqlOfRow(target))); !read)
-        return Failure{read.reason()};
-    if (rows.number(0, 0) == 0)
-        return QString();
+    if (!targetIsThere)
+        return {};
     return now.row.newest ? targetTaken(target.nDate) : alreadyRenewed();
+}
+
+QString copyRefusal(const RenewalSource &now, const ConsentRowKey &target, const RenewalRow *seen,
+                    bool targetIsThere) {
+    if (now.rows == 0)
+        return sourceGone();
+    if (now.rows > 1)
+        return u"同じ日付の同意が複数あるため、更新できません。"_s;
+    if (QString reason = renewalRefusal(now.row, target); !reason.isEmpty())
+        return reason;
+    return seen ? seenRefusal(now, *seen, target, targetIsThere) : QString();
+}
+
+QStringView copyLabel(short iHenkeiFlg) {
+    return iHenkeiFlg == 0 ? u"iDataNewDouiMake() でエラー" : u"iDataNewHenkeiMake() でエラー";
 }
 
 } // namespace
@@ -116,95 +130,129 @@ QString laterConsentRefusal(qint32 nDate) {
 
 short ConsentRenewal::iDataNewDouiMake(const PatientKey &patient, qint32 nDate, const QDate &newDate) {
     const ConsentRowKey source{patient, nDate, 0, 0};
-    return run(patient, u"iDataNewDouiMake() でエラー", [&](RecordWrite &write) {
-        return copyRow(write, source, renewedKey(source, newDate), nullptr);
-    });
+    return copyOne({source, renewedKey(source, newDate)});
 }
 
 short ConsentRenewal::iDataNewHenkeiMake(const ConsentRowKey &source, const QDate &newDate,
                                          qint32 newHenkeiDouiDate) {
-    const ConsentRowKey target{source.patient, dateKey(newDate), 1, newHenkeiDouiDate};
-    return run(source.patient, u"iDataNewHenkeiMake() でエラー",
-               [&](RecordWrite &write) { return copyRow(write, source, target, nullptr); });
+    return copyOne({source, {source.patient, dateKey(newDate), 1, newHenkeiDouiDate}});
 }
 
 short ConsentRenewal::renew(const RenewalRow &row) {
-    const QStringView label =
-        row.key.iHenkeiFlg == 0 ? u"iDataNewDouiMake() でエラー" : u"iDataNewHenkeiMake() でエラー";
-    return run(row.key.patient, label, [&](RecordWrite &write) {
-        return copyRow(write, row.key, renewedKey(row.key, row.reConsent.date), &row);
-    });
+    return copyOne({row.key, renewedKey(row.key, row.reConsent.date), &row});
+}
+
+Result<QStringList> ConsentRenewal::renewTogether(const std::vector<RenewalRow> &rows) {
+    std::vector<Copy> copies;
+    for (const RenewalRow &row : rows)
+        copies.push_back({row.key, renewedKey(row.key, row.reConsent.date), &row});
+    return run(patientsOf(rows, [](const RenewalRow &row) { return row.key.patient; }),
+               copyLabel(rows.empty() ? short(0) : rows.front().key.iHenkeiFlg),
+               [&](RecordWrite &write) { return copyRows(write, copies); });
 }
 
 short ConsentRenewal::iDataHenkeiDouiMake(const PatientKey &patient, qint32 nDate, const Period &period,
                                           const ReadRow *seen) {
-    return run(patient, u"iDataHenkeiDouiMake() でエラー", [&](RecordWrite &write) -> Step {
+    return runForOne(patient, u"iDataHenkeiDouiMake() でエラー", [&](RecordWrite &write) -> Verdicts {
         if (const QString reason = periodRefusal(period); !reason.isEmpty())
-            return reason;
+            return QStringList{reason};
         if (seen) {
-            const Result<RenewalSource> now = readSource(write, seen->key);
-            if (!now)
-                return Failure{now.reason()};
-            if (now->rows == 0 || !isUnchanged(now->read, *seen))
-                return now->rows == 0 ? sourceGone() : changedMeanwhile();
+            const Result<Recordset> rows = readSources(write, {seen->key});
+            if (!rows)
+                return Failure{rows.reason()};
+            const RenewalSource now = renewalSource(*rows, seen->key);
+            if (now.rows == 0 || !isUnchanged(now.read, *seen))
+                return QStringList{now.rows == 0 ? sourceGone() : changedMeanwhile()};
         }
-        const Result<qint64> restarted =
-            write.change(seen ? sqlOfRow(seen->key) : sqlOfDate(patient, nDate), restartedColumns(period));
+        write.change(seen ? sqlOfRow(seen->key) : sqlOfDate(patient, nDate), restartedColumns(period));
+        const Result<QList<qint64>> restarted = write.send();
         if (!restarted)
             return Failure{restarted.reason()};
-        return *restarted == 0 ? sourceGone() : markNewest(write, patient);
+        if (restarted->first() == 0)
+            return QStringList{sourceGone()};
+        const Result<> marked = markNewest(write, {patient});
+        return marked ? Verdicts(QStringList{QString()}) : Failure{marked.reason()};
     });
 }
 
 short ConsentRenewal::setDouiNewestFlg(const PatientKey &patient) {
-    return run(patient, u"setDouiNewestFlg() でエラー",
-               [&](RecordWrite &write) { return markNewest(write, patient); });
+    return runForOne(patient, u"setDouiNewestFlg() でエラー", [&](RecordWrite &write) {
+        const Result<> marked = markNewest(write, {patient});
+        return marked ? Verdicts(QStringList{QString()}) : Failure{marked.reason()};
+    });
 }
 
-short ConsentRenewal::run(const PatientKey &patient, QStringView label,
-                          const std::function<Step(RecordWrite &)> &work) {
+ConsentRenewal::Verdicts ConsentRenewal::run(const std::vector<PatientKey> &patients, QStringView label,
+                                             const Work &work) {
+    Verdicts verdicts = againAfterDeadlock(m_db, [&] { return runOnce(patients, label, work); });
+    if (!verdicts)
+        return Failure{verdicts.reason() + u"\r\n"_s + m_label.toString()};
+    return verdicts;
+}
+
+// Where all are refused nothing was written.
+ConsentRenewal::Verdicts ConsentRenewal::runOnce(const std::vector<PatientKey> &patients, QStringView label,
+                                                 const Work &work) {
     m_label = label;
     RecordWrite write(m_db);
-    Step step = QString();
-    if (const Result<> locked = write.lock({patient}); locked)
-        step = work(write);
-    else
-        step = Failure{locked.reason()};
-    m_refused = step && !step->isEmpty();
-    if (step && !m_refused)
+    if (const Result<> locked = write.lock(patients); !locked)
+        return Failure{locked.reason()};
+    Verdicts verdicts = work(write);
+    if (verdicts && verdicts->contains(QString()))
         if (const Result<> committed = write.commit(); !committed)
-            step = Failure{committed.reason()};
-    m_error = step ? *step : step.reason() + u"\r\n"_s + m_label.toString();
+            return Failure{committed.reason()};
+    return verdicts;
+}
+
+short ConsentRenewal::runForOne(const PatientKey &patient, QStringView label, const Work &work) {
+    const Verdicts verdicts = run({patient}, label, work);
+    m_error = verdicts ? verdicts->first() : verdicts.reason();
+    m_refused = verdicts && !m_error.isEmpty();
     return m_error.isEmpty() ? short(0) : short(-1);
 }
 
-ConsentRenewal::Step ConsentRenewal::copyRow(RecordWrite &write, const ConsentRowKey &source,
-                                             const ConsentRowKey &target, const RenewalRow *seen) {
-    const Result<RenewalSource> found = readSource(write, source);
-    if (!found)
-        return Failure{found.reason()};
-    const RenewalSource &now = *found;
-    if (now.rows == 0)
-        return sourceGone();
-    if (now.rows > 1)
-        return u"同じ日付の同意が複数あるため、更新できません。"_s;
-    if (const QString reason = renewalRefusal(now.row, target); !reason.isEmpty())
-        return reason;
-    if (seen)
-        if (const Step refusal = seenRefusal(write, now, *seen, target); !refusal || !refusal->isEmpty())
-            return refusal;
-
-    if (const Result<qint64> replaced = write.remove(sqlOfRow(target)); !replaced)
-        return Failure{replaced.reason()};
-    if (const Result<> copied =
-            write.insertCopy(sqlOfRow(source), renewedColumns(source, target, now.columns));
-        !copied)
-        return Failure{copied.reason()};
-    return markNewest(write, source.patient);
+short ConsentRenewal::copyOne(const Copy &copy) {
+    return runForOne(copy.source.patient, copyLabel(copy.source.iHenkeiFlg),
+                     [&](RecordWrite &write) { return copyRows(write, {copy}); });
 }
 
-ConsentRenewal::Step ConsentRenewal::markNewest(RecordWrite &write, const PatientKey &patient) {
+ConsentRenewal::Verdicts ConsentRenewal::copyRows(RecordWrite &write, const std::vector<Copy> &copies) {
+    std::vector<ConsentRowKey> sources;
+    std::ranges::transform(copies, std::back_inserter(sources), &Copy::source);
+    const Result<Recordset> rows = readSources(write, sources);
+    if (!rows)
+        return Failure{rows.reason()};
+    QStringList verdicts(qsizetype(copies.size()));
+    QList<qsizetype> places;
+    std::vector<PatientKey> patients;
+    for (const size_t i : inWritingOrder(copies, &Copy::source)) {
+        const auto &[source, target, seen] = copies[i];
+        const RenewalSource now = renewalSource(*rows, source);
+        const bool targetIsThere = isThere(*rows, target);
+        QString &refusal = verdicts[qsizetype(i)];
+        refusal = copyRefusal(now, target, seen, targetIsThere);
+        if (!refusal.isEmpty())
+            continue;
+        if (targetIsThere)
+            write.remove(sqlOfRow(target));
+        places.append(write.insertCopy(sqlOfRow(source), renewedColumns(source, target, now.columns)));
+        patients.push_back(source.patient);
+    }
+    if (patients.empty())
+        return verdicts;
+    const Result<QList<qint64>> written = write.send();
+    if (!written)
+        return Failure{written.reason()};
+    // A sibling program, which knows nothing of the lock, may take a row away at the last moment.
+    if (std::ranges::any_of(places, [&](qsizetype place) { return (*written)[place] != 1; }))
+        return Failure{sourceGone()};
+    if (const Result<> marked = markNewest(write, patients); !marked)
+        return Failure{marked.reason()};
+    return verdicts;
+}
+
+Result<> ConsentRenewal::markNewest(RecordWrite &write, const std::vector<PatientKey> &patients) {
     m_label = u"setDouiNewestFlg() でエラー";
-    const Result<NewestRows> marked = write.markNewest(patient);
-    return marked ? Step(QString()) : Failure{marked.reason()};
+    const Result<std::vector<ConsentRowKey>> marked = write.markNewest(patients);
+    return marked ? Result<>() : Failure{marked.reason()};
 }

@@ -4,8 +4,10 @@
 #include "consent/record/list_row.h"
 
 #include <QString>
+#include <QStringList>
 #include <functional>
 #include <optional>
+#include <vector>
 
 class RecordWrite;
 class cT_ADODB;
@@ -65,6 +67,11 @@ public:
     /// date has a consent already.
     short renew(const RenewalRow &row);
 
+    /// The same for many rows in one transaction, none of a patient and kind twice: those that are refused
+    /// are left out, the others renewed together or not at all.
+    /// @return why each was refused, empty where it was renewed; a failure has changed nothing
+    Result<QStringList> renewTogether(const std::vector<RenewalRow> &rows);
+
     /// Restarts the deformity-correction period of the rows of a date: clears request and received marks.
     /// @param seen the row as the user saw it: that row alone, refused when it was changed meanwhile. Null:
     /// all rows of the date, not compared
@@ -76,13 +83,21 @@ public:
     short setDouiNewestFlg(const PatientKey &patient);
 
 private:
-    /// Why it was refused, empty when it was done; or a failure of the database.
-    using Step = Result<QString>;
+    /// Why each row was refused, empty where it was done; or a failure of the database.
+    using Verdicts = Result<QStringList>;
+    using Work = std::function<Verdicts(RecordWrite &)>;
+    /// A row to be copied.
+    struct Copy {
+        ConsentRowKey source, target;
+        const RenewalRow *seen = nullptr; ///< compared with what stands there, where there is one
+    };
 
-    short run(const PatientKey &patient, QStringView label, const std::function<Step(RecordWrite &)> &work);
-    Step copyRow(RecordWrite &write, const ConsentRowKey &source, const ConsentRowKey &target,
-                 const RenewalRow *seen);
-    Step markNewest(RecordWrite &write, const PatientKey &patient);
+    Verdicts run(const std::vector<PatientKey> &patients, QStringView label, const Work &work);
+    Verdicts runOnce(const std::vector<PatientKey> &patients, QStringView label, const Work &work);
+    short runForOne(const PatientKey &patient, QStringView label, const Work &work);
+    short copyOne(const Copy &copy);
+    Verdicts copyRows(RecordWrite &write, const std::vector<Copy> &copies);
+    Result<> markNewest(RecordWrite &write, const std::vector<PatientKey> &patients);
 
     cT_ADODB &m_db;
     QString m_error;

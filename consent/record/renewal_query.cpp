@@ -1,5 +1,6 @@
 #include "consent/record/renewal_query.h"
 
+#include "consent/record/record_write.h"
 #include "db/adodb.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
@@ -61,11 +62,9 @@ QHash<QStringView, QString> changedColumns(const ConsentRowKey &target, ReConsen
             {u"nHenkeiDouiDate", sqlNumber(target.nHenkeiDouiDate)}};
 }
 
-/// The columns of sqlRenewalSource, in their order.
+/// The columns of sqlRenewalSources, in their order; the key stands before them.
 enum Column {
-    Date,
-    HenkeiDate,
-    ConsentDay,
+    ConsentDay = 6,
     PeriodStart,
     PeriodEnd,
     Newest,
@@ -117,29 +116,36 @@ ReadRow readRow(const Recordset &rows, int row, const ConsentRowKey &key, int ma
     return read;
 }
 
+/// As sqlOfRow finds it.
+bool isSameRow(const ConsentRowKey &left, const ConsentRowKey &right) {
+    return left.patient == right.patient && left.iHenkeiFlg == right.iHenkeiFlg &&
+           left.nDate == right.nDate &&
+           (left.iHenkeiFlg == 0 || left.nHenkeiDouiDate == right.nHenkeiDouiDate);
+}
+
 } // namespace
 
-QString sqlRenewalSource(const ConsentRowKey &source) {
-    return u"SELECT nDate, nHenkeiDouiDate, tDouiDay, tDouiKaryoS, tDouiKaryoE, iNewestFlg,"
-           " iReceptDisabledFlg, tUpDateTime, cIsiCd, cDouiIsiName, cDouiIsiKikan, cDouiByoumei,"
-           " iDouiShubetsu, iRenrakuFlg, iDouiIraiType, iDouiHospOutFlg, iDouiIsiOutFlg, cItiranBikou,"
-           " cKobetuDouiIrai, iOutputFlg, iGetFlg, tSaiDouiDay, tSaiDouiKaryoS, tSaiDouiKaryoE,"
-           " iOutputFlgHenkei, iGetFlgHenkei, tDouiDayTempHenkei, tdouiKaryoSTempHenkei,"
-           " tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC WHERE "_s +
-           sqlFromRowOn(source);
+QString sqlRenewalSources(const std::vector<ConsentRowKey> &sources) {
+    const qint32 from = std::ranges::min(sources, {}, &ConsentRowKey::nDate).nDate;
+    return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, tDouiKaryoS,"
+           " tDouiKaryoE, iNewestFlg, iReceptDisabledFlg, tUpDateTime, cIsiCd, cDouiIsiName,"
+           " cDouiIsiKikan, cDouiByoumei, iDouiShubetsu, iRenrakuFlg, iDouiIraiType, iDouiHospOutFlg,"
+           " iDouiIsiOutFlg, cItiranBikou, cKobetuDouiIrai, iOutputFlg, iGetFlg, tSaiDouiDay,"
+           " tSaiDouiKaryoS, tSaiDouiKaryoE, iOutputFlgHenkei, iGetFlgHenkei, tDouiDayTempHenkei,"
+           " tdouiKaryoSTempHenkei, tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC WHERE "_s +
+           sqlOfPatients(patientsOf(sources, &ConsentRowKey::patient)) +
+           u" and RIYOUSHA_DOUI_REC.nDate >= "_s + sqlNumber(from);
 }
 
 RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
     RenewalSource source;
     for (int row = 0; row < rows.rowCount(); ++row) {
-        const auto date = qint32(rows.number(row, Date));
-        const Nullable<short> disabled = flagAt(rows, row, ClaimsDisabled);
-        if (date > key.nDate) {
-            if (disabled.same(short(0)))
-                source.later = std::max(source.later, date);
+        const ConsentRowKey found = keyAt(rows, row);
+        if (found.patient != key.patient || found.iHenkeiFlg != key.iHenkeiFlg)
             continue;
-        }
-        if (key.iHenkeiFlg != 0 && rows.number(row, HenkeiDate) != key.nHenkeiDouiDate)
+        if (found.nDate > key.nDate && flagAt(rows, row, ClaimsDisabled).same(short(0)))
+            source.later = std::max(source.later, found.nDate);
+        if (!isSameRow(found, key))
             continue;
         ++source.rows;
         const bool deformity = key.iHenkeiFlg != 0;
@@ -158,8 +164,11 @@ RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
     return source;
 }
 
-QString sqlCountRows(const QString &where) {
-    return u"SELECT count(*) FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+bool isThere(const Recordset &rows, const ConsentRowKey &key) {
+    for (int row = 0; row < rows.rowCount(); ++row)
+        if (isSameRow(keyAt(rows, row), key))
+            return true;
+    return false;
 }
 
 QList<ColumnValue> renewedColumns(const ConsentRowKey &source, const ConsentRowKey &target,

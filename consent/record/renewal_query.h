@@ -18,11 +18,11 @@ struct RenewalSource {
         0; ///< date of the patient's latest usable consent of the kind, where it lies after the row
 };
 
-/// The source row, and those of its patient and kind that lie after it.
-QString sqlRenewalSource(const ConsentRowKey &source);
+/// All that the renewal of some rows depends on: their patients' consents from the earliest row on.
+QString sqlRenewalSources(const std::vector<ConsentRowKey> &sources);
 RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key);
-
-QString sqlCountRows(const QString &where);
+/// Whether a row stands among them.
+bool isThere(const Recordset &rows, const ConsentRowKey &key);
 
 /// What the new row takes: the answer becomes consent date and period, answer and request marks start empty,
 /// all else stays as it is. Deformity correction also leaves the request method and the list remark behind.

@@ -17,6 +17,11 @@ static size_t qHash(const ConsentRowKey &key, size_t seed) {
 
 namespace {
 
+/// A row's patient and kind.
+ConsentRowKey kindOf(const ConsentRowKey &key) {
+    return {key.patient, 0, key.iHenkeiFlg, 0};
+}
+
 /// What the rows of a run are to one another.
 class Fellows {
 public:
@@ -49,12 +54,21 @@ private:
     static bool mayBeNewest(const RenewalRow &row) {
         return !row.seen || row.seen->running.claimsDisabled.same(short(0));
     }
-    static ConsentRowKey kindOf(const ConsentRowKey &key) { return {key.patient, 0, key.iHenkeiFlg, 0}; }
     qint32 latest(const ConsentRowKey &key) const { return m_latest.value(kindOf(key)); }
 
     QHash<ConsentRowKey, qint32> m_latest; ///< nDate, by patient and kind
     QHash<ConsentRowKey, int> m_targets;
 };
+
+/// The first rows that may be renewed together, at most so many: a row that is ticked twice is to find what
+/// became of it the first time.
+std::span<RenewalResult *const> firstBatch(std::span<RenewalResult *const> rows, size_t most) {
+    QSet<ConsentRowKey> kinds;
+    size_t count = 0;
+    while (count < std::min(most, rows.size()) && !kinds.contains(kindOf(rows[count]->row.key)))
+        kinds.insert(kindOf(rows[count++]->row.key));
+    return rows.first(count);
+}
 
 } // namespace
 
@@ -73,30 +87,50 @@ QList<RenewalResult> RenewalRun::examine(const QList<RenewalRow> &rows) {
     return results;
 }
 
+/// False when the database refused and the rows may have better luck each by itself.
+bool RenewalRun::renewTogether(ConsentRenewal &renewal, Rows batch) {
+    std::vector<RenewalRow> rows;
+    for (const RenewalResult *result : batch)
+        rows.push_back(result->row);
+    const Result<QStringList> refusals = renewal.renewTogether(rows);
+    if (!refusals && batch.size() > 1 && m_db.iConnect() == 0)
+        return false;
+    for (size_t i = 0; i < batch.size(); ++i) {
+        RenewalResult &result = *batch[i];
+        result.reason = refusals ? (*refusals)[qsizetype(i)] : refusals.reason();
+        result.outcome = !refusals                 ? RenewalOutcome::Failed
+                         : result.reason.isEmpty() ? RenewalOutcome::Renewed
+                                                   : RenewalOutcome::Refused;
+    }
+    return true;
+}
+
 QList<RenewalResult> RenewalRun::renew(const QList<RenewalRow> &rows, const Progress &progress) {
     QList<RenewalResult> results = examine(rows);
+    std::vector<RenewalResult *> waiting;
+    for (RenewalResult &result : results)
+        if (result.outcome == RenewalOutcome::NotReached)
+            waiting.push_back(&result);
     ConsentRenewal renewal(m_db);
     QString stopped;
-    int done = 0;
-    for (RenewalResult &result : results) {
-        if (result.outcome == RenewalOutcome::NotReached) {
-            if (!stopped.isEmpty()) {
-                result.reason = stopped;
-                continue;
-            }
-            if (renewal.renew(result.row) == 0) {
-                result.outcome = RenewalOutcome::Renewed;
-            } else {
-                result.outcome = renewal.refused() ? RenewalOutcome::Refused : RenewalOutcome::Failed;
-                result.reason = renewal.sErrMsg();
-            }
+    size_t done = 0;
+    size_t oneByOne = 0; // where the rows of a failed batch end
+    while (done < waiting.size() && stopped.isEmpty()) {
+        const Rows batch = firstBatch(Rows(waiting).subspan(done), done < oneByOne ? 1 : mostTogether);
+        if (!renewTogether(renewal, batch)) {
+            oneByOne = done + batch.size();
+            continue;
         }
-        ++done;
+        done += batch.size();
+        const bool isLast = done == waiting.size();
+        const qsizetype passed = isLast ? results.size() : waiting[done] - results.data();
         if (!m_db.isConnected() && m_db.iConnect() != 0)
             stopped = u"データベースとの接続が切れたため、更新していません。"_s;
-        else if (stopped.isEmpty() && progress && !progress(done, int(results.size())))
+        else if (progress && !progress(int(passed), int(results.size())))
             stopped = u"中止したため、更新していません。"_s;
     }
+    for (; done < waiting.size(); ++done)
+        waiting[done]->reason = stopped;
     return results;
 }
 

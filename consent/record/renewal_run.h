@@ -5,6 +5,7 @@
 #include <QList>
 #include <QString>
 #include <functional>
+#include <span>
 
 class cT_ADODB;
 
@@ -21,11 +22,14 @@ struct RenewalResult {
     QString reason; ///< for the user, unless renewed
 };
 
-/// Renews many rows: examines all before it renews the first, then renews one after the other, each in a
-/// transaction of its own, so that stopping half-way leaves every row either old or renewed.
+/// Renews many rows: examines all before it renews the first, then renews a batch of them after the other,
+/// each in a transaction of its own, so that stopping half-way leaves every row either old or renewed. The
+/// rows of a batch that fails go one by one, so that each meets its own fate.
 class RenewalRun {
 public:
-    /// Told after each row how many of how many are done; false cancels what is left.
+    /// Rows of a batch: over a line of 20 ms a fifth of a second.
+    static constexpr size_t mostTogether = 50;
+    /// Told after each batch how many of how many are done; false cancels what is left.
     using Progress = std::function<bool(int done, int total)>;
 
     /// @param db the connection of the run; must outlive the object
@@ -38,6 +42,10 @@ public:
     static QList<RenewalResult> examine(const QList<RenewalRow> &rows);
 
 private:
+    using Rows = std::span<RenewalResult *const>;
+
+    bool renewTogether(ConsentRenewal &renewal, Rows batch);
+
     cT_ADODB &m_db;
 };
 

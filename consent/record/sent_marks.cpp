@@ -4,74 +4,63 @@
 #include "db/sql_text.h"
 
 #include <algorithm>
-#include <numeric>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-template <class Row> std::vector<PatientKey> patientsOf(const std::vector<Row> &rows, auto patient) {
-    std::vector<PatientKey> patients;
-    std::ranges::transform(rows, std::back_inserter(patients), patient);
-    return patients;
-}
 
 QList<ColumnValue> requestMarks(const SentRequest &request) {
     return {{request.row.iHenkeiFlg == 1 ? u"iOutputFlgHenkei"_s : u"iOutputFlg"_s, u"1"_s},
             {request.toHospital ? u"iDouiHospOutFlg"_s : u"iDouiIsiOutFlg"_s, u"1"_s}};
 }
 
-/// Gives whether the row was overtaken.
-Result<bool> markOne(RecordWrite &write, const SentRequest &request) {
-    const QString newest = sqlOfNewest(request.row);
-    const QList<ColumnValue> marks = requestMarks(request);
-    const Result<qint64> unchanged =
-        write.change(newest + u" and "_s + sqlUnchangedSince(request.updateTime), marks);
-    if (!unchanged)
-        return Failure{unchanged.reason()};
-    if (*unchanged > 0)
-        return false;
-    const Result<qint64> changed = write.change(newest, marks);
-    return changed ? Result<bool>(true) : Failure{changed.reason()};
-}
-
 bool isSent(const MailClaim::Row &row) {
     return row.before == 1;
 }
 
-/// The rows of one date.
-Result<std::vector<MailClaim::Row>> sendFlags(RecordWrite &write, const NoticeOfDate &date) {
+Result<std::vector<MailClaim::Row>> sendFlags(RecordWrite &write, const std::vector<PatientKey> &patients) {
     Recordset found;
-    if (const Result<> read = write.read(found, sqlSendFlags(sqlOfDate(date.patient, date.nDate))); !read)
+    if (const Result<> read = write.read(found, sqlSendFlags(patients)); !read)
         return Failure{read.reason()};
     std::vector<MailClaim::Row> rows;
     for (int i = 0; i < found.rowCount(); ++i) {
-        const auto number = [&](int column) { return found.number(i, column); };
-        rows.push_back({{date.patient, qint32(number(0)), short(number(1)), qint32(number(2))}, {}});
-        if (!found.isNull(i, 3))
-            rows.back().before = short(number(3));
+        rows.push_back({keyAt(found, i), {}});
+        if (!found.isNull(i, 6))
+            rows.back().before = short(found.number(i, 6));
     }
     return rows;
 }
 
-} // namespace
+std::vector<MailClaim::Row> rowsOf(const NoticeOfDate &date, const std::vector<MailClaim::Row> &all) {
+    std::vector<MailClaim::Row> rows;
+    std::ranges::copy_if(all, std::back_inserter(rows), [&](const MailClaim::Row &row) {
+        return row.key.patient == date.patient && row.key.nDate == date.nDate;
+    });
+    return rows;
+}
 
-Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests) {
+// Those that were not overtaken are marked first, so that the others are known.
+Result<std::vector<size_t>> markOnce(cT_ADODB &db, const std::vector<SentRequest> &requests) {
     RecordWrite write(db);
     if (const Result<> locked =
             write.lock(patientsOf(requests, [](const SentRequest &request) { return request.row.patient; }));
         !locked)
         return Failure{locked.reason()};
-    std::vector<size_t> order(requests.size());
-    std::iota(order.begin(), order.end(), size_t(0));
-    std::ranges::sort(order, isBefore, [&](size_t i) { return requests[i].row; });
+    const std::vector<size_t> order =
+        inWritingOrder(requests, [](const SentRequest &request) { return request.row; });
+    for (const size_t i : order)
+        write.change(sqlOfNewest(requests[i].row) + u" and "_s + sqlUnchangedSince(requests[i].updateTime),
+                     requestMarks(requests[i]));
+    const Result<QList<qint64>> unchanged = write.send();
+    if (!unchanged)
+        return Failure{unchanged.reason()};
     std::vector<size_t> overtaken;
-    for (const size_t i : order) {
-        const Result<bool> marked = markOne(write, requests[i]);
-        if (!marked)
-            return Failure{marked.reason()};
-        if (*marked)
-            overtaken.push_back(i);
+    for (size_t place = 0; place < order.size(); ++place) {
+        if ((*unchanged)[qsizetype(place)] > 0)
+            continue;
+        const SentRequest &request = requests[order[place]];
+        write.change(sqlOfNewest(request.row), requestMarks(request));
+        overtaken.push_back(order[place]);
     }
     if (const Result<> committed = write.commit(); !committed)
         return Failure{committed.reason()};
@@ -79,20 +68,21 @@ Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRe
     return overtaken;
 }
 
-Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates) {
+Result<MailClaim> claimOnce(cT_ADODB &db, const std::vector<NoticeOfDate> &dates) {
     RecordWrite write(db);
-    if (const Result<> locked =
-            write.lock(patientsOf(dates, [](const NoticeOfDate &date) { return date.patient; }));
-        !locked)
+    const std::vector<PatientKey> patients =
+        patientsOf(dates, [](const NoticeOfDate &date) { return date.patient; });
+    if (const Result<> locked = write.lock(patients); !locked)
         return Failure{locked.reason()};
+    const Result<std::vector<MailClaim::Row>> all = sendFlags(write, patients);
+    if (!all)
+        return Failure{all.reason()};
     MailClaim claim;
     for (size_t i = 0; i < dates.size(); ++i) {
-        const Result<std::vector<MailClaim::Row>> rows = sendFlags(write, dates[i]);
-        if (!rows)
-            return Failure{rows.reason()};
-        if (rows->empty() || (!dates[i].again && std::ranges::all_of(*rows, isSent)))
+        const std::vector<MailClaim::Row> rows = rowsOf(dates[i], *all);
+        if (rows.empty() || (!dates[i].again && std::ranges::all_of(rows, isSent)))
             claim.overtaken.push_back(i);
-        std::ranges::remove_copy_if(*rows, std::back_inserter(claim.rows), isSent);
+        std::ranges::remove_copy_if(rows, std::back_inserter(claim.rows), isSent);
     }
     if (!claim.overtaken.empty()) {
         claim.rows.clear();
@@ -100,26 +90,35 @@ Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &da
     }
     std::ranges::sort(claim.rows, isBefore, &MailClaim::Row::key);
     for (const MailClaim::Row &row : claim.rows)
-        if (const Result<qint64> marked =
-                write.change(sqlOfRow(row.key), {{u"iSendFlg"_s, u"1"_s}}, Audit::Untouched);
-            !marked)
-            return Failure{marked.reason()};
+        write.change(sqlOfRow(row.key), {{u"iSendFlg"_s, u"1"_s}}, Audit::Untouched);
     if (const Result<> committed = write.commit(); !committed)
         return Failure{committed.reason()};
     return claim;
 }
 
-Result<> giveBack(cT_ADODB &db, const MailClaim &claim) {
+Result<> giveBackOnce(cT_ADODB &db, const MailClaim &claim) {
     RecordWrite write(db);
     if (const Result<> locked =
             write.lock(patientsOf(claim.rows, [](const MailClaim::Row &row) { return row.key.patient; }));
         !locked)
         return locked;
     for (const MailClaim::Row &row : claim.rows)
-        if (const Result<qint64> given = write.change(
-                sqlOfRow(row.key), {{u"iSendFlg"_s, row.before.isNull() ? u"Null"_s : sqlNumber(row.before)}},
-                Audit::Untouched);
-            !given)
-            return Failure{given.reason()};
+        write.change(sqlOfRow(row.key),
+                     {{u"iSendFlg"_s, row.before.isNull() ? u"Null"_s : sqlNumber(row.before)}},
+                     Audit::Untouched);
     return write.commit();
+}
+
+} // namespace
+
+Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests) {
+    return againAfterDeadlock(db, [&] { return markOnce(db, requests); });
+}
+
+Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates) {
+    return againAfterDeadlock(db, [&] { return claimOnce(db, dates); });
+}
+
+Result<> giveBack(cT_ADODB &db, const MailClaim &claim) {
+    return againAfterDeadlock(db, [&] { return giveBackOnce(db, claim); });
 }

@@ -129,10 +129,9 @@ Result<std::vector<PatientTypes>> readPatientTypes(cT_ADODB &db, const Branch &b
     return patients;
 }
 
-Result<TypesSaved> savePeriodTypes(cT_ADODB &db, const Folders &folders, const Branch &branch,
-                                   const PeriodTypeTable &table, const QString &defaults) {
-    std::vector<PatientTypes> changed;
-    std::ranges::copy_if(table.patients, std::back_inserter(changed), &PatientTypes::isChanged);
+static Result<TypesSaved> saveOnce(cT_ADODB &db, const Folders &folders, const Branch &branch,
+                                   const PeriodTypeTable &table, const QString &defaults,
+                                   const std::vector<PatientTypes> &changed) {
     const ErrorsSince errors(db);
     if (db.iConnect() != 0)
         return Failure{errors.text()};
@@ -152,4 +151,11 @@ Result<TypesSaved> savePeriodTypes(cT_ADODB &db, const Folders &folders, const B
     if (const Result<> done = commitWithDefaults(transaction, db, folders, table.defaults, defaults); !done)
         return Failure{done.reason()};
     return TypesSaved();
+}
+
+Result<TypesSaved> savePeriodTypes(cT_ADODB &db, const Folders &folders, const Branch &branch,
+                                   const PeriodTypeTable &table, const QString &defaults) {
+    std::vector<PatientTypes> changed;
+    std::ranges::copy_if(table.patients, std::back_inserter(changed), &PatientTypes::isChanged);
+    return againAfterDeadlock(db, [&] { return saveOnce(db, folders, branch, table, defaults, changed); });
 }

@@ -2,6 +2,7 @@
 
 #include "db/sql_text.h"
 
+#include <QMap>
 #include <QStringList>
 
 using namespace Qt::Literals::StringLiterals;
@@ -38,6 +39,17 @@ QString sqlWhere(const ConsentRowKey &row, QStringView table) {
     return sqlWhere(row.patient, table) + u" and "_s + equals(table, u"nDate"_s, row.nDate) + u" and "_s +
            equals(table, u"iHenkeiFlg"_s, row.iHenkeiFlg) + u" and "_s +
            equals(table, u"nHenkeiDouiDate"_s, row.nHenkeiDouiDate);
+}
+
+QString sqlWhere(const std::vector<PatientKey> &patients, QStringView table) {
+    QMap<std::pair<short, short>, QStringList> numbers; // by branch
+    for (const PatientKey &patient : patients)
+        numbers[{patient.iKyotenCd, patient.iKyotenEb}] += QString::number(patient.nIDNo);
+    QStringList branches;
+    for (auto branch = numbers.cbegin(); branch != numbers.cend(); ++branch)
+        branches += sqlWhere(Branch{branch.key().first, branch.key().second}, table) + u" and "_s +
+                    qualified(table, u"nIDNo"_s) + u" IN ("_s + branch->join(u", ") + u')';
+    return branches.isEmpty() ? u"(1 = 0)"_s : u'(' + branches.join(u" or ") + u')';
 }
 
 QString sqlSameBranch(QStringView left, QStringView right) {

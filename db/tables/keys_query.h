@@ -12,6 +12,8 @@
 QString sqlWhere(const Branch &branch, QStringView table);
 QString sqlWhere(const PatientKey &patient, QStringView table);
 QString sqlWhere(const ConsentRowKey &row, QStringView table = u"RIYOUSHA_DOUI_REC");
+/// Rows of any of the patients, in brackets.
+QString sqlWhere(const std::vector<PatientKey> &patients, QStringView table);
 
 /// The two tables agree on the branch, on the patient.
 QString sqlSameBranch(QStringView left, QStringView right);

@@ -100,8 +100,8 @@ cD_RIYOUSHA_SUB keyOf(const PatientKey &patient) {
 
 // The lock comes before the comparison: a colleague who writes the row meanwhile waits, or has been seen.
 template <class TableClass, class Key>
-Result<bool> store(cT_ADODB &db, const Key &of, const ConsentLayoutSettings &seen,
-                   const ConsentLayoutSettings &settings, bool mayInsert) {
+Result<bool> storeOnce(cT_ADODB &db, const Key &of, const ConsentLayoutSettings &seen,
+                       const ConsentLayoutSettings &settings, bool mayInsert) {
     auto record = keyOf(of);
     const ErrorsSince before(db);
     TableClass table;
@@ -121,6 +121,12 @@ Result<bool> store(cT_ADODB &db, const Key &of, const ConsentLayoutSettings &see
     if (written != 0 || transaction.commit() != 0)
         return Failure{before.text()};
     return true;
+}
+
+template <class TableClass, class Key>
+Result<bool> store(cT_ADODB &db, const Key &of, const ConsentLayoutSettings &seen,
+                   const ConsentLayoutSettings &settings, bool mayInsert) {
+    return againAfterDeadlock(db, [&] { return storeOnce<TableClass>(db, of, seen, settings, mayInsert); });
 }
 
 } // namespace

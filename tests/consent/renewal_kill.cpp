@@ -1,4 +1,4 @@
-// Kills a renewal of fifty rows at random moments, and lets two programs renew the same rows at once:
+// Kills a renewal of 150 rows at random moments, and lets two programs renew the same rows at once:
 //   renewal_kill [--rounds=200] [--seed=1]
 // As "renewal_kill renew <connection string> forward|backward" it is the program that is killed.
 
@@ -20,8 +20,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int massageRows = 40;
-constexpr int deformityRows = 10;
+constexpr int massageRows = 120;
+constexpr int deformityRows = 30; // three batches with the others
 constexpr int renewedRows = massageRows + deformityRows;
 
 int rounds = 20;
@@ -151,10 +151,11 @@ protected:
     }
     // The end state is judged by itself before others are compared with it.
     void expectFinished() const {
-        EXPECT_EQ(database.rows(
-                      u"SELECT nDate, count(*), sum(iNewestFlg), sum(iGetFlg = 0 AND tSaiDouiDay IS NULL),"
-                      " sum(tDouiDay = '2026/05/20') FROM RIYOUSHA_DOUI_REC GROUP BY nDate"_s),
-                  (QStringList{u"20250510|50|0|0|0"_s, u"20251120|50|0|0|0"_s, u"20260520|50|50|50|50"_s}));
+        EXPECT_EQ(
+            database.rows(
+                u"SELECT nDate, count(*), sum(iNewestFlg), sum(iGetFlg = 0 AND tSaiDouiDay IS NULL),"
+                " sum(tDouiDay = '2026/05/20') FROM RIYOUSHA_DOUI_REC GROUP BY nDate"_s),
+            (QStringList{u"20250510|150|0|0|0"_s, u"20251120|150|0|0|0"_s, u"20260520|150|150|150|150"_s}));
     }
     // How many patients and kinds are renewed; every one must be wholly old or wholly renewed.
     int judge() const {

@@ -1,10 +1,11 @@
 #include "consent/record/grid_save.h"
 #include "consent/record/record_write.h"
-#include "consent/record/renewal.h"
+#include "consent/record/renewal_run.h"
 #include "consent/record/sent_marks.h"
 #include "consent/screens/mail_claims.h"
 #include "tests/mail/smtp_server.h"
 #include "tests/odbc/postgres_server.h"
+#include "tests/odbc/slow_line.h"
 #include "tests/support/test_environment.h"
 #include "tests/support/wrapped_provider.h"
 
@@ -27,10 +28,10 @@ bool inServersWay(QString &sql) {
     return true;
 }
 
-QString connectionOfRun() {
+const PostgresServer &serverOfRun() {
     static const PostgresServer server;
     EXPECT_EQ(server.problem().toStdString(), "");
-    return server.connectionString();
+    return server;
 }
 
 /// A program on a PC of its own.
@@ -39,8 +40,10 @@ struct Program {
         return std::make_unique<WrappedProvider>(makeProvider(text), inServersWay);
     }};
 
-    Program() {
-        EXPECT_EQ(db.iInit(connectionOfRun()), 0);
+    explicit Program(quint16 port = serverOfRun().port()) {
+        QString text = serverOfRun().connectionString();
+        text.replace(u"Port=%1;"_s.arg(serverOfRun().port()), u"Port=%1;"_s.arg(port));
+        EXPECT_EQ(db.iInit(text), 0);
         EXPECT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
     }
     void run(const QString &sql) { EXPECT_EQ(db.iExecSQL(sql), 0) << db.sErrMsg().toStdString(); }
@@ -86,20 +89,34 @@ protected:
                  " LANGUAGE sql;"
                  "CREATE TABLE RIYOUSHA_DOUI_REC ("_s +
                  columns.join(u", ") + u")"_s);
-        for (qint32 patient = 1; patient <= patients; ++patient)
-            here.run(u"INSERT INTO RIYOUSHA VALUES (1, 1, %1, 0);"
-                     "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
-                     " nHenkeiDouiDate, iNewestFlg, iReceptDisabledFlg, iSendFlg, tDouiDay, tSaiDouiDay,"
-                     " tSaiDouiKaryoS, tSaiDouiKaryoE) VALUES (1, 1, %1, 20251120, 0, 0, 1,"
-                     " 0, 0, '2025/11/20', '2026/05/20', '2026/06/01', '2026/11/30')"_s.arg(patient));
+        insertPatients(1, patients);
+    }
+
+    void insertPatients(int first, int last) {
+        here.run(
+            u"INSERT INTO RIYOUSHA SELECT 1, 1, n, 0 FROM generate_series(%1, %2) AS n;"
+            "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
+            " nHenkeiDouiDate, iNewestFlg, iReceptDisabledFlg, iSendFlg, tDouiDay, tSaiDouiDay,"
+            " tSaiDouiKaryoS, tSaiDouiKaryoE) SELECT 1, 1, n, 20251120, 0, 0, 1, 0, 0, '2025/11/20'::date,"
+            " '2026/05/20'::date, '2026/06/01'::date, '2026/11/30'::date"
+            " FROM generate_series(%1, %2) AS n"_s.arg(first)
+                .arg(last));
+    }
+
+    static RenewalRow renewalOf(qint32 patient) {
+        return {.key = rowOf(patient),
+                .name = {},
+                .consentDate = {2025, 11, 20},
+                .reConsent = {{2026, 5, 20}, {{2026, 6, 1}, {2026, 11, 30}}}};
     }
 
     /// Remarks on all rows, over what was read of them.
-    static std::vector<RowEdit> remarks(const QString &before, const QString &now, bool backwards) {
+    static std::vector<RowEdit> remarks(const QString &before, const QString &now, bool backwards,
+                                        qint32 count = patients) {
         std::vector<RowEdit> edits;
-        for (qint32 i = 1; i <= patients; ++i) {
+        for (qint32 i = 1; i <= count; ++i) {
             RowEdit edit;
-            edit.read.key = rowOf(backwards ? patients + 1 - i : i);
+            edit.read.key = rowOf(backwards ? count + 1 - i : i);
             edit.read.values.reconsent = {2026, 5, 20};
             edit.read.values.nextStart = {2026, 6, 1};
             edit.read.values.nextEnd = {2026, 11, 30};
@@ -128,7 +145,7 @@ TEST_F(TwoPrograms, TheSecondWaitsForThePatientAndThenSeesWhatTheFirstWrote) {
     edits[0].read.key = rowOf(2);
     EXPECT_EQ(*saveRows(third.db, edits), std::vector<size_t>()) << "another patient waits for nobody";
 
-    ASSERT_EQ(*first.change(sqlOfRow(rowOf(1)), {{u"cItiranBikou"_s, u"'first'"_s}}), 1);
+    first.change(sqlOfRow(rowOf(1)), {{u"cItiranBikou"_s, u"'first'"_s}});
     ASSERT_TRUE(first.commit());
     EXPECT_EQ(*second.get(), std::vector<size_t>{0});
     EXPECT_EQ(here.value(u"SELECT cItiranBikou FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s), u"first"_s);
@@ -172,10 +189,7 @@ TEST_F(TwoPrograms, ThatWriteTheSameRowsInOppositeOrderDoNotWaitForEachOther) {
 
 TEST_F(TwoPrograms, ThatRenewTheSameRowMakeOneSuccessor) {
     for (qint32 patient = 1; patient <= patients; ++patient) {
-        const RenewalRow row{.key = rowOf(patient),
-                             .name = {},
-                             .consentDate = {2025, 11, 20},
-                             .reConsent = {{2026, 5, 20}, {{2026, 6, 1}, {2026, 11, 30}}}};
+        const RenewalRow row = renewalOf(patient);
         ConsentRenewal one(here.db), other(there.db);
         const auto [mine, theirs] = atOnce([&] { return one.renew(row); }, [&] { return other.renew(row); });
         EXPECT_EQ(mine + theirs, -1);
@@ -183,6 +197,70 @@ TEST_F(TwoPrograms, ThatRenewTheSameRowMakeOneSuccessor) {
                   u"この同意は、すでに新しい同意に更新されています。"_s);
     }
     EXPECT_EQ(here.value(u"SELECT count(*) FROM RIYOUSHA_DOUI_REC"_s), QString::number(2 * patients));
+}
+
+TEST_F(TwoPrograms, ThatRenewTheSameRowsInBatchesRenewEachOnce) {
+    constexpr int many = 120;
+    insertPatients(patients + 1, many);
+    QList<RenewalRow> rows;
+    for (qint32 patient = 1; patient <= many; ++patient)
+        rows.append(renewalOf(patient));
+    const QList<RenewalRow> backwards(rows.rbegin(), rows.rend());
+    const auto [mine, theirs] = atOnce([&] { return RenewalRun(here.db).renew(rows); },
+                                       [&] { return RenewalRun(there.db).renew(backwards); });
+    EXPECT_EQ(countOutcome(mine, RenewalOutcome::Failed) + countOutcome(theirs, RenewalOutcome::Failed), 0);
+    EXPECT_EQ(countOutcome(mine, RenewalOutcome::Renewed) + countOutcome(theirs, RenewalOutcome::Renewed),
+              many);
+    EXPECT_EQ(here.value(u"SELECT count(*) || ' ' || sum(iNewestFlg) FROM RIYOUSHA_DOUI_REC"
+                         " WHERE nDate = 20260520 OR iNewestFlg = 1"_s),
+              u"120 120"_s);
+}
+
+TEST_F(TwoPrograms, AProgramAtTheEndOfALongLineTravelsItLessThanOnceForTwoRows) {
+    constexpr int many = 150;
+    insertPatients(patients + 1, many);
+    const SlowLine line(serverOfRun().port(), std::chrono::milliseconds(0));
+    Program far(line.port());
+    int before = line.roundTrips();
+    EXPECT_EQ(*saveRows(far.db, remarks({}, u"far"_s, false, many)), std::vector<size_t>());
+    EXPECT_LE(line.roundTrips() - before, many / 10);
+    far.run(u"UPDATE RIYOUSHA_DOUI_REC SET iOutputFlg = 1"_s);
+
+    QList<RenewalRow> rows;
+    for (qint32 patient = 1; patient <= many; ++patient)
+        rows.append(renewalOf(patient));
+    before = line.roundTrips();
+    EXPECT_EQ(countOutcome(RenewalRun(far.db).renew(rows), RenewalOutcome::Renewed), many);
+    EXPECT_LE(line.roundTrips() - before, many / 5);
+}
+
+/// Each program holds what the other one waits for: the server undoes one of the two.
+TEST_F(TwoPrograms, TheVictimOfADeadlockIsDoneAgain) {
+    here.run(u"SET deadlock_timeout = '20ms'"_s);
+    there.run(u"SET deadlock_timeout = '20ms'"_s);
+    const auto crosswise = [](Program &program, qint32 first, qint32 second, std::barrier<> &held) {
+        int tries = 0;
+        const Result<> written = againAfterDeadlock(program.db, [&]() -> Result<> {
+            ++tries;
+            RecordWrite write(program.db);
+            if (const Result<> locked = write.lock({rowOf(first).patient}); !locked)
+                return locked;
+            if (tries == 1)
+                held.arrive_and_wait();
+            if (const Result<> locked = write.lock({rowOf(second).patient}); !locked)
+                return locked;
+            write.change(sqlOfRow(rowOf(first)), {{u"nDouiUpMonth"_s, u"COALESCE(nDouiUpMonth, 0) + 1"_s}});
+            return write.commit();
+        });
+        EXPECT_TRUE(written) << written.reason().toStdString();
+        EXPECT_TRUE(program.db.isConnected());
+        return tries;
+    };
+    std::barrier held(2);
+    const auto [mine, theirs] =
+        atOnce([&] { return crosswise(here, 1, 2, held); }, [&] { return crosswise(there, 2, 1, held); });
+    EXPECT_EQ(mine + theirs, 3);
+    EXPECT_EQ(here.value(u"SELECT sum(nDouiUpMonth) FROM RIYOUSHA_DOUI_REC"_s), u"2"_s);
 }
 
 TEST_F(TwoPrograms, ThatMailOfTheSameRowsClaimThemOnce) {

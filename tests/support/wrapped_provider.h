@@ -30,8 +30,10 @@ public:
     }
     bool executeAll(const QStringList &statements, QList<qint64> &affected) override {
         QStringList seen = statements;
-        return std::ranges::all_of(seen, [this](QString &sql) { return looked(sql); }) &&
-               passed(m_real->executeAll(seen, affected));
+        const auto bad = std::ranges::find_if_not(seen, m_look);
+        if (bad == seen.end())
+            return passed(m_real->executeAll(seen, affected));
+        return passed(m_real->executeAll({seen.begin(), bad}, affected)) && refused();
     }
     bool begin() override { return looked(QStringLiteral("BEGIN")) && passed(m_real->begin()); }
     bool commit() override { return looked(QStringLiteral("COMMIT")) && passed(m_real->commit()); }
@@ -42,9 +44,8 @@ public:
 
 private:
     bool looked(QString &&sql) { return looked(sql); }
-    bool looked(QString &sql) {
-        if (m_look(sql))
-            return true;
+    bool looked(QString &sql) { return m_look(sql) || refused(); }
+    bool refused() {
         m_real->rollback(); // as every provider does when a statement fails
         m_errors.append({-2147217900, description, QStringLiteral("test"), QStringLiteral("HY000"), 13});
         return false;

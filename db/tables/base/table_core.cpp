@@ -68,20 +68,14 @@ QString TableCore::writingSql(Writing writing, const QStringList &literals) cons
     return {};
 }
 
-short TableCore::write(Writing writing, QStringList literals, bool transaction,
+short TableCore::write(Writing writing, const QStringList &literals, bool transaction,
                        const std::function<short()> &afterwards) {
     if (writing == Writing::Delete)
         return execute(writingSql(writing, literals), transaction, {});
     QString computer;
     if (takeComputerName(computer) != 0)
         return -1;
-    for (size_t i = 0; i < m_text.columns.size(); ++i) {
-        if (m_text.columns[i].use == ColumnUse::PcName)
-            literals[qsizetype(i)] = sqlText(computer);
-        else if (m_text.columns[i].use == ColumnUse::UpDateTime)
-            literals[qsizetype(i)] = u"GetDate()"_s;
-    }
-    return execute(writingSql(writing, literals), transaction, afterwards);
+    return execute(writingSql(writing, withAudit(m_text, literals, computer)), transaction, afterwards);
 }
 
 short TableCore::execute(const QString &sql, bool transaction, const std::function<short()> &afterwards) {

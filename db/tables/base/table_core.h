@@ -58,7 +58,7 @@ protected:
 
     /// Writes a row of the table. `afterwards` runs inside the transaction, when `transaction` asks for one;
     /// its failure rolls back too.
-    short write(Writing writing, QStringList literals, bool transaction,
+    short write(Writing writing, const QStringList &literals, bool transaction,
                 const std::function<short()> &afterwards);
 
     /// Columns of another table's rows that repeat columns of this one.

@@ -1,5 +1,7 @@
 #include "db/tables/base/table_text.h"
 
+#include "db/sql_text.h"
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -55,6 +57,16 @@ QString insertSql(const TableText &table, const QStringList &literals) {
     }
     return u" insert into    "_s + table.name.toString() + u" ("_s + columns + u" )values( "_s + values +
            u" ) "_s;
+}
+
+QStringList withAudit(const TableText &table, QStringList literals, const QString &computer) {
+    for (size_t i = 0; i < table.columns.size(); ++i) {
+        if (table.columns[i].use == ColumnUse::PcName)
+            literals[qsizetype(i)] = sqlText(computer);
+        else if (table.columns[i].use == ColumnUse::UpDateTime)
+            literals[qsizetype(i)] = u"GetDate()"_s;
+    }
+    return literals;
 }
 
 QString updateSql(const TableText &table, const QStringList &literals) {

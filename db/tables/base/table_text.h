@@ -42,6 +42,8 @@ struct TableText {
 QString selectSql(const TableText &table);
 QString maxSql(const TableText &table, QStringView column);
 QString insertSql(const TableText &table, const QStringList &literals);
+/// The literals with those of the audit columns: the computer that writes and the server's time.
+QStringList withAudit(const TableText &table, QStringList literals, const QString &computer);
 QString updateSql(const TableText &table, const QStringList &literals);
 QString deleteSql(const TableText &table, const QStringList &literals);
 /// `qualified`: with the table's name before each column, as reading through joins needs it.
