@@ -55,10 +55,14 @@ QString renewalSummary(const QList<RenewalResult> &results) {
     if (renewed == results.size())
         return text;
     QStringList lines;
+    QString reason; // of a failure told once for its rows: what a server says takes many lines
     for (const RenewalResult &result : results)
-        if (result.outcome != RenewalOutcome::Renewed)
+        if (result.outcome != RenewalOutcome::Renewed) {
+            const bool same = result.outcome == RenewalOutcome::Failed && result.reason == reason;
+            reason = result.reason;
             lines.append(u"%1 %2　%3"_s.arg(QString::number(result.row.key.patient.nIDNo), result.row.name,
-                                            result.reason));
+                                            same ? u"同上"_s : reason));
+        }
     text += u"\r\n更新しなかった同意：%L1 件\r\n\r\n"_s.arg(lines.size()) + lines.mid(0, most).join(u"\r\n");
     if (lines.size() > most)
         text += u"\r\n他 %L1 件"_s.arg(lines.size() - most);

@@ -1,6 +1,7 @@
 // The consent list's form, worked by keys and by its controls.
 
 #include "tests/list/list_form_fixture.h"
+#include "tests/support/wrapped_provider.h"
 #include "widgets/code_box.h"
 #include "widgets/date_box.h"
 
@@ -26,6 +27,23 @@ TEST_F(ListFormTest, AfterMidnightTodayIsToday) {
     go(0, ListColumn::Reconsent);
     type(u"19"_s);
     EXPECT_EQ(at(0, ListColumn::Reconsent), u"2026/12/19"_s);
+}
+
+TEST_F(ListFormTest, ASearchAsksTheServerAtMostThreeTimes) {
+    int asked = 0;
+    cT_ADODB far([&](const QString &text) {
+        return std::make_unique<WrappedProvider>(makeProvider(text), [&](QString &) { return ++asked > 0; });
+    });
+    far.iInit(database.connectionString());
+    frm同意書管理 window(environment);
+    ASSERT_EQ(window.iInit(far, 0), 0) << window.sErrMsg().toStdString();
+    window.show();
+    QTest::qWait(0);
+    asked = 0;
+    QTest::keyClick(&window, Qt::Key_F4);
+    QTest::qWait(50); // the letters of the rows follow when nothing else is to be done
+    EXPECT_GE(asked, 1);
+    EXPECT_LE(asked, 3);
 }
 
 TEST_F(ListFormTest, FindsTicksEditsAndSavesByKeyboard) {
