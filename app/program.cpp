@@ -5,6 +5,7 @@
 #include "app/base/folders.h"
 #include "app/base/processes.h"
 #include "app/screens.h"
+#include "backup/daily_backup.h"
 #include "print/engine/work_folder.h"
 
 #include <QApplication>
@@ -22,6 +23,8 @@ int runProgram(Messages &messages) {
     QtTextInput input;
     QtScreens screens(environment);
     clearWorkFolder(environment);
+    DailyBackup backup(environment);
+    backup.begin();
     const int code = Launch(environment, input, screens).run(QCoreApplication::arguments().mid(1).join(u' '));
     clearWorkFolder(environment);
     return code;

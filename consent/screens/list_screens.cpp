@@ -6,6 +6,7 @@
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "backup/restore_form.h"
 #include "consent/answers/answers_form.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_form.h"
@@ -419,6 +420,11 @@ bool openDatabaseCheck(const ListOpening &opening) {
         form.exec();
     else
         opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
+    return false;
+}
+
+bool openBackups(const ListOpening &opening) {
+    restoreBackup(opening.environment, opening.parent);
     return false;
 }
 

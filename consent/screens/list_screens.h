@@ -84,6 +84,8 @@ bool openFacilities(const ListOpening &opening);
 /// Unit prices and visit fees.
 bool openFees(const ListOpening &opening);
 bool openDatabaseCheck(const ListOpening &opening);
+/// Restores a backup of the embedded database into a new file.
+bool openBackups(const ListOpening &opening);
 
 /// How the patients' periods are reckoned; the list is always read again.
 bool openPeriodSettings(const ListOpening &opening);

@@ -1,11 +1,10 @@
 #include "db/sqlite/sqlite_provider.h"
 
-#include "app/base/folders.h"
+#include "db/connection_settings.h"
 #include "db/connection_string.h"
 #include "db/dialect/dialect.h"
 #include "db/sqlite/sqlite_errors.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 #include <algorithm>
@@ -30,13 +29,6 @@ using Statement = std::unique_ptr<sqlite3_stmt, Finalize>;
 bool isKnownKeyword(const QString &keyword) {
     static constexpr std::array<QStringView, 3> known = {u"Provider", u"Data Source", u"Busy Timeout"};
     return std::ranges::any_of(known, [&](QStringView k) { return sameKeyword(keyword, k); });
-}
-
-QString fullPath(QString path) {
-#ifndef Q_OS_WIN
-    path.replace(u'\\', u'/');
-#endif
-    return QDir::cleanPath(QDir(Folders::programFolderOfThisRun()).absoluteFilePath(path));
 }
 
 std::pair<qint64, QDateTime> stateOf(const QString &path) {
@@ -108,11 +100,11 @@ bool SqliteProvider::open(const QString &connectionString) {
     for (const ConnectionItem &item : parsed.items())
         if (!isKnownKeyword(item.keyword))
             return refuse(u"接続文字列の項目「%1」は使えません。"_s.arg(item.keyword));
-    const QString source = parsed.value(u"Data Source");
-    if (source.isEmpty())
+    const std::optional<QString> source = embeddedFile(connectionString);
+    if (!source)
         return refuse(u"接続文字列に Data Source（データベースファイル）がありません。"_s);
 
-    m_path = fullPath(source);
+    m_path = *source;
     const QFileInfo file(m_path);
     if (!file.exists())
         return refuse(u"データベースファイルがありません。（%1）"_s.arg(m_path));

@@ -1,5 +1,8 @@
 #include "app/base/platform/files.h"
 
+#include <QStorageInfo>
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <filesystem>
 
@@ -8,6 +11,7 @@
 #include <unistd.h>
 #else
 #include <io.h>
+#include <windows.h>
 #endif
 
 namespace platform {
@@ -66,6 +70,30 @@ QString moveOver(QFile &file, const QString &place) {
     std::error_code error;
     std::filesystem::rename(pathOf(file.fileName()), pathOf(place), error);
     return error ? qt_error_string(error.value()) : QString();
+}
+
+#ifdef Q_OS_UNIX
+
+bool isOnNetworkDrive(const QString &path) {
+    return isNetworkFileSystem(QStorageInfo(path).fileSystemType());
+}
+
+#else
+
+bool isOnNetworkDrive(const QString &path) {
+    const std::wstring root = QStorageInfo(path).rootPath().toStdWString();
+    return path.startsWith(QStringLiteral("//")) || GetDriveTypeW(root.c_str()) == DRIVE_REMOTE;
+}
+
+#endif
+
+bool isNetworkFileSystem(QByteArrayView kind) {
+    static constexpr std::array<QByteArrayView, 22> known = {
+        "nfs",   "nfs4",   "cifs",   "smb2",      "smb3",       "smbfs",    "smbnetfs",    "sshfs",
+        "ncpfs", "afs",    "coda",   "ceph",      "9p",         "vboxsf",   "vmhgfs-fuse", "prl_fs",
+        "davfs", "davfs2", "rclone", "glusterfs", "gvfsd-fuse", "curlftpfs"};
+    const QByteArrayView bridge = "fuse.";
+    return std::ranges::find(known, kind.startsWith(bridge) ? kind.sliced(bridge.size()) : kind) != known.end();
 }
 
 } // namespace platform

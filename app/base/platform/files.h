@@ -19,4 +19,10 @@ Claimed claimOf(const QString &path);
 /// Moves an open file over another in one step. The system's reason when it refuses, empty when it is done.
 QString moveOver(QFile &file, const QString &place);
 
+/// Whether a file lies on another machine, where locks and shared memory of several PCs cannot be trusted.
+bool isOnNetworkDrive(const QString &path);
+
+/// The same of a file system's kind as the system names it: nfs4, cifs, fuse.sshfs.
+bool isNetworkFileSystem(QByteArrayView kind);
+
 } // namespace platform
