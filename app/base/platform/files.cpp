@@ -93,7 +93,8 @@ bool isNetworkFileSystem(QByteArrayView kind) {
         "ncpfs", "afs",    "coda",   "ceph",      "9p",         "vboxsf",   "vmhgfs-fuse", "prl_fs",
         "davfs", "davfs2", "rclone", "glusterfs", "gvfsd-fuse", "curlftpfs"};
     const QByteArrayView bridge = "fuse.";
-    return std::ranges::find(known, kind.startsWith(bridge) ? kind.sliced(bridge.size()) : kind) != known.end();
+    return std::ranges::find(known, kind.startsWith(bridge) ? kind.sliced(bridge.size()) : kind) !=
+           known.end();
 }
 
 } // namespace platform
