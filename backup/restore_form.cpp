@@ -75,7 +75,11 @@ Result<Recordset> RestoreForm::readList() {
 }
 
 QString RestoreForm::emptyText() const {
-    return u"バックアップはまだありません。（%1）"_s.arg(QDir::toNativeSeparators(m_folder.folder()));
+    return u"バックアップはまだありません。"_s;
+}
+
+QString RestoreForm::summary() const {
+    return u"フォルダ：%1"_s.arg(QDir::toNativeSeparators(m_folder.folder()));
 }
 
 void restoreBackup(Environment &environment, QWidget *parent) {

@@ -15,6 +15,7 @@ public:
 protected:
     Result<Recordset> readList() override;
     QString emptyText() const override;
+    QString summary() const override;
 
 private:
     Backups m_folder;
