@@ -11,7 +11,8 @@ namespace {
 
 const Era *eraNamed(QStringView name) {
     for (const Era &era : systemEras())
-        if (name == era.name || (name.size() == 1 && name[0].toUpper() == era.initial))
+        if (name == era.name ||
+            (name.size() == 1 && (name[0].toUpper() == era.initial || name[0] == era.name[0])))
             return &era;
     return nullptr;
 }
@@ -24,6 +25,8 @@ QDate dateInEra(const Era &era, int year, int month, int day) {
 /// Half-width and without blanks; ー 。 ・ are what an input method makes of the keys - . /
 QString normalised(const QString &typed) {
     QString text = toHalfWidth(typed).remove(u' ');
+    for (const QChar square : u"㋿㍻㍼㍽㍾"_s)
+        text.replace(square, QString(square).normalized(QString::NormalizationForm_KC));
     text.replace(u'ｰ', u'-').replace(u'\u2212', u'-').replace(u'｡', u'.').replace(u'･', u'/');
     return text;
 }

@@ -4,9 +4,9 @@
 #include <QList>
 #include <QString>
 
-/// A date written in full: 2026/11/21, 2026-11-21, 20261121, R8.11.21, R081121, 令和8年11月21日, full-width
-/// digits allowed, also what the patterns of formatDate write. Invalid when it is no date, and when the day
-/// lies outside the era named.
+/// A date written in full: 2026/11/21, 2026-11-21, 20261121, R8.11.21, R081121, 令和8年11月21日, 令8.11.21,
+/// full-width digits allowed, also what the patterns of formatDate write. Invalid when it is no date, and
+/// when the day lies outside the era named.
 QDate dateFromInput(const QString &text);
 
 /// The days that typed text can mean, the likeliest first; none when it is no date, several where whoever

@@ -1,0 +1,207 @@
+#include "import/master_import.h"
+
+#include "app/base/codepage932.h"
+#include "app/base/text.h"
+#include "db/tables/masters/caremane.h"
+#include "masters/master_description.h"
+
+#include <algorithm>
+#include <set>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+const QString stopped = u"中止しました。"_s;
+
+std::optional<MasterKind> masterOf(ImportKind kind) {
+    if (kind == ImportKind::Doctors)
+        return MasterKind::Doctor;
+    return kind == ImportKind::Facilities ? std::optional(MasterKind::Facility) : std::nullopt;
+}
+
+/// In the order of their numbers, so that no two programs wait for each other.
+QStringList codesOf(const ImportPlan &plan, PlannedRow::State state) {
+    QStringList codes;
+    for (const PlannedRow &row : plan.rows)
+        if (row.state == state)
+            codes += row.code;
+    std::ranges::sort(codes, {}, [](const QString &code) { return code.toLongLong(); });
+    return codes;
+}
+
+} // namespace
+
+Result<> MasterImport::execute(const QString &sql) {
+    const ErrorsSince errors(m_db);
+    return m_db.iExecSQL(sql) == 0 ? Result<>() : Failure{errors.text().trimmed()};
+}
+
+Result<> MasterImport::lock(const ImportPlan &plan) {
+    if (const Result<> locked = execute(lockImportsSql()); !locked)
+        return locked;
+    const QStringList codes = codesOf(plan, PlannedRow::Changed);
+    for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
+        if (const Result<> locked =
+                execute(lockRowsSql(m_description, m_job.branch, codes.mid(at, mostRowsAStatement)));
+            !locked)
+            return locked;
+    return {};
+}
+
+Result<> MasterImport::giveNumbers(ImportPlan &plan) {
+    const Result<Recordset> highest = readRows(m_db, highestCodeSql(m_description, m_job.branch));
+    if (!highest)
+        return Failure{highest.reason().trimmed()};
+    qint64 next = highest->number(0, 0);
+    for (const PlannedRow &row : plan.rows)
+        if (row.state == PlannedRow::New)
+            next = std::max(next, row.code.toLongLong());
+    for (PlannedRow &row : plan.rows)
+        if (row.state == PlannedRow::New && row.code.isEmpty())
+            row.code = QString::number(++next);
+    return next <= std::numeric_limits<qint32>::max() ? Result<>() : Failure{u"番号が足りません。"_s};
+}
+
+bool MasterImport::isInSub(const QString &column) const {
+    const int field = m_description.field(column);
+    return field >= 0 && m_description.fields[size_t(field)].inSub;
+}
+
+WrittenRow MasterImport::part(const PlannedRow &row, bool sub) const {
+    WrittenRow part{row.code, {}};
+    for (const auto &[column, value] : row.values.asKeyValueRange())
+        if (isInSub(column) == sub)
+            part.values.insert(column, value);
+    // What is neither would be in no list of either treatment.
+    if (!sub && m_description.kind == ImportKind::Patients && row.state == PlannedRow::New &&
+        !part.values.contains(u"iSejutsuKubun"_s))
+        part.values.insert(u"iSejutsuKubun"_s, u"0"_s);
+    return part;
+}
+
+Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProgress &progress) {
+    std::vector<WrittenRow> rows;
+    std::set<QString> columns;
+    for (const PlannedRow &row : plan.rows) {
+        if (row.state != PlannedRow::New)
+            continue;
+        rows.push_back(part(row, sub));
+        for (const auto &[column, value] : rows.back().values.asKeyValueRange())
+            columns.insert(column);
+    }
+    std::ranges::sort(rows, {}, [](const WrittenRow &row) { return row.code.toLongLong(); });
+    const QStringList list(columns.begin(), columns.end());
+    const QString computer = m_db.csGetComputerName();
+    for (size_t at = 0; at < rows.size(); at += size_t(mostRowsAStatement)) {
+        const auto end = std::min(rows.size(), at + size_t(mostRowsAStatement));
+        const std::vector<WrittenRow> some(rows.begin() + qsizetype(at), rows.begin() + qsizetype(end));
+        if (const Result<> done =
+                execute(insertRowsSql(m_description, m_job.branch, sub, list, some, computer));
+            !done)
+            return done;
+        if (progress && !progress(int(end), int(rows.size())))
+            return Failure{stopped};
+    }
+    return {};
+}
+
+Result<> MasterImport::update(const PlannedRow &row) {
+    const QString computer = m_db.csGetComputerName();
+    const WrittenRow own = part(row, false), sub = part(row, true);
+    if (!own.values.isEmpty())
+        if (const Result<> done = execute(updateRowSql(m_description, m_job.branch, false, own, computer));
+            !done)
+            return done;
+    if (sub.values.isEmpty())
+        return {};
+    return execute(row.withoutSub
+                       ? insertRowsSql(m_description, m_job.branch, true, sub.values.keys(), {sub}, computer)
+                       : updateRowSql(m_description, m_job.branch, true, sub, computer));
+}
+
+// As the masters' forms do where the user wants it: names and addresses go on to those who repeat them.
+Result<> MasterImport::updateCopied(const PlannedRow &row) {
+    const std::optional<MasterKind> kind = masterOf(m_job.kind);
+    if (m_job.kind == ImportKind::CareManagers && m_job.copy && row.values.contains(u"cName"_s)) {
+        if (const Result<> done = update(row); !done)
+            return done;
+        cT_CAREMANE table;
+        table.iInit(m_db);
+        cD_CAREMANE record;
+        record.nIDNo = row.code.toInt();
+        record.cName = row.values.value(u"cName"_s);
+        return table.iDataUpdate_ToRiyousha(&record) == 0 ? Result<>() : Failure{table.sErrMsg()};
+    }
+    const bool repeated =
+        kind && std::ranges::any_of(describeMaster(*kind).repeated,
+                                    [&](const QString &column) { return row.values.contains(column); });
+    if (!repeated || !m_job.copy)
+        return update(row);
+    const auto store = makeMasterStore(*kind, m_db);
+    const Result<std::optional<MasterValues>> before = store->read(row.code);
+    if (!before || !*before)
+        return Failure{before.reason()};
+    if (const Result<> done = update(row); !done)
+        return done;
+    const Result<std::optional<MasterValues>> now = store->read(row.code);
+    if (!now || !*now)
+        return Failure{now.reason()};
+    return store->copy(**before, **now);
+}
+
+Result<> MasterImport::write(ImportPlan &plan, const ImportProgress &progress) {
+    if (const Result<> given = giveNumbers(plan); !given)
+        return given;
+    if (const Result<> done = insert(plan, false, progress); !done)
+        return done;
+    if (m_description.kind == ImportKind::Patients)
+        if (const Result<> done = insert(plan, true, progress); !done)
+            return done;
+    std::vector<const PlannedRow *> changed;
+    for (const PlannedRow &row : plan.rows)
+        if (row.state == PlannedRow::Changed)
+            changed.push_back(&row);
+    std::ranges::sort(changed, {}, [](const PlannedRow *row) { return row->code.toLongLong(); });
+    for (size_t at = 0; at < changed.size(); ++at) {
+        if (const Result<> done = updateCopied(*changed[at]); !done)
+            return done;
+        if (progress && at % 50 == 0 && !progress(int(at), int(changed.size())))
+            return Failure{stopped};
+    }
+    return {};
+}
+
+// A server that keeps texts in a code page of its own turns what that lacks into '?' without a word.
+Result<int> MasterImport::refuseLost(ImportPlan &plan) {
+    QHash<QString, PlannedRow *> doubtful;
+    std::set<QString> columns;
+    for (PlannedRow &row : plan.rows) {
+        if (row.state != PlannedRow::New && row.state != PlannedRow::Changed)
+            continue;
+        for (const auto &[column, value] : row.values.asKeyValueRange())
+            if (!isInSub(column) && !fits932(value)) {
+                doubtful.insert(row.code, &row);
+                columns.insert(column);
+            }
+    }
+    const QStringList codes = doubtful.keys(), list(columns.begin(), columns.end());
+    int lost = 0;
+    for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement) {
+        const Result<Recordset> rows = readRows(
+            m_db, writtenRowsSql(m_description, m_job.branch, list, codes.mid(at, mostRowsAStatement)));
+        if (!rows)
+            return Failure{rows.reason().trimmed()};
+        for (int found = 0; found < rows->rowCount(); ++found) {
+            PlannedRow &row = *doubtful.value(rows->text(found, 0).trimmed());
+            for (qsizetype i = 0; i < list.size(); ++i)
+                if (const QString value = row.values.value(list[i]);
+                    !value.isEmpty() && trimRight(rows->text(found, int(i) + 1)) != value)
+                    row.faults += u"データベースに保存できない文字があります：%1"_s.arg(value);
+            lost += !row.faults.isEmpty();
+            if (!row.faults.isEmpty())
+                row.state = PlannedRow::Refused;
+        }
+    }
+    return lost;
+}

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "db/adodb.h"
+#include "import/import_job.h"
+#include "import/import_query.h"
+
+/// Writes planned rows of a master or of patients, in the caller's transaction.
+class MasterImport {
+public:
+    MasterImport(const ImportJob &job, cT_ADODB &db)
+        : m_job(job), m_description(job.description()), m_db(db) {}
+
+    /// Before the rows are read again: one import at a time, and nobody else writes the rows that are to
+    /// change.
+    Result<> lock(const ImportPlan &plan);
+
+    /// Writes the rows that are new or changed, and gives new ones their numbers.
+    Result<> write(ImportPlan &plan, const ImportProgress &progress);
+
+    /// Refuses the rows whose texts the database has not kept; gives how many.
+    Result<int> refuseLost(ImportPlan &plan);
+
+private:
+    Result<> execute(const QString &sql);
+    Result<> giveNumbers(ImportPlan &plan);
+    Result<> insert(const ImportPlan &plan, bool sub, const ImportProgress &progress);
+    Result<> update(const PlannedRow &row);
+    Result<> updateCopied(const PlannedRow &row);
+    bool isInSub(const QString &column) const;
+    WrittenRow part(const PlannedRow &row, bool sub) const;
+
+    const ImportJob &m_job;
+    const ImportDescription &m_description;
+    cT_ADODB &m_db;
+};
