@@ -3,14 +3,13 @@
 #include "consent/record/renewal_run.h"
 #include "consent/record/sent_marks.h"
 #include "consent/screens/mail_claims.h"
+#include "db/tables/schema.h"
 #include "tests/mail/smtp_server.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/odbc/slow_line.h"
 #include "tests/support/test_environment.h"
-#include "tests/support/wrapped_provider.h"
 
 #include <QDir>
-#include <QRegularExpression>
 #include <QStringList>
 #include <barrier>
 #include <chrono>
@@ -21,13 +20,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-/// Asks for the first row in the server's own way.
-bool inServersWay(QString &sql) {
-    static const QRegularExpression top(u"^SELECT TOP 1 (.*)$"_s);
-    sql.replace(top, u"SELECT \\1 LIMIT 1"_s);
-    return true;
-}
-
 const PostgresServer &serverOfRun() {
     static const PostgresServer server;
     EXPECT_EQ(server.problem().toStdString(), "");
@@ -36,9 +28,7 @@ const PostgresServer &serverOfRun() {
 
 /// A program on a PC of its own.
 struct Program {
-    cT_ADODB db{[](const QString &text) {
-        return std::make_unique<WrappedProvider>(makeProvider(text), inServersWay);
-    }};
+    cT_ADODB db;
 
     explicit Program(quint16 port = serverOfRun().port()) {
         QString text = serverOfRun().connectionString();
@@ -75,26 +65,15 @@ protected:
     static constexpr int patients = 12;
 
     void SetUp() override {
-        QStringList columns;
-        for (const auto &column : ConsentDraft::table().columns) {
-            const QChar kind = column.name[0];
-            columns.append(column.name.toString() + (kind == u'i'   ? u" SMALLINT"_s
-                                                     : kind == u'n' ? u" INT"_s
-                                                     : kind == u't' ? u" TIMESTAMP(0)"_s
-                                                                    : u" VARCHAR(400)"_s));
-        }
-        here.run(u"DROP TABLE IF EXISTS RIYOUSHA; DROP TABLE IF EXISTS RIYOUSHA_DOUI_REC;"
-                 "CREATE TABLE RIYOUSHA (iKyotenCd SMALLINT, iKyotenEb SMALLINT, nIDNo INT, iTenki SMALLINT);"
-                 "CREATE OR REPLACE FUNCTION GetDate() RETURNS TIMESTAMP AS 'SELECT now()::timestamp'"
-                 " LANGUAGE sql;"
-                 "CREATE TABLE RIYOUSHA_DOUI_REC ("_s +
-                 columns.join(u", ") + u")"_s);
+        EXPECT_TRUE(makeSchema(here.db));
+        here.run(u"DELETE FROM RIYOUSHA; DELETE FROM RIYOUSHA_DOUI_REC"_s);
         insertPatients(1, patients);
     }
 
     void insertPatients(int first, int last) {
         here.run(
-            u"INSERT INTO RIYOUSHA SELECT 1, 1, n, 0 FROM generate_series(%1, %2) AS n;"
+            u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, iTenki) SELECT 1, 1, n, 0 FROM "
+            u"generate_series(%1, %2) AS n;"
             "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
             " nHenkeiDouiDate, iNewestFlg, iReceptDisabledFlg, iSendFlg, tDouiDay, tSaiDouiDay,"
             " tSaiDouiKaryoS, tSaiDouiKaryoE) SELECT 1, 1, n, 20251120, 0, 0, 1, 0, 0, '2025/11/20'::date,"
