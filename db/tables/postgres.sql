@@ -103,10 +103,10 @@ BEGIN
 END $$;
 
 CREATE OR REPLACE FUNCTION like_japanese(value text, pattern text, escape text) RETURNS boolean LANGUAGE sql IMMUTABLE
-    AS $$ SELECT (fold_for_search(value) COLLATE "C") ~ like_expression(pattern, escape) $$;
+    AS $$ SELECT (fold_for_search(value) COLLATE "C") ~ like_expression(pattern COLLATE "C", escape COLLATE "C") $$;
 
 CREATE OR REPLACE FUNCTION like_japanese(value text, pattern text) RETURNS boolean LANGUAGE sql IMMUTABLE
-    AS $$ SELECT (fold_for_search(value) COLLATE "C") ~ like_expression(pattern, '') $$;
+    AS $$ SELECT (fold_for_search(value) COLLATE "C") ~ like_expression(pattern COLLATE "C", '') $$;
 
 -- CONVERT(VARCHAR, x, style); a text has no style.
 CREATE OR REPLACE FUNCTION convert_date(value timestamp, style int) RETURNS text LANGUAGE plpgsql IMMUTABLE STRICT AS $$
