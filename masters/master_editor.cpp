@@ -23,6 +23,12 @@ std::optional<QString> MasterEditor::edit(MasterKind kind, const QString &code, 
     return form.code();
 }
 
-void MasterEditor::offer(MasterSearch &search, MasterKind kind) {
+bool MasterEditor::mayEdit(MasterKind kind) const {
+    return isKeptHere(kind, m_environment.folders, m_db);
+}
+
+void MasterEditor::offer(SearchClass &search, MasterKind kind) {
+    if (!mayEdit(kind))
+        return;
     search.setEditor([this, kind](const QString &code, QWidget *parent) { return edit(kind, code, parent); });
 }

@@ -2,7 +2,7 @@
 
 #include "masters/master_store.h"
 #include "masters/postal_codes.h"
-#include "search/master_search_form.h"
+#include "search/search_class.h"
 
 struct Environment;
 
@@ -16,8 +16,9 @@ public:
     /// Shows a row, or without a code a new one. The code of what was saved.
     std::optional<QString> edit(MasterKind kind, const QString &code, QWidget *parent);
 
-    /// Lets the pick list of doctors or facilities offer it. The editor must outlive the search.
-    void offer(MasterSearch &search, MasterKind kind);
+    /// Lets a pick list offer it, where this kind is kept here. The editor must outlive the search.
+    void offer(SearchClass &search, MasterKind kind);
+    bool mayEdit(MasterKind kind) const;
 
     Environment &environment() const { return m_environment; }
     cT_ADODB &db() const { return m_db; }

@@ -19,6 +19,9 @@ QString whyFieldIsWrong(const MasterField &field, const QString &text) {
         return u"IDNo.は %L1 までです。"_s.arg(std::numeric_limits<qint32>::max());
     if (field.kind == MasterField::PostalCode && !text.isEmpty() && postalDigits(text).size() != 7)
         return u"郵便番号は7桁の数字で入力してください。"_s;
+    if (field.kind == MasterField::Date && !text.isEmpty() &&
+        !QDate::fromString(text, u"yyyy/MM/dd").isValid())
+        return u"「%1」の「%2」は日付ではありません。"_s.arg(field.caption, text);
     if (field.kind != MasterField::Tick && byteLength932(text) > field.bytes)
         return u"「%1」が長すぎます。全角 %2 文字（半角 %3 文字）までにしてください。"_s.arg(field.caption)
             .arg(field.bytes / 2)
@@ -34,15 +37,28 @@ template <class Work> void eachLayout(Work work) {
 } // namespace
 
 MasterEntry::MasterEntry(const MasterDescription &description, cT_ADODB &db)
-    : m_description(description), m_db(db), m_store(makeMasterStore(description.kind, db)) {}
+    : m_description(description),
+      m_db(db),
+      m_store(makeMasterStore(description.kind, db, description.branch)) {}
 
 Result<> MasterEntry::openNew() {
     const Result<qint64> highest = m_store->highestCode();
     if (!highest)
         return Failure{highest.reason()};
     m_isNew = true;
-    m_read = {{m_description.codeColumn, QString::number(*highest + 1)}};
+    m_read = m_description.preset;
+    m_read.insert(m_description.codeColumn, QString::number(*highest + 1));
     m_values = m_read;
+    return {};
+}
+
+// Two PCs that enter a row at once were proposed the same number.
+Result<> MasterEntry::takeFreeNumber() {
+    const Result<qint64> highest = m_store->highestCode();
+    if (!highest)
+        return Failure{highest.reason()};
+    if (*highest >= code().toLongLong())
+        m_values[m_description.codeColumn] = m_read[m_description.codeColumn] = QString::number(*highest + 1);
     return {};
 }
 
@@ -119,7 +135,8 @@ Result<MasterObjection> MasterEntry::whyOvertaken() {
     if (!row)
         return Failure{row.reason()};
     if (m_isNew)
-        return *row ? MasterObjection{takenText, m_description.codeColumn} : MasterObjection();
+        return *row && !isNumberProposed() ? MasterObjection{takenText, m_description.codeColumn}
+                                           : MasterObjection();
     if (!*row)
         return MasterObjection{u"他のＰＣでデータが削除されているため、保存できません。"_s,
                                m_description.nameColumn};
@@ -166,8 +183,10 @@ template <class Work> MasterOutcome MasterEntry::once(const Work &work) {
     Transaction transaction(m_db);
     if (!transaction.begun())
         return failed();
-    if (const Result<> locked = m_store->lock(code()); !locked)
+    if (const Result<> locked = m_store->lock(code(), m_isNew); !locked)
         return {MasterOutcome::Failed, locked.reason()};
+    if (const Result<> numbered = m_isNew && isNumberProposed() ? takeFreeNumber() : Result<>(); !numbered)
+        return {MasterOutcome::Failed, numbered.reason()};
     const Result<MasterObjection> overtaken = whyOvertaken();
     if (!overtaken)
         return {MasterOutcome::Failed, overtaken.reason()};

@@ -28,7 +28,8 @@ public:
     /// The connection must outlive the entry.
     MasterEntry(const MasterDescription &description, cT_ADODB &db);
 
-    /// A new row with the number after the highest.
+    /// A new row with the number after the highest; saving it takes the next one where a colleague has taken
+    /// that meanwhile.
     Result<> openNew();
     Result<> open(const QString &code);
 
@@ -38,6 +39,8 @@ public:
 
     bool isNew() const { return m_isNew; }
     bool isChanged() const { return m_values != m_read; }
+    /// Of a new row: nobody typed another number.
+    bool isNumberProposed() const { return code() == m_read.value(m_description.codeColumn); }
     QString code() const { return value(m_description.codeColumn); }
     QString value(const QString &column) const { return m_values.value(column); }
     /// An empty text leaves a column Null that was Null.
@@ -69,6 +72,7 @@ public:
     MasterOutcome remove(const MasterUses &told);
 
 private:
+    Result<> takeFreeNumber();
     QString storedOtherwise(const MasterValues &stored) const;
     template <class Work> MasterOutcome inTransaction(const Work &work);
     template <class Work> MasterOutcome once(const Work &work);

@@ -1,5 +1,6 @@
 #include "masters/master_input_form.h"
 
+#include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/base/request_methods.h"
@@ -8,7 +9,9 @@
 #include "masters/postal_search_form.h"
 #include "print/consent_screens/doctor_consent_form.h"
 #include "print/documents/lost_texts.h"
+#include "search/staff_search_form.h"
 #include "widgets/code_box.h"
+#include "widgets/date_box.h"
 #include "widgets/enter_moves_on.h"
 
 #include <QApplication>
@@ -19,6 +22,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollArea>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -44,11 +48,23 @@ QStringList methodsOf(const Environment &environment, QString &oddity) {
     return texts;
 }
 
+/// The fields that the database has a column for.
+MasterDescription describe(MasterEditor &editor, MasterKind kind, QString &oddity) {
+    MasterDescription description =
+        describeMaster(kind, editor.environment().branch, methodsOf(editor.environment(), oddity));
+    std::erase_if(description.fields, [&](const MasterField &field) {
+        return !field.table.isEmpty() && !editor.db().hasColumn(field.table, field.column);
+    });
+    return description;
+}
+
 QString textIn(const QWidget *widget) {
+    if (const auto *date = qobject_cast<const DateBox *>(widget))
+        return date->date().isValid() ? dateText(date->date()) : date->text().trimmed();
     if (const auto *tick = qobject_cast<const QCheckBox *>(widget))
         return tick->isChecked() ? u"1"_s : u"0"_s;
     if (const auto *choice = qobject_cast<const QComboBox *>(widget))
-        return choice->currentText().trimmed();
+        return choice->isEditable() ? choice->currentText().trimmed() : choice->currentData().toString();
     if (const auto *memo = qobject_cast<const QPlainTextEdit *>(widget))
         return memo->toPlainText().trimmed().replace(u'\n', u"\r\n"_s);
     return static_cast<const QLineEdit *>(widget)->text().trimmed();
@@ -57,7 +73,11 @@ QString textIn(const QWidget *widget) {
 void showIn(QWidget *widget, const QString &text) {
     if (auto *tick = qobject_cast<QCheckBox *>(widget))
         tick->setChecked(text.toInt() != 0);
-    else if (auto *choice = qobject_cast<QComboBox *>(widget)) {
+    else if (auto *choice = qobject_cast<QComboBox *>(widget); choice && !choice->isEditable()) {
+        if (choice->findData(text) < 0)
+            choice->addItem(text, text); // what the program has no words for stays
+        choice->setCurrentIndex(choice->findData(text));
+    } else if (choice) {
         choice->setCurrentIndex(choice->findText(text)); // Enter would bring another one's text back
         choice->setEditText(text);
     } else if (auto *memo = qobject_cast<QPlainTextEdit *>(widget))
@@ -73,22 +93,32 @@ void showIn(QWidget *widget, const QString &text) {
 MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget *parent)
     : QDialog(parent),
       m_editor(editor),
-      m_description(describeMaster(kind, methodsOf(editor.environment(), m_oddity))),
-      m_entry(m_description, editor.db()),
-      m_facilities(Master::Facility, editor.db(), editor.environment()) {
+      m_description(describe(editor, kind, m_oddity)),
+      m_entry(m_description, editor.db()) {
     setObjectName(m_description.inputForm);
-    m_facilities.setEditor([this](const QString &code, QWidget *list) { return editFacility(code, list); });
     layOut();
+    setClock(*this, editor.environment().clock);
     new EnterMovesOn(this);
-    resize(QSize(fontMetrics().horizontalAdvance(u'漢') * 56, sizeHint().height())
-               .boundedTo(screen()->availableSize()));
+    // Where codes stand beside one another they need more room.
+    const int characters = m_picks.size() > 1 ? 72 : 56;
+    const int besideInputs = layout()->sizeHint().height() - m_scroll->sizeHint().height();
+    resize(QSize(fontMetrics().horizontalAdvance(u'漢') * characters,
+                 m_scroll->widget()->sizeHint().height() + besideInputs + 4)
+               .boundedTo(screen()->availableSize() * 95 / 100));
 }
 
 MasterInputForm::~MasterInputForm() = default;
 
 void MasterInputForm::layOut() {
     auto *layout = new QVBoxLayout(this);
-    auto *grid = new QGridLayout;
+    // A large font or a small screen leaves no room for all of them.
+    m_scroll = new QScrollArea;
+    m_scroll->setWidgetResizable(true);
+    m_scroll->setFrameShape(QFrame::NoFrame);
+    m_scroll->setFocusPolicy(Qt::NoFocus);
+    auto *inputs = new QWidget;
+    auto *grid = new QGridLayout(inputs);
+    grid->setContentsMargins(0, 0, 4, 0);
     grid->setVerticalSpacing(4);
     grid->setColumnStretch(1, 1);
     grid->setColumnStretch(3, 1);
@@ -101,8 +131,9 @@ void MasterInputForm::layOut() {
             add(*grid, field, left ? row : row++, left ? 0 : 2, 1);
         left = field.wide || !left;
     }
-    layout->addLayout(grid);
-    layout->addStretch();
+    grid->setRowStretch(row + 1, 1);
+    m_scroll->setWidget(inputs);
+    layout->addWidget(m_scroll, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addStretch();
     const auto button = [&](const QString &name, const QString &caption, const QString &key) {
@@ -142,13 +173,14 @@ void MasterInputForm::add(QGridLayout &grid, const MasterField &field, int row, 
         placed = withButton(input, u"btnYubin"_s, u"住所検索 (F7)"_s, &MasterInputForm::findAddress);
     else if (field.kind == MasterField::Address)
         placed = withButton(input, u"btnAdd"_s, u"郵便番号検索 (F8)"_s, &MasterInputForm::findPostalCode);
-    else if (field.kind == MasterField::Facility)
+    else if (field.isCodeOfMaster())
         placed = input->parentWidget();
     grid.addWidget(placed, row, column + 1, 1, span);
 }
 
 QWidget *MasterInputForm::makeInput(const MasterField &field) {
     switch (field.kind) {
+    case MasterField::Number:
     case MasterField::Code: {
         auto *box = new CodeBox;
         box->setDigits(field.bytes);
@@ -170,8 +202,23 @@ QWidget *MasterInputForm::makeInput(const MasterField &field) {
     }
     case MasterField::PostalCode:
         return new PostalBox;
+    case MasterField::Choice: {
+        auto *choice = new QComboBox;
+        if (!m_description.preset.contains(field.column))
+            choice->addItem({}, QString());
+        for (const QString &proposal : field.proposals)
+            choice->addItem(proposal.section(u' ', 1), proposal.section(u' ', 0, 0));
+        return choice;
+    }
+    case MasterField::Date:
+        return new DateBox;
     case MasterField::Facility:
-        return facilityInput(field);
+    case MasterField::Home:
+    case MasterField::Doctor:
+    case MasterField::Insurer:
+    case MasterField::Counsellor:
+    case MasterField::Staff:
+        return codeInput(field);
     case MasterField::Tick:
         return new QCheckBox(field.caption);
     case MasterField::Text:
@@ -199,26 +246,66 @@ QWidget *MasterInputForm::withButton(QWidget *input, const QString &name, const 
     return both;
 }
 
-QWidget *MasterInputForm::facilityInput(const MasterField &field) {
+std::unique_ptr<SearchClass> MasterInputForm::searchOf(MasterField::Kind kind) {
+    cT_ADODB &db = m_editor.db();
+    Environment &environment = m_editor.environment();
+    if (kind == MasterField::Staff)
+        return std::make_unique<cls施術者検索>(db, environment);
+    const auto search = [&](Master master, std::optional<MasterKind> edited) {
+        auto made = std::make_unique<MasterSearch>(master, db, environment);
+        if (edited && m_editor.mayEdit(*edited))
+            made->setEditor([this, edited](const QString &code, QWidget *list) {
+                return editOther(*edited, code, list);
+            });
+        return made;
+    };
+    switch (kind) {
+    case MasterField::Doctor:
+        return search(Master::Doctor, MasterKind::Doctor);
+    case MasterField::Insurer:
+        return search(Master::Insurer, {});
+    case MasterField::Counsellor:
+        return search(Master::Counsellor, MasterKind::Counsellor);
+    case MasterField::Home:
+        return search(Master::LivingFacility, MasterKind::Facility);
+    default:
+        return search(Master::Facility, MasterKind::Facility);
+    }
+}
+
+QWidget *MasterInputForm::codeInput(const MasterField &field) {
     auto *both = new QWidget;
     auto *row = new QHBoxLayout(both);
     row->setContentsMargins(0, 0, 0, 0);
     auto *code = new CodeBox;
     auto *name = new QLineEdit;
-    auto *pick = new QPushButton(u"選択 (&I)"_s);
+    const bool isOnly = field.kind == MasterField::Facility;
+    auto *pick = new QPushButton(isOnly ? u"選択 (&I)"_s : u"選択"_s);
     code->setDigits(field.bytes);
     code->setToolTip(u"番号を入力して Enter。一覧から選ぶには ↓"_s);
-    name->setObjectName(u"SISETSUSHAMEI"_s);
-    pick->setObjectName(u"btnSelSisetsu"_s);
+    name->setObjectName(isOnly ? u"SISETSUSHAMEI"_s : field.column + u"Name"_s);
+    pick->setObjectName(isOnly ? u"btnSelSisetsu"_s : u"btn"_s + field.column);
     pick->setAutoDefault(false);
     pick->setFocusPolicy(Qt::ClickFocus);
     row->addWidget(code);
     row->addWidget(name, 1);
     row->addWidget(pick);
     Messages &messages = m_editor.environment().messages;
-    m_facility = new CodeNamePair(code, name, pick, codeSearch(m_facilities, messages), messages);
+    std::unique_ptr<SearchClass> search = searchOf(field.kind);
+    auto *pair = new CodeNamePair(code, name, pick, codeSearch(*search, messages), messages);
+    m_picks.push_back({&field, std::move(search), pair});
     name->setAccessibleName(field.caption + u"の名称"_s);
     return code;
+}
+
+const MasterInputForm::Pick &MasterInputForm::pickOf(const MasterField &field) const {
+    return *std::ranges::find(m_picks, &field, &Pick::field);
+}
+
+/// The first column of a kind; empty when there is none.
+QString MasterInputForm::columnOf(MasterField::Kind kind) const {
+    const auto found = std::ranges::find(m_description.fields, kind, &MasterField::kind);
+    return found == m_description.fields.end() ? QString() : found->column;
 }
 
 short MasterInputForm::iInit(const QString &code) {
@@ -231,8 +318,8 @@ short MasterInputForm::iInit(const QString &code) {
         m_editor.environment().messages.failIn(m_oddity, u"iInit()でエラー");
     setWindowTitle(m_description.noun + (m_entry.isNew() ? u"登録（新規）"_s : u"登録（修正）"_s));
     showValues();
-    if (m_facility)
-        connect(m_facility, &CodeNamePair::changed, this,
+    if (m_description.kind == MasterKind::Doctor)
+        connect(m_picks.front().pair, &CodeNamePair::changed, this,
                 [this](const CodeName &row) { takeFacility(row.code); });
     auto *number = static_cast<CodeBox *>(input(m_description.codeColumn));
     number->setReadOnly(!m_entry.isNew());
@@ -244,10 +331,12 @@ short MasterInputForm::iInit(const QString &code) {
 void MasterInputForm::showValues() {
     for (Input &each : m_inputs) {
         const QString text = m_entry.value(each.field->column);
-        if (each.field->kind == MasterField::Facility) {
-            const CodeLookup found = text.isEmpty() ? CodeLookup() : m_facilities.lookup(text);
-            m_facilityValues = facility(text);
-            m_facility->setRow({text, found.found() ? found.row.name : found.reason});
+        if (each.field->isCodeOfMaster()) {
+            const Pick &pick = pickOf(*each.field);
+            const CodeLookup found = text.isEmpty() ? CodeLookup() : pick.search->lookup(text);
+            if (m_description.kind == MasterKind::Doctor)
+                m_facilityValues = facility(text);
+            pick.pair->setRow({text, found.found() ? found.row.name : found.reason});
         } else if (each.field->kind == MasterField::PostalCode && !postalDigits(text).isEmpty()) {
             showIn(each.widget, postalText(postalDigits(text)));
         } else {
@@ -282,6 +371,7 @@ void MasterInputForm::setText(const QString &column, const QString &text) {
 void MasterInputForm::goTo(const QString &column) {
     QWidget *wanted = input(column);
     wanted->setFocus(Qt::OtherFocusReason);
+    m_scroll->ensureWidgetVisible(wanted);
     if (auto *line = qobject_cast<QLineEdit *>(wanted))
         line->selectAll();
 }
@@ -303,9 +393,9 @@ void MasterInputForm::takeFacility(const QString &code) {
     m_facilityValues = fresh;
 }
 
-// Mending the facility may have written this doctor's row too.
-std::optional<QString> MasterInputForm::editFacility(const QString &code, QWidget *parent) {
-    const std::optional<QString> saved = m_editor.edit(MasterKind::Facility, code, parent);
+// Mending another master's row may have written this one too.
+std::optional<QString> MasterInputForm::editOther(MasterKind kind, const QString &code, QWidget *parent) {
+    const std::optional<QString> saved = m_editor.edit(kind, code, parent);
     if (!saved)
         return saved;
     take();
@@ -329,10 +419,10 @@ const PostalCodes *MasterInputForm::postalCodes(const QString &title) {
 
 void MasterInputForm::findAddress() {
     Messages &messages = m_editor.environment().messages;
-    const QString digits = postalDigits(textOf(u"cYubinNo"_s));
+    const QString digits = postalDigits(textOf(columnOf(MasterField::PostalCode)));
     if (digits.size() < 3) {
         messages.note(u"郵便番号を3桁以上入力してください。"_s);
-        goTo(u"cYubinNo"_s);
+        goTo(columnOf(MasterField::PostalCode));
         return;
     }
     if (const PostalCodes *codes = postalCodes(addressTitle))
@@ -342,31 +432,32 @@ void MasterInputForm::findAddress() {
 
 void MasterInputForm::findPostalCode() {
     Messages &messages = m_editor.environment().messages;
-    if (textOf(u"cAddress1"_s).isEmpty()) {
+    if (textOf(columnOf(MasterField::Address)).isEmpty()) {
         messages.note(u"住所を入力してください。"_s);
-        goTo(u"cAddress1"_s);
+        goTo(columnOf(MasterField::Address));
         return;
     }
     if (const PostalCodes *codes = postalCodes(postalTitle))
-        if (const auto place =
-                choosePlace(messages, postalTitle, codes->ofAddress(textOf(u"cAddress1"_s)), this))
-            setText(u"cYubinNo"_s, postalText(place->code));
+        if (const auto place = choosePlace(messages, postalTitle,
+                                           codes->ofAddress(textOf(columnOf(MasterField::Address))), this))
+            setText(columnOf(MasterField::PostalCode), postalText(place->code));
 }
 
 // An address that lies in the place keeps its house number; another one goes only when the user says so.
 void MasterInputForm::takeAddress(const PostalPlace &place) {
-    setText(u"cYubinNo"_s, postalText(place.code));
-    const QString before = textOf(u"cAddress1"_s);
+    setText(columnOf(MasterField::PostalCode), postalText(place.code));
+    const QString before = textOf(columnOf(MasterField::Address));
     if (!before.startsWith(place.address())) {
         if (!before.isEmpty() &&
             !m_editor.environment().messages.ask(
                 u"住所「%1」を「%2」に置き換えます。\r\nよろしいですか？"_s.arg(before, place.address()),
                 addressTitle))
             return;
-        setText(u"cAddress1"_s, place.address());
-        setText(u"cAddressKana"_s, toFullWidth(place.kana));
+        setText(columnOf(MasterField::Address), place.address());
+        if (input(u"cAddressKana"_s))
+            setText(u"cAddressKana"_s, toFullWidth(place.kana));
     }
-    auto *address = static_cast<QLineEdit *>(input(u"cAddress1"_s));
+    auto *address = static_cast<QLineEdit *>(input(columnOf(MasterField::Address)));
     address->setFocus();
     address->end(false);
 }
@@ -414,9 +505,11 @@ bool MasterInputForm::mayCopy(bool &copy) {
 
 short MasterInputForm::iDataSave() {
     Messages &messages = m_editor.environment().messages;
-    if (m_facility && !m_facility->settle())
+    if (!std::ranges::all_of(m_picks, [](const Pick &pick) { return pick.pair->settle(); }))
         return -1;
     take();
+    const QString proposed = code();
+    const bool mayRenumber = m_entry.isNew() && m_entry.isNumberProposed();
     if (refused(m_entry.whyWrong()))
         return -1;
     const Result<MasterObjection> overtaken = m_entry.whyOvertaken();
@@ -435,6 +528,8 @@ short MasterInputForm::iDataSave() {
         messages.warn(outcome.text);
     else if (outcome.kind == MasterOutcome::Failed)
         messages.failIn(outcome.text, u"iDataSaveでエラー");
+    else if (mayRenumber && code() != proposed)
+        messages.note(u"番号 %1 は先に使われたので、%2 で登録しました。"_s.arg(proposed, code()));
     else
         messages.note(u"登録しました。"_s);
     return outcome.kind == MasterOutcome::Done ? 0 : -1;

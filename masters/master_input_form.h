@@ -8,8 +8,9 @@
 class CodeNamePair;
 class PostalBox;
 class QGridLayout;
+class QScrollArea;
 
-/// Entry of one row of a master: of a doctor frmInputIshi02, of a facility frmInputSisetsu. Created,
+/// Entry of one row of a master: of a doctor frmInputIshi02, of a facility frmInputSisetsu … Created,
 /// initialised by iInit and shown modally; accepted when the row was saved. Its inputs bear the names of
 /// their columns.
 class MasterInputForm : public QDialog {
@@ -36,12 +37,22 @@ private:
         QString shown; ///< while the input shows this, its column is not touched
     };
 
+    /// An input that takes the code of another master's row.
+    struct Pick {
+        const MasterField *field;
+        std::unique_ptr<SearchClass> search;
+        CodeNamePair *pair;
+    };
+
     void layOut();
     void add(QGridLayout &grid, const MasterField &field, int row, int column, int span);
     QWidget *makeInput(const MasterField &field);
     QWidget *withButton(QWidget *input, const QString &name, const QString &caption,
                         void (MasterInputForm::*work)());
-    QWidget *facilityInput(const MasterField &field);
+    QWidget *codeInput(const MasterField &field);
+    std::unique_ptr<SearchClass> searchOf(MasterField::Kind kind);
+    const Pick &pickOf(const MasterField &field) const;
+    QString columnOf(MasterField::Kind kind) const;
     void showValues();
     void take();
     void goTo(const QString &column);
@@ -55,7 +66,7 @@ private:
     void takeAddress(const PostalPlace &place);
     MasterValues facility(const QString &code) const;
     void takeFacility(const QString &code);
-    std::optional<QString> editFacility(const QString &code, QWidget *parent);
+    std::optional<QString> editOther(MasterKind kind, const QString &code, QWidget *parent);
 
     void setLayouts();
     bool mayCopy(bool &copy);
@@ -65,9 +76,9 @@ private:
     QString m_oddity; ///< the practice's ways to ask could not be read; found while describing
     MasterDescription m_description;
     MasterEntry m_entry;
-    MasterSearch m_facilities;
-    CodeNamePair *m_facility = nullptr;
-    MasterValues m_facilityValues; ///< of the facility in force
+    std::vector<Pick> m_picks;
+    MasterValues m_facilityValues; ///< of a doctor's facility in force
     std::vector<Input> m_inputs;
+    QScrollArea *m_scroll = nullptr;
     QString m_error;
 };

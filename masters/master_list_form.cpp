@@ -21,7 +21,7 @@ MasterListForm::MasterListForm(Environment &environment, cT_ADODB &db, MasterKin
     : QDialog(parent),
       m_environment(environment),
       m_db(db),
-      m_description(describeMaster(kind)),
+      m_description(describeMaster(kind, environment.branch)),
       m_editor(environment, db, [this] { m_written = true; }),
       m_ui(std::make_unique<Ui::MasterListForm>()) {
     m_ui->setupUi(this);
@@ -90,7 +90,8 @@ short MasterListForm::iInit() {
 }
 
 Result<> MasterListForm::load() {
-    Result<Recordset> rows = readForSearch(m_db, masterListSql(m_description.kind), u"iInit() でエラー");
+    Result<Recordset> rows =
+        readForSearch(m_db, masterListSql(m_description.kind, m_description.branch), u"iInit() でエラー");
     if (!rows)
         return Failure{rows.reason()};
     m_model.setRows(*std::move(rows));
@@ -153,12 +154,16 @@ void MasterListForm::remove() {
         messages.fail(uses.reason(), u"DB-error"_s);
         return;
     }
+    const QString name = entry.value(m_description.nameColumn);
+    if (const QString why = whyKept(m_description, name, *uses); !why.isEmpty()) {
+        messages.warn(why);
+        return;
+    }
     const QString inUse =
         uses->none()
             ? QString()
             : u"%1「%2」は、%3 で使われています。\r\n削除すると、そこから名前や住所を表示・印刷できなく"
-              "なります。\r\n\r\n"_s.arg(m_description.noun, entry.value(m_description.nameColumn),
-                                         usesText(*uses));
+              "なります。\r\n\r\n"_s.arg(m_description.noun, name, usesText(*uses));
     if (!messages.ask(inUse + u"選択行のデータを削除します。\r\nよろしいですか？"_s, u"削除確認"_s,
                       inUse.isEmpty() ? Answer::Yes : Answer::No))
         return;

@@ -61,3 +61,24 @@ public:
     frmMainteSisetsu(Environment &environment, cT_ADODB &db, QWidget *parent = nullptr)
         : MasterListForm(environment, db, MasterKind::Facility, parent) {}
 };
+
+/// Patients of the office.
+class frmMainteRiyousha : public MasterListForm {
+public:
+    frmMainteRiyousha(Environment &environment, cT_ADODB &db, QWidget *parent = nullptr)
+        : MasterListForm(environment, db, MasterKind::Patient, parent) {}
+};
+
+/// Counsellors of the office.
+class frmMainteSoudan : public MasterListForm {
+public:
+    frmMainteSoudan(Environment &environment, cT_ADODB &db, QWidget *parent = nullptr)
+        : MasterListForm(environment, db, MasterKind::Counsellor, parent) {}
+};
+
+/// Practitioners of the office.
+class frmMainteStaff : public MasterListForm {
+public:
+    frmMainteStaff(Environment &environment, cT_ADODB &db, QWidget *parent = nullptr)
+        : MasterListForm(environment, db, MasterKind::Staff, parent) {}
+};

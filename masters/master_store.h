@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/branch.h"
 #include "app/base/result.h"
 
 #include <QHash>
@@ -9,8 +10,8 @@
 
 class cT_ADODB;
 
-/// The masters that are kept here.
-enum class MasterKind { Doctor, Facility };
+/// The masters that are kept here. Patients, counsellors and staff are a branch's own.
+enum class MasterKind { Doctor, Facility, Patient, Counsellor, Staff };
 
 /// One row of a master as texts by the names of its columns; Null is a null text.
 using MasterValues = QHash<QString, QString>;
@@ -25,7 +26,8 @@ struct MasterUses {
     friend bool operator==(const MasterUses &, const MasterUses &) = default;
 };
 
-/// The table of a master, row by row, in the caller's transaction. Codes are numbers.
+/// The table of a master, row by row, in the caller's transaction. Codes are numbers. A patient's row is that
+/// of RIYOUSHA and of RIYOUSHA_SUB together.
 class MasterStore {
 public:
     virtual ~MasterStore() = default;
@@ -39,12 +41,13 @@ public:
     virtual Result<> update(const MasterValues &values) = 0;
     virtual Result<> remove(const MasterValues &values) = 0;
 
-    /// Keeps other programs from writing the row until the transaction ends.
-    virtual Result<> lock(const QString &code) = 0;
+    /// Keeps other programs from writing the row until the transaction ends; of a new row, from making one.
+    virtual Result<> lock(const QString &code, bool isNew) = 0;
     virtual Result<MasterUses> uses(const QString &code) = 0;
     /// Brings what other tables repeat of the row up to date.
     virtual Result<> copy(const MasterValues &before, const MasterValues &now) = 0;
 };
 
+/// @param branch whose rows they are, where they are a branch's
 /// The connection must outlive the store.
-std::unique_ptr<MasterStore> makeMasterStore(MasterKind kind, cT_ADODB &db);
+std::unique_ptr<MasterStore> makeMasterStore(MasterKind kind, cT_ADODB &db, const Branch &branch = {});

@@ -7,7 +7,6 @@
 #include "widgets/pick_list_form.h"
 
 #include <QBoxLayout>
-#include <QPushButton>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -69,23 +68,19 @@ Look lookOf(Master master) {
 
 class MasterForm : public PickListForm {
 public:
-    MasterForm(Master master, cT_ADODB &db, const Environment &environment, const EditMasterRow &editor,
+    MasterForm(Master master, cT_ADODB &db, const Environment &environment, const EditRow &editor,
                QWidget *parent)
         : PickListForm(environment.messages, parent),
           m_db(db),
           m_sql(masterListSql(master, environment.branch)),
-          m_look(lookOf(master)),
-          m_edit(editor) {
+          m_look(lookOf(master)) {
         setObjectName(m_look.formName);
         setWindowTitle(m_look.title);
         const QList<PickListColumn> first{{u"コード"_s, u"code"_s, m_look.codeIsNumber},
                                           {m_look.nameCaption, u"name"_s},
                                           {u"カナ"_s, u"kana"_s, false, true}};
         setColumns(first + m_look.columns, u"code"_s, u"name"_s);
-        if (m_edit) {
-            addButton(u"cmdNew"_s, u"新規 (F1)"_s, u"F1"_s, [this] { edit({}); });
-            addButton(u"cmdEdit"_s, u"修正 (F2)"_s, u"F2"_s, [this] { editCurrent(); });
-        }
+        offerEditing(editor);
         (new CsvButton(environment, grid(), m_look.title))->insert(buttonRow(), selectButton());
     }
 
@@ -99,38 +94,9 @@ protected:
     QString emptyText() const override { return m_look.emptyText; }
 
 private:
-    void addButton(const QString &name, const QString &caption, const QString &key,
-                   const std::function<void()> &work) {
-        auto *button = new QPushButton(caption);
-        button->setObjectName(name);
-        button->setShortcut(key);
-        button->setAutoDefault(false);
-        buttonRow().insertWidget(buttonRow().indexOf(&selectButton()), button);
-        setTabOrder(selectButton().previousInFocusChain(), button);
-        connect(button, &QPushButton::clicked, this, work);
-    }
-
-    void editCurrent() {
-        if (currentCode().isEmpty())
-            messages().warn(u"有効な行が選択されていません！"_s);
-        else
-            edit(currentCode());
-    }
-
-    // The list stays on the row, wherever it lies by then.
-    void edit(const QString &code) {
-        const std::optional<QString> saved = m_edit(code, this);
-        if (!saved)
-            return;
-        refresh();
-        if (!goToCode(*saved))
-            messages().inform(u"登録しました。この一覧の条件に合わないため、一覧には表示されません。"_s);
-    }
-
     cT_ADODB &m_db;
     QString m_sql;
     Look m_look;
-    EditMasterRow m_edit;
 };
 
 } // namespace
@@ -148,5 +114,5 @@ CodeLookup MasterSearch::lookup(const QString &code) {
 }
 
 std::unique_ptr<PickListForm> MasterSearch::makeForm(QWidget *parent) {
-    return std::make_unique<MasterForm>(m_master, db(), environment(), m_edit, parent);
+    return std::make_unique<MasterForm>(m_master, db(), environment(), editor(), parent);
 }

@@ -53,7 +53,8 @@ CodeLookup cls患者検索::lookup(const QString &code) {
 }
 
 std::unique_ptr<PickListForm> cls患者検索::makeForm(QWidget *parent) {
-    return std::make_unique<frm患者検索>(db(), environment(), iArea, parent);
+    return std::make_unique<frm患者検索>(db(), environment(), iArea, iArea == 0 ? editor() : EditRow(),
+                                         parent);
 }
 
 void cls患者検索::taken(const PickListForm &form) {
@@ -64,7 +65,8 @@ void cls患者検索::taken(const PickListForm &form) {
                     cT_ADODB::iNull(form.rows(), row, form.rows().column(u"iKyotenEb"))};
 }
 
-frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, short iArea, QWidget *parent)
+frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, short iArea, const EditRow &editor,
+                         QWidget *parent)
     : PickListForm(environment.messages, parent),
       m_ui(std::make_unique<Ui::PatientConditions>()),
       m_db(db),
@@ -85,6 +87,7 @@ frm患者検索::frm患者検索(cT_ADODB &db, const Environment &environment, s
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});
     setColumns(columns, u"nIDNo"_s, u"cName"_s);
+    offerEditing(editor);
     (new CsvButton(environment, grid(), u"利用者検索"_s))->insert(buttonRow(), selectButton());
     wire();
 }

@@ -45,7 +45,9 @@ private:
 /// The form of the patient search.
 class frm患者検索 : public PickListForm {
 public:
-    frm患者検索(cT_ADODB &db, const Environment &environment, short iArea, QWidget *parent = nullptr);
+    /// @param editor of the office's patients; may be empty
+    frm患者検索(cT_ADODB &db, const Environment &environment, short iArea, const EditRow &editor,
+                QWidget *parent = nullptr);
     ~frm患者検索() override;
 
     short iInit() override;

@@ -4,13 +4,11 @@
 #include "app/base/result.h"
 #include "widgets/code_lookup.h"
 #include "widgets/code_name_pair.h"
+#include "widgets/pick_list_form.h"
 
 #include <QByteArray>
 #include <memory>
 
-class PickListForm;
-class Recordset;
-class QWidget;
 class cT_ADODB;
 struct Environment;
 
@@ -30,6 +28,9 @@ public:
     /// The row of a typed code; a failing database is a reason too.
     virtual CodeLookup lookup(const QString &code) = 0;
 
+    /// Lets the pick list offer to enter a row and to edit the current one.
+    void setEditor(EditRow edit) { m_edit = std::move(edit); }
+
     const QString &CsErrStr() const { return m_error; }
     /// What was taken; an empty code when the form was left.
     const CodeName &seled() const { return m_seled; }
@@ -43,6 +44,7 @@ protected:
     cT_ADODB &db() const { return m_db; }
     const Environment &environment() const { return m_environment; }
     const Branch &office() const;
+    const EditRow &editor() const { return m_edit; }
 
 private:
     cT_ADODB &m_db;
@@ -50,6 +52,7 @@ private:
     QString m_error;
     CodeName m_seled;
     QByteArray m_layout;
+    EditRow m_edit;
 };
 
 /// A search as code boxes want it. The search has to outlive the boxes.

@@ -45,7 +45,8 @@ CodeLookup cls施術者検索::lookup(const QString &code) {
 }
 
 std::unique_ptr<PickListForm> cls施術者検索::makeForm(QWidget *parent) {
-    return std::make_unique<frm施術者検索>(db(), environment(), allOffices, consultation, parent);
+    return std::make_unique<frm施術者検索>(db(), environment(), allOffices, consultation,
+                                           allOffices ? EditRow() : editor(), parent);
 }
 
 void cls施術者検索::taken(const PickListForm &form) {
@@ -57,7 +58,7 @@ void cls施術者検索::taken(const PickListForm &form) {
 }
 
 frm施術者検索::frm施術者検索(cT_ADODB &db, const Environment &environment, bool allOffices,
-                             qint64 consultation, QWidget *parent)
+                             qint64 consultation, const EditRow &editor, QWidget *parent)
     : PickListForm(environment.messages, parent),
       m_ui(std::make_unique<Ui::StaffConditions>()),
       m_db(db),
@@ -74,6 +75,7 @@ frm施術者検索::frm施術者検索(cT_ADODB &db, const Environment &environm
     if (m_allOffices)
         columns.prepend({u"拠点"_s, u"iKyotenCd"_s, true});
     setColumns(columns, u"nIDNo"_s, u"cName"_s);
+    offerEditing(editor);
     (new CsvButton(environment, grid(), u"施術者検索"_s))->insert(buttonRow(), selectButton());
     wire();
 }

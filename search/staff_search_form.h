@@ -44,7 +44,7 @@ private:
 class frm施術者検索 : public PickListForm {
 public:
     frm施術者検索(cT_ADODB &db, const Environment &environment, bool allOffices, qint64 consultation,
-                  QWidget *parent = nullptr);
+                  const EditRow &editor, QWidget *parent = nullptr);
     ~frm施術者検索() override;
 
     short iInit() override;

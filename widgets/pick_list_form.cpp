@@ -5,6 +5,7 @@
 
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QScreen>
 
 using namespace Qt::Literals::StringLiterals;
@@ -55,6 +56,42 @@ QByteArray PickListForm::layoutState() const {
 void PickListForm::restoreLayout(const QByteArray &state) {
     if (!state.isEmpty())
         m_ui->ssList->restoreLayout(state);
+}
+
+void PickListForm::offerEditing(const EditRow &editor) {
+    m_edit = editor;
+    if (!m_edit)
+        return;
+    addButton(u"cmdNew"_s, u"新規 (F1)"_s, u"F1"_s, [this] { edit({}); });
+    addButton(u"cmdEdit"_s, u"修正 (F2)"_s, u"F2"_s, [this] { editCurrent(); });
+}
+
+void PickListForm::addButton(const QString &name, const QString &caption, const QString &key,
+                             const std::function<void()> &work) {
+    auto *button = new QPushButton(caption);
+    button->setObjectName(name);
+    button->setShortcut(key);
+    button->setAutoDefault(false);
+    buttonRow().insertWidget(buttonRow().indexOf(&selectButton()), button);
+    setTabOrder(selectButton().previousInFocusChain(), button);
+    connect(button, &QPushButton::clicked, this, work);
+}
+
+void PickListForm::editCurrent() {
+    if (currentCode().isEmpty())
+        m_messages.warn(u"有効な行が選択されていません！"_s);
+    else
+        edit(currentCode());
+}
+
+// The list stays on the row, wherever it lies by then.
+void PickListForm::edit(const QString &code) {
+    const std::optional<QString> saved = m_edit(code, this);
+    if (!saved)
+        return;
+    refresh();
+    if (!goToCode(*saved))
+        m_messages.inform(u"登録しました。この一覧の条件に合わないため、一覧には表示されません。"_s);
 }
 
 QWidget *PickListForm::conditions() const {

@@ -7,6 +7,7 @@
 #include <QDialog>
 #include <functional>
 #include <memory>
+#include <optional>
 
 class Grid;
 class Messages;
@@ -16,6 +17,9 @@ class QLineEdit;
 namespace Ui {
 class PickListForm;
 }
+
+/// Shows a row to be edited, or without a code a new one; gives the code of what was saved.
+using EditRow = std::function<std::optional<QString>(const QString &code, QWidget *parent)>;
 
 /// The form behind every selection button: conditions of the search above, a box that narrows while one
 /// types, and the rows, the best hit first. Enter or a double click takes the current row (a typed number
@@ -62,6 +66,9 @@ protected:
     /// The conditions in words, shown below the table.
     virtual QString summary() const { return {}; }
 
+    /// Adds 新規 (F1) and 修正 (F2), where there is an editor.
+    void offerEditing(const EditRow &edit);
+
     /// Reads the list again after a condition changed; a failure is said.
     /// @return whether there are rows
     bool refresh();
@@ -89,6 +96,10 @@ private:
     Result<> load();
     Result<Recordset> readGuarded();
     void enterTable();
+    void edit(const QString &code);
+    void editCurrent();
+    void addButton(const QString &name, const QString &caption, const QString &key,
+                   const std::function<void()> &work);
     void wire();
     void showCount();
     bool keyInBox(const QWidget *box, const QKeyEvent &key);
@@ -101,4 +112,5 @@ private:
     QString m_error;
     CodeName m_seled;
     int m_seledRow = -1;
+    EditRow m_edit;
 };

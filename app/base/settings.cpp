@@ -32,6 +32,8 @@ Place placeOf(Setting setting) {
         return {patients, list, u"一覧並び順"_s, u"0"_s};
     case Setting::利用者並び順:
         return {patients, list, u"利用者並び順"_s, u"0"_s};
+    case Setting::利用者登録:
+        return {patients, u"マスタ管理"_s, u"利用者登録"_s, u""_s};
     case Setting::依頼書出力方式:
         return {printing, letters, u"出力方式"_s, u"0"_s};
     case Setting::施術者氏名の印字:

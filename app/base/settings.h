@@ -79,9 +79,10 @@ enum class Setting {
     同意書自動計算デフォルト, ///< three calculation types joined with ","
     一覧並び順,               ///< order of the consent list
     利用者並び順,             ///< order of the patients in it
-    依頼書出力方式,           ///< 0 a letter a patient, 1 one letter for the patients of a doctor
-    施術者氏名の印字,         ///< the practitioner's name on request letters
-    施術者氏名選択,           ///< whose: 0 the responsible one, 1 to 4 the patient's others
+    利用者登録,       ///< whether patients, counsellors and staff are entered here; empty: by the database
+    依頼書出力方式,   ///< 0 a letter a patient, 1 one letter for the patients of a doctor
+    施術者氏名の印字, ///< the practitioner's name on request letters
+    施術者氏名選択,   ///< whose: 0 the responsible one, 1 to 4 the patient's others
 };
 
 /// Reads and writes them.

@@ -12,7 +12,8 @@
 class ListWork;
 class frm同意書管理;
 
-/// A link option of the list: where it is kept and what it changes.
+/// A switch: where it is kept, and which link option of the list it changes; none: it says where masters are
+/// kept.
 struct ListLink {
     Setting setting;
     bool LinkOptions::*flag;

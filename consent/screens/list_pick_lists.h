@@ -20,6 +20,9 @@ struct PickLists {
         editor.offer(doctor, MasterKind::Doctor);
         editor.offer(hospital, MasterKind::Facility);
         editor.offer(facility, MasterKind::Facility);
+        editor.offer(counsellor, MasterKind::Counsellor);
+        editor.offer(staff, MasterKind::Staff);
+        editor.offer(patient, MasterKind::Patient);
     }
 
     ListSearches searches(Messages &messages) {

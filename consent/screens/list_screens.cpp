@@ -49,7 +49,9 @@ bool openNewConsentOf(const ListOpening &opening, const PatientKey &patient) {
 }
 
 PatientKey pickPatient(const ListOpening &opening) {
+    MasterEditor editor(opening.environment, opening.db);
     cls患者検索 search(opening.db, opening.environment);
+    editor.offer(search, MasterKind::Patient);
     if (search.iDspStart(opening.parent) != 0)
         opening.environment.messages.fail(search.CsErrStr());
     const Branch &office = opening.environment.branch;
@@ -202,6 +204,15 @@ template <class Form> bool openMaster(const ListOpening &opening) {
     }
     form.exec();
     return form.written();
+}
+
+/// A master that the suite's own program may keep.
+template <class Form> bool openOwnMaster(const ListOpening &opening, MasterKind kind) {
+    if (isKeptHere(kind, opening.environment.folders, opening.db))
+        return openMaster<Form>(opening);
+    opening.environment.messages.note(
+        u"業務システムで登録する設定です。ここで登録するときは、設定の「利用者などを登録する」を入れてください。"_s);
+    return false;
 }
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
@@ -441,6 +452,18 @@ bool openDoctors(const ListOpening &opening) {
 
 bool openFacilities(const ListOpening &opening) {
     return openMaster<frmMainteSisetsu>(opening);
+}
+
+bool openPatients(const ListOpening &opening) {
+    return openOwnMaster<frmMainteRiyousha>(opening, MasterKind::Patient);
+}
+
+bool openCounsellors(const ListOpening &opening) {
+    return openOwnMaster<frmMainteSoudan>(opening, MasterKind::Counsellor);
+}
+
+bool openStaff(const ListOpening &opening) {
+    return openOwnMaster<frmMainteStaff>(opening, MasterKind::Staff);
 }
 
 bool openCompanyConsentForms(const ListOpening &opening) {

@@ -79,6 +79,9 @@ bool openMasterManagementPrint(const ListOpening &opening);
 ///@{
 bool openDoctors(const ListOpening &opening);
 bool openFacilities(const ListOpening &opening);
+bool openPatients(const ListOpening &opening);
+bool openCounsellors(const ListOpening &opening);
+bool openStaff(const ListOpening &opening);
 ///@}
 
 /// Unit prices and visit fees.

@@ -11,6 +11,7 @@
 #include "consent/screens/list_command_bar.h"
 #include "consent/settings/staff_filter_form.h"
 #include "db/adodb.h"
+#include "masters/master_description.h"
 #include "widgets/window_settings.h"
 
 #include <QAction>
@@ -89,7 +90,9 @@ void ListWork::readLinks() {
         m_environment.messages.failIn(links.unread, u"dataLoadRiyousha()でエラー");
     for (const ListCommand &command : listCommands())
         if (const auto *link = std::get_if<ListLink>(&command.does))
-            m_commands->action(command)->setChecked(links.*link->flag);
+            m_commands->action(command)->setChecked(
+                link->flag ? links.*link->flag
+                           : isKeptHere(MasterKind::Patient, m_environment.folders, m_db));
 }
 
 void ListWork::toggleLink(const ListCommand &command, const ListLink &link) {
@@ -97,7 +100,8 @@ void ListWork::toggleLink(const ListCommand &command, const ListLink &link) {
     const bool on = entry->isChecked();
     Settings settings(m_environment.folders);
     if (settings.iSwitch(link.setting, on) == 0) {
-        m_advisor.links.*link.flag = on;
+        if (link.flag)
+            m_advisor.links.*link.flag = on;
         if (!m_advisor.links.unread.isEmpty())
             readLinks();
         return;

@@ -42,9 +42,6 @@ constexpr TableDefinition<cD_SISETSU> definition{u"SISETSU", columns};
 using Assignments = QList<std::pair<QString, QString>>;
 
 /// Both lines in one, as a patient's row holds it; Null only when both are.
-QString wholeAddress(const cD_SISETSU &facility) {
-    return facility.cAddress2.isNull() ? facility.cAddress1 : facility.cAddress1 + facility.cAddress2;
-}
 
 /// What care managers and counsellors hold of their facility.
 Assignments officeColumns(const cD_SISETSU &facility) {
@@ -56,6 +53,10 @@ Assignments officeColumns(const cD_SISETSU &facility) {
 }
 
 } // namespace
+
+QString wholeAddress(const cD_SISETSU &facility) {
+    return facility.cAddress2.isNull() ? facility.cAddress1 : facility.cAddress1 + facility.cAddress2;
+}
 
 const TableDefinition<cD_SISETSU> &cD_SISETSU::table() {
     return definition;

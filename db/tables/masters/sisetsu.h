@@ -23,6 +23,9 @@ struct cD_SISETSU {
     static const TableDefinition<cD_SISETSU> &table();
 };
 
+/// Both lines of the address, as patients repeat it.
+QString wholeAddress(const cD_SISETSU &facility);
+
 extern template class Table<cD_SISETSU>;
 
 class cT_SISETSU : public Table<cD_SISETSU> {
