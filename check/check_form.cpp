@@ -69,6 +69,15 @@ void DatabaseCheckForm::layOut() {
     m_grid->setModel(&m_model);
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     layout->addWidget(m_grid, 1);
+    layout->addWidget(m_detail = new QLabel(this));
+    m_detail->setObjectName(u"lblNaiyo"_s);
+    m_detail->setWordWrap(true);
+    m_detail->setTextFormat(Qt::PlainText);
+    m_detail->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+    m_detail->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    m_detail->setMinimumHeight(4 * fontMetrics().lineSpacing());
+    connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
+            [this](const QModelIndex &current) { showDetail(current.row()); });
     auto *buttons = new QHBoxLayout;
     m_all = new QCheckBox(u"問題のないものも表示する(&A)"_s);
     m_all->setObjectName(u"chkSubete"_s);
@@ -117,6 +126,12 @@ void DatabaseCheckForm::showRows() {
     m_model.load(m_findings, m_all->isChecked());
     m_grid->fitColumns(34);
     m_grid->goTo(0, 0);
+    showDetail(0);
+}
+
+void DatabaseCheckForm::showDetail(int row) {
+    const Finding *finding = m_model.at(row);
+    m_detail->setText(finding ? detailOf(*finding) : QString());
 }
 
 void DatabaseCheckForm::print() {

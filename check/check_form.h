@@ -18,6 +18,8 @@ public:
     explicit FindingsModel(QObject *parent = nullptr);
 
     void load(const std::vector<Finding> &findings, bool all);
+    /// nullptr outside the rows.
+    const Finding *at(int row) const { return row >= 0 && row < count() ? &m_rows[size_t(row)] : nullptr; }
     QVariant data(const QModelIndex &index, int role) const override;
 
 private:
@@ -40,6 +42,7 @@ private:
     void layOut();
     void checkAgain();
     void showRows();
+    void showDetail(int row);
     void print();
 
     Environment &m_environment;
@@ -50,4 +53,5 @@ private:
     QLabel *m_summary;
     QCheckBox *m_all;
     Grid *m_grid;
+    QLabel *m_detail; ///< of the current row, whose columns may be cut off
 };

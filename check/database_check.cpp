@@ -200,7 +200,8 @@ Catalogue readCatalogue(const Recordset &columns, const Recordset &indexes) {
                                                                 {type, length});
     }
     for (int row = 0; row < indexes.rowCount(); ++row)
-        catalogue.indexes[indexes.text(row, 0).toUpper()][indexes.text(row, 1)] += indexes.text(row, 2);
+        catalogue.indexes[indexes.text(row, 0).toUpper()][indexes.text(row, 1)] +=
+            indexes.text(row, 2).remove(u'"');
     return catalogue;
 }
 
@@ -215,7 +216,12 @@ Result<std::vector<Finding>> checkDatabase(cT_ADODB &db) {
     Recordset indexes;
     if (db.iConnect() != 0 || db.iOpenColumns(columns) != 0 || db.iOpenIndexes(indexes) != 0)
         return Failure{errors.text().trimmed()};
-    return checkCatalogue(programSchema(), readCatalogue(columns, indexes), db.columnNames());
+    std::vector<Finding> findings =
+        checkCatalogue(programSchema(), readCatalogue(columns, indexes), db.columnNames());
+    for (Finding &finding : findings)
+        if (finding.remedy.endsWith(u';'))
+            finding.remedy = inDialect(db.dialect(), finding.remedy);
+    return findings;
 }
 
 QString captionOf(Finding::Kind kind) {
@@ -256,10 +262,17 @@ QString summaryOf(const std::vector<Finding> &findings) {
 }
 
 QString reportOf(const std::vector<Finding> &findings) {
-    QStringList lines{summaryOf(findings)};
+    QString text = summaryOf(findings) + u'\n';
     for (const Finding &finding : findings)
         if (finding.isTrouble())
-            lines += u"%1\t%2\t%3\t%4\t%5\t%6"_s.arg(captionOf(finding.kind), finding.table, finding.column,
-                                                     finding.text, finding.uses, finding.remedy);
-    return lines.join(u'\n') + u'\n';
+            text += u"\n%1  %2 %3\n  %4\n"_s.arg(captionOf(finding.kind), finding.table, finding.column,
+                                                 detailOf(finding).replace(u"\n"_s, u"\n  "_s));
+    return text;
+}
+
+QString detailOf(const Finding &finding) {
+    QStringList lines{finding.text};
+    if (finding.isTrouble())
+        lines += {u"影響："_s + finding.uses, u"対処："_s + finding.remedy};
+    return lines.join(u'\n');
 }

@@ -58,5 +58,7 @@ Result<std::vector<Finding>> checkDatabase(cT_ADODB &db);
 QString captionOf(Finding::Kind kind);
 /// What was checked and what was found, in one sentence.
 QString summaryOf(const std::vector<Finding> &findings);
+/// What is wrong, what it touches and what to do, a line each.
+QString detailOf(const Finding &finding);
 /// The whole answer as lines of text: the summary, then every trouble with what to do.
 QString reportOf(const std::vector<Finding> &findings);

@@ -2,7 +2,7 @@
 
 #include "masters/master_store.h"
 #include "masters/postal_codes.h"
-#include "search/search_class.h"
+#include "search/master_search_form.h"
 
 struct Environment;
 

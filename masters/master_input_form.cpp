@@ -5,10 +5,12 @@
 #include "app/base/messages.h"
 #include "app/base/request_methods.h"
 #include "app/base/text.h"
+#include "db/adodb.h"
 #include "masters/postal_box.h"
 #include "masters/postal_search_form.h"
 #include "print/consent_screens/doctor_consent_form.h"
 #include "print/documents/lost_texts.h"
+#include "search/master_search_form.h"
 #include "search/staff_search_form.h"
 #include "widgets/code_box.h"
 #include "widgets/date_box.h"
@@ -100,7 +102,7 @@ MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget 
     setClock(*this, editor.environment().clock);
     new EnterMovesOn(this);
     // Where codes stand beside one another they need more room.
-    const int characters = m_picks.size() > 1 ? 72 : 56;
+    const int characters = m_picks.size() > 1 ? 86 : 56;
     const int besideInputs = layout()->sizeHint().height() - m_scroll->sizeHint().height();
     resize(QSize(fontMetrics().horizontalAdvance(u'漢') * characters,
                  m_scroll->widget()->sizeHint().height() + besideInputs + 4)
@@ -205,7 +207,7 @@ QWidget *MasterInputForm::makeInput(const MasterField &field) {
     case MasterField::Choice: {
         auto *choice = new QComboBox;
         if (!m_description.preset.contains(field.column))
-            choice->addItem({}, QString());
+            choice->addItem(QString(), QString());
         for (const QString &proposal : field.proposals)
             choice->addItem(proposal.section(u' ', 1), proposal.section(u' ', 0, 0));
         return choice;

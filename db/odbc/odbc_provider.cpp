@@ -241,3 +241,15 @@ bool OdbcProvider::leaveTransaction() {
     close();
     return false;
 }
+
+QString OdbcProvider::indexesSql() const {
+    if (dialect() != SqlDialect::PostgreSql)
+        return DbProvider::indexesSql();
+    return u"SELECT T.relname, I.relname, pg_get_indexdef(I.oid, A.attnum, true) FROM pg_index AS X JOIN "
+           u"pg_class AS T ON T.oid = "
+           u"X.indrelid"
+           " JOIN pg_class AS I ON I.oid = X.indexrelid JOIN pg_attribute AS A ON A.attrelid = I.oid"
+           " JOIN pg_namespace AS N ON N.oid = T.relnamespace WHERE N.nspname NOT IN ('pg_catalog', "
+           "'pg_toast')"
+           " ORDER BY T.relname, I.relname, A.attnum"_s;
+}

@@ -66,15 +66,24 @@ TEST_F(MasterEntries, TwoPeopleWhoEditOneDoctorLoseNothing) {
     EXPECT_EQ(database.value(u"SELECT COUNT(*) FROM DOCTOR"_s), u"2"_s);
 }
 
-TEST_F(MasterEntries, OfTwoNewDoctorsOfOneNumberOneIsTaken) {
-    MasterEntry mine(doctors, database.db), theirs(doctors, colleague);
-    ASSERT_TRUE(mine.openNew() && theirs.openNew());
-    EXPECT_EQ(mine.code(), u"121"_s);
-    mine.setValue(u"cName"_s, u"先"_s);
-    theirs.setValue(u"cName"_s, u"後"_s);
-    EXPECT_EQ(mine.save(false).kind, MasterOutcome::Done);
-    EXPECT_EQ(theirs.save(false).text, u"同じIDのデータが存在します。 "_s);
-    EXPECT_EQ(doctor(u"cName"_s, 121), u"先"_s);
+TEST_F(MasterEntries, TwoNewRowsOfOneMomentGetTwoNumbersAndATypedOneIsKept) {
+    const Branch branch{1, 1};
+    for (const MasterKind kind : {MasterKind::Doctor, MasterKind::Facility, MasterKind::Patient,
+                                  MasterKind::Counsellor, MasterKind::Staff}) {
+        const MasterDescription master = describeMaster(kind, branch);
+        SCOPED_TRACE(qPrintable(master.noun));
+        MasterEntry mine(master, database.db), theirs(master, colleague), typed(master, colleague);
+        ASSERT_TRUE(mine.openNew() && theirs.openNew() && typed.openNew());
+        const qint64 first = mine.code().toLongLong();
+        for (MasterEntry *entry : {&mine, &theirs, &typed})
+            entry->setValue(master.nameColumn, u"先"_s);
+        EXPECT_EQ(mine.save(false).kind, MasterOutcome::Done);
+        EXPECT_EQ(theirs.save(false).kind, MasterOutcome::Done);
+        EXPECT_EQ(mine.code().toLongLong(), first);
+        EXPECT_EQ(theirs.code().toLongLong(), first + 1);
+        typed.setValue(master.codeColumn, theirs.code());
+        EXPECT_EQ(typed.save(false).text, u"同じIDのデータが存在します。 "_s);
+    }
 }
 
 TEST_F(MasterEntries, ADoctorsNameGoesToThePatientsWhoNameHimAndToNobodyElse) {

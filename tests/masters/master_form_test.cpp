@@ -2,6 +2,9 @@
 #include "masters/master_list_form.h"
 
 #include "app/base/codepage932.h"
+#include "app/base/settings.h"
+#include "search/master_search_form.h"
+#include "search/patient_search_form.h"
 #include "tests/export/csv_dialog.h"
 #include "tests/masters/practice.h"
 #include "tests/widgets/form_keys.h"
@@ -347,4 +350,51 @@ TEST_F(MasterForms, ThePickListTakesANewDoctorAndStaysOnIt) {
     EXPECT_EQ(doctors.iDspStart(), 0);
     EXPECT_EQ(doctors.seled().name, u"新しい医師"_s);
     EXPECT_EQ(changes, 1);
+}
+
+// By keys alone: short dates, codes of other masters, choices; from the pick list where a consent is begun.
+TEST_F(MasterForms, APatientIsEnteredWhereOneIsPicked) {
+    database.run(u"INSERT INTO STAFF (iKyotenCd, iKyotenEb, nIDNo, cName) VALUES (1, 1, 8, '施術　花')"_s);
+    cls患者検索 patients(database.db, environment);
+    editor.offer(patients, MasterKind::Patient);
+    next(u"frm患者検索"_s, [&](QWidget &list) {
+        next(u"frmInputRiyousha"_s, [&](QWidget &form) {
+            EXPECT_EQ(box(form, u"nIDNo"_s).text(), u"5"_s);
+            EXPECT_EQ(form.findChild<QComboBox *>(u"iSejutsuKubun"_s)->currentText(), u"マッサージ"_s);
+            type(form, u"cName"_s, u"青木"_s);
+            type(form, u"tBirthday"_s, u"S25.3.10"_s);
+            QTest::keyClick(form.findChild<QComboBox *>(u"iSexKubun"_s), Qt::Key_Down);
+            type(form, u"nDouiIsiCd"_s, u"12"_s);
+            type(form, u"nTantou"_s, u"99"_s); // nobody
+            press(form, u"btnRegist"_s);
+            EXPECT_TRUE(form.isVisible());
+            type(form, u"nTantou"_s, u"8"_s);
+            type(form, u"tSyoryoDay"_s, u"13/40"_s);
+            press(form, u"btnRegist"_s);
+            EXPECT_TRUE(said().contains(u"初療日")) << said().toStdString();
+            type(form, u"tSyoryoDay"_s, u"2026/11/2"_s);
+            press(form, u"btnRegist"_s);
+            EXPECT_FALSE(form.isVisible()) << said().toStdString();
+        });
+        press(list, u"cmdNew"_s);
+        EXPECT_EQ(current(list, u"ssList"_s), u"5"_s);
+    });
+    ASSERT_EQ(patients.iDspStart(), 0);
+    EXPECT_EQ(
+        database.rows(u"SELECT cName, tBirthday, iSexKubun, cDouiIsiName1, nTantou, tSyoryoDay FROM RIYOUSHA"
+                      " WHERE nIDNo = 5"_s),
+        QStringList{u"青木|1950/03/10|1|医師'甲|8|2026/11/02"_s});
+}
+
+TEST_F(MasterForms, APatientWithConsentsIsNotDeletedAndNobodyEntersHimWhereTheSuiteDoes) {
+    frmMainteRiyousha list(environment, database.db);
+    ASSERT_EQ(list.iInit(), 0);
+    EXPECT_EQ(shown(list), u"1 2 4"_s);
+    press(list, u"cmdDelete"_s);
+    EXPECT_TRUE(said().contains(u"同意記録が 2 件")) << said().toStdString();
+    EXPECT_EQ(shown(list), u"1 2 4"_s);
+
+    Settings(folders).iSwitch(Setting::利用者登録, false);
+    EXPECT_FALSE(editor.mayEdit(MasterKind::Patient));
+    EXPECT_TRUE(editor.mayEdit(MasterKind::Doctor));
 }
