@@ -127,10 +127,10 @@ void MasterInputForm::layOut() {
     int row = 0;
     bool left = true;
     for (const MasterField &field : m_description.fields) {
-        if (field.wide)
-            add(*grid, field, row++, 0, 3);
-        else
-            add(*grid, field, left ? row : row++, left ? 0 : 2, 1);
+        if (field.wide && !left)
+            ++row; // the place beside the last one stays empty
+        add(*grid, field, row, field.wide || left ? 0 : 2, field.wide ? 3 : 1);
+        row += field.wide || !left ? 1 : 0;
         left = field.wide || !left;
     }
     grid->setRowStretch(row + 1, 1);
@@ -287,6 +287,8 @@ QWidget *MasterInputForm::codeInput(const MasterField &field) {
     code->setToolTip(u"番号を入力して Enter。一覧から選ぶには ↓"_s);
     name->setObjectName(isOnly ? u"SISETSUSHAMEI"_s : field.column + u"Name"_s);
     pick->setObjectName(isOnly ? u"btnSelSisetsu"_s : u"btn"_s + field.column);
+    if (!isOnly) // the name wants the room
+        pick->setFixedWidth(fontMetrics().horizontalAdvance(u"　選択　"_s));
     pick->setAutoDefault(false);
     pick->setFocusPolicy(Qt::ClickFocus);
     row->addWidget(code);
