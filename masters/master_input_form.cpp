@@ -1,11 +1,11 @@
 #include "masters/master_input_form.h"
 
-#include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/base/request_methods.h"
 #include "app/base/text.h"
 #include "db/adodb.h"
+#include "masters/master_inputs.h"
 #include "masters/postal_box.h"
 #include "masters/postal_search_form.h"
 #include "print/consent_screens/doctor_consent_form.h"
@@ -17,11 +17,8 @@
 #include "widgets/enter_moves_on.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QScrollArea>
@@ -58,36 +55,6 @@ MasterDescription describe(MasterEditor &editor, MasterKind kind, QString &oddit
         return !field.table.isEmpty() && !editor.db().hasColumn(field.table, field.column);
     });
     return description;
-}
-
-QString textIn(const QWidget *widget) {
-    if (const auto *date = qobject_cast<const DateBox *>(widget))
-        return date->date().isValid() ? dateText(date->date()) : date->text().trimmed();
-    if (const auto *tick = qobject_cast<const QCheckBox *>(widget))
-        return tick->isChecked() ? u"1"_s : u"0"_s;
-    if (const auto *choice = qobject_cast<const QComboBox *>(widget))
-        return choice->isEditable() ? choice->currentText().trimmed() : choice->currentData().toString();
-    if (const auto *memo = qobject_cast<const QPlainTextEdit *>(widget))
-        return memo->toPlainText().trimmed().replace(u'\n', u"\r\n"_s);
-    return static_cast<const QLineEdit *>(widget)->text().trimmed();
-}
-
-void showIn(QWidget *widget, const QString &text) {
-    if (auto *tick = qobject_cast<QCheckBox *>(widget))
-        tick->setChecked(text.toInt() != 0);
-    else if (auto *choice = qobject_cast<QComboBox *>(widget); choice && !choice->isEditable()) {
-        if (choice->findData(text) < 0)
-            choice->addItem(text, text); // what the program has no words for stays
-        choice->setCurrentIndex(choice->findData(text));
-    } else if (choice) {
-        choice->setCurrentIndex(choice->findText(text)); // Enter would bring another one's text back
-        choice->setEditText(text);
-    } else if (auto *memo = qobject_cast<QPlainTextEdit *>(widget))
-        memo->setPlainText(QString(text).remove(u'\r'));
-    else if (auto *line = static_cast<QLineEdit *>(widget)) {
-        line->setText(text);
-        line->setCursorPosition(0);
-    }
 }
 
 } // namespace
@@ -181,53 +148,8 @@ void MasterInputForm::add(QGridLayout &grid, const MasterField &field, int row, 
 }
 
 QWidget *MasterInputForm::makeInput(const MasterField &field) {
-    switch (field.kind) {
-    case MasterField::Number:
-    case MasterField::Code: {
-        auto *box = new CodeBox;
-        box->setDigits(field.bytes);
-        return box;
-    }
-    case MasterField::Suggested: {
-        auto *choice = new QComboBox;
-        choice->setEditable(true);
-        choice->setInsertPolicy(QComboBox::NoInsert);
-        choice->setCompleter(nullptr); // a text stays as it is typed
-        choice->addItems(field.proposals);
-        return choice;
-    }
-    case MasterField::Memo: {
-        auto *memo = new QPlainTextEdit;
-        memo->setTabChangesFocus(true);
-        memo->setFixedHeight(fontMetrics().lineSpacing() * 3 + fontMetrics().height());
-        return memo;
-    }
-    case MasterField::PostalCode:
-        return new PostalBox;
-    case MasterField::Choice: {
-        auto *choice = new QComboBox;
-        if (!m_description.preset.contains(field.column))
-            choice->addItem(QString(), QString());
-        for (const QString &proposal : field.proposals)
-            choice->addItem(proposal.section(u' ', 1), proposal.section(u' ', 0, 0));
-        return choice;
-    }
-    case MasterField::Date:
-        return new DateBox;
-    case MasterField::Facility:
-    case MasterField::Home:
-    case MasterField::Doctor:
-    case MasterField::Insurer:
-    case MasterField::Counsellor:
-    case MasterField::Staff:
-        return codeInput(field);
-    case MasterField::Tick:
-        return new QCheckBox(field.caption);
-    case MasterField::Text:
-    case MasterField::Address:
-        break;
-    }
-    return new QLineEdit;
+    return field.isCodeOfMaster() ? codeInput(field)
+                                  : makeMasterInput(field, !m_description.preset.contains(field.column));
 }
 
 QWidget *MasterInputForm::withButton(QWidget *input, const QString &name, const QString &caption,
