@@ -3,6 +3,9 @@
 #include "masters/master_query.h"
 #include "tests/masters/practice.h"
 
+#include <atomic>
+#include <thread>
+
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
@@ -59,6 +62,29 @@ TEST_F(PatientEntries, ANewPatientIsWhole) {
     ASSERT_EQ(save(entry, {{u"iSoudaninId"_s, u"4"_s}}).kind, MasterOutcome::Done);
     EXPECT_EQ(row(u"iSoudaninId"_s, u"RIYOUSHA_SUB"_s, 1), u"4"_s);
     EXPECT_EQ(row(u"cDouiIsiName1,nSisetsuCd"_s, u"RIYOUSHA"_s, 1), u"医師'甲|6"_s);
+}
+
+TEST_F(PatientEntries, TwoPcsThatEnterPatientsAtOnceGetNumbersOfTheirOwn) {
+    constexpr int each = 10;
+    std::atomic<int> done = 0;
+    const auto enter = [&] {
+        cT_ADODB db;
+        db.iInit(database.connectionString());
+        for (int i = 0; i < each; ++i) {
+            MasterEntry entry(patients, db);
+            if (!entry.openNew())
+                continue;
+            entry.setValue(u"cName"_s, u"同時"_s);
+            done += entry.save(false).kind == MasterOutcome::Done ? 1 : 0;
+        }
+    };
+    std::thread colleague(enter);
+    enter();
+    colleague.join();
+    EXPECT_EQ(done, 2 * each);
+    EXPECT_EQ(
+        database.value(u"SELECT COUNT(*) FROM RIYOUSHA WHERE cName = '同時' AND nIDNo BETWEEN 5 AND 24"_s),
+        u"20"_s);
 }
 
 TEST_F(PatientEntries, OneWithConsentsStaysAndOneWithoutGoesAltogether) {

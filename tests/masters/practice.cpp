@@ -7,7 +7,8 @@ using namespace Qt::Literals::StringLiterals;
 
 MasterPractice::MasterPractice() {
     database.run(
-        u"INSERT INTO SISETSU (nIDNo, cShamei1, cShameiKana1, cYubinNo, cAddress1, cTelNo, cDouiIrai, nLat) "
+        u"INSERT INTO KYOTEN (iKyotenCd, iKyotenEb, iUsedFlg) VALUES (1, 1, 1), (1, 2, 1);"
+        "INSERT INTO SISETSU (nIDNo, cShamei1, cShameiKana1, cYubinNo, cAddress1, cTelNo, cDouiIrai, nLat) "
         u"VALUES"
         " (5, '甲病院', 'コウビョウイン', '992-1010', '緑川県若葉市中央1', '0999-1', 'ＦＡＸ', 35.123456789),"
         " (6, '乙荘', 'オツソウ', NULL, NULL, NULL, NULL, NULL);"
