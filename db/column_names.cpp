@@ -95,10 +95,37 @@ QString ColumnNames::inForce(QStringView table, QStringView column) const {
     return entry == m_entries.end() ? column.toString() : entry->inForce;
 }
 
+// One pass: every statement is looked at, until it is known that the database has all of them.
 bool ColumnNames::concerns(const QString &sql) {
-    return std::ranges::any_of(columns, [&](const OptionalColumn &column) {
-        return sql.contains(column.column) && sql.contains(column.table);
-    });
+    struct Named {
+        unsigned asTable = 0, asColumn = 0; ///< a bit for each table
+    };
+    static const QHash<QStringView, Named> names = [] {
+        QHash<QStringView, Named> all;
+        QList<QStringView> tables;
+        for (const OptionalColumn &column : columns) {
+            if (!tables.contains(column.table))
+                tables += column.table;
+            const unsigned bit = 1u << tables.indexOf(column.table);
+            all[column.table].asTable |= bit;
+            all[column.column].asColumn |= bit;
+        }
+        return all;
+    }();
+    Named found;
+    const auto isOfName = [](QChar c) { return c.unicode() < 0x80 && (c.isLetterOrNumber() || c == u'_'); };
+    for (qsizetype at = 0; at < sql.size();) {
+        qsizetype end = at;
+        while (end < sql.size() && isOfName(sql[end]))
+            ++end;
+        if (end - at >= 6) { // the shortest of them
+            const auto name = names.constFind(QStringView(sql).sliced(at, end - at));
+            found.asTable |= name == names.cend() ? 0 : name->asTable;
+            found.asColumn |= name == names.cend() ? 0 : name->asColumn;
+        }
+        at = end + 1;
+    }
+    return (found.asTable & found.asColumn) != 0;
 }
 
 QString ColumnNames::applied(const QString &sql) const {
