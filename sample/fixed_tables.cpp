@@ -1,6 +1,7 @@
 #include "sample/bulk_database.h"
-#include "sample/holidays.h"
 #include "sample/masters.h"
+#include "setup/fixed_rows.h"
+#include "setup/holidays.h"
 
 #include <QMap>
 
@@ -10,33 +11,20 @@ namespace sample {
 
 namespace {
 
-constexpr int consentForm = 1;
-constexpr int requestLetter = 2;
-
-struct CodeRow {
-    int category;
-    int number;
-    QString name;
-    std::optional<int> unused;
-};
+template <class T> void put(Cell cell, const Nullable<T> &value) {
+    if (!value.isNull())
+        cell.put(int(value));
+}
 
 void loadCodes(BulkDatabase &db) {
-    using R = const CodeRow &;
-    // Categories: 1 outcome, 2 kind of insurance, 3 degree of care, 4 walking.
-    db.insertAll<CodeRow>(
-        "CODE",
-        {{"iBunrui", [](Cell c, R r) { c.put(r.category); }},
-         {"nIDNo", [](Cell c, R r) { c.put(r.number); }},
-         {"nIDIndex", [](Cell c, R) { c.put(1); }},
-         {"cName", [](Cell c, R r) { c.put(r.name); }},
-         {"iUseFlg", [](Cell c, R r) { c.put(r.unused); }}},
-        {{1, 0, u"継続"_s, {}},    {1, 1, u"治癒"_s, 0},        {1, 2, u"中止"_s, 0},
-         {1, 3, u"死亡"_s, 0},     {1, 15, u"転医"_s, {}},      {2, 1, u"国民健康保険"_s, 0},
-         {2, 2, u"社会保険"_s, 0}, {2, 3, u"後期高齢者"_s, {}}, {2, 4, u"老人保健"_s, 1},
-         {3, 1, u"要支援1"_s, 0},  {3, 2, u"要支援2"_s, 0},     {3, 3, u"要介護1"_s, 0},
-         {3, 4, u"要介護2"_s, 0},  {3, 5, u"要介護3"_s, 0},     {3, 6, u"要介護4"_s, 0},
-         {3, 7, u"要介護5"_s, 0},  {4, 1, u"独歩"_s, 0},        {4, 2, u"介助歩行"_s, 0},
-         {4, 3, u"車椅子"_s, {}},  {4, 4, u"寝たきり"_s, {}}});
+    using R = const cD_CODE &;
+    db.insertAll<cD_CODE>("CODE",
+                          {{"iBunrui", [](Cell c, R r) { c.put(r.iBunrui); }},
+                           {"nIDNo", [](Cell c, R r) { c.put(r.nIDNo); }},
+                           {"nIDIndex", [](Cell c, R r) { c.put(r.nIDIndex); }},
+                           {"cName", [](Cell c, R r) { c.put(r.cName); }},
+                           {"iUseFlg", [](Cell c, R r) { put(c, r.iUseFlg); }}},
+                          setup::codeRows());
 }
 
 void loadPractice(BulkDatabase &db, QDate day) {
@@ -76,54 +64,23 @@ void loadPractice(BulkDatabase &db, QDate day) {
     db.execute(settings);
 }
 
-struct Form {
-    Branch branch;
-    int id;
-    QString file;
-    QString name;
-    int printType;
-    int again;       ///< 0 for a first consent
-    int acupuncture; ///< 0 for massage
-    int deleted;
-};
-
-QList<Form> formsOf(Branch branch) {
-    return {
-        {branch, 1, u"同意書_マッサージ初回.wfd"_s, u"同意書（マッサージ・初回）"_s, consentForm, 0, 0, 0},
-        {branch, 2, u"同意書_マッサージ再同意.wfd"_s, u"同意書（マッサージ・再同意）"_s, consentForm, 1, 0,
-         0},
-        {branch, 3, u"同意書_鍼灸初回.wfd"_s, u"同意書（鍼灸・初回）"_s, consentForm, 0, 1, 0},
-        {branch, 4, u"同意書_鍼灸再同意.wfd"_s, u"同意書（鍼灸・再同意）"_s, consentForm, 1, 1, 0},
-        {branch, 5, u"埼玉口頭同意M.wfd"_s, u"口頭同意（マッサージ）"_s, consentForm, 1, 0, 0},
-        {branch, 6, u"埼玉口頭同意H.wfd"_s, u"口頭同意（鍼灸）"_s, consentForm, 1, 1, 0},
-        {branch, 7, u"同意書_マッサージ_B5.wfd"_s, u"同意書（マッサージ・Ｂ５旧様式）"_s, consentForm, 1, 0,
-         1},
-        {branch, 11, u"同意依頼書_CARE01.wfd"_s, u"新規利用者"_s, requestLetter, 0, 0, 0},
-        {branch, 12, u"同意依頼書_CARE02_マ継続.wfd"_s, u"マッサージ継続"_s, requestLetter, 1, 0, 0},
-        {branch, 13, u"同意依頼書_CARE02_変継続.wfd"_s, u"変形徒手継続"_s, requestLetter, 1, 0, 0},
-        {branch, 14, u"同意依頼書_CARE03_マto変.wfd"_s, u"変形徒手追加"_s, requestLetter, 1, 0, 0},
-        {branch, 15, u"同意依頼書_CARE04_先生変更.wfd"_s, u"医師変更"_s, requestLetter, 1, 0, 0},
-        {branch, 16, u"同意依頼書_CARE01.wfd"_s, u"新規利用者（鍼灸）"_s, requestLetter, 0, 1, 0},
-    };
-}
-
 /// Each branch has its forms, and branch 0 the same for prints over all branches.
 void loadForms(BulkDatabase &db) {
-    using R = const Form &;
-    QList<Form> forms = formsOf(Branch{0, 0});
+    using R = const cD_SHINSEISYO &;
+    QList<cD_SHINSEISYO> forms = setup::formRows(Branch{0, 0});
     for (const Branch &branch : sampleBranches())
-        forms += formsOf(branch);
-    db.insertAll<Form>("SHINSEISYO",
-                       {{"iKyotenCd", [](Cell c, R r) { c.put(r.branch.iKyotenCd); }},
-                        {"iKyotenEb", [](Cell c, R r) { c.put(r.branch.iKyotenEb); }},
-                        {"nIDNo", [](Cell c, R r) { c.put(r.id); }},
-                        {"cFileName", [](Cell c, R r) { c.put(r.file); }},
-                        {"cDispName", [](Cell c, R r) { c.put(r.name); }},
-                        {"iPrintType", [](Cell c, R r) { c.put(r.printType); }},
-                        {"iKubun", [](Cell c, R r) { c.put(r.again); }},
-                        {"iSejutsuKubun", [](Cell c, R r) { c.put(r.acupuncture); }},
-                        {"iDelFlg", [](Cell c, R r) { c.put(r.deleted); }}},
-                       forms);
+        forms += setup::formRows(branch);
+    db.insertAll<cD_SHINSEISYO>("SHINSEISYO",
+                                {{"iKyotenCd", [](Cell c, R r) { c.put(r.iKyotenCd); }},
+                                 {"iKyotenEb", [](Cell c, R r) { c.put(r.iKyotenEb); }},
+                                 {"nIDNo", [](Cell c, R r) { c.put(r.nIDNo); }},
+                                 {"cFileName", [](Cell c, R r) { c.put(r.cFileName); }},
+                                 {"cDispName", [](Cell c, R r) { c.put(r.cDispName); }},
+                                 {"iPrintType", [](Cell c, R r) { put(c, r.iPrintType); }},
+                                 {"iKubun", [](Cell c, R r) { put(c, r.iKubun); }},
+                                 {"iSejutsuKubun", [](Cell c, R r) { put(c, r.iSejutsuKubun); }},
+                                 {"iDelFlg", [](Cell c, R r) { put(c, r.iDelFlg); }}},
+                                forms);
 }
 
 struct DayOff {
@@ -140,7 +97,7 @@ QMap<QDate, DayOff> daysOff(Branch branch, int year) {
         days[QDate(year, 8, date)] = {branch, QDate(year, 8, date), u"お盆"_s, false};
     for (const QDate &date : {QDate(year, 1, 2), QDate(year, 1, 3), QDate(year, 12, 30), QDate(year, 12, 31)})
         days[date] = {branch, date, u"年末年始休み"_s, true};
-    for (const Holiday &holiday : nationalHolidays(year))
+    for (const setup::Holiday &holiday : setup::nationalHolidays(year))
         days[holiday.date] = {branch, holiday.date, holiday.name, true};
     return days;
 }

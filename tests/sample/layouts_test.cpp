@@ -48,7 +48,7 @@ QString valueOf(const QString &column, Filling filling) {
 }
 
 Document documentOf(const QString &layout, const QStringList &values) {
-    QFile file(u":/sample/layouts/"_s + layout);
+    QFile file(u":/setup/layouts/"_s + layout);
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << layout.toStdString();
     Problem problem;
     const auto read = readLayout(file.readAll(), layout, &problem);

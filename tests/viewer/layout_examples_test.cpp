@@ -30,7 +30,7 @@ TEST(LayoutExamples, OfThePageAboutTheFormatAreLayouts) {
 }
 
 TEST(LayoutExamples, OfTheSampleInstallationAreLayouts) {
-    const QDir folder(QStringLiteral(DOUISHO_TOP "/sample/layouts"));
+    const QDir folder(QStringLiteral(DOUISHO_TOP "/setup/layouts"));
     const QStringList names = folder.entryList({u"*.wfd"_s});
     EXPECT_FALSE(names.isEmpty());
     for (const QString &name : names)

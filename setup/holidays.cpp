@@ -1,11 +1,11 @@
-#include "sample/holidays.h"
+#include "setup/holidays.h"
 
 #include <QMap>
 #include <cmath>
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace sample {
+namespace setup {
 
 namespace {
 
@@ -103,4 +103,4 @@ QList<Holiday> nationalHolidays(int year) {
     return holidays;
 }
 
-} // namespace sample
+} // namespace setup

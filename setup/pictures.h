@@ -2,7 +2,7 @@
 
 #include <QByteArray>
 
-namespace sample {
+namespace setup {
 
 /// Pictures of the installation as bytes of BMP files.
 /// @name Tick cells, 32 × 32.
@@ -14,4 +14,4 @@ QByteArray tickOn();
 /// Wall-paper of the background form, 1280 × 800 with a palette of greens and blues.
 QByteArray wallPaper();
 
-} // namespace sample
+} // namespace setup

@@ -4,7 +4,7 @@
 #include <QList>
 #include <QString>
 
-namespace sample {
+namespace setup {
 
 struct Holiday {
     QDate date;
@@ -15,4 +15,4 @@ struct Holiday {
 /// order. Right for 2016 to 2099, as the law stands; the equinoxes are reckoned, not announced, days.
 QList<Holiday> nationalHolidays(int year);
 
-} // namespace sample
+} // namespace setup

@@ -1,10 +1,10 @@
-#include "sample/pictures.h"
+#include "setup/pictures.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace sample {
+namespace setup {
 
 namespace {
 
@@ -125,4 +125,4 @@ QByteArray wallPaper() {
     return bytes;
 }
 
-} // namespace sample
+} // namespace setup
