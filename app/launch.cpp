@@ -24,6 +24,8 @@ const QString noMode = u"処理モードが設定されていません。"_s;
 
 int Launch::run(const QString &commandLine) {
     m_screens.showBackground();
+    if (commandLine.trimmed() == u"--setup")
+        return setUpAgain() ? serve(LaunchMode::ConsentList) : Served;
 
     const std::optional<LaunchMode> mode = readMode(commandLine);
     if (!mode) {
@@ -33,16 +35,36 @@ int Launch::run(const QString &commandLine) {
         return NotStarted;
     }
 
-    const Result<QString> connectionString = readConnectionString(m_environment.folders);
-    if (!connectionString) {
-        failStart(connectionString.reason());
+    return serve(*mode);
+}
+
+int Launch::serve(LaunchMode mode) {
+    const Result<QString> connection = connectionString();
+    if (!connection) {
+        failStart(connection.reason());
         return NotStarted;
     }
-
     cT_ADODB db;
-    if (!connect(db, *connectionString) || !findBranch(db))
+    if (!connect(db, *connection) || !findBranch(db))
         return NotStarted;
-    return *mode == LaunchMode::ConsentList ? serveConsentList(db) : serveConsentPrinting(db);
+    return mode == LaunchMode::ConsentList ? serveConsentList(db) : serveConsentPrinting(db);
+}
+
+bool Launch::setUpAgain() {
+    const bool isThere = hasConnectionSettings(m_environment.folders);
+    return (!isThere ||
+            m_environment.messages.ask(u"このプログラムは設定済みです。接続先を設定し直しますか？\r\n"
+                                       "（いまのデータと、ほかの設定ファイルはそのまま残ります）"_s,
+                                       u"初期設定"_s, Answer::No)) &&
+           m_screens.setUp();
+}
+
+Result<QString> Launch::connectionString() {
+    if (!hasConnectionSettings(m_environment.folders) &&
+        m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
+                                   u"初期設定"_s))
+        m_screens.setUp();
+    return readConnectionString(m_environment.folders);
 }
 
 std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {

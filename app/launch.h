@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/base/result.h"
 #include "app/launch_mode.h"
 
 #include <QString>
@@ -47,6 +48,8 @@ public:
     virtual void showBackground() = 0;
     virtual std::unique_ptr<ConsentListScreen> makeConsentList() = 0;
     virtual std::unique_ptr<ConsentPrintScreen> makePrintScreen() = 0;
+    /// Makes an installation with the user; false when the user leaves before its end.
+    virtual bool setUp() = 0;
 };
 
 /// One run of the program, from its command line to its end: finds the mode, opens the one database
@@ -56,10 +59,15 @@ public:
     Launch(Environment &environment, TextInput &input, ScreenFactory &screens)
         : m_environment(environment), m_input(input), m_screens(screens) {}
 
-    /// @return the exit code: 0 when a screen was served, 1 when the run could not start
+    /// "--setup" makes an installation first and serves the list then; it is offered where there is none.
+    /// @return the exit code: 0 when a screen was served or the set-up was left, 1 when the run could not
+    /// start
     int run(const QString &commandLine);
 
 private:
+    bool setUpAgain();
+    int serve(LaunchMode mode);
+    Result<QString> connectionString();
     std::optional<LaunchMode> readMode(const QString &commandLine);
     /// Empty when there is none; the user has then been told why.
     bool connect(cT_ADODB &db, const QString &connectionString);

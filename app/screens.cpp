@@ -1,13 +1,20 @@
 #include "app/screens.h"
 
+#include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "app/forms/back_form.h"
 #include "app/forms/input_box.h"
 #include "consent/screens/consent_list_form.h"
 #include "print/consent_form/consent_print_form.h"
+#include "sample/sample_database.h"
+#include "setup/set_up_form.h"
+
+#include <QCoreApplication>
 
 namespace {
+
+constexpr int samplePatients = 300;
 
 class ListScreen : public ConsentListScreen {
 public:
@@ -60,4 +67,12 @@ std::unique_ptr<ConsentListScreen> QtScreens::makeConsentList() {
 
 std::unique_ptr<ConsentPrintScreen> QtScreens::makePrintScreen() {
     return std::make_unique<PrintScreen>(m_environment);
+}
+
+bool QtScreens::setUp() {
+    const auto sample = [this](const QString &file) {
+        return sample::makeSampleDatabase(file, m_environment.clock.today(), samplePatients);
+    };
+    return SetUpForm(m_environment, QCoreApplication::applicationDirPath(), sample).exec() ==
+           QDialog::Accepted;
 }

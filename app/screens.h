@@ -22,6 +22,7 @@ public:
     void showBackground() override;
     std::unique_ptr<ConsentListScreen> makeConsentList() override;
     std::unique_ptr<ConsentPrintScreen> makePrintScreen() override;
+    bool setUp() override;
 
 private:
     Environment &m_environment;

@@ -32,6 +32,10 @@ Result<QString> readConnectionString(const Folders &folders) {
     return value;
 }
 
+bool hasConnectionSettings(const Folders &folders) {
+    return QFileInfo::exists(settingsFile(folders));
+}
+
 Result<> writeConnectionString(const Folders &folders, const QString &connection) {
     // Values are read up to 255 bytes of the code page.
     const Encoded932 encoded = encode932(connection);

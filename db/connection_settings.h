@@ -9,6 +9,9 @@ class Folders;
 /// The connection string of adodb.ini in the program folder, or why there is none.
 Result<QString> readConnectionString(const Folders &folders);
 
+/// Whether there is an adodb.ini: without one the program was never set up here.
+bool hasConnectionSettings(const Folders &folders);
+
 /// Makes a connection string the one of adodb.ini, which is written whole; a failure names the file.
 Result<> writeConnectionString(const Folders &folders, const QString &connection);
 

@@ -29,8 +29,8 @@ setup::TextFile postalCodes() {
 } // namespace
 
 QList<setup::TextFile> settingsFiles(const QString &connection) {
-    QList<setup::TextFile> files =
-        setup::settingsFiles(u"見本"_s, {u"ひなた訪問治療院"_s, u"doui@example.jp"_s});
+    QList<setup::TextFile> files = setup::settingsFiles(
+        u"見本"_s, {u"ひなた訪問治療院"_s, u"doui@example.jp"_s}, {u"KYOTEN_CD=1"_s, u"KYOTEN_EB=1"_s});
     files.append({setup::Place::Program, u"adodb.ini"_s,
                   setup::lines({u"[接続情報]"_s, u"接続情報="_s + connection})});
     files.append(postalCodes());

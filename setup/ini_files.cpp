@@ -14,10 +14,11 @@ TextFile inData(const QString &name, const QStringList &list) {
     return {Place::Data, name, lines(list)};
 }
 
-TextFile massageIni() {
+TextFile massageIni(const QStringList &branch) {
     return {Place::Program, u"Massage.ini"_s,
-            lines({u"SYSTEM_SYS=SYS"_s, u"SYSTEM_TMP=TMP"_s, u"SYSTEM_ICON=ICON"_s, u"SYSTEM_DATA=DATA"_s,
-                   u"KYOTEN_CD=1"_s, u"KYOTEN_EB=1"_s})};
+            lines(QStringList{u"SYSTEM_SYS=SYS"_s, u"SYSTEM_TMP=TMP"_s, u"SYSTEM_ICON=ICON"_s,
+                              u"SYSTEM_DATA=DATA"_s} +
+                  branch)};
 }
 
 TextFile patientSettings() {
@@ -90,8 +91,8 @@ TextFile diagnoses() {
 
 } // namespace
 
-QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender) {
-    return {massageIni(),
+QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender, const QStringList &branch) {
+    return {massageIni(branch),
             {Place::Program, u"Version.ini"_s,
              lines({u"[Version]"_s, (u"Version=同意書管理 0.1.0 "_s + edition).trimmed()})},
             patientSettings(),

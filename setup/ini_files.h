@@ -25,6 +25,8 @@ struct MailSender {
 
 /// The settings files of a new installation without that of the connection, Massage.ini first.
 /// @param edition follows the version; may be empty
-QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender);
+/// @param branch lines of Massage.ini that name it; without them it is the first one in use
+QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender,
+                              const QStringList &branch = {});
 
 } // namespace setup

@@ -137,13 +137,17 @@ QString whyNotStored(const Practice &practice) {
 }
 
 Result<bool> hasPractice(cT_ADODB &db) {
-    const Result<qint64> branches = countRows(db, u"KYOTEN"_s);
-    return branches ? Result<bool>(*branches > 0) : Failure{branches.reason()};
+    // With its columns: another program may have a table of the name.
+    const Result<qint64> branches =
+        countRows(db, u"KYOTEN WHERE iKyotenCd IS NOT NULL AND iKyotenEb IS NOT NULL"_s);
+    return branches ? Result<bool>(*branches > 0) : Result<bool>(Failure{branches.reason()});
 }
 
 Result<bool> writePractice(cT_ADODB &db, const Practice &practice, const QDate &today) {
     if (Result<bool> has = hasPractice(db); !has || *has)
         return has ? Result<bool>(false) : has;
+    if (const QString why = whyNotStored(practice); !why.isEmpty())
+        return Failure{why};
     const ErrorsSince errors(db);
     {
         Transaction transaction(db);

@@ -8,7 +8,7 @@ class cT_ADODB;
 
 namespace setup {
 
-/// How many rows a table has.
+/// How many rows a table has, or those that a condition behind its name leaves.
 Result<qint64> countRows(cT_ADODB &db, const QString &table);
 
 /// Writes holidays as a branch's days off. 0, or −1 with the connection's reason.

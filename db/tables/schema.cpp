@@ -21,11 +21,6 @@ QString sqlOfTables(SqlDialect dialect) {
                : u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES WHERE UPPER(TABLE_NAME) = 'KYOTEN'"_s;
 }
 
-Result<bool> isMade(cT_ADODB &db) {
-    const Result<Recordset> tables = readRows(db, sqlOfTables(db.dialect()));
-    return tables ? Result<bool>(tables->number(0, 0) > 0) : Result<bool>(Failure{tables.reason()});
-}
-
 /// What the engine lacks of the server's functions, where it has to be made in the database.
 QString functionsOf(SqlDialect dialect) {
     return dialect == SqlDialect::PostgreSql ? embeddedText(u"postgres.sql"_s) : QString();
@@ -33,8 +28,13 @@ QString functionsOf(SqlDialect dialect) {
 
 } // namespace
 
+Result<bool> hasSchema(cT_ADODB &db) {
+    const Result<Recordset> tables = readRows(db, sqlOfTables(db.dialect()));
+    return tables ? Result<bool>(tables->number(0, 0) > 0) : Result<bool>(Failure{tables.reason()});
+}
+
 Result<bool> makeSchema(cT_ADODB &db) {
-    if (Result<bool> made = isMade(db); !made || *made)
+    if (Result<bool> made = hasSchema(db); !made || *made)
         return made ? Result<bool>(false) : made;
     const ErrorsSince errors(db);
     {
@@ -46,7 +46,7 @@ Result<bool> makeSchema(cT_ADODB &db) {
     }
     // Of two that begin at once the second fails when the first is done.
     const QString why = errors.text();
-    if (const Result<bool> made = isMade(db); made && *made)
+    if (const Result<bool> made = hasSchema(db); made && *made)
         return false;
     return Failure{u"データベースに表を作成できません。何も作成していません。"_s + why};
 }

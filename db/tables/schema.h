@@ -5,6 +5,9 @@
 
 #include <QStringList>
 
+/// Whether they are there, by the branches' table.
+Result<bool> hasSchema(cT_ADODB &db);
+
 /// Makes the suite's tables and indexes in the database of an open connection, all of them or none.
 /// @return false when they are there already, also when another PC makes them at the same moment
 Result<bool> makeSchema(cT_ADODB &db);

@@ -4,6 +4,7 @@
 #include "backup/daily_backup.h"
 #include "backup/restore_form.h"
 #include "db/connection_settings.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/test_database.h"
 #include "tests/support/test_environment.h"
 
@@ -11,9 +12,7 @@
 #include <QDir>
 #include <QTest>
 #include <QTimer>
-#include <csignal>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -45,24 +44,6 @@ protected:
     TestDatabase database;
     Backups backups{folders, database.path()};
     const QDate monday{2026, 11, 16};
-};
-
-/// No file grows over a size while it lives, as on a disk that is nearly full.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        rlimit limit = m_before;
-        limit.rlim_cur = bytes;
-        setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &m_before); }
-    SmallDisk(const SmallDisk &) = delete;
-    SmallDisk &operator=(const SmallDisk &) = delete;
-
-private:
-    rlimit m_before{};
 };
 
 } // namespace

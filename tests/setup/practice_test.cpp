@@ -59,7 +59,7 @@ TEST(NewPractice, HasWhatTheConsentWorkReadsAndItsLayoutsLieInTheInstallation) {
     ASSERT_TRUE(files());
     for (const QString &layout : database.rows(u"SELECT DISTINCT cFileName FROM SHINSEISYO"_s))
         EXPECT_TRUE(QFile::exists(folder.filePath(u"SYS/"_s + layout))) << layout.toStdString();
-    EXPECT_EQ(MassageIni(folder.path()).value(u"KYOTEN_EB"), u"1"_s);
+    EXPECT_EQ(MassageIni(folder.path()).value(u"SYSTEM_SYS"), u"SYS"_s);
     // What an office changed since is its own.
     QFile settings(folder.filePath(u"DATA/mail.ini"_s));
     ASSERT_TRUE(settings.open(QIODevice::WriteOnly));

@@ -63,6 +63,11 @@ public:
     void showBackground() override { m_log.append(u"background"_s); }
     std::unique_ptr<ConsentListScreen> makeConsentList() override { return std::make_unique<List>(*this); }
     std::unique_ptr<ConsentPrintScreen> makePrintScreen() override { return std::make_unique<Print>(*this); }
+    bool setUp() override {
+        m_log.append(u"set up"_s);
+        return installs && installs();
+    }
+    std::function<bool()> installs; ///< what the user makes of it; without it, it is left
 
 private:
     template <class Kind> class Shown : public Kind {
@@ -196,8 +201,23 @@ TEST_F(LaunchTest, EndsWithoutAScreenOrTheMenuWhenThereIsNoConnectionString) {
 
     const QString path = suite.folder() + u"/adodb.ini"_s;
     QFile::remove(path);
-    EXPECT_EQ(run(u"0"_s), (Transcript{u"background"_s, u"critical [] 指定されたIni（"_s + path +
-                                                            u"）ファイルが見つかりません。"_s + label}));
+    const QString offer =
+        u"question [初期設定] このプログラムはまだ設定されていません。初期設定を始めますか？"_s;
+    EXPECT_EQ(run(u"0"_s), (Transcript{u"background"_s, offer, u"set up"_s,
+                                       u"critical [] 指定されたIni（"_s + path +
+                                           u"）ファイルが見つかりません。"_s + label}));
+}
+
+TEST_F(LaunchTest, GoesOnWithTheListWhenItHasBeenSetUp) {
+    QFile::remove(suite.folder() + u"/adodb.ini"_s);
+    screens.installs = [this] {
+        writeConnection(suite.connectionString());
+        return true;
+    };
+    EXPECT_EQ(run(u"--setup"_s).mid(1, 3), (Transcript{u"set up"_s, u"list iInit 0"_s, u"list shown"_s}));
+    const QString again = u"question [初期設定] このプログラムは設定済みです。"_s;
+    EXPECT_TRUE(run(u"--setup"_s).last().startsWith(again)) << "nothing is set up unasked";
+    EXPECT_EQ(exitCode, 0);
 }
 
 TEST_F(LaunchTest, CutsTheConnectionStringAtANulAndItsTrailingBlanks) {
