@@ -1,6 +1,7 @@
 #include "setup/practice.h"
 
 #include "app/base/codepage932.h"
+#include "app/base/text.h"
 #include "db/adodb.h"
 #include "db/tables/masters/corp.h"
 #include "db/tables/masters/corp_sub.h"
@@ -8,6 +9,8 @@
 #include "db/tables/masters/staff.h"
 #include "setup/fixed_rows.h"
 #include "setup/practice_query.h"
+
+#include <QRegularExpression>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -118,6 +121,12 @@ bool writeAll(cT_ADODB &db, const Practice &practice, const QDate &today) {
 }
 
 } // namespace
+
+QString postalCode(const QString &typed) {
+    static const QRegularExpression digits(u"^(\\d{3})-?(\\d{4})$"_s);
+    const QRegularExpressionMatch match = digits.match(toHalfWidth(typed).trimmed());
+    return match.hasMatch() ? match.captured(1) + u'-' + match.captured(2) : typed;
+}
 
 QString whyNotStored(const Practice &practice) {
     const struct {

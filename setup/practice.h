@@ -21,6 +21,9 @@ struct Practice {
     QString staffName, staffKana;
 };
 
+/// A postal code as it is stored: 000-0000; what is none as it is.
+QString postalCode(const QString &typed);
+
 /// The first of the practice's texts that cannot be stored, as a sentence; empty when all can.
 QString whyNotStored(const Practice &practice);
 

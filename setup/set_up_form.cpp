@@ -43,7 +43,7 @@ QList<Input> inputsOf(setup::Answers &answers) {
 }
 
 QString titleOf(int screen) {
-    const QStringList titles = {u"データベースの種類"_s, u"接続先"_s, u"事業所"_s, u"はじめのデータ"_s,
+    const QStringList titles = {u"データベースの種類"_s, u"接続先"_s, u"はじめのデータ"_s, u"事業所"_s,
                                 u"確認"_s};
     return u"%1／%2　%3"_s.arg(screen + 1).arg(titles.size()).arg(titles.at(screen));
 }
@@ -60,6 +60,12 @@ SetUpForm::SetUpForm(Environment &environment, QString programs, setup::MakeData
     m_ui->setupUi(this);
     setObjectName(u"frm初期設定"_s);
     m_ui->cboTreatments->addItems({u"マッサージ"_s, u"鍼灸"_s, u"マッサージと鍼灸"_s});
+    QFont bold = font();
+    bold.setBold(true);
+    m_ui->lblTitle->setFont(bold);
+    for (QLabel *hint :
+         {m_ui->lblEmbedded, m_ui->lblPostgres, m_ui->lblSqlServer, m_ui->lblEmpty, m_ui->lblSample})
+        hint->setIndent(fontMetrics().horizontalAdvance(u'漢') * 2);
     wire();
     showAnswers();
     goOn();
@@ -74,7 +80,6 @@ void SetUpForm::wire() {
     connect(m_ui->cmdNext, &QPushButton::clicked, this, [this] { next(); });
     connect(m_ui->cmdTry, &QPushButton::clicked, this, [this] { tryConnection(); });
     connect(m_ui->cmdEnd, &QPushButton::clicked, this, [this] { reject(); });
-    connect(m_ui->optSample, &QRadioButton::toggled, this, [this] { showStaffInputs(); });
     new EnterMovesOn(this);
 }
 
@@ -97,7 +102,6 @@ void SetUpForm::showAnswers() {
     QRadioButton *engines[] = {m_ui->optEmbedded, m_ui->optPostgres, m_ui->optSqlServer};
     engines[int(m_answers.engine)]->setChecked(true);
     (m_answers.sample ? m_ui->optSample : m_ui->optEmpty)->setChecked(true);
-    showStaffInputs();
 }
 
 void SetUpForm::takeAnswers() {
@@ -108,19 +112,18 @@ void SetUpForm::takeAnswers() {
     for (QString *number :
          {&m_answers.practice.postalCode, &m_answers.practice.telephone, &m_answers.practice.fax})
         *number = toHalfWidth(*number);
+    m_answers.practice.postalCode = setup::postalCode(m_answers.practice.postalCode);
     m_answers.practice.treatments = setup::Treatments(m_ui->cboTreatments->currentIndex());
     m_answers.engine = m_ui->optEmbedded->isChecked()   ? setup::Engine::Embedded
                        : m_ui->optPostgres->isChecked() ? setup::Engine::PostgreSql
                                                         : setup::Engine::SqlServer;
-    m_answers.sample = m_ui->optSample->isChecked();
+    m_answers.sample = m_answers.engine == setup::Engine::Embedded && m_ui->optSample->isChecked();
 }
 
 void SetUpForm::goTo(Screen to) {
     takeAnswers();
     if (to == Connection)
         showConnectionInputs();
-    if (to == Staff)
-        m_ui->optSample->setEnabled(m_answers.engine == setup::Engine::Embedded);
     if (to == Summary)
         showSummary();
     m_ui->pages->setCurrentIndex(to);
@@ -153,13 +156,16 @@ void SetUpForm::showConnectionInputs() {
     m_ui->lblTried->clear();
 }
 
-void SetUpForm::showStaffInputs() {
-    for (QWidget *part : {m_ui->txtStaffName, m_ui->txtStaffKana})
-        part->setEnabled(m_ui->optEmpty->isChecked());
-}
-
+// A practice that was found brings its own data; so does the sample, which only a new file takes.
 bool SetUpForm::isAsked(Screen screen) const {
-    return m_isNew || screen < Practice || screen > Staff;
+    switch (screen) {
+    case Data:
+        return m_isNew && m_answers.engine == setup::Engine::Embedded;
+    case Practice:
+        return m_isNew && !m_answers.sample;
+    default:
+        return true;
+    }
 }
 
 void SetUpForm::back() {
@@ -189,11 +195,9 @@ void SetUpForm::next() {
 bool SetUpForm::mayLeave(Screen screen) {
     if (screen == Connection)
         return tryConnection();
-    // The sample brings a practice of its own.
-    const bool isPractice = screen == Practice || (screen == Staff && !m_answers.sample);
-    const QString why = isPractice ? setup::whyNotStored(m_answers.practice) : QString();
+    const QString why = screen == Practice ? setup::whyNotStored(m_answers.practice) : QString();
     if (!why.isEmpty())
-        m_environment.messages.warn(why);
+        m_environment.messages.note(why);
     return why.isEmpty();
 }
 

@@ -24,7 +24,7 @@ public:
     void reject() override;
 
 private:
-    enum Screen { Engine, Connection, Practice, Staff, Summary };
+    enum Screen { Engine, Connection, Data, Practice, Summary };
 
     void wire();
     void showAnswers();
@@ -39,7 +39,6 @@ private:
     /// Whether there is something to ask on a screen.
     bool isAsked(Screen screen) const;
     bool remember();
-    void showStaffInputs();
     void showSummary();
     void finish();
     Screen current() const;
