@@ -22,10 +22,33 @@ constexpr int abandonedAfter = 600'000;
 
 const QStringList besides{u""_s, u"-journal"_s, u"-wal"_s, u"-shm"_s};
 
+/// What the user can do about a connection that failed. PostgreSQL's driver has one state for all reasons, so
+/// that they are told by the server's words, in English or Japanese, and by SQL Server's numbers.
+QString adviceFor(const QString &errors) {
+    const struct {
+        QStringList signs;
+        QString advice;
+    } known[] = {
+        {{u"password authentication"_s, u"パスワード認証"_s, u"no password supplied"_s,
+          u"Native Error: 18456"_s},
+         u"ユーザー名かパスワードが違います。"_s},
+        {{u"\" does not exist"_s, u"は存在しません"_s, u"Native Error: 4060"_s},
+         u"データベースかユーザーがありません。名前を確かめるか、サーバーの管理者に作成を依頼してください。"_s},
+        {{u"Connection refused"_s, u"could not translate host name"_s, u"timeout expired"_s, u"HYT00"_s,
+          u"接続を拒絶"_s},
+         u"サーバーにつながりません。サーバーの名前とポート、サーバーが動いていること、ネットワークを確かめてください。"_s},
+    };
+    for (const auto &[signs, advice] : known)
+        for (const QString &sign : signs)
+            if (errors.contains(sign))
+                return advice;
+    return u"データベースに接続できません。"_s;
+}
+
 Result<> connectTo(cT_ADODB &db, const QString &connection) {
     if (db.iInit(connection) == 0 && db.iConnect() == 0)
         return {};
-    return Failure{u"データベースに接続できません。"_s + db.sErrMsg()};
+    return Failure{adviceFor(db.sErrMsg()) + u"\r\n"_s + db.sErrMsg()};
 }
 
 QString foundText(cT_ADODB &db) {

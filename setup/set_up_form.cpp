@@ -48,6 +48,12 @@ QString titleOf(int screen) {
     return u"%1／%2　%3"_s.arg(screen + 1).arg(titles.size()).arg(titles.at(screen));
 }
 
+/// What to do stands alone, before what the database said.
+QString adviceAndDetails(const QString &reason) {
+    const qsizetype end = reason.indexOf(u'\r');
+    return end < 0 ? reason : reason.first(end) + u"\n\n"_s + reason.sliced(end).simplified();
+}
+
 } // namespace
 
 SetUpForm::SetUpForm(Environment &environment, QString programs, setup::MakeDatabase sample, QWidget *parent)
@@ -206,7 +212,7 @@ bool SetUpForm::tryConnection() {
     m_ui->lblTried->setText(u"接続しています..."_s);
     m_ui->lblTried->repaint();
     const Result<setup::Trial> trial = setup::tryConnection(m_answers);
-    m_ui->lblTried->setText(trial ? trial->said : trial.reason().simplified());
+    m_ui->lblTried->setText(trial ? trial->said : adviceAndDetails(trial.reason()));
     m_isNew = !trial || trial->isNew;
     return bool(trial);
 }

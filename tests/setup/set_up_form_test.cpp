@@ -106,7 +106,7 @@ TEST_F(SetUpFormTest, AConnectionThatFailsIsToldOnItsScreenAndASampleThatFailsLe
     fill(u"txtServer"_s, u"127.0.0.1,1"_s);
     press(Qt::Key_F5);
     EXPECT_EQ(title(), u"2／5　接続先"_s);
-    EXPECT_TRUE(tried().startsWith(u"データベースに接続できません。"_s) && tried().contains(u"127.0.0.1"_s))
+    EXPECT_TRUE(tried().startsWith(u"サーバーにつながりません。"_s) && tried().contains(u"127.0.0.1"_s))
         << tried().toStdString();
     press(Qt::Key_F3);
     choose(u"optEmbedded"_s);
