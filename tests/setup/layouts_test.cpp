@@ -2,10 +2,10 @@
 #include "print/ledger/ledger.h"
 #include "print/renewal_list/renewal_list.h"
 #include "print/request_letter/letters.h"
+#include "setup/layouts.h"
 #include "tests/viewer/report_fixture.h"
 #include "viewer/layout/layout_reader.h"
 
-#include <QFile>
 #include <QHash>
 #include <QRegularExpression>
 #include <gtest/gtest.h>
@@ -48,10 +48,8 @@ QString valueOf(const QString &column, Filling filling) {
 }
 
 Document documentOf(const QString &layout, const QStringList &values) {
-    QFile file(u":/setup/layouts/"_s + layout);
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << layout.toStdString();
     Problem problem;
-    const auto read = readLayout(file.readAll(), layout, &problem);
+    const auto read = readLayout(setup::layoutBytes(layout), layout, &problem);
     EXPECT_TRUE(read) << problem.sentence().toStdString();
     Report report;
     report.layout = std::make_shared<Layout>(read.value_or(Layout()));
