@@ -10,6 +10,7 @@
 #include "db/adodb.h"
 #include "print/consent_form/consent_print_form.h"
 #include "sample/installation.h"
+#include "setup/set_up_form.h"
 #include "tests/support/test_environment.h"
 #include "widgets/wait_message_form.h"
 
@@ -136,6 +137,8 @@ protected:
         frm同意書印刷 forms(environment);
         ASSERT_EQ(forms.iInit(db, {}, {}, {}, 0), 0);
         walk([&] { forms.exec(); }, look);
+        SetUpForm setUp(environment, {}, {});
+        walk([&] { setUp.exec(); }, look);
         InputBox input(u"番号"_s, u"入力"_s, {});
         walk([&] { input.exec(); }, look);
     }
