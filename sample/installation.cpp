@@ -1,9 +1,11 @@
 #include "sample/installation.h"
 
+#include "app/base/codepage932.h"
 #include "app/base/file_write.h"
 #include "db/connection_settings.h"
 #include "sample/ini_files.h"
 #include "sample/sample_database.h"
+#include "sample/server_database.h"
 #include "setup/installation_files.h"
 
 #include <QDir>
@@ -29,12 +31,25 @@ QByteArray readMark(const QDir &folder) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// A file of the private-profile kind gives values up to 255 bytes of its code page.
+Result<QString> serverConnection(const QString &connection) {
+    const Encoded932 encoded = encode932(connection);
+    if (encoded.touched || encoded.bytes.size() > 255)
+        return Failure{u"接続文字列が長すぎるか、設定ファイルに書けない文字があります。"_s};
+    return connection;
+}
+
 /// Beside its place first: a program that has the old one open keeps it whole.
 Result<> makeDatabase(const QString &path, const SampleOptions &options) {
     const QString beside = path + u".new"_s;
     QFile::remove(beside);
     if (Result<> made = makeSampleDatabase(beside, options.day, options.patients); !made)
         return made;
+    if (!options.server.isEmpty()) {
+        const Result<> copied = copyToServer(beside, options.server);
+        QFile::remove(beside);
+        return copied;
+    }
     for (const QString &old : {path + u"-wal"_s, path + u"-shm"_s, path})
         QFile::remove(old);
     if (!QFile::rename(beside, path))
@@ -78,7 +93,8 @@ SampleResult makeInstallation(const SampleOptions &options) {
                 u"フォルダ「%1」には見本があります。そのまま残します。（作り直すには --again）"_s.arg(name)};
 
     const QString database = folder.filePath(u"DATA/douisho.db"_s);
-    const Result<QString> connection = embeddedConnection(database);
+    const Result<QString> connection =
+        options.server.isEmpty() ? embeddedConnection(database) : serverConnection(options.server);
     if (!connection)
         return {SampleOutcome::Refused, connection.reason()};
     if (const Result<> made = makeAll(folder, database, *connection, options); !made)

@@ -11,6 +11,7 @@ struct SampleOptions {
     QDate day;
     int patients = 300;
     QString programs;   ///< folder of the built programs; empty: the installation gets no Main.exe
+    QString server;     ///< connection string of a server's empty database; empty: embedded
     bool again = false; ///< make an installation anew that is there already
 };
 

@@ -27,12 +27,18 @@ void describeOptions(QCommandLineParser &parser) {
     parser.addOption({u"patients"_s, u"利用者の人数。省略時は300人。"_s, u"N"_s});
     parser.addOption(
         {u"programs"_s, u"作成済みプログラムのフォルダ。省略時はこのプログラムと同じフォルダ。"_s, u"DIR"_s});
+    parser.addOption({u"server"_s,
+                      u"見本を作成するサーバーの空のデータベース。「-」なら標準入力から一行読みます。"_s,
+                      u"接続文字列"_s});
     parser.addOption({u"again"_s, u"このプログラムで作成した見本を、作り直します。"_s});
 }
 
 Result<sample::SampleOptions> readOptions(const QCommandLineParser &parser) {
     sample::SampleOptions options;
     options.folder = parser.value(u"folder"_s);
+    options.server = parser.value(u"server"_s);
+    if (options.server == u"-") // where nobody else on the machine sees the password
+        options.server = QTextStream(stdin).readLine();
     options.again = parser.isSet(u"again"_s);
     options.programs =
         parser.isSet(u"programs"_s) ? parser.value(u"programs"_s) : QCoreApplication::applicationDirPath();

@@ -7,12 +7,14 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 // Every column gets a value that no other column has, so that a value in the wrong place shows.
-QString ownLiteral(const QString &column, int position) {
-    switch (column[0].unicode()) {
+QString ownLiteral(const SuiteColumn &column, int position) {
+    switch (column.name[0].unicode()) {
     case u't':
         return u"'%1'"_s.arg(QDate(2001, 1, 1).addDays(position).toString(u"yyyy/MM/dd"_s));
     case u'c':
-        return u"'%1の値'' %2'"_s.arg(column).arg(position);
+        return u"'"_s +
+               u"%1'の値 %2"_s.arg(position).arg(column.name).left(column.length).replace(u'\'', u"''"_s) +
+               u'\'';
     default:
         return QString::number(100 + position);
     }
@@ -21,8 +23,7 @@ QString ownLiteral(const QString &column, int position) {
 } // namespace
 
 ConsentRows::ConsentRows(const TestDatabase &database)
-    : m_database(database),
-      m_columns(database.rows(u"SELECT name FROM pragma_table_info('RIYOUSHA_DOUI_REC')"_s)) {}
+    : m_database(database), m_columns(suiteColumns(u"RIYOUSHA_DOUI_REC"_s)) {}
 
 void ConsentRows::insert(const ConsentRowKey &key, const QMap<QString, QString> &literals) const {
     QMap<QString, QString> values = {{u"iKyotenCd"_s, QString::number(key.patient.iKyotenCd)},
@@ -33,16 +34,18 @@ void ConsentRows::insert(const ConsentRowKey &key, const QMap<QString, QString> 
                                      {u"nHenkeiDouiDate"_s, QString::number(key.nHenkeiDouiDate)},
                                      {u"iReceptDisabledFlg"_s, u"0"_s}};
     values.insert(literals);
-    QStringList cells;
-    for (int i = 0; i < m_columns.size(); ++i)
-        cells.append(values.value(m_columns[i], ownLiteral(m_columns[i], i)));
+    QStringList names, cells;
+    for (const SuiteColumn &column : m_columns) {
+        cells.append(values.value(column.name, ownLiteral(column, int(cells.size()))));
+        names.append(column.name);
+    }
     m_database.run(
-        u"INSERT INTO RIYOUSHA_DOUI_REC (%1) VALUES (%2)"_s.arg(m_columns.join(u", "), cells.join(u", ")));
+        u"INSERT INTO RIYOUSHA_DOUI_REC (%1) VALUES (%2)"_s.arg(names.join(u", "), cells.join(u", ")));
 }
 
 ConsentRows::Row ConsentRows::read(const ConsentRowKey &key) const {
     Row row;
-    for (const QString &column : m_columns) {
+    for (const auto &[column, length] : m_columns) {
         const QStringList cells =
             m_database.rows(u"SELECT %1 FROM RIYOUSHA_DOUI_REC WHERE "_s.arg(column) + sqlWhere(key));
         if (cells.isEmpty())

@@ -26,7 +26,7 @@ public:
 
 private:
     const TestDatabase &m_database;
-    QStringList m_columns;
+    QList<SuiteColumn> m_columns;
 };
 
 /// Literals of an answer, on a massage or a deformity-correction row.

@@ -13,17 +13,16 @@ namespace {
 // The marks as the office's rule words them, naively, on a table of their own.
 void markByTheBook(const TestDatabase &database, const PatientKey &patient) {
     for (const int kind : {0, 1}) {
-        const QString rows =
-            u" FROM BOOK WHERE nIDNo = %1 AND iHenkeiFlg = %2"_s.arg(patient.nIDNo).arg(kind);
+        const QString rows = u" WHERE nIDNo = %1 AND iHenkeiFlg = %2"_s.arg(patient.nIDNo).arg(kind);
         const QString found = database
-                                  .rows(u"SELECT nDate, nHenkeiDouiDate"_s + rows +
+                                  .rows(u"SELECT nDate, nHenkeiDouiDate FROM BOOK"_s + rows +
                                         u" AND iReceptDisabledFlg = 0 ORDER BY nDate DESC LIMIT 1"_s)
                                   .value(0);
         if (found.isEmpty())
             continue;
-        database.run(u"UPDATE BOOK SET iNewestFlg = 0 WHERE rowid IN (SELECT rowid%1)"_s.arg(rows));
-        database.run(u"UPDATE BOOK SET iNewestFlg = 1 WHERE rowid IN (SELECT rowid%1 AND nDate = %2"
-                     " AND (iReceptDisabledFlg <> 1 OR iReceptDisabledFlg IS NULL)%3)"_s.arg(
+        database.run(u"UPDATE BOOK SET iNewestFlg = 0"_s + rows);
+        database.run(u"UPDATE BOOK SET iNewestFlg = 1%1 AND nDate = %2"
+                     " AND (iReceptDisabledFlg <> 1 OR iReceptDisabledFlg IS NULL)%3"_s.arg(
                          rows, found.section(u'|', 0, 0),
                          kind == 1 ? u" AND nHenkeiDouiDate = "_s + found.section(u'|', 1) : QString()));
     }

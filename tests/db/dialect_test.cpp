@@ -1,5 +1,5 @@
 #include "db/dialect/dialect.h"
-#include "tests/db/embedded_database.h"
+#include "tests/db/any_database.h"
 #include "tests/support/test_environment.h"
 
 #include <QDateTime>
@@ -9,7 +9,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 /// Statements in the server's dialect on a small table.
-class Dialect : public EmbeddedDatabase {
+class Dialect : public AnyDatabase {
 protected:
     Dialect() {
         run(u"CREATE TABLE T (nNo int, cName varchar(40), csKana varchar(40), iFlg smallint, nCount int,"
@@ -27,8 +27,8 @@ protected:
 
     void expectAll(std::initializer_list<Case> cases) {
         for (const Case &c : cases)
-            EXPECT_EQ(cells(c.sql), c.cells) << c.sql.toStdString() << "\n-> "
-                                             << inDialect(SqlDialect::Embedded, c.sql.toUtf8()).toStdString();
+            EXPECT_EQ(cells(c.sql), c.cells)
+                << c.sql.toStdString() << "\n-> " << inDialect(database.db.dialect(), c.sql).toStdString();
     }
 };
 

@@ -1,5 +1,5 @@
 #include "db/sqlite/japanese.h"
-#include "tests/db/embedded_database.h"
+#include "tests/db/any_database.h"
 #include "tests/support/test_environment.h"
 
 #include <random>
@@ -41,7 +41,7 @@ TEST(JapaneseCollator, AgreesWithTheCollatorWhereItTakesItsShortWay) {
     }
 }
 
-class Japanese : public EmbeddedDatabase {
+class Japanese : public AnyDatabase {
 protected:
     Japanese() {
         run(u"CREATE TABLE T (nNo int, cName varchar(40) COLLATE Japanese_CI_AS)"_s);

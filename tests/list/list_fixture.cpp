@@ -22,8 +22,9 @@ void ListTest::consent(int number, const QString &end, const QString &set) {
                  " nHenkeiDouiDate, iNewestFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, cIsiCd)"
                  " VALUES (1, 1, %1, 20260601, -1, 0, 1, '2026/06/01', '2026/06/01', '%2', '1')"_s.arg(number)
                      .arg(end));
-    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iHenkeiFlg = 0 %1 WHERE iHenkeiFlg = -1"_s.arg(
-        set.isEmpty() ? QString() : u", "_s + set));
+    if (!set.isEmpty())
+        database.run(u"UPDATE RIYOUSHA_DOUI_REC SET %1 WHERE iHenkeiFlg = -1"_s.arg(set));
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iHenkeiFlg = 0 WHERE iHenkeiFlg = -1"_s);
 }
 
 QStringList ListTest::found() {

@@ -5,6 +5,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QFile>
+#include <QRegularExpression>
 #include <gtest/gtest.h>
 #include <memory>
 #include <sqlite3.h>
@@ -83,6 +84,17 @@ QString joinedCells(const Recordset &rows, int row) {
 }
 
 } // namespace
+
+QList<SuiteColumn> suiteColumns(const QString &table) {
+    static const QRegularExpression column(u"^ *(\\S+) (?:N?VARCHAR\\((\\d+)\\)|[A-Z]+).*,$"_s,
+                                           QRegularExpression::MultilineOption);
+    QList<SuiteColumn> columns;
+    for (const QString &statement : schemaStatements())
+        if (statement.startsWith(u"CREATE TABLE %1 ("_s.arg(table)))
+            for (const auto &match : column.globalMatch(statement.section(u'\n', 1)))
+                columns.append({match.captured(1), match.captured(2).toInt()});
+    return columns;
+}
 
 TestDatabase::TestDatabase() {
     if (onServer()) {

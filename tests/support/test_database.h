@@ -6,6 +6,13 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+/// A column of the suite's tables, and the length of its texts; 0 for others.
+struct SuiteColumn {
+    QString name;
+    int length;
+};
+QList<SuiteColumn> suiteColumns(const QString &table);
+
 /// A database with the suite's empty tables, and a connection to it: an embedded one in a folder of its own,
 /// or, when the environment says DOUISHO_TEST_ENGINE=PostgreSQL, one of its own on a server that the run of
 /// the tests starts.
