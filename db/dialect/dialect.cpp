@@ -100,14 +100,7 @@ private:
     void foldNames() {
         for (const SqlToken &token : m_tokens)
             if (token.kind == Kind::Word && (token.text[0] == '[' || token.text[0] == '"'))
-                edit(token.at, token.text.size(), folded(token.text));
-    }
-
-    static std::string folded(std::string_view quotedName) {
-        std::string name = "\"";
-        for (const char c : quotedName.substr(1, quotedName.size() - (quotedName.size() > 1 ? 2 : 1)))
-            name += c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
-        return name + '"';
+                edit(token.at, token.text.size(), postgresName(token.text));
     }
 
     void pass(const SqlToken &token) {

@@ -51,9 +51,9 @@ std::optional<size_t> firstDefinition(const std::vector<SqlToken> &tokens, size_
 
 std::string lengthCheck(std::string_view column, const SqlType &type) {
     const std::string length = type.length();
-    if (type.target != ConversionTarget::Text || length.empty())
+    if (length.empty() || postgresType(type) != "bpchar")
         return {};
-    const std::string name(column);
+    const std::string name = postgresName(column);
     const bool national = type.name[0] == 'N' || type.name[0] == 'n';
     // Bytes of UTF-8 are never fewer, and counted at once.
     return " CHECK (octet_length(" + name + ") <= " + length + " OR " +
@@ -102,6 +102,15 @@ SqlType sqlTypeAt(const std::vector<SqlToken> &tokens, size_t at) {
     type.arguments = {from, size_t(tokens[last].text.data() - from)};
     type.next = last + 1;
     return type;
+}
+
+std::string postgresName(std::string_view name) {
+    if (name[0] != '[' && name[0] != '"')
+        return std::string(name);
+    std::string folded = "\"";
+    for (const char c : name.substr(1, name.size() - std::min<size_t>(name.size(), 2)))
+        folded += c >= 'A' && c <= 'Z' ? char(c - 'A' + 'a') : c;
+    return folded + '"';
 }
 
 std::string postgresType(const SqlType &type) {

@@ -19,6 +19,9 @@ struct SqlType {
 /// The type that begins at a token.
 SqlType sqlTypeAt(const std::vector<SqlToken> &tokens, size_t at);
 
+/// A name that may stand in brackets or quotes, as PostgreSQL takes it: folded to lower case, in quotes.
+std::string postgresName(std::string_view name);
+
 /// PostgreSQL's type for one of SQL Server's. Texts are `bpchar` without a length: the one type that compares
 /// without the blanks at the end, as the server does.
 std::string postgresType(const SqlType &type);

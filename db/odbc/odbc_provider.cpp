@@ -62,8 +62,8 @@ bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
             effect == Effect::None
                 ? u"データベースとの接続が切れました。データは変更されていません。"_s
                 : u"データベースとの接続が切れました。変更が保存されたか分かりません。再読込して確かめてください。"_s);
-    else if (dialect() == SqlDialect::PostgreSql && !errors.isEmpty())
-        errors.first().description.prepend(meaningOfPostgresError(errors.first()));
+    else if (dialect() == SqlDialect::PostgreSql)
+        explainPostgresErrors(errors);
     hidePassword(errors, m_password);
     m_errors += errors;
     if (isLost)

@@ -4,6 +4,7 @@
 #include "db/odbc/odbc_errors.h"
 
 #include <array>
+#include <utility>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -48,7 +49,9 @@ bool beginPostgresSession(SQLHDBC connection, QList<ProviderError> &errors) {
     return false;
 }
 
-QString meaningOfPostgresError(const ProviderError &error) {
+namespace {
+
+QString meaningOf(const ProviderError &error) {
     const struct {
         QStringView state; ///< or its beginning
         QString meaning;
@@ -68,4 +71,18 @@ QString meaningOfPostgresError(const ProviderError &error) {
         if (error.sqlState.startsWith(known.state))
             return known.meaning;
     return {};
+}
+
+} // namespace
+
+void explainPostgresErrors(QList<ProviderError> &errors) {
+    if (errors.isEmpty())
+        return;
+    // What is too long for one record, such as the row, goes on in others.
+    const QString state = errors.first().sqlState;
+    errors.removeIf([&, first = true](const ProviderError &e) mutable {
+        return !std::exchange(first, false) && e.sqlState == state;
+    });
+    ProviderError &error = errors.first();
+    error.description = meaningOf(error) + error.description.section(u'\n', 0, 0);
 }

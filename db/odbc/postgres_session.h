@@ -9,6 +9,6 @@
 /// one. False with the reasons in `errors`, also for a database that does not keep its texts as UTF-8.
 bool beginPostgresSession(SQLHDBC connection, QList<ProviderError> &errors);
 
-/// What an error of the server means for the user, to stand before the server's own words; empty where those
-/// say it best.
-QString meaningOfPostgresError(const ProviderError &error);
+/// Says what an error of the server means for the user before the server's own words, where those do not say
+/// it best, and leaves out the row that is in it: patients' data.
+void explainPostgresErrors(QList<ProviderError> &errors);

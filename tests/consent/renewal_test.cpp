@@ -72,7 +72,7 @@ protected:
 } // namespace
 
 TEST_F(Renewal, MassageRowIsCopiedWithItsAnswerAsConsent) {
-    insertMassage({{u"cItiranBikou"_s, u"'%1'"_s.arg(QString(10000, u'備'))}});
+    insertMassage({{u"cItiranBikou"_s, u"'%1'"_s.arg(QString(4000, u'備'))}});
     const ConsentRows::Row before = rows.read(massage);
     ASSERT_EQ(renewal.iDataNewDouiMake(patient, massage.nDate, {2026, 5, 20}), 0)
         << renewal.sErrMsg().toStdString();

@@ -23,7 +23,7 @@ protected:
 };
 
 TEST_F(ListSaveTest, WritesTheEditedValuesAndLeavesNullsAlone) {
-    const QString remark = QString(10000, u'備') + u"'; DELETE FROM RIYOUSHA; -- 髙𠮷ﾔﾏﾀﾞ"_s;
+    const QString remark = QString(3900, u'備') + u"'; DELETE FROM RIYOUSHA; -- 髙𠮷ﾔﾏﾀﾞ"_s;
     EXPECT_TRUE(edit(1, ListColumn::Reconsent, QDate(2026, 11, 20)));
     EXPECT_TRUE(edit(1, ListColumn::NextEnd, QDate(2027, 5, 31)));
     EXPECT_TRUE(edit(1, ListColumn::Remark, remark));

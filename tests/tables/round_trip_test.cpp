@@ -38,7 +38,7 @@ void fill(Nullable<double> &field, int seed, int) {
     field = 139.25 + seed;
 }
 void fill(QString &field, int seed, int length) {
-    field = QString(QString::number(seed) + u"'髙𠮷ﾔ ﾏ%"_s).left(length);
+    field = (QString::number(seed) + u"'髙𠮷ﾔ ﾏ%"_s).left(length);
     if (field.back().isHighSurrogate() || field.back() == u' ')
         field.chop(1);
 }
