@@ -69,7 +69,8 @@ QString meaningOf(const ProviderError &error) {
     };
     for (const auto &known : meanings)
         if (error.sqlState.startsWith(known.state))
-            return known.meaning;
+            // The same state stands for operators that do not fit.
+            return known.state == u"42883" && !error.description.contains(u'(') ? QString() : known.meaning;
     return {};
 }
 

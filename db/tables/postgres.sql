@@ -26,8 +26,8 @@ CREATE OR REPLACE FUNCTION bytes932(value text) RETURNS int LANGUAGE sql IMMUTAB
 CREATE OR REPLACE FUNCTION fold_for_search(value text) RETURNS text LANGUAGE plpgsql IMMUTABLE STRICT AS $$
 DECLARE
     folded text COLLATE "C" := lower(value COLLATE "C");
-    bare CONSTANT text := 'カキクケコサシスセソタチツテトハヒフヘホウハヒフヘホ';
-    marked CONSTANT text := 'ガギグゲゴザジズゼゾダヂヅデドバビブベボヴパピプペポ';
+    bare CONSTANT text COLLATE "C" := 'カキクケコサシスセソタチツテトハヒフヘホウハヒフヘホ';
+    marked CONSTANT text COLLATE "C" := 'ガギグゲゴザジズゼゾダヂヅデドバビブベボヴパピプペポ';
 BEGIN
     IF octet_length(folded) = char_length(folded) THEN
         RETURN folded;
@@ -107,6 +107,9 @@ CREATE OR REPLACE FUNCTION like_japanese(value text, pattern text, escape text) 
 
 CREATE OR REPLACE FUNCTION like_japanese(value text, pattern text) RETURNS boolean LANGUAGE sql IMMUTABLE
     AS $$ SELECT (fold_for_search(value) COLLATE "C") ~ like_expression(pattern COLLATE "C", '') $$;
+
+CREATE OR REPLACE FUNCTION like_japanese(value numeric, pattern text) RETURNS boolean LANGUAGE sql IMMUTABLE
+    AS $$ SELECT like_japanese(value::text, pattern) $$;
 
 -- CONVERT(VARCHAR, x, style); a text has no style.
 CREATE OR REPLACE FUNCTION convert_date(value timestamp, style int) RETURNS text LANGUAGE plpgsql IMMUTABLE STRICT AS $$

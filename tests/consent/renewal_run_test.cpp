@@ -38,7 +38,9 @@ protected:
         for (qint32 patient = 1; patient <= patients; ++patient)
             ticked.append(rowOf(patient, {2026, 5, 20}));
         insert(ticked.first());
-        QStringList columns = database.rows(u"SELECT name FROM pragma_table_info('RIYOUSHA_DOUI_REC')"_s);
+        QStringList columns;
+        for (const SuiteColumn &column : suiteColumns(u"RIYOUSHA_DOUI_REC"_s))
+            columns.append(column.name);
         const QString names = columns.join(u", ");
         columns.replace(columns.indexOf(u"nIDNo"), u"n"_s);
         database.run(u"WITH RECURSIVE p(n) AS (VALUES(2) UNION ALL SELECT n + 1 FROM p WHERE n < %1)"

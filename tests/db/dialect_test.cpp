@@ -95,11 +95,12 @@ TEST_F(Dialect, PlusJoinsTextsAndAddsNumbers) {
         {u"SELECT 'a' COLLATE Japanese_CI_AS + 'b'"_s, u"ab"_s},
         {u"SELECT nNo FROM T WHERE cName + csKana LIKE '%' + 'ヤ' + '%' ORDER BY cName + csKana"_s, u"1"_s},
         // On the server, too, a number makes it an addition.
-        {u"SELECT nNo + other FROM T WHERE nNo = 3"_s, u"8"_s},
         {u"SELECT iFlg + nCount + 1, dRate * 2 + 1, LEN(cName) + 1 FROM T WHERE nNo = 1"_s, u"12 2 2"_s},
         {u"SELECT MAX(nCount) + 1, -1 + 2, (1 + 2) + 3, - +5 FROM T"_s, u"21 1 6 -5"_s},
         {u"SELECT CAST('5' AS INT) + 1, CONVERT(INT, '5') + CONVERT(NUMERIC(10), '1')"_s, u"6 6"_s},
     });
+    if (database.db.dialect() == SqlDialect::Embedded) // PostgreSQL adds no text to a number
+        expectAll({{u"SELECT nNo + other FROM T WHERE nNo = 3"_s, u"8"_s}});
 }
 
 TEST_F(Dialect, ConvertGivesDatesInTheirStyles) {

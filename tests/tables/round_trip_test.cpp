@@ -21,7 +21,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Texts have room for their length only, in units of UTF-16.
+// Texts have room for their length only, in units of UTF-16; 0: of another table.
 void fill(short &field, int seed, int) {
     field = static_cast<short>(100 + seed);
 }
@@ -38,7 +38,7 @@ void fill(Nullable<double> &field, int seed, int) {
     field = 139.25 + seed;
 }
 void fill(QString &field, int seed, int length) {
-    field = (QString::number(seed) + u"'髙𠮷ﾔ ﾏ%"_s).left(length);
+    field = (QString::number(seed) + u"'髙𠮷ﾔ ﾏ%"_s).left(length > 0 ? length : 20);
     if (field.back().isHighSurrogate() || field.back() == u' ')
         field.chop(1);
 }
@@ -48,7 +48,9 @@ void fill(QDate &field, int seed, int) {
 
 template <class R> void fillColumn(R &record, const TableColumn<R> &column, int seed) {
     static const QList<SuiteColumn> columns = suiteColumns(R::table().name.toString());
-    const auto known = std::ranges::find(columns, column.name, &SuiteColumn::name);
+    const auto known = std::ranges::find_if(columns, [&](const SuiteColumn &suite) {
+        return column.name.compare(suite.name, Qt::CaseInsensitive) == 0;
+    });
     const int length = known == columns.end() ? 0 : known->length;
     std::visit([&](auto member) { fill(record.*member, seed, length); }, column.member);
 }
