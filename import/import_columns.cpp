@@ -33,6 +33,10 @@ QHash<QString, int> knownHeadings(const ImportDescription &description) {
 
 } // namespace
 
+QString ImportColumns::heading(int column) const {
+    return headed ? firstRow.value(column) : u"列%1"_s.arg(column + 1);
+}
+
 int ImportColumns::columnOf(int field) const {
     const auto found = std::ranges::find(fields, field);
     return field < 0 || found == fields.end() ? -1 : int(found - fields.begin());
@@ -52,6 +56,7 @@ ImportColumns recogniseColumns(const ImportDescription &description, const CsvFi
     const QHash<QString, int> known = knownHeadings(description);
     const QStringList first = file.cells(0).texts;
     ImportColumns columns;
+    columns.firstRow = first;
     columns.fields.assign(size_t(first.size()), -1);
     for (qsizetype i = 0; i < first.size(); ++i) {
         const int field = known.value(plainHeading(first[i]), -1);
@@ -59,30 +64,21 @@ ImportColumns recogniseColumns(const ImportDescription &description, const CsvFi
             columns.fields[size_t(i)] = field;
         columns.headed = columns.headed || field >= 0;
     }
-    for (qsizetype i = 0; i < first.size(); ++i)
-        columns.headings += columns.headed ? first[i] : u"列%1"_s.arg(i + 1);
     return columns;
 }
 
 QString whyColumnsFail(const ImportDescription &description, const ImportColumns &columns) {
-    const auto isThere = [&](auto wanted) {
-        for (const int field : columns.fields)
-            if (field >= 0 && wanted(description.fields[size_t(field)]))
-                return true;
-        return false;
+    const auto has = [&](QStringView column) {
+        return std::ranges::any_of(columns.fields, [&](int field) {
+            return field >= 0 && description.fields[size_t(field)].column == column;
+        });
     };
-    if (description.kind == ImportKind::Consents) {
-        if (!isThere([](const ImportField &field) {
-                return field.kind == ImportField::Reference && field.target == ImportKind::Patients;
-            }))
-            return u"利用者（番号か氏名）の列を選んでください。"_s;
-        return isThere([](const ImportField &field) { return field.column == u"tDouiDay"; })
-                   ? QString()
-                   : u"同意日の列を選んでください。"_s;
-    }
+    if (description.kind == ImportKind::Consents && !has(u"tDouiDay"))
+        return u"「同意日」の列を選んでください。"_s;
+    if (description.kind == ImportKind::Consents && has(u"nIDNo"))
+        return {};
     const QString name = description.nameColumn();
-    return isThere([&](const ImportField &field) { return field.column == name; })
-               ? QString()
-               : u"「%1」の列を選んでください。"_s.arg(
-                     description.fields[size_t(description.field(name))].caption);
+    return has(name) ? QString()
+                     : u"「%1」の列を選んでください。"_s.arg(
+                           description.fields[size_t(description.field(name))].caption);
 }

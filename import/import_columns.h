@@ -7,8 +7,10 @@
 struct ImportColumns {
     bool headed = false;     ///< the first row holds headings
     std::vector<int> fields; ///< of each column of the file: position in the description, −1 for none
-    QStringList headings;    ///< as they stand, without any 列1, 列2 …
+    QStringList firstRow;    ///< of the file
 
+    /// As they stand; without any 列1, 列2 …
+    QString heading(int column) const;
     int columnOf(int field) const;
     /// A field is in one column at most: what had it before has none.
     void assign(int column, int field);

@@ -1,6 +1,9 @@
 #include "import/import_job.h"
 
 #include "app/base/file_write.h"
+#include "consent/record/record_write.h"
+#include "db/column_names.h"
+#include "import/consent_import.h"
 #include "import/master_import.h"
 
 #include <QFile>
@@ -12,6 +15,11 @@ namespace {
 
 ImportOutcome failed(const QString &reason) {
     return {ImportOutcome::Failed, reason.isEmpty() ? u"データベースに書き込めません。"_s : reason, {}, {}};
+}
+
+// Known once something was read.
+bool isThere(const cT_ADODB &db, const ImportDescription &description, const ImportField &field) {
+    return db.columnNames().has(field.inSub ? u"RIYOUSHA_SUB"_s : description.table, field.column);
 }
 
 QByteArray restOf(const ImportJob &job, const ImportPlan &plan) {
@@ -49,9 +57,15 @@ private:
 
 class Writer {
 public:
-    Writer(const ImportJob &job, cT_ADODB &db, const ImportPlan &shown, ImportRows rows, const QString &path,
-           const ImportProgress &progress)
-        : m_job(job), m_db(db), m_shown(shown), m_rows(rows), m_path(path), m_progress(progress) {}
+    Writer(const ImportJob &job, cT_ADODB &db, const Folders &folders, const ImportPlan &shown,
+           ImportRows rows, const QString &path, const ImportProgress &progress)
+        : m_job(job),
+          m_db(db),
+          m_folders(folders),
+          m_shown(shown),
+          m_rows(rows),
+          m_path(path),
+          m_progress(progress) {}
 
     // A number that a program without our lock took meanwhile, or a deadlock: once more from the beginning.
     // What the database could not keep is left out of the next attempt.
@@ -68,7 +82,9 @@ public:
     }
 
 private:
-    ImportOutcome attempted() {
+    ImportOutcome attempted() { return m_job.kind == ImportKind::Consents ? consents() : masters(); }
+
+    ImportOutcome masters() {
         const ErrorsSince errors(m_db);
         if (m_db.iConnect() != 0)
             return failed(errors.text().trimmed());
@@ -78,30 +94,49 @@ private:
             return failed(errors.text().trimmed());
         if (const Result<> locked = import.lock(m_shown); !locked)
             return again(locked.reason());
-        const Result<ReferenceRows> stored = readReferenceRows(m_db, m_job.kind, m_job.branch);
-        if (!stored)
-            return again(stored.reason());
-        ImportPlan now = planImport(m_job.description(), m_job.file, m_job.columns, m_job.unknown, *stored);
-        if (now.rows != m_shown.rows)
-            return {
-                ImportOutcome::Overtaken,
-                u"試した後にデータベースの内容が変わったため、登録していません。もう一度確かめてください。"_s,
-                std::move(now),
-                {}};
-        for (PlannedRow &row : now.rows)
+        return carriedOut(
+            tryImport(m_job, m_db, m_folders),
+            [&](ImportPlan &plan) { return import.write(plan, m_progress); },
+            [&](ImportPlan &plan) { return import.refuseLost(plan); },
+            [&] { return transaction.commit() == 0 ? Result<>() : Failure{errors.text().trimmed()}; });
+    }
+
+    ImportOutcome consents() {
+        RecordWrite write(m_db);
+        ConsentImport import(m_job, m_db, m_folders);
+        if (const Result<> locked = write.lock(import.patients(m_shown)); !locked)
+            return again(locked.reason());
+        return carriedOut(
+            import.plan(), [&](ImportPlan &plan) { return import.write(write, plan, m_progress); },
+            [&](ImportPlan &plan) { return import.refuseLost(plan); }, [&] { return write.commit(); });
+    }
+
+    // Under the lock: what was shown must still hold.
+    template <class Write, class RefuseLost, class Commit>
+    ImportOutcome carriedOut(Result<ImportPlan> now, const Write &write, const RefuseLost &refuseLost,
+                             const Commit &commit) {
+        if (!now)
+            return again(now.reason());
+        if (now->rows != m_shown.rows)
+            return overtaken(std::move(*now));
+        for (PlannedRow &row : now->rows)
             if (const auto lost = m_lost.constFind(row.row); lost != m_lost.constEnd()) {
                 row.state = PlannedRow::Refused;
                 row.faults = *lost;
             }
-        if (const Result<> written = import.write(now, m_progress); !written)
-            return m_db.isConnected() && !errors.text().isEmpty() ? again(written.reason())
-                                                                  : failed(written.reason());
-        const Result<int> lost = import.refuseLost(now);
+        if (const Result<> written = write(*now); !written)
+            return written.reason() == importStopped() ? failed(written.reason()) : again(written.reason());
+        const Result<int> lost = refuseLost(*now);
         if (!lost)
             return again(lost.reason());
-        if (*lost > 0)
-            return withoutLost(now);
-        return finished(transaction, now, errors);
+        return *lost > 0 ? withoutLost(*now) : finished(std::move(*now), commit);
+    }
+
+    static ImportOutcome overtaken(ImportPlan now) {
+        return {ImportOutcome::Overtaken,
+                u"試した後にデータベースの内容が変わったため、登録していません。もう一度確かめてください。"_s,
+                std::move(now),
+                {}};
     }
 
     ImportOutcome again(const QString &reason) {
@@ -124,18 +159,19 @@ private:
                 {}};
     }
 
-    ImportOutcome finished(Transaction &transaction, ImportPlan &plan, const ErrorsSince &errors) {
+    template <class Commit> ImportOutcome finished(ImportPlan plan, const Commit &commit) {
         RestFile rest;
         if (plan.count(PlannedRow::Refused) > 0)
             if (const Result<> written = rest.write(m_path, restOf(m_job, plan)); !written)
                 return failed(written.reason() + u"\r\n登録していません。"_s);
-        if (transaction.commit() != 0)
-            return failed(errors.text().trimmed());
+        if (const Result<> committed = commit(); !committed)
+            return failed(committed.reason());
         return {ImportOutcome::Done, {}, std::move(plan), rest.keep()};
     }
 
     const ImportJob &m_job;
     cT_ADODB &m_db;
+    const Folders &m_folders;
     const ImportPlan &m_shown;
     ImportRows m_rows;
     QString m_path;
@@ -146,18 +182,33 @@ private:
 
 } // namespace
 
-Result<ImportPlan> tryImport(const ImportJob &job, cT_ADODB &db, const Folders &) {
+Result<ImportPlan> tryImport(const ImportJob &job, cT_ADODB &db, const Folders &folders) {
+    if (job.kind == ImportKind::Consents)
+        return ConsentImport(job, db, folders).plan();
     const Result<ReferenceRows> stored = readReferenceRows(db, job.kind, job.branch);
     if (!stored)
         return Failure{stored.reason()};
-    return planImport(job.description(), job.file, job.columns, job.unknown, *stored);
+    QStringList missing;
+    ImportColumns columns = job.columns;
+    for (int &field : columns.fields)
+        if (field >= 0 && !isThere(db, job.description(), job.description().fields[size_t(field)])) {
+            missing += job.description().fields[size_t(field)].caption;
+            field = -1;
+        }
+    ImportPlan plan = planImport(job.description(), job.file, columns, job.unknown, *stored);
+    plan.missing = missing;
+    return plan;
 }
 
-ImportOutcome writeImport(const ImportJob &job, cT_ADODB &db, const Folders &, const ImportPlan &shown,
+ImportOutcome writeImport(const ImportJob &job, cT_ADODB &db, const Folders &folders, const ImportPlan &shown,
                           ImportRows rows, const QString &path, const ImportProgress &progress) {
     if (rows == ImportRows::All && shown.count(PlannedRow::Refused) > 0)
         return {ImportOutcome::Refused, u"取り込めない行があるため、登録していません。"_s, shown, {}};
-    return Writer(job, db, shown, rows, path, progress).write();
+    return Writer(job, db, folders, shown, rows, path, progress).write();
+}
+
+QString importStopped() {
+    return u"中止しました。何も登録していません。"_s;
 }
 
 QString restPathFor(const QString &path) {

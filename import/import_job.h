@@ -46,5 +46,8 @@ Result<ImportPlan> tryImport(const ImportJob &job, cT_ADODB &db, const Folders &
 ImportOutcome writeImport(const ImportJob &job, cT_ADODB &db, const Folders &folders, const ImportPlan &shown,
                           ImportRows rows, const QString &path, const ImportProgress &progress = {});
 
+/// The reason of a failure that the user wanted.
+QString importStopped();
+
 /// Where what is left of a file goes: beside it, under a name that nothing bears yet.
 QString restPathFor(const QString &path);

@@ -1,5 +1,7 @@
 #include "import/import_kind.h"
 
+#include "db/tables/keys.h"
+
 #include <algorithm>
 #include <array>
 
@@ -241,16 +243,22 @@ ImportDescription patients() {
     it.fields.push_back({u"続柄"_s, u"cZokugara"_s, F::Text, 10, u"本人家族"_s});
     it.fields.push_back(reference(u"担当"_s, u"nTantou"_s, ImportKind::Staff,
                                   u"担当者|施術者|担当施術者|主担当|担当者名|施術者名"_s));
+    for (int i = 2; i <= mostPractitioners; ++i)
+        it.fields.push_back(reference(u"担当%1"_s.arg(i), u"nTantou%1"_s.arg(i), ImportKind::Staff,
+                                      u"担当者%1|施術者%1|副担当%1"_s.arg(i)));
     it.fields.push_back(reference(u"医師"_s, u"nDouiIsiCd"_s, ImportKind::Doctors,
                                   u"同意医師|主治医|医師名|かかりつけ医|同意医"_s,
                                   {{u"cDouiIsiName1"_s, u"cName"_s},
                                    {u"cDouiIsiKikan1"_s, u"cKikan"_s},
-                                   {u"cDouiIsiAdd1"_s, u"cAddress1"_s}}));
+                                   {u"cDouiIsiAdd1"_s, u"cAddress1"_s},
+                                   {u"iSisetsuCode"_s, u"iSisetsuCode"_s}}));
     it.fields.push_back(inSub(
         reference(u"病院"_s, u"iSisetsuCode"_s, ImportKind::Facilities, u"医療機関|病院名|医療機関名"_s)));
-    it.fields.push_back(
-        reference(u"施設"_s, u"nSisetsuCd"_s, ImportKind::Facilities, u"入居施設|施設名|入所施設|入居先"_s,
-                  {{u"cSisetsuName"_s, u"cShamei1"_s}, {u"cSisetsuAddress"_s, u"cAddress1"_s}}));
+    it.fields.push_back(inSub(reference(u"施設"_s, u"iAddressSisetsuCd"_s, ImportKind::Facilities,
+                                        u"入居施設|施設名|入所施設|入居先"_s,
+                                        {{u"nSisetsuCd"_s, u"nIDNo"_s},
+                                         {u"cSisetsuName"_s, u"cShamei1"_s},
+                                         {u"cSisetsuAddress"_s, u"cAddress1+cAddress2"_s}})));
     it.fields.push_back(reference(u"ケアマネージャー"_s, u"nCareManeCd"_s, ImportKind::CareManagers,
                                   u"ケアマネ|ケアマネジャー|介護支援専門員|担当ケアマネ|ケアマネ名"_s,
                                   {{u"cCareManeName"_s, u"cName"_s}}));
@@ -263,6 +271,66 @@ ImportDescription patients() {
     it.fields.push_back(
         {u"介護保険番号"_s, u"cKaigoHokenNo"_s, F::Typed, 10, u"介護被保険者番号|介護保険被保険者番号"_s});
     it.fields.push_back({u"備考"_s, u"cDouiItiranBikou"_s, F::Memo, 400, u"一覧備考|メモ|コメント"_s});
+    return it;
+}
+
+ImportDescription consents() {
+    ImportDescription it{ImportKind::Consents, u"同意"_s, u"RIYOUSHA_DOUI_REC"_s, {}, true, {}, false, {}};
+    const auto day = [](const QString &caption, const QString &column, const QString &headings,
+                        const QString &example = {}) {
+        return F{caption, column, F::Date, 0, headings, example};
+    };
+    const auto tick = [](const QString &caption, const QString &column, const QString &headings) {
+        F field{caption, column, F::Choice, 0, headings};
+        field.choices = {{0, u"なし|0|×|無|いいえ|-"_s}, {1, u"あり|1|○|◯|●|✓|レ|有|はい"_s}};
+        return field;
+    };
+    it.fields = {
+        number(u"nIDNo"_s, u"利用者番号|利用者ID|利用者No|利用者コード|患者番号|患者ID|患者No|患者コード"_s),
+        name(u"cName"_s, 0, u"利用者名|利用者氏名|利用者|患者名|患者氏名|患者"_s, u"山田　花子|佐藤　太郎"_s),
+        kana(u"cNameKana"_s, 0, u"利用者名カナ|利用者カナ|患者名カナ|患者カナ"_s, {}),
+        day(u"生年月日"_s, u"tBirthday"_s, u"誕生日"_s, u"昭和20年1月2日|1938/11/03"_s),
+        day(u"同意日"_s, u"tDouiDay"_s, u"同意年月日|同意取得日|取得日"_s, u"R8.5.20|2026/06/01"_s),
+        day(u"診察日"_s, u"tShinsatsuDay"_s, u"診察年月日"_s),
+        day(u"加療開始"_s, u"tDouiKaryoS"_s,
+            u"要加療開始|要加療期間開始|加療期間開始|有効期間開始|期間開始|開始日|期間自"_s, u"R8.6.1|"_s),
+        day(u"加療終了"_s, u"tDouiKaryoE"_s,
+            u"要加療終了|要加療期間終了|加療期間終了|有効期間終了|有効期限|期間終了|終了日|期限|期間至"_s,
+            u"R8.11.30|"_s)};
+    F months{u"月数"_s, u"nDouiUpMonth"_s, F::Choice, 0, u"期間月数|か月|有効月数"_s};
+    for (int i = 1; i <= 12; ++i)
+        months.choices.push_back({i, u"%1|%1か月|%1ヶ月|%1カ月|%1ヵ月|%1月"_s.arg(i)});
+    it.fields.push_back(months);
+    F doctor =
+        reference(u"医師"_s, u"cIsiCd"_s, ImportKind::Doctors, u"同意医師|医師名|同意医|医師番号|主治医"_s,
+                  {{u"cDouiIsiName"_s, u"cName"_s},
+                   {u"cDouiIsiKikan"_s, u"cKikan"_s},
+                   {u"cDouiIsiAdd"_s, u"cAddress1"_s}});
+    doctor.example = u"三浦　一|森　花子"_s;
+    it.fields.push_back(doctor);
+    it.fields.push_back({u"医療機関"_s, u"cDouiIsiKikan"_s, F::Text, 80, u"医療機関名|病院|病院名"_s});
+    it.fields.push_back(
+        {u"傷病名"_s, u"cDouiByoumei"_s, F::Text, 200, u"病名|診断名|疾患名"_s, u"脳梗塞後遺症|腰痛症"_s});
+    F kind{u"区分"_s, u"iHenkeiFlg"_s, F::Choice, 0, u"同意区分|施術区分|種別|施術"_s};
+    kind.choices = {{0, u"マッサージ|マッサ|あん摩|鍼灸|はりきゅう|通常|0"_s},
+                    {1, u"変形徒手|変形徒手矯正術|変形|1"_s}};
+    it.fields.push_back(kind);
+    F procedure{u"同意方法"_s, u"iDouiShubetsu"_s, F::Choice, 0, u"書面口頭|手続き"_s};
+    procedure.choices = {{0, u"書面|文書|同意書|0"_s}, {1, u"口頭|1"_s}};
+    it.fields.push_back(procedure);
+    it.fields.push_back({u"施術部位"_s, u"施術部位"_s, F::Text, 0, u"部位"_s, u"体幹、右上肢|"_s});
+    it.fields.push_back(tick(u"体幹"_s, u"iSejutuBui1"_s, u"躯幹"_s));
+    it.fields.push_back(tick(u"右上肢"_s, u"iSejutuBui2"_s, {}));
+    it.fields.push_back(tick(u"左上肢"_s, u"iSejutuBui3"_s, {}));
+    it.fields.push_back(tick(u"右下肢"_s, u"iSejutuBui4"_s, {}));
+    it.fields.push_back(tick(u"左下肢"_s, u"iSejutuBui5"_s, {}));
+    it.fields.push_back(tick(u"温罨法"_s, u"iOnan"_s, u"温あん法"_s));
+    it.fields.push_back(tick(u"電気光線"_s, u"iDenki"_s, u"電気光線器具|電療"_s));
+    it.fields.push_back(tick(u"はり"_s, u"iHKHariUmu"_s, u"鍼"_s));
+    it.fields.back().example = u"|○"_s;
+    it.fields.push_back(tick(u"きゅう"_s, u"iHKKyuUmu"_s, u"灸"_s));
+    it.fields.push_back(tick(u"電気鍼"_s, u"iHKDekiUmu"_s, u"電気はり"_s));
+    it.fields.push_back({u"一覧備考"_s, u"cItiranBikou"_s, F::Memo, 400, u"備考|メモ"_s});
     return it;
 }
 
@@ -283,7 +351,7 @@ ImportDescription described(ImportKind kind) {
     case ImportKind::Consents:
         break;
     }
-    return patients();
+    return consents();
 }
 
 } // namespace

@@ -12,7 +12,7 @@ inline constexpr int importKinds = 7;
 /// A column that repeats one of the row that a reference names.
 struct FollowingColumn {
     QString column;
-    QString source; ///< of the named row's table
+    QString source; ///< of the named row's table; several joined by +
 };
 
 /// A number that stands for some words.
@@ -32,7 +32,6 @@ struct ImportField {
         Typed, ///< telephone numbers, postal codes and the like: as they are typed
         Date,
         Choice,
-        Parts,     ///< of the body, for a consent
         Reference, ///< number or name of a row of another kind
         Reason     ///< what an import wrote beside a row that it could not take
     };

@@ -120,7 +120,8 @@ Result<ReferenceRows> readReferenceRows(cT_ADODB &db, ImportKind kind, const Bra
     for (const ImportField &field : describeImport(kind).fields)
         if (field.kind == ImportField::Reference && !kinds.contains(field.target))
             kinds += field.target;
-    kinds.removeAll(ImportKind::Consents);
+    if (kind == ImportKind::Consents)
+        kinds.front() = ImportKind::Patients;
     for (const ImportKind each : kinds) {
         Result<StoredRows> read = StoredRows::read(db, describeImport(each), branch);
         if (!read)

@@ -37,6 +37,7 @@ struct PlannedRow {
 struct ImportPlan {
     std::vector<PlannedRow> rows;
     int repeatedHeadings = 0; ///< lines in the midst of the file that repeat its headings
+    QStringList missing;      ///< items of the file that this database has no column for: they are left out
     int count(PlannedRow::State state) const;
 };
 

@@ -112,6 +112,16 @@ QString insertRowsSql(const ImportDescription &description, const Branch &branch
     return sql;
 }
 
+QString insertMonthsSql(const Branch &branch, const QStringList &patients, const QString &computer) {
+    QStringList rows;
+    for (const QString &patient : patients)
+        rows += u"(%1, %2, %3, CONVERT(VARCHAR(7), GetDate(), 111), 1, %4, GetDate())"_s.arg(branch.iKyotenCd)
+                    .arg(branch.iKyotenEb)
+                    .arg(patient, sqlText(computer));
+    return u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, cPcName, tUpDateTime) VALUES "_s +
+           rows.join(u", ");
+}
+
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
                      const WrittenRow &row, const QString &computer) {
     const QString table = tableOf(description, sub);

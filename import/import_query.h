@@ -34,6 +34,8 @@ struct WrittenRow {
 QString insertRowsSql(const ImportDescription &description, const Branch &branch, bool sub,
                       const QStringList &columns, const std::vector<WrittenRow> &rows,
                       const QString &computer);
+/// The month in which a new patient's period settings are kept, as the patient's form begins it.
+QString insertMonthsSql(const Branch &branch, const QStringList &patients, const QString &computer);
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
                      const WrittenRow &row, const QString &computer);
 

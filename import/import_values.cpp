@@ -52,6 +52,9 @@ QString withoutDecoration(const QString &text) {
 CellReading readDate(const ImportField &field, const QString &text, bool serials) {
     const QDate day =
         serials ? QDate(1899, 12, 30).addDays(text.toInt()) : dateFromInput(withoutDecoration(text));
+    static const QRegularExpression shortYear(u"^\\d{1,2}[/.年-]\\d{1,2}[/.月-]\\d{1,2}日?$"_s);
+    if (!day.isValid() && shortYear.match(toHalfWidth(text)).hasMatch())
+        return {{}, u"「%1」の年を4桁か元号で書いてください：%2"_s.arg(field.caption, text)};
     if (!day.isValid())
         return {{}, u"「%1」が日付ではありません：%2"_s.arg(field.caption, text.left(30))};
     if (day.year() < 1868 || day.year() > 2199)

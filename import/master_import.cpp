@@ -12,8 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-const QString stopped = u"中止しました。"_s;
-
 std::optional<MasterKind> masterOf(ImportKind kind) {
     if (kind == ImportKind::Doctors)
         return MasterKind::Doctor;
@@ -32,18 +30,21 @@ QStringList codesOf(const ImportPlan &plan, PlannedRow::State state) {
 
 } // namespace
 
-Result<> MasterImport::execute(const QString &sql) {
+Result<> MasterImport::execute(const QStringList &statements) {
     const ErrorsSince errors(m_db);
-    return m_db.iExecSQL(sql) == 0 ? Result<>() : Failure{errors.text().trimmed()};
+    QList<qint64> affected;
+    return statements.isEmpty() || m_db.iExecSQLs(statements, affected) == 0
+               ? Result<>()
+               : Failure{errors.text().trimmed()};
 }
 
 Result<> MasterImport::lock(const ImportPlan &plan) {
-    if (const Result<> locked = execute(lockImportsSql()); !locked)
+    if (const Result<> locked = execute({lockImportsSql()}); !locked)
         return locked;
     const QStringList codes = codesOf(plan, PlannedRow::Changed);
     for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
         if (const Result<> locked =
-                execute(lockRowsSql(m_description, m_job.branch, codes.mid(at, mostRowsAStatement)));
+                execute({lockRowsSql(m_description, m_job.branch, codes.mid(at, mostRowsAStatement))});
             !locked)
             return locked;
     return {};
@@ -97,34 +98,52 @@ Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProg
         const auto end = std::min(rows.size(), at + size_t(mostRowsAStatement));
         const std::vector<WrittenRow> some(rows.begin() + qsizetype(at), rows.begin() + qsizetype(end));
         if (const Result<> done =
-                execute(insertRowsSql(m_description, m_job.branch, sub, list, some, computer));
+                execute({insertRowsSql(m_description, m_job.branch, sub, list, some, computer)});
             !done)
             return done;
         if (progress && !progress(int(end), int(rows.size())))
-            return Failure{stopped};
+            return Failure{importStopped()};
     }
     return {};
 }
 
-Result<> MasterImport::update(const PlannedRow &row) {
-    const QString computer = m_db.csGetComputerName();
-    const WrittenRow own = part(row, false), sub = part(row, true);
-    if (!own.values.isEmpty())
-        if (const Result<> done = execute(updateRowSql(m_description, m_job.branch, false, own, computer));
+Result<> MasterImport::insertMonths(const ImportPlan &plan) {
+    const QStringList codes = codesOf(plan, PlannedRow::New);
+    for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
+        if (const Result<> done = execute(
+                {insertMonthsSql(m_job.branch, codes.mid(at, mostRowsAStatement), m_db.csGetComputerName())});
             !done)
             return done;
-    if (sub.values.isEmpty())
-        return {};
-    return execute(row.withoutSub
-                       ? insertRowsSql(m_description, m_job.branch, true, sub.values.keys(), {sub}, computer)
-                       : updateRowSql(m_description, m_job.branch, true, sub, computer));
+    return {};
+}
+
+QStringList MasterImport::updates(const PlannedRow &row) const {
+    const QString computer = m_db.csGetComputerName();
+    const WrittenRow own = part(row, false), sub = part(row, true);
+    QStringList statements;
+    if (!own.values.isEmpty())
+        statements += updateRowSql(m_description, m_job.branch, false, own, computer);
+    if (!sub.values.isEmpty())
+        statements += row.withoutSub ? insertRowsSql(m_description, m_job.branch, true, sub.values.keys(),
+                                                     {sub}, computer)
+                                     : updateRowSql(m_description, m_job.branch, true, sub, computer);
+    return statements;
+}
+
+bool MasterImport::isRepeated(const PlannedRow &row) const {
+    if (!m_job.copy)
+        return false;
+    if (m_job.kind == ImportKind::CareManagers)
+        return row.values.contains(u"cName"_s);
+    const std::optional<MasterKind> kind = masterOf(m_job.kind);
+    return kind && std::ranges::any_of(describeMaster(*kind).repeated,
+                                       [&](const QString &column) { return row.values.contains(column); });
 }
 
 // As the masters' forms do where the user wants it: names and addresses go on to those who repeat them.
 Result<> MasterImport::updateCopied(const PlannedRow &row) {
-    const std::optional<MasterKind> kind = masterOf(m_job.kind);
-    if (m_job.kind == ImportKind::CareManagers && m_job.copy && row.values.contains(u"cName"_s)) {
-        if (const Result<> done = update(row); !done)
+    if (m_job.kind == ImportKind::CareManagers) {
+        if (const Result<> done = execute(updates(row)); !done)
             return done;
         cT_CAREMANE table;
         table.iInit(m_db);
@@ -133,16 +152,11 @@ Result<> MasterImport::updateCopied(const PlannedRow &row) {
         record.cName = row.values.value(u"cName"_s);
         return table.iDataUpdate_ToRiyousha(&record) == 0 ? Result<>() : Failure{table.sErrMsg()};
     }
-    const bool repeated =
-        kind && std::ranges::any_of(describeMaster(*kind).repeated,
-                                    [&](const QString &column) { return row.values.contains(column); });
-    if (!repeated || !m_job.copy)
-        return update(row);
-    const auto store = makeMasterStore(*kind, m_db);
+    const auto store = makeMasterStore(*masterOf(m_job.kind), m_db);
     const Result<std::optional<MasterValues>> before = store->read(row.code);
     if (!before || !*before)
         return Failure{before.reason()};
-    if (const Result<> done = update(row); !done)
+    if (const Result<> done = execute(updates(row)); !done)
         return done;
     const Result<std::optional<MasterValues>> now = store->read(row.code);
     if (!now || !*now)
@@ -158,16 +172,30 @@ Result<> MasterImport::write(ImportPlan &plan, const ImportProgress &progress) {
     if (m_description.kind == ImportKind::Patients)
         if (const Result<> done = insert(plan, true, progress); !done)
             return done;
+    if (m_description.kind == ImportKind::Patients)
+        if (const Result<> done = insertMonths(plan); !done)
+            return done;
     std::vector<const PlannedRow *> changed;
     for (const PlannedRow &row : plan.rows)
         if (row.state == PlannedRow::Changed)
             changed.push_back(&row);
     std::ranges::sort(changed, {}, [](const PlannedRow *row) { return row->code.toLongLong(); });
+    QStringList statements;
     for (size_t at = 0; at < changed.size(); ++at) {
-        if (const Result<> done = updateCopied(*changed[at]); !done)
-            return done;
-        if (progress && at % 50 == 0 && !progress(int(at), int(changed.size())))
-            return Failure{stopped};
+        const bool repeated = isRepeated(*changed[at]);
+        if (!repeated)
+            statements += updates(*changed[at]);
+        const bool last = at + 1 == changed.size();
+        if (repeated || last || statements.size() >= mostRowsAStatement) {
+            if (const Result<> done = execute(statements); !done)
+                return done;
+            statements.clear();
+            if (progress && !progress(int(at), int(changed.size())))
+                return Failure{importStopped()};
+        }
+        if (repeated)
+            if (const Result<> done = updateCopied(*changed[at]); !done)
+                return done;
     }
     return {};
 }

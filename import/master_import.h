@@ -21,10 +21,12 @@ public:
     Result<int> refuseLost(ImportPlan &plan);
 
 private:
-    Result<> execute(const QString &sql);
+    Result<> execute(const QStringList &statements);
     Result<> giveNumbers(ImportPlan &plan);
     Result<> insert(const ImportPlan &plan, bool sub, const ImportProgress &progress);
-    Result<> update(const PlannedRow &row);
+    Result<> insertMonths(const ImportPlan &plan);
+    QStringList updates(const PlannedRow &row) const;
+    bool isRepeated(const PlannedRow &row) const;
     Result<> updateCopied(const PlannedRow &row);
     bool isInSub(const QString &column) const;
     WrittenRow part(const PlannedRow &row, bool sub) const;

@@ -13,6 +13,7 @@ Result<StoredRows> StoredRows::read(cT_ADODB &db, const ImportDescription &descr
         return Failure{read.reason().trimmed()};
     StoredRows stored;
     stored.m_rows = std::move(*read);
+    stored.m_codeColumn = description.codeColumn;
     int position = 1;
     for (const QString &column : storedColumns(description))
         stored.m_positions.insert(column, position++);
@@ -26,7 +27,18 @@ Result<StoredRows> StoredRows::read(cT_ADODB &db, const ImportDescription &descr
     return stored;
 }
 
-QString StoredRows::value(int row, const QString &column) const {
+QString StoredRows::value(int row, const QString &columns) const {
+    if (!columns.contains(u'+'))
+        return valueOf(row, columns);
+    QString whole;
+    for (const QString &column : columns.split(u'+'))
+        whole += valueOf(row, column);
+    return whole;
+}
+
+QString StoredRows::valueOf(int row, const QString &column) const {
+    if (column == m_codeColumn)
+        return code(row);
     const int position = m_positions.value(column, -1);
     if (position < 0)
         return {};

@@ -17,8 +17,9 @@ public:
 
     int count() const { return m_rows.rowCount(); }
     QString code(int row) const { return m_rows.text(row, 0).trimmed(); }
-    /// Dates as yyyy/mm/dd; Null and columns that are not read give an empty text.
-    QString value(int row, const QString &column) const;
+    /// Of several columns, joined by +, their texts one after the other. Dates as yyyy/mm/dd; Null and
+    /// columns that are not read give an empty text.
+    QString value(int row, const QString &columns) const;
     /// Of a patient: whether RIYOUSHA_SUB has a row.
     bool inSub(int row) const;
 
@@ -28,6 +29,9 @@ public:
     QList<int> named(const QString &comparedName) const { return m_byName.value(comparedName); }
 
 private:
+    QString valueOf(int row, const QString &column) const;
+
+    QString m_codeColumn;
     Recordset m_rows;
     QHash<QString, int> m_positions; ///< of the columns
     QHash<QString, bool> m_isDate;

@@ -5,6 +5,7 @@
 . scripts/tour/consent_screens.sh
 . scripts/tour/fees.sh
 . scripts/tour/forms.sh
+. scripts/tour/import.sh
 . scripts/tour/jobs.sh
 . scripts/tour/list.sh
 . scripts/tour/management.sh
@@ -135,6 +136,7 @@ make_tour() {
     tour_consent_screens
     tour_settings
     tour_fees
+    tour_import
     tour_end
     tour_road
     tour_management

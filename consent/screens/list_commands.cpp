@@ -153,6 +153,10 @@ std::span<const ListCommand> listCommands() {
         ListCommand{u""_s, u"mnStaff"_s, u"施術者マスタ"_s, u""_s,
                     u"施術者の一覧を開きます。登録・修正・削除・CSV出力ができます"_s, Settings, Nothing,
                     openStaff},
+        ListCommand{
+            u""_s, u"mnTorikomi"_s, u"データの取込"_s, u"Ctrl+O"_s,
+            u"利用者・医師・同意などをCSVファイルから取り込みます。登録する前に、行ごとの結果を確かめられます"_s,
+            Settings, Nothing, openImport},
         ListCommand{u""_s, u"mnDouiSettei"_s, u"同意管理設定"_s, u"Ctrl+T"_s,
                     u"利用者ごとの期間の計算方法を設定します"_s, Settings, Nothing, openPeriodSettings},
         ListCommand{u""_s, u"mnDouiSyosikiKaisya"_s, u"会社の同意書式"_s, u"Ctrl+Shift+Y"_s,

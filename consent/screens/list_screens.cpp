@@ -19,6 +19,7 @@
 #include "consent/rows/given_consents_query.h"
 #include "consent/settings/period_settings_form.h"
 #include "fees/fees_form.h"
+#include "import/import_form.h"
 #include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
@@ -414,6 +415,13 @@ bool openMasterManagementPrint(const ListOpening &opening) {
     form.iInit(lettersOf(opening, written));
     form.exec();
     return written;
+}
+
+bool openImport(const ListOpening &opening) {
+    frmDataImport form(opening.environment, opening.db, opening.parent);
+    form.iInit();
+    form.exec();
+    return form.written();
 }
 
 bool openFees(const ListOpening &opening) {

@@ -84,6 +84,9 @@ bool openCounsellors(const ListOpening &opening);
 bool openStaff(const ListOpening &opening);
 ///@}
 
+/// Patients, masters and consents from a file.
+bool openImport(const ListOpening &opening);
+
 /// Unit prices and visit fees.
 bool openFees(const ListOpening &opening);
 bool openDatabaseCheck(const ListOpening &opening);

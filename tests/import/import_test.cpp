@@ -1,7 +1,7 @@
 #include "tests/import/import_fixture.h"
 
 #include "import/import_values.h"
-#include "tests/support/failing_provider.h"
+#include "tests/support/wrapped_provider.h"
 
 #include <QFile>
 #include <thread>
@@ -85,12 +85,13 @@ TEST_F(ImportTest, TheTrialSaysOfEachRowWhatWouldBecomeOfIt) {
                 "医師「森花」が2件あります（番号 4、12）。番号で指定してください"_s,
             u"× 氏名・名称がありません"_s, u"× 3 行目と同じ利用者です"_s}));
     // A variant of a name's sign is the same person and a change; so is what the number says.
-    EXPECT_EQ(
-        tried(job(ImportKind::Patients,
-                  u"番号,氏名,カナ,生年月日,電話\n,山崎花子,,S20.1.2,0999-2\n8,佐藤 タロウ,,,\n"
-                  "8,佐藤太郎,サトウタロウ,1940/1/1,\n77,やまざきはなこ,やまざきはなこ,S20.1.2,\n"_s)),
-        (QStringList{u"変更 氏名：山﨑　花子 → 山崎花子　電話：0999-1 → 0999-2"_s,
-                     u"× 番号 8 は別の利用者が使っています"_s, u"変更 生年月日：1940/01/01"_s, u"新規"_s}));
+    EXPECT_EQ(tried(job(ImportKind::Patients,
+                        u"番号,氏名,カナ,生年月日,電話\n,山崎花子,,S20.1.2,0999-2\n8,佐藤 タロウ,,,\n"
+                        "8,佐藤太郎,サトウタロウ,1940/1/1,\n77,やまざきはなこ,やまざきはなこ,S20.1.2,\n"
+                        ",佐藤太郎,サトウジロウ,,\n,他院花子,タインハナコ,1930/1/1,\n"_s)),
+              (QStringList{u"変更 氏名：山﨑　花子 → 山崎花子　電話：0999-1 → 0999-2"_s,
+                           u"× 番号 8 は別の利用者が使っています"_s, u"変更 生年月日：1940/01/01"_s,
+                           u"新規"_s, u"新規 同じ名前の利用者があります（番号 8）"_s, u"新規"_s}));
 }
 
 TEST_F(ImportTest, WhatWasTriedIsWrittenAsAWhole) {
@@ -118,6 +119,12 @@ TEST_F(ImportTest, WhatWasTriedIsWrittenAsAWhole) {
         "10|森 正|NULL|1960/01/03|12|丙医院|NULL|NULL|0|NULL"_s);
     EXPECT_EQ(database.rows(u"SELECT nIDNo, iSisetsuCode FROM RIYOUSHA_SUB ORDER BY nIDNo"_s),
               (QStringList{u"7|5"_s, u"9|5"_s, u"10|NULL"_s}));
+    EXPECT_EQ(database.rows(u"SELECT nIDNo, iDouiNo FROM DOUIKIROKU ORDER BY nIDNo"_s),
+              (QStringList{u"9|1"_s, u"10|1"_s}));
+    ASSERT_EQ(
+        written(job(ImportKind::Patients, u"番号,氏名,生年月日\n,丙丁,1950/3/3\n11,甲乙,1950/2/2\n"_s)).kind,
+        ImportOutcome::Done);
+    EXPECT_EQ(database.value(u"SELECT nIDNo FROM RIYOUSHA WHERE cName = '丙丁'"_s), u"12"_s);
     EXPECT_EQ(tried(lenient).join(u','), u"同じ,同じ,同じ 病院「丙医院」は登録がないため空にします"_s);
 }
 
@@ -195,6 +202,49 @@ TEST_F(ImportTest, TwoAtOnceGiveNoNumberTwiceAndOverwriteNothing) {
     EXPECT_EQ(late.kind, ImportOutcome::Overtaken);
     EXPECT_EQ(said(late.plan), (QStringList{u"同じ"_s, u"変更 電話：2 → 1"_s}));
     EXPECT_EQ(database.value(u"SELECT cTelNo FROM RIYOUSHA WHERE nIDNo = 7"_s), u"2"_s);
+}
+
+TEST_F(ImportTest, ItemsThatTheDatabaseLacksAreNamedAndLeftOut) {
+    database.run(u"ALTER TABLE RIYOUSHA DROP COLUMN iKaigodo"_s);
+    const ImportJob file = job(ImportKind::Patients, u"氏名,生年月日,要介護度\n新田一,1950/1/1,要介護1\n"_s);
+    const Result<ImportPlan> shown = tryImport(file, database.db, folders);
+    ASSERT_TRUE(shown) << shown.reason().toStdString();
+    EXPECT_EQ(shown->missing, QStringList(u"要介護度"_s));
+    ASSERT_EQ(written(file).kind, ImportOutcome::Done);
+    EXPECT_EQ(tried(file), QStringList(u"同じ"_s));
+}
+
+TEST_F(ImportTest, WhatTheDatabaseWouldNotKeepIsRefused) {
+    // A server with texts in a code page of its own.
+    cT_ADODB lossy([](const QString &text) {
+        return std::make_unique<WrappedProvider>(makeProvider(text), [](QString &sql) {
+            if (!sql.startsWith(u"SELECT"))
+                sql.replace(u"𠮷"_s, u"?"_s);
+            return true;
+        });
+    });
+    lossy.iInit(database.connectionString());
+    const ImportJob patients =
+        job(ImportKind::Patients,
+            u"番号,氏名,生年月日\n60,𠮷田一,1950/1/1\n61,森正,1960/1/3\n7,山﨑　花子,S20.1.2\n"_s, true);
+    const ImportJob consents = job(
+        ImportKind::Consents, u"利用者番号,同意日,傷病名,右上肢\n7,R8.5.1,腰痛,○\n61,R8.5.1,𠮷,○\n"_s, true);
+    for (const ImportJob *own : {&patients, &consents}) {
+        const Result<ImportPlan> shown = tryImport(*own, lossy, folders);
+        ASSERT_TRUE(shown);
+        EXPECT_EQ(shown->count(PlannedRow::Refused), 0) << said(*shown).join(u'/').toStdString();
+        const auto write = [&](ImportRows rows) {
+            return writeImport(*own, lossy, folders, *shown, rows, database.folder() + u"/残り.csv"_s);
+        };
+        const ImportOutcome none = write(ImportRows::All);
+        EXPECT_EQ(none.kind, ImportOutcome::Refused);
+        EXPECT_EQ(none.plan.count(PlannedRow::Refused), 1);
+        const ImportOutcome right = write(ImportRows::RightOnes);
+        EXPECT_EQ(right.kind, ImportOutcome::Done) << right.text.toStdString();
+        EXPECT_TRUE(QString::fromUtf8(bytesOf(right.restPath)).contains(u"データベースに保存できない文字"_s));
+    }
+    EXPECT_EQ(database.rows(u"SELECT nIDNo FROM RIYOUSHA WHERE nIDNo > 50"_s), QStringList(u"61"_s));
+    EXPECT_EQ(database.rows(u"SELECT nIDNo FROM RIYOUSHA_DOUI_REC"_s), QStringList(u"7"_s));
 }
 
 TEST_F(ImportTest, WhateverFailsLeavesEverythingAsItWas) {

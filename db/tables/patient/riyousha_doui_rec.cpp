@@ -123,6 +123,12 @@ short cT_RIYOUSHA_DOUI_REC::iDataReadGrid(const PatientKey &patient) {
                 u" ORDER BY  nDate, iHenkeiFlg, nHenkeiDouiDate"_s);
 }
 
+short cT_RIYOUSHA_DOUI_REC::iDataReadGrid(const Branch &branch, const std::set<qint32> &patients) {
+    return read(u" where "_s + sqlWhere(branch, u"RIYOUSHA_DOUI_REC") +
+                sqlAndAmong(u"RIYOUSHA_DOUI_REC.nIDNo", patients) +
+                u" ORDER BY nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate"_s);
+}
+
 short cT_RIYOUSHA_DOUI_REC::iDataRead(const ConsentRowKey &key) {
     return read(u" where "_s + sqlWhere(key));
 }

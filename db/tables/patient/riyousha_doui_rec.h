@@ -3,6 +3,8 @@
 #include "db/tables/base/table.h"
 #include "db/tables/keys.h"
 
+#include <set>
+
 /// One consent of a patient. The columns stand in the order in which a whole row is copied.
 struct cD_RIYOUSHA_DOUI_REC : PatientKey {
     qint32 nDate = 0; ///< record date yyyymmdd
@@ -66,6 +68,8 @@ public:
 
     /// The consents of a patient, oldest first, massage before deformity correction.
     short iDataReadGrid(const PatientKey &patient);
+    /// Those of some patients of a branch, each patient's in the same order.
+    short iDataReadGrid(const Branch &branch, const std::set<qint32> &patients);
 
     using Table::iDataRead;
     short iDataRead(const ConsentRowKey &key);
