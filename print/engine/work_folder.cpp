@@ -151,19 +151,24 @@ void clearWorkFolder(const Environment &environment) {
     for (const QFileInfo &run : folder.entryInfoList({PrintFiles::folderStart() + u'*'}, QDir::Dirs))
         if (isLeft(environment.processes, run, clock))
             QDir(run.filePath()).removeRecursively();
+    const QStringList tickets{u"*.ticket"_s};
+    const QStringList ofTheLock{u"Com.dat"_s, u"DouiCom.dat"_s, u"err.txt"_s};
+    const QStringList ofAViewer{u"Output????.wfd"_s, u"cmdSetPrint*.dat"_s, u"WfdCom.dat"_s};
+    const QStringList ofPeople{u"Output????*.pdf"_s, u"WfdCom*.pdf"_s, u"同意依頼書*.pdf"_s};
+    // A lock is written through to the disk: a start does not wait for that where nothing is left.
+    if (folder.entryList(tickets + ofTheLock + ofAViewer + ofPeople, QDir::Files).isEmpty())
+        return;
     // A program that is just handing over its job holds the lock; then the next run clears.
     const Result<WorkFolderLock> lock = WorkFolderLock::take(environment, [] { return false; });
     if (!lock)
         return;
-    const QStringList tickets{u"*.ticket"_s};
     for (const QFileInfo &ticket : folder.entryInfoList(tickets, QDir::Files))
         clearTicket(environment.processes, ticket, clock);
     removeClaims(folder);
     if (!QDir(folder.path()).entryList(tickets).isEmpty())
         return; // somebody may be reading
-    removeOlder(folder, {u"Com.dat"_s, u"DouiCom.dat"_s, u"err.txt"_s}, {},
-                clock); // used under the lock alone
-    removeOlder(folder, {u"Output????.wfd"_s, u"cmdSetPrint*.dat"_s, u"WfdCom.dat"_s}, mayBeRead, clock);
+    removeOlder(folder, ofTheLock, {}, clock);
+    removeOlder(folder, ofAViewer, mayBeRead, clock);
     if (folder != QDir(environment.folders.program()))
-        removeOlder(folder, {u"Output????*.pdf"_s, u"WfdCom*.pdf"_s, u"同意依頼書*.pdf"_s}, day, clock);
+        removeOlder(folder, ofPeople, day, clock);
 }
