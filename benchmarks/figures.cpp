@@ -33,6 +33,10 @@ void Figures::limit(const char *name, double ours, double allowed) {
     std::printf("%-58s %8.1f ms (allowed %.0f ms): %s\n", name, ours, allowed, verdict(ours < allowed));
 }
 
+void Figures::count(const char *name, double ours, double allowed) {
+    std::printf("%-58s %8.3g (allowed %.3g): %s\n", name, ours, allowed, verdict(ours <= allowed));
+}
+
 void Figures::note(const char *name, double ours) {
     std::printf("%-58s %8.1f ms (no limit set)\n", name, ours);
 }

@@ -19,6 +19,8 @@ public:
     /// A time beside a yardstick's, measured in the same run.
     void compare(const char *name, double ours, const char *yardstick, double theirs, double allowedRatio);
     void limit(const char *name, double ours, double allowed);
+    /// Something that is counted.
+    void count(const char *name, double ours, double allowed);
     /// A time for which no limit is set.
     void note(const char *name, double ours);
     /// Something that holds or does not.

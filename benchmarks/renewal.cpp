@@ -2,6 +2,7 @@
 // one script in the embedded engine's shell, each on a copy of the same database. At most three times as long
 // is allowed.
 
+#include "benchmarks/noting_provider.h"
 #include "consent/record/renewal_run.h"
 #include "db/adodb.h"
 #include "db/dialect/dialect.h"
@@ -23,43 +24,6 @@ constexpr int patients = 5000;
 constexpr int received = 1000;
 constexpr int repetitions = 3;
 constexpr double allowedRatio = 3.0;
-
-/// Notes every statement on its way to the real provider.
-class NotingProvider : public DbProvider {
-public:
-    NotingProvider(std::unique_ptr<DbProvider> real, QStringList &script)
-        : m_real(std::move(real)), m_script(script) {}
-
-    bool open(const QString &connectionString) override { return m_real->open(connectionString); }
-    void close() override { m_real->close(); }
-    bool isOpen() const override { return m_real->isOpen(); }
-    QString databaseName() const override { return m_real->databaseName(); }
-    bool query(const QString &sql, Recordset &rows) override {
-        m_script.append(sql);
-        return m_real->query(sql, rows);
-    }
-    bool execute(const QString &sql, qint64 *affected) override {
-        m_script.append(sql);
-        return m_real->execute(sql, affected);
-    }
-    bool begin() override {
-        m_script.append(u"BEGIN IMMEDIATE"_s);
-        return m_real->begin();
-    }
-    bool commit() override {
-        m_script.append(u"COMMIT"_s);
-        return m_real->commit();
-    }
-    bool rollback() override {
-        m_script.append(u"ROLLBACK"_s);
-        return m_real->rollback();
-    }
-    void setCommandTimeout(int seconds) override { m_real->setCommandTimeout(seconds); }
-
-private:
-    std::unique_ptr<DbProvider> m_real;
-    QStringList &m_script;
-};
 
 [[noreturn]] void stop(const QString &reason) {
     std::fprintf(stderr, "%s\n", reason.toUtf8().constData());

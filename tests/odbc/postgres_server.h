@@ -24,6 +24,9 @@ public:
     QString connectionString(const QString &password = QString(QLatin1String(rightPassword)),
                              const QString &database = QStringLiteral("postgres")) const;
 
+    /// Path of one of the programs that come with the server.
+    QString program(const QString &name) const { return m_programs + u'/' + name; }
+
     static constexpr const char *rightPassword = "Geheim-42";
 
 private:
