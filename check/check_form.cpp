@@ -79,6 +79,7 @@ void DatabaseCheckForm::layOut() {
     connect(m_grid->selectionModel(), &QItemSelectionModel::currentChanged, this,
             [this](const QModelIndex &current) { showDetail(current.row()); });
     auto *buttons = new QHBoxLayout;
+    layout->addLayout(buttons);
     m_all = new QCheckBox(u"問題のないものも表示する(&A)"_s);
     m_all->setObjectName(u"chkSubete"_s);
     connect(m_all, &QCheckBox::toggled, this, [this] { showRows(); });
@@ -97,7 +98,6 @@ void DatabaseCheckForm::layOut() {
     button(u"cmdPrint"_s, u"印刷"_s, u"F11"_s, [this] { print(); });
     auto *end = button(u"cmdEnd"_s, u"終了"_s, u"F12"_s, [this] { reject(); });
     (new CsvButton(m_environment, *m_grid, windowTitle()))->insert(*buttons, *end);
-    layout->addLayout(buttons);
     resize(QSize(m_grid->widthOf(84), fontMetrics().height() * 30)
                .boundedTo(screen()->availableSize() * 95 / 100));
 }

@@ -33,16 +33,17 @@ std::unique_ptr<DbProvider> makeProvider(const QString &connectionString) {
 QString DbProvider::columnsSql() const {
     return QStringLiteral("SELECT TABLE_NAME, COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH"
                           " FROM INFORMATION_SCHEMA.COLUMNS"
-                          " WHERE TABLE_SCHEMA NOT IN ('pg_catalog', 'information_schema')");
+                          " WHERE TABLE_SCHEMA IN (SCHEMA_NAME(), 'dbo')");
 }
 
 QString DbProvider::indexesSql() const {
-    return QStringLiteral("SELECT sys.tables.name, sys.indexes.name, sys.columns.name FROM sys.index_columns"
-                          " JOIN sys.indexes ON sys.indexes.object_id = sys.index_columns.object_id"
-                          " AND sys.indexes.index_id = sys.index_columns.index_id"
-                          " JOIN sys.tables ON sys.tables.object_id = sys.index_columns.object_id"
-                          " JOIN sys.columns ON sys.columns.object_id = sys.index_columns.object_id"
-                          " AND sys.columns.column_id = sys.index_columns.column_id"
-                          " WHERE sys.index_columns.key_ordinal > 0"
-                          " ORDER BY sys.tables.name, sys.indexes.name, sys.index_columns.key_ordinal");
+    return QStringLiteral(
+        "SELECT sys.tables.name AS T, sys.indexes.name AS I, sys.columns.name AS C FROM sys.index_columns"
+        " JOIN sys.indexes ON sys.indexes.object_id = sys.index_columns.object_id"
+        " AND sys.indexes.index_id = sys.index_columns.index_id"
+        " JOIN sys.tables ON sys.tables.object_id = sys.index_columns.object_id"
+        " JOIN sys.columns ON sys.columns.object_id = sys.index_columns.object_id"
+        " AND sys.columns.column_id = sys.index_columns.column_id"
+        " WHERE sys.index_columns.key_ordinal > 0"
+        " ORDER BY sys.tables.name, sys.indexes.name, sys.index_columns.key_ordinal");
 }

@@ -242,14 +242,19 @@ bool OdbcProvider::leaveTransaction() {
     return false;
 }
 
+QString OdbcProvider::columnsSql() const {
+    if (dialect() != SqlDialect::PostgreSql)
+        return DbProvider::columnsSql();
+    return u"SELECT TABLE_NAME, COLUMN_NAME, DATA_TYPE, CHARACTER_MAXIMUM_LENGTH FROM "
+           u"INFORMATION_SCHEMA.COLUMNS"
+           " WHERE TABLE_SCHEMA = ANY (current_schemas(false))"_s;
+}
+
 QString OdbcProvider::indexesSql() const {
     if (dialect() != SqlDialect::PostgreSql)
         return DbProvider::indexesSql();
-    return u"SELECT T.relname, I.relname, pg_get_indexdef(I.oid, A.attnum, true) FROM pg_index AS X JOIN "
-           u"pg_class AS T ON T.oid = "
-           u"X.indrelid"
-           " JOIN pg_class AS I ON I.oid = X.indexrelid JOIN pg_attribute AS A ON A.attrelid = I.oid"
-           " JOIN pg_namespace AS N ON N.oid = T.relnamespace WHERE N.nspname NOT IN ('pg_catalog', "
-           "'pg_toast')"
-           " ORDER BY T.relname, I.relname, A.attnum"_s;
+    return u"SELECT T.relname AS T, I.relname AS I, pg_get_indexdef(I.oid, A.attnum, true) FROM pg_index AS X"
+           " JOIN pg_class AS T ON T.oid = X.indrelid JOIN pg_class AS I ON I.oid = X.indexrelid"
+           " JOIN pg_attribute AS A ON A.attrelid = I.oid JOIN pg_namespace AS N ON N.oid = T.relnamespace"
+           " WHERE N.nspname = ANY (current_schemas(false)) ORDER BY T.relname, I.relname, A.attnum"_s;
 }

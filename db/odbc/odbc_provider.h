@@ -30,6 +30,7 @@ public:
     bool commit() override;
     bool rollback() override;
 
+    QString columnsSql() const override;
     QString indexesSql() const override;
     void setCommandTimeout(int seconds) override { m_commandTimeout = seconds; }
 

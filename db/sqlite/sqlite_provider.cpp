@@ -274,11 +274,13 @@ bool SqliteProvider::rollback() {
 
 QString SqliteProvider::columnsSql() const {
     // A declared type holds its length in parentheses.
-    return u"SELECT T.name, C.name, C.type, Null FROM sqlite_master AS T JOIN pragma_table_info(T.name) AS C"
+    return u"SELECT T.name AS T, C.name AS C, C.type, Null FROM sqlite_master AS T JOIN "
+           u"pragma_table_info(T.name) AS C"
            " WHERE T.type = 'table'"_s;
 }
 
 QString SqliteProvider::indexesSql() const {
-    return u"SELECT T.name, I.name, C.name FROM sqlite_master AS T JOIN pragma_index_list(T.name) AS I"
+    return u"SELECT T.name AS T, I.name AS I, C.name AS C FROM sqlite_master AS T JOIN "
+           u"pragma_index_list(T.name) AS I"
            " JOIN pragma_index_info(I.name) AS C WHERE T.type = 'table' ORDER BY T.name, I.name, C.seqno"_s;
 }

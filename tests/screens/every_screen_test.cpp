@@ -8,6 +8,7 @@
 #include "consent/screens/consent_list_form.h"
 #include "consent/screens/list_commands.h"
 #include "db/adodb.h"
+#include "db/column_names.h"
 #include "print/consent_form/consent_print_form.h"
 #include "sample/installation.h"
 #include "setup/set_up_form.h"
@@ -187,6 +188,19 @@ TEST_F(EveryScreen, ShowsLargeTextsWhole) {
                                    << cut.join(u", "_s).toStdString();
     });
     QApplication::setFont(before);
+}
+
+TEST_F(EveryScreen, OpensWithoutTheColumnsThatADatabaseMayLack) {
+    ASSERT_EQ(db.iExecSQL(u"DROP INDEX IX_RIYOUSHA_CAREMANE"_s), 0);
+    for (const OptionalColumn &column : optionalColumns())
+        ASSERT_EQ(db.iExecSQL(u"ALTER TABLE %1 DROP COLUMN %2"_s.arg(column.table, column.column)), 0)
+            << db.sErrMsg().toStdString();
+    QSet<QString> windows;
+    walkAll([&](QWidget &window) { windows.insert(window.windowTitle()); });
+    EXPECT_GE(windows.size(), 30);
+    EXPECT_EQ(db.sErrMsg().toStdString(), "");
+    for (const Message &message : messages.shown)
+        EXPECT_FALSE(message.text.contains(u"列がありません")) << message.text.toStdString();
 }
 
 TEST_F(EveryScreen, TheListsKeysAreThoseOfItsCommands) {
