@@ -76,10 +76,9 @@ public:
           m_frames(1) {}
 
     QByteArray rewritten() {
-        if (m_target.isPostgres) {
+        if (m_target.isPostgres)
             foldNames();
-            writePostgresColumns(m_tokens, m_edits);
-        }
+        writeColumns(m_tokens, m_target.isPostgres, m_edits);
         for (m_i = 0; m_i < m_tokens.size(); ++m_i)
             pass(m_tokens[m_i]);
         while (m_frames.size() > 1)

@@ -60,14 +60,27 @@ std::string lengthCheck(std::string_view column, const SqlType &type) {
            (national ? "utf16_units(" : "bytes932(") + name + ") <= " + length + ")";
 }
 
+/// Types bind nothing in SQLite. Other programs that open the file have only its own functions.
+std::string embeddedCheck(std::string_view column, const SqlType &type) {
+    const std::string name(column);
+    if (type.target == ConversionTarget::Text && !type.length().empty())
+        return " CHECK (length(" + name + ") <= " + type.length() + ")";
+    if (type.target != ConversionTarget::DateTime)
+        return {};
+    const std::string day = "substr(" + name + ", 1, 10)";
+    return " CHECK (" + name + " IS NULL OR strftime('%Y/%m/%d', replace(" + day +
+           ", '/', '-'), '+0 days') IS " + day + ")";
+}
+
 /// One definition; gives the token that ends it.
-size_t writeDefinition(const std::vector<SqlToken> &tokens, size_t at, Edits &edits) {
+size_t writeDefinition(const std::vector<SqlToken> &tokens, size_t at, bool postgres, Edits &edits) {
     std::string check;
     if (isName(tokens, at) && isName(tokens, at + 1) && !beginsConstraint(tokens[at])) {
         const SqlType type = sqlTypeAt(tokens, at + 1);
         const size_t from = tokens[at + 1].at;
-        edits.replace(from, tokens[type.next - 1].end() - from, postgresType(type));
-        check = lengthCheck(tokens[at].text, type);
+        if (postgres)
+            edits.replace(from, tokens[type.next - 1].end() - from, postgresType(type));
+        check = postgres ? lengthCheck(tokens[at].text, type) : embeddedCheck(tokens[at].text, type);
         at = type.next;
     }
     for (int depth = 0; at < tokens.size(); ++at) {
@@ -123,13 +136,13 @@ std::string postgresType(const SqlType &type) {
            (type.arguments.empty() ? std::string() : "(" + std::string(type.arguments) + ")");
 }
 
-void writePostgresColumns(const std::vector<SqlToken> &tokens, Edits &edits) {
+void writeColumns(const std::vector<SqlToken> &tokens, bool postgres, Edits &edits) {
     for (size_t at = 0; at < tokens.size(); ++at) {
         if (at > 0 && !tokens[at - 1].isSign(";"))
             continue;
         std::optional<size_t> definition = firstDefinition(tokens, at);
         while (definition) {
-            at = writeDefinition(tokens, *definition, edits);
+            at = writeDefinition(tokens, *definition, postgres, edits);
             definition = isSign(tokens, at, ",") ? std::optional(at + 1) : std::nullopt;
         }
     }

@@ -26,7 +26,8 @@ std::string postgresName(std::string_view name);
 /// without the blanks at the end, as the server does.
 std::string postgresType(const SqlType &type);
 
-/// Gives the columns in CREATE TABLE and ALTER TABLE … ADD PostgreSQL's types. Texts get a check of their
-/// length, by the functions utf16_units and bytes932: the server counts NVARCHAR(n) in units of UTF-16,
-/// VARCHAR(n) in bytes of code page 932.
-void writePostgresColumns(const std::vector<SqlToken> &tokens, Edits &edits);
+/// Sees to it that the columns of CREATE TABLE and ALTER TABLE … ADD take what the server's take. PostgreSQL
+/// gets types of its own, and checks of a text's length by the functions utf16_units and bytes932: the server
+/// counts NVARCHAR(n) in units of UTF-16, VARCHAR(n) in bytes of code page 932. SQLite, whose types bind
+/// nothing, gets checks of the length in characters, and of dates.
+void writeColumns(const std::vector<SqlToken> &tokens, bool postgres, Edits &edits);

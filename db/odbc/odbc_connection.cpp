@@ -108,14 +108,3 @@ std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const Od
     errors = done ? done->errors : QList{lateError(limit)};
     return done ? std::move(done->connection) : nullptr;
 }
-
-OdbcStatement::OdbcStatement(std::shared_ptr<const OdbcConnection> connection)
-    : m_connection(std::move(connection)) {
-    if (!SQL_SUCCEEDED(SQLAllocHandle(SQL_HANDLE_STMT, m_connection->handle(), &m_statement)))
-        m_statement = nullptr;
-}
-
-OdbcStatement::~OdbcStatement() {
-    if (m_statement)
-        SQLFreeHandle(SQL_HANDLE_STMT, m_statement);
-}

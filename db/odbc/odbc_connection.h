@@ -50,20 +50,5 @@ private:
 std::unique_ptr<OdbcConnection> logInWithin(std::chrono::seconds limit, const OdbcTarget &target,
                                             QList<ProviderError> &errors);
 
-/// A statement handle. It keeps its connection: closing that under it would free the handle twice.
-class OdbcStatement {
-public:
-    explicit OdbcStatement(std::shared_ptr<const OdbcConnection> connection);
-    ~OdbcStatement();
-    OdbcStatement(const OdbcStatement &) = delete;
-    OdbcStatement &operator=(const OdbcStatement &) = delete;
-
-    SQLHSTMT handle() const { return m_statement; }
-
-private:
-    std::shared_ptr<const OdbcConnection> m_connection;
-    SQLHSTMT m_statement = nullptr;
-};
-
 /// QString's UTF-16 as ODBC wants it.
 SQLWCHAR *odbcText(const QString &text);

@@ -2,7 +2,6 @@
 
 #include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_errors.h"
-#include "db/odbc/odbc_rows.h"
 #include "db/odbc/postgres_session.h"
 #include "db/odbc/time_limit.h"
 
@@ -71,13 +70,6 @@ bool OdbcProvider::fail(QList<ProviderError> errors, Effect effect) {
     return false;
 }
 
-bool OdbcProvider::failStatement(const OdbcStatement &statement, Effect effect) {
-    QList<ProviderError> errors = odbcDiagnostics(SQL_HANDLE_STMT, statement.handle());
-    if (errors.isEmpty())
-        errors = {odbcError(u"HY000"_s, u"原因不明のエラーです。"_s)};
-    return failInTransaction(errors, effect);
-}
-
 /// A transaction ends with the statement that fails in it: servers differ in what is left of it, and some
 /// drivers report a later commit as a success although everything was undone.
 bool OdbcProvider::failInTransaction(const QList<ProviderError> &errors, Effect effect) {
@@ -99,46 +91,36 @@ bool OdbcProvider::notOpen() {
     return fail({odbcError(u"08003"_s, u"データベースに接続していません。"_s)});
 }
 
-/// Executes; a statement that has nothing to do (SQL_NO_DATA) succeeds.
-bool OdbcProvider::run(const OdbcStatement &statement, const QString &sql, Effect effect) {
-    if (!statement.handle())
-        return failConnection();
-    // Some drivers have no time-out; the statement runs without one then.
-    SQLSetStmtAttrW(statement.handle(), SQL_ATTR_QUERY_TIMEOUT,
-                    odbcAttribute(SQLULEN(std::max(0, m_commandTimeout))), 0);
-    const QString text = inDialect(dialect(), sql);
-    const SQLRETURN result = SQLExecDirectW(statement.handle(), odbcText(text), SQLINTEGER(text.size()));
-    return SQL_SUCCEEDED(result) || result == SQL_NO_DATA || failStatement(statement, effect);
+/// Runs a text of SQL. The driver is given a little more than the time in which it should give up by itself:
+/// not every driver does so beside a server that says nothing more.
+bool OdbcProvider::ask(Work work, const QString &sql, Effect effect, OdbcAnswer &answer) {
+    if (!m_connection)
+        return notOpen();
+    const std::chrono::seconds limit(m_commandTimeout);
+    std::optional<OdbcAnswer> given =
+        inTime<OdbcAnswer>(limit + std::max(limit / 20, std::chrono::seconds(1)),
+                           [work, connection = m_connection, text = inDialect(dialect(), sql),
+                            seconds = m_commandTimeout] { return work(connection, text, seconds); });
+    if (!given)
+        return failLate(m_inTransaction ? Effect::None : effect);
+    answer = std::move(*given);
+    return answer.done || failInTransaction(answer.errors, effect);
 }
 
 bool OdbcProvider::query(const QString &sql, Recordset &rows) {
     rows.close();
-    if (!m_connection)
-        return notOpen();
-    const OdbcStatement statement(m_connection);
-    if (!run(statement, sql, Effect::None))
+    OdbcAnswer answer;
+    if (!ask(odbcQuery, sql, Effect::None, answer))
         return false;
-    // Counts of changed rows may stand before the rows.
-    SQLSMALLINT columns = 0;
-    while (SQL_SUCCEEDED(SQLNumResultCols(statement.handle(), &columns)) && columns == 0) {
-        const SQLRETURN more = SQLMoreResults(statement.handle());
-        if (more == SQL_NO_DATA)
-            return fail({odbcError(u"24000"_s, u"SQL が行を返しません。"_s)});
-        if (!SQL_SUCCEEDED(more))
-            return failStatement(statement, Effect::None);
-    }
-    OdbcRowReader reader(statement.handle(), m_connection->readsCellsOfBlocks());
-    if (reader.readAll(rows))
-        return true;
-    rows.close();
-    return failInTransaction(reader.errors(), Effect::None);
+    rows = std::move(answer.rows);
+    return true;
 }
 
 bool OdbcProvider::execute(const QString &sql, qint64 *affected) {
-    QList<qint64> counts;
-    const bool done = runCounting(sql, counts);
+    OdbcAnswer answer;
+    const bool done = ask(odbcExecute, sql, Effect::Unknown, answer);
     if (affected)
-        *affected = counts.value(0);
+        *affected = answer.counts.value(0);
     return done;
 }
 
@@ -146,49 +128,37 @@ bool OdbcProvider::executeAll(const QStringList &statements, QList<qint64> &affe
     affected.clear();
     for (qsizetype first = 0; first < statements.size(); first += mostTogether) {
         const QStringList together = statements.mid(first, mostTogether);
-        QList<qint64> counts;
-        if (!runCounting(together.join(u";\n"_s), counts))
+        OdbcAnswer answer;
+        if (!ask(odbcExecute, together.join(u";\n"_s), Effect::Unknown, answer))
             return false;
         // Nobody could tell whose counts they are.
-        if (counts.size() != together.size())
+        if (answer.counts.size() != together.size())
             return failInTransaction({odbcError(u"HY000"_s, u"変更された件数が分かりません。"_s)},
                                      Effect::Unknown);
-        affected += counts;
+        affected += answer.counts;
     }
     return true;
 }
 
-/// @param affected takes a number for each statement of the text
-bool OdbcProvider::runCounting(const QString &sql, QList<qint64> &affected) {
-    if (!m_connection)
-        return notOpen();
-    const OdbcStatement statement(m_connection);
-    if (!run(statement, sql, Effect::Unknown))
-        return false;
-    for (;;) {
-        SQLLEN count = 0;
-        SQLRowCount(statement.handle(), &count);
-        affected.append(std::max<SQLLEN>(count, 0));
-        // An error of a later statement shows only when its result is asked for.
-        const SQLRETURN more = SQLMoreResults(statement.handle());
-        if (more == SQL_NO_DATA)
-            return true;
-        if (!SQL_SUCCEEDED(more))
-            return failStatement(statement, Effect::Unknown);
-    }
+template <class T>
+std::optional<T> OdbcProvider::inTime(std::chrono::seconds limit, const std::function<T()> &work) {
+    return m_commandTimeout > 0 ? within(limit, work) : work();
 }
 
-/// The driver has no time limit of its own for these. What is late goes with its connection: nothing more can
-/// be sent over it, and the server undoes what it has not committed.
-bool OdbcProvider::inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect) {
-    const auto connection = m_connection;
-    const std::function<bool()> call = [connection, work, argument] { return (*connection.*work)(argument); };
-    const std::chrono::seconds limit(m_commandTimeout);
-    const std::optional<bool> done = limit.count() > 0 ? within(limit, call) : call();
-    if (done)
-        return *done;
+/// What is late goes with its connection: nothing more can be sent over it, and the server undoes what it has
+/// not committed.
+bool OdbcProvider::failLate(Effect effect) {
     m_inTransaction = false; // the driver is still busy with it
-    return fail({odbcError(u"08S01"_s, lateError(limit).description)}, effect);
+    return fail({odbcError(u"08S01"_s, lateError(std::chrono::seconds(m_commandTimeout)).description)},
+                effect);
+}
+
+/// The driver has no time limit of its own for these.
+bool OdbcProvider::inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect) {
+    const std::optional<bool> done =
+        inTime<bool>(std::chrono::seconds(m_commandTimeout),
+                     [connection = m_connection, work, argument] { return (*connection.*work)(argument); });
+    return done ? *done : failLate(effect);
 }
 
 bool OdbcProvider::begin() {

@@ -1,10 +1,12 @@
 #pragma once
 
-#include "db/odbc/odbc_connection.h"
+#include "db/odbc/odbc_statement.h"
 #include "db/provider.h"
 
 #include <chrono>
+#include <functional>
 #include <memory>
+#include <optional>
 
 /// A database server reached through ODBC. Statements pass as they are to SQL Server, and rewritten to
 /// PostgreSQL.
@@ -37,14 +39,15 @@ public:
 private:
     /// What is known of the data when the connection is lost in the middle of something.
     enum class Effect { None, Unknown };
+    using Work = OdbcAnswer (*)(const std::shared_ptr<const OdbcConnection> &, const QString &, int);
 
     bool fail(QList<ProviderError> errors, Effect effect = Effect::None);
-    bool failStatement(const OdbcStatement &statement, Effect effect);
     bool failConnection(Effect effect = Effect::None);
     bool failInTransaction(const QList<ProviderError> &errors, Effect effect);
     bool notOpen();
-    bool run(const OdbcStatement &statement, const QString &sql, Effect effect);
-    bool runCounting(const QString &sql, QList<qint64> &affected);
+    bool failLate(Effect effect);
+    bool ask(Work work, const QString &sql, Effect effect, OdbcAnswer &answer);
+    template <class T> std::optional<T> inTime(std::chrono::seconds limit, const std::function<T()> &work);
     bool inTime(bool (OdbcConnection::*work)(bool), bool argument, Effect effect = Effect::None);
     bool leaveTransaction();
 

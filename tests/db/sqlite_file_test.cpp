@@ -109,6 +109,25 @@ TEST_F(SqliteFile, ARelativePathCountsFromTheProgramFolder) {
     before.isNull() ? qunsetenv("DOUISHO_FOLDER") : qputenv("DOUISHO_FOLDER", before);
 }
 
+TEST_F(SqliteFile, ColumnsTakeWhatTheServersWouldTake) {
+    run(u"CREATE TABLE T (a INT, cText NVARCHAR(3) NOT NULL, tDay DATETIME, CONSTRAINT P PRIMARY KEY (a))"_s);
+    const struct {
+        QString values;
+        bool taken;
+    } cases[] = {{u"1, N'𠮷あｱ', '2028/02/29'"_s, true},
+                 {u"2, '', Null"_s, true},
+                 {u"3, 'abc', '2026/11/21 09:08:07.065'"_s, true},
+                 {u"4, 'abcd', Null"_s, false},
+                 {u"5, 'abc', '2026/02/30'"_s, false},
+                 {u"6, 'abc', 'someday'"_s, false},
+                 {u"7, Null, Null"_s, false}};
+    for (const auto &c : cases)
+        EXPECT_EQ(db.execute(u"INSERT INTO T VALUES ("_s + c.values + u")"_s, nullptr), c.taken)
+            << c.values.toStdString();
+    EXPECT_FALSE(db.execute(u"UPDATE T SET tDay = '2026/04/31'"_s, nullptr));
+    EXPECT_EQ(cells(u"SELECT count(*) FROM T"_s), u"3"_s);
+}
+
 TEST_F(SqliteFile, AReadOnlyFileIsReadAndNotWritten) {
     run(u"CREATE TABLE T (a int); INSERT INTO T VALUES (5)"_s);
     const QFileInfo file(path());

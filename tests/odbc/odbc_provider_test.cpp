@@ -2,10 +2,12 @@
 #include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_provider.h"
 #include "db/odbc/odbc_rows.h"
+#include "db/odbc/odbc_statement.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
 
 #include <QElapsedTimer>
+#include <csignal>
 #include <gtest/gtest.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -96,8 +98,7 @@ TEST_F(OdbcProviderTest, EveryKindOfValueArrives) {
 
 TEST_F(OdbcProviderTest, ARowIsFoundByTheTimeThatWasReadOfIt) {
     for (const QString &type : {u"timestamp(0)"_s, u"timestamp(3)"_s, u"timestamp(6)"_s}) {
-        one(u"DROP TABLE IF EXISTS T; CREATE TABLE T (t %1); INSERT INTO T VALUES (clock_timestamp())"
-            " RETURNING 1"_s.arg(type));
+        run(u"DROP TABLE IF EXISTS T; CREATE TABLE T AS SELECT clock_timestamp()::%1 AS t"_s.arg(type));
         const QString read = one(u"SELECT t FROM T"_s);
         EXPECT_EQ(one(u"SELECT count(*) FROM T WHERE t = '%1'"_s.arg(read)), u"1"_s)
             << type.toStdString() << ' ' << read.toStdString();
@@ -246,6 +247,21 @@ TEST_F(OdbcProviderTest, ACommitThatHangsIsGivenUp) {
     EXPECT_TRUE(db.errors().first().description.contains(u"保存されたか分かりません")) << errorText(db);
     ASSERT_TRUE(db.open(server->connectionString())) << errorText(db);
     EXPECT_EQ(one(u"SELECT count(*) FROM slow"_s), u"0"_s);
+}
+
+TEST_F(OdbcProviderTest, AServerThatSaysNothingMoreIsGivenUp) {
+    const pid_t session = one(u"SELECT pg_backend_pid()"_s).toInt();
+    db.setCommandTimeout(1);
+    ASSERT_EQ(::kill(session, SIGSTOP), 0);
+    QElapsedTimer clock;
+    clock.start();
+    Recordset rows;
+    EXPECT_FALSE(db.query(u"SELECT 1"_s, rows));
+    EXPECT_LT(clock.elapsed(), 4000);
+    EXPECT_FALSE(db.isOpen());
+    EXPECT_EQ(::kill(session, SIGCONT), 0);
+    ASSERT_TRUE(db.open(server->connectionString())) << errorText(db);
+    EXPECT_EQ(one(u"SELECT 1"_s), u"1"_s);
 }
 
 TEST_F(OdbcProviderTest, ASessionThatTheServerEndsIsNoticed) {
