@@ -86,7 +86,8 @@ QStringList clipped(QWidget &window) {
 class EveryScreen : public testing::Test {
 protected:
     EveryScreen() {
-        sample::makeInstallation({folder.filePath(u"見本"_s), QDate(2026, 11, 21), 20, {}, false});
+        sample::makeInstallation(
+            {.folder = folder.filePath(u"見本"_s), .day = QDate(2026, 11, 21), .patients = 20});
         folders = Folders(folder.filePath(u"見本"_s));
         clsOplIniFile ini;
         ini.iInit(Folders::file(folders.program(), u"adodb.ini"_s));
