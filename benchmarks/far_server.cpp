@@ -132,7 +132,10 @@ void measureLine(Figures &figures, const PostgresServer &server) {
         const QTemporaryDir folder;
         ListScreen screen(folder.path(), {2026, 5, 25}, {1, 1}, *db);
         double painted = 0;
-        const double trips = tripsOf([&] { painted = screen.search(QDate(2026, 5, 1), QDate(2026, 5, 31)); });
+        const double trips = tripsOf([&] {
+            painted = screen.search(QDate(2026, 5, 1), QDate(2026, 5, 31));
+            screen.settle();
+        });
         if (screen.rowCount() != rows)
             stop(u"the list does not show all rows"_s);
         figures.note("F4 over the line, 1,000 rows", painted);

@@ -103,10 +103,10 @@ Result<std::vector<ConsentRowKey>> RecordWrite::markNewest(const std::vector<Pat
     if (const Result<> found = read(rows, sqlUsableRows(patients)); !found)
         return Failure{found.reason()};
     std::vector<ConsentRowKey> newest = newestRows(rows);
-    for (const ConsentRowKey &row : newest) {
-        change(sqlWronglyNewest(row), {{u"iNewestFlg"_s, u"0"_s}});
-        change(sqlNotYetNewest(row), {{u"iNewestFlg"_s, u"1"_s}});
-    }
+    if (newest.empty())
+        return newest;
+    change(sqlWronglyNewest(newest), {{u"iNewestFlg"_s, u"0"_s}});
+    change(sqlNotYetNewest(newest), {{u"iNewestFlg"_s, u"1"_s}});
     if (const Result<QList<qint64>> marked = send(); !marked)
         return Failure{marked.reason()};
     return newest;

@@ -33,6 +33,25 @@ QString usable() {
     return u"(RIYOUSHA_DOUI_REC.iReceptDisabledFlg <> 1 or RIYOUSHA_DOUI_REC.iReceptDisabledFlg is null)"_s;
 }
 
+QString wronglyNewest(const ConsentRowKey &newest) {
+    const QString found =
+        u" and not (RIYOUSHA_DOUI_REC.nDate = "_s + sqlNumber(newest.nDate) +
+        (newest.iHenkeiFlg == 0 ? QString() : equals(u"nHenkeiDouiDate", newest.nHenkeiDouiDate)) +
+        u" and "_s + usable() + u')';
+    return ofKind(newest.patient, newest.iHenkeiFlg) + found;
+}
+
+/// The patients first, by which a server finds the rows.
+QString anyOf(const std::vector<ConsentRowKey> &rows, QString (*condition)(const ConsentRowKey &)) {
+    std::vector<PatientKey> patients;
+    QStringList conditions;
+    for (const ConsentRowKey &row : rows) {
+        patients.push_back(row.patient);
+        conditions += u'(' + condition(row) + u')';
+    }
+    return sqlOfPatients(patients) + u" and ("_s + conditions.join(u" or ") + u')';
+}
+
 } // namespace
 
 QString sqlLockPatient(const PatientKey &patient) {
@@ -116,16 +135,12 @@ std::vector<ConsentRowKey> newestRows(const Recordset &rows) {
     return newest;
 }
 
-QString sqlWronglyNewest(const ConsentRowKey &newest) {
-    const QString found =
-        u" and not (RIYOUSHA_DOUI_REC.nDate = "_s + sqlNumber(newest.nDate) +
-        (newest.iHenkeiFlg == 0 ? QString() : equals(u"nHenkeiDouiDate", newest.nHenkeiDouiDate)) +
-        u" and "_s + usable() + u')';
-    return ofKind(newest.patient, newest.iHenkeiFlg) +
-           u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 0 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s + found;
+QString sqlWronglyNewest(const std::vector<ConsentRowKey> &newest) {
+    return anyOf(newest, wronglyNewest) +
+           u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 0 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s;
 }
 
-QString sqlNotYetNewest(const ConsentRowKey &newest) {
-    return sqlOfRow(newest) + u" and "_s + usable() +
+QString sqlNotYetNewest(const std::vector<ConsentRowKey> &newest) {
+    return anyOf(newest, sqlOfRow) + u" and "_s + usable() +
            u" and (RIYOUSHA_DOUI_REC.iNewestFlg <> 1 or RIYOUSHA_DOUI_REC.iNewestFlg is null)"_s;
 }

@@ -53,8 +53,9 @@ QString sqlRemove(const QString &where);
 /// Of each patient and kind the rows that may be the newest, the newest last.
 QString sqlUsableRows(const std::vector<PatientKey> &patients);
 std::vector<ConsentRowKey> newestRows(const Recordset &rows);
-/// The other rows that bear the mark, and the found one while it does not: rows whose mark stays are not
-/// written, so that colleagues who edit them are not told of a change.
-QString sqlWronglyNewest(const ConsentRowKey &newest);
-QString sqlNotYetNewest(const ConsentRowKey &newest);
+/// The other rows that bear the mark, and the found ones while they do not: rows whose mark stays are not
+/// written, so that colleagues who edit them are not told of a change. Those of all patients at once: a
+/// server that checks what columns may hold prepares that anew for every statement.
+QString sqlWronglyNewest(const std::vector<ConsentRowKey> &newest);
+QString sqlNotYetNewest(const std::vector<ConsentRowKey> &newest);
 ///@}

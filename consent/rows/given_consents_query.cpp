@@ -10,7 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr qsizetype block = 300; // patients a statement
+constexpr qsizetype block = 500; // patients a statement: those that the list asks for at a time
 
 Result<> readBlock(cT_ADODB &db, const Branch &branch, const QStringList &patients,
                    std::vector<GivenConsent> &consents) {
