@@ -2,6 +2,7 @@
 
 #include "app/base/folders.h"
 #include "app/base/platform/files.h"
+#include "app/base/settings.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
 #include "db/tables/schema.h"
@@ -199,6 +200,10 @@ Result<bool> setUp(const Folders &folders, const Answers &answers, const QDate &
     const Result<bool> made = makeDatabase(answers, *connection, today, sample);
     if (!made)
         return made;
+    // Nobody else keeps the patients of a practice that is new, whatever its engine.
+    const Folders installed(folders.program());
+    if (Settings settings(installed); *made && settings.iSwitch(Setting::利用者登録, true) != 0)
+        return Failure{settings.sErrMsg()};
     if (const Result<> written = writeConnectionString(folders, *connection); !written)
         return Failure{written.reason()};
     forgetAnswers(folders);

@@ -1,5 +1,6 @@
 #include "setup/set_up.h"
 
+#include "app/base/settings.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
 #include "db/connection_string.h"
@@ -79,6 +80,8 @@ TEST_F(SetUp, IsLeftAndGoneOnWithAndThenMakesAnInstallationOnce) {
     EXPECT_EQ(*embeddedFile(*readConnectionString(folders)), file());
     EXPECT_EQ(contents(), whole);
     EXPECT_EQ(leftOver(), QStringList());
+    const Folders installed(folders.program());
+    EXPECT_TRUE(Settings(installed).isOn(Setting::利用者登録)) << "its patients are entered here";
 
     answers.practice.name = u"べつの治療院"_s; // the next PC
     const Result<setup::Trial> found = setup::tryConnection(answers);
