@@ -193,3 +193,29 @@ TEST(OdbcTarget, WhatCannotBeMappedIsRefusedWithTheServersName) {
         mapped(u"Provider=SQLOLEDB;UID=sa"_s, freeTds).contains(u"サーバー（Data Source）がありません"));
     EXPECT_TRUE(mapped(u"Data Source=S"_s, {u"SQLite3"_s}).contains(u"ODBC ドライバーがありません"));
 }
+
+TEST(OdbcTarget, PostgresIsReachedByItsOwnDriver) {
+    const QStringList drivers = {u"FreeTDS"_s, u"PostgreSQL Unicode"_s};
+    const auto begins = [&](const QString &text, const QString &wanted) {
+        EXPECT_TRUE(mapped(text, drivers).startsWith(wanted)) << mapped(text, drivers).toStdString();
+    };
+    begins(
+        u"Provider=PostgreSQL;Server=srv;Database=suite;User ID=u;Password='a;b}'"_s,
+        u"Driver={PostgreSQL Unicode};Server=srv;Port=5432;Database=suite;UID=u;PWD={a;b}}};SSLmode=prefer;"_s);
+    begins(u"Provider=PGNP.1;Data Source=srv;Port=5433;Initial Catalog=同意;Use Encryption for Data=True"_s,
+           u"Driver={PostgreSQL Unicode};Server=srv;Port=5433;Database=同意;SSLmode=require;"_s);
+    begins(u"provider=postgresql;Host=srv;Database=d;SSL Mode=verify-full;User=u;PWD=p"_s,
+           u"Driver={PostgreSQL Unicode};Server=srv;Port=5432;Database=d;UID=u;PWD=p;SSLmode=verify-full;"_s);
+
+    const std::pair<QString, QString> refused[] = {
+        {u"Provider=PostgreSQL;Database=d"_s, u"サーバー（Server）がありません"_s},
+        {u"Provider=PostgreSQL;Server=srv"_s, u"データベース（Database）がありません"_s},
+        {u"Provider=PostgreSQL;Server=srv;Database=d;Port=70000"_s, u"「Port」の値"_s},
+        {u"Provider=PostgreSQL;Server=srv;Database=d;PWD=geheim;b=c"_s, u"不明です"_s}};
+    for (const auto &[text, part] : refused) {
+        EXPECT_TRUE(mapped(text, drivers).contains(part)) << mapped(text, drivers).toStdString();
+        EXPECT_FALSE(mapped(text, drivers).contains(u"b=c"_s));
+    }
+    EXPECT_TRUE(
+        mapped(u"Provider=PostgreSQL;Server=srv;Database=d"_s, freeTds).contains(u"odbc-postgresql"_s));
+}
