@@ -357,8 +357,8 @@ void frmDataImport::tryOut() {
     Result<ImportPlan> plan = tryImport(m_job, m_db, m_environment.folders);
     QApplication::restoreOverrideCursor();
     if (!plan) {
-        showPlan({});
-        m_environment.messages.fail(plan.reason());
+        showPlan({}, plan.reason());
+        m_environment.messages.note(plan.reason());
         return;
     }
     showPlan(std::move(*plan));

@@ -5,6 +5,7 @@
 #include "db/column_names.h"
 #include "import/consent_import.h"
 #include "import/master_import.h"
+#include "masters/master_description.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -188,6 +189,10 @@ Result<ImportPlan> tryImport(const ImportJob &job, cT_ADODB &db, const Folders &
     const Result<ReferenceRows> stored = readReferenceRows(db, job.kind, job.branch);
     if (!stored)
         return Failure{stored.reason()};
+    // Which server it is, is known once something was read.
+    if (const auto kind = masterOf(job.kind); kind && !isKeptHere(*kind, folders, db))
+        return Failure{u"業務システムで登録する設定です。ここで登録するときは、"
+                       "設定の「利用者などを登録する」を入れてください。"_s};
     QStringList missing;
     ImportColumns columns = job.columns;
     for (int &field : columns.fields)

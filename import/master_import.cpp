@@ -12,12 +12,6 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-std::optional<MasterKind> masterOf(ImportKind kind) {
-    if (kind == ImportKind::Doctors)
-        return MasterKind::Doctor;
-    return kind == ImportKind::Facilities ? std::optional(MasterKind::Facility) : std::nullopt;
-}
-
 /// In the order of their numbers, so that no two programs wait for each other.
 QStringList codesOf(const ImportPlan &plan, PlannedRow::State state) {
     QStringList codes;
@@ -29,6 +23,25 @@ QStringList codesOf(const ImportPlan &plan, PlannedRow::State state) {
 }
 
 } // namespace
+
+std::optional<MasterKind> masterOf(ImportKind kind) {
+    switch (kind) {
+    case ImportKind::Facilities:
+        return MasterKind::Facility;
+    case ImportKind::Doctors:
+        return MasterKind::Doctor;
+    case ImportKind::Staff:
+        return MasterKind::Staff;
+    case ImportKind::Counsellors:
+        return MasterKind::Counsellor;
+    case ImportKind::Patients:
+        return MasterKind::Patient;
+    case ImportKind::CareManagers:
+    case ImportKind::Consents:
+        break;
+    }
+    return {};
+}
 
 Result<> MasterImport::execute(const QStringList &statements) {
     const ErrorsSince errors(m_db);

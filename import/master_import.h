@@ -3,6 +3,10 @@
 #include "db/adodb.h"
 #include "import/import_job.h"
 #include "import/import_query.h"
+#include "masters/master_store.h"
+
+/// The master behind a kind; care managers have none.
+std::optional<MasterKind> masterOf(ImportKind kind);
 
 /// Writes planned rows of a master or of patients, in the caller's transaction.
 class MasterImport {

@@ -1,5 +1,6 @@
 #include "tests/import/import_fixture.h"
 
+#include "app/base/settings.h"
 #include "import/import_values.h"
 #include "tests/support/wrapped_provider.h"
 
@@ -212,6 +213,14 @@ TEST_F(ImportTest, ItemsThatTheDatabaseLacksAreNamedAndLeftOut) {
     EXPECT_EQ(shown->missing, QStringList(u"要介護度"_s));
     ASSERT_EQ(written(file).kind, ImportOutcome::Done);
     EXPECT_EQ(tried(file), QStringList(u"同じ"_s));
+}
+
+TEST_F(ImportTest, PatientsOfAnotherProgramAreLeftToIt) {
+    ASSERT_EQ(Settings(folders).iSwitch(Setting::利用者登録, false), 0);
+    for (const auto &[kind, ours] :
+         {std::pair(ImportKind::Patients, false), std::pair(ImportKind::Staff, false),
+          std::pair(ImportKind::Doctors, true), std::pair(ImportKind::CareManagers, true)})
+        EXPECT_EQ(bool(tryImport(job(kind, u"氏名\nあお\n"_s), database.db, folders)), ours) << int(kind);
 }
 
 TEST_F(ImportTest, WhatTheDatabaseWouldNotKeepIsRefused) {
