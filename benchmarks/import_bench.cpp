@@ -29,10 +29,10 @@ QStringList patient(int number) {
     return {names[name] + u"　花子%1"_s.arg(number / 5),
             kana[name] + u"　ハナコ%1"_s.arg(number / 5),
             u"%1/%2/%3"_s.arg(1925 + number % 30)
-                .arg(1 + number % 12, 2, 10, u'0')
-                .arg(1 + number % 28, 2, 10, u'0'),
+                .arg(1 + number % 12, 2, 10, QChar(u'0'))
+                .arg(1 + number % 28, 2, 10, QChar(u'0')),
             QString::number(1 + number % 2),
-            u"0999-%1"_s.arg(number, 6, 10, u'0'),
+            u"0999-%1"_s.arg(number, 6, 10, QChar(u'0')),
             u"992-1010"_s,
             u"緑川県若葉市中央%1-%2"_s.arg(number % 9).arg(number % 30),
             u"若葉ハイツ%1"_s.arg(number % 300)};
