@@ -86,8 +86,11 @@ QStringList clipped(QWidget &window) {
 class EveryScreen : public testing::Test {
 protected:
     EveryScreen() {
-        sample::makeInstallation(
-            {.folder = folder.filePath(u"見本"_s), .day = QDate(2026, 11, 21), .patients = 20});
+        sample::makeInstallation({.folder = folder.filePath(u"見本"_s),
+                                  .day = QDate(2026, 11, 21),
+                                  .patients = 20,
+                                  .programs = {},
+                                  .server = {}});
         folders = Folders(folder.filePath(u"見本"_s));
         clsOplIniFile ini;
         ini.iInit(Folders::file(folders.program(), u"adodb.ini"_s));
