@@ -68,7 +68,8 @@ TEST_F(DatabaseCheck, EachFaultIsFoundWithWhatItTouches) {
         const Case &c : {
             Case{u"DROP TABLE HOLIDAY"_s, u"HOLIDAY"_s, {}, Finding::NoTable, u"祝日"_s, u"adodb.ini"_s},
             Case{u"ALTER TABLE DOCTOR DROP COLUMN cFaxNo"_s, u"DOCTOR"_s, u"cFaxNo"_s, Finding::NoColumn,
-                 u"医師マスタ"_s, u"ALTER TABLE DOCTOR ADD cFaxNo NVARCHAR(20);"_s},
+                 u"医師マスタ"_s,
+                 u"ALTER TABLE DOCTOR ADD cFaxNo NVARCHAR(20) CHECK (length(cFaxNo) <= 20);"_s},
             Case{u"ALTER TABLE RIYOUSHA DROP COLUMN tHatsubyou"_s, u"RIYOUSHA"_s, u"tHatsubyou"_s,
                  Finding::NoOptional, u"発病年月日"_s, u"tHatsubyou="_s},
             Case{code.arg(u"SMALLINT"_s, u"NVARCHAR(99)"_s), u"CODE"_s, u"cName"_s, Finding::TooShort,

@@ -14,6 +14,8 @@ protected:
         list.filter().order = ListOrder::Patient;
         found();
     }
+    /// Files made before the engine was told what a date is hold what is none.
+    void asOfAnEarlierProgram() { database.db.iExecSQL(u"PRAGMA ignore_check_constraints = ON"_s); }
     QString stored(int number, const QString &columns, int deformity = 0) const {
         return database.value(
             u"SELECT %1 FROM RIYOUSHA_DOUI_REC WHERE nIDNo = %2 AND iHenkeiFlg = %3"_s.arg(columns)
@@ -140,6 +142,7 @@ TEST_F(ListSaveTest, AFailingDatabaseKeepsRowsAndEdits) {
 }
 
 TEST_F(ListSaveTest, SavedButNotReadAgainIsSaidAndTheNextEditIsKept) {
+    asOfAnEarlierProgram();
     database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2026/11/20 10:00:00.000', cItiranBikou = '前',"
                  " tSaiDouiDay = '2026/02/30'"_s);
     consent(2, u"2026/12/31"_s, u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tSaiDouiDay = '2026/11/20'"_s);
@@ -169,6 +172,7 @@ TEST_F(ListSaveTest, SavedButNotReadAgainIsSaidAndTheNextEditIsKept) {
 }
 
 TEST_F(ListSaveTest, WhatIsNoDateStaysUntilOneIsEntered) {
+    asOfAnEarlierProgram();
     for (const QString &time : {u"NULL"_s, u"'2026/11/20 10:00:00.000'"_s}) {
         database.run(u"UPDATE RIYOUSHA_DOUI_REC SET tSaiDouiDay = '2026/02/30', tUpDateTime = "_s + time);
         found();
@@ -182,6 +186,7 @@ TEST_F(ListSaveTest, WhatIsNoDateStaysUntilOneIsEntered) {
 }
 
 TEST_F(ListSaveTest, WhatIsNoDateGoesAlongWithAnAnswerThatMoves) {
+    asOfAnEarlierProgram();
     consent(1, u"2026/12/31"_s,
             u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, tSaiDouiDay = '2026/11/20',"
             " tSaiDouiKaryoS = '2027/02/30', tSaiDouiKaryoE = '2027/05/31'"_s);
