@@ -7,7 +7,7 @@
 #include "app/forms/input_box.h"
 #include "consent/screens/consent_list_form.h"
 #include "print/consent_form/consent_print_form.h"
-#include "sample/sample_database.h"
+#include "sample/server_database.h"
 #include "setup/set_up_form.h"
 
 #include <QCoreApplication>
@@ -70,8 +70,8 @@ std::unique_ptr<ConsentPrintScreen> QtScreens::makePrintScreen() {
 }
 
 bool QtScreens::setUp() {
-    const auto sample = [this](const QString &file) {
-        return sample::makeSampleDatabase(file, m_environment.clock.today(), samplePatients);
+    const auto sample = [this](const QString &connection) {
+        return sample::makeSampleAt(connection, m_environment.clock.today(), samplePatients);
     };
     return SetUpForm(m_environment, QCoreApplication::applicationDirPath(), sample).exec() ==
            QDialog::Accepted;

@@ -1,8 +1,12 @@
 #include "sample/server_database.h"
 
 #include "db/adodb.h"
+#include "db/connection_settings.h"
 #include "db/sql_text.h"
 #include "db/tables/schema.h"
+#include "sample/sample_database.h"
+
+#include <QTemporaryDir>
 
 #include <algorithm>
 
@@ -78,6 +82,15 @@ Result<> copyToServer(const QString &path, const QString &connectionString) {
     if (to.dialect() == SqlDialect::PostgreSql && to.iExecSQL(u"ANALYZE"_s) != 0)
         return Failure{to.sErrMsg().simplified()};
     return {};
+}
+
+Result<> makeSampleAt(const QString &connectionString, QDate day, int patients) {
+    if (const std::optional<QString> file = embeddedFile(connectionString))
+        return makeSampleDatabase(*file, day, patients);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(u"sample.db"_s);
+    const Result<> made = makeSampleDatabase(path, day, patients);
+    return made ? copyToServer(path, connectionString) : made;
 }
 
 } // namespace sample

@@ -103,14 +103,33 @@ Result<bool> fillDatabase(const QString &connection, const Practice &practice, c
     return writePractice(db, practice, today);
 }
 
-Result<> fillFile(const QString &file, const Answers &answers, const QDate &today,
-                  const MakeDatabase &sample) {
-    if (answers.sample)
-        return sample(file);
+/// Whether tables with a practice are there.
+Result<bool> isTaken(const QString &connection) {
+    cT_ADODB db;
+    if (const Result<> connected = connectTo(db, connection); !connected)
+        return Failure{connected.reason()};
+    const Result<bool> tables = hasSchema(db);
+    return tables && *tables ? hasPractice(db) : tables;
+}
+
+Result<bool> fillWithSample(const QString &connection, const MakeSample &sample) {
+    if (const Result<bool> taken = isTaken(connection); !taken || *taken)
+        return taken ? Result<bool>(false) : taken;
+    if (const Result<> made = sample(connection); !made) {
+        // Of two that begin at once the second is refused when the first is done.
+        const Result<bool> taken = isTaken(connection);
+        return taken && *taken ? Result<bool>(false) : Failure{made.reason()};
+    }
+    return true;
+}
+
+Result<> fillFile(const QString &file, const Answers &answers, const QDate &today, const MakeSample &sample) {
+    const Result<QString> connection = embeddedConnection(file);
+    if (connection && answers.sample)
+        return sample(*connection);
     if (QFile made(file); !made.open(QIODevice::WriteOnly))
         return Failure{
             u"「%1」を作成できません。%2"_s.arg(QDir::toNativeSeparators(file), made.errorString())};
-    const Result<QString> connection = embeddedConnection(file);
     const Result<bool> filled =
         connection ? fillDatabase(*connection, answers.practice, today) : Failure{connection.reason()};
     return filled ? Result<>() : Failure{filled.reason()};
@@ -135,7 +154,7 @@ Result<bool> takeName(const QString &beside, const QString &file) {
 }
 
 Result<bool> makeFile(const QString &file, const Answers &answers, const QDate &today,
-                      const MakeDatabase &sample) {
+                      const MakeSample &sample) {
     const QString name = QDir::toNativeSeparators(file);
     if (!QDir().mkpath(QFileInfo(file).path()))
         return Failure{u"フォルダ「%1」を作成できません。"_s.arg(QFileInfo(name).path())};
@@ -162,13 +181,14 @@ Result<bool> makeFile(const QString &file, const Answers &answers, const QDate &
 }
 
 Result<bool> makeDatabase(const Answers &answers, const QString &connection, const QDate &today,
-                          const MakeDatabase &sample) {
+                          const MakeSample &sample) {
     if (const std::optional<QString> file = embeddedFile(connection); file && !QFile::exists(*file)) {
         const Result<bool> made = makeFile(*file, answers, today, sample);
         if (!made || *made)
             return made;
     }
-    return fillDatabase(connection, answers.practice, today);
+    return answers.sample ? fillWithSample(connection, sample)
+                          : fillDatabase(connection, answers.practice, today);
 }
 
 } // namespace
@@ -186,7 +206,7 @@ Result<Trial> tryConnection(const Answers &answers) {
 }
 
 Result<bool> setUp(const Folders &folders, const Answers &answers, const QDate &today,
-                   const QString &programs, const MakeDatabase &sample) {
+                   const QString &programs, const MakeSample &sample) {
     const Result<QString> connection = connectionOf(answers);
     if (!connection)
         return Failure{connection.reason()};

@@ -56,7 +56,7 @@ QString adviceAndDetails(const QString &reason) {
 
 } // namespace
 
-SetUpForm::SetUpForm(Environment &environment, QString programs, setup::MakeDatabase sample, QWidget *parent)
+SetUpForm::SetUpForm(Environment &environment, QString programs, setup::MakeSample sample, QWidget *parent)
     : QDialog(parent),
       m_environment(environment),
       m_programs(std::move(programs)),
@@ -123,7 +123,7 @@ void SetUpForm::takeAnswers() {
     m_answers.engine = m_ui->optEmbedded->isChecked()   ? setup::Engine::Embedded
                        : m_ui->optPostgres->isChecked() ? setup::Engine::PostgreSql
                                                         : setup::Engine::SqlServer;
-    m_answers.sample = m_answers.engine == setup::Engine::Embedded && m_ui->optSample->isChecked();
+    m_answers.sample = m_ui->optSample->isChecked();
 }
 
 void SetUpForm::goTo(Screen to) {
@@ -162,11 +162,11 @@ void SetUpForm::showConnectionInputs() {
     m_ui->lblTried->clear();
 }
 
-// A practice that was found brings its own data; so does the sample, which only a new file takes.
+// A practice that was found brings its own data; so does the sample.
 bool SetUpForm::isAsked(Screen screen) const {
     switch (screen) {
     case Data:
-        return m_isNew && m_answers.engine == setup::Engine::Embedded;
+        return m_isNew;
     case Practice:
         return m_isNew && !m_answers.sample;
     default:

@@ -16,7 +16,7 @@ class SetUpForm : public QDialog {
     Q_OBJECT
 public:
     /// @param programs folder of the program
-    SetUpForm(Environment &environment, QString programs, setup::MakeDatabase sample,
+    SetUpForm(Environment &environment, QString programs, setup::MakeSample sample,
               QWidget *parent = nullptr);
     ~SetUpForm() override;
 
@@ -45,7 +45,7 @@ private:
 
     Environment &m_environment;
     QString m_programs;
-    setup::MakeDatabase m_sample;
+    setup::MakeSample m_sample;
     std::unique_ptr<Ui::SetUpForm> m_ui;
     setup::Answers m_answers;
     bool m_isNew = true; ///< no practice was found where the connection leads

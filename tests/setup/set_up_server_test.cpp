@@ -3,6 +3,7 @@
 #include "app/base/folders.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
+#include "sample/server_database.h"
 #include "setup/practice_query.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
@@ -36,9 +37,13 @@ protected:
         answers.practice.name = u"あおば治療院"_s;
         return answers;
     }
+    static Result<> makeSample(const QString &connection) {
+        return sample::makeSampleAt(connection, QDate(2026, 11, 21), 20);
+    }
     static Result<bool> setUpOnAPc(const Answers &answers) {
         const QTemporaryDir folder;
-        const Result<bool> made = setup::setUp(Folders(folder.path()), answers, QDate(2026, 11, 21), {}, {});
+        const Result<bool> made =
+            setup::setUp(Folders(folder.path()), answers, QDate(2026, 11, 21), {}, makeSample);
         EXPECT_EQ(hasConnectionSettings(Folders(folder.path())), bool(made));
         return made;
     }
@@ -55,26 +60,35 @@ protected:
 } // namespace
 
 TEST_F(SetUpOnAServer, SeveralPcsAtOnceMakeOnePracticeAndOthersJoinIt) {
-    run(u"CREATE DATABASE douisho ENCODING 'UTF8' TEMPLATE template0"_s);
-    const Answers answers = answersFor(u"douisho"_s);
-    EXPECT_TRUE(setup::tryConnection(answers)->isNew);
-    std::array<Result<bool>, 3> made{false, false, false};
-    {
-        std::vector<std::jthread> pcs;
-        for (Result<bool> &one : made)
-            pcs.emplace_back([&] { one = setUpOnAPc(answers); });
+    const struct {
+        bool sample;
+        qint64 branches, patients;
+    } cases[] = {{false, 2, 0}, {true, 4, 20}};
+    for (const auto &[sample, branches, patients] : cases) {
+        const QString database = sample ? u"mihon"_s : u"kara"_s;
+        run(u"CREATE DATABASE %1 ENCODING 'UTF8' TEMPLATE template0"_s.arg(database));
+        Answers answers = answersFor(database);
+        answers.sample = sample;
+        EXPECT_TRUE(setup::tryConnection(answers)->isNew);
+        std::array<Result<bool>, 3> made{false, false, false};
+        {
+            std::vector<std::jthread> pcs;
+            for (Result<bool> &one : made)
+                pcs.emplace_back([&] { one = setUpOnAPc(answers); });
+        }
+        int makers = 0;
+        for (const Result<bool> &one : made) {
+            EXPECT_TRUE(one) << one.reason().toStdString();
+            makers += one && *one;
+        }
+        EXPECT_EQ(makers, 1);
+        EXPECT_FALSE(setup::tryConnection(answers)->isNew);
+        cT_ADODB db;
+        db.iInit(*setup::connectionOf(answers));
+        EXPECT_EQ(*setup::countRows(db, u"KYOTEN"_s), branches);
+        EXPECT_EQ(*setup::countRows(db, u"RIYOUSHA"_s), patients);
+        EXPECT_GE(*setup::countRows(db, u"HOLIDAY WHERE iYear = 2026 AND iKyotenCd = 1"_s), 18);
     }
-    int makers = 0;
-    for (const Result<bool> &one : made) {
-        EXPECT_TRUE(one) << one.reason().toStdString();
-        makers += one && *one;
-    }
-    EXPECT_EQ(makers, 1);
-    EXPECT_FALSE(setup::tryConnection(answers)->isNew);
-    cT_ADODB db;
-    db.iInit(*setup::connectionOf(answers));
-    EXPECT_EQ(*setup::countRows(db, u"HOLIDAY WHERE iYear = 2026"_s), 18);
-    EXPECT_EQ(*setup::countRows(db, u"KYOTEN"_s), 2);
 }
 
 TEST_F(SetUpOnAServer, TablesWithoutAPracticeAreFinished) {
