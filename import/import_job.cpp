@@ -23,6 +23,35 @@ bool isThere(const cT_ADODB &db, const ImportDescription &description, const Imp
     return db.columnNames().has(field.inSub ? u"RIYOUSHA_SUB"_s : description.table, field.column);
 }
 
+/// @param shown a plan of the same job, which still holds while nothing that it leans on has changed; may be
+/// null
+Result<ImportPlan> planned(const ImportJob &job, cT_ADODB &db, const Folders &folders,
+                           const ImportPlan *shown) {
+    const Result<ReferenceRows> stored = readReferenceRows(db, job.kind, job.branch);
+    if (!stored)
+        return Failure{stored.reason()};
+    // Which server it is, is known once something was read.
+    if (const auto kind = masterOf(job.kind); kind && !isKeptHere(*kind, folders, db))
+        return Failure{u"業務システムで登録する設定です。ここで登録するときは、"
+                       "設定の「利用者などを登録する」を入れてください。"_s};
+    size_t leansOn = 0;
+    for (const auto &[kind, rows] : *stored)
+        leansOn = rows.fingerprint(leansOn);
+    if (shown && shown->leansOn == leansOn)
+        return *shown;
+    QStringList missing;
+    ImportColumns columns = job.columns;
+    for (int &field : columns.fields)
+        if (field >= 0 && !isThere(db, job.description(), job.description().fields[size_t(field)])) {
+            missing += job.description().fields[size_t(field)].caption;
+            field = -1;
+        }
+    ImportPlan plan = planImport(job.description(), job.file, columns, job.unknown, *stored);
+    plan.missing = missing;
+    plan.leansOn = leansOn;
+    return plan;
+}
+
 QByteArray restOf(const ImportJob &job, const ImportPlan &plan) {
     std::vector<CsvFile::Rest> rows;
     if (job.columns.headed)
@@ -96,7 +125,7 @@ private:
         if (const Result<> locked = import.lock(m_shown); !locked)
             return again(locked.reason());
         return carriedOut(
-            tryImport(m_job, m_db, m_folders),
+            planned(m_job, m_db, m_folders, &m_shown),
             [&](ImportPlan &plan) { return import.write(plan, m_progress); },
             [&](ImportPlan &plan) { return import.refuseLost(plan); },
             [&] { return transaction.commit() == 0 ? Result<>() : Failure{errors.text().trimmed()}; });
@@ -184,25 +213,8 @@ private:
 } // namespace
 
 Result<ImportPlan> tryImport(const ImportJob &job, cT_ADODB &db, const Folders &folders) {
-    if (job.kind == ImportKind::Consents)
-        return ConsentImport(job, db, folders).plan();
-    const Result<ReferenceRows> stored = readReferenceRows(db, job.kind, job.branch);
-    if (!stored)
-        return Failure{stored.reason()};
-    // Which server it is, is known once something was read.
-    if (const auto kind = masterOf(job.kind); kind && !isKeptHere(*kind, folders, db))
-        return Failure{u"業務システムで登録する設定です。ここで登録するときは、"
-                       "設定の「利用者などを登録する」を入れてください。"_s};
-    QStringList missing;
-    ImportColumns columns = job.columns;
-    for (int &field : columns.fields)
-        if (field >= 0 && !isThere(db, job.description(), job.description().fields[size_t(field)])) {
-            missing += job.description().fields[size_t(field)].caption;
-            field = -1;
-        }
-    ImportPlan plan = planImport(job.description(), job.file, columns, job.unknown, *stored);
-    plan.missing = missing;
-    return plan;
+    return job.kind == ImportKind::Consents ? ConsentImport(job, db, folders).plan()
+                                            : planned(job, db, folders, nullptr);
 }
 
 ImportOutcome writeImport(const ImportJob &job, cT_ADODB &db, const Folders &folders, const ImportPlan &shown,

@@ -24,6 +24,7 @@ public:
             UnknownReference unknown, const ReferenceRows &stored)
         : m_description(description),
           m_file(file),
+          m_columns(columns),
           m_rows(description, file, columns),
           m_unknown(unknown),
           m_references(stored),
@@ -31,6 +32,10 @@ public:
           m_identity(description, m_stored) {}
 
     ImportPlan planned() {
+        for (const int field : m_columns.fields)
+            if (field >= 0 && m_description.fields[size_t(field)].kind == ImportField::Reference)
+                m_named.push_back(&m_description.fields[size_t(field)]);
+        std::ranges::sort(m_named);
         ImportPlan plan;
         plan.rows.reserve(size_t(m_file.rowCount()));
         for (int row = m_rows.first(); row < m_file.rowCount(); ++row) {
@@ -48,10 +53,9 @@ private:
         PlannedRow planned;
         planned.row = row;
         planned.name = read.values.value(m_description.nameColumn());
-        for (const ImportField &field : m_description.fields)
-            if (field.kind == ImportField::Reference)
-                resolveReference(field, describeImport(field.target), m_references.at(field.target),
-                                 m_unknown, read);
+        for (const ImportField *field : m_named)
+            resolveReference(*field, describeImport(field->target), m_references.at(field->target), m_unknown,
+                             read);
         if (planned.name.isEmpty() && read.faults.isEmpty())
             read.faults += u"氏名・名称がありません"_s;
         planned.code = read.values.take(m_description.codeColumn);
@@ -101,7 +105,9 @@ private:
 
     const ImportDescription &m_description;
     const CsvFile &m_file;
+    const ImportColumns &m_columns;
     FileRows m_rows;
+    std::vector<const ImportField *> m_named; ///< references that the file has, in the order of the fields
     UnknownReference m_unknown;
     const ReferenceRows &m_references;
     const StoredRows &m_stored;

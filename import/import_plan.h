@@ -38,6 +38,8 @@ struct ImportPlan {
     std::vector<PlannedRow> rows;
     int repeatedHeadings = 0; ///< lines in the midst of the file that repeat its headings
     QStringList missing;      ///< items of the file that this database has no column for: they are left out
+    size_t leansOn = 0; ///< fingerprint of the stored rows by which masters were planned: while it is the
+                        ///< same, so is the plan
     int count(PlannedRow::State state) const;
 };
 

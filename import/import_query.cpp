@@ -100,26 +100,34 @@ QString insertRowsSql(const ImportDescription &description, const Branch &branch
     for (const QString &column : columns)
         sql += u", "_s + column;
     sql += u", cPcName, tUpDateTime) VALUES "_s;
+    constexpr qsizetype likelyLength = 30; // of a value
+    sql.reserve(sql.size() + qsizetype(rows.size()) * (columns.size() + 4) * likelyLength);
     const QString begin =
         description.ofBranch ? u"(%1, %2, "_s.arg(branch.iKyotenCd).arg(branch.iKyotenEb) : u"("_s;
     const QString end = u", "_s + sqlText(computer) + u", GetDate())"_s;
     for (size_t i = 0; i < rows.size(); ++i) {
         sql += (i == 0 ? QString() : u", "_s) + begin + codeLiteral(description, rows[i].code);
-        for (const QString &column : columns)
-            sql += u", "_s + literal(column, rows[i].values.value(column));
+        for (const QString &column : columns) {
+            sql += u", ";
+            sql += literal(column, rows[i].values.value(column));
+        }
         sql += end;
     }
     return sql;
 }
 
-QString insertMonthsSql(const Branch &branch, const QStringList &patients, const QString &computer) {
-    QStringList rows;
-    for (const QString &patient : patients)
-        rows += u"(%1, %2, %3, CONVERT(VARCHAR(7), GetDate(), 111), 1, %4, GetDate())"_s.arg(branch.iKyotenCd)
-                    .arg(branch.iKyotenEb)
-                    .arg(patient, sqlText(computer));
-    return u"INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, cPcName, tUpDateTime) VALUES "_s +
-           rows.join(u", ");
+QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &patients, bool sub,
+                                    const QString &computer) {
+    QStringList tables{u"DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo, cPcName, tUpDateTime)"
+                       " SELECT iKyotenCd, iKyotenEb, nIDNo, CONVERT(VARCHAR(7), GetDate(), 111), 1, "_s};
+    if (sub)
+        tables += u"RIYOUSHA_SUB (iKyotenCd, iKyotenEb, nIDNo, cPcName, tUpDateTime)"
+                  " SELECT iKyotenCd, iKyotenEb, nIDNo, "_s;
+    QStringList statements;
+    for (const QString &table : tables)
+        statements += u"INSERT INTO "_s + table + sqlText(computer) + u", GetDate() FROM RIYOUSHA WHERE "_s +
+                      sqlWhere(branch, u"RIYOUSHA") + u" and nIDNo IN ("_s + patients.join(u", ") + u')';
+    return statements;
 }
 
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,

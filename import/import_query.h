@@ -19,7 +19,7 @@ QString lockImportsSql();
 /// Keeps others from writing rows until the transaction ends, in the order of their numbers.
 /// @param codes at least one, at most mostRowsAStatement
 QString lockRowsSql(const ImportDescription &description, const Branch &branch, const QStringList &codes);
-inline constexpr qsizetype mostRowsAStatement = 100;
+inline constexpr qsizetype mostRowsAStatement = 200;
 
 QString highestCodeSql(const ImportDescription &description, const Branch &branch);
 
@@ -34,8 +34,11 @@ struct WrittenRow {
 QString insertRowsSql(const ImportDescription &description, const Branch &branch, bool sub,
                       const QStringList &columns, const std::vector<WrittenRow> &rows,
                       const QString &computer);
-/// The month in which a new patient's period settings are kept, as the patient's form begins it.
-QString insertMonthsSql(const Branch &branch, const QStringList &patients, const QString &computer);
+/// What new patients get beside their rows, as the patient's form makes it: the month in which their period
+/// settings are kept, and the second row.
+/// @param sub the second row too
+QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &patients, bool sub,
+                                    const QString &computer);
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
                      const WrittenRow &row, const QString &computer);
 

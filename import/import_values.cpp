@@ -34,8 +34,10 @@ CellReading readTyped(const ImportField &field, const QString &text) {
     QString typed = text;
     if (field.column == u"cYubinNo" && typed.startsWith(u'〒'))
         typed = typed.mid(1).trimmed();
+    if (fits(field, typed))
+        return readText(field, typed);
     const QString narrow = toHalfWidth(typed);
-    if (fits(field, typed) || !fits(field, narrow))
+    if (!fits(field, narrow))
         return readText(field, typed);
     return {narrow, {}, u"「%1」を半角にしました"_s.arg(field.caption)};
 }
@@ -68,14 +70,25 @@ QString compared(const QString &text) {
     return comparedName(text).remove(u'・').remove(u'･');
 }
 
+template <class Equals> const ImportChoice *chosen(const ImportField &field, Equals equals) {
+    for (const ImportChoice &choice : field.choices)
+        for (const QStringView word : QStringView(choice.words).tokenize(u'|'))
+            if (equals(word))
+                return &choice;
+    return nullptr;
+}
+
 CellReading readChoice(const ImportField &field, const QString &text) {
+    const ImportChoice *choice = chosen(field, [&](QStringView word) { return word == text; });
+    if (!choice)
+        choice = chosen(field, [folded = compared(text)](QStringView word) {
+            return compared(word.toString()) == folded;
+        });
+    if (choice)
+        return {QString::number(choice->number)};
     QStringList shown;
-    for (const ImportChoice &choice : field.choices) {
-        const QStringList words = choice.words.split(u'|');
-        shown += words.front();
-        if (std::ranges::any_of(words, [&](const QString &word) { return compared(word) == compared(text); }))
-            return {QString::number(choice.number)};
-    }
+    for (const ImportChoice &each : field.choices)
+        shown += each.words.section(u'|', 0, 0);
     return {{},
             u"「%1」は %2 のどれかにしてください：%3"_s.arg(field.caption, shown.join(u"、"), text.left(30))};
 }

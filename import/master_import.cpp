@@ -18,7 +18,9 @@ QStringList codesOf(const ImportPlan &plan, PlannedRow::State state) {
     for (const PlannedRow &row : plan.rows)
         if (row.state == state)
             codes += row.code;
-    std::ranges::sort(codes, {}, [](const QString &code) { return code.toLongLong(); });
+    const auto number = [](const QString &code) { return code.toLongLong(); };
+    if (!std::ranges::is_sorted(codes, {}, number))
+        std::ranges::sort(codes, {}, number);
     return codes;
 }
 
@@ -41,6 +43,13 @@ std::optional<MasterKind> masterOf(ImportKind kind) {
         break;
     }
     return {};
+}
+
+MasterImport::MasterImport(const ImportJob &job, cT_ADODB &db)
+    : m_job(job), m_description(job.description()), m_db(db) {
+    for (const ImportField &field : m_description.fields)
+        if (field.inSub)
+            m_subColumns.insert(field.column);
 }
 
 Result<> MasterImport::execute(const QStringList &statements) {
@@ -77,11 +86,6 @@ Result<> MasterImport::giveNumbers(ImportPlan &plan) {
     return next <= std::numeric_limits<qint32>::max() ? Result<>() : Failure{u"番号が足りません。"_s};
 }
 
-bool MasterImport::isInSub(const QString &column) const {
-    const int field = m_description.field(column);
-    return field >= 0 && m_description.fields[size_t(field)].inSub;
-}
-
 WrittenRow MasterImport::part(const PlannedRow &row, bool sub) const {
     WrittenRow part{row.code, {}};
     for (const auto &[column, value] : row.values.asKeyValueRange())
@@ -104,7 +108,9 @@ Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProg
         for (const auto &[column, value] : rows.back().values.asKeyValueRange())
             columns.insert(column);
     }
-    std::ranges::sort(rows, {}, [](const WrittenRow &row) { return row.code.toLongLong(); });
+    const auto number = [](const WrittenRow &row) { return row.code.toLongLong(); };
+    if (!std::ranges::is_sorted(rows, {}, number))
+        std::ranges::sort(rows, {}, number);
     const QStringList list(columns.begin(), columns.end());
     const QString computer = m_db.csGetComputerName();
     for (size_t at = 0; at < rows.size(); at += size_t(mostRowsAStatement)) {
@@ -120,11 +126,17 @@ Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProg
     return {};
 }
 
-Result<> MasterImport::insertMonths(const ImportPlan &plan) {
+Result<> MasterImport::insertBesidePatients(const ImportPlan &plan, const ImportProgress &progress) {
+    const bool sub = std::ranges::none_of(plan.rows, [&](const PlannedRow &row) {
+        return row.state == PlannedRow::New && !part(row, true).values.isEmpty();
+    });
+    if (!sub)
+        if (const Result<> done = insert(plan, true, progress); !done)
+            return done;
     const QStringList codes = codesOf(plan, PlannedRow::New);
     for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
-        if (const Result<> done = execute(
-                {insertMonthsSql(m_job.branch, codes.mid(at, mostRowsAStatement), m_db.csGetComputerName())});
+        if (const Result<> done = execute(insertBesidePatientsSql(
+                m_job.branch, codes.mid(at, mostRowsAStatement), sub, m_db.csGetComputerName()));
             !done)
             return done;
     return {};
@@ -183,10 +195,7 @@ Result<> MasterImport::write(ImportPlan &plan, const ImportProgress &progress) {
     if (const Result<> done = insert(plan, false, progress); !done)
         return done;
     if (m_description.kind == ImportKind::Patients)
-        if (const Result<> done = insert(plan, true, progress); !done)
-            return done;
-    if (m_description.kind == ImportKind::Patients)
-        if (const Result<> done = insertMonths(plan); !done)
+        if (const Result<> done = insertBesidePatients(plan, progress); !done)
             return done;
     std::vector<const PlannedRow *> changed;
     for (const PlannedRow &row : plan.rows)
@@ -220,7 +229,7 @@ Result<int> MasterImport::refuseLost(ImportPlan &plan) {
     for (PlannedRow &row : plan.rows) {
         if (row.state != PlannedRow::New && row.state != PlannedRow::Changed)
             continue;
-        for (const auto &[column, value] : row.values.asKeyValueRange())
+        for (const auto &[column, value] : std::as_const(row.values).asKeyValueRange())
             if (!isInSub(column) && !fits932(value)) {
                 doubtful.insert(row.code, &row);
                 columns.insert(column);

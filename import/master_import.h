@@ -5,14 +5,15 @@
 #include "import/import_query.h"
 #include "masters/master_store.h"
 
+#include <QSet>
+
 /// The master behind a kind; care managers have none.
 std::optional<MasterKind> masterOf(ImportKind kind);
 
 /// Writes planned rows of a master or of patients, in the caller's transaction.
 class MasterImport {
 public:
-    MasterImport(const ImportJob &job, cT_ADODB &db)
-        : m_job(job), m_description(job.description()), m_db(db) {}
+    MasterImport(const ImportJob &job, cT_ADODB &db);
 
     /// Before the rows are read again: one import at a time, and nobody else writes the rows that are to
     /// change.
@@ -28,14 +29,15 @@ private:
     Result<> execute(const QStringList &statements);
     Result<> giveNumbers(ImportPlan &plan);
     Result<> insert(const ImportPlan &plan, bool sub, const ImportProgress &progress);
-    Result<> insertMonths(const ImportPlan &plan);
+    Result<> insertBesidePatients(const ImportPlan &plan, const ImportProgress &progress);
     QStringList updates(const PlannedRow &row) const;
     bool isRepeated(const PlannedRow &row) const;
     Result<> updateCopied(const PlannedRow &row);
-    bool isInSub(const QString &column) const;
+    bool isInSub(const QString &column) const { return m_subColumns.contains(column); }
     WrittenRow part(const PlannedRow &row, bool sub) const;
 
     const ImportJob &m_job;
     const ImportDescription &m_description;
     cT_ADODB &m_db;
+    QSet<QString> m_subColumns;
 };

@@ -27,6 +27,13 @@ Result<StoredRows> StoredRows::read(cT_ADODB &db, const ImportDescription &descr
     return stored;
 }
 
+size_t StoredRows::fingerprint(size_t seed) const {
+    for (int row = 0; row < m_rows.rowCount(); ++row)
+        for (int column = 0; column < m_rows.columnCount(); ++column)
+            seed = qHashMulti(seed, m_rows.isNull(row, column), m_rows.text(row, column));
+    return seed;
+}
+
 QString StoredRows::value(int row, const QString &columns) const {
     if (!columns.contains(u'+'))
         return valueOf(row, columns);

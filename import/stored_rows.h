@@ -15,6 +15,9 @@ class StoredRows {
 public:
     static Result<StoredRows> read(cT_ADODB &db, const ImportDescription &description, const Branch &branch);
 
+    /// Of all that was read.
+    size_t fingerprint(size_t seed) const;
+
     int count() const { return m_rows.rowCount(); }
     QString code(int row) const { return m_rows.text(row, 0).trimmed(); }
     /// Of several columns, joined by +, their texts one after the other. Dates as yyyy/mm/dd; Null and
