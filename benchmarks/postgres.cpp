@@ -2,9 +2,11 @@
 // a thousand rows beside the same statements as one script in the server's own shell.
 
 #include "benchmarks/figures.h"
+#include "benchmarks/noting_provider.h"
 #include "consent/list/list_model.h"
 #include "consent/record/renewal_run.h"
 #include "consent/rows/list_query.h"
+#include "db/adodb.h"
 #include "db/odbc/odbc_connection.h"
 #include "db/odbc/odbc_drivers.h"
 #include "db/tables/keys_query.h"
@@ -86,8 +88,9 @@ size_t bareLoop(SQLHDBC connection, const QString &sql) {
         stop(u"the server refuses the bare query"_s);
     SQLSMALLINT columns = 0;
     SQLNumResultCols(statement, &columns);
-    std::vector<std::vector<char>> values(size_t(columns), std::vector<char>(blockRows * cellBytes));
-    std::vector<std::vector<SQLLEN>> lengths(size_t(columns), std::vector<SQLLEN>(blockRows));
+    const auto count = size_t(columns);
+    std::vector<std::vector<char>> values(count, std::vector<char>(blockRows * cellBytes));
+    std::vector<std::vector<SQLLEN>> lengths(count, std::vector<SQLLEN>(blockRows));
     for (SQLUSMALLINT i = 0; i < columns; ++i) {
         SQLLEN type = 0;
         SQLColAttributeW(statement, SQLUSMALLINT(i + 1), SQL_DESC_CONCISE_TYPE, nullptr, 0, nullptr, &type);
@@ -139,41 +142,6 @@ void measureList(Figures &figures, const PostgresServer &server) {
     figures.compare("query into the grid's model", median(list), "bare block fetch", median(loop), 1.5);
 }
 
-/// Notes in the server's words what is sent.
-class NotingProvider : public DbProvider {
-public:
-    NotingProvider(std::unique_ptr<DbProvider> real, QStringList &script)
-        : m_real(std::move(real)), m_script(script) {}
-
-    bool open(const QString &connectionString) override { return m_real->open(connectionString); }
-    void close() override { m_real->close(); }
-    bool isOpen() const override { return m_real->isOpen(); }
-    QString databaseName() const override { return m_real->databaseName(); }
-    SqlDialect dialect() const override { return m_real->dialect(); }
-    bool query(const QString &sql, Recordset &rows) override {
-        return noted(sql) && m_real->query(sql, rows);
-    }
-    bool execute(const QString &sql, qint64 *affected) override {
-        return noted(sql) && m_real->execute(sql, affected);
-    }
-    bool executeAll(const QStringList &statements, QList<qint64> &affected) override {
-        return noted(statements.join(u";\n")) && m_real->executeAll(statements, affected);
-    }
-    bool begin() override { return noted(u"BEGIN"_s) && m_real->begin(); }
-    bool commit() override { return noted(u"COMMIT"_s) && m_real->commit(); }
-    bool rollback() override { return noted(u"ROLLBACK"_s) && m_real->rollback(); }
-    void setCommandTimeout(int seconds) override { m_real->setCommandTimeout(seconds); }
-
-private:
-    bool noted(const QString &sql) {
-        m_script.append(inDialect(SqlDialect::PostgreSql, sql) + u";\n"_s);
-        return true;
-    }
-
-    std::unique_ptr<DbProvider> m_real;
-    QStringList &m_script;
-};
-
 double renewByProgram(const QString &connectionString, QStringList &script) {
     cT_ADODB db(
         [&](const QString &text) { return std::make_unique<NotingProvider>(makeProvider(text), script); });
@@ -199,6 +167,13 @@ double renewByProgram(const QString &connectionString, QStringList &script) {
         stop(u"renewed %1: %2"_s.arg(countOutcome(results, RenewalOutcome::Renewed))
                  .arg(results.value(0).reason));
     return time;
+}
+
+QByteArray inServersWords(const QStringList &script) {
+    QByteArray text;
+    for (const QString &sql : script)
+        text += inDialect(SqlDialect::PostgreSql, sql).toUtf8() + ";\n";
+    return text;
 }
 
 double renewByShell(const PostgresServer &server, const QString &database, const QString &script) {
@@ -229,7 +204,7 @@ void measureRenewal(Figures &figures, const PostgresServer &server) {
         QStringList script;
         program.push_back(renewByProgram(connectionTo(server, u"ours"_s), script));
         QFile file(folder.filePath(u"script.sql"_s));
-        if (!file.open(QIODevice::WriteOnly) || file.write(script.join(QString()).toUtf8()) < 0)
+        if (!file.open(QIODevice::WriteOnly) || file.write(inServersWords(script)) < 0)
             stop(file.errorString());
         file.close();
         shell.push_back(renewByShell(server, u"theirs"_s, file.fileName()));
