@@ -65,6 +65,9 @@ void makeOffice(const PostgresServer &server) {
                         table, columns, values.replace(u"nidno,"_s, u"nidno + 1000 * k,"_s),
                         QString::number(copies)));
     }
+    run(office, u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1, tSaiDouiDay = '2027/12/20', tSaiDouiKaryoS = "
+                u"'2028/01/01',"
+                " tSaiDouiKaryoE = '2028/06/30' WHERE iNewestFlg = 1 AND iHenkeiFlg = 0"_s);
     run(office, u"ANALYZE"_s);
 }
 
