@@ -27,7 +27,15 @@ int Launch::run(const QString &commandLine) {
     if (commandLine.trimmed() == u"--setup")
         return setUpAgain() ? serve(LaunchMode::ConsentList) : Served;
 
-    const std::optional<LaunchMode> mode = readMode(commandLine);
+    const bool isNew =
+        !hasConnectionSettings(m_environment.folders) &&
+        m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
+                                   u"初期設定"_s);
+    if (isNew && !m_screens.setUp())
+        return Served;
+    // Nobody who begins with nothing knows of modes.
+    const std::optional<LaunchMode> mode =
+        isNew && commandLine.isEmpty() ? LaunchMode::ConsentList : readMode(commandLine);
     if (!mode) {
         m_environment.messages.warn(noMode, u"　エラー！！"_s);
         m_environment.messages.fail(u"起動できません！"_s);
@@ -39,7 +47,7 @@ int Launch::run(const QString &commandLine) {
 }
 
 int Launch::serve(LaunchMode mode) {
-    const Result<QString> connection = connectionString();
+    const Result<QString> connection = readConnectionString(m_environment.folders);
     if (!connection) {
         failStart(connection.reason());
         return NotStarted;
@@ -57,14 +65,6 @@ bool Launch::setUpAgain() {
                                        "（いまのデータと、ほかの設定ファイルはそのまま残ります）"_s,
                                        u"初期設定"_s, Answer::No)) &&
            m_screens.setUp();
-}
-
-Result<QString> Launch::connectionString() {
-    if (!hasConnectionSettings(m_environment.folders) &&
-        m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
-                                   u"初期設定"_s))
-        m_screens.setUp();
-    return readConnectionString(m_environment.folders);
 }
 
 std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {

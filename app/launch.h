@@ -67,7 +67,6 @@ public:
 private:
     bool setUpAgain();
     int serve(LaunchMode mode);
-    Result<QString> connectionString();
     std::optional<LaunchMode> readMode(const QString &commandLine);
     /// Empty when there is none; the user has then been told why.
     bool connect(cT_ADODB &db, const QString &connectionString);

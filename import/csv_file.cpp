@@ -85,7 +85,7 @@ Result<> CsvFile::findRows(const QString &name, const ImportProgress &progress) 
         if (row.fault == RowFault::TooManyCells)
             return refused(name, u"%L1 行目の列が多すぎます（%L2 列まで）。"_s.arg(line).arg(mostCells));
         const bool empty =
-            std::ranges::all_of(row.cells, [](QByteArrayView cell) { return cell.trimmed().isEmpty(); });
+            std::ranges::all_of(row.cells, [this](QByteArrayView cell) { return decoded(cell).isEmpty(); });
         if (empty)
             continue;
         if (rowCount() == mostRows)

@@ -169,8 +169,19 @@ QWidget *frmDataImport::trialPage() {
     row->addWidget(m_nextRefused);
     auto *page = new QWidget;
     auto *all = new QVBoxLayout(page);
+    // Several reasons are more than a column holds.
+    auto *whole = named(new QLabel, u"lblReason"_s);
+    whole->setWordWrap(true);
+    whole->setTextFormat(Qt::PlainText);
+    whole->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    whole->setMinimumHeight(2 * fontMetrics().lineSpacing());
     all->addLayout(row);
     all->addWidget(m_trial, 1);
+    all->addWidget(whole);
+    connect(m_trial->selectionModel(), &QItemSelectionModel::currentChanged, whole,
+            [whole](const QModelIndex &now) {
+                whole->setText(now.siblingAtColumn(ImportTrialModel::What).data().toString());
+            });
     connect(m_refusedOnly, &QCheckBox::toggled, this, [this](bool on) { showRefusedOnly(on); });
     return page;
 }

@@ -18,9 +18,10 @@ ImportOutcome failed(const QString &reason) {
     return {ImportOutcome::Failed, reason.isEmpty() ? u"データベースに書き込めません。"_s : reason, {}, {}};
 }
 
-// Known once something was read.
+// Known once something was read. The reasons of an earlier import are nobody's column.
 bool isThere(const cT_ADODB &db, const ImportDescription &description, const ImportField &field) {
-    return db.columnNames().has(field.inSub ? u"RIYOUSHA_SUB"_s : description.table, field.column);
+    return field.kind == ImportField::Reason ||
+           db.columnNames().has(field.inSub ? u"RIYOUSHA_SUB"_s : description.table, field.column);
 }
 
 /// @param shown a plan of the same job, which still holds while nothing that it leans on has changed; may be

@@ -173,21 +173,22 @@ QWidget *MasterInputForm::withButton(QWidget *input, const QString &name, const 
 std::unique_ptr<SearchClass> MasterInputForm::searchOf(MasterField::Kind kind) {
     cT_ADODB &db = m_editor.db();
     Environment &environment = m_editor.environment();
-    if (kind == MasterField::Staff)
-        return std::make_unique<cls施術者検索>(db, environment);
-    const auto search = [&](Master master, std::optional<MasterKind> edited) {
-        auto made = std::make_unique<MasterSearch>(master, db, environment);
-        if (edited && m_editor.mayEdit(*edited))
-            made->setEditor([this, edited](const QString &code, QWidget *list) {
-                return editOther(*edited, code, list);
-            });
+    const auto edited = [&](std::unique_ptr<SearchClass> made, MasterKind master) {
+        if (m_editor.mayEdit(master))
+            made->setEditor(
+                [this, master](const QString &code, QWidget *list) { return editOther(master, code, list); });
         return made;
+    };
+    const auto search = [&](Master master, MasterKind edit) {
+        return edited(std::make_unique<MasterSearch>(master, db, environment), edit);
     };
     switch (kind) {
     case MasterField::Doctor:
         return search(Master::Doctor, MasterKind::Doctor);
     case MasterField::Insurer:
-        return search(Master::Insurer, {});
+        return std::make_unique<MasterSearch>(Master::Insurer, db, environment);
+    case MasterField::Staff:
+        return edited(std::make_unique<cls施術者検索>(db, environment), MasterKind::Staff);
     case MasterField::Counsellor:
         return search(Master::Counsellor, MasterKind::Counsellor);
     case MasterField::Home:

@@ -83,7 +83,6 @@ short MasterListForm::iInit() {
         return -1;
     }
     readSettings();
-    m_ui->grdData->fitColumns(24);
     m_ui->grdData->goTo(0, 0);
     m_ui->txt_SiboriName->setFocus();
     return 0;
@@ -94,8 +93,12 @@ Result<> MasterListForm::load() {
         readForSearch(m_db, masterListSql(m_description.kind, m_description.branch), u"iInit() でエラー");
     if (!rows)
         return Failure{rows.reason()};
+    // The first rows give the columns their widths; later ones leave them as they are.
+    const bool isFirst = m_model.total() == 0;
     m_model.setRows(*std::move(rows));
     narrow();
+    if (isFirst)
+        m_ui->grdData->fitColumns(24);
     return {};
 }
 

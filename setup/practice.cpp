@@ -141,7 +141,9 @@ QString whyNotStored(const Practice &practice) {
         return u"事業所名を入力してください。"_s;
     for (const auto &[caption, text, width] : texts)
         if (const qsizetype bytes = encode932(text).bytes.size(); bytes > width)
-            return u"%1が長すぎます。全角%2文字までにしてください。"_s.arg(caption).arg(width / 2);
+            return u"%1が長すぎます。半角%2文字（全角%3文字）までにしてください。"_s.arg(caption)
+                .arg(width)
+                .arg(width / 2);
     return {};
 }
 

@@ -227,7 +227,9 @@ void SetUpForm::showSummary() {
         !m_isNew ? u"登録されている事業所に接続します。"_s
         : m_answers.sample
             ? u"見本の事業所と利用者を作成します。"_s
-            : u"事業所「%1」を作成します。祝日、書式、名称の一覧も登録します。"_s.arg(practice.name);
+            : u"事業所「%1」を作成します。祝日、書式、名称の一覧も登録します。\n"
+              "利用者は、同意書の一覧が開いたら Ctrl+Shift+K で登録します（名簿の取込は Ctrl+O）。"_s.arg(
+                  practice.name);
     m_ui->lblSummary->setText(u"%1\n\n%2\n\n設定と書類のレイアウトを、プログラムフォルダ「%3」に置きます。"
                               "すでにあるファイルは変えません。\n\nよければ F5 を押してください。"_s.arg(
                                   where, what, QDir::toNativeSeparators(m_environment.folders.program())));

@@ -45,7 +45,7 @@ TEST(CsvFiles, AreReadWhoeverWroteThem) {
 
 TEST(CsvFiles, ThatAreNoneAreRefusedWithTheLineToMend) {
     EXPECT_TRUE(reasonOf({}).contains(u"ファイルに行がありません"_s));
-    EXPECT_TRUE(reasonOf("\r\n,,\r\n").contains(u"ファイルに行がありません"_s));
+    EXPECT_TRUE(reasonOf("\r\n,,\r\n\"\",\" \"\r\n").contains(u"ファイルに行がありません"_s));
     EXPECT_TRUE(reasonOf("PK\x03\x04zip").contains(u"Excelのブックです"_s));
     EXPECT_TRUE(reasonOf("\xFF\xFE"
                          "a")

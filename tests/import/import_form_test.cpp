@@ -56,6 +56,7 @@ TEST_F(ImportForms, LeadFromRefusedRowToRefusedRowAndWriteTheRightOnes) {
     EXPECT_FALSE(enabled(u"cmdWrite"_s));
     press(form, u"cmdNextRefused"_s);
     EXPECT_EQ(trial().currentIndex().row(), 1);
+    EXPECT_EQ(form.findChild<QLabel *>(u"lblReason"_s)->text(), u"「生年月日」が日付ではありません：x"_s);
     press(form, u"cmdNextRefused"_s);
     press(form, u"cmdNextRefused"_s);
     EXPECT_EQ(trial().currentIndex().row(), 1) << "from the last to the first";

@@ -149,6 +149,7 @@ TEST_F(ImportTest, WhatIsLeftIsMendedAndReadAgain) {
               u"1955/01/01a\r\nb\"c"_s);
     EXPECT_EQ(bytesOf(second.restPath).count('\n'), 2) << "heading and one row, one reason each";
     EXPECT_EQ(jobOf(ImportKind::Patients, bytesOf(second.restPath)).columns.fields.size(), 4U);
+    EXPECT_EQ(second.plan.missing, QStringList()) << "no database has the reasons";
 }
 
 TEST_F(ImportTest, MastersFollowTheirOwnRules) {

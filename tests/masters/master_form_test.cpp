@@ -330,6 +330,23 @@ TEST_F(MasterForms, APracticeMayKeepTheListFromLeaving) {
         EXPECT_FALSE(form.findChild<QPushButton *>(name)->isVisible()) << name.toStdString();
 }
 
+TEST_F(MasterForms, APatientsDoctorAndStaffAreEnteredWhereTheyArePicked) {
+    MasterInputForm form(editor, MasterKind::Patient);
+    ASSERT_EQ(form.iInit({}), 0);
+    showActive(form);
+    for (const auto &[pick, list] :
+         {std::pair(u"btnnDouiIsiCd"_s, u"frm医師検索"_s), std::pair(u"btnnTantou"_s, u"frm施術者検索"_s)}) {
+        bool isOffered = false;
+        next(list, [&](QWidget &shown) {
+            const auto *add = shown.findChild<QPushButton *>(u"cmdNew"_s);
+            isOffered = add && add->isVisible();
+            shown.close();
+        });
+        press(form, pick);
+        EXPECT_TRUE(isOffered) << list.toStdString();
+    }
+}
+
 TEST_F(MasterForms, ThePickListTakesANewDoctorAndStaysOnIt) {
     MasterSearch doctors(Master::Doctor, database.db, environment);
     int changes = 0;

@@ -126,5 +126,6 @@ TEST(NewPractice, TextsThatDoNotFitAreRefused) {
     practice.name = QString(30, u'あ');
     EXPECT_EQ(setup::whyNotStored(practice), QString());
     practice.name += u'あ';
-    EXPECT_EQ(setup::whyNotStored(practice), u"事業所名が長すぎます。全角30文字までにしてください。"_s);
+    EXPECT_EQ(setup::whyNotStored(practice),
+              u"事業所名が長すぎます。半角60文字（全角30文字）までにしてください。"_s);
 }

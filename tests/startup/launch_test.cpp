@@ -20,16 +20,17 @@ using Transcript = QStringList;
 
 class TranscribedMessages : public Messages {
 public:
-    explicit TranscribedMessages(Transcript &log) : m_log(log) {}
+    TranscribedMessages(Transcript &log, std::optional<Answer> answer) : m_log(log), m_answer(answer) {}
     Answer show(const Message &message) override {
         static const QStringList icons{u"plain"_s, u"information"_s, u"question"_s, u"exclamation"_s,
                                        u"critical"_s};
         m_log.append(icons[int(message.icon)] + u" ["_s + message.title + u"] "_s + message.text);
-        return message.defaultAnswer;
+        return m_answer.value_or(message.defaultAnswer);
     }
 
 private:
     Transcript &m_log;
+    std::optional<Answer> m_answer;
 };
 
 class TranscribedProcesses : public RecordedProcesses {
@@ -125,7 +126,7 @@ protected:
         log.clear();
         Folders folders(suite.folder());
         FixedClock clock(QDate(2026, 11, 21));
-        TranscribedMessages messages(log);
+        TranscribedMessages messages(log, offered);
         TranscribedProcesses processes(log, menuStarts);
         Environment environment{folders, clock, messages, processes, {}};
         exitCode = Launch(environment, screens, screens).run(commandLine);
@@ -137,6 +138,7 @@ protected:
     Transcript log;
     TranscribedScreens screens{log};
     bool menuStarts = true;
+    std::optional<Answer> offered;
     int exitCode = -1;
     Branch branch;
 };
@@ -203,7 +205,9 @@ TEST_F(LaunchTest, EndsWithoutAScreenOrTheMenuWhenThereIsNoConnectionString) {
     QFile::remove(path);
     const QString offer =
         u"question [初期設定] このプログラムはまだ設定されていません。初期設定を始めますか？"_s;
-    EXPECT_EQ(run(u"0"_s), (Transcript{u"background"_s, offer, u"set up"_s,
+    EXPECT_EQ(run(u"0"_s), (Transcript{u"background"_s, offer, u"set up"_s}));
+    offered = Answer::No;
+    EXPECT_EQ(run(u"0"_s), (Transcript{u"background"_s, offer,
                                        u"critical [] 指定されたIni（"_s + path +
                                            u"）ファイルが見つかりません。"_s + label}));
 }
@@ -214,6 +218,9 @@ TEST_F(LaunchTest, GoesOnWithTheListWhenItHasBeenSetUp) {
         writeConnection(suite.connectionString());
         return true;
     };
+    EXPECT_EQ(run({}).mid(2, 3), (Transcript{u"set up"_s, u"list iInit 0"_s, u"list shown"_s}))
+        << "no mode is asked for";
+    QFile::remove(suite.folder() + u"/adodb.ini"_s);
     EXPECT_EQ(run(u"--setup"_s).mid(1, 3), (Transcript{u"set up"_s, u"list iInit 0"_s, u"list shown"_s}));
     const QString again = u"question [初期設定] このプログラムは設定済みです。"_s;
     EXPECT_TRUE(run(u"--setup"_s).last().startsWith(again)) << "nothing is set up unasked";
