@@ -101,6 +101,10 @@ TEST_F(ColumnNamesTest, WhatIsMissingIsEmptyAndTheRestIsKept) {
     // A column that is made is seen.
     EXPECT_EQ(database.db.iExecSQL(u"ALTER TABLE RIYOUSHA ADD tBirthday DATETIME"_s), 0);
     EXPECT_TRUE(database.db.hasColumn(u"RIYOUSHA", u"tBirthday"));
+    // A connection that is found again may be to another database.
+    database.db.iDisConnect();
+    database.run(u"ALTER TABLE RIYOUSHA DROP COLUMN tBirthday"_s);
+    EXPECT_EQ(joined(), QStringList({u"7"_s, {}, {}, {}, {}}));
 }
 
 TEST_F(ColumnNamesTest, IniFileNamesThemAndOddLinesAreTold) {
