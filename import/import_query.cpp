@@ -70,7 +70,12 @@ QString storedRowsSql(const ImportDescription &description, const Branch &branch
               u" AS inSub FROM "_s + description.table;
     if (patients)
         select += u" LEFT JOIN RIYOUSHA_SUB ON "_s + sqlSamePatient(subTable, description.table);
-    return description.ofBranch ? select + u" WHERE "_s + sqlWhere(branch, description.table) : select;
+    if (description.ofBranch)
+        select += u" WHERE "_s + sqlWhere(branch, description.table);
+    // By their numbers, which the trial's texts name: a server keeps rows otherwise after each change.
+    const QString code = description.table + u'.' + description.codeColumn;
+    const QString length = description.codeColumn == u"cIDNo" ? u"LEN("_s + code + u"), "_s : QString();
+    return select + u" ORDER BY "_s + length + code;
 }
 
 QString lockImportsSql() {

@@ -8,8 +8,8 @@
 /// The columns that are read of a kind's rows, without the number: of its fields, and what repeats others.
 QStringList storedColumns(const ImportDescription &description);
 
-/// The rows of a kind: number, storedColumns, and last the number again where RIYOUSHA_SUB has a row (of
-/// other kinds always).
+/// The rows of a kind in the order of their numbers: number, storedColumns, and last the number again where
+/// RIYOUSHA_SUB has a row (of other kinds always).
 QString storedRowsSql(const ImportDescription &description, const Branch &branch);
 
 /// Makes every other import wait for the end of the transaction, so that no two take one number: an update
