@@ -57,6 +57,14 @@ MasterDescription describe(MasterEditor &editor, MasterKind kind, QString &oddit
     return description;
 }
 
+/// A practice that keeps its own patients has nobody who registers insurers: the number of the card will do.
+CodeLookup lookUp(const MasterField &field, SearchClass &search, const QString &code) {
+    const CodeLookup found = search.lookup(code);
+    return field.kind != MasterField::Insurer || found.found() || found.failed
+               ? found
+               : CodeLookup{{code, u"登録のない保険者"_s}, {}};
+}
+
 } // namespace
 
 MasterInputForm::MasterInputForm(MasterEditor &editor, MasterKind kind, QWidget *parent)
@@ -219,7 +227,9 @@ QWidget *MasterInputForm::codeInput(const MasterField &field) {
     row->addWidget(pick);
     Messages &messages = m_editor.environment().messages;
     std::unique_ptr<SearchClass> search = searchOf(field.kind);
-    auto *pair = new CodeNamePair(code, name, pick, codeSearch(*search, messages), messages);
+    CodeSearch ways = codeSearch(*search, messages);
+    ways.lookup = [&field, &found = *search](const QString &typed) { return lookUp(field, found, typed); };
+    auto *pair = new CodeNamePair(code, name, pick, std::move(ways), messages);
     m_picks.push_back({&field, std::move(search), pair});
     name->setAccessibleName(field.caption + u"の名称"_s);
     return code;
@@ -260,7 +270,7 @@ void MasterInputForm::showValues() {
         const QString text = m_entry.value(each.field->column);
         if (each.field->isCodeOfMaster()) {
             const Pick &pick = pickOf(*each.field);
-            const CodeLookup found = text.isEmpty() ? CodeLookup() : pick.search->lookup(text);
+            const CodeLookup found = text.isEmpty() ? CodeLookup() : lookUp(*each.field, *pick.search, text);
             if (m_description.kind == MasterKind::Doctor)
                 m_facilityValues = facility(text);
             pick.pair->setRow({text, found.found() ? found.row.name : found.reason});

@@ -382,7 +382,8 @@ TEST_F(MasterForms, APatientIsEnteredWhereOneIsPicked) {
             type(form, u"tBirthday"_s, u"S25.3.10"_s);
             QTest::keyClick(form.findChild<QComboBox *>(u"iSexKubun"_s), Qt::Key_Down);
             type(form, u"nDouiIsiCd"_s, u"12"_s);
-            type(form, u"nTantou"_s, u"99"_s); // nobody
+            type(form, u"cHokenNo"_s, u"00139999"_s); // which nobody registered
+            type(form, u"nTantou"_s, u"99"_s);        // nobody
             press(form, u"btnRegist"_s);
             EXPECT_TRUE(form.isVisible());
             type(form, u"nTantou"_s, u"8"_s);
@@ -398,9 +399,10 @@ TEST_F(MasterForms, APatientIsEnteredWhereOneIsPicked) {
     });
     ASSERT_EQ(patients.iDspStart(), 0);
     EXPECT_EQ(
-        database.rows(u"SELECT cName, tBirthday, iSexKubun, cDouiIsiName1, nTantou, tSyoryoDay FROM RIYOUSHA"
-                      " WHERE nIDNo = 5"_s),
-        QStringList{u"青木|1950/03/10|1|医師'甲|8|2026/11/02"_s});
+        database.rows(
+            u"SELECT cName, tBirthday, iSexKubun, cDouiIsiName1, cHokenNo, nTantou, tSyoryoDay FROM RIYOUSHA"
+            " WHERE nIDNo = 5"_s),
+        QStringList{u"青木|1950/03/10|1|医師'甲|00139999|8|2026/11/02"_s});
 }
 
 TEST_F(MasterForms, APatientWithConsentsIsNotDeletedAndNobodyEntersHimWhereTheSuiteDoes) {
