@@ -2,6 +2,7 @@
 
 #include "consent/screens/consent_list_form.h"
 #include "consent/screens/list_work.h"
+#include "consent/screens/settings_screens.h"
 
 #include <array>
 

@@ -1,12 +1,10 @@
 #include "consent/screens/list_screens.h"
-#include "check/check_form.h"
 #include "consent/screens/mail_claims.h"
 
 #include "app/base/clock.h"
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "backup/restore_form.h"
 #include "consent/answers/answers_form.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_form.h"
@@ -17,13 +15,8 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
-#include "consent/settings/period_settings_form.h"
-#include "fees/fees_form.h"
-#include "import/import_form.h"
-#include "masters/master_list_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
-#include "print/consent_screens/consent_screens.h"
 #include "print/ledger/ledger.h"
 #include "print/mail/mail_send_form.h"
 #include "print/management/management_master_form.h"
@@ -195,25 +188,6 @@ PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
         }
         return {};
     };
-}
-
-template <class Form> bool openMaster(const ListOpening &opening) {
-    Form form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() != 0) {
-        opening.environment.messages.fail(form.sErrMsg());
-        return false;
-    }
-    form.exec();
-    return form.written();
-}
-
-/// A master that the suite's own program may keep.
-template <class Form> bool openOwnMaster(const ListOpening &opening, MasterKind kind) {
-    if (isKeptHere(kind, opening.environment.folders, opening.db))
-        return openMaster<Form>(opening);
-    opening.environment.messages.note(
-        u"業務システムで登録する設定です。ここで登録するときは、設定の「利用者などを登録する」を入れてください。"_s);
-    return false;
 }
 
 bool openSet(const ListOpening &opening, SetPrintStart start) {
@@ -417,79 +391,9 @@ bool openMasterManagementPrint(const ListOpening &opening) {
     return written;
 }
 
-bool openImport(const ListOpening &opening) {
-    frmDataImport form(opening.environment, opening.db, opening.parent);
-    form.iInit();
-    form.exec();
-    return form.written();
-}
-
-bool openFees(const ListOpening &opening) {
-    FeesForm form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() == 0)
-        form.exec();
-    else
-        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
-    return false;
-}
-
-bool openDatabaseCheck(const ListOpening &opening) {
-    DatabaseCheckForm form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() == 0)
-        form.exec();
-    else
-        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
-    return false;
-}
-
-bool openBackups(const ListOpening &opening) {
-    restoreBackup(opening.environment, opening.parent);
-    return false;
-}
-
 bool openMasterConsentForms(const ListOpening &opening) {
     frm同意書印刷_mst form(opening.environment, opening.parent);
     if (form.iInit(opening.db, {}, {}, {}, 0) == 0)
         form.exec();
     return false;
-}
-
-bool openDoctors(const ListOpening &opening) {
-    return openMaster<frmMainteIshi02>(opening);
-}
-
-bool openFacilities(const ListOpening &opening) {
-    return openMaster<frmMainteSisetsu>(opening);
-}
-
-bool openPatients(const ListOpening &opening) {
-    return openOwnMaster<frmMainteRiyousha>(opening, MasterKind::Patient);
-}
-
-bool openCounsellors(const ListOpening &opening) {
-    return openOwnMaster<frmMainteSoudan>(opening, MasterKind::Counsellor);
-}
-
-bool openStaff(const ListOpening &opening) {
-    return openOwnMaster<frmMainteStaff>(opening, MasterKind::Staff);
-}
-
-bool openCompanyConsentForms(const ListOpening &opening) {
-    setCompanyConsentForms(opening.environment, opening.db, opening.parent);
-    return false;
-}
-
-bool openPatientConsentForms(const ListOpening &opening) {
-    setPatientConsentForms(opening.environment, opening.db, opening.current->key().patient, opening.parent);
-    return false;
-}
-
-bool openPeriodSettings(const ListOpening &opening) {
-    frm同意書管理設定 form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() != 0) {
-        opening.environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
-        return false;
-    }
-    form.exec();
-    return true;
 }

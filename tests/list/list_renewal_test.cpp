@@ -1,9 +1,12 @@
-// Renewing what was received, beside a colleague.
+// Renewing what was received, beside a colleague, and restarting deformity-correction periods.
 
 #include "consent/list/list_renewal_form.h"
 #include "consent/record/renewal.h"
-#include "tests/list/list_fixture.h"
+#include "tests/list/list_form_fixture.h"
+#include "widgets/date_box.h"
 
+#include <QAction>
+#include <QLabel>
 #include <QProgressBar>
 
 using namespace Qt::Literals::StringLiterals;
@@ -217,4 +220,108 @@ TEST_F(ListRenewalTest, AFailureOfTheDatabaseIsToldAsOne) {
         << said.text.toStdString();
     EXPECT_TRUE(said.text.endsWith(u"\r\n3 利用者3　同上"_s)) << "said once";
     EXPECT_EQ(renewed(), QStringList{u"1"_s});
+}
+
+TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
+    // Row 1 has its answer, row 2 no date, row 3 a date but no period; the edit on row 1 is saved first.
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1, iReceptDisabledFlg = 0;"
+                 "UPDATE RIYOUSHA_DOUI_REC SET tSaiDouiDay = '2026/11/20' WHERE nIDNo = 3"_s);
+    open();
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    ASSERT_EQ(messages.shown.size(), 1);
+    EXPECT_EQ(messages.shown[0].text, u"選択された同意書の更新を行うことはできません。\r\n"
+                                      "更新基準日(11日)を過ぎてから更新可能となります。\r\n\r\n"
+                                      "表示している対象期間の同意は、2026/12/11（金）から更新できます。"_s);
+    EXPECT_EQ(messages.shown[0].icon, MessageIcon::Critical);
+
+    control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));
+    control<DateBox>(u"imD_KikanTo"_s)->setDate(QDate(2027, 5, 31));
+    QTest::keyClick(form.get(), Qt::Key_F4);
+    for (const int row : {0, 1}) {
+        go(row, ListColumn::Target);
+        QTest::keyClick(grid, Qt::Key_Space);
+    }
+    go(0, ListColumn::Reconsent);
+    type(u"20261118"_s);
+    // Another row has taken the place of row 2's meanwhile.
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET nDate = 20260602 WHERE nIDNo = 2"_s);
+    messages.shown.clear();
+    messages.answers = {Answer::No};
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    ASSERT_EQ(messages.shown.size(), 1);
+    EXPECT_EQ(messages.shown[0].text, u"同意受領分の更新を行います。よろしいですか？\r\n更新 3 件"_s);
+    EXPECT_EQ(messages.shown[0].title, u"同意更新の確認"_s);
+    EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"NULL"_s);
+
+    messages.shown.clear();
+    messages.answers = {Answer::Yes};
+    go(1, ListColumn::Remark);
+    QTest::keyClick(form.get(), Qt::Key_F6);
+    EXPECT_EQ(at(grid->currentIndex().row(), ListColumn::Number), u"2"_s) << "the cursor keeps its row";
+    ASSERT_EQ(messages.shown.size(), 2);
+    const QString text = messages.shown[1].text;
+    EXPECT_TRUE(text.startsWith(u"更新が終了しました。"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"更新した同意：1 件"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"2 利用者2　再同意日が入力されていません。"_s)) << text.toStdString();
+    EXPECT_TRUE(text.contains(u"3 利用者3　要加療期間が入力されていません。"_s)) << text.toStdString();
+    EXPECT_EQ(database.rows(u"SELECT nDate, iNewestFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, iGetFlg"
+                            " FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1 ORDER BY nDate"_s),
+              QStringList({u"20260601|0|2026/06/01|2026/06/01|2026/12/31|1"_s,
+                           u"20261118|1|2026/11/18|2027/01/01|2027/05/31|0"_s}));
+    ASSERT_EQ(at(0, ListColumn::Period), u"2027/01/01～2027/05/31"_s);
+    EXPECT_TRUE(isTarget(0)) << "the row that has taken its place";
+    EXPECT_FALSE(isTarget(1)) << "a colleague's row";
+}
+
+TEST_F(ListFormTest, ADeformityPeriodIsRestarted) {
+    consent(3, u"2026/12/31"_s,
+            u"iHenkeiFlg = 1, nHenkeiDouiDate = 20260601, nDate = 20260602, iOutputFlgHenkei = 1,"
+            " iGetFlgHenkei = 1, nDouiUpMonth = 2"_s);
+    open();
+    auto *restart = form->findChild<QAction *>(u"mnHenkeiRestart"_s);
+    go(0, ListColumn::Number);
+    restart->trigger();
+    EXPECT_EQ(messages.shown.back().text, u"変形徒手の行を選択してください。"_s);
+    go(3, ListColumn::Number);
+    for (const Answer answer : {Answer::No, Answer::Yes}) {
+        QTimer::singleShot(0, [] {
+            QWidget *dialog = QApplication::activeModalWidget();
+            dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate(QDate(2026, 12, 1));
+            QTest::keyClick(dialog, Qt::Key_Return);
+        });
+        messages.answers = {answer};
+        restart->trigger();
+        EXPECT_EQ(database.value(u"SELECT tHenkeSday, tHenKeEday, iOutputFlgHenkei, iGetFlgHenkei"
+                                 " FROM RIYOUSHA_DOUI_REC WHERE iHenkeiFlg = 1"_s),
+                  answer == Answer::Yes ? u"2026/12/01|2027/01/20|0|0"_s : u"NULL|NULL|1|1"_s);
+    }
+    EXPECT_TRUE(messages.shown.back().text.contains(u"3 利用者3　変形徒手の期間を再開しました。"_s));
+
+    // Saved and not read again: the row is what was saved, not one that a colleague has changed.
+    go(3, ListColumn::Received);
+    QTest::keyClick(grid, Qt::Key_Space);
+    database.run(u"ALTER TABLE SOUDAN RENAME TO SOUDAN_AWAY"_s);
+    messages.answers = {Answer::Yes, Answer::Yes};
+    control<QPushButton>(u"cmdSave"_s)->click();
+    database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
+    ASSERT_TRUE(messages.shown[messages.shown.size() - 2].text.contains(u"読み直せませんでした"_s));
+    EXPECT_EQ(messages.notes.back(), u"保存しました。"_s);
+    QString wrong;
+    QTimer::singleShot(0, [&] {
+        QWidget *dialog = QApplication::activeModalWidget();
+        dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate({});
+        QTest::keyClick(dialog, Qt::Key_Return);
+        wrong = dialog->findChild<QLabel *>(u"lblWrong"_s)->text();
+        dialog->findChild<DateBox *>(u"idHenkeiFrom"_s)->setDate(QDate(2026, 12, 2));
+        QTest::keyClick(dialog, Qt::Key_Return);
+    });
+    restart->trigger();
+    EXPECT_EQ(wrong, u"日付を入力してください。"_s);
+    EXPECT_EQ(database.value(u"SELECT tHenkeSday, iGetFlgHenkei FROM RIYOUSHA_DOUI_REC"
+                             " WHERE iHenkeiFlg = 1"_s),
+              u"2026/12/02|0"_s);
+
+    control<QPushButton>(u"cmdBikou"_s)->click();
+    EXPECT_EQ(messages.shown.back().text,
+              u"変形徒手の行に備考はありません。マッサージの行を選択してください。"_s);
 }

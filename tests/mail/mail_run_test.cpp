@@ -37,7 +37,7 @@ protected:
             " (1, 1, 2, 1), (1, 1, 3, 2), (1, 1, 4, 3), (1, 1, 5, 0), (1, 1, 6, 4), (2, 1, 1, 1);"
             "INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg,"
             " nHenkeiDouiDate) SELECT iKyotenCd, 1, nIDNo, day, 0, 0 FROM RIYOUSHA_SUB,"
-            " (SELECT 20260501 AS day UNION SELECT 20260601)"_s);
+            " (SELECT 20260501 AS day UNION SELECT 20260601) AS days"_s);
         for (const int patient : {1, 2, 3, 4, 5, 6})
             rows.push_back({{1, 1, patient}, u"患者%1"_s.arg(patient), 20260601});
         rows.push_back({{2, 1, 1}, u"分院"_s, 20260601});
