@@ -31,9 +31,9 @@ start_server() {
         port=$next
         break
     done
-    # The keys that end this script must not end the server before the programs have.
-    local -a becoming=(setsid)
-    [ "$(id -u)" -ne 0 ] || becoming+=(setpriv --reuid=postgres --regid=postgres --clear-groups)
+    # The keys that end this script must not end the server before the programs have; whatever kills it does.
+    local -a becoming=(setsid setpriv --pdeathsig INT)
+    [ "$(id -u)" -ne 0 ] || becoming+=(--reuid=postgres --regid=postgres --clear-groups)
     (cd "$server_folder" && exec "${becoming[@]}" "$programs/postgres" -D "$server_folder/data" -p "$port" \
         -c listen_addresses=127.0.0.1 -c unix_socket_directories= >>"$server_folder/log" 2>&1 </dev/null) &
     server_pid=$!
@@ -42,6 +42,9 @@ start_server() {
         kill -0 "$server_pid" 2>/dev/null || die "The server does not start: $(tail -1 "$server_folder/log")"
         sleep 0.1
     done
+    # As installed the driver leaves a log of each program in /tmp.
+    sed 's/^CommLog *=.*/CommLog=0/' /etc/odbcinst.ini >"$server_folder/odbcinst.ini"
+    export ODBCSYSINI=$server_folder
     PGPASSWORD=$password "$programs/createdb" -h 127.0.0.1 -p "$port" -U douisho douisho
     server_connection="Provider=PostgreSQL;Server=127.0.0.1;Port=$port;Database=douisho;User ID=douisho;Password=$password"
 }
