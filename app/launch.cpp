@@ -27,15 +27,19 @@ int Launch::run(const QString &commandLine) {
     if (commandLine.trimmed() == u"--setup")
         return setUpAgain() ? serve(LaunchMode::ConsentList) : Served;
 
-    const bool isNew =
-        !hasConnectionSettings(m_environment.folders) &&
-        m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
-                                   u"初期設定"_s);
-    if (isNew && !m_screens.setUp())
-        return Served;
-    // Nobody who begins with nothing knows of modes.
-    const std::optional<LaunchMode> mode =
-        isNew && commandLine.isEmpty() ? LaunchMode::ConsentList : readMode(commandLine);
+    const bool isNamed = !commandLine.isEmpty();
+    std::optional<LaunchMode> mode = isNamed ? modeFromCommandLine(commandLine) : std::nullopt;
+    if (mode || !isNamed) {
+        const bool isNew =
+            !hasConnectionSettings(m_environment.folders) &&
+            m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
+                                       u"初期設定"_s);
+        if (isNew && !m_screens.setUp())
+            return Served;
+        // Nobody who begins with nothing knows of modes.
+        if (!isNamed)
+            mode = isNew ? LaunchMode::ConsentList : askForMode();
+    }
     if (!mode) {
         m_environment.messages.warn(noMode, u"　エラー！！"_s);
         m_environment.messages.fail(u"起動できません！"_s);
@@ -67,9 +71,7 @@ bool Launch::setUpAgain() {
            m_screens.setUp();
 }
 
-std::optional<LaunchMode> Launch::readMode(const QString &commandLine) {
-    if (!commandLine.isEmpty())
-        return modeFromCommandLine(commandLine);
+std::optional<LaunchMode> Launch::askForMode() {
     return modeFromAnswer(
         m_input.ask(u"モード番号を入力してください。\r\n"_s + noMode, u"起動エラー！！"_s, u"1"_s));
 }

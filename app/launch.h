@@ -67,7 +67,7 @@ public:
 private:
     bool setUpAgain();
     int serve(LaunchMode mode);
-    std::optional<LaunchMode> readMode(const QString &commandLine);
+    std::optional<LaunchMode> askForMode();
     /// Empty when there is none; the user has then been told why.
     bool connect(cT_ADODB &db, const QString &connectionString);
     bool findBranch(cT_ADODB &db);
