@@ -28,26 +28,26 @@ int Launch::run(const QString &commandLine) {
         return setUpAgain() ? serve(LaunchMode::ConsentList) : Served;
 
     const bool isNamed = !commandLine.isEmpty();
-    std::optional<LaunchMode> mode = isNamed ? modeFromCommandLine(commandLine) : std::nullopt;
-    if (mode || !isNamed) {
-        const bool isNew =
-            !hasConnectionSettings(m_environment.folders) &&
-            m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
-                                       u"初期設定"_s);
-        if (isNew && !m_screens.setUp())
-            return Served;
-        // Nobody who begins with nothing knows of modes.
-        if (!isNamed)
-            mode = isNew ? LaunchMode::ConsentList : askForMode();
-    }
-    if (!mode) {
-        m_environment.messages.warn(noMode, u"　エラー！！"_s);
-        m_environment.messages.fail(u"起動できません！"_s);
-        startSibling(m_environment, menuProgram);
-        return NotStarted;
-    }
+    if (isNamed && !modeFromCommandLine(commandLine))
+        return refuseMode();
+    const bool isNew =
+        !hasConnectionSettings(m_environment.folders) &&
+        m_environment.messages.ask(u"このプログラムはまだ設定されていません。初期設定を始めますか？"_s,
+                                   u"初期設定"_s);
+    if (isNew && !m_screens.setUp())
+        return Served;
+    // Nobody who begins with nothing knows of modes.
+    if (isNew && !isNamed)
+        return serve(LaunchMode::ConsentList);
+    const std::optional<LaunchMode> mode = isNamed ? modeFromCommandLine(commandLine) : askForMode();
+    return mode ? serve(*mode) : refuseMode();
+}
 
-    return serve(*mode);
+int Launch::refuseMode() {
+    m_environment.messages.warn(noMode, u"　エラー！！"_s);
+    m_environment.messages.fail(u"起動できません！"_s);
+    startSibling(m_environment, menuProgram);
+    return NotStarted;
 }
 
 int Launch::serve(LaunchMode mode) {

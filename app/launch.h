@@ -68,6 +68,7 @@ private:
     bool setUpAgain();
     int serve(LaunchMode mode);
     std::optional<LaunchMode> askForMode();
+    int refuseMode();
     /// Empty when there is none; the user has then been told why.
     bool connect(cT_ADODB &db, const QString &connectionString);
     bool findBranch(cT_ADODB &db);

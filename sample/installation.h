@@ -10,9 +10,9 @@ struct SampleOptions {
     QString folder;
     QDate day;
     int patients = 300;
-    QString programs;   ///< folder of the built programs; empty: the installation gets no Main.exe
-    QString server;     ///< connection string of a server's empty database; empty: embedded
-    bool again = false; ///< make an installation anew that is there already
+    QString programs = {}; ///< folder of the built programs; empty: the installation gets no Main.exe
+    QString server = {};   ///< connection string of a server's empty database; empty: embedded
+    bool again = false;    ///< make an installation anew that is there already
 };
 
 enum class SampleOutcome { Made, LeftAsItIs, Refused, Failed };
