@@ -55,7 +55,7 @@ void measure(Figures &figures, const ListDocument &document, const BareDatabase 
     for (int i = 0; i <= repetitions; ++i) {
         ours.push_back(millisecondsOf([&] {
             const DataFile file = document.make();
-            const Result<> written = file.write(path);
+            const Result<> written = file.write(path, Folders(folder.path()));
             if (size_t(file.count()) < rows || !written)
                 stop(u"%1 records %2"_s.arg(file.count()).arg(written.reason()));
             records = file.count();

@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "app/base/file_write.h"
+#include "app/base/folders.h"
 #include "benchmarks/figures.h"
 #include "print/consent_form/form_columns.h"
 #include "print/consent_form/qr_code.h"
@@ -72,7 +73,7 @@ QString ReportSample::dataFile(const QString &name, int first, int records) cons
         record[size_t(qrColumn())] = m_folder + u"/QR%1.png"_s.arg(patient);
         file.add(record);
     }
-    if (const Result<> written = file.write(m_folder + u'/' + name); !written)
+    if (const Result<> written = file.write(m_folder + u'/' + name, Folders(m_folder)); !written)
         stop(written.reason());
     return m_folder + u'/' + name;
 }
