@@ -1,8 +1,8 @@
 #include "db/adodb.h"
 
+#include "app/base/platform/desktop.h"
 #include "db/column_names.h"
 
-#include <QSysInfo>
 #include <algorithm>
 #include <exception>
 #include <limits>
@@ -36,7 +36,7 @@ short cT_ADODB::iInit(const QString &connectionString) {
 
 QString cT_ADODB::csGetComputerName() const {
     // The operating system's buffer holds 15 characters and the closing NUL.
-    QString name = QSysInfo::machineHostName().section(u'.', 0, 0).left(15);
+    QString name = platform::computerName();
     while (name.endsWith(u' '))
         name.chop(1);
     if (name.endsWith(QChar(u'\0')))

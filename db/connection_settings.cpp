@@ -69,8 +69,6 @@ std::optional<QString> embeddedFile(const QString &connection) {
     QString source = parsed.value(u"Data Source");
     if (parsed.kind() != ConnectionString::Kind::Embedded || source.isEmpty())
         return std::nullopt;
-#ifndef Q_OS_WIN
     source.replace(u'\\', u'/');
-#endif
     return QDir::cleanPath(QDir(Folders::programFolderOfThisRun()).absoluteFilePath(source));
 }

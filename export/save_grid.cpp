@@ -4,6 +4,7 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "app/base/messages.h"
+#include "app/base/platform/desktop.h"
 #include "app/base/processes.h"
 #include "export/make_csv_form.h"
 #include "widgets/grid.h"
@@ -53,10 +54,9 @@ bool mayCompute(Messages &messages, const GridTable &table) {
 
 void openFolder(const Environment &environment, const QString &folder) {
     Processes &processes = environment.processes;
-    for (const QString &name : {u"explorer.exe"_s, u"xdg-open"_s})
-        if (const QString program = processes.find(name, environment.folders.program());
-            !program.isEmpty() && processes.start(program, {QDir::toNativeSeparators(folder)}, folder))
-            return;
+    const QString program = processes.find(platform::folderProgram(), environment.folders.program());
+    if (!program.isEmpty() && processes.start(program, {QDir::toNativeSeparators(folder)}, folder))
+        return;
     environment.messages.warn(
         u"フォルダを開くことができません。\r\n（%1）"_s.arg(QDir::toNativeSeparators(folder)));
 }

@@ -4,6 +4,7 @@
 #include "app/base/file_write.h"
 #include "app/base/folders.h"
 #include "app/base/near_characters.h"
+#include "app/base/platform/files.h"
 #include "setup/layouts.h"
 #include "setup/pictures.h"
 
@@ -42,14 +43,7 @@ private:
 };
 
 Result<> placeProgram(const QString &program, const QString &place) {
-    QFile::remove(place);
-#ifdef Q_OS_WIN
-    const QString source = program + u".exe"_s;
-    const bool placed = QFile::copy(source, place);
-#else
-    const QString &source = program;
-    const bool placed = QFileInfo::exists(source) && QFile::link(source, place);
-#endif
+    const auto [source, placed] = platform::placeProgram(program, place);
     if (!placed)
         return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(source, place)};
     return {};

@@ -137,10 +137,10 @@ Result<> fillFile(const QString &file, const Answers &answers, const QDate &toda
 
 Result<> onDisk(const QString &file) {
     QFile made(file);
-    if (made.open(QIODevice::ReadWrite) && platform::syncToDisk(made))
+    const QString why = made.open(QIODevice::ReadWrite) ? platform::syncToDisk(made) : made.errorString();
+    if (why.isEmpty())
         return {};
-    return Failure{
-        u"「%1」に書き込めません。%2"_s.arg(QDir::toNativeSeparators(file), qt_error_string(errno))};
+    return Failure{u"「%1」に書き込めません。%2"_s.arg(QDir::toNativeSeparators(file), why)};
 }
 
 /// False when another PC's file lies there meanwhile: nothing goes over it.

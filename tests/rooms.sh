@@ -56,9 +56,10 @@ refuse() {
 
 check_trades() {
     local file
-    local -a cores=() forms=() queries=() rest=()
+    local -a cores=() forms=() queries=() rest=() everywhere=()
     for file in "${files[@]}"; do
         case "$file" in *.ui) continue ;; esac
+        [[ $file == app/base/platform/* || $file == */.rcc/* ]] || everywhere+=("$file")
         [ -n "${gui[${owner[$file]}]}" ] || cores+=("$file")
         case "$file" in
         *_form.* | *_panel.* | widgets/*) forms+=("$file") ;;
@@ -72,6 +73,8 @@ check_trades() {
     refuse '# *include *(<Qt(Widgets|Gui|PrintSupport)/|"ui_|"[^"]*_form\.h")' \
         'the core may not name a widget' "${cores[@]}"
     refuse 'u"[^"]*\b(SELECT|INSERT INTO|UPDATE [A-Z]|DELETE FROM)\b' 'a form may hold no SQL' "${forms[@]}"
+    refuse '^ *# *(if|elif)|<(unistd|fcntl|windows|sys/.*)\.h>' \
+        'what systems do differently stands in app/base/platform alone' "${everywhere[@]}"
     refuse '"app/base/messages\.h"' 'a reader of rows may not talk to the user' "${queries[@]}"
     refuse 'u"[^"]*(INSERT INTO|UPDATE|DELETE FROM) RIYOUSHA_DOUI_REC\b' \
         'consent rows are written in consent/record alone' "${rest[@]}"
@@ -132,6 +135,8 @@ consent/rows/a.cpp #include <QtWidgets/QLabel>
 consent/rows/a.cpp const QString sql = u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1"_s;
 consent/entry/a.cpp cT_RIYOUSHA_DOUI_REC table;
 consent/entry/a_form.cpp const QString sql = u"SELECT 1"_s;
+db/a.cpp #ifdef Q_OS_WIN
+db/a.cpp #include <sys/file.h>
 consent/rows/a_query.cpp #include "app/base/messages.h"
 LINES
     echo "every offence is found"

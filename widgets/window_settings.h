@@ -1,14 +1,13 @@
 #pragma once
 
+#include "app/base/platform/desktop.h"
 #include "app/base/result.h"
 
 #include <QDir>
-#include <QSettings>
 
 /// What this user's windows keep for the next run.
 inline QSettings windowSettings() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("douisho"),
-                     QStringLiteral("windows"));
+    return platform::userSettings(QStringLiteral("windows"));
 }
 
 /// Writes it now. @param what could not be kept when that fails: "列の幅と順序"

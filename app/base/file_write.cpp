@@ -6,7 +6,6 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QRandomGenerator>
-#include <cerrno>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -15,8 +14,8 @@ namespace {
 constexpr QFile::Permissions ownerOnly = QFile::ReadOwner | QFile::WriteOwner;
 
 /// Permission bits are asked for, not access: an administrator may write a read-only file, and should not.
-bool isReadOnly(const QFileInfo &entry) {
-    return !(entry.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther));
+bool isReadOnly(const QFileInfo &file) {
+    return !(file.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther));
 }
 
 /// What stands in the way before anything is tried; empty when nothing does.
@@ -30,7 +29,7 @@ QString obstacle(const QFileInfo &file) {
         return u"同じ名前のフォルダがあります。"_s;
     if (file.exists() && isReadOnly(file))
         return u"読み取り専用のファイルです。"_s;
-    if (isReadOnly(folder))
+    if (platform::isReadOnlyFolder(folder))
         return u"読み取り専用のフォルダです。"_s;
     return {};
 }
@@ -126,8 +125,8 @@ Result<> WholeFile::commit() {
     // Neither flush() nor close() notices that the last buffer found no room.
     if (!m_file.flush() || m_file.error() != QFileDevice::NoError || m_file.size() != m_file.pos())
         return failure(whyCutShort(m_file));
-    if (!platform::syncToDisk(m_file))
-        return failure(qt_error_string(errno));
+    if (const QString why = platform::syncToDisk(m_file); !why.isEmpty())
+        return failure(why);
     if (const QString why = platform::moveOver(m_file, m_place); !why.isEmpty())
         return failure(why);
     m_lies = false;

@@ -22,6 +22,10 @@ struct ProcessEnd {
     bool succeeded() const { return how == Exited && exitCode == 0; }
 };
 
+/// How a program's window looks at first, where the system has a way to ask for it; the numbers are the
+/// engine's.
+enum class WindowStyle { AsItLikes = 1, Minimized = 2, Maximized = 3 };
+
 /// The port through which other programs are found and started. A started program inherits nothing of this
 /// one but its output: it reads from nowhere and holds none of its files.
 class Processes {
@@ -38,12 +42,13 @@ public:
     /// @param id takes the number by which runs() knows it
     /// @return false when there is no such program or it cannot be started
     virtual bool start(const QString &program, const QStringList &arguments, const QString &folder,
-                       qint64 *id = nullptr) = 0;
+                       qint64 *id = nullptr, WindowStyle style = WindowStyle::AsItLikes) = 0;
 
     /// Whether a program with that number runs on this PC.
     virtual bool runs(qint64 id) const = 0;
 
     /// Starts a program and waits for its end, at most `timeOut`; then it is killed with all that it started.
+    /// Its window is minimized.
     /// @param goOn called many times a second, so that windows can be painted; false kills the program. May
     /// be empty.
     virtual ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
@@ -55,7 +60,7 @@ class SystemProcesses : public Processes {
 public:
     QString find(const QString &name, const QString &folder) const override;
     bool start(const QString &program, const QStringList &arguments, const QString &folder,
-               qint64 *id = nullptr) override;
+               qint64 *id = nullptr, WindowStyle style = WindowStyle::AsItLikes) override;
     bool runs(qint64 id) const override;
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;

@@ -1,13 +1,8 @@
 #pragma once
 
-// The ODBC interface with its wide functions; on Windows its headers want windows.h before them.
-#ifdef _WIN32
-#ifndef NOMINMAX
-#define NOMINMAX
-#endif
-#include <windows.h>
-#endif
+#include "app/base/platform/native.h"
 
+// The ODBC interface with its wide functions.
 #include <sql.h>
 #include <sqlext.h>
 #include <sqlucode.h>

@@ -320,12 +320,13 @@ QString odbcQuoted(const QString &value) {
 }
 
 QString sqlServerDriver(const QStringList &installed) {
-    QStringList wanted = {u"ODBC Driver 18 for SQL Server"_s, u"ODBC Driver 17 for SQL Server"_s,
-                          u"ODBC Driver 13 for SQL Server"_s, u"ODBC Driver 11 for SQL Server"_s,
-                          u"SQL Server Native Client 11.0"_s, u"SQL Server"_s};
-#ifndef Q_OS_WIN
-    wanted.prepend(u"FreeTDS"_s);
-#endif
+    const QStringList wanted = {u"FreeTDS"_s,
+                                u"ODBC Driver 18 for SQL Server"_s,
+                                u"ODBC Driver 17 for SQL Server"_s,
+                                u"ODBC Driver 13 for SQL Server"_s,
+                                u"ODBC Driver 11 for SQL Server"_s,
+                                u"SQL Server Native Client 11.0"_s,
+                                u"SQL Server"_s};
     for (const QString &driver : wanted)
         if (installed.contains(driver))
             return driver;

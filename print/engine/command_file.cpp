@@ -3,6 +3,8 @@
 #include "app/base/codepage932.h"
 #include "print/engine/engine_text.h"
 
+#include <QDir>
+
 using namespace Qt::Literals::StringLiterals;
 
 void CommandFile::add(const QString &line) {
@@ -26,7 +28,7 @@ QString CommandFile::path(const QString &path) {
     // A replaced character would name another file.
     if (m_unfitPath.isEmpty() && (engineText(path) != path || !fits932(path)))
         m_unfitPath = path;
-    return u'"' + path + u'"';
+    return u'"' + QDir::toNativeSeparators(path) + u'"';
 }
 
 Result<> CommandFile::write(const QString &path, WriteFile how) const {

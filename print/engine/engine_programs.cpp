@@ -57,7 +57,9 @@ Result<qint64> startEngineProgram(const Environment &environment, EngineProgram 
     if (!program)
         return Failure{program.reason()};
     qint64 id = JobTicket::unknown;
-    if (environment.processes.start(*program, arguments, environment.folders.program(), &id))
+    const WindowStyle style =
+        which == EngineProgram::ActiveXViewer ? WindowStyle::Maximized : WindowStyle::Minimized;
+    if (environment.processes.start(*program, arguments, environment.folders.program(), &id, style))
         return id;
     return Failure{u"帳票プログラム「%1」を起動できません。"_s.arg(QDir::toNativeSeparators(*program))};
 }

@@ -208,14 +208,14 @@ class SlowViewers : public RecordedProcesses {
 public:
     explicit SlowViewers(QString folder) : m_folder(std::move(folder)) {}
 
-    bool start(const QString &program, const QStringList &arguments, const QString &folder,
-               qint64 *id) override {
+    bool start(const QString &program, const QStringList &arguments, const QString &folder, qint64 *id,
+               WindowStyle style) override {
         if (program.endsWith(u"wfrfv10.exe")) {
             EXPECT_EQ(looks, 0) << "the viewer before still prints";
             looks = 3;
             *id = 1 + started.size();
         }
-        return RecordedProcesses::start(program, arguments, folder, id);
+        return RecordedProcesses::start(program, arguments, folder, id, style);
     }
     bool runs(qint64 id) const override {
         for (const QFileInfo &ticket : QDir(m_folder).entryInfoList({u"*.ticket"_s}))

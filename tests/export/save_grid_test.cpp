@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 #include "app/base/folders.h"
+#include "app/base/platform/desktop.h"
 #include "export/save_grid.h"
 #include "tests/export/csv_dialog.h"
 #include "tests/export/csv_reader.h"
@@ -150,7 +151,6 @@ TEST_F(SaveGridTest, AsksAboutCharactersThatTheCodePageLacksAndAboutFormulas) {
 }
 
 TEST_F(SaveGridTest, KeepsTheChoicesAndOpensTheFolder) {
-    processes.missing = QStringList{u"explorer.exe"_s};
     save([&](QDialog &dialog) {
         dialog.findChild<QComboBox *>(u"cmbType"_s)->setCurrentIndex(1);
         EXPECT_EQ(box(dialog, u"txtFileName"_s).text(), u"一覧_20261121.txt"_s);
@@ -162,7 +162,7 @@ TEST_F(SaveGridTest, KeepsTheChoicesAndOpensTheFolder) {
     });
     EXPECT_EQ(decode932(saved(u"一覧_20261121.txt"_s)), u"○\t1\t山田\t\r\n\t2\t鈴木\t\r\n"_s);
     ASSERT_EQ(processes.started.size(), 1);
-    EXPECT_TRUE(processes.started[0].program.endsWith(u"xdg-open"_s));
+    EXPECT_TRUE(processes.started[0].program.endsWith(platform::folderProgram()));
     EXPECT_EQ(processes.started[0].arguments, QStringList{folder.path()});
     messages.answers = {Answer::Yes};
     save([&](QDialog &dialog) {

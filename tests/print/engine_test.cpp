@@ -60,6 +60,8 @@ protected:
     QStringList startsOf(qsizetype i) const {
         const RecordedProcesses::Start &start = m_processes.started[i];
         EXPECT_EQ(start.folder, m_folder.path());
+        EXPECT_EQ(start.style, start.program.endsWith(u"WrVb6Viewer.exe") ? WindowStyle::Maximized
+                                                                          : WindowStyle::Minimized);
         return (QStringList{QFileInfo(start.program).fileName()} + start.arguments)
             .replaceInStrings(work(u""_s), u"W/"_s);
     }
@@ -157,10 +159,10 @@ TEST_F(Engine, MergesReports) {
     class Watching : public RecordedProcesses {
     public:
         std::function<void()> look;
-        bool start(const QString &program, const QStringList &arguments, const QString &folder,
-                   qint64 *) override {
+        bool start(const QString &program, const QStringList &arguments, const QString &folder, qint64 *id,
+                   WindowStyle style) override {
             look();
-            return RecordedProcesses::start(program, arguments, folder);
+            return RecordedProcesses::start(program, arguments, folder, id, style);
         }
     } processes;
     QStringList seen;

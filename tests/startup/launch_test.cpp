@@ -36,8 +36,8 @@ private:
 class TranscribedProcesses : public RecordedProcesses {
 public:
     TranscribedProcesses(Transcript &log, const bool &works) : m_log(log), m_works(works) {}
-    bool start(const QString &program, const QStringList &arguments, const QString &folder,
-               qint64 *) override {
+    bool start(const QString &program, const QStringList &arguments, const QString &folder, qint64 *,
+               WindowStyle) override {
         m_log.append(
             (QStringList{u"start"_s, QDir(folder).relativeFilePath(program)} + arguments).join(u' '));
         return m_works;

@@ -42,10 +42,10 @@ QString RecordedProcesses::find(const QString &name, const QString &folder) cons
 }
 
 bool RecordedProcesses::start(const QString &program, const QStringList &arguments, const QString &folder,
-                              qint64 *) {
+                              qint64 *, WindowStyle style) {
     if (missing.contains(QFileInfo(program).fileName()))
         return false;
-    started.append({program, arguments, folder});
+    started.append({program, arguments, folder, style});
     return true;
 }
 

@@ -56,11 +56,12 @@ public:
         QString program;
         QStringList arguments;
         QString folder;
+        WindowStyle style = WindowStyle::AsItLikes;
         bool waitedFor = false;
     };
     QString find(const QString &name, const QString &folder) const override;
     bool start(const QString &program, const QStringList &arguments, const QString &folder,
-               qint64 *id = nullptr) override;
+               qint64 *id = nullptr, WindowStyle style = WindowStyle::AsItLikes) override;
     bool runs(qint64) const override { return false; }
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override;

@@ -1,6 +1,7 @@
 #include "viewer/programs/viewer_program.h"
 
 #include "app/base/job_ticket.h"
+#include "app/base/platform/desktop.h"
 #include "app/desktop/message_form.h"
 #include "viewer/command/job_document.h"
 #include "viewer/output/pdf.h"
@@ -14,9 +15,7 @@
 #include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
-#include <QProcess>
 #include <QProgressDialog>
-#include <QStandardPaths>
 #include <QThread>
 #include <QTimer>
 #include <QUrl>
@@ -56,16 +55,6 @@ public:
 private:
     QProgressDialog m_dialog;
 };
-
-/// Whether the desktop knows a program for PDF files. What opens a file tells nothing of it.
-bool desktopOpensPdf() {
-    const QString query = QStandardPaths::findExecutable(u"xdg-mime"_s);
-    if (query.isEmpty())
-        return true; // another system's desktop, which tells when it opens
-    QProcess asked;
-    asked.start(query, {u"query"_s, u"default"_s, u"application/pdf"_s});
-    return asked.waitForFinished(3000) && !asked.readAllStandardOutput().trimmed().isEmpty();
-}
 
 /// One run of the viewer.
 class ViewerProgram {
@@ -223,7 +212,7 @@ private:
         form.setCaption(Answer::No, u"閉じる(&C)"_s);
         form.exec();
         if (form.answer() != Answer::Yes ||
-            (desktopOpensPdf() && QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath))))
+            (platform::opensPdf() && QDesktopServices::openUrl(QUrl::fromLocalFile(m_pdfPath))))
             return EXIT_SUCCESS;
         return show(document, adjustment, notes);
     }

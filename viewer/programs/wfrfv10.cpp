@@ -1,3 +1,4 @@
+#include "app/base/platform/desktop.h"
 #include "app/base/unicode_twin.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
@@ -18,11 +19,7 @@ bool hasNoDisplay() {
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
     if (!platform.isEmpty())
         return platform.startsWith("offscreen") || platform.startsWith("minimal");
-#if defined(Q_OS_WIN) || defined(Q_OS_MACOS)
-    return false;
-#else
-    return qEnvironmentVariableIsEmpty("DISPLAY") && qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
-#endif
+    return !platform::hasDisplay();
 }
 
 /// The viewer host's name asks for a window that fills the screen; links keep the name they were started by.

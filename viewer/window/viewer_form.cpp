@@ -1,5 +1,6 @@
 #include "viewer/window/viewer_form.h"
 
+#include "app/base/platform/desktop.h"
 #include "app/desktop/message_form.h"
 #include "viewer/window/note_bar.h"
 #include "viewer/window/output_dialogs.h"
@@ -17,7 +18,6 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QScreen>
-#include <QSettings>
 #include <QSpinBox>
 #include <QStatusBar>
 #include <QToolBar>
@@ -31,7 +31,7 @@ constexpr QStringView wholePage = u"ページ全体";
 constexpr QStringView pageWidth = u"ページ幅";
 
 QSettings windowSettings() {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope, u"douisho"_s, u"viewer"_s);
+    return platform::userSettings(u"viewer"_s);
 }
 
 } // namespace

@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QFile>
+#include <QFileInfo>
 
 /// What the systems do differently with files.
 namespace platform {
 
-/// Waits until the disk has what was written to an open file. False, with `errno` set, when it has not; a
-/// file system that cannot tell counts as done.
-bool syncToDisk(QFile &file);
+/// Waits until the disk has what was written to an open file. The system's reason when it has not, empty when
+/// it is done; a file system that cannot tell counts as done.
+QString syncToDisk(QFile &file);
 
 /// Marks an open file as being written until it is closed, also by the end of the process.
 void claim(QFile &file);
@@ -18,6 +19,17 @@ Claimed claimOf(const QString &path);
 
 /// Moves an open file over another in one step. The system's reason when it refuses, empty when it is done.
 QString moveOver(QFile &file, const QString &place);
+
+/// Whether a folder's marks say that nothing is to be written into it.
+bool isReadOnlyFolder(const QFileInfo &folder);
+
+/// Puts a program of ours into an installation under the suite's name for it. The program as it was looked
+/// for, which is to be named when that fails.
+struct PlacedProgram {
+    QString source;
+    bool placed = false;
+};
+PlacedProgram placeProgram(const QString &program, const QString &place);
 
 /// Whether a file lies on another machine, where locks and shared memory of several PCs cannot be trusted.
 bool isOnNetworkDrive(const QString &path);

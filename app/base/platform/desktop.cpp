@@ -1,0 +1,9 @@
+#include "app/base/platform/desktop.h"
+
+namespace platform {
+
+QSettings userSettings(const QString &name) {
+    return {QSettings::IniFormat, QSettings::UserScope, QStringLiteral("douisho"), name};
+}
+
+} // namespace platform

@@ -1,0 +1,34 @@
+#include "app/base/platform/desktop.h"
+
+#include "app/base/platform/native.h"
+
+#include <array>
+#include <shlwapi.h>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace platform {
+
+QString computerName() {
+    std::array<wchar_t, MAX_COMPUTERNAME_LENGTH + 1> name{};
+    DWORD length = name.size();
+    GetComputerNameW(name.data(), &length);
+    return QString::fromWCharArray(name.data());
+}
+
+bool hasDisplay() {
+    return true;
+}
+
+bool opensPdf() {
+    DWORD length = 0;
+    // Asked for the length alone, it says so by this.
+    return AssocQueryStringW(ASSOCF_INIT_IGNOREUNKNOWN, ASSOCSTR_EXECUTABLE, L".pdf", nullptr, nullptr,
+                             &length) == S_FALSE;
+}
+
+QString folderProgram() {
+    return u"explorer.exe"_s;
+}
+
+} // namespace platform
