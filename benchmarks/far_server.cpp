@@ -99,7 +99,7 @@ std::vector<RowEdit> edits(cT_ADODB &db) {
 }
 
 void save(cT_ADODB &db, const std::vector<RowEdit> &edited) {
-    const Result<std::vector<size_t>> overtaken = saveRows(db, edited);
+    const Result<std::vector<size_t>> overtaken = saveRows(db, edited, {QStringLiteral("一覧の保存")});
     if (!overtaken || !overtaken->empty())
         stop(u"not all rows were saved"_s + overtaken.reason());
 }

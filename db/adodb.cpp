@@ -80,7 +80,9 @@ short cT_ADODB::iConnect() {
     if (!m_provider->isOpen()) {
         // A transaction went with the lost connection: what belongs to it must not be sent outside it.
         m_transactionOver = m_inTransaction;
-        m_names->unsettle(); // another server may answer, or the same one with other columns
+        // Another server may answer, or the same one with other columns.
+        m_names->unsettle();
+        m_history = {.told = m_history.told};
         m_provider->open(m_connectionString);
         // Not open, but no error either, counts as open: what follows will tell.
         if (!m_provider->isOpen() && !m_provider->errors().isEmpty())

@@ -10,6 +10,20 @@
 
 class ColumnNames;
 
+/// Whether a database keeps the history of what is written to it, as far as a connection knows.
+struct HistoryState {
+    enum Kind {
+        Unknown, ///< nothing was written yet
+        Kept,
+        Missing, ///< its tables are not there
+        Unfit,   ///< they are, but nothing can be written to them
+        Newer    ///< a newer version of the program made them: they are left alone
+    };
+    Kind kind = Unknown;
+    QString reason = {}; ///< what the database said, where history is not kept
+    bool told = false;   ///< the user knows that it is not
+};
+
 /// Cursor types, lock types and options as callers of iOpenRecSet give them. Every recordset here is a
 /// snapshot that is read whole; the values are taken for the callers' sake and change nothing.
 enum CursorType { adOpenForwardOnly = 0, adOpenKeyset = 1, adOpenDynamic = 2, adOpenStatic = 3 };
@@ -75,6 +89,9 @@ public:
     short iOpenIndexes(Recordset &indexes);
     ///@}
 
+    /// Unknown again after every log-in: another server may answer.
+    HistoryState &history() { return m_history; }
+
     /// @name Null-safe readers: Null gives an empty text, 0, 0, an invalid date.
     ///@{
     static QString csNull(const Recordset &rows, int row, int column);
@@ -95,6 +112,7 @@ private:
     std::unique_ptr<DbProvider> m_provider;
     QString m_connectionString;
     std::unique_ptr<ColumnNames> m_names;
+    HistoryState m_history;
     QString m_errors;
     bool m_inTransaction = false;
     bool m_transactionOver = false;

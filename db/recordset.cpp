@@ -68,6 +68,24 @@ double Recordset::real(int row, int column) const {
     return 0;
 }
 
+bool Recordset::sameCell(const Recordset &left, int leftRow, const Recordset &right, int rightRow,
+                         int column) {
+    const Cell &one = left.cell(leftRow, column);
+    const Cell &other = right.cell(rightRow, column);
+    if (one.kind != other.kind || one.length != other.length)
+        return false;
+    switch (one.kind) {
+    case Kind::Null:
+        return true;
+    case Kind::Integer:
+    case Kind::Real: // bit by bit: an untouched number does not change
+        return one.integer == other.integer;
+    case Kind::Text:
+        return one.length == 0 || std::memcmp(one.text, other.text, one.length) == 0;
+    }
+    return false;
+}
+
 QDate Recordset::date(int row, int column) const {
     const Cell &c = cell(row, column);
     if (c.kind != Kind::Text || c.length == 0)

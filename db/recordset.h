@@ -31,6 +31,9 @@ public:
     /// Null and texts that begin with no number give 0; fractions are cut.
     qint64 number(int row, int column) const;
     double real(int row, int column) const;
+    /// Whether two cells of recordsets of one connection hold the same; Null is only Null.
+    static bool sameCell(const Recordset &left, int leftRow, const Recordset &right, int rightRow,
+                         int column);
     /// Null, empty and impossible dates give an invalid one.
     QDate date(int row, int column) const;
 

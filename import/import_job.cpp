@@ -133,7 +133,7 @@ private:
     }
 
     ImportOutcome consents() {
-        RecordWrite write(m_db);
+        RecordWrite write(m_db, {u"データの取込"_s});
         ConsentImport import(m_job, m_db, m_folders);
         if (const Result<> locked = write.lock(import.patients(m_shown)); !locked)
             return again(locked.reason());

@@ -177,7 +177,8 @@ AnswerOutcome AnswerDesk::record(int consent, const ReConsent &answer) {
     const std::vector<ChangedRow> changed = m_model.changedRows();
     if (changed.empty())
         return {AnswerOutcome::Refused, u"この内容はすでに登録されています。"_s};
-    const Result<std::vector<size_t>> saved = saveRows(m_db, {changed.begin(), changed.end()});
+    const Result<std::vector<size_t>> saved =
+        saveRows(m_db, {changed.begin(), changed.end()}, {u"返事の入力"_s});
     if (!saved)
         return {AnswerOutcome::Failed, saved.reason()};
     if (!saved->empty()) {
@@ -222,7 +223,7 @@ AnswerOutcome AnswerDesk::takeBack(size_t position) {
     RecordedAnswer &recorded = m_recorded[position];
     if (recorded.takenBack)
         return {AnswerOutcome::Refused, u"この返事は取り消し済みです。"_s};
-    const Result<std::vector<size_t>> saved = saveRows(m_db, recorded.back);
+    const Result<std::vector<size_t>> saved = saveRows(m_db, recorded.back, {u"返事の取消"_s});
     if (!saved)
         return {AnswerOutcome::Failed, saved.reason()};
     if (!saved->empty()) {

@@ -92,7 +92,8 @@ SaveOutcome ConsentList::save() {
     if (changed.empty())
         return outcome;
 
-    const Result<std::vector<size_t>> saved = saveRows(m_db, {changed.begin(), changed.end()});
+    const Result<std::vector<size_t>> saved =
+        saveRows(m_db, {changed.begin(), changed.end()}, {u"一覧の保存"_s});
     if (!saved)
         return {SaveOutcome::Failed, -1, saved.reason(), {}};
     for (const size_t i : *saved)

@@ -72,7 +72,7 @@ QString removeLabel(const ConsentDraft &row) {
 }
 
 RowOutcome saveOnce(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft *stored, ConsentRowKey &key) {
-    RecordWrite write(db);
+    RecordWrite write(db, {stored ? u"同意の修正"_s : u"同意の登録"_s});
     if (const Result<> locked = write.lock({draft}); !locked)
         return failed(locked.reason(), u"データ追加エラー"_s, u"データ追加"_s);
     ConsentDraft now;
@@ -103,7 +103,7 @@ RowOutcome saveOnce(cT_ADODB &db, const ConsentDraft &draft, const ConsentDraft 
 
 RowOutcome deleteOnce(cT_ADODB &db, const ConsentDraft &seen) {
     const QString label = u"btnDel_Click()でエラー"_s;
-    RecordWrite write(db);
+    RecordWrite write(db, {u"同意の削除"_s});
     if (const Result<> locked = write.lock({seen}); !locked)
         return failed(locked.reason(), label);
     ConsentDraft now;
@@ -118,7 +118,7 @@ RowOutcome deleteOnce(cT_ADODB &db, const ConsentDraft &seen) {
 
 RowOutcome saveRemarkOnce(cT_ADODB &db, const ConsentDraft &seen, const QString &remark) {
     const QString label = u"btnKakutei_Click()でエラー"_s;
-    RecordWrite write(db);
+    RecordWrite write(db, {u"備考編集"_s});
     if (const Result<> locked = write.lock({seen}); !locked)
         return failed(locked.reason(), label);
     ConsentDraft now;

@@ -106,8 +106,9 @@ void writeRow(RecordWrite &write, const RowEdit &edit) {
     write.change(sqlWhere(edit.read.key) + u" AND iNewestFlg = 1 AND "_s + unchanged, std::move(values));
 }
 
-Result<std::vector<size_t>> saveOnce(cT_ADODB &db, const std::vector<RowEdit> &edits) {
-    RecordWrite write(db);
+Result<std::vector<size_t>> saveOnce(cT_ADODB &db, const std::vector<RowEdit> &edits,
+                                     const Operation &operation) {
+    RecordWrite write(db, operation);
     if (const Result<> locked =
             write.lock(patientsOf(edits, [](const RowEdit &edit) { return edit.read.key.patient; }));
         !locked)
@@ -133,6 +134,7 @@ Result<std::vector<size_t>> saveOnce(cT_ADODB &db, const std::vector<RowEdit> &e
 
 } // namespace
 
-Result<std::vector<size_t>> saveRows(cT_ADODB &db, const std::vector<RowEdit> &edits) {
-    return againAfterDeadlock(db, [&] { return saveOnce(db, edits); });
+Result<std::vector<size_t>> saveRows(cT_ADODB &db, const std::vector<RowEdit> &edits,
+                                     const Operation &operation) {
+    return againAfterDeadlock(db, [&] { return saveOnce(db, edits, operation); });
 }

@@ -7,11 +7,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// A connection that was lost opens anew; where it does not, the transaction fails and says why.
-cT_ADODB &connected(cT_ADODB &db) {
-    db.iConnect();
-    return db;
-}
+/// In one condition: servers refuse statements of some ten thousand literals.
+constexpr size_t mostPatients = 1000;
 
 auto ordered(const PatientKey &patient) {
     return std::tuple(patient.iKyotenCd, patient.iKyotenEb, patient.nIDNo);
@@ -26,10 +23,12 @@ bool isBefore(const ConsentRowKey &left, const ConsentRowKey &right) {
     return key(left) < key(right);
 }
 
-RecordWrite::RecordWrite(cT_ADODB &db) : m_db(db), m_errors(db), m_transaction(connected(db)) {}
+// A connection that was lost opens anew; where it does not, the transaction fails and says why.
+RecordWrite::RecordWrite(cT_ADODB &db, Operation operation)
+    : m_db(db), m_transaction(db, std::move(operation)) {}
 
 Failure RecordWrite::failure(const QString &otherwise) const {
-    const QString said = m_errors.text();
+    const QString said = m_transaction.said();
     return {said.isEmpty() ? otherwise : said};
 }
 
@@ -40,7 +39,15 @@ Result<> RecordWrite::lock(std::vector<PatientKey> patients) {
     patients.erase(repeated.begin(), repeated.end());
     std::ranges::transform(patients, std::back_inserter(m_waiting), sqlLockPatient);
     const Result<QList<qint64>> locked = send();
-    return locked ? Result<>() : Failure{locked.reason()};
+    if (!locked)
+        return Failure{locked.reason()};
+    for (size_t first = 0; first < patients.size(); first += mostPatients) {
+        const size_t count = std::min(mostPatients, patients.size() - first);
+        const std::vector<PatientKey> some(&patients[first], &patients[first] + count);
+        if (const Result<> watched = m_transaction.watch(u"RIYOUSHA_DOUI_REC", sqlOfPatients(some)); !watched)
+            return watched;
+    }
+    return {};
 }
 
 Result<std::optional<ConsentDraft>> RecordWrite::find(const ConsentRowKey &key) {
@@ -115,5 +122,5 @@ Result<std::vector<ConsentRowKey>> RecordWrite::markNewest(const std::vector<Pat
 Result<> RecordWrite::commit() {
     if (const Result<QList<qint64>> sent = send(); !sent)
         return Failure{sent.reason()};
-    return m_transaction.commit() == 0 ? Result<>() : failure(u"データを確定できません。"_s);
+    return m_transaction.commit();
 }

@@ -4,6 +4,7 @@
 #include "consent/record/draft.h"
 #include "consent/record/record_write_query.h"
 #include "db/adodb.h"
+#include "history/logged_transaction.h"
 
 #include <QStringList>
 
@@ -29,10 +30,11 @@ class RecordWrite {
 public:
     /// Opens a lost connection anew and begins.
     /// @param db the connection of the run; must outlive the object
-    explicit RecordWrite(cT_ADODB &db);
+    /// @param operation under which the history records what is written
+    RecordWrite(cT_ADODB &db, Operation operation);
 
     /// Makes other programs that write these patients' consents wait for the end of the transaction. Once,
-    /// before anything is read.
+    /// before anything is read. What stands there now is what the history compares with.
     /// @param patients in any order
     Result<> lock(std::vector<PatientKey> patients);
 
@@ -70,8 +72,7 @@ private:
     qsizetype wait(const QString &sql);
 
     cT_ADODB &m_db;
-    ErrorsSince m_errors;
-    Transaction m_transaction;
+    LoggedTransaction m_transaction;
     QStringList m_waiting;
 };
 

@@ -194,7 +194,7 @@ ConsentRenewal::Verdicts ConsentRenewal::run(const std::vector<PatientKey> &pati
 ConsentRenewal::Verdicts ConsentRenewal::runOnce(const std::vector<PatientKey> &patients, QStringView label,
                                                  const Work &work) {
     m_label = label;
-    RecordWrite write(m_db);
+    RecordWrite write(m_db, m_operation);
     if (const Result<> locked = write.lock(patients); !locked)
         return Failure{locked.reason()};
     Verdicts verdicts = work(write);

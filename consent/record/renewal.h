@@ -2,6 +2,7 @@
 
 #include "app/base/result.h"
 #include "consent/record/list_row.h"
+#include "history/operation.h"
 
 #include <QString>
 #include <QStringList>
@@ -50,7 +51,9 @@ QString laterConsentRefusal(qint32 nDate);
 class ConsentRenewal {
 public:
     /// @param db the connection of the run; must outlive the object
-    explicit ConsentRenewal(cT_ADODB &db) : m_db(db) {}
+    /// @param operation in whose name the rows are written
+    explicit ConsentRenewal(cT_ADODB &db, Operation operation = {QStringLiteral("同意更新")})
+        : m_db(db), m_operation(std::move(operation)) {}
 
     const QString &sErrMsg() const { return m_error; }
     bool refused() const { return m_refused; }
@@ -100,6 +103,7 @@ private:
     Result<> markNewest(RecordWrite &write, const std::vector<PatientKey> &patients);
 
     cT_ADODB &m_db;
+    Operation m_operation;
     QString m_error;
     QStringView m_label; ///< of the routine at work
     bool m_refused = false;

@@ -1,6 +1,7 @@
 #include "consent/record/renewal_run.h"
 
 #include "db/adodb.h"
+#include "history/batch.h"
 
 #include <QHash>
 #include <QSet>
@@ -111,17 +112,28 @@ QList<RenewalResult> RenewalRun::renew(const QList<RenewalRow> &rows, const Prog
     for (RenewalResult &result : results)
         if (result.outcome == RenewalOutcome::NotReached)
             waiting.push_back(&result);
-    ConsentRenewal renewal(m_db);
+    if (waiting.empty())
+        return results;
+    const QString operation = u"同意更新"_s;
+    Result<std::optional<Batch>> batch = Batch::begin(m_db, rows.front().key.patient.branch(), operation);
+    if (!batch) {
+        for (RenewalResult *result : waiting) {
+            result->outcome = RenewalOutcome::Failed;
+            result->reason = batch.reason();
+        }
+        return results;
+    }
+    ConsentRenewal renewal(m_db, operationOf(*batch, operation));
     QString stopped;
     size_t done = 0;
     size_t oneByOne = 0; // where the rows of a failed batch end
     while (done < waiting.size() && stopped.isEmpty()) {
-        const Rows batch = firstBatch(Rows(waiting).subspan(done), done < oneByOne ? 1 : mostTogether);
-        if (!renewTogether(renewal, batch)) {
-            oneByOne = done + batch.size();
+        const Rows together = firstBatch(Rows(waiting).subspan(done), done < oneByOne ? 1 : mostTogether);
+        if (!renewTogether(renewal, together)) {
+            oneByOne = done + together.size();
             continue;
         }
-        done += batch.size();
+        done += together.size();
         const bool isLast = done == waiting.size();
         const qsizetype passed = isLast ? results.size() : waiting[done] - results.data();
         if (!m_db.isConnected() && m_db.iConnect() != 0)
@@ -131,6 +143,9 @@ QList<RenewalResult> RenewalRun::renew(const QList<RenewalRow> &rows, const Prog
     }
     for (; done < waiting.size(); ++done)
         waiting[done]->reason = stopped;
+    // Where even that cannot be written any more, the records of the rows tell.
+    if (*batch)
+        (void)(*batch)->finish(countOutcome(results, RenewalOutcome::Renewed));
     return results;
 }
 

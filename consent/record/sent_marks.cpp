@@ -40,8 +40,9 @@ std::vector<MailClaim::Row> rowsOf(const NoticeOfDate &date, const std::vector<M
 }
 
 // Those that were not overtaken are marked first, so that the others are known.
-Result<std::vector<size_t>> markOnce(cT_ADODB &db, const std::vector<SentRequest> &requests) {
-    RecordWrite write(db);
+Result<std::vector<size_t>> markOnce(cT_ADODB &db, const std::vector<SentRequest> &requests,
+                                     const Operation &operation) {
+    RecordWrite write(db, operation);
     if (const Result<> locked =
             write.lock(patientsOf(requests, [](const SentRequest &request) { return request.row.patient; }));
         !locked)
@@ -68,8 +69,9 @@ Result<std::vector<size_t>> markOnce(cT_ADODB &db, const std::vector<SentRequest
     return overtaken;
 }
 
-Result<MailClaim> claimOnce(cT_ADODB &db, const std::vector<NoticeOfDate> &dates) {
-    RecordWrite write(db);
+Result<MailClaim> claimOnce(cT_ADODB &db, const std::vector<NoticeOfDate> &dates,
+                            const Operation &operation) {
+    RecordWrite write(db, operation);
     const std::vector<PatientKey> patients =
         patientsOf(dates, [](const NoticeOfDate &date) { return date.patient; });
     if (const Result<> locked = write.lock(patients); !locked)
@@ -96,8 +98,8 @@ Result<MailClaim> claimOnce(cT_ADODB &db, const std::vector<NoticeOfDate> &dates
     return claim;
 }
 
-Result<> giveBackOnce(cT_ADODB &db, const MailClaim &claim) {
-    RecordWrite write(db);
+Result<> giveBackOnce(cT_ADODB &db, const MailClaim &claim, const Operation &operation) {
+    RecordWrite write(db, operation);
     if (const Result<> locked =
             write.lock(patientsOf(claim.rows, [](const MailClaim::Row &row) { return row.key.patient; }));
         !locked)
@@ -111,14 +113,16 @@ Result<> giveBackOnce(cT_ADODB &db, const MailClaim &claim) {
 
 } // namespace
 
-Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests) {
-    return againAfterDeadlock(db, [&] { return markOnce(db, requests); });
+Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests,
+                                          const Operation &operation) {
+    return againAfterDeadlock(db, [&] { return markOnce(db, requests, operation); });
 }
 
-Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates) {
-    return againAfterDeadlock(db, [&] { return claimOnce(db, dates); });
+Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates,
+                               const Operation &operation) {
+    return againAfterDeadlock(db, [&] { return claimOnce(db, dates, operation); });
 }
 
-Result<> giveBack(cT_ADODB &db, const MailClaim &claim) {
-    return againAfterDeadlock(db, [&] { return giveBackOnce(db, claim); });
+Result<> giveBack(cT_ADODB &db, const MailClaim &claim, const Operation &operation) {
+    return againAfterDeadlock(db, [&] { return giveBackOnce(db, claim, operation); });
 }

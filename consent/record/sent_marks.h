@@ -3,6 +3,7 @@
 #include "app/base/result.h"
 #include "db/tables/keys.h"
 #include "db/tables/nullable.h"
+#include "history/operation.h"
 
 #include <QString>
 #include <vector>
@@ -19,7 +20,8 @@ struct SentRequest {
 /// Marks rows whose letters have left, in one transaction: that of the row's kind, and where the letter went.
 /// @return positions of the rows that a colleague changed, removed or renewed since the letter was read;
 /// those that are still the newest are marked all the same, since their letters have left
-Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests);
+Result<std::vector<size_t>> markRequested(cT_ADODB &db, const std::vector<SentRequest> &requests,
+                                          const Operation &operation = {QStringLiteral("依頼書印刷")});
 
 /// The consents of a patient's date: a mail tells of them together, whatever their kind.
 struct NoticeOfDate {
@@ -43,8 +45,10 @@ struct MailClaim {
 /// Sets iSendFlg of the rows before a mail tells of them, all or none, so that no colleague sends another one
 /// meanwhile; two who send again, knowing of the first mail, both do. The audit columns stay as they are:
 /// colleagues' open edits are not overtaken by a mail.
-Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates);
+Result<MailClaim> claimForMail(cT_ADODB &db, const std::vector<NoticeOfDate> &dates,
+                               const Operation &operation = {QStringLiteral("メール送信")});
 
 /// Takes the marks of a claim back after its mail has not left. Rows that were removed or moved meanwhile are
 /// left out.
-Result<> giveBack(cT_ADODB &db, const MailClaim &claim);
+Result<> giveBack(cT_ADODB &db, const MailClaim &claim,
+                  const Operation &operation = {QStringLiteral("メールの取消")});

@@ -223,7 +223,8 @@ bool RequestMethodsForm::writeRow() {
         messages.warn(u"個別依頼方法が長すぎます。全体で %1 文字までです。"_s.arg(mostOwn));
         return false;
     }
-    const Result<std::vector<size_t>> overtaken = saveRows(m_db, {{m_row->row, now}});
+    const Result<std::vector<size_t>> overtaken =
+        saveRows(m_db, {{m_row->row, now}}, {u"個別依頼方法の登録"_s});
     if (!overtaken) {
         messages.fail(overtaken.reason(), u"DB-error"_s);
         return false;

@@ -272,7 +272,7 @@ bool restartDeformity(const ListOpening &opening) {
                           row.who(), dateText(period.start), dateText(period.end)),
                       u"変形徒手の期間の再開"_s))
         return false;
-    ConsentRenewal renewal(opening.db);
+    ConsentRenewal renewal(opening.db, {u"変形徒手の期間の再開"_s});
     const ReadRow &seen = *opening.seen;
     if (renewal.iDataHenkeiDouiMake(seen.key.patient, seen.key.nDate, period, &seen) != 0) {
         renewal.refused() ? messages.warn(renewal.sErrMsg()) : messages.fail(renewal.sErrMsg());

@@ -80,6 +80,8 @@ size_t writeDefinition(const std::vector<SqlToken> &tokens, size_t at, bool post
         const size_t from = tokens[at + 1].at;
         if (postgres)
             edits.replace(from, tokens[type.next - 1].end() - from, postgresType(type));
+        else if (equalsUpper(type.arguments, "MAX")) // no number, and so no length there
+            edits.replace(from, tokens[type.next - 1].end() - from, std::string(type.name));
         check = postgres ? lengthCheck(tokens[at].text, type) : embeddedCheck(tokens[at].text, type);
         at = type.next;
     }

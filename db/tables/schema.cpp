@@ -1,5 +1,7 @@
 #include "db/tables/schema.h"
 
+#include "db/sql_text.h"
+
 #include <QFile>
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,10 +17,11 @@ QString embeddedText(const QString &name) {
 }
 
 /// SQLite has a catalogue of its own; the servers, of which one folds names, have the standard's.
-QString sqlOfTables(SqlDialect dialect) {
+QString sqlOfTable(SqlDialect dialect, QStringView table) {
     return dialect == SqlDialect::Embedded
-               ? u"SELECT COUNT(*) FROM sqlite_master WHERE name = 'KYOTEN'"_s
-               : u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES WHERE UPPER(TABLE_NAME) = 'KYOTEN'"_s;
+               ? u"SELECT COUNT(*) FROM sqlite_master WHERE name = "_s + sqlText(table.toString())
+               : u"SELECT COUNT(*) FROM INFORMATION_SCHEMA.TABLES WHERE UPPER(TABLE_NAME) = "_s +
+                     sqlText(table.toString());
 }
 
 /// What the engine lacks of the server's functions, where it has to be made in the database.
@@ -28,27 +31,35 @@ QString functionsOf(SqlDialect dialect) {
 
 } // namespace
 
-Result<bool> hasSchema(cT_ADODB &db) {
-    const Result<Recordset> tables = readRows(db, sqlOfTables(db.dialect()));
+Result<bool> hasTable(cT_ADODB &db, QStringView table) {
+    const Result<Recordset> tables = readRows(db, sqlOfTable(db.dialect(), table));
     return tables ? Result<bool>(tables->number(0, 0) > 0) : Result<bool>(Failure{tables.reason()});
 }
 
-Result<bool> makeSchema(cT_ADODB &db) {
-    if (Result<bool> made = hasSchema(db); !made || *made)
+Result<bool> makeTables(cT_ADODB &db, const QString &statements, QStringView table) {
+    if (Result<bool> made = hasTable(db, table); !made || *made)
         return made ? Result<bool>(false) : made;
     const ErrorsSince errors(db);
     {
         Transaction transaction(db);
-        if (transaction.begun() &&
-            db.iExecSQL(functionsOf(db.dialect()) + embeddedText(u"schema.sql"_s)) == 0 &&
-            transaction.commit() == 0)
+        if (transaction.begun() && db.iExecSQL(statements) == 0 && transaction.commit() == 0)
             return true;
     }
     // Of two that begin at once the second fails when the first is done.
     const QString why = errors.text();
-    if (const Result<bool> made = hasSchema(db); made && *made)
+    if (const Result<bool> made = hasTable(db, table); made && *made)
         return false;
-    return Failure{u"データベースに表を作成できません。何も作成していません。"_s + why};
+    return Failure{why};
+}
+
+Result<bool> hasSchema(cT_ADODB &db) {
+    return hasTable(db, u"KYOTEN");
+}
+
+Result<bool> makeSchema(cT_ADODB &db) {
+    Result<bool> made = makeTables(db, functionsOf(db.dialect()) + embeddedText(u"schema.sql"_s), u"KYOTEN");
+    return made ? made
+                : Failure{u"データベースに表を作成できません。何も作成していません。"_s + made.reason()};
 }
 
 QStringList schemaStatements() {

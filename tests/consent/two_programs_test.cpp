@@ -48,6 +48,10 @@ ConsentRowKey rowOf(qint32 patient) {
     return {{1, 1, patient}, 20251120, 0, 0};
 }
 
+Result<std::vector<size_t>> save(cT_ADODB &db, const std::vector<RowEdit> &edits) {
+    return saveRows(db, edits, {u"一覧の保存"_s});
+}
+
 /// Both programs at once.
 template <class First, class Second> auto atOnce(First first, Second second) {
     std::barrier start(2);
@@ -115,14 +119,14 @@ protected:
 TEST_F(TwoPrograms, TheSecondWaitsForThePatientAndThenSeesWhatTheFirstWrote) {
     std::vector<RowEdit> edits = remarks({}, u"later"_s, false);
     edits.resize(1);
-    RecordWrite first(here.db);
+    RecordWrite first(here.db, {u"備考編集"_s});
     ASSERT_TRUE(first.lock({rowOf(1).patient}));
     // Nothing is written yet: only the lock keeps the second back.
-    auto second = std::async(std::launch::async, [&] { return saveRows(there.db, edits); });
+    auto second = std::async(std::launch::async, [&] { return save(there.db, edits); });
     EXPECT_EQ(second.wait_for(std::chrono::milliseconds(300)), std::future_status::timeout);
     Program third;
     edits[0].read.key = rowOf(2);
-    EXPECT_EQ(*saveRows(third.db, edits), std::vector<size_t>()) << "another patient waits for nobody";
+    EXPECT_EQ(*save(third.db, edits), std::vector<size_t>()) << "another patient waits for nobody";
 
     first.change(sqlOfRow(rowOf(1)), {{u"cItiranBikou"_s, u"'first'"_s}});
     ASSERT_TRUE(first.commit());
@@ -137,14 +141,14 @@ TEST_F(TwoPrograms, AnAnswerIsTakenBackByItsWriterUntilTheOtherWroteTheRow) {
     const QString stored = u"SELECT iGetFlg || ' ' || tSaiDouiDay FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s;
     for (const bool overtaken : {false, true}) {
         answer.read.updateTime = here.value(u"SELECT tUpDateTime FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s);
-        ASSERT_EQ(*saveRows(here.db, {answer}), std::vector<size_t>());
+        ASSERT_EQ(*save(here.db, {answer}), std::vector<size_t>());
         EXPECT_TRUE(here.value(stored).startsWith(u"1 2026-11-20"_s)) << here.value(stored).toStdString();
         RowEdit back{answer.read, answer.read.values};
         back.read.values = answer.now;
         back.read.updateTime = here.value(u"SELECT tUpDateTime FROM RIYOUSHA_DOUI_REC WHERE nIDNo = 1"_s);
         if (overtaken)
             there.run(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2020/01/01'"_s);
-        EXPECT_EQ(saveRows(here.db, {back})->size(), overtaken ? 1u : 0u);
+        EXPECT_EQ(save(here.db, {back})->size(), overtaken ? 1u : 0u);
         EXPECT_EQ(here.value(stored).isEmpty(), !overtaken) << "without an answer there is no mark";
     }
 }
@@ -153,8 +157,8 @@ TEST_F(TwoPrograms, ThatWriteTheSameRowsInOppositeOrderDoNotWaitForEachOther) {
     QString before;
     for (int round = 0; round < 25; ++round) {
         const QString mine = u"a%1"_s.arg(round), theirs = u"b%1"_s.arg(round);
-        const auto [one, other] = atOnce([&] { return saveRows(here.db, remarks(before, mine, false)); },
-                                         [&] { return saveRows(there.db, remarks(before, theirs, true)); });
+        const auto [one, other] = atOnce([&] { return save(here.db, remarks(before, mine, false)); },
+                                         [&] { return save(there.db, remarks(before, theirs, true)); });
         ASSERT_TRUE(one) << one.reason().toStdString();
         ASSERT_TRUE(other) << other.reason().toStdString();
         // One of the two saved all, the other nothing.
@@ -201,7 +205,7 @@ TEST_F(TwoPrograms, AProgramAtTheEndOfALongLineTravelsItLessThanOnceForTwoRows) 
     const SlowLine line(serverOfRun().port(), std::chrono::milliseconds(0));
     Program far(line.port());
     int before = line.roundTrips();
-    EXPECT_EQ(*saveRows(far.db, remarks({}, u"far"_s, false, many)), std::vector<size_t>());
+    EXPECT_EQ(*save(far.db, remarks({}, u"far"_s, false, many)), std::vector<size_t>());
     EXPECT_LE(line.roundTrips() - before, many / 10);
     far.run(u"UPDATE RIYOUSHA_DOUI_REC SET iOutputFlg = 1"_s);
 
@@ -221,7 +225,7 @@ TEST_F(TwoPrograms, TheVictimOfADeadlockIsDoneAgain) {
         int tries = 0;
         const Result<> written = againAfterDeadlock(program.db, [&]() -> Result<> {
             ++tries;
-            RecordWrite write(program.db);
+            RecordWrite write(program.db, {u"備考編集"_s});
             if (const Result<> locked = write.lock({rowOf(first).patient}); !locked)
                 return locked;
             if (tries == 1)

@@ -1,6 +1,7 @@
 #include "tests/support/test_database.h"
 
 #include "db/tables/schema.h"
+#include "history/log_tables.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/support/test_environment.h"
 
@@ -38,6 +39,15 @@ bool onServer() {
     return asked;
 }
 
+/// The suite's tables and those of the history.
+void makeAllTables(cT_ADODB &suite) {
+    EXPECT_EQ(suite.iConnect(), 0) << suite.sErrMsg().toStdString();
+    for (const auto &make : {makeSchema, makeLogTables}) {
+        const Result<bool> made = make(suite);
+        EXPECT_TRUE(made) << made.reason().toStdString();
+    }
+}
+
 /// The server of the run, with the suite's tables in the database that others are copied from.
 class Server {
 public:
@@ -65,9 +75,7 @@ private:
         run(u"CREATE DATABASE suite"_s);
         cT_ADODB suite;
         suite.iInit(connectionString(u"suite"_s));
-        EXPECT_EQ(suite.iConnect(), 0) << suite.sErrMsg().toStdString();
-        const Result<bool> made = makeSchema(suite);
-        EXPECT_TRUE(made) << made.reason().toStdString();
+        makeAllTables(suite);
     }
     void run(const QString &sql) {
         EXPECT_EQ(m_administrator.iExecSQL(sql), 0) << m_administrator.sErrMsg().toStdString();
@@ -89,9 +97,7 @@ const QByteArray &embeddedSuite() {
         {
             cT_ADODB suite;
             suite.iInit(u"Provider=SQLite;Data Source="_s + path);
-            EXPECT_EQ(suite.iConnect(), 0) << suite.sErrMsg().toStdString();
-            const Result<bool> made = makeSchema(suite);
-            EXPECT_TRUE(made) << made.reason().toStdString();
+            makeAllTables(suite);
         }
         EXPECT_EQ(sqlite3_exec(open(path).get(), "PRAGMA journal_mode = DELETE", nullptr, nullptr, nullptr),
                   SQLITE_OK);

@@ -1,0 +1,80 @@
+#include "history/log_tables.h"
+
+#include "db/dialect/dialect.h"
+#include "db/tables/schema.h"
+#include "history/log_query.h"
+
+#include <QFile>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr QStringView firstTable = u"DOUISHO_LOG_INFO";
+
+QString statements() {
+    QFile file(u":/history/log_tables.sql"_s);
+    const bool opened = file.open(QIODevice::ReadOnly);
+    Q_ASSERT(opened);
+    return opened ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+HistoryState fit(cT_ADODB &db) {
+    const Result<Recordset> version = readRows(db, sqlLogVersion());
+    if (!version)
+        return {HistoryState::Unfit, version.reason().trimmed()};
+    if (version->number(0, 0) > logVersion)
+        return {HistoryState::Newer,
+                u"変更履歴の表が、新しい版のプログラムのもの（版 %1）です。"_s.arg(version->number(0, 0))};
+    const ErrorsSince errors(db);
+    Transaction trial(db); // undone
+    QList<qint64> affected;
+    if (!trial.begun() || db.iExecSQLs(sqlTryLog(), affected) != 0)
+        return {HistoryState::Unfit, errors.text().trimmed()};
+    return {HistoryState::Kept};
+}
+
+HistoryState look(cT_ADODB &db) {
+    const Result<bool> there = hasTable(db, firstTable);
+    if (!there)
+        return {HistoryState::Unknown, there.reason().trimmed()};
+    return *there ? fit(db) : HistoryState{HistoryState::Missing};
+}
+
+const HistoryState &remembered(cT_ADODB &db, HistoryState state) {
+    state.told = db.history().told;
+    return db.history() = std::move(state);
+}
+
+} // namespace
+
+Result<bool> makeLogTables(cT_ADODB &db) {
+    return makeTables(db, statements(), firstTable);
+}
+
+QString logTablesScript(SqlDialect dialect) {
+    return inDialect(dialect, statements());
+}
+
+const HistoryState &lookAtLog(cT_ADODB &db) {
+    return remembered(db, look(db));
+}
+
+const HistoryState &settleLog(cT_ADODB &db) {
+    if (db.history().kind != HistoryState::Unknown || !db.isConnected())
+        return db.history();
+    if (lookAtLog(db).kind != HistoryState::Missing)
+        return db.history();
+    const Result<bool> made = makeLogTables(db);
+    if (!made)
+        return remembered(db, {HistoryState::Missing, made.reason().trimmed()});
+    return lookAtLog(db);
+}
+
+QString untoldHistoryState(cT_ADODB &db) {
+    HistoryState &state = db.history();
+    if (state.told || state.kind == HistoryState::Unknown || state.kind == HistoryState::Kept)
+        return {};
+    state.told = true;
+    return u"変更履歴は記録されません。「設定」の「変更履歴の準備」に、理由と準備のしかたがあります。"_s;
+}

@@ -1,0 +1,116 @@
+#include "history/logged_transaction.h"
+
+#include "history/log_query.h"
+#include "history/log_tables.h"
+
+#include <QRandomGenerator>
+#include <QSet>
+#include <chrono>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+// Why there is no history is nothing to tell where a write fails later, so it comes before m_errors begins.
+cT_ADODB &settled(cT_ADODB &db) {
+    if (db.isConnected())
+        settleLog(db);
+    return db;
+}
+
+// A connection that was lost opens anew; where it does not, the transaction fails and says why.
+cT_ADODB &connected(cT_ADODB &db) {
+    if (db.iConnect() == 0)
+        settleLog(db);
+    return db;
+}
+
+/// Ids sort by their time: microseconds first, then chance.
+QString newWriteId() {
+    using namespace std::chrono;
+    const auto time = duration_cast<microseconds>(system_clock::now().time_since_epoch()).count();
+    const quint64 chance = QRandomGenerator::global()->generate64();
+    return u"%1%2"_s.arg(quint64(time), 16, 16, QChar(u'0')).arg(chance, 16, 16, QChar(u'0'));
+}
+
+/// What tells a row from all others.
+QString identity(const RowChange &change) {
+    const Branch branch = change.branch.value_or(Branch());
+    return u"%1 %2 %3 %4 %5"_s.arg(change.table)
+        .arg(branch.iKyotenCd)
+        .arg(branch.iKyotenEb)
+        .arg(change.patient.value_or(0))
+        .arg(change.key);
+}
+
+} // namespace
+
+LoggedTransaction::LoggedTransaction(cT_ADODB &db, Operation operation)
+    : m_db(db),
+      m_operation(std::move(operation)),
+      m_errors(settled(db)),
+      m_transaction(connected(db)),
+      m_settled(db.history().kind != HistoryState::Unknown) {}
+
+Failure LoggedTransaction::failure(const QString &otherwise) const {
+    return {said().isEmpty() ? otherwise : said()};
+}
+
+Result<> LoggedTransaction::watch(QStringView table, const QString &where) {
+    const WatchedTable *watched = watchedTable(table);
+    Q_ASSERT(watched);
+    if (m_db.history().kind != HistoryState::Kept)
+        return {};
+    if (!begun())
+        return failure();
+    const QString sql = watched->selectSql() + u" WHERE "_s + where;
+    Recordset before;
+    if (m_db.iOpenRecSet(before, sql) != 0)
+        return failure();
+    m_watched.push_back({watched, sql, std::move(before)});
+    return {};
+}
+
+const Recordset *LoggedTransaction::lastWatched() const {
+    return m_watched.empty() ? nullptr : &m_watched.back().before;
+}
+
+// Two conditions may find the same row: the first one records it.
+Result<QList<RowChange>> LoggedTransaction::changes() {
+    QList<RowChange> all;
+    QSet<QString> recorded;
+    for (const Watched &watched : m_watched) {
+        Recordset after;
+        if (m_db.iOpenRecSet(after, watched.sql) != 0)
+            return failure();
+        QStringList found;
+        for (RowChange &change : rowChanges(*watched.table, watched.before, after)) {
+            found += identity(change);
+            if (!recorded.contains(found.back()))
+                all.append(std::move(change));
+        }
+        recorded += QSet<QString>(found.begin(), found.end());
+    }
+    return all;
+}
+
+Result<> LoggedTransaction::record() {
+    const Result<QList<RowChange>> found = changes();
+    if (!found)
+        return failure();
+    const QStringList statements = sqlRecord(newWriteId(), m_db.csGetComputerName(), m_operation, *found);
+    QList<qint64> affected;
+    if (statements.isEmpty() || m_db.iExecSQLs(statements, affected) == 0)
+        return {};
+    // Somebody may have taken the tables or the right away: the next write looks anew.
+    m_db.history().kind = HistoryState::Unknown;
+    return failure();
+}
+
+Result<> LoggedTransaction::commit() {
+    if (!begun())
+        return failure();
+    if (const Result<> recorded = record(); !recorded)
+        return recorded;
+    return m_transaction.commit() == 0 ? Result<>() : failure(u"データを確定できません。"_s);
+}
