@@ -1,9 +1,11 @@
 #include "app/base/folders.h"
+#include "app/base/version.h"
 #include "app/check_command.h"
 #include "app/desktop/dark_outlines.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
 #include "app/desktop/message_form.h"
+#include "app/desktop/program_icon.h"
 #include "app/program.h"
 
 #include <QApplication>
@@ -38,9 +40,13 @@ private:
 } // namespace
 
 int main(int argc, char **argv) {
+    QTextStream out(stdout);
+    if (argc > 1 && qstrcmp(argv[1], "--version") == 0) {
+        out << u"douisho "_s << ownVersion() << Qt::endl;
+        return 0;
+    }
     if (argc > 1 && qstrcmp(argv[1], "--check") == 0) {
         const QCoreApplication console(argc, argv);
-        QTextStream out(stdout);
         return runCheckCommand(Folders(Folders::programFolderOfThisRun()), out);
     }
     QtMessages messages;
@@ -50,6 +56,7 @@ int main(int argc, char **argv) {
     QApplication::setQuitOnLastWindowClosed(false);
     QTranslator translator;
     speakJapanese(translator);
+    showIcon(u"douisho"_s, u"douisho"_s);
     const KeyHelp help;
     QApplication::setStyle(new DarkOutlines);
     try {

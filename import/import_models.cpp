@@ -1,6 +1,6 @@
 #include "import/import_models.h"
 
-#include <QColor>
+#include "app/desktop/signal_colours.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -22,7 +22,7 @@ QVariant ImportColumnsModel::data(const QModelIndex &index, int role) const {
         return {};
     const int field = m_job->columns.fields[size_t(index.row())];
     if (role == Qt::BackgroundRole)
-        return field < 0 ? QVariant(QColor(0xe0, 0xa0, 0x20, 60)) : QVariant();
+        return field < 0 ? QVariant(signalTint(Signal::Soon)) : QVariant();
     QStringList examples;
     for (const QStringList &row : m_examples)
         if (const QString text = row.value(index.row()); !text.isEmpty() && !examples.contains(text))
@@ -108,8 +108,8 @@ QVariant ImportTrialModel::data(const QModelIndex &index, int role) const {
     case Qt::BackgroundRole:
         if (index.column() >= firstOfFile)
             return {};
-        return row.state == PlannedRow::Refused   ? QVariant(QColor(0xd0, 0x20, 0x30, 70))
-               : row.state == PlannedRow::Changed ? QVariant(QColor(0x30, 0x80, 0xe0, 60))
+        return row.state == PlannedRow::Refused   ? QVariant(signalTint(Signal::Wrong))
+               : row.state == PlannedRow::Changed ? QVariant(signalTint(Signal::Changed))
                                                   : QVariant();
     default:
         return {};

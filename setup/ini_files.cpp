@@ -94,7 +94,7 @@ TextFile diagnoses() {
 QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender, const QStringList &branch) {
     return {massageIni(branch),
             {Place::Program, u"Version.ini"_s,
-             lines({u"[Version]"_s, (u"Version=同意書管理 0.1.0 "_s + edition).trimmed()})},
+             lines({u"[Version]"_s, (u"Version=同意書管理 "_s + edition).trimmed()})},
             patientSettings(),
             printSettings(),
             requestMethods(),

@@ -24,7 +24,7 @@ struct MailSender {
 };
 
 /// The settings files of a new installation without that of the connection, Massage.ini first.
-/// @param edition follows the version; may be empty
+/// @param edition follows the name in Version.ini; may be empty
 /// @param branch lines of Massage.ini that name it; without them it is the first one in use
 QList<TextFile> settingsFiles(const QString &edition, const MailSender &sender,
                               const QStringList &branch = {});

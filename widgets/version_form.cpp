@@ -13,7 +13,7 @@ frmVer::frmVer(const QString &version, const QString &details, QWidget *parent)
     m_ui->lblVersion->setText(version);
     m_ui->txtDetails->setPlainText(details);
     const int line = fontMetrics().lineSpacing();
-    m_ui->txtDetails->setMinimumSize(fontMetrics().horizontalAdvance(u'国') * 34, line * 14);
+    m_ui->txtDetails->setMinimumSize(fontMetrics().horizontalAdvance(u'国') * 34, line * 20);
     connect(m_ui->btnCopy, &QPushButton::clicked, this, [this] {
         QGuiApplication::clipboard()->setText(m_ui->lblProgram->text() + u' ' + m_ui->lblVersion->text() +
                                               u'\n' + m_ui->txtDetails->toPlainText());

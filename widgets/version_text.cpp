@@ -1,10 +1,13 @@
 #include "widgets/version_text.h"
 
 #include "app/base/folders.h"
+#include "app/base/version.h"
 #include "db/connection_settings.h"
 #include "db/connection_string.h"
+#include "widgets/window_settings.h"
 
 #include <QDir>
+#include <QFile>
 #include <QSysInfo>
 
 using namespace Qt::Literals::StringLiterals;
@@ -37,7 +40,8 @@ QString databaseText(const Folders &folders) {
 } // namespace
 
 QString installationText(const Folders &folders) {
-    QString text = u"データベース：%1\n"_s.arg(databaseText(folders));
+    QString text = u"プログラム：douisho %1\n"_s.arg(ownVersion());
+    text += u"データベース：%1\n"_s.arg(databaseText(folders));
     const std::pair<QStringView, QString> places[] = {{u"プログラム", folders.program()},
                                                       {u"システム", folders.system()},
                                                       {u"データ", folders.data()},
@@ -47,6 +51,35 @@ QString installationText(const Folders &folders) {
     return text + u"動作環境：%1（%2）、Qt %3"_s.arg(QSysInfo::prettyProductName(),
                                                      QSysInfo::currentCpuArchitecture(),
                                                      QString::fromLatin1(qVersion()));
+}
+
+QString changesText() {
+    QFile file(u":/CHANGES.ja.md"_s); // part of the program; the newest version stands first
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QString newest = QString::fromUtf8(file.readAll()).section(u"\n## "_s, 1, 1).trimmed();
+    newest.replace(u"\n- "_s, u"\n　"_s).replace(u"\n\n"_s, u"\n"_s).remove(u'`');
+    return u"新しくなったところ："_s + newest;
+}
+
+QString versionNews(const Folders &folders) {
+    const QString own = ownVersion();
+    const Result<QString> newest = newestVersionUsed(folders);
+    if (!newest)
+        return newest.reason();
+    if (isOlderVersion(own, *newest))
+        return u"ほかのPCでは、このプログラム（%1）より新しい %2 を使っています。このPCのプログラムも更新してください。"_s
+            .arg(own, *newest);
+    const QString key = u"program/version"_s;
+    QSettings settings = windowSettings();
+    const QString before = settings.value(key).toString();
+    if (before == own)
+        return {};
+    settings.setValue(key, own);
+    return !before.isEmpty() && isOlderVersion(before, own)
+               ? u"プログラムが %1 になりました。新しくなったところは Ctrl+Shift+V（バージョン情報）で読めます。"_s
+                     .arg(own)
+               : QString();
 }
 
 QString licenceText() {

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QStandardPaths>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -32,7 +33,12 @@ Folders::Folders(const QString &program)
 
 QString Folders::programFolderOfThisRun() {
     const QString folder = qEnvironmentVariable("DOUISHO_FOLDER");
-    return folder.isEmpty() ? QCoreApplication::applicationDirPath() : folder;
+    if (!folder.isEmpty())
+        return folder;
+    const QString own = QCoreApplication::applicationDirPath();
+    if (own != QStringLiteral(DOUISHO_INSTALLED_IN))
+        return own;
+    return QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation) + u"/douisho"_s;
 }
 
 QString Folders::systemFolder(QStringView key) const {

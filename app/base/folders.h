@@ -12,7 +12,8 @@ public:
     /// program folder)
     explicit Folders(const QString &program);
 
-    /// $DOUISHO_FOLDER when set, else the folder of the executable.
+    /// $DOUISHO_FOLDER when set, else the folder of the executable. Of a program that was installed for all
+    /// who use the PC: a folder of this user's own, which may not be there yet.
     static QString programFolderOfThisRun();
 
     const QString &program() const { return m_program; }

@@ -1,5 +1,7 @@
 #include "consent/entry/body_panel.h"
 
+#include "app/desktop/signal_colours.h"
+
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -100,7 +102,7 @@ void BodyFigure::paintEvent(QPaintEvent *) {
             painter.fillPath(path, QBrush(palette().color(QPalette::Text), Qt::BDiagPattern));
     }
     painter.setPen(Qt::NoPen);
-    painter.setBrush(QColor(0xb0, 0x00, 0x20));
+    painter.setBrush(signalInk(Signal::Wrong, palette()));
     for (size_t joint = 0; joint < m_stiff.size(); ++joint)
         if (m_stiff[joint])
             painter.drawEllipse(mirrored(joints[joint % 6], joint < 6), 5, 5);

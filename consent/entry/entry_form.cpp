@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "app/desktop/signal_colours.h"
 #include "consent/entry/column_inputs.h"
 #include "consent/entry/diagnosis_form.h"
 #include "ui_entry_form.h"
@@ -22,7 +23,7 @@ void showClaimUse(QCheckBox &disabled) {
     disabled.setFont(font);
     QPalette palette;
     if (disabled.isChecked())
-        palette.setColor(QPalette::WindowText, QColor(0xb0, 0x00, 0x20));
+        palette.setColor(QPalette::WindowText, signalInk(Signal::Wrong, palette));
     disabled.setPalette(palette);
 }
 

@@ -1,5 +1,7 @@
 #include "consent/entry/time_line_view.h"
 
+#include "app/desktop/signal_colours.h"
+
 #include <QHelpEvent>
 #include <QMouseEvent>
 #include <QPainter>
@@ -8,11 +10,7 @@
 
 using namespace Qt::Literals::StringLiterals;
 
-namespace {
-
-const QColor missing(0xd0, 0x21, 0x2f);
-
-} // namespace
+namespace {} // namespace
 
 TimeLineView::TimeLineView(QWidget *parent) : QWidget(parent) {
     setMouseTracking(true);
@@ -124,7 +122,7 @@ void TimeLineView::paintLane(QPainter &painter, const Place &place) const {
     painter.drawText(QRect(0, place.caption, width(), lineHeight()), Qt::AlignVCenter | Qt::AlignLeft,
                      coverText(place.lane, m_today));
     for (const Period &gap : place.lane.gaps)
-        painter.fillRect(barOf(place, gap), missing);
+        painter.fillRect(barOf(place, gap), signalInk(Signal::Wrong, palette()));
     const QColor covered = palette().color(QPalette::Highlight);
     for (const TimeLineSpan &span : place.lane.spans) {
         const bool selected = span.row == m_selected;

@@ -1,5 +1,6 @@
 #include "consent/list/list_grid.h"
 
+#include "app/desktop/signal_colours.h"
 #include "widgets/cell_delegate.h"
 #include "widgets/date_delegate.h"
 #include "widgets/tick_delegate.h"
@@ -86,15 +87,11 @@ QStringList orderOf(const ColumnSettings &settings) {
     return names;
 }
 
-QColor readable(const QColor &colour, const QPalette &palette) {
-    return palette.color(QPalette::Base).lightness() < 128 ? colour.lighter(190) : colour;
-}
-
 } // namespace
 
 void PaintedListModel::setPalette(const QPalette &palette) {
-    m_soon = readable(QColor(0x8a, 0x4b, 0x00), palette);
-    m_ended = readable(QColor(0xb0, 0x00, 0x20), palette);
+    m_soon = signalInk(Signal::Soon, palette);
+    m_ended = signalInk(Signal::Wrong, palette);
     m_edited = palette.color(QPalette::Highlight);
     m_edited.setAlpha(48);
 }

@@ -188,6 +188,8 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     readColumns();
     m_grid->goTo(0, int(ListColumn::Target));
     m_grid->setFocus();
+    if (const QString news = versionNews(m_environment.folders); !news.isEmpty())
+        QTimer::singleShot(idle, this, [this, news] { m_environment.messages.note(news); });
     return 0;
 }
 
@@ -333,7 +335,8 @@ void frm同意書管理::printKeys() {
 
 void frm同意書管理::showVersion() {
     const Folders &folders = m_environment.folders;
-    frmVer(programVersion(folders), installationText(folders) + u"\n\n"_s + licenceText(), this).exec();
+    const QStringList details{installationText(folders), changesText(), licenceText()};
+    frmVer(programVersion(folders), details.join(u"\n\n"_s), this).exec();
 }
 
 // The screens write rows of their own: what the list holds unsaved is settled before.

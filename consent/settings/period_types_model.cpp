@@ -1,8 +1,8 @@
 #include "consent/settings/period_types_model.h"
 
 #include "app/base/text.h"
+#include "app/desktop/signal_colours.h"
 
-#include <QColor>
 #include <algorithm>
 #include <numeric>
 
@@ -127,9 +127,9 @@ QVariant PeriodTypesModel::data(const QModelIndex &index, int role) const {
                                                              : Qt::AlignHCenter));
     case Qt::BackgroundRole:
         if (isWrong(index))
-            return QColor(0xd0, 0x20, 0x30, 110);
+            return signalTint(Signal::Wrong);
         if (column >= FirstType && patient.now[typeOf(column)] != patient.read[typeOf(column)])
-            return QColor(0x30, 0x80, 0xe0, 60);
+            return signalTint(Signal::Changed);
         return {};
     case Qt::ToolTipRole:
         return isWrong(index) ? QVariant(u"1 または 2 を入力してください。"_s) : QVariant();

@@ -1,6 +1,7 @@
 #include "app/base/processes.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/message_form.h"
+#include "app/desktop/program_icon.h"
 #include "sample/menu/menu_window.h"
 
 #include <QApplication>
@@ -29,6 +30,7 @@ int main(int argc, char **argv) {
     QApplication app(argc, argv);
     QTranslator translator;
     speakJapanese(translator);
+    showIcon(u"douisho"_s, u"douisho"_s);
     const QString folder = installationFolder(QFile::decodeName(argv[0]));
     qputenv("DOUISHO_FOLDER", QFile::encodeName(folder)); // for the program that is started
     SystemProcesses processes;

@@ -83,6 +83,13 @@ QStringList clipped(QWidget &window) {
     return names;
 }
 
+/// A common screen of 1920 × 1080 where all is shown half as large again, without a panel and a title.
+constexpr QSize screenAtOneAndAHalf(1280, 660);
+
+QSize leastSize(const QWidget &window) {
+    return window.minimumSizeHint().expandedTo(window.minimumSize());
+}
+
 class EveryScreen : public testing::Test {
 protected:
     EveryScreen() {
@@ -173,6 +180,8 @@ TEST_F(EveryScreen, NamesItsControlsAndItself) {
         EXPECT_TRUE(silent.isEmpty())
             << window.windowTitle().toStdString() << ": " << silent.join(u", "_s).toStdString();
         EXPECT_FALSE(window.windowTitle().isEmpty()) << window.objectName().toStdString();
+        EXPECT_EQ(leastSize(window).boundedTo(screenAtOneAndAHalf), leastSize(window))
+            << window.windowTitle().toStdString() << ' ' << leastSize(window).height();
         EXPECT_EQ(titles.value(window.windowTitle(), window.objectName()), window.objectName())
             << "two windows of the title " << window.windowTitle().toStdString();
         titles.insert(window.windowTitle(), window.objectName());

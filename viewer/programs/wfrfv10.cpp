@@ -2,6 +2,7 @@
 #include "app/base/unicode_twin.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
+#include "app/desktop/program_icon.h"
 #include "viewer/programs/viewer_program.h"
 
 #include <QApplication>
@@ -56,6 +57,7 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationVersion(QString::fromLatin1(UnicodeTwin::mark));
     QTranslator translator;
     speakJapanese(translator);
+    showIcon(u"viewer"_s, u"wfrfv10"_s);
     const KeyHelp help;
     return runViewer({QCoreApplication::arguments().mid(1), headless, isViewerHost(argv[0])});
 }
