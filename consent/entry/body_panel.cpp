@@ -1,6 +1,7 @@
 #include "consent/entry/body_panel.h"
 
 #include "app/desktop/signal_colours.h"
+#include "db/tables/patient/consent_words.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -123,7 +124,8 @@ BodyPanel::BodyPanel(QWidget *parent) : QWidget(parent), m_figure(new BodyFigure
     orderFocus();
 }
 
-QCheckBox *BodyPanel::tick(QStringView column, const QString &caption, const QString &whole) {
+QCheckBox *BodyPanel::tick(QStringView column, const QString &caption) {
+    const QString whole = consentCaption(column);
     auto *box = new QCheckBox(caption, this);
     box->setObjectName(column.toString());
     box->setToolTip(whole);
@@ -144,8 +146,7 @@ void BodyPanel::addSide(QGridLayout &grid, bool right) {
     heading(side + u"　拘縮"_s, 0, jointColumn);
     for (size_t joint = 0; joint < 6; ++joint) {
         const size_t at = right ? joint : joint + 6;
-        const QString name = jointNames[joint].toString();
-        m_stiff[at] = tick(stiffColumns[at], name, side + name + u"の拘縮"_s);
+        m_stiff[at] = tick(stiffColumns[at], jointNames[joint].toString());
         grid.addWidget(m_stiff[at], int(joint) + 1, jointColumn);
     }
     for (const bool upper : {true, false}) {
@@ -153,8 +154,8 @@ void BodyPanel::addSide(QGridLayout &grid, bool right) {
         const QString name = side + (upper ? u"上肢"_s : u"下肢"_s);
         const int row = upper ? 1 : 4;
         heading(name, row, limbColumn);
-        m_treated[part] = tick(treatedColumns[part], u"施術"_s, name + u"の施術"_s);
-        m_paralysed[part] = tick(paralysedColumns[part], u"麻痺"_s, name + u"の筋麻痺・筋萎縮"_s);
+        m_treated[part] = tick(treatedColumns[part], u"施術"_s);
+        m_paralysed[part] = tick(paralysedColumns[part], u"麻痺"_s);
         grid.addWidget(m_treated[part], row + 1, limbColumn);
         grid.addWidget(m_paralysed[part], row + 2, limbColumn);
     }
@@ -163,8 +164,8 @@ void BodyPanel::addSide(QGridLayout &grid, bool right) {
 void BodyPanel::addTrunk(QGridLayout &grid) {
     auto *row = new QHBoxLayout;
     row->setSpacing(fontMetrics().horizontalAdvance(u'国'));
-    m_treated[0] = tick(treatedColumns[0], u"施術"_s, u"躯幹の施術"_s);
-    m_paralysed[0] = tick(paralysedColumns[0], u"麻痺"_s, u"躯幹の筋麻痺・筋萎縮"_s);
+    m_treated[0] = tick(treatedColumns[0], u"施術"_s);
+    m_paralysed[0] = tick(paralysedColumns[0], u"麻痺"_s);
     row->addStretch();
     row->addWidget(new QLabel(u"<b>躯幹</b>"_s, this));
     row->addWidget(m_treated[0]);
@@ -182,9 +183,9 @@ void BodyPanel::addOthers(QGridLayout &grid) {
     auto *row = new QHBoxLayout;
     row->setSpacing(fontMetrics().horizontalAdvance(u'国'));
     auto *symptom = new QLabel(u"症状 その他(&X)"_s, this);
-    row->addWidget(tick(u"iKousyukuSonota", u"拘縮 その他"_s, u"その他の関節の拘縮"_s));
+    row->addWidget(tick(u"iKousyukuSonota", u"拘縮 その他"_s));
     QLineEdit *stiff = line(u"cKousyukuSonotaStr"_s);
-    stiff->setAccessibleName(u"拘縮 その他の内容"_s);
+    stiff->setAccessibleName(consentCaption(u"cKousyukuSonotaStr"));
     row->addWidget(stiff, 1);
     QLineEdit *other = line(u"cSyoujyouSonotaStr"_s);
     symptom->setBuddy(other);

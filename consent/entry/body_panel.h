@@ -39,7 +39,7 @@ public:
     void setLimbsOnly(bool limbsOnly);
 
 private:
-    QCheckBox *tick(QStringView column, const QString &caption, const QString &whole);
+    QCheckBox *tick(QStringView column, const QString &caption);
     void addSide(QGridLayout &grid, bool right);
     void addTrunk(QGridLayout &grid);
     void addOthers(QGridLayout &grid);

@@ -1,5 +1,7 @@
 #include "consent/entry/draft_check.h"
 
+#include "db/tables/patient/consent_words.h"
+
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -76,26 +78,25 @@ struct TextLimit {
     QStringView column;
     QString ConsentDraft::*text;
     int longest; ///< of the column, in UTF-16 units
-    QStringView caption;
 };
-constexpr TextLimit textLimits[] = {
-    {u"cDouiIsiName", &ConsentDraft::cDouiIsiName, 40, u"医師名"},
-    {u"cDouiIsiKikan", &ConsentDraft::cDouiIsiKikan, 80, u"医療機関"},
-    {u"cDouiIsiAdd", &ConsentDraft::cDouiIsiAdd, 160, u"所在地"},
-    {u"cDouiByoumei", &ConsentDraft::cDouiByoumei, 200, u"傷病名"},
-    {u"cByoumeiM", &ConsentDraft::cByoumeiM, 200, u"マッサージの傷病名"},
-    {u"cMasByoumei", &ConsentDraft::cMasByoumei, 200, u"マッサージの傷病名の補足"},
-    {u"cByoumeiH", &ConsentDraft::cByoumeiH, 200, u"鍼灸の傷病名"},
-    {u"cKousyukuSonotaStr", &ConsentDraft::cKousyukuSonotaStr, 100, u"拘縮のその他"},
-    {u"cSyoujyouSonotaStr", &ConsentDraft::cSyoujyouSonotaStr, 100, u"症状・病名のその他"}};
+constexpr TextLimit textLimits[] = {{u"cDouiIsiName", &ConsentDraft::cDouiIsiName, 40},
+                                    {u"cDouiIsiKikan", &ConsentDraft::cDouiIsiKikan, 80},
+                                    {u"cDouiIsiAdd", &ConsentDraft::cDouiIsiAdd, 160},
+                                    {u"cDouiByoumei", &ConsentDraft::cDouiByoumei, 200},
+                                    {u"cByoumeiM", &ConsentDraft::cByoumeiM, 200},
+                                    {u"cMasByoumei", &ConsentDraft::cMasByoumei, 200},
+                                    {u"cByoumeiH", &ConsentDraft::cByoumeiH, 200},
+                                    {u"cKousyukuSonotaStr", &ConsentDraft::cKousyukuSonotaStr, 100},
+                                    {u"cSyoujyouSonotaStr", &ConsentDraft::cSyoujyouSonotaStr, 100}};
 
 Problem checkLengths(const ConsentDraft &draft) {
     for (const TextLimit &limit : textLimits) {
         const qsizetype length = (draft.*limit.text).size();
         if (length > limit.longest)
-            return DraftProblem{
-                u"%1は %2文字までです（現在 %3文字）。"_s.arg(limit.caption).arg(limit.longest).arg(length),
-                limit.column};
+            return DraftProblem{u"%1は %2文字までです（現在 %3文字）。"_s.arg(consentCaption(limit.column))
+                                    .arg(limit.longest)
+                                    .arg(length),
+                                limit.column};
     }
     return {};
 }

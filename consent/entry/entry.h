@@ -26,6 +26,8 @@ public:
     const EntryPatient &patient() const { return m_patient; }
     const ConsentDraft &draft() const { return m_draft; }
     bool isNew() const { return !m_stored; }
+    /// The key under which the consent stands; nDate 0 while it does not.
+    ConsentRowKey storedKey() const { return m_stored ? m_stored->key() : ConsentRowKey{m_patient.key}; }
     /// The draft began as a copy of the consent before it.
     bool isProposed() const { return isNew() && newest(0); }
     /// Why the practice's settings could not be read, and no period is proposed; empty when they could.

@@ -5,6 +5,7 @@
 #include "app/desktop/signal_colours.h"
 #include "consent/entry/column_inputs.h"
 #include "consent/entry/diagnosis_form.h"
+#include "history/screens/history_form.h"
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
 
@@ -64,6 +65,8 @@ void frmDouiRecordEdit::begin(cT_ADODB &db) {
     m_masters->offer(*m_doctors, MasterKind::Doctor);
     m_doctor = new CodeNamePair(m_ui->txtIsiCd, m_ui->txtIsiName, m_ui->btnSelIsi,
                                 codeSearch(*m_doctors, m_environment.messages), m_environment.messages);
+    connect(m_ui->btnHenkouRireki, &QPushButton::clicked, this,
+            [this, &db] { showChangeHistory(m_environment, db, m_entry->storedKey(), this); });
 }
 
 short frmDouiRecordEdit::shown(short status) {

@@ -9,6 +9,7 @@
 #include "db/column_names.h"
 #include "db/connection_settings.h"
 #include "export/save_grid.h"
+#include "history/screens/history_form.h"
 #include "print/consent_screens/consent_screens.h"
 #include "print/documents/history.h"
 #include "ui_history_form.h"
@@ -38,6 +39,7 @@ void frmDouiRecord::wire() {
     connect(m_ui->btnPrint, &QPushButton::clicked, this, [this] { print(); });
     connect(m_ui->btnDouiSyosikiSet, &QPushButton::clicked, this,
             [this] { setPatientConsentForms(m_environment, *m_db, m_patient, this); });
+    connect(m_ui->btnHenkouRireki, &QPushButton::clicked, this, [this] { showChanges(); });
     connect(m_ui->btnEnd, &QPushButton::clicked, this, &QDialog::reject);
     connect(m_ui->ssDouiD, &QAbstractItemView::doubleClicked, this, [this] { change(); });
     connect(m_ui->timeLine, &TimeLineView::chosen, this, [this](int row) { m_ui->ssDouiD->goTo(row, 0); });
@@ -182,6 +184,12 @@ void frmDouiRecord::erase() {
     else if (!outcome.text.isEmpty())
         m_environment.messages.note(outcome.text);
     refresh(outcome.kind == RowOutcome::Done ? after : erased);
+}
+
+// Without a row the patient's own changes tell of those that are gone.
+void frmDouiRecord::showChanges() {
+    const int row = currentRow();
+    showChangeHistory(m_environment, *m_db, row < 0 ? ConsentRowKey{m_patient} : keyOf(row), this);
 }
 
 void frmDouiRecord::print() {

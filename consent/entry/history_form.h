@@ -49,6 +49,7 @@ private:
     void change();
     void openEditor(const std::function<short(frmDouiRecordEdit &)> &begin, const ConsentRowKey &current);
     void erase();
+    void showChanges();
     void print();
 
     Environment &m_environment;

@@ -1,5 +1,7 @@
 #include "consent/rows/list_columns.h"
 
+#include "db/tables/patient/consent_words.h"
+
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
@@ -15,21 +17,24 @@ std::span<const ListColumnInfo> listColumns() {
         {C::ConsentEnd, u"同意期間終了日"_s, Date, false, 13,
          u"要加療期間の終了日。14日以内は▲、過ぎた行は■"_s},
         {C::Doctor, u"担当医師"_s, Text, false, 7, {}},
-        {C::Received, u"受領"_s, Tick, true, 3, u"新しい同意を受領した行。「同意更新」で更新されます"_s},
-        {C::Reconsent, u"再同意日"_s, Date, true, 6, u"入力すると次回の要加療期間を計算します"_s},
-        {C::NextStart, u"要加療開始"_s, Date, true, 6, u"次回の要加療期間の開始日"_s},
-        {C::NextEnd, u"要加療終了"_s, Date, true, 6, u"次回の要加療期間の終了日"_s},
-        {C::Requested, u"依頼"_s, Tick, true, 3, u"同意の依頼を出力した行"_s},
-        {C::Contact, u"連絡"_s, Tick, true, 3, u"メールで連絡する利用者"_s},
-        {C::Sent, u"送信状況"_s, Text, false, 4, {}},
-        {C::Remark, u"備考"_s, Text, true, 14, u"一覧備考"_s},
-        {C::Method, u"依頼方法"_s, Choice, true, 7, u"未選択の行には病院の依頼方法を（ ）で示します"_s},
+        {C::Received, consentCaption(u"iGetFlg"), Tick, true, 3,
+         u"新しい同意を受領した行。「同意更新」で更新されます"_s},
+        {C::Reconsent, consentCaption(u"tSaiDouiDay"), Date, true, 6,
+         u"入力すると次回の要加療期間を計算します"_s},
+        {C::NextStart, consentCaption(u"tSaiDouiKaryoS"), Date, true, 6, u"次回の要加療期間の開始日"_s},
+        {C::NextEnd, consentCaption(u"tSaiDouiKaryoE"), Date, true, 6, u"次回の要加療期間の終了日"_s},
+        {C::Requested, consentCaption(u"iOutputFlg"), Tick, true, 3, u"同意の依頼を出力した行"_s},
+        {C::Contact, consentCaption(u"iRenrakuFlg"), Tick, true, 3, u"メールで連絡する利用者"_s},
+        {C::Sent, consentCaption(u"iSendFlg"), Text, false, 4, {}},
+        {C::Remark, consentCaption(u"cItiranBikou"), Text, true, 14, u"一覧備考"_s},
+        {C::Method, consentCaption(u"iDouiIraiType"), Choice, true, 7,
+         u"未選択の行には病院の依頼方法を（ ）で示します"_s},
         {C::OwnMethods, u"依頼ボタン"_s, Button, false, 5,
          u"行の個別依頼方法を登録する画面を開きます（Space・Enter）"_s},
         {C::Letter, u"同意依頼書種別"_s, Text, false, 7, u"依頼書を出力するときに選ばれる種類"_s},
         {C::Hospital, u"病院名"_s, Text, false, 11, {}},
         {C::Period, u"要加療期間"_s, Date, false, 13, u"現在の同意の要加療期間"_s},
-        {C::Procedure, u"手順"_s, Text, false, 3, u"同意の手順（書面・口頭）"_s},
+        {C::Procedure, consentCaption(u"iDouiShubetsu"), Text, false, 3, u"同意の手順（書面・口頭）"_s},
         {C::FirstTreatment, u"初療年月日"_s, Date, false, 6, {}},
         {C::HospitalNumber, u"病院No"_s, Number, false, 4, {}},
         {C::PlaceZip, u"施術場所(〒)"_s, Text, false, 6, {}},
@@ -47,15 +52,15 @@ std::span<const ListColumnInfo> listColumns() {
         {C::ContactMobile, u"連絡先 (携帯)"_s, Text, false, 8, {}},
         {C::ContactAddressee, u"連絡先 (宛名)"_s, Text, false, 8, {}},
         {C::HospitalAddress, u"病院住所"_s, Text, false, 16, {}},
-        {C::Diagnosis, u"傷病名"_s, Text, false, 10, {}},
+        {C::Diagnosis, consentCaption(u"cDouiByoumei"), Text, false, 10, {}},
         {C::Treatment, u"施術部位/内容"_s, Text, false, 14, {}},
         {C::State, u"要加療途中"_s, Text, false, 6, u"現在の要加療期間の今日の状態"_s},
         {C::OnPaper, u"用紙で依頼"_s, Text, false, 5, u"依頼書を病院または医師に出力した行"_s},
-        {C::ToHospital, u"病院選択"_s, Tick, true, 4,
+        {C::ToHospital, consentCaption(u"iDouiHospOutFlg"), Tick, true, 4,
          u"依頼書を病院に出力した行。次の依頼書のあて先になります"_s},
-        {C::ToDoctor, u"医師選択"_s, Tick, true, 4, u"依頼書を医師に出力した行"_s},
+        {C::ToDoctor, consentCaption(u"iDouiIsiOutFlg"), Tick, true, 4, u"依頼書を医師に出力した行"_s},
         {C::HospitalMethod, u"病院依頼"_s, Text, false, 7, u"病院別の同意書依頼方法"_s},
-        {C::OwnRequest, u"個別依頼方法"_s, Text, false, 10,
+        {C::OwnRequest, consentCaption(u"cKobetuDouiIrai"), Text, false, 10,
          u"行の個別依頼方法。「依頼ボタン」で登録します"_s},
     }};
     return columns;

@@ -15,6 +15,7 @@
 #include "consent/requests/request_methods_form.h"
 #include "consent/requests/request_printing.h"
 #include "consent/rows/given_consents_query.h"
+#include "history/screens/history_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/consent_print_form.h"
 #include "print/ledger/ledger.h"
@@ -241,6 +242,12 @@ bool openHistory(const ListOpening &opening) {
     form.goTo(opening.current->key());
     form.exec();
     return form.isChanged();
+}
+
+bool openChangeHistory(const ListOpening &opening) {
+    showChangeHistory(opening.environment, opening.db,
+                      opening.current ? std::optional(opening.current->key()) : std::nullopt, opening.parent);
+    return false;
 }
 
 bool openRemark(const ListOpening &opening) {

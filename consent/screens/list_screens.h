@@ -36,6 +36,8 @@ bool openNewConsentOfPicked(const ListOpening &opening);
 bool openConsent(const ListOpening &opening);
 /// The patient's history with the row current, from where consents are deleted.
 bool openHistory(const ListOpening &opening);
+/// What was done to the current row's consent; without one, to everything. Writes nothing.
+bool openChangeHistory(const ListOpening &opening);
 /// The current row's remark; refuses deformity-correction rows, which have none.
 bool openRemark(const ListOpening &opening);
 /// Answers in a pile, each found by its patient and written at once.
