@@ -77,7 +77,8 @@ QString sqlOfPatient(const Branch &branch, const QString &patient) {
     bool isNumber = false;
     if (const qint32 number = patient.toInt(&isNumber); isNumber)
         return ofPatients + sqlWhere(PatientKey{branch.iKyotenCd, branch.iKyotenEb, number}, u"DOUISHO_LOG");
-    return ofPatients + u"DOUISHO_LOG.nIDNo IN (SELECT NAMED.nIDNo FROM RIYOUSHA AS NAMED WHERE "_s +
+    return ofPatients + sqlWhere(branch, u"DOUISHO_LOG") +
+           u" and DOUISHO_LOG.nIDNo IN (SELECT NAMED.nIDNo FROM RIYOUSHA AS NAMED WHERE "_s +
            sqlWhere(branch, u"NAMED") + u" and ("_s + sqlContains(u"NAMED.cName"_s, patient) + u" or "_s +
            sqlContains(u"NAMED.cNameKana"_s, patient) + u"))"_s;
 }

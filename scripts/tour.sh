@@ -2,6 +2,7 @@
 
 . scripts/keys.sh
 . scripts/tour/answers.sh
+. scripts/tour/changes.sh
 . scripts/tour/consent_screens.sh
 . scripts/tour/fees.sh
 . scripts/tour/forms.sh

@@ -127,12 +127,17 @@ private:
         const LogRecord &record = m_entry.record;
         const QString who =
             record.patient.nIDNo == 0 ? QString() : patientText(record.patient.nIDNo, record.patientName);
-        QString key = isConsent()                             ? consentKeyText(record.key)
-                      : m_words.keyKind() == ColumnKind::Text ? QString()
-                                                              : m_values.coded(m_words.keyKind(), record.key);
-        if (key.isEmpty() && who.isEmpty())
-            key = record.key;
-        return joined(who, joined(m_words.noun(), key), u"　");
+        return joined(who, joined(m_words.noun(), keyText()), u"　");
+    }
+
+    QString keyText() const {
+        const LogRecord &record = m_entry.record;
+        if (isConsent())
+            return consentKeyText(record.key);
+        if (record.table == u"DOUIKIROKU"_s)
+            return record.key.section(u'/', 0, 1); // the month
+        return m_words.keyKind() == ColumnKind::Text ? record.key
+                                                     : m_values.coded(m_words.keyKind(), record.key);
     }
 
     QString kind() const {

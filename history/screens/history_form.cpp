@@ -14,13 +14,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-// Offers what was not typed yet; what is typed stays.
+/// In full-width characters; the last column takes the rest.
+void setWidths(Grid &grid, std::initializer_list<int> characters) {
+    for (int column = 0; const int width : characters)
+        grid.setColumnWidth(column++, grid.widthOf(width));
+}
+
+// What is typed stays.
 void offer(QComboBox &box, const QString &text) {
-    if (!text.isEmpty() && box.findText(text) < 0) {
-        const QString typed = box.currentText();
-        box.addItem(text);
-        box.setEditText(typed);
-    }
+    if (text.isEmpty() || box.findText(text) >= 0)
+        return;
+    const QString typed = box.currentText();
+    box.addItem(text);
+    box.setCurrentIndex(box.findText(typed));
+    box.setEditText(typed);
 }
 
 } // namespace
@@ -39,6 +46,8 @@ ChangeHistoryForm::ChangeHistoryForm(Environment &environment, cT_ADODB &db,
     m_ui->ssHenkou->setModel(m_lines);
     for (Grid *grid : {m_ui->ssRireki, m_ui->ssHenkou})
         grid->horizontalHeader()->setStretchLastSection(true);
+    setWidths(*m_ui->ssRireki, {11, 7, 8, 5, 18, 3});
+    setWidths(*m_ui->ssHenkou, {16, 30});
     (new CsvButton(environment, *m_ui->ssRireki, u"変更履歴"_s))->insert(*m_ui->rowButtons, *m_ui->cmdEnd);
     setClock(*this, environment.clock);
     m_ui->imD_From->setDate(environment.clock.today().addMonths(-1));
@@ -99,7 +108,6 @@ short ChangeHistoryForm::iInit() {
         return -1;
     }
     show(read);
-    m_ui->ssRireki->fitColumns(24);
     m_ui->ssRireki->setFocus();
     return 0;
 }
@@ -142,7 +150,6 @@ void ChangeHistoryForm::offerWords() {
 
 void ChangeHistoryForm::showLines(int row) {
     m_lines->show(row < 0 ? std::vector<ChangeLine>() : m_entries->texts()[size_t(row)].lines);
-    m_ui->ssHenkou->fitColumns(40);
 }
 
 void showChangeHistory(Environment &environment, cT_ADODB &db, const std::optional<ConsentRowKey> &row,

@@ -91,18 +91,21 @@ std::vector<ColumnWords> masterWords(const std::vector<MasterField> &fields) {
 
 struct Master {
     QString table;
-    MasterKind kind;
+    MasterKind kind; ///< whose columns it has
     ColumnKind keyKind;
+    QString noun = {}; ///< where it is not the kind's
 };
 
 const std::vector<Master> &masters() {
-    static const std::vector<Master> all{{u"DOCTOR"_s, MasterKind::Doctor, ColumnKind::Doctor},
-                                         {u"SISETSU"_s, MasterKind::Facility, ColumnKind::Facility},
-                                         {u"STAFF"_s, MasterKind::Staff, ColumnKind::Staff},
-                                         {u"SOUDAN"_s, MasterKind::Counsellor, ColumnKind::Counsellor},
-                                         // The patient is told by his number already.
-                                         {u"RIYOUSHA"_s, MasterKind::Patient, ColumnKind::Text},
-                                         {u"RIYOUSHA_SUB"_s, MasterKind::Patient, ColumnKind::Text}};
+    static const std::vector<Master> all{
+        {u"DOCTOR"_s, MasterKind::Doctor, ColumnKind::Doctor},
+        {u"SISETSU"_s, MasterKind::Facility, ColumnKind::Facility},
+        {u"STAFF"_s, MasterKind::Staff, ColumnKind::Staff},
+        {u"SOUDAN"_s, MasterKind::Counsellor, ColumnKind::Counsellor},
+        {u"CAREMANE"_s, MasterKind::Counsellor, ColumnKind::Text, u"ケアマネージャー"_s},
+        // The patient is told by his number already.
+        {u"RIYOUSHA"_s, MasterKind::Patient, ColumnKind::Text},
+        {u"RIYOUSHA_SUB"_s, MasterKind::Patient, ColumnKind::Text}};
     return all;
 }
 
@@ -125,7 +128,7 @@ TableWords::TableWords(const QString &table) : m_noun(table) {
         for (const Master &master : masters())
             if (master.table == table) {
                 const MasterDescription description = describeMaster(master.kind);
-                m_noun = description.noun;
+                m_noun = master.noun.isEmpty() ? description.noun : master.noun;
                 m_keyKind = master.keyKind;
                 m_telling = {description.nameColumn};
                 for (const ColumnWords &words : masterWords(description.fields))

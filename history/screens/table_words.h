@@ -12,7 +12,7 @@ public:
     explicit TableWords(const QString &table);
 
     const QString &noun() const { return m_noun; }
-    /// What the key beside patient and branch is called; empty where it need not be said.
+    /// What the key beside patient and branch is the code of.
     ColumnKind keyKind() const { return m_keyKind; }
 
     /// A column that the program does not know is called by its name.

@@ -12,6 +12,7 @@ tour_list() {
     tour_conflict
     tour_edit
     tour_renew
+    tour_changes
 }
 
 # list_range FROM [TO]: types the range and searches.
