@@ -89,6 +89,10 @@ qsizetype RecordWrite::insert(const ConsentDraft &row) {
         insertSql(table, withAudit(table, ConsentDraft::table().literals(row), m_db.csGetComputerName())));
 }
 
+qsizetype RecordWrite::restore(const QList<ColumnValue> &columns) {
+    return wait(sqlInsert(columns));
+}
+
 qsizetype RecordWrite::insertCopy(const QString &where, QList<ColumnValue> columns) {
     columns += auditColumns(m_db.csGetComputerName());
     return wait(sqlInsertCopy(where, columns));

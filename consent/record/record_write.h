@@ -51,6 +51,8 @@ public:
     /// Writes columns of the rows that fit.
     qsizetype change(const QString &where, QList<ColumnValue> columns, Audit audit = Audit::Written);
     qsizetype insert(const ConsentDraft &row);
+    /// A row of these columns and no others, the audit columns too: one that was there before.
+    qsizetype restore(const QList<ColumnValue> &columns);
     /// Copies the row that fits, each column with its value, the audit columns with their own.
     qsizetype insertCopy(const QString &where, QList<ColumnValue> columns);
     /// Erases the rows that fit.

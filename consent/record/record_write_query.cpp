@@ -41,6 +41,16 @@ QString wronglyNewest(const ConsentRowKey &newest) {
     return ofKind(newest.patient, newest.iHenkeiFlg) + found;
 }
 
+QString insertInto(const QList<ColumnValue> &columns, const QString &before, const QString &after) {
+    QStringList into, values;
+    for (const ColumnValue &written : columns) {
+        into.append(written.column);
+        values.append(written.value);
+    }
+    return u"INSERT INTO RIYOUSHA_DOUI_REC ("_s + into.join(u", ") + u')' + before + values.join(u", ") +
+           after;
+}
+
 /// The patients first, by which a server finds the rows.
 QString anyOf(const std::vector<ConsentRowKey> &rows, QString (*condition)(const ConsentRowKey &)) {
     std::vector<PatientKey> patients;
@@ -102,14 +112,12 @@ QString sqlChange(const QString &where, const QList<ColumnValue> &columns) {
     return u"UPDATE RIYOUSHA_DOUI_REC SET "_s + sets.join(u", ") + u" WHERE "_s + where;
 }
 
+QString sqlInsert(const QList<ColumnValue> &columns) {
+    return insertInto(columns, u" VALUES ("_s, u")"_s);
+}
+
 QString sqlInsertCopy(const QString &where, const QList<ColumnValue> &columns) {
-    QStringList into, values;
-    for (const ColumnValue &written : columns) {
-        into.append(written.column);
-        values.append(written.value);
-    }
-    return u"INSERT INTO RIYOUSHA_DOUI_REC ("_s + into.join(u", ") + u") SELECT "_s + values.join(u", ") +
-           u" FROM RIYOUSHA_DOUI_REC WHERE "_s + where;
+    return insertInto(columns, u" SELECT "_s, u" FROM RIYOUSHA_DOUI_REC WHERE "_s) + where;
 }
 
 QString sqlRemove(const QString &where) {

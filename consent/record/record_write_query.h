@@ -43,6 +43,7 @@ ConsentRowKey keyAt(const Recordset &rows, int row);
 QList<ColumnValue> auditColumns(const QString &computer);
 
 QString sqlChange(const QString &where, const QList<ColumnValue> &columns);
+QString sqlInsert(const QList<ColumnValue> &columns);
 /// Copies the one row that fits; each column takes its value.
 QString sqlInsertCopy(const QString &where, const QList<ColumnValue> &columns);
 QString sqlRemove(const QString &where);
