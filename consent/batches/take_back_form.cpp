@@ -50,6 +50,11 @@ bool takeBackBatch(const Environment &environment, cT_ADODB &db, qint32 batch, Q
 }
 
 bool takeBackLastBatch(const Environment &environment, cT_ADODB &db, QWidget *parent) {
+    const QString nothing = u"元に戻す操作はありません。"_s;
+    if (db.history().kind != HistoryState::Kept && !batchesAreKept(db)) {
+        environment.messages.note(nothing);
+        return false;
+    }
     const Result<std::optional<BatchInfo>> last =
         readLastBatch(db, environment.branch, db.csGetComputerName(), environment.clock.today());
     if (!last) {
@@ -57,7 +62,7 @@ bool takeBackLastBatch(const Environment &environment, cT_ADODB &db, QWidget *pa
         return false;
     }
     if (!*last) {
-        environment.messages.note(u"元に戻す操作も、このＰＣの今日の処理で取り消せるものもありません。"_s);
+        environment.messages.note(nothing);
         return false;
     }
     return takeBackBatch(environment, db, (*last)->number, parent);

@@ -6,6 +6,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/answers/answers_form.h"
+#include "consent/batches/batches_form.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_form.h"
 #include "consent/entry/remark_form.h"
@@ -319,6 +320,16 @@ bool openAnswers(const ListOpening &opening) {
     AnswersForm form(opening.environment, opening.db, opening.parent);
     if (form.iInit() != 0) {
         opening.environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
+        return false;
+    }
+    form.exec();
+    return form.written();
+}
+
+bool openBatches(const ListOpening &opening) {
+    BatchesForm form(opening.environment, opening.db, {}, {}, opening.parent);
+    if (form.iInit() != 0) {
+        opening.environment.messages.warn(form.sErrMsg());
         return false;
     }
     form.exec();

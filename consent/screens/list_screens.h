@@ -44,6 +44,8 @@ bool openRemark(const ListOpening &opening);
 bool openAnswers(const ListOpening &opening);
 /// Restarts the period of the current deformity-correction row; refuses other rows.
 bool restartDeformity(const ListOpening &opening);
+/// The runs that printed, mailed and renewed, and taking them back.
+bool openBatches(const ListOpening &opening);
 ///@}
 
 /// @name Requests

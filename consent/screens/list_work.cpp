@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/messages.h"
 #include "app/base/settings.h"
+#include "consent/batches/take_back_form.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/list/list_order_form.h"
@@ -359,8 +360,13 @@ void ListWork::tickAll(ListColumn column) {
     m_model->tick(shown, column, !m_model->allTicked(shown, column));
 }
 
+// Where nothing unsaved is left, what was done last in the database.
 void ListWork::undo() {
-    sayUndone(m_model->undo(), u"元に戻しました：%1"_s, u"元に戻す操作はありません。"_s);
+    const UndoneStep step = m_model->undo();
+    if (step.record >= 0 || m_model->hasChanges())
+        sayUndone(step, u"元に戻しました：%1"_s, u"元に戻す操作はありません。"_s);
+    else if (takeBackLastBatch(m_environment, m_db, m_window))
+        reread();
 }
 
 void ListWork::redo() {
