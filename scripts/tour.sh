@@ -13,6 +13,7 @@
 . scripts/tour/masters.sh
 . scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
+. scripts/tour/runs.sh
 . scripts/tour/settings.sh
 . scripts/tour/table.sh
 

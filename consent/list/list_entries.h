@@ -51,6 +51,8 @@ public:
     const ListStep *restore(const std::vector<int> &records);
     const ListStep *undo();
     const ListStep *redo();
+    /// What was done so far cannot be taken back any more.
+    void forgetSteps() { m_undo.forget(); }
     ///@}
     /// Why a period could not be reckoned since this was asked last; each trouble is told once.
     QString takeTrouble() { return std::exchange(m_trouble, {}); }

@@ -97,6 +97,8 @@ public:
     ///@{
     UndoneStep undo();
     UndoneStep redo();
+    /// Rows were written past the list: what was done before is not taken back past that.
+    void forgetSteps() { m_entries.forgetSteps(); }
     /// The rows become what was read; 対象 stays. False when they are.
     bool restore(const std::vector<int> &records);
     ///@}

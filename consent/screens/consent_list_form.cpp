@@ -357,7 +357,7 @@ void frm同意書管理::openScreen(OpenScreen opener) {
         opening.seen = m_model->seenRow(record);
     }
     if (opener(opening))
-        work().reread();
+        work().rereadWritten();
 }
 
 void frm同意書管理::reject() {

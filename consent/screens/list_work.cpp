@@ -250,6 +250,11 @@ void ListWork::reread() {
     tellDropped(dropped);
 }
 
+void ListWork::rereadWritten() {
+    m_model->forgetSteps();
+    reread();
+}
+
 void ListWork::tellDropped(const QStringList &rows) {
     if (!rows.isEmpty())
         m_environment.messages.warn(
@@ -351,7 +356,7 @@ void ListWork::renew() {
                        *m_progress, m_window});
     if (!results)
         return;
-    reread();
+    rereadWritten();
     m_model->tickTargets(renewedKeys(*results, targets));
 }
 
@@ -366,7 +371,7 @@ void ListWork::undo() {
     if (step.record >= 0 || m_model->hasChanges())
         sayUndone(step, u"元に戻しました：%1"_s, u"元に戻す操作はありません。"_s);
     else if (takeBackLastBatch(m_environment, m_db, m_window))
-        reread();
+        rereadWritten();
 }
 
 void ListWork::redo() {

@@ -55,6 +55,8 @@ public:
     void chooseStaff();
     /// Reads the rows again and keeps the edits.
     void reread();
+    /// The same after rows were written past the list.
+    void rereadWritten();
     ///@}
 
     /// @name Edits

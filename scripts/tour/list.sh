@@ -126,6 +126,7 @@ tour_renew() {
     gone '同意更新の確認'
     sleep 3
     glance renewed
+    tour_take_back
     key alt+k Return
     write "$(date -d '+1 year' +%Y%m%d)"
     key Return F4
