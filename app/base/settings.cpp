@@ -38,6 +38,8 @@ Place placeOf(Setting setting) {
         return {printing, letters, u"出力方式"_s, u"0"_s};
     case Setting::施術者氏名の印字:
         return {printing, letters, u"施術者氏名の印字"_s, u"1"_s};
+    case Setting::保管月数:
+        return {u"douisho.ini"_s, u"保管"_s, u"保管月数"_s, u"60"_s};
     case Setting::施術者氏名選択:
         return {printing, letters, u"施術者氏名選択"_s, u"0"_s};
     }

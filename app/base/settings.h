@@ -82,6 +82,7 @@ enum class Setting {
     利用者登録,       ///< whether patients, counsellors and staff are entered here; empty: by the database
     依頼書出力方式,   ///< 0 a letter a patient, 1 one letter for the patients of a doctor
     施術者氏名の印字, ///< the practitioner's name on request letters
+    保管月数,         ///< how long what was sent is kept, in months; 0: for ever
     施術者氏名選択,   ///< whose: 0 the responsible one, 1 to 4 the patient's others
 };
 

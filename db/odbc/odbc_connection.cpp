@@ -1,8 +1,8 @@
 #include "db/odbc/odbc_connection.h"
 
+#include "app/base/time_limit.h"
 #include "db/odbc/odbc_errors.h"
 #include "db/odbc/postgres_session.h"
-#include "db/odbc/time_limit.h"
 
 #include <QCoreApplication>
 #include <array>

@@ -1,9 +1,9 @@
 #include "db/odbc/odbc_provider.h"
 
+#include "app/base/time_limit.h"
 #include "db/odbc/odbc_drivers.h"
 #include "db/odbc/odbc_errors.h"
 #include "db/odbc/postgres_session.h"
-#include "db/odbc/time_limit.h"
 
 #include <algorithm>
 

@@ -269,7 +269,7 @@ private:
     void hand(BatchChunk &chunk) {
         const int number = m_together ? 1 : chunk.number;
         const QString path = m_work + viewerCommands(number, m_files.run());
-        ViewerJob job(m_environment, path);
+        ViewerJob job(m_environment, path, m_order.sent);
         for (const QString &document : std::as_const(m_built.documents))
             job.addTemporary(document);
         if (number > 1)

@@ -9,6 +9,7 @@
 #include <functional>
 #include <vector>
 
+class HandedDocuments;
 struct Environment;
 
 /// One report of a batch, its data file written.
@@ -39,6 +40,7 @@ struct BatchOrder {
     bool preview = false; ///< show, not print
     /// What a chunk may take in the image builder; then it is ended and the next chunk is tried.
     std::chrono::milliseconds builderTimeout = std::chrono::minutes(5);
+    HandedDocuments *sent = nullptr; ///< takes what is handed over
 };
 
 /// A chunk of at most 100 reports.

@@ -17,8 +17,8 @@ namespace {
 constexpr std::chrono::milliseconds betweenLooks{10};
 }
 
-ViewerJob::ViewerJob(const Environment &environment, QString commandFile)
-    : m_environment(environment), m_commandFile(std::move(commandFile)) {}
+ViewerJob::ViewerJob(const Environment &environment, QString commandFile, HandedDocuments *sent)
+    : m_environment(environment), m_commandFile(std::move(commandFile)), m_sent(sent) {}
 
 Result<> ViewerJob::announce() {
     if (m_ticket.id.isEmpty()) {
@@ -71,6 +71,8 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
     if (how == writeFileInPlace)
         QFile::remove(m_commandFile); // another user's may be written by him alone
     Result<> written = commands.write(m_commandFile, how);
+    if (written && m_sent)
+        m_sent->read(m_commandFile);
     if (written)
         written = putTicket(JobTicket::starting);
     qputenv(JobTicket::variable, m_ticket.id.toUtf8());
@@ -84,6 +86,8 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
     if (left)
         left->leaveTo(*viewer);
     noteViewer(*viewer);
+    if (m_sent)
+        m_sent->handed();
     return {};
 }
 

@@ -15,6 +15,16 @@ class PrintFiles;
 enum class EngineProgram;
 struct Environment;
 
+/// Takes the documents of a run as they are handed over, from whatever screen: see ViewerJob::hand.
+class HandedDocuments {
+public:
+    virtual ~HandedDocuments() = default;
+    /// A command file that will be handed over: what it names is there and goes soon afterwards.
+    virtual void read(const QString &commandFile) = 0;
+    /// A viewer was started with what was read last.
+    virtual void handed() = 0;
+};
+
 /// A command file on its way to a viewer, with what nobody needs once it was read.
 class ViewerJob {
 public:
@@ -22,7 +32,8 @@ public:
     static constexpr std::chrono::seconds readingLimit{10};
 
     /// @param commandFile full path
-    ViewerJob(const Environment &environment, QString commandFile);
+    /// @param sent is told of what leaves; may be null
+    ViewerJob(const Environment &environment, QString commandFile, HandedDocuments *sent = nullptr);
 
     /// A file that goes when the viewer has read the job.
     void addTemporary(const QString &path) { m_ticket.files += path; }
@@ -55,5 +66,6 @@ private:
 
     const Environment &m_environment;
     QString m_commandFile;
+    HandedDocuments *m_sent;
     JobTicket m_ticket; ///< its identity is set when it is put down
 };

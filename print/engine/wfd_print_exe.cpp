@@ -45,8 +45,11 @@ void addMergedSource(CommandFile &file, const QString &name, const QString &path
 
 } // namespace
 
-cls_WfdPrintExe::cls_WfdPrintExe(const Environment &environment)
-    : m_environment(environment), m_workFolder(engineWorkFolder(environment)), m_zoom(actualSize) {}
+cls_WfdPrintExe::cls_WfdPrintExe(const Environment &environment, HandedDocuments *sent)
+    : m_environment(environment),
+      m_sent(sent),
+      m_workFolder(engineWorkFolder(environment)),
+      m_zoom(actualSize) {}
 
 // What was written and never shown goes.
 cls_WfdPrintExe::~cls_WfdPrintExe() {
@@ -256,7 +259,7 @@ bool cls_WfdPrintExe::lock() {
     if (!taken)
         return fail(taken.reason()) == 0;
     m_lock = std::move(*taken);
-    m_job.emplace(m_environment, commandFile());
+    m_job.emplace(m_environment, commandFile(), m_sent);
     return true;
 }
 

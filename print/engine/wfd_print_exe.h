@@ -28,7 +28,8 @@ enum class PrintWay {
 /// lock is held.
 class cls_WfdPrintExe {
 public:
-    explicit cls_WfdPrintExe(const Environment &environment);
+    /// @param sent takes what is handed over; may be null
+    explicit cls_WfdPrintExe(const Environment &environment, HandedDocuments *sent = nullptr);
     ~cls_WfdPrintExe();
 
     /// @param layout full path of the layout
@@ -107,6 +108,7 @@ private:
     short showMerged(const CommandFile &reports, const QString &title);
 
     const Environment &m_environment;
+    HandedDocuments *m_sent;
     QString m_workFolder; ///< with its closing separator
     QString m_layout;
     QString m_title;

@@ -67,12 +67,16 @@ std::optional<FinishedDocument> readDocumentFile(const QString &path, Problem *p
     return std::nullopt;
 }
 
-bool writeDocumentFile(const FinishedDocument &document, const QString &path, Problem *problem) {
+QByteArray documentFileBytes(const FinishedDocument &document) {
     const QByteArray content = documentContent(document);
     QByteArray bytes =
         mark.toByteArray() + version + QByteArray(sizeof(qint64), '\0') + sumOf(content) + content;
     qToBigEndian<qint64>(bytes.size(), bytes.data() + lengthAt);
-    const Result<> written = writeFileWhole(path, bytes, FileUse::Private);
+    return bytes;
+}
+
+bool writeDocumentFile(const FinishedDocument &document, const QString &path, Problem *problem) {
+    const Result<> written = writeFileWhole(path, documentFileBytes(document), FileUse::Private);
     if (!written)
         *problem = {{}, 0, 0, written.reason()}; // which names the file
     return bool(written);

@@ -24,5 +24,7 @@ std::optional<FinishedDocument> parseDocumentFile(const QByteArray &bytes, const
                                                   Problem *problem);
 std::optional<FinishedDocument> readDocumentFile(const QString &path, Problem *problem);
 
+/// What stands in the document's file.
+QByteArray documentFileBytes(const FinishedDocument &document);
 /// Whole, then moved into place.
 bool writeDocumentFile(const FinishedDocument &document, const QString &path, Problem *problem);

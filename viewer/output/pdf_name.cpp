@@ -32,15 +32,6 @@ QString safe(const QString &text) {
     return name.trimmed();
 }
 
-/// The layouts' common title; of several kinds of document the whole's.
-QString kindOf(const Document &document) {
-    QSet<QString> titles;
-    for (const Report &report : document.reports())
-        titles.insert(report.layout->title);
-    const QString title = titles.size() == 1 ? *titles.begin() : QString();
-    return title.isEmpty() ? document.title() : title;
-}
-
 template <class Items> QString firstOf(const DataTable &table, int row, const Items &items) {
     for (const QStringView item : items)
         if (const int column = table.column(item); column >= 0)
@@ -48,7 +39,17 @@ template <class Items> QString firstOf(const DataTable &table, int row, const It
     return {};
 }
 
-QString personsOf(const Document &document) {
+} // namespace
+
+QString documentKind(const Document &document) {
+    QSet<QString> titles;
+    for (const Report &report : document.reports())
+        titles.insert(report.layout->title);
+    const QString title = titles.size() == 1 ? *titles.begin() : QString();
+    return title.isEmpty() ? document.title() : title;
+}
+
+QString documentPersons(const Document &document) {
     QSet<QString> persons; // by number where they have one
     QString name;
     int records = 0;
@@ -65,11 +66,9 @@ QString personsOf(const Document &document) {
     return persons.size() == 1 && !name.isEmpty() ? name : u"%1名"_s.arg(persons.size());
 }
 
-} // namespace
-
 QString pdfNameOf(const Document &document, const QDate &day) {
-    QString kind = safe(kindOf(document));
+    QString kind = safe(documentKind(document));
     if (kind.isEmpty())
         kind = u"帳票"_s;
-    return u"%1_%2_%3.pdf"_s.arg(kind, safe(personsOf(document)), day.toString(u"yyyyMMdd"));
+    return u"%1_%2_%3.pdf"_s.arg(kind, safe(documentPersons(document)), day.toString(u"yyyyMMdd"));
 }

@@ -5,7 +5,12 @@
 
 class Document;
 
+/// The layouts' common title; of several kinds of document the whole's.
+QString documentKind(const Document &document);
+/// Whose the document is: a name, for several persons their number, for records of nobody that of the
+/// records.
+QString documentPersons(const Document &document);
+
 /// What a document's PDF is called: 書類名_利用者_日付.pdf, such as
-/// 同意書（マッサージ・初回）_髙橋　花子_20261122.pdf. For several persons their number stands in the middle,
-/// for records of nobody that of the records.
+/// 同意書（マッサージ・初回）_髙橋　花子_20261122.pdf.
 QString pdfNameOf(const Document &document, const QDate &day);
