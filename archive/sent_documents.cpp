@@ -17,30 +17,36 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr std::chrono::seconds limit{10}; ///< somebody waits for what he asked for
-
 QString decoded(const QByteArray &bytes, const QByteArray &charset) {
     QStringDecoder decoder(charset.constData());
     return decoder.isValid() ? QString(decoder(bytes)) : QString::fromLatin1(bytes);
 }
 
-/// A header's value with its encoded words (=?UTF-8?B?…?=) as text.
-QString headerOf(const QByteArray &headers, const QByteArray &name) {
+/// Encoded words (=?UTF-8?B?…?=) as text; blanks between two of them are none of it.
+QString decodedWords(const QString &value) {
     static const QRegularExpression word(u"=\\?([^?]+)\\?B\\?([^?]*)\\?=(\\s+(?==\\?))?"_s);
-    const QString prefix = u'\n' + QString::fromLatin1(name) + u": "_s;
-    const QString all = u'\n' + QString::fromLatin1(headers).remove(u'\r').replace(u"\n "_s, u" "_s) + u'\n';
-    const qsizetype at = all.indexOf(prefix);
-    QString value = at < 0 ? QString() : all.mid(at + prefix.size()).section(u'\n', 0, 0);
-    for (QRegularExpressionMatch match; (match = word.match(value)).hasMatch();)
-        value.replace(
-            match.capturedStart(), match.capturedLength(),
-            decoded(QByteArray::fromBase64(match.captured(2).toLatin1()), match.captured(1).toLatin1()));
-    return value;
+    QString text;
+    qsizetype at = 0;
+    for (auto words = word.globalMatch(value); words.hasNext();) {
+        const QRegularExpressionMatch match = words.next();
+        text += value.mid(at, match.capturedStart() - at) +
+                decoded(QByteArray::fromBase64(match.captured(2).toLatin1()), match.captured(1).toLatin1());
+        at = match.capturedEnd();
+    }
+    return text + value.mid(at);
+}
+
+QString headerOf(const QByteArray &headers, const QString &name) {
+    const QString lines =
+        u'\n' + QString::fromLatin1(headers).remove(u'\r').replace(u"\n "_s, u" "_s) + u'\n';
+    const qsizetype at = lines.indexOf(u'\n' + name + u": "_s);
+    return at < 0 ? QString() : decodedWords(lines.mid(at + name.size() + 3).section(u'\n', 0, 0));
 }
 
 } // namespace
 
-Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document) {
+Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document,
+                               std::chrono::milliseconds limit) {
     using Read = Result<QByteArray>;
     return within<Read>(limit, [archive, name = document.name] { return archive.read(name); })
         .value_or(Read(
@@ -56,11 +62,11 @@ QString readableMail(const QByteArray &message) {
     const qsizetype end = message.indexOf("\r\n\r\n");
     const QByteArray headers = message.first(qMax(end, 0));
     const QByteArray body = end < 0 ? message : message.sliced(end + 4);
-    const QString charset = headerOf(headers, "Content-Type").section(u"charset="_s, 1);
-    const bool coded = headerOf(headers, "Content-Transfer-Encoding") == u"base64";
+    const QString charset = headerOf(headers, u"Content-Type"_s).section(u"charset="_s, 1);
+    const bool coded = headerOf(headers, u"Content-Transfer-Encoding"_s) == u"base64";
     return u"差出人：%1\n宛先：%2\n件名：%3\n日時：%4\n\n"_s.arg(
-               headerOf(headers, "From"), headerOf(headers, "To"), headerOf(headers, "Subject"),
-               headerOf(headers, "Date")) +
+               headerOf(headers, u"From"_s), headerOf(headers, u"To"_s), headerOf(headers, u"Subject"_s),
+               headerOf(headers, u"Date"_s)) +
            decoded(coded ? QByteArray::fromBase64(body) : body, charset.toLatin1()).remove(u'\r');
 }
 

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <chrono>
 #include <vector>
 
 class Archive;
@@ -21,7 +22,8 @@ struct SentDocument {
 Result<std::vector<SentDocument>> readSentDocuments(cT_ADODB &db, qint32 batch);
 
 /// A document's content, as it went out. Gives up soon where the archive's drive does not answer.
-Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document);
+Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document,
+                               std::chrono::milliseconds limit = std::chrono::seconds(10));
 
 /// Whether a content is pages for the viewer; else it is a mail.
 bool isPages(const QByteArray &content);

@@ -8,6 +8,7 @@
 #include "archive/archive.h"
 #include "widgets/grid.h"
 
+#include <QApplication>
 #include <QBoxLayout>
 #include <QDialog>
 #include <QLabel>
@@ -66,8 +67,8 @@ Found findPages(const Archive &archive, const std::vector<const SentDocument *> 
 }
 
 /// Shows what is left of the documents, and tells what is not.
-void show(Environment &environment, const std::vector<const SentDocument *> &documents,
-          const QString &title) {
+void showKept(Environment &environment, const std::vector<const SentDocument *> &documents,
+              const QString &title) {
     const Found found = findPages(Archive(environment.folders), documents);
     if (!found.missing.isEmpty())
         environment.messages.warn(u"表示できない文書があります。\r\n\r\n"_s + found.missing.join(u"\r\n"_s),
@@ -121,7 +122,7 @@ private:
         open->setObjectName(u"cmdPreview"_s);
         open->setShortcut(Qt::Key_F5);
         open->setDefault(true);
-        connect(open, &QPushButton::clicked, this, [this] { open_(); });
+        connect(open, &QPushButton::clicked, this, [this] { showChosen(); });
         buttons->addWidget(open);
         auto *end = new QPushButton(u"終了 (F12)"_s);
         end->setObjectName(u"cmdEnd"_s);
@@ -136,11 +137,11 @@ private:
                    .boundedTo(screen()->availableSize() * 9 / 10));
     }
 
-    void open_() {
+    void showChosen() {
         std::vector<const SentDocument *> chosen;
         for (const QModelIndex &row : m_grid->selectionModel()->selectedRows())
             chosen.push_back(&m_model.at(row.row()));
-        show(m_environment, chosen, m_title);
+        showKept(m_environment, chosen, m_title);
     }
 
     // Pages are not read before they are wanted: a mail has none.
@@ -173,7 +174,7 @@ QString termText(int months) {
 QString sizeText(const Archive::Size &size, int months) {
     constexpr double megabyte = 1 << 20;
     return u"保管している文書：%L1件、%L2 MB（%3）"_s.arg(size.documents)
-        .arg(size.bytes / megabyte, 0, 'f', size.bytes < 10 * megabyte ? 1 : 0)
+        .arg(double(size.bytes) / megabyte, 0, 'f', double(size.bytes) < 10 * megabyte ? 1 : 0)
         .arg(months > 0 ? termText(months) + u"まで"_s : u"期限なし"_s);
 }
 
@@ -186,7 +187,7 @@ void showSent(QWidget *parent, Environment &environment, cT_ADODB &db, qint32 ba
     else if (documents->empty())
         environment.messages.note(u"この処理で送った文書は保管されていません。"_s);
     else if (documents->size() == 1 && (documents->front().pages > 0 || documents->front().name.isEmpty()))
-        show(environment, {&documents->front()}, title);
+        showKept(environment, {&documents->front()}, title);
     else
         SentForm(environment, std::move(*documents), title, parent).exec();
 }

@@ -2,7 +2,9 @@
 
 #include "app/base/clock.h"
 #include "app/base/environment.h"
+#include "app/base/messages.h"
 #include "app/base/settings.h"
+#include "print/engine/engine_programs.h"
 #include "viewer/command/job_document.h"
 #include "viewer/finished/document_file.h"
 #include "viewer/output/pdf_name.h"
@@ -13,9 +15,6 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
-
-/// For all of a run's documents together: paper leaves at once, whatever the archive's drive does.
-constexpr std::chrono::seconds limit{3};
 
 /// The finished document that a command names without data; empty where it is none.
 QByteArray finishedBytes(const ReportOrder &report, const QString &folder) {
@@ -42,10 +41,18 @@ Result<std::vector<QByteArray>> documentsOf(const QString &commandFile) {
     return document ? Result(std::vector{documentFileBytes({*document, {}})}) : Failure{problem.sentence()};
 }
 
+QString unkept(const QString &why) {
+    return why.isEmpty() ? QString() : u"　保管なし：%1"_s.arg(QString(why).replace(u"\r\n"_s, u"　"_s));
+}
+
 } // namespace
 
-SentRun::SentRun(const Environment &environment, cT_ADODB &db, QString kind)
-    : m_environment(environment), m_db(db), m_kind(std::move(kind)), m_archive(environment.folders) {}
+SentRun::SentRun(const Environment &environment, cT_ADODB &db, QString kind, std::chrono::milliseconds limit)
+    : m_environment(environment),
+      m_db(db),
+      m_kind(std::move(kind)),
+      m_limit(limit),
+      m_archive(environment.folders) {}
 
 bool SentRun::begin() {
     if (!m_begun) {
@@ -63,7 +70,10 @@ Operation SentRun::operation() {
     return operationOf(m_batch, m_kind);
 }
 
+// Pages of another engine could be shown by nobody but it.
 void SentRun::read(const QString &commandFile) {
+    if (!isOwnViewer(m_environment))
+        return;
     Result<std::vector<QByteArray>> documents = documentsOf(commandFile);
     m_read = documents ? std::move(*documents) : std::vector<QByteArray>();
     m_unread = documents ? QStringList() : QStringList(documents.reason());
@@ -73,7 +83,7 @@ void SentRun::handed() {
     if (!begin())
         return;
     for (const QString &why : std::exchange(m_unread, {}))
-        m_kept.emplace_back([kept = Kept{m_kind, 0, {}, why}] { return kept; });
+        m_kept.emplace_back([kept = Kept{.title = m_kind, .why = why}] { return kept; });
     for (const QByteArray &content : std::exchange(m_read, {}))
         keep({}, content);
 }
@@ -102,20 +112,16 @@ void SentRun::keep(const QString &title, const QByteArray &content) {
     });
 }
 
-Result<> SentRun::writeDown(const Kept &kept) {
-    return m_batch->addDocument(kept.title, kept.pages, kept.name);
-}
-
 QString SentRun::finish(qint64 rows, qint64 documents) {
     if (!m_batch)
-        return m_trouble.isEmpty() ? QString() : u"保管なし：処理を記録できません。"_s + m_trouble;
-    const auto end = std::chrono::steady_clock::now() + limit;
+        return unkept(m_trouble);
+    const auto end = std::chrono::steady_clock::now() + m_limit;
     qint64 pages = 0;
     QString why;
     for (const Apart<Kept> &work : std::exchange(m_kept, {})) {
-        const Kept kept = work.resultBy(end).value_or(
-            Kept{m_kind, 0, {}, u"保管フォルダ「%1」から応答がありません。"_s.arg(m_archive.folder())});
-        const Result<> written = writeDown(kept);
+        const Kept kept = work.resultBy(end).value_or(Kept{
+            .title = m_kind, .why = u"保管フォルダ「%1」から応答がありません。"_s.arg(m_archive.folder())});
+        const Result<> written = m_batch->addDocument(kept.title, kept.pages, kept.name);
         pages += kept.pages;
         if (why.isEmpty())
             why = kept.why.isEmpty() ? written.reason() : kept.why;
@@ -125,5 +131,10 @@ QString SentRun::finish(qint64 rows, qint64 documents) {
     const int months = Settings(m_environment.folders).number(Setting::保管月数);
     Apart<int>(
         [archive = m_archive, months, now = m_environment.clock.now()] { return archive.tidy(months, now); });
-    return why.isEmpty() ? QString() : u"保管なし：%1"_s.arg(why);
+    return unkept(why);
+}
+
+void noteUnkept(Messages &messages, const QString &unkept) {
+    if (!unkept.isEmpty())
+        messages.note(unkept.trimmed());
 }

@@ -7,6 +7,7 @@
 
 #include <vector>
 
+class Messages;
 class cT_ADODB;
 struct Environment;
 
@@ -15,7 +16,10 @@ struct Environment;
 class SentRun final : public HandedDocuments {
 public:
     /// @param kind what is done, in the user's words
-    SentRun(const Environment &environment, cT_ADODB &db, QString kind);
+    /// @param limit for the archive to have all documents of the run: paper leaves at once, whatever its
+    /// drive does
+    SentRun(const Environment &environment, cT_ADODB &db, QString kind,
+            std::chrono::milliseconds limit = std::chrono::seconds(3));
 
     /// What writes of the run say of themselves. A batch begins with the first of them, or of its documents:
     /// a run that sends nothing leaves none.
@@ -30,7 +34,7 @@ public:
     ///@}
 
     /// Ends the batch, when the archive has what was sent; one that does not answer is given up soon.
-    /// @return what is to be told: nothing, or why something is not kept
+    /// @return for the end of a line in a screen's foot: nothing, or why something is not kept
     QString finish(qint64 rows, qint64 documents);
 
 private:
@@ -38,17 +42,17 @@ private:
     struct Kept {
         QString title;
         int pages = 0;
-        QString name{}; ///< in the archive; empty: `why` it is not there
+        QString name = QStringLiteral(""); ///< in the archive; empty: `why` it is not there
         QString why{};
     };
 
     bool begin();
     void keep(const QString &title, const QByteArray &content);
-    Result<> writeDown(const Kept &kept);
 
     const Environment &m_environment;
     cT_ADODB &m_db;
     QString m_kind;
+    std::chrono::milliseconds m_limit;
     Archive m_archive;
     bool m_begun = false;
     std::optional<Batch> m_batch;
@@ -57,3 +61,6 @@ private:
     QStringList m_unread; ///< why a document could not be read
     std::vector<Apart<Kept>> m_kept;
 };
+
+/// Says in the window's foot what SentRun::finish gave, where there is anything.
+void noteUnkept(Messages &messages, const QString &unkept);

@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "archive/sent_run.h"
 #include "consent/entry/entry_form.h"
 #include "consent/entry/history_model.h"
 #include "db/adodb.h"
@@ -205,6 +206,8 @@ void frmDouiRecord::print() {
     for (const ConsentDraft &row : m_history->rows())
         document.rows.push_back(
             {row.tDouiDay, {row.tDouiKaryoS, row.tDouiKaryoE}, row.cDouiIsiName, row.cDouiIsiKikan});
-    if (const Result<bool> shown = printHistory(m_environment, document); !shown)
+    SentRun sent(m_environment, *m_db, u"履歴印刷"_s);
+    if (const Result<bool> shown = printHistory(m_environment, document, &sent); !shown)
         messages.fail(u"帳票の印刷に失敗しました。\r\n["_s + shown.reason() + u"]"_s);
+    noteUnkept(messages, sent.finish(std::ssize(document.rows), 1));
 }

@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "archive/sent_run.h"
 #include "consent/record/sent_marks.h"
 #include "print/batch/print_messages.h"
 
@@ -58,11 +59,12 @@ QString requestedSummary(std::span<const RequestRow> rows) {
     return again == 0 ? QString() : u"うち依頼済み %L1 件"_s.arg(again);
 }
 
-std::optional<Message> markRequests(cT_ADODB &db, const std::vector<LetterMark> &letters) {
+std::optional<Message> markRequests(cT_ADODB &db, const std::vector<LetterMark> &letters,
+                                    const Operation &operation) {
     std::vector<SentRequest> requests;
     for (const LetterMark &letter : letters)
         requests.push_back({letter.row, letter.updateTime, letter.toHospital});
-    const Result<std::vector<size_t>> overtaken = markRequested(db, requests);
+    const Result<std::vector<size_t>> overtaken = markRequested(db, requests, operation);
     if (!overtaken)
         return Message{u"依頼書は出力しましたが、「依頼」の印を保存できませんでした。"
                        "一覧で「依頼」にチェックして保存してください。\r\n"_s +
@@ -93,16 +95,18 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
         return LetterOutcome::Stopped;
     }
     const bool print = run.way == LetterOutput::Print;
+    SentRun sent(environment, db, u"依頼書印刷"_s);
     if (!mayOutput(messages, job, run))
         return LetterOutcome::Stopped;
-    const Result<bool> output = job.output(run.way, run.startWait);
+    const Result<bool> output = job.output(run.way, run.startWait, print ? &sent : nullptr);
     if (!output)
         messages.show(printFailed(output.reason()));
     if (!output || !*output)
         return LetterOutcome::Stopped;
     // The letters have left: nothing may come between that and the marks.
-    const std::optional<Message> note = print ? markRequests(db, job.marks()) : std::nullopt;
+    const std::optional<Message> note = print ? markRequests(db, job.marks(), sent.operation()) : std::nullopt;
     if (note)
         messages.show(*note);
+    noteUnkept(messages, sent.finish(std::ssize(job.source().rows), std::ssize(job.letters())));
     return print ? LetterOutcome::Printed : LetterOutcome::Shown;
 }

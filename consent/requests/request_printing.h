@@ -16,7 +16,8 @@ QString requestedSummary(std::span<const RequestRow> rows);
 
 /// Marks the rows of letters that have left as requested, in one transaction.
 /// @return what there is to say: that it failed, or which rows colleagues wrote meanwhile
-std::optional<Message> markRequests(cT_ADODB &db, const std::vector<LetterMark> &letters);
+std::optional<Message> markRequests(cT_ADODB &db, const std::vector<LetterMark> &letters,
+                                    const Operation &operation);
 
 /// What came of putting letters out.
 enum class LetterOutcome {

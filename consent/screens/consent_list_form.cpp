@@ -6,6 +6,7 @@
 #include "app/base/processes.h"
 #include "app/desktop/foot_line.h"
 #include "app/desktop/key_help.h"
+#include "archive/sent_run.h"
 #include "consent/list/list_filter_panel.h"
 #include "consent/list/list_grid.h"
 #include "consent/list/state_bar.h"
@@ -317,8 +318,13 @@ void frm同意書管理::saveCsv() {
 }
 
 void frm同意書管理::printList() {
-    if (readAllLetters())
-        printGrid(m_environment, listDocument(*m_grid, *m_panel, work().readFilter(), work().countsText()));
+    if (!readAllLetters())
+        return;
+    const GridDocument document =
+        listDocument(*m_grid, *m_panel, work().readFilter(), work().countsText());
+    SentRun sent(m_environment, *m_db, u"一覧印刷"_s);
+    if (printGrid(m_environment, document, &sent))
+        noteUnkept(m_environment.messages, sent.finish(qint64(document.table.rows.size()), 1));
 }
 
 void frm同意書管理::startSeal() {

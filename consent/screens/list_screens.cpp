@@ -203,9 +203,9 @@ bool openSet(const ListOpening &opening, SetPrintStart start) {
     SetPrintCaller caller;
     caller.letter = keptLetterOptions(environment.folders, environment.clock.today());
     caller.orders = [&] { return letterOrders(requestsOfTargets(opening)); };
-    caller.mark = [&](const std::vector<LetterMark> &letters) {
+    caller.mark = [&](const std::vector<LetterMark> &letters, const Operation &operation) {
         written = true;
-        return markRequests(opening.db, letters);
+        return markRequests(opening.db, letters, operation);
     };
     frmSetInsatsuDoui form(environment, opening.db, opening.parent);
     if (form.iInit(std::move(rows), std::move(caller), start) != 0) {
@@ -356,7 +356,7 @@ bool openMailScreen(const ListOpening &opening) {
     const std::vector<ListRow> rows = mayBeMailed(opening);
     if (rows.empty())
         return false;
-    RecordMailClaims claims(opening.db);
+    RecordMailClaims claims(opening.environment, opening.db);
     frmMailSend form(opening.environment, opening.parent);
     if (form.Init(opening.db, claims, mailRows(rows)) != 0) {
         messages.failIn(form.sErrMsg(), u"Init()でエラー");

@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "archive/sent_run.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/contents_controls.h"
@@ -28,6 +29,8 @@
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+const QString sentKind = u"同意書印刷"_s;
 
 /// What is asked before a batch; nothing before a preview of all.
 QString batchQuestion(const Environment &environment, int count, PrintWay way) {
@@ -296,14 +299,15 @@ void frm同意書印刷::printSingle(const GatheredForms &gathered, PrintWay way
     }
     if (!mayLose(messages, replacedNote(m_environment, gathered.forms), windowTitle()))
         return;
-    cls_WfdPrintExe engine(m_environment);
+    SentRun sent(m_environment, *m_db, sentKind);
+    cls_WfdPrintExe engine(m_environment, way == PrintWay::Print ? &sent : nullptr);
     engine.iInit(QDir::toNativeSeparators(layoutPath(m_environment.folders, form)), u"同意書印刷"_s);
     if (saveCSVdoui(form, engine) != 0)
         messages.show(printFailed(m_error));
     else if (engine.iPutOut(way) != 0)
         messages.show(printFailed(engine.sErrMsg()));
     else
-        m_ui->lblState->setText(putOutText(u"同意書"_s, way));
+        m_ui->lblState->setText(putOutText(u"同意書"_s, way) + sent.finish(1, 1));
 }
 
 short frm同意書印刷::saveCSVdoui(const ConsentForm &form, cls_WfdPrintExe &engine) {
@@ -323,13 +327,16 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
                  batchQuestion(m_environment, count, way)))
         return;
     BatchOrder order;
+    SentRun sent(m_environment, *m_db, sentKind);
     order.preview = way == PrintWay::Preview;
+    order.sent = order.preview ? nullptr : &sent;
     const BatchResult result = waitForBatch(
         this, m_environment, order, {count, [&](int position, PrintFiles &files) {
                                          return makeFormReport(m_environment.folders,
                                                                gathered.forms[size_t(position)], files);
                                      }});
-    m_ui->lblState->setText(putOutText(u"同意書 %L1 件"_s.arg(result.reports()), way));
+    m_ui->lblState->setText(putOutText(u"同意書 %L1 件"_s.arg(result.reports()), way) +
+                            sent.finish(result.reports(), result.reports()));
     if (!result.allPrinted())
         messages.show(batchSummary(result));
 }

@@ -6,6 +6,7 @@
 #include "app/base/folders.h"
 #include "app/base/messages.h"
 #include "app/base/text.h"
+#include "archive/sent_run.h"
 #include "db/adodb.h"
 #include "db/connection_settings.h"
 #include "print/batch/print_messages.h"
@@ -239,13 +240,16 @@ void frmDouiSubmain::print(ConsentDocument document) {
     const RegisteredForm *layout = chosen(document);
     if (!layout || !layoutFileIsThere(m_environment, *layout))
         return;
-    cls_WfdPrintExe engine(m_environment);
+    SentRun sent(m_environment, *m_db, letter ? u"依頼書印刷"_s : u"同意書印刷"_s);
+    cls_WfdPrintExe engine(m_environment, &sent);
     engine.iInit(QDir::toNativeSeparators(layoutFile(m_environment, *layout)),
                  letter ? u"同意依頼書印刷"_s : u"同意書印刷"_s);
     if (!write(document, *layout, engine))
         return;
     if (engine.iPutOut(PrintWay::Preview) != 0)
         messages.show(printFailed(engine.sErrMsg()));
+    else
+        noteUnkept(messages, sent.finish(1, 1));
     keepSubmission();
 }
 

@@ -32,7 +32,8 @@ DataFile historyFile(const HistoryDocument &document) {
 
 } // namespace
 
-Result<bool> printHistory(const Environment &environment, const HistoryDocument &document) {
+Result<bool> printHistory(const Environment &environment, const HistoryDocument &document,
+                          HandedDocuments *sent) {
     const QString layout = Folders::file(environment.folders.system(), u"利用者別同意履歴.wfd"_s);
     if (!QFileInfo(layout).isFile())
         return Failure{u"帳票ファイル「%1」がありません。"_s.arg(layout)};
@@ -40,7 +41,7 @@ Result<bool> printHistory(const Environment &environment, const HistoryDocument 
     const QString title = u"利用者別同意履歴"_s;
     if (!mayLose(environment.messages, replacedNote(environment, file.replaced()), title))
         return false;
-    cls_WfdPrintExe engine(environment);
+    cls_WfdPrintExe engine(environment, sent);
     engine.iInit(layout, title);
     if (engine.iWriteData(1, u"同意履歴データ"_s, file) != 0 || engine.iPreview(paperCodeOf(layout)) != 0)
         return Failure{engine.sErrMsg()};

@@ -29,8 +29,8 @@ bool mayLayOut(Messages &messages, const GridDocument &document, GridPlan &plan)
 
 /// Gives the reason when it fails.
 Result<> show(const Environment &environment, const GridDocument &document, const GridPlan &plan,
-              const DataFile &data) {
-    cls_WfdPrintExe engine(environment);
+              const DataFile &data, HandedDocuments *sent) {
+    cls_WfdPrintExe engine(environment, sent);
     const Result<QString> layout = engine.files().write(u"一覧.wfd"_s, gridLayout(document, plan));
     if (!layout)
         return Failure{layout.reason()};
@@ -42,7 +42,7 @@ Result<> show(const Environment &environment, const GridDocument &document, cons
 
 } // namespace
 
-bool printGrid(const Environment &environment, const GridDocument &document) {
+bool printGrid(const Environment &environment, const GridDocument &document, HandedDocuments *sent) {
     Messages &messages = environment.messages;
     if (document.table.rows.empty()) {
         messages.show(nothingToPrint());
@@ -54,7 +54,7 @@ bool printGrid(const Environment &environment, const GridDocument &document) {
     const DataFile data = gridData(document.table, plan);
     if (!mayLose(messages, replacedNote(environment, data.replaced()), document.title))
         return false;
-    if (const Result<> shown = show(environment, document, plan, data); !shown) {
+    if (const Result<> shown = show(environment, document, plan, data, sent); !shown) {
         messages.show(printFailed(shown.reason()));
         return false;
     }

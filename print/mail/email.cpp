@@ -18,12 +18,12 @@ short mEmail::nSendMail(const MailPerson &to, const QString &subjectEnd, const Q
                               body,
                               m_clock.now(),
                               QUuid::createUuid()};
-    const QByteArray bytes = mailBytes(message);
-    if (bytes.isEmpty())
+    m_message = mailBytes(message);
+    if (m_message.isEmpty())
         m_outcome = {SendOutcome::Failed, whyNoAddress(to.address)};
     else
         m_outcome = sendMail(m_settings.server, wireAddress(m_settings.senderAddress),
-                             wireAddress(to.address), bytes, goOn);
+                             wireAddress(to.address), m_message, goOn);
     log(to.address.trimmed());
     return m_outcome.kind == SendOutcome::Accepted ? 1 : 0;
 }

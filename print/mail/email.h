@@ -20,6 +20,8 @@ public:
                     const std::function<bool()> &goOn);
 
     const SendOutcome &outcome() const { return m_outcome; }
+    /// The last mail, as it went to the server.
+    const QByteArray &message() const { return m_message; }
     /// Why the send log could not be written the last time; empty when it was.
     const QString &logTrouble() const { return m_logTrouble; }
 
@@ -29,5 +31,6 @@ private:
     MailSettings m_settings;
     const Clock &m_clock;
     SendOutcome m_outcome;
+    QByteArray m_message;
     QString m_logTrouble;
 };

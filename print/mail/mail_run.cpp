@@ -39,6 +39,8 @@ public:
         m_mail.nSendMail({to.cName, to.cMail1}, m_subjectEnd, noticeBody(recipient.rows),
                          [this] { return m_watch.goOn(); });
         MailResult result = settled(resultOf());
+        if (result.mayHaveArrived())
+            m_claims.left(recipient, m_mail.message());
         if (!m_mail.logTrouble().isEmpty())
             result.reason += m_mail.logTrouble();
         return result;
@@ -100,6 +102,7 @@ std::vector<MailResult> runMails(MailClaims &claims, mEmail &mail,
             run.goesOn() ? run.mail(recipients[i]) : MailResult{MailResult::NotTried, run.whyEnded()};
         watch.ended(i, results[i]);
     }
+    claims.ended();
     return results;
 }
 

@@ -43,6 +43,10 @@ public:
     virtual Result<std::vector<MailRow>> claim(const std::vector<MailRow> &rows) = 0;
     /// Takes the marks of the last claim back.
     virtual Result<> giveBack() = 0;
+    /// The mail of the last claim has left, or may have.
+    virtual void left(const MailRecipient &recipient, const QByteArray &message) = 0;
+    /// No further mail of this run.
+    virtual void ended() = 0;
 };
 
 /// Sends each recipient one mail. Its rows are claimed first, and given back when the mail cannot have

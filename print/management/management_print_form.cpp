@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/folders.h"
+#include "archive/sent_run.h"
 #include "print/batch/print_messages.h"
 #include "print/ledger/ledger.h"
 #include "print/management/management_ledger.h"
@@ -185,11 +186,13 @@ void ManagementPrintForm::printDocument(PrintWay way) {
     }
     if (!mayPutOut(*document, way))
         return;
-    if (const Result<> done = output(*document, way); !done) {
+    SentRun sent(m_environment, m_db, mode() == ManagementMode::Ledger ? u"台帳印刷"_s : u"封筒印刷"_s);
+    if (const Result<> done = output(*document, way, way == PrintWay::Print ? &sent : nullptr); !done) {
         messages.show(printFailed(done.reason()));
         return;
     }
-    m_ui->lblState->setText(putOutText(document->count, way));
+    m_ui->lblState->setText(putOutText(document->count, way) +
+                            sent.finish(std::ssize(targets()), document->documents()));
 }
 
 bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, PrintWay way) {
@@ -206,8 +209,9 @@ short ManagementPrintForm::saveCSVdoui(const ManagementDocument &document, cls_W
     return engine.iWriteData(1, document.dataName, document.data);
 }
 
-Result<> ManagementPrintForm::output(const ManagementDocument &document, PrintWay way) const {
-    cls_WfdPrintExe engine(m_environment);
+Result<> ManagementPrintForm::output(const ManagementDocument &document, PrintWay way,
+                                     HandedDocuments *sent) const {
+    cls_WfdPrintExe engine(m_environment, sent);
     engine.iInit(document.layoutPath(m_environment), u"同意書印刷"_s);
     for (const FixedItem &fixed : document.fixed)
         engine.iSetItemValue(fixed.section, {}, fixed.item, fixed.value);

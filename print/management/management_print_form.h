@@ -72,7 +72,7 @@ private:
     Result<ManagementDocument> ledger() const;
     Result<ManagementDocument> envelopes();
     bool mayPutOut(const ManagementDocument &document, PrintWay way);
-    Result<> output(const ManagementDocument &document, PrintWay way) const;
+    Result<> output(const ManagementDocument &document, PrintWay way, HandedDocuments *sent) const;
 
     Environment &m_environment;
     cT_ADODB &m_db;

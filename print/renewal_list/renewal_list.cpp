@@ -122,8 +122,8 @@ DataFile renewalData(const std::vector<DueConsent> &lines, const RenewalListOpti
 }
 
 Result<> printRenewalList(const Environment &environment, const DataFile &data,
-                          const RenewalListOptions &options, PrintWay way) {
-    cls_WfdPrintExe engine(environment);
+                          const RenewalListOptions &options, PrintWay way, HandedDocuments *sent) {
+    cls_WfdPrintExe engine(environment, sent);
     engine.iInit(Folders::file(environment.folders.system(), options.layout()), u"同意書書更新リスト印刷"_s);
     if (engine.iWriteData(1, u"同意データ"_s, data, u"同意書更新データ.csv"_s) != 0 ||
         engine.iPutOut(way) != 0)

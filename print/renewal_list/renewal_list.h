@@ -45,4 +45,4 @@ DataFile renewalData(const std::vector<DueConsent> &lines, const RenewalListOpti
 
 /// Writes 同意書更新データ.csv into the work folder and hands it to the engine with the layout chosen.
 Result<> printRenewalList(const Environment &environment, const DataFile &data,
-                          const RenewalListOptions &options, PrintWay way);
+                          const RenewalListOptions &options, PrintWay way, HandedDocuments *sent);

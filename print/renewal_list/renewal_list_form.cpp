@@ -5,6 +5,7 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "app/base/messages.h"
+#include "archive/sent_run.h"
 #include "print/batch/print_messages.h"
 #include "print/documents/lost_texts.h"
 #include "print/renewal_list/renewal_query.h"
@@ -130,8 +131,12 @@ void frm同意書更新リスト印刷::print(PrintWay way) {
     const DataFile file = renewalData(lines, options);
     if (!mayLose(messages, replacedNote(m_environment, file.replaced()), windowTitle()))
         return;
-    if (const Result<> printed = printRenewalList(m_environment, file, options, way); !printed)
+    SentRun sent(m_environment, *m_db, u"更新リスト印刷"_s);
+    if (const Result<> printed = printRenewalList(m_environment, file, options, way,
+                                                  way == PrintWay::Print ? &sent : nullptr);
+        !printed)
         messages.show(printFailed(printed.reason()));
     else
-        m_ui->lblState->setText(putOutText(u"更新リスト %L1 件"_s.arg(file.count()), way));
+        m_ui->lblState->setText(putOutText(u"更新リスト %L1 件"_s.arg(file.count()), way) +
+                                sent.finish(file.count(), 1));
 }

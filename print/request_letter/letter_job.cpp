@@ -147,9 +147,9 @@ std::vector<LetterSheet> LetterJob::sheets() const {
     return sheets;
 }
 
-Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait) {
+Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait, HandedDocuments *sent) {
     const std::vector<LetterSheet> all = sheets();
-    cls_WfdPrintExe engine(m_environment);
+    cls_WfdPrintExe engine(m_environment, sent);
     if (all.size() == 1) {
         engine.iInit(all[0].layout, u"同意書印刷"_s);
         if (engine.iWriteData(1, dataName, all[0].data) != 0)

@@ -9,8 +9,10 @@
 #include <memory>
 #include <optional>
 
+class HandedDocuments;
 class cT_ADODB;
 struct Environment;
+struct Operation;
 
 /// How letters are put out.
 enum class LetterOutput { Preview, Print };
@@ -39,7 +41,8 @@ struct LetterMark {
 };
 /// Marks rows whose letters have left.
 /// @return what there is to say about it
-using MarkLetters = std::function<std::optional<Message>(const std::vector<LetterMark> &)>;
+using MarkLetters =
+    std::function<std::optional<Message>(const std::vector<LetterMark> &, const Operation &)>;
 
 /// One run of request letters, the one way to make them: reads what they say, tells what stands in their way
 /// and hands them to the report engine. What has left is marked by the caller.
@@ -72,8 +75,9 @@ public:
 
     /// Writes the data files and hands all letters to the engine.
     /// @param startWait called where several layouts have to become one document first
+    /// @param sent takes what is handed over; may be null
     /// @return false when the user gave the work up
-    Result<bool> output(LetterOutput way, const StartLetterWait &startWait);
+    Result<bool> output(LetterOutput way, const StartLetterWait &startWait, HandedDocuments *sent);
 
 private:
     const LetterOrder &orderOf(const Letter &letter) const;

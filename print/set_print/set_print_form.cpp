@@ -3,6 +3,7 @@
 #include "app/base/clock.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "archive/sent_run.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
 #include "print/consent_form/contents_controls.h"
@@ -183,14 +184,17 @@ void frmSetInsatsuDoui::print(SetPrintJob &job, PrintWay way) {
     order.commandFile = u"DouiCom.dat"_s;
     order.paper = m_ui->chkPaper256->isChecked() ? BatchPaper::Custom : BatchPaper::A4;
     order.preview = way == PrintWay::Preview;
+    SentRun sent(m_environment, m_db, u"セット印刷"_s);
+    order.sent = order.preview ? nullptr : &sent;
     const BatchResult result = waitForBatch(this, m_environment, order, job.document());
     m_handedOver = m_handedOver || result.reports() > 0;
     // What has left is marked before anything is said.
     std::optional<Message> note;
     if (way == PrintWay::Print)
         if (const std::vector<LetterMark> left = job.lettersThatLeft(result); !left.empty())
-            note = m_caller.mark(left);
-    m_ui->lblState->setText(putOutText(u"%L1 枚"_s.arg(result.reports()), way));
+            note = m_caller.mark(left, sent.operation());
+    m_ui->lblState->setText(putOutText(u"%L1 枚"_s.arg(result.reports()), way) +
+                            sent.finish(qint64(m_rows.size()), result.reports()));
     if (!result.allPrinted()) {
         Message summary = batchSummary(result);
         if (way == PrintWay::Print)
