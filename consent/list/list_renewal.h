@@ -15,5 +15,10 @@ void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model);
 std::vector<ConsentRowKey> renewedKeys(const QList<RenewalResult> &results,
                                        const std::vector<ConsentRowKey> &rows);
 
+/// The question before a renewal: how many are renewed, who is left out and why.
+/// @param examined what RenewalRun::examine found
+/// @param hidden rows ticked 受領 that are narrowed away
+QString renewalQuestion(const QList<RenewalResult> &examined, int hidden);
+
 /// What became of a renewal, for the user: how many were renewed, and each row that was not with the reason.
 QString renewalSummary(const QList<RenewalResult> &results);

@@ -58,8 +58,7 @@ std::optional<QList<RenewalResult>> renewReceived(const ListRenewalRequest &requ
         return std::nullopt;
     }
     const int hidden = request.model.receivedOutOfSight();
-    if (!messages.ask(u"同意受領分の更新を行います。よろしいですか？\r\n更新 %L1 件"_s.arg(rows.size()),
-                      u"同意更新の確認"_s) ||
+    if (!messages.ask(renewalQuestion(RenewalRun::examine(rows), hidden), u"同意更新の確認"_s) ||
         !request.save())
         return std::nullopt;
     takeSaved(rows, request.model);

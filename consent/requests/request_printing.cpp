@@ -20,13 +20,19 @@ bool mayOutput(Messages &messages, const LetterJob &job, const LetterRun &run) {
         return false;
     }
     const bool print = run.way == LetterOutput::Print;
-    const Message oral = oralNotPrinted(job.oralRows());
-    if (check.notes.isEmpty() && (!print || run.question.isEmpty()))
-        return !print || messages.show(oral) == Answer::Ok;
+    const PrintWay way = print ? PrintWay::Print : PrintWay::Preview;
+    Message oral = oralNotPrinted(job.oralRows());
     QStringList parts = check.notes;
     if (print)
+        parts += run.note;
+    parts.removeAll(QString());
+    if (parts.isEmpty()) {
+        oral.text += u"\r\n\r\n"_s + job.extent().text(way);
+        return !print || messages.show(oral) == Answer::Ok;
+    }
+    if (print)
         parts.prepend(oral.text);
-    parts += print && !run.question.isEmpty() ? run.question : u"依頼書を出力します。よろしいですか？"_s;
+    parts += job.extent().question(way);
     return messages.ask(parts.join(u"\r\n\r\n"_s), print ? u"依頼印刷"_s : u"同意依頼書"_s);
 }
 
@@ -104,7 +110,8 @@ LetterOutcome outputRequests(Environment &environment, cT_ADODB &db, std::span<c
     if (!output || !*output)
         return LetterOutcome::Stopped;
     // The letters have left: nothing may come between that and the marks.
-    const std::optional<Message> note = print ? markRequests(db, job.marks(), sent.operation()) : std::nullopt;
+    const std::optional<Message> note =
+        print ? markRequests(db, job.marks(), sent.operation()) : std::nullopt;
     if (note)
         messages.show(*note);
     noteUnkept(messages, sent.finish(std::ssize(job.source().rows), std::ssize(job.letters())));

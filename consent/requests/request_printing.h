@@ -31,8 +31,8 @@ struct LetterRun {
     LetterOptions options;
     LetterOutput way = LetterOutput::Print;
     StartLetterWait startWait;
-    /// Asked, below the note about oral consents, before anything is printed; may be empty.
-    QString question{};
+    /// Told before anything is printed; may be empty.
+    QString note{};
 };
 
 /// Puts out the letters of the rows and, when they were printed, marks the rows; says what is missing, what

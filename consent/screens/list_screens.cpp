@@ -135,14 +135,11 @@ std::vector<ManagementRow> managementRows(const std::vector<ListRow> &rows) {
     return result;
 }
 
-/// Asked before letters are printed without the request screen.
-QString printQuestion(std::span<const RequestRow> rows, const QString &note = {}) {
-    QString question =
-        u"対象 %L1 件の依頼書を印刷します（"_s.arg(rows.size()) + kindSummary(rows) + u"）。"_s;
-    for (const QString &more : {requestedSummary(rows), note})
-        if (!more.isEmpty())
-            question += u"\r\n"_s + more;
-    return question + u"\r\nよろしいですか？"_s;
+/// Told before letters are printed without the request screen.
+QString printNote(std::span<const RequestRow> rows, const QString &note = {}) {
+    QStringList lines{kindSummary(rows), requestedSummary(rows), note};
+    lines.removeAll(QString());
+    return lines.join(u"\r\n"_s);
 }
 
 /// What the request screen would propose for the rows; nothing where that cannot be read, which has been
@@ -179,7 +176,7 @@ PutOutLetters lettersOf(const ListOpening &opening, bool &written) {
         switch (outputRequests(environment, opening.db, requests,
                                {keptLetterOptions(environment.folders, environment.clock.today()),
                                 way == PrintWay::Print ? LetterOutput::Print : LetterOutput::Preview,
-                                letterWait(parent), printQuestion(requests)})) {
+                                letterWait(parent), printNote(requests)})) {
         case LetterOutcome::Stopped:
             break;
         case LetterOutcome::Shown:
@@ -344,7 +341,7 @@ bool printRequests(const ListOpening &opening) {
         keptLetterOptions(opening.environment.folders, opening.environment.clock.today());
     return outputRequests(opening.environment, opening.db, rows,
                           {options, LetterOutput::Print, letterWait(opening.parent),
-                           printQuestion(rows, outOfSightText(opening))}) == LetterOutcome::Printed;
+                           printNote(rows, outOfSightText(opening))}) == LetterOutcome::Printed;
 }
 
 bool openMailScreen(const ListOpening &opening) {

@@ -6,6 +6,7 @@
 #include "archive/sent_run.h"
 #include "print/batch/batch_wait_form.h"
 #include "print/batch/print_messages.h"
+#include "print/batch/run_extent.h"
 #include "print/consent_form/contents_controls.h"
 #include "print/consent_form/form_files.h"
 #include "print/consent_form/form_messages.h"
@@ -33,9 +34,14 @@ namespace {
 const QString sentKind = u"同意書印刷"_s;
 
 /// What is asked before a batch; nothing before a preview of all.
-QString batchQuestion(const Environment &environment, int count, PrintWay way) {
-    return way == PrintWay::Print ? u"%L1 件の同意書を印刷します。よろしいですか？"_s.arg(count)
-                                  : BatchPrint::previewQuestion(environment, count);
+QString batchQuestion(const Environment &environment, const std::vector<ConsentForm> &forms, PrintWay way) {
+    const int count = int(forms.size());
+    if (way == PrintWay::Preview)
+        return BatchPrint::previewQuestion(environment, count);
+    PageCount pages;
+    for (const ConsentForm &form : forms)
+        pages.addSingles(layoutPath(environment.folders, form), 1);
+    return RunExtent{count, u"同意書 %L1 通"_s.arg(count), pages.pages()}.question(way);
 }
 
 } // namespace
@@ -324,7 +330,7 @@ void frm同意書印刷::printBatch(const GatheredForms &gathered, PrintWay way)
         return;
     }
     if (!mayLose(messages, replacedNote(m_environment, gathered.forms), windowTitle(),
-                 batchQuestion(m_environment, count, way)))
+                 batchQuestion(m_environment, gathered.forms, way)))
         return;
     BatchOrder order;
     SentRun sent(m_environment, *m_db, sentKind);

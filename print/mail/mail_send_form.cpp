@@ -18,6 +18,11 @@
 
 using namespace Qt::Literals::StringLiterals;
 
+namespace {
+const QString whyUnreached =
+    u"相談員が登録されていない（または中止になった）ため、メールを送れない利用者："_s;
+}
+
 frmMailSend::frmMailSend(Environment &environment, QWidget *parent)
     : QDialog(parent), m_ui(std::make_unique<Ui::frmMailSend>()), m_environment(environment) {
     m_ui->setupUi(this);
@@ -72,7 +77,8 @@ short frmMailSend::Init(cT_ADODB &db, MailClaims &claims, const std::vector<Mail
         return fail(counsellorOf.reason());
     MailPlan plan = planMails(*active, *counsellorOf, rows);
     m_choice.load(std::move(plan.recipients));
-    showUnreached(plan.unreached);
+    m_unreached = std::move(plan.unreached);
+    showUnreached();
     m_ui->ssSoudan->fitColumns();
     m_ui->ssSoudan->setFocus();
     showPreview();
@@ -114,14 +120,19 @@ void frmMailSend::showPreview() {
                                    noticeBody(to.rows));
 }
 
-void frmMailSend::showUnreached(const QStringList &patients) {
+void frmMailSend::showUnreached() {
     constexpr qsizetype named = 8;
-    m_ui->lblUnreached->setVisible(!patients.isEmpty());
-    const QString more = patients.size() > named ? u" ほか %1 名"_s.arg(patients.size() - named) : QString();
-    m_ui->lblUnreached->setText(
-        u"相談員が登録されていない（または中止になった）ため、メールを送れない利用者："_s +
-        patients.mid(0, named).join(u"、"_s) + more);
-    m_ui->lblUnreached->setToolTip(patients.join(u'\n'));
+    const qsizetype rest = m_unreached.size() - named;
+    m_ui->lblUnreached->setVisible(!m_unreached.isEmpty());
+    m_ui->lblUnreached->setText(whyUnreached + m_unreached.mid(0, named).join(u"、"_s) +
+                                (rest > 0 ? u" ほか %1 名"_s.arg(rest) : QString()));
+    m_ui->lblUnreached->setToolTip(m_unreached.join(u'\n'));
+}
+
+// All of them: the question scrolls.
+QString frmMailSend::notReached() const {
+    return m_unreached.isEmpty() ? QString()
+                                 : whyUnreached + u"\r\n"_s + m_unreached.join(u"\r\n"_s) + u"\r\n\r\n"_s;
 }
 
 void frmMailSend::send() {
@@ -134,10 +145,11 @@ void frmMailSend::send() {
     const QString again =
         told == 0 ? QString() : u"以前に送信済の利用者が %1 名含まれています。\r\n"_s.arg(told);
     if (m_environment.messages.ask(
-            u"相談員 %1 名に、利用者 %2 名の同意書のお知らせを送信します。\r\n%3よろしいですか？"_s
-                .arg(m_choice.ticked().size())
-                .arg(m_choice.tickedPatients())
-                .arg(again),
+            notReached() +
+                u"相談員 %1 名に、利用者 %2 名の同意書のお知らせを送信します。\r\n%3よろしいですか？"_s
+                    .arg(m_choice.ticked().size())
+                    .arg(m_choice.tickedPatients())
+                    .arg(again),
             u"メール送信"_s))
         sendTicked();
 }

@@ -35,7 +35,8 @@ private:
     void wire();
     void showState();
     void showPreview();
-    void showUnreached(const QStringList &patients);
+    void showUnreached();
+    QString notReached() const;
     void send();
     void sendTicked();
     short fail(const QString &reason);
@@ -46,5 +47,6 @@ private:
     MailSettings m_settings;
     MailChoice m_choice;
     QString m_error;
+    QStringList m_unreached; ///< who gets no mail
     bool m_rowsChanged = false;
 };

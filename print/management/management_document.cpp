@@ -3,6 +3,7 @@
 #include "app/base/environment.h"
 #include "app/base/folders.h"
 #include "print/batch/print_messages.h"
+#include "print/batch/run_extent.h"
 #include "print/documents/lost_texts.h"
 
 #include <QFileInfo>
@@ -30,6 +31,8 @@ QString ManagementDocument::question(const Environment &environment, PrintWay wa
     parts.removeAll(QString());
     if (parts.isEmpty())
         return {};
-    parts += count + (print ? u"を印刷します。よろしいですか？"_s : u"を表示します。よろしいですか？"_s);
+    PageCount pages;
+    pages.add(layoutPath(environment), dataName, data);
+    parts += RunExtent{rows, count, pages.pages()}.question(way);
     return parts.join(u"\r\n\r\n"_s);
 }

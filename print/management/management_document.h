@@ -22,8 +22,10 @@ struct ManagementDocument {
     std::vector<FixedItem> fixed{};
     QStringList notes{}; ///< paragraphs that the user has to agree to
     QString empty{};     ///< said where there are no data
-    QString count{};     ///< how much comes out
-    QString reminder{};  ///< before it goes to paper; may be empty
+    qint64 rows = 0;     ///< that it is made from
+    qint64 documents = 1;
+    QString count{};    ///< how much comes out: 台帳 5 件
+    QString reminder{}; ///< before it goes to paper; may be empty
 
     /// Full path of the layout.
     QString layoutPath(const Environment &environment) const;

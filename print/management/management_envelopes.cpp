@@ -53,8 +53,9 @@ ManagementDocument envelopeDocument(const EnvelopeWishes &wishes, EnvelopeDestin
             wishes.gone.join(u"\r\n"_s);
     document.notes += envelopeNotes(nobody, envelopes);
     document.empty = u"該当する同意依頼書データがありません。"_s;
-    document.count =
-        u"対象 %L1 件のあて先をまとめた封筒 %L2 枚"_s.arg(wishes.wishes.size()).arg(envelopes.size());
+    document.rows = std::ssize(wishes.wishes);
+    document.documents = std::ssize(envelopes);
+    document.count = u"あて先をまとめた封筒 %L1 枚"_s.arg(envelopes.size());
     document.reminder = u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
     return document;
 }

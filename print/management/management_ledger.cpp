@@ -61,6 +61,7 @@ Result<ManagementDocument> ledgerDocument(const Environment &environment, cT_ADO
                                 ledgerData(ledger->rows, order, environment.clock.today())};
     document.notes = notesOf(*ledger, targets, order.pattern);
     document.empty = nothingToPrint().text;
+    document.rows = std::ssize(targets.rows);
     document.count = u"台帳 %L1 件"_s.arg(document.data.count());
     return document;
 }

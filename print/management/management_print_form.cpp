@@ -192,7 +192,7 @@ void ManagementPrintForm::printDocument(PrintWay way) {
         return;
     }
     m_ui->lblState->setText(putOutText(document->count, way) +
-                            sent.finish(std::ssize(targets()), document->documents()));
+                            sent.finish(document->rows, document->documents));
 }
 
 bool ManagementPrintForm::mayPutOut(const ManagementDocument &document, PrintWay way) {

@@ -147,6 +147,13 @@ std::vector<LetterSheet> LetterJob::sheets() const {
     return sheets;
 }
 
+RunExtent LetterJob::extent() const {
+    PageCount pages;
+    for (const LetterSheet &sheet : sheets())
+        pages.add(sheet.layout, dataName, sheet.data);
+    return {std::ssize(m_source.rows), u"依頼書 %L1 通"_s.arg(m_letters.size()), pages.pages()};
+}
+
 Result<bool> LetterJob::output(LetterOutput way, const StartLetterWait &startWait, HandedDocuments *sent) {
     const std::vector<LetterSheet> all = sheets();
     cls_WfdPrintExe engine(m_environment, sent);

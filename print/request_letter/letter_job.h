@@ -2,6 +2,7 @@
 
 #include "app/base/messages.h"
 #include "app/base/result.h"
+#include "print/batch/run_extent.h"
 #include "print/request_letter/letter_merge.h"
 #include "print/request_letter/letters.h"
 
@@ -41,8 +42,7 @@ struct LetterMark {
 };
 /// Marks rows whose letters have left.
 /// @return what there is to say about it
-using MarkLetters =
-    std::function<std::optional<Message>(const std::vector<LetterMark> &, const Operation &)>;
+using MarkLetters = std::function<std::optional<Message>(const std::vector<LetterMark> &, const Operation &)>;
 
 /// One run of request letters, the one way to make them: reads what they say, tells what stands in their way
 /// and hands them to the report engine. What has left is marked by the caller.
@@ -72,6 +72,8 @@ public:
     std::vector<LetterMark> marks(const Letter &letter) const;
     ///@}
     std::vector<LetterMark> marks() const;
+    /// How much there is to put out.
+    RunExtent extent() const;
 
     /// Writes the data files and hands all letters to the engine.
     /// @param startWait called where several layouts have to become one document first

@@ -171,11 +171,14 @@ bool frmSetInsatsuDoui::mayPrint(const SetPrintJob &job, const SetPrintChoice &c
         notes += u"印刷用紙を封筒サイズに合わせて設定してください。"_s;
     notes.removeAll(QString());
     const bool oral = way == PrintWay::Print && (choice.consentForms || choice.requestLetters);
-    if (notes.isEmpty())
-        return !oral || messages.show(oralNotPrinted(job.oralRows())) == Answer::Ok;
+    Message question = oralNotPrinted(job.oralRows());
+    if (notes.isEmpty()) {
+        question.text += u"\r\n\r\n"_s + job.extent().text(way);
+        return !oral || messages.show(question) == Answer::Ok;
+    }
     if (oral)
-        notes.prepend(oralNotPrinted(job.oralRows()).text);
-    notes += u"%L1 枚を出力します。よろしいですか？"_s.arg(job.count());
+        notes.prepend(question.text);
+    notes += job.extent().question(way);
     return messages.ask(notes.join(u"\r\n\r\n"), windowTitle());
 }
 

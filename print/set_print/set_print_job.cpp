@@ -122,6 +122,24 @@ QString SetPrintJob::replacedNote() const {
     return notes.join(u"\r\n\r\n"_s);
 }
 
+RunExtent SetPrintJob::extent() const {
+    PageCount pages;
+    for (const Item &item : m_items)
+        switch (item.kind) {
+        case Kind::Form:
+            pages.addSingles(layoutPath(m_environment.folders, m_forms.forms[item.index]), 1);
+            break;
+        case Kind::Letter:
+            pages.add(m_letters.layoutPath(m_letters.letters()[item.index]), dataName,
+                      m_letters.data(m_letters.letters()[item.index]));
+            break;
+        case Kind::Envelope:
+            pages.addSingles(envelopeReport(m_envelopes[item.index]).layout, 1);
+            break;
+        }
+    return {std::ssize(m_rows), u"書類 %L1 通"_s.arg(count()), pages.pages()};
+}
+
 BatchDocument SetPrintJob::document() {
     return {count(), [this](int position, PrintFiles &files) { return makeReport(position, files); }};
 }

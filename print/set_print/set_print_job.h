@@ -40,6 +40,8 @@ public:
     /// The documents; the job must outlive them.
     BatchDocument document();
     int count() const { return int(m_items.size()); }
+    /// How much there is to put out.
+    RunExtent extent() const;
 
     /// The rows whose letters a batch handed over.
     std::vector<LetterMark> lettersThatLeft(const BatchResult &result) const;
