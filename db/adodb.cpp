@@ -1,3 +1,4 @@
+#include "db/connection_settings.h"
 #include "db/adodb.h"
 
 #include "app/base/platform/desktop.h"
@@ -32,6 +33,10 @@ short cT_ADODB::iInit(const QString &connectionString) {
     m_connectionString = connectionString;
     m_names->unsettle();
     return 0;
+}
+
+QString cT_ADODB::databaseName() const {
+    return ::databaseName(m_connectionString);
 }
 
 QString cT_ADODB::csGetComputerName() const {

@@ -47,6 +47,8 @@ public:
     SqlDialect dialect() const { return m_provider ? m_provider->dialect() : SqlDialect::SqlServer; }
     short ihehe() const { return 0; }
 
+    /// What tells the connection's database from others, see databaseName().
+    QString databaseName() const;
     short iInit(const QString &connectionString);
     QString csGetComputerName() const;
 

@@ -72,3 +72,14 @@ std::optional<QString> embeddedFile(const QString &connection) {
     source.replace(u'\\', u'/');
     return QDir::cleanPath(QDir(Folders::programFolderOfThisRun()).absoluteFilePath(source));
 }
+
+QString databaseName(const QString &connection) {
+    if (const std::optional<QString> file = embeddedFile(connection))
+        return *file;
+    const ConnectionString parsed(connection);
+    QStringList parts;
+    for (const QStringView keyword :
+         {u"Data Source", u"Server", u"DSN", u"FileDSN", u"Port", u"Initial Catalog", u"Database"})
+        parts.append(parsed.value(keyword).toLower());
+    return parts.join(u'/');
+}

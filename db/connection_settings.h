@@ -18,6 +18,10 @@ Result<> writeConnectionString(const Folders &folders, const QString &connection
 /// The connection string of an embedded database file, or why its path cannot stand in adodb.ini.
 Result<QString> embeddedConnection(const QString &file);
 
+/// What tells the database of a connection string from others: its file, or server and database, without a
+/// word of who logs in.
+QString databaseName(const QString &connection);
+
 /// The full path of the embedded database that a connection string names; nothing for a server. A relative
 /// path counts from the program folder.
 std::optional<QString> embeddedFile(const QString &connection);

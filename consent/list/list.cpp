@@ -47,7 +47,7 @@ short ConsentList::iSearch() {
     return 0;
 }
 
-short ConsentList::iReread(QStringList *dropped) {
+short ConsentList::iReread(std::vector<TypedRow> *dropped) {
     Recordset rows;
     if (read(rows) != 0)
         return -1;
@@ -56,7 +56,7 @@ short ConsentList::iReread(QStringList *dropped) {
     return 0;
 }
 
-short ConsentList::iReorder(ListOrder order, PatientOrder patientOrder, QStringList *dropped) {
+short ConsentList::iReorder(ListOrder order, PatientOrder patientOrder, std::vector<TypedRow> *dropped) {
     const ListFilter before = m_read;
     m_read.order = order;
     m_read.patientOrder = patientOrder;
@@ -88,22 +88,21 @@ SaveOutcome ConsentList::save() {
         outcome.kind = SaveOutcome::Wrong;
         return outcome;
     }
-    const std::vector<ChangedRow> changed = m_model.changedRows();
-    if (changed.empty())
+    const std::vector<TypedRow> typed = m_model.typedRows();
+    if (typed.empty())
         return outcome;
 
-    const Result<std::vector<size_t>> saved =
-        saveRows(m_db, {changed.begin(), changed.end()}, {u"一覧の保存"_s});
+    const Result<std::vector<size_t>> saved = saveRows(m_db, {typed.begin(), typed.end()}, {u"一覧の保存"_s});
     if (!saved)
-        return {SaveOutcome::Failed, -1, saved.reason(), {}};
+        return {SaveOutcome::Failed, -1, saved.reason()};
     for (const size_t i : *saved)
-        outcome.rows.append(m_model.who(changed[i].record));
-    if (!outcome.rows.isEmpty()) {
+        outcome.overtaken.push_back(typed[i]);
+    if (!outcome.overtaken.empty()) {
         outcome.kind = SaveOutcome::Conflict;
         return outcome;
     }
     m_model.acceptChanges();
-    QStringList dropped;
+    std::vector<TypedRow> dropped;
     if (iReread(&dropped) != 0)
         outcome.text = m_error;
     return outcome;

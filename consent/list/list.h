@@ -5,7 +5,6 @@
 #include "consent/rows/list_filter.h"
 
 #include <QString>
-#include <QStringList>
 
 class cT_ADODB;
 
@@ -14,13 +13,13 @@ struct SaveOutcome {
     enum Kind {
         Saved,    ///< also when nothing had changed; `text`: the list could not be read again
         Wrong,    ///< an entry cannot be saved: `text` says why, `record` which
-        Conflict, ///< colleagues changed `rows` since they were read; nothing was written
+        Conflict, ///< colleagues changed `overtaken` since they were read; nothing was written
         Failed    ///< the database refused: `text`; nothing was written
     };
     Kind kind = Saved;
     int record = -1;
     QString text;
-    QStringList rows;
+    std::vector<TypedRow> overtaken = {};
 };
 
 /// The consent list without its form: reads it, keeps its filter and writes its edits.
@@ -38,11 +37,11 @@ public:
 
     /// Reads the list by the filter, without edits. 0, or −1: then the list is what it was.
     short iSearch();
-    /// Reads it again by the filter of the last search and keeps the edits. `dropped` takes the rows whose
-    /// edits a colleague's change has overtaken.
-    short iReread(QStringList *dropped);
+    /// Reads it again by the filter of the last search and keeps the edits. `dropped` takes what was
+    /// typed into rows that a colleague's change has overtaken.
+    short iReread(std::vector<TypedRow> *dropped);
     /// Reads it again in another order and keeps edits and ticks. 0, or −1: then all is as it was.
-    short iReorder(ListOrder order, PatientOrder patientOrder, QStringList *dropped);
+    short iReorder(ListOrder order, PatientOrder patientOrder, std::vector<TypedRow> *dropped);
     /// Reckons the kinds of the letters of the next rows, at most so many. 0, or −1.
     short iReadLetters(size_t most);
     /// Writes all edits in one transaction, then reads the list again.

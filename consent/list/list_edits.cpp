@@ -1,9 +1,7 @@
 #include "consent/list/list_edits.h"
 
-#include "app/base/dates.h"
 #include "consent/rows/list_cells.h"
 
-#include <QStringList>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -85,6 +83,11 @@ void ListEdits::accept() {
     drop();
 }
 
+void ListEdits::rebase(int record, const ReadRow &now, const ConsentRowValues &values) {
+    m_written.insert(record, now);
+    set(record, values);
+}
+
 void ListEdits::forget() {
     m_edits.clear();
     m_written.clear();
@@ -95,19 +98,6 @@ bool isSameRow(const ReadRow &now, const ReadRow &before) {
            (before.updateTime.isEmpty() || now.updateTime == before.updateTime);
 }
 
-QString typedText(const ChangedRow &row) {
-    QStringList typed;
-    for (const ListColumnInfo &info : listColumns()) {
-        if (!cellDiffers(row.now, row.read.values, info.column))
-            continue;
-        const QVariant value = cellEditValue(row.now, info.column);
-        const QString text = value.typeId() == QMetaType::QDate ? dateText(value.toDate()) : value.toString();
-        if (info.kind == CellKind::Date || info.kind == CellKind::Text)
-            typed.append(info.caption + u" "_s + text);
-    }
-    return typed.isEmpty() ? QString() : u"　（入力内容："_s + typed.join(u"、"_s) + u"）"_s;
-}
-
 QString rowIdentity(const ConsentRowKey &key) {
     return u"%1/%2/%3/%4/%5/%6"_s.arg(key.patient.iKyotenCd)
         .arg(key.patient.iKyotenEb)
@@ -115,4 +105,11 @@ QString rowIdentity(const ConsentRowKey &key) {
         .arg(key.nDate)
         .arg(key.iHenkeiFlg)
         .arg(key.nHenkeiDouiDate);
+}
+
+QHash<QString, int> recordsByRow(const ListRecords &records) {
+    QHash<QString, int> byRow;
+    for (int record = 0; record < records.count(); ++record)
+        byRow.insert(rowIdentity(records.key(record)), record);
+    return byRow;
 }

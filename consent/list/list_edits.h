@@ -37,6 +37,8 @@ public:
     void drop() { m_edits.clear(); }
     /// The edits have been written: they are what the rows hold now.
     void accept();
+    /// A row stands as somebody else wrote it; the values that it is to hold are its edit.
+    void rebase(int record, const ReadRow &now, const ConsentRowValues &values);
     void forget();
 
     int count() const { return int(m_edits.size()); }
@@ -53,9 +55,8 @@ private:
 /// update time; its values decide.
 bool isSameRow(const ReadRow &now, const ReadRow &before);
 
-/// What the user had typed into a row, in brackets, so that it need not be looked up on paper again; empty
-/// when only ticks were changed.
-QString typedText(const ChangedRow &row);
-
 /// A row's key as one text, for finding it again after the list was read anew.
 QString rowIdentity(const ConsentRowKey &key);
+
+/// The records of the rows by their keys.
+QHash<QString, int> recordsByRow(const ListRecords &records);

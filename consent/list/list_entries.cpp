@@ -154,10 +154,20 @@ void ListEntries::forget() {
     m_deformity.reset();
 }
 
-KeptEntries ListEntries::kept() const {
-    KeptEntries kept{{}, targetKeys(), m_undo, {}};
+std::vector<TypedRow> ListEntries::typedRows() const {
+    std::vector<TypedRow> rows;
     for (const ChangedRow &row : m_edits.changed())
-        kept.edits.push_back({row, m_records.who(row.record)});
+        rows.push_back({row, m_records.who(row.record)});
+    return rows;
+}
+
+void ListEntries::rebase(int record, const ReadRow &now, const ConsentRowValues &values) {
+    m_edits.rebase(record, now, values);
+    m_undo.forget();
+}
+
+KeptEntries ListEntries::kept() const {
+    KeptEntries kept{typedRows(), targetKeys(), m_undo, {}};
     for (const ListStep &step : m_undo.steps())
         for (const int record : step.records())
             if (!kept.rowsOfSteps.contains(record))
@@ -165,22 +175,20 @@ KeptEntries ListEntries::kept() const {
     return kept;
 }
 
-QStringList ListEntries::takeOver(const KeptEntries &kept) {
-    QStringList dropped;
+std::vector<TypedRow> ListEntries::takeOver(const KeptEntries &kept) {
+    std::vector<TypedRow> dropped;
     if (kept.isEmpty())
         return dropped;
-    QHash<QString, int> now;
-    for (int record = 0; record < m_records.count(); ++record)
-        now.insert(rowIdentity(m_records.key(record)), record);
+    const QHash<QString, int> now = recordsByRow(m_records);
     for (const ConsentRowKey &key : kept.targets)
         if (const int record = now.value(rowIdentity(key), -1); record >= 0)
             m_target[size_t(record)] = true;
-    for (const KeptEntries::Edit &edit : kept.edits) {
-        const int record = now.value(rowIdentity(edit.row.read.key), -1);
-        if (record >= 0 && isSameRow(m_records.row(record), edit.row.read))
-            m_edits.set(record, edit.row.now);
+    for (const TypedRow &edit : kept.edits) {
+        const int record = now.value(rowIdentity(edit.read.key), -1);
+        if (record >= 0 && !m_edits.isTouched(record) && isSameRow(m_records.row(record), edit.read))
+            m_edits.set(record, edit.now);
         else
-            dropped.append(edit.who + typedText(edit.row));
+            dropped.push_back(edit);
     }
     takeOverSteps(kept, now);
     return dropped;

@@ -5,7 +5,6 @@
 #include "consent/rows/list_cells.h"
 
 #include <QHash>
-#include <QStringList>
 #include <optional>
 #include <vector>
 
@@ -13,11 +12,7 @@ class ListStates;
 
 /// What was entered, for the same rows when they are read anew.
 struct KeptEntries {
-    struct Edit {
-        ChangedRow row;
-        QString who;
-    };
-    std::vector<Edit> edits;
+    std::vector<TypedRow> edits;
     std::vector<ConsentRowKey> targets;
     ListUndo undo;
     QHash<int, ReadRow> rowsOfSteps; ///< by the record number of then
@@ -65,9 +60,14 @@ public:
     /// The records are others now.
     void forget();
     KeptEntries kept() const;
-    /// Takes entries over to the same rows, read anew. Gives the rows whose edits were dropped because a
-    /// colleague changed or removed them.
-    QStringList takeOver(const KeptEntries &kept);
+    /// Takes entries over to the same rows, read anew. Gives what was typed into rows that a colleague
+    /// changed or removed.
+    std::vector<TypedRow> takeOver(const KeptEntries &kept);
+    /// The edits, each with whose row it is.
+    std::vector<TypedRow> typedRows() const;
+    /// A row stands as somebody else wrote it, and is to hold these values. The steps before are none any
+    /// more.
+    void rebase(int record, const ReadRow &now, const ConsentRowValues &values);
 
 private:
     void setValues(int record, const ConsentRowValues &now);

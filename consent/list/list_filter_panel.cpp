@@ -177,6 +177,10 @@ void ListFilterPanel::setRange(const QDate &from, const QDate &to) {
     m_ui->imD_KikanTo->setDate(to);
 }
 
+void ListFilterPanel::showEnded() {
+    m_ui->chkEndKanja->setChecked(true);
+}
+
 void ListFilterPanel::clear(const QDate &from, const QDate &to) {
     setRange(from, to);
     m_ui->optRireki_0->setChecked(true);

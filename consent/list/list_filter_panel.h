@@ -41,6 +41,8 @@ public:
     /// The range as it is typed; a box that holds no date leaves its end as it is.
     void readRange(QDate &from, QDate &to) const;
     void setRange(const QDate &from, const QDate &to);
+    /// Ticks that patients whose treatment has ended are shown too.
+    void showEnded();
     /// Empties every entry and sets the range.
     void clear(const QDate &from, const QDate &to);
 

@@ -47,11 +47,11 @@ void ConsentListModel::setToday(const QDate &today) {
     Q_EMIT stateChanged();
 }
 
-QStringList ConsentListModel::reload(Recordset rows, const ListContext &context) {
+std::vector<TypedRow> ConsentListModel::reload(Recordset rows, const ListContext &context) {
     const KeptEntries kept = m_entries.kept();
     beginResetModel();
     take(std::move(rows), context);
-    const QStringList dropped = m_entries.takeOver(kept);
+    std::vector<TypedRow> dropped = m_entries.takeOver(kept);
     m_states.chooseAgain();
     show();
     endResetModel();
@@ -136,6 +136,20 @@ void ConsentListModel::dropChanges() {
 
 void ConsentListModel::acceptChanges() {
     m_entries.accept();
+    changedAll();
+}
+
+std::vector<TypedRow> ConsentListModel::retype(const std::vector<TypedRow> &rows) {
+    std::vector<TypedRow> left = m_entries.takeOver({rows, {}, {}, {}});
+    changedAll();
+    return left;
+}
+
+void ConsentListModel::rebase(const std::vector<RowEdit> &rows) {
+    const QHash<QString, int> records = recordsByRow(m_records);
+    for (const RowEdit &row : rows)
+        if (const int record = records.value(rowIdentity(row.read.key), -1); record >= 0)
+            m_entries.rebase(record, row.read, row.now);
     changedAll();
 }
 

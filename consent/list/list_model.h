@@ -31,8 +31,8 @@ public:
     /// Shows new rows, without edits and ticks.
     void load(Recordset rows, const ListContext &context);
     /// Shows new rows; edits and 対象 ticks stay on the rows that are still there with the values that were
-    /// edited over. Gives the rows whose edits were dropped because a colleague changed or removed them.
-    QStringList reload(Recordset rows, const ListContext &context);
+    /// edited over. Gives what was typed into rows that a colleague changed or removed.
+    std::vector<TypedRow> reload(Recordset rows, const ListContext &context);
 
     /// What the rows say of today; a list stays open over midnight.
     void setToday(const QDate &today);
@@ -65,6 +65,14 @@ public:
     int changedCount() const { return edits().count(); }
     bool hasChanges() const { return edits().count() > 0; }
     std::vector<ChangedRow> changedRows() const { return edits().changed(); }
+    /// The edits, each with whose row it is.
+    std::vector<TypedRow> typedRows() const { return m_entries.typedRows(); }
+    /// Takes over what was typed into the same rows before. Gives what it cannot: rows that are not in the
+    /// list, were changed since or are edited here.
+    std::vector<TypedRow> retype(const std::vector<TypedRow> &rows);
+    /// Rows stand as somebody else wrote them, and are to hold these values; rows that the list does not hold
+    /// are passed over.
+    void rebase(const std::vector<RowEdit> &rows);
     ReadRow seenRow(int record) const { return edits().seen(record); }
     void dropChanges();
     /// The edits have been written: they are what the rows hold now.

@@ -23,9 +23,7 @@ QList<RenewalRow> rowsToRenew(const ConsentListModel &model) {
 }
 
 void takeSaved(QList<RenewalRow> &rows, const ConsentListModel &model) {
-    QHash<QString, int> records;
-    for (int record = 0; record < model.records().count(); ++record)
-        records.insert(rowIdentity(model.records().key(record)), record);
+    const QHash<QString, int> records = recordsByRow(model.records());
     for (RenewalRow &row : rows) {
         if (!row.seen->updateTime.isEmpty())
             continue;

@@ -14,6 +14,11 @@ struct RowEdit {
     ConsentRowValues now;
 };
 
+/// An edit and whose row it is, for telling the user: "12 山田太郎".
+struct TypedRow : RowEdit {
+    QString who;
+};
+
 /// Writes edited list rows back in one transaction, all or none. A row is written only while it is the newest
 /// and nobody has written it since: its update time is what was read or, where it has none, the written
 /// columns still hold what was read.

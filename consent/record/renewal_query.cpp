@@ -81,6 +81,7 @@ enum Column {
     DoctorOut,
     Remark,
     OwnRequest,
+    Computer,
     // A massage row's, then a deformity-correction row's.
     Requested,
     Received,
@@ -109,6 +110,10 @@ ReadRow readRow(const Recordset &rows, int row, const ConsentRowKey &key, int ma
                             .remark = text(Remark),
                             .ownRequest = text(OwnRequest)},
                  .updateTime = text(UpdateTime)};
+    const auto odd = [&](int column) { return date(column).isValid() ? QString() : text(column); };
+    read.oddReconsent = odd(answer);
+    read.oddStart = odd(answer + 1);
+    read.oddEnd = odd(answer + 2);
     read.running = {date(ConsentDay),  {date(PeriodStart), date(PeriodEnd)},
                     text(Doctor),      text(DoctorName),
                     text(Institution), text(Diagnosis),
@@ -130,7 +135,7 @@ QString sqlRenewalSources(const std::vector<ConsentRowKey> &sources) {
     return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, tDouiKaryoS,"
            " tDouiKaryoE, iNewestFlg, iReceptDisabledFlg, tUpDateTime, cIsiCd, cDouiIsiName,"
            " cDouiIsiKikan, cDouiByoumei, iDouiShubetsu, iRenrakuFlg, iDouiIraiType, iDouiHospOutFlg,"
-           " iDouiIsiOutFlg, cItiranBikou, cKobetuDouiIrai, iOutputFlg, iGetFlg, tSaiDouiDay,"
+           " iDouiIsiOutFlg, cItiranBikou, cKobetuDouiIrai, cPcName, iOutputFlg, iGetFlg, tSaiDouiDay,"
            " tSaiDouiKaryoS, tSaiDouiKaryoE, iOutputFlgHenkei, iGetFlgHenkei, tDouiDayTempHenkei,"
            " tdouiKaryoSTempHenkei, tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC WHERE "_s +
            sqlOfPatients(patientsOf(sources, &ConsentRowKey::patient)) +
@@ -154,6 +159,8 @@ RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
         const int answer = temporary ? Answer + OfDeformity : Answer;
         source.columns = temporary ? ReConsentColumns::TemporaryHenkei : ReConsentColumns::Own;
         source.read = readRow(rows, row, key, deformity ? Requested + OfDeformity : Requested, answer);
+        source.read.answeredAsMassage = deformity && !temporary;
+        source.computer = rows.text(row, Computer);
         const ConsentRowValues &values = source.read.values;
         source.row = {.key = key,
                       .name = {},

@@ -13,6 +13,7 @@ struct RenewalSource {
     int rows = 0; ///< that bear the key; the rest counts only where there are some
     RenewalRow row;
     ReadRow read;
+    QString computer; ///< that wrote it last
     ReConsentColumns columns = ReConsentColumns::Own;
     qint32 later =
         0; ///< date of the patient's latest usable consent of the kind, where it lies after the row

@@ -211,6 +211,8 @@ QVariant cellEditValue(const ConsentRowValues &values, ListColumn column) {
         return int(values.method);
     case ListColumn::Remark:
         return values.remark;
+    case ListColumn::OwnRequest:
+        return values.ownRequest;
     default:
         return {};
     }
@@ -232,6 +234,9 @@ bool setCellValue(ConsentRowValues &values, ListColumn column, const QVariant &v
         return true;
     case ListColumn::Remark:
         values.remark = value.toString();
+        return true;
+    case ListColumn::OwnRequest:
+        values.ownRequest = value.toString();
         return true;
     default:
         return false;

@@ -191,6 +191,8 @@ short frm同意書管理::iInit(cT_ADODB &db, short) {
     m_grid->setFocus();
     if (const QString news = versionNews(m_environment.folders); !news.isEmpty())
         QTimer::singleShot(idle, this, [this, news] { m_environment.messages.note(news); });
+    // Asked over the window, once it is shown.
+    QTimer::singleShot(0, this, [this] { work().restore(); });
     return 0;
 }
 

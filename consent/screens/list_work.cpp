@@ -38,7 +38,8 @@ ListWork::ListWork(Environment &environment, cT_ADODB &db, const ListWindow &win
       m_progress(window.progress),
       m_advisor(environment.folders, environment.branch, db),
       m_list(environment, db, *window.model, m_advisor),
-      m_follow(window, m_list.readFilter(), [this](const ListFilter &filter) { return show(filter); }) {}
+      m_follow(window, m_list.readFilter(), [this](const ListFilter &filter) { return show(filter); }),
+      m_recovery(environment, db, *window.model, window.window, m_list.readFilter()) {}
 
 bool ListWork::begin() {
     readOrder(m_list.filter());
@@ -77,6 +78,7 @@ void ListWork::readMethods(const QString &where) {
     if (methods) {
         m_list.setMethods(*methods);
         m_grid->setMethods(*methods);
+        m_recovery.setMethods(*methods);
     } else {
         m_environment.messages.failIn(methods.reason(), where);
     }
@@ -208,14 +210,14 @@ void ListWork::chooseOrder() {
     if (form.exec() != QDialog::Accepted)
         return;
     if (form.order() != shown.order || form.patientOrder() != shown.patientOrder) {
-        QStringList dropped;
+        std::vector<TypedRow> dropped;
         bool read = false;
         m_grid->keepPlace([&] { read = m_list.iReorder(form.order(), form.patientOrder(), &dropped) == 0; });
         if (!read) {
             failDb(m_list.sErrMsg());
             return;
         }
-        tellDropped(dropped);
+        takeDropped(dropped);
         Settings settings(m_environment.folders);
         if (settings.iWrite(Setting::一覧並び順, int(form.order())) != 0 ||
             settings.iWrite(Setting::利用者並び順, int(form.patientOrder())) != 0)
@@ -242,12 +244,12 @@ void ListWork::reread() {
     readMethods(u"dataLoadRiyousha()でエラー"_s);
     if (!m_advisor.links.unread.isEmpty())
         readLinks();
-    QStringList dropped;
+    std::vector<TypedRow> dropped;
     bool read = false;
     m_grid->keepPlace([&] { read = m_list.iReread(&dropped) == 0; });
     if (!read)
         failDb(m_list.sErrMsg());
-    tellDropped(dropped);
+    takeDropped(dropped);
 }
 
 void ListWork::rereadWritten() {
@@ -255,11 +257,31 @@ void ListWork::rereadWritten() {
     reread();
 }
 
-void ListWork::tellDropped(const QStringList &rows) {
-    if (!rows.isEmpty())
-        m_environment.messages.warn(
-            u"次の行は他の端末で変更されたため、最新の内容に置き換えました。必要な変更を入力しなおしてください。\r\n\r\n"_s +
-            rows.join(u"\r\n"));
+void ListWork::takeDropped(const std::vector<TypedRow> &rows) {
+    if (!rows.empty())
+        m_recovery.settle(rows, MergeForm::Use::Take);
+}
+
+void ListWork::restore() {
+    const std::optional<ConsentRowKey> row =
+        m_recovery.restore([this](const UnsavedRows &unsaved) { showRowsOf(unsaved); });
+    if (row)
+        showRow(recordsByRow(m_model->records()).value(rowIdentity(*row)), ListColumn::Reconsent);
+}
+
+// The rows may lie outside of the range that a start begins with.
+void ListWork::showRowsOf(const UnsavedRows &unsaved) {
+    ListFilter filter = m_list.filter();
+    for (const TypedRow &row : unsaved.rows)
+        if (const QDate end = row.read.running.period.end; end.isValid()) {
+            filter.from = qMin(filter.from, QDate(end.year(), end.month(), 1));
+            filter.to = qMax(filter.to, QDate(end.year(), end.month(), end.daysInMonth()));
+        }
+    m_panel->setRange(filter.from, filter.to);
+    if (unsaved.ended)
+        m_panel->showEnded();
+    if (m_panel->read(filter) && show(filter))
+        m_follow.caughtUp();
 }
 
 // Dates that may be a slip of the keys are asked about once for all rows.
@@ -285,11 +307,32 @@ bool ListWork::meansDates() {
     return false;
 }
 
-bool ListWork::save() {
+// What the user decides about overtaken rows is compared again: somebody else may have been quicker once
+// more.
+bool ListWork::save(QString *done) {
     if (!meansDates())
         return false;
     SaveOutcome outcome;
-    m_grid->keepPlace([&] { outcome = m_list.save(); });
+    const auto saves = [&] {
+        m_grid->keepPlace([&] { outcome = m_list.save(); });
+        return outcome.kind != SaveOutcome::Conflict;
+    };
+    while (!saves()) {
+        if (!m_recovery.settle(outcome.overtaken, MergeForm::Use::Save))
+            return false;
+        if (!m_model->hasChanges()) {
+            reread();
+            if (done)
+                *done = u"他のＰＣの内容にしました。保存した行はありません。"_s;
+            return true;
+        }
+    }
+    if (done)
+        *done = u"保存しました。"_s;
+    return told(outcome);
+}
+
+bool ListWork::told(const SaveOutcome &outcome) {
     switch (outcome.kind) {
     case SaveOutcome::Saved:
         if (!outcome.text.isEmpty())
@@ -300,18 +343,11 @@ bool ListWork::save() {
         m_environment.messages.warn(outcome.text);
         showRow(outcome.record, ListColumn::NextEnd);
         return false;
-    case SaveOutcome::Failed:
-        failDb(outcome.text);
-        return false;
     case SaveOutcome::Conflict:
+    case SaveOutcome::Failed:
         break;
     }
-    if (m_environment.messages.ask(
-            u"次の行は、読み込んだ後に他の端末で変更されたため、保存できませんでした。"
-            "何も保存されていません。\r\n\r\n"_s +
-            outcome.rows.join(u"\r\n") +
-            u"\r\n\r\n他の変更を残したまま、最新の内容を読み直します。よろしいですか？"_s))
-        reread();
+    failDb(outcome.text);
     return false;
 }
 
@@ -331,10 +367,11 @@ void ListWork::saveAsked() {
         m_environment.messages.note(u"変更された行はありません。"_s);
         return;
     }
+    QString done;
     if (m_environment.messages.ask(
             u"変更分を更新します。よろしいですか？\r\n変更 %L1 行"_s.arg(m_model->changedCount())) &&
-        save()) {
-        m_environment.messages.note(u"保存しました。"_s);
+        save(&done)) {
+        m_environment.messages.note(done);
         m_follow.follow();
     }
 }

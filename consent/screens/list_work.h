@@ -3,6 +3,7 @@
 #include "consent/list/list.h"
 #include "consent/rules/list_advisor.h"
 #include "consent/screens/filter_follow.h"
+#include "consent/screens/list_recovery.h"
 
 class ListCommandBar;
 class ListFilterPanel;
@@ -61,6 +62,8 @@ public:
 
     /// @name Edits
     ///@{
+    /// Offers what earlier runs left unsaved.
+    void restore();
     void saveAsked();
     /// Whether the rows may be replaced or left: unsaved edits are saved or dropped as the user says.
     bool maySwitch();
@@ -97,12 +100,14 @@ private:
     bool show(const ListFilter &filter);
     void readOrder(ListFilter &filter) const;
     void restoreChoices();
-    bool save();
+    bool save(QString *done = nullptr);
+    bool told(const SaveOutcome &outcome);
+    void showRowsOf(const UnsavedRows &unsaved);
     bool meansDates();
     void readLinks();
     void tickAll(ListColumn column);
     void sayUndone(const UndoneStep &step, const QString &done, const QString &nothing);
-    void tellDropped(const QStringList &rows);
+    void takeDropped(const std::vector<TypedRow> &rows);
     void showRow(int record, ListColumn column);
 
     Environment &m_environment;
@@ -116,4 +121,5 @@ private:
     ListAdvisor m_advisor;
     ConsentList m_list;
     FilterFollow m_follow;
+    ListRecovery m_recovery;
 };
