@@ -7,7 +7,7 @@ import sys
 from pathlib import Path
 
 top = Path(sys.argv[1])
-rooms = ["app", "backup", "check", "consent", "db", "export", "fees", "history", "import", "masters", "print", "sample", "search", "setup", "viewer", "widgets"]
+rooms = ["app", "archive", "backup", "check", "consent", "db", "export", "fees", "history", "import", "masters", "print", "sample", "search", "setup", "viewer", "widgets"]
 
 
 def plain(text):

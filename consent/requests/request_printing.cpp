@@ -5,6 +5,7 @@
 #include "archive/sent_run.h"
 #include "consent/record/sent_marks.h"
 #include "print/batch/print_messages.h"
+#include "print/engine/wfd_print_exe.h"
 
 #include <algorithm>
 

@@ -275,7 +275,8 @@ TEST_F(TwoPrograms, ThatMailTheSameCounsellorSendOneMail) {
     const auto mailFrom = [&](cT_ADODB &db, MailWatch &watch) {
         const FixedClock clock(QDate(2026, 5, 20));
         mEmail mail(settings, clock);
-        RecordMailClaims claims(db);
+        const TestInstallation practice;
+        RecordMailClaims claims(practice.environment, db);
         return runMails(claims, mail, recipients, clock.today(), watch)[0].kind;
     };
     /// A colleague presses the key while the mail is on its way.

@@ -154,7 +154,7 @@ TEST_F(PrintForm, PrintsAllWhoMatchAsABatch) {
     pressButton(*form, Qt::Key_F11);
     const QString question = practice.said().value(1);
     EXPECT_TRUE(question.contains(u"𠮷田"_s)) << "a text that would have to be changed";
-    EXPECT_TRUE(question.endsWith(u"4 件の同意書を印刷します。よろしいですか？"_s))
+    EXPECT_TRUE(question.endsWith(u"対象 4 件：同意書 4 通を印刷します。よろしいですか？"_s))
         << "and how many, in one box";
     EXPECT_TRUE(practice.processes.started.isEmpty());
 

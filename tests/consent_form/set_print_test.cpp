@@ -41,7 +41,7 @@ protected:
                                    ++asked;
                                    return orders;
                                },
-                               [this](const std::vector<LetterMark> &letters) {
+                               [this](const std::vector<LetterMark> &letters, const Operation &) {
                                    for (const LetterMark &mark : letters)
                                        marked += mark.who.section(u' ', 0, 0) +
                                                  (mark.row.iHenkeiFlg == 1 ? u"h"_s : QString());

@@ -249,7 +249,10 @@ TEST_F(ListFormTest, RenewsWhatWasReceivedAndTellsWhatWasNot) {
     messages.answers = {Answer::No};
     QTest::keyClick(form.get(), Qt::Key_F6);
     ASSERT_EQ(messages.shown.size(), 1);
-    EXPECT_EQ(messages.shown[0].text, u"同意受領分の更新を行います。よろしいですか？\r\n更新 3 件"_s);
+    EXPECT_TRUE(messages.shown[0].text.startsWith(u"更新しない同意：2 件\r\n2 "_s))
+        << messages.shown[0].text.toStdString();
+    EXPECT_TRUE(messages.shown[0].text.endsWith(
+        u"\r\n\r\n同意受領分の更新を行います。よろしいですか？\r\n更新 1 件"_s));
     EXPECT_EQ(messages.shown[0].title, u"同意更新の確認"_s);
     EXPECT_EQ(stored(1, u"tSaiDouiDay"_s), u"NULL"_s);
 

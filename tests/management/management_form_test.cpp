@@ -147,7 +147,7 @@ TEST_F(Management, OneEnvelopeServesAllRowsOfAnAddressee) {
                        u"\r\n\r\n"_s;
         expected +=
             u"印刷用紙を封筒サイズに合わせて設定してください。\r\n\r\n"
-            "対象 5 件のあて先をまとめた封筒 %1 枚を印刷します。よろしいですか？"_s.arg(one.envelopes.size());
+            "対象 5 件：あて先をまとめた封筒 %1 枚を印刷します。よろしいですか？"_s.arg(one.envelopes.size());
         EXPECT_EQ(texts[0], expected);
         EXPECT_TRUE(state().contains(u"封筒 %1 枚"_s.arg(one.envelopes.size())));
     }
