@@ -119,13 +119,15 @@ TEST_F(MailRunTest, OnlyRowsOfAcceptedMailsAreMarked) {
 TEST_F(MailRunTest, NothingLeavesUnclaimedAndAMarkThatStaysIsTold) {
     const SmtpServer server(u"--reject a@example.jp"_s);
     int kept = 0;
+    qsizetype mails = 0;
     bool allDone = false;
     for (int statement = 1; !allDone; ++statement) {
         SCOPED_TRACE(statement);
         ASSERT_LT(statement, 40);
         FailingConnection failing(database.connectionString(), statement);
         const std::vector<MailResult> results = run(failing.db, server);
-        const qsizetype mails = server.mails().size();
+        const qsizetype sent = server.mails().size() - mails;
+        mails += sent;
         const bool tried = results[0].kind == Failed;
         if (tried) { // its run could not be written down; at last, all went well for the first recipient
             allDone = kept > 0;
@@ -139,7 +141,7 @@ TEST_F(MailRunTest, NothingLeavesUnclaimedAndAMarkThatStaysIsTold) {
         }
         if (!tried) {
             EXPECT_TRUE(results[0].reason.contains(FailingConnection::description));
-            EXPECT_EQ(mails, 0);
+            EXPECT_EQ(sent, 0);
         }
         database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iSendFlg = NULL"_s);
     }
