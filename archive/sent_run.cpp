@@ -101,7 +101,8 @@ void SentRun::keep(const QString &title, const QByteArray &content) {
         if (isDocumentFile(content)) {
             const std::optional<FinishedDocument> finished = parseDocumentFile(content, kind, &problem);
             const Document document = finished ? finished->document : Document();
-            kept = {finished ? documentKind(document) + u'　' + documentPersons(document) : kind,
+            const QString common = documentKind(document);
+            kept = {(common.isEmpty() ? kind : common) + u'　' + documentPersons(document),
                     document.pageCount()};
         }
         const Result<> stored = archive.store(content);

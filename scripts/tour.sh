@@ -14,6 +14,7 @@
 . scripts/tour/renewal_list.sh
 . scripts/tour/road.sh
 . scripts/tour/runs.sh
+. scripts/tour/sent.sh
 . scripts/tour/settings.sh
 . scripts/tour/table.sh
 

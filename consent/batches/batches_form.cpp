@@ -4,6 +4,7 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "app/desktop/foot_line.h"
+#include "archive/sent_form.h"
 #include "consent/batches/take_back_form.h"
 #include "export/save_grid.h"
 #include "widgets/date_box.h"
@@ -56,6 +57,10 @@ void BatchesForm::layOut() {
     days->addWidget(m_to);
     days->addWidget(m_counts);
     days->addStretch();
+    auto *kept = new QLabel(this);
+    kept->setObjectName(u"lblHokan"_s);
+    showArchiveSize(m_environment, kept);
+    days->addWidget(kept);
     layout->addLayout(days);
 
     m_grid = new Grid(this);

@@ -5,6 +5,7 @@
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
+#include "archive/sent_form.h"
 #include "consent/answers/answers_form.h"
 #include "consent/batches/batches_form.h"
 #include "consent/entry/entry_form.h"
@@ -324,7 +325,11 @@ bool openAnswers(const ListOpening &opening) {
 }
 
 bool openBatches(const ListOpening &opening) {
-    BatchesForm form(opening.environment, opening.db, {}, {}, opening.parent);
+    const auto documents = [&](const BatchInfo &batch, QWidget *parent) {
+        showSent(parent, opening.environment, opening.db, batch.number,
+                 batchText(batch, opening.environment.clock.today()));
+    };
+    BatchesForm form(opening.environment, opening.db, {}, documents, opening.parent);
     if (form.iInit() != 0) {
         opening.environment.messages.warn(form.sErrMsg());
         return false;

@@ -26,6 +26,7 @@ tour_management() {
     gone '同意書管理印刷'
     window '同意書管理'
     tour_renewal_list
+    tour_sent
     tour_masters
     key F12
     leave_menu

@@ -45,8 +45,7 @@ QString documentKind(const Document &document) {
     QSet<QString> titles;
     for (const Report &report : document.reports())
         titles.insert(report.layout->title);
-    const QString title = titles.size() == 1 ? *titles.begin() : QString();
-    return title.isEmpty() ? document.title() : title;
+    return titles.size() == 1 ? *titles.begin() : QString();
 }
 
 QString documentPersons(const Document &document) {
@@ -68,6 +67,8 @@ QString documentPersons(const Document &document) {
 
 QString pdfNameOf(const Document &document, const QDate &day) {
     QString kind = safe(documentKind(document));
+    if (kind.isEmpty())
+        kind = safe(document.title());
     if (kind.isEmpty())
         kind = u"帳票"_s;
     return u"%1_%2_%3.pdf"_s.arg(kind, safe(documentPersons(document)), day.toString(u"yyyyMMdd"));

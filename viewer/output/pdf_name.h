@@ -5,7 +5,7 @@
 
 class Document;
 
-/// The layouts' common title; of several kinds of document the whole's.
+/// The layouts' common title; empty for several kinds of document.
 QString documentKind(const Document &document);
 /// Whose the document is: a name, for several persons their number, for records of nobody that of the
 /// records.
