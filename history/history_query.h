@@ -25,9 +25,9 @@ struct LogRecord {
 
 /// What of the history is asked for; what is empty does not narrow it.
 struct LogQuestion {
-    QDate from, to;
-    QString pc, operation; ///< a part of them
-    QString patient;       ///< his number, or a part of his name or reading
+    QDate from = {}, to = {};
+    QString pc = {}, operation = {}; ///< a part of them
+    QString patient = {};            ///< his number, or a part of his name or reading
     qint32 batch = 0;
 };
 

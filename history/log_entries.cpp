@@ -1,10 +1,8 @@
 #include "history/log_entries.h"
 
 #include <QHash>
-#include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <algorithm>
+#include <iterator>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -18,31 +16,15 @@ bool isAudit(const QString &column) {
            column.compare("tUpDateTime"_L1, Qt::CaseInsensitive) == 0;
 }
 
-QString textOf(const QJsonValue &value) {
-    return value.isNull() || value.isUndefined() ? QString() : value.toVariant().toString();
-}
-
-// A value that is no pair is told as it stands.
-LoggedChange changeOf(const QString &column, const QJsonValue &value) {
-    const QJsonArray pair = value.toArray();
-    if (pair.size() != 2)
-        return {
-            column, {}, QString::fromUtf8(QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact))};
-    return {column, textOf(pair[0]), textOf(pair[1])};
-}
-
 LogEntry::Kind kindOf(qint64 kind) {
     return kind >= LogEntry::New && kind <= LogEntry::Deleted ? LogEntry::Kind(kind) : LogEntry::Unknown;
 }
 
 LogEntry entryOf(const LogRecord &record) {
-    LogEntry entry{record, kindOf(record.kind), {}, {}};
-    const QJsonDocument document = QJsonDocument::fromJson(record.changes.toUtf8());
-    entry.readable = document.isObject();
-    const QJsonObject changes = document.object();
-    for (auto change = changes.begin(); change != changes.end(); ++change)
-        if (!isAudit(change.key()))
-            entry.changes.push_back(changeOf(change.key(), change.value()));
+    const std::optional<QList<CellChange>> cells = changesOf(record.changes);
+    LogEntry entry{record, kindOf(record.kind), {}, {}, cells.has_value()};
+    if (cells)
+        std::ranges::remove_copy_if(*cells, std::back_inserter(entry.changes), isAudit, &CellChange::column);
     return entry;
 }
 
@@ -51,10 +33,10 @@ LogEntry moved(const LogEntry &gone, const LogEntry &come) {
     LogEntry entry = come;
     entry.kind = LogEntry::Moved;
     entry.keyBefore = gone.record.key;
-    for (const LoggedChange &before : gone.changes) {
-        const auto after = std::ranges::find(entry.changes, before.column, &LoggedChange::column);
+    for (const CellChange &before : gone.changes) {
+        const auto after = std::ranges::find(entry.changes, before.column, &CellChange::column);
         if (after == entry.changes.end())
-            entry.changes.push_back(before);
+            entry.changes.append(before);
         else if (after->after == before.before)
             entry.changes.erase(after);
         else

@@ -1,13 +1,7 @@
 #pragma once
 
+#include "history/changes.h"
 #include "history/history_query.h"
-
-/// A column's value before and after; a null text is Null, or that there was no row.
-struct LoggedChange {
-    QString column;
-    QString before;
-    QString after;
-};
 
 /// What was done to one row: a record taken apart, or two that together tell of a row that went to another
 /// key.
@@ -17,7 +11,7 @@ struct LogEntry {
     LogRecord record;
     Kind kind = Unknown;
     QString keyBefore; ///< of a moved row
-    std::vector<LoggedChange> changes;
+    QList<CellChange> changes;
     bool readable = true; ///< otherwise the changes are those of the record as they stand
 };
 

@@ -1,5 +1,21 @@
 #include "history/screens/change_history.h"
 
+#include "history/log_tables.h"
+
+using namespace Qt::Literals::StringLiterals;
+
+// What cannot be written may yet be read.
+QString ChangeHistory::whyNone() const {
+    switch (lookAtLog(m_db).kind) {
+    case HistoryState::Missing:
+        return u"変更履歴はまだ記録されていません。「設定」の「変更履歴の準備」で始められます。"_s;
+    case HistoryState::Newer:
+        return u"変更履歴は新しい版のプログラムのものです。このPCのプログラムも新しくすると、表示できます。"_s;
+    default:
+        return {};
+    }
+}
+
 bool ChangeHistory::has(HistoryScope scope) const {
     return scope == HistoryScope::All || (m_row && (scope == HistoryScope::Patient || m_row->nDate != 0));
 }

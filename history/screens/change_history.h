@@ -15,6 +15,9 @@ public:
                   const std::optional<ConsentRowKey> &row)
         : m_db(db), m_folders(folders), m_branch(branch), m_row(row) {}
 
+    /// Why there is none to be looked at; empty where there is.
+    QString whyNone() const;
+
     bool has(HistoryScope scope) const;
     /// The narrowest there is.
     HistoryScope narrowest() const;

@@ -162,19 +162,19 @@ private:
     }
 
     void addLines() {
-        std::vector<const LoggedChange *> changes;
-        for (const LoggedChange &change : m_entry.changes)
+        std::vector<const CellChange *> changes;
+        for (const CellChange &change : m_entry.changes)
             if (!isKeyColumn(change.column))
                 changes.push_back(&change);
         std::ranges::stable_sort(changes, {},
-                                 [&](const LoggedChange *change) { return m_words.placeOf(change->column); });
-        for (const LoggedChange *change : changes)
+                                 [&](const CellChange *change) { return m_words.placeOf(change->column); });
+        for (const CellChange *change : changes)
             addLine(*change);
     }
 
     // What was Null and is empty now is no change to a reader, and of a whole row all is left out that it
     // does not say.
-    void addLine(const LoggedChange &change) {
+    void addLine(const CellChange &change) {
         const ColumnWords words = m_words.of(change.column);
         const QString nothing = m_values.text(words, {});
         ChangeLine line{words.caption, m_values.text(words, change.before),
@@ -221,7 +221,7 @@ RowCodes codesIn(const std::vector<LogEntry> &entries) {
     for (const LogEntry &entry : entries) {
         const TableWords &table = words.of(entry.record.table);
         note(table.keyKind(), entry.record.key);
-        for (const LoggedChange &change : entry.changes) {
+        for (const CellChange &change : entry.changes) {
             const ColumnKind kind = table.of(change.column).kind;
             note(kind, change.before);
             note(kind, change.after);

@@ -107,7 +107,7 @@ short ChangeHistoryForm::iInit() {
         m_error = read.reason();
         return -1;
     }
-    show(read);
+    showRead(read);
     m_ui->ssRireki->setFocus();
     return 0;
 }
@@ -115,7 +115,7 @@ short ChangeHistoryForm::iInit() {
 void ChangeHistoryForm::search() {
     const bool narrowed = m_ui->boxJouken->isVisible();
     m_ui->boxJouken->setVisible(scope() == HistoryScope::All);
-    show(m_history.read(scope(), question()));
+    showRead(m_history.read(scope(), question()));
     // The inputs keep the focus until they found something.
     if (!narrowed || m_entries->rowCount() > 0)
         m_ui->ssRireki->setFocus();
@@ -123,11 +123,11 @@ void ChangeHistoryForm::search() {
 
 void ChangeHistoryForm::readMore() {
     const int row = m_ui->ssRireki->currentIndex().row();
-    show(m_history.readMore());
+    showRead(m_history.readMore());
     m_ui->ssRireki->goTo(row, 0);
 }
 
-void ChangeHistoryForm::show(const Result<> &read) {
+void ChangeHistoryForm::showRead(const Result<> &read) {
     m_entries->show(m_history.texts());
     m_ui->ssRireki->goTo(0, 0);
     showLines(m_ui->ssRireki->currentIndex().row());
@@ -155,7 +155,9 @@ void ChangeHistoryForm::showLines(int row) {
 void showChangeHistory(Environment &environment, cT_ADODB &db, const std::optional<ConsentRowKey> &row,
                        QWidget *parent) {
     ChangeHistoryForm form(environment, db, row, parent);
-    if (form.iInit() == 0)
+    if (const QString why = form.whyNone(); !why.isEmpty())
+        environment.messages.note(why);
+    else if (form.iInit() == 0)
         form.exec();
     else
         environment.messages.fail(form.sErrMsg(), u"DB-error"_s);

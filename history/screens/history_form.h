@@ -21,6 +21,8 @@ public:
                       QWidget *parent = nullptr);
     ~ChangeHistoryForm() override;
 
+    /// Why there is nothing to be shown; empty where there is.
+    QString whyNone() const { return m_history.whyNone(); }
     /// 0, or −1 with sErrMsg.
     short iInit();
     const QString &sErrMsg() const { return m_error; }
@@ -32,7 +34,7 @@ private:
     LogQuestion question() const;
     void search();
     void readMore();
-    void show(const Result<> &read);
+    void showRead(const Result<> &read);
     void offerWords();
     void showLines(int row);
 

@@ -25,7 +25,7 @@ protected:
     }
 
     struct Record {
-        QString changes;
+        QString changes = u"{}"_s;
         int kind = 2;
         QString key = u"20260401/0/0"_s;
         QString table = u"RIYOUSHA_DOUI_REC"_s;
