@@ -37,14 +37,14 @@ bool isKeyColumn(const QString &column) {
         keyColumns, [&](QStringView key) { return key.compare(column, Qt::CaseInsensitive) == 0; });
 }
 
-/// A consent's own day, as its key tells it.
+/// A consent by its kind and its own day, as its key tells them.
 QString consentKeyText(const QString &key) {
     const QStringList parts = key.split(u'/');
     const bool deformity = parts.value(1) == u"1"_s;
     const QDate day = dateFromKey(parts.value(deformity ? 2 : 0).toInt());
     if (parts.size() != 3 || !day.isValid())
         return key;
-    return (deformity ? u"変形徒手 "_s : QString()) + dateText(day);
+    return (deformity ? u"変形徒手 "_s : u"同意 "_s) + dateText(day);
 }
 
 /// Values as the office reads them.
@@ -127,17 +127,18 @@ private:
         const LogRecord &record = m_entry.record;
         const QString who =
             record.patient.nIDNo == 0 ? QString() : patientText(record.patient.nIDNo, record.patientName);
-        return joined(who, joined(m_words.noun(), keyText()), u"　");
+        return joined(who, row(), u"　");
     }
 
-    QString keyText() const {
+    QString row() const {
         const LogRecord &record = m_entry.record;
         if (isConsent())
             return consentKeyText(record.key);
-        if (record.table == u"DOUIKIROKU"_s)
-            return record.key.section(u'/', 0, 1); // the month
-        return m_words.keyKind() == ColumnKind::Text ? record.key
-                                                     : m_values.coded(m_words.keyKind(), record.key);
+        const QString key = record.table == u"DOUIKIROKU"_s ? record.key.section(u'/', 0, 1) // the month
+                            : m_words.keyKind() == ColumnKind::Text
+                                ? record.key
+                                : m_values.coded(m_words.keyKind(), record.key);
+        return joined(m_words.noun(), key);
     }
 
     QString kind() const {
@@ -158,7 +159,7 @@ private:
     void addMove() {
         if (m_entry.kind == LogEntry::Moved)
             m_text.lines.push_back(
-                {u"記録日"_s, consentKeyText(m_entry.keyBefore), consentKeyText(m_entry.record.key)});
+                {u"記録"_s, consentKeyText(m_entry.keyBefore), consentKeyText(m_entry.record.key)});
     }
 
     void addLines() {
@@ -187,7 +188,17 @@ private:
             line.after.clear();
         m_text.lines.push_back(line);
         if (isWhole() && m_words.tells(change.column))
-            m_told.append(line.caption + u' ' + line.before + line.after);
+            tell(line.caption, line.before + line.after);
+    }
+
+    // A period's two ends stand side by side.
+    void tell(const QString &caption, const QString &value) {
+        const QString start = u"の開始日 "_s, end = u"の終了日"_s;
+        const QString whole = caption.chopped(caption.endsWith(end) ? end.size() : 0);
+        if (whole != caption && !m_told.isEmpty() && m_told.last().startsWith(whole + start))
+            m_told.last().remove(whole.size(), start.size() - 1).append(u'～' + value);
+        else
+            m_told.append(caption + u' ' + value);
     }
 
     QString summary() {

@@ -16,7 +16,9 @@ tour_changes() {
     sleep 0.5
     key ctrl+h
     window '変更履歴'
-    key F3 Down
+    key F3
+    at_rest
+    key Down Down Down
     shot changes '変更履歴。いつ、どのPCで、何が何に変わったかを、新しい順に表示します' window
     key F7 alt+s Down
     shot changes-of-all 'すべての変更。期間・PC・操作・利用者・処理番号で絞り込みます' window

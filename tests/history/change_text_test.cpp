@@ -78,6 +78,7 @@ TEST_F(ChangeTextTest, ADamagedRecordIsShownAsItStandsAndHidesNoOther) {
 
 TEST_F(ChangeTextTest, AConsentIsFollowedToTheDatesThatItHadBefore) {
     record({.changes = u"{\"tDouiDay\":[null,\"2026/03/01\"],\"cDouiByoumei\":[null,\"脳梗塞\"],"
+                       "\"tDouiKaryoS\":[null,\"2026/03/02\"],\"tDouiKaryoE\":[null,\"2026/08/31\"],"
                        "\"iGetFlg\":[null,\"0\"]}"_s,
             .kind = 1,
             .key = u"20260301/0/0"_s});
@@ -91,8 +92,8 @@ TEST_F(ChangeTextTest, AConsentIsFollowedToTheDatesThatItHadBefore) {
             .kind = 1,
             .write = u"m"_s});
     EXPECT_EQ(summaries(HistoryScope::Row),
-              (QStringList{u"記録日：2026/03/01 → 2026/04/01、同意日：2026/03/01 → 2026/04/01"_s,
-                           u"同意日 2026/03/01、傷病名 脳梗塞"_s}));
+              (QStringList{u"記録：同意 2026/03/01 → 同意 2026/04/01、同意日：2026/03/01 → 2026/04/01"_s,
+                           u"同意日 2026/03/01、要加療期間 2026/03/02～2026/08/31、傷病名 脳梗塞"_s}));
     const std::vector<ChangeText> all = read(HistoryScope::Patient);
     ASSERT_EQ(all.size(), 4u);
     EXPECT_EQ(all[1].kind + all[1].subject, u"削除7 山田　同意 2026/02/01"_s);
@@ -111,8 +112,8 @@ TEST_F(ChangeTextTest, AConsentEnteredUnderAnotherDateIsOneChangeAndItsDeletionI
     ASSERT_EQ(saved.kind, RowOutcome::Done) << saved.text.toStdString();
     const std::vector<ChangeText> texts = read(HistoryScope::Row);
     ASSERT_EQ(texts.size(), 1u);
-    EXPECT_TRUE(
-        texts[0].summary.startsWith(u"記録日：2026/03/01 → 2026/04/01、同意日：2026/03/01 → 2026/04/01、"_s))
+    EXPECT_TRUE(texts[0].summary.startsWith(
+        u"記録：同意 2026/03/01 → 同意 2026/04/01、同意日：2026/03/01 → 2026/04/01、"_s))
         << texts[0].summary.toStdString();
     EXPECT_TRUE(texts[0].summary.contains(u"、傷病名：脳梗塞 → 脳出血"_s)) << texts[0].summary.toStdString();
 
