@@ -63,3 +63,13 @@ TEST_F(HistoryFormTest, TheNewestComeFirstAndTheRestWhenAsked) {
     EXPECT_EQ(rowsAfter(Qt::Key_F8, 501), 501);
     EXPECT_EQ(control<QLabel>(u"lblKensu"_s)->text(), u"501 件"_s);
 }
+
+TEST_F(HistoryFormTest, WhereThereIsNoHistoryALineSaysWhatToDo) {
+    database.run(u"UPDATE DOUISHO_LOG_INFO SET iVersion = 2"_s);
+    showChangeHistory(environment, database.db, std::nullopt, nullptr);
+    database.run(u"DROP TABLE DOUISHO_LOG_INFO"_s);
+    showChangeHistory(environment, database.db, std::nullopt, nullptr);
+    ASSERT_EQ(messages.notes.size(), 2);
+    EXPECT_TRUE(messages.notes[0].contains(u"新しい版"_s)) << messages.notes[0].toStdString();
+    EXPECT_TRUE(messages.notes[1].contains(u"「変更履歴の準備」"_s)) << messages.notes[1].toStdString();
+}
