@@ -9,6 +9,7 @@
 #include "consent/screens/list_commands.h"
 #include "db/adodb.h"
 #include "db/column_names.h"
+#include "history/log_tables.h"
 #include "print/consent_form/consent_print_form.h"
 #include "sample/installation.h"
 #include "setup/set_up_form.h"
@@ -104,6 +105,7 @@ protected:
         QDir::setCurrent(folders.program());
         EXPECT_EQ(db.iInit(ini.csGetProfileString(u"接続情報"_s, u"接続情報"_s)), 0);
         EXPECT_EQ(db.iConnect(), 0) << db.sErrMsg().toStdString();
+        EXPECT_TRUE(makeLogTables(db)); // as the first write does
     }
 
     /// Looks at every window that opens while `open` runs, presses in it the buttons that lead further, and
