@@ -103,8 +103,6 @@ QPushButton *BatchesForm::addButton(QHBoxLayout &row, const QString &name, const
 
 void BatchesForm::wire() {
     setClock(*this, m_environment.clock);
-    for (DateBox *box : {m_from, m_to})
-        connect(box, &DateBox::dateChanged, this, [this] { refresh(0); });
     connect(m_rows, &QPushButton::clicked, this, [this] { show(m_showRows); });
     connect(m_grid, &QAbstractItemView::doubleClicked, this, [this] { show(m_showRows); });
     connect(m_back, &QPushButton::clicked, this, [this] { takeBack(); });
@@ -118,11 +116,10 @@ void BatchesForm::wire() {
 
 short BatchesForm::iInit() {
     const QDate today = m_environment.clock.today();
-    {
-        const QSignalBlocker from(m_from), to(m_to);
-        m_from->setDate(today.addDays(1 - daysShown));
-        m_to->setDate(today);
-    }
+    m_from->setDate(today.addDays(1 - daysShown));
+    m_to->setDate(today);
+    for (DateBox *box : {m_from, m_to})
+        connect(box, &DateBox::dateChanged, this, [this] { refresh(0); });
     if (const Result<> done = read(); !done) {
         m_error = done.reason();
         return -1;

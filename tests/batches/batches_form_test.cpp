@@ -14,6 +14,7 @@ protected:
         before = rows();
         open();
         control<DateBox>(u"imD_KikanFrom"_s)->setDate(QDate(2026, 10, 1));
+        control<DateBox>(u"imD_KikanTo"_s)->setDate(QDate(2027, 5, 31));
         QTest::keyClick(form.get(), Qt::Key_F4);
         messages.answers = {Answer::Yes};
         QTest::keyClick(form.get(), Qt::Key_F6);
@@ -25,6 +26,8 @@ protected:
         return database.rows(u"SELECT * FROM RIYOUSHA_DOUI_REC ORDER BY nIDNo, nDate"_s);
     }
     void undo() {
+        form->activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
         grid->setFocus();
         QTest::keyClick(form.get(), Qt::Key_Z, Qt::ControlModifier);
     }
@@ -54,7 +57,10 @@ protected:
 TEST_F(BatchesFormTest, TheLastRunIsTakenBackByOneKeyWhereNothingUnsavedIsLeft) {
     ASSERT_EQ(after.size(), 6);
     go(0, ListColumn::Remark);
+    form->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form.get()));
     type(u"x"_s);
+    EXPECT_EQ(at(0, ListColumn::Remark), u"x"_s);
     undo();
     EXPECT_EQ(messages.shown.back().text, u"元に戻しました：備考（1 利用者1）"_s);
     undo();
