@@ -22,7 +22,7 @@ namespace {
 constexpr int patients = 34;
 constexpr int renewals = patients + patients / 2;
 
-int rounds = 20;
+int rounds = 5;
 unsigned seed = std::random_device()();
 
 // The program that is killed. Prints 1 when it took the run back, 0 when another one had.
