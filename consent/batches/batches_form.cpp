@@ -48,6 +48,8 @@ void BatchesForm::layOut() {
     m_to = new DateBox(this);
     m_to->setObjectName(u"imD_To"_s);
     m_to->setAccessibleName(u"期間の最終日"_s);
+    for (DateBox *box : {m_from, m_to})
+        box->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     label->setBuddy(m_from);
     m_counts = new QLabel(this);
     m_counts->setObjectName(u"lblKensu"_s);
