@@ -325,11 +325,14 @@ bool openAnswers(const ListOpening &opening) {
 }
 
 bool openBatches(const ListOpening &opening) {
+    const BatchesForm::ShowBatch rows = [&](const BatchInfo &batch, QWidget *parent) {
+        showChangesOf(batch.number, opening.environment, opening.db, parent);
+    };
     const auto documents = [&](const BatchInfo &batch, QWidget *parent) {
         showSent(parent, opening.environment, opening.db, batch.number,
                  batchText(batch, opening.environment.clock.today()));
     };
-    BatchesForm form(opening.environment, opening.db, {}, documents, opening.parent);
+    BatchesForm form(opening.environment, opening.db, rows, documents, opening.parent);
     if (form.iInit() != 0) {
         opening.environment.messages.warn(form.sErrMsg());
         return false;

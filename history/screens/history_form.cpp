@@ -30,6 +30,15 @@ void offer(QComboBox &box, const QString &text) {
     box.setEditText(typed);
 }
 
+void run(ChangeHistoryForm &form, const Environment &environment) {
+    if (const QString why = form.whyNone(); !why.isEmpty())
+        environment.messages.note(why);
+    else if (form.iInit() == 0)
+        form.exec();
+    else
+        environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
+}
+
 } // namespace
 
 ChangeHistoryForm::ChangeHistoryForm(Environment &environment, cT_ADODB &db,
@@ -100,6 +109,11 @@ LogQuestion ChangeHistoryForm::question() const {
             qint32(m_ui->txtBatch->number())};
 }
 
+void ChangeHistoryForm::narrowTo(qint32 batch) {
+    m_ui->txtBatch->setText(QString::number(batch));
+    m_ui->imD_From->setDate({});
+}
+
 short ChangeHistoryForm::iInit() {
     m_ui->boxJouken->setVisible(scope() == HistoryScope::All);
     const Result<> read = m_history.read(scope(), question());
@@ -155,10 +169,11 @@ void ChangeHistoryForm::showLines(int row) {
 void showChangeHistory(Environment &environment, cT_ADODB &db, const std::optional<ConsentRowKey> &row,
                        QWidget *parent) {
     ChangeHistoryForm form(environment, db, row, parent);
-    if (const QString why = form.whyNone(); !why.isEmpty())
-        environment.messages.note(why);
-    else if (form.iInit() == 0)
-        form.exec();
-    else
-        environment.messages.fail(form.sErrMsg(), u"DB-error"_s);
+    run(form, environment);
+}
+
+void showChangesOf(qint32 batch, Environment &environment, cT_ADODB &db, QWidget *parent) {
+    ChangeHistoryForm form(environment, db, {}, parent);
+    form.narrowTo(batch);
+    run(form, environment);
 }

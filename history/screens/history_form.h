@@ -25,6 +25,8 @@ public:
     QString whyNone() const { return m_history.whyNone(); }
     /// 0, or −1 with sErrMsg.
     short iInit();
+    /// Asks for the changes of one run of any day; before iInit.
+    void narrowTo(qint32 batch);
     const QString &sErrMsg() const { return m_error; }
 
 private:
@@ -49,3 +51,6 @@ private:
 /// Shows the history, or says why it cannot be shown.
 void showChangeHistory(Environment &environment, cT_ADODB &db, const std::optional<ConsentRowKey> &row,
                        QWidget *parent);
+
+/// Shows what a run changed, or says why it cannot be shown.
+void showChangesOf(qint32 batch, Environment &environment, cT_ADODB &db, QWidget *parent);
