@@ -7,6 +7,7 @@
 #include "archive/sent_form.h"
 #include "consent/batches/take_back_form.h"
 #include "export/save_grid.h"
+#include "history/screens/history_form.h"
 #include "widgets/date_box.h"
 #include "widgets/grid.h"
 
@@ -25,13 +26,8 @@ constexpr int daysShown = 7;
 
 } // namespace
 
-BatchesForm::BatchesForm(const Environment &environment, cT_ADODB &db, ShowBatch rows, ShowBatch documents,
-                         QWidget *parent)
-    : QDialog(parent),
-      m_environment(environment),
-      m_db(db),
-      m_showRows(std::move(rows)),
-      m_showDocuments(std::move(documents)) {
+BatchesForm::BatchesForm(Environment &environment, cT_ADODB &db, QWidget *parent)
+    : QDialog(parent), m_environment(environment), m_db(db) {
     setObjectName(u"frmShori"_s);
     setWindowTitle(u"処理の一覧"_s);
     layOut();
@@ -59,10 +55,9 @@ void BatchesForm::layOut() {
     days->addWidget(m_to);
     days->addWidget(m_counts);
     days->addStretch();
-    auto *kept = new QLabel(this);
-    kept->setObjectName(u"lblHokan"_s);
-    showArchiveSize(m_environment, kept);
-    days->addWidget(kept);
+    m_kept = new QLabel(this);
+    m_kept->setObjectName(u"lblHokan"_s);
+    days->addWidget(m_kept);
     layout->addLayout(days);
 
     m_grid = new Grid(this);
@@ -86,8 +81,6 @@ void BatchesForm::layOut() {
     (new CsvButton(m_environment, *m_grid, u"処理の一覧"_s))->insert(*buttons, *m_close);
     layout->addLayout(buttons);
     layout->addWidget(new FootLine(this));
-    m_rows->setVisible(bool(m_showRows));
-    m_documents->setVisible(bool(m_showDocuments));
     const QSize wanted(m_grid->widthOf(72), fontMetrics().height() * 32);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));
 }
@@ -105,14 +98,14 @@ QPushButton *BatchesForm::addButton(QHBoxLayout &row, const QString &name, const
 
 void BatchesForm::wire() {
     setClock(*this, m_environment.clock);
-    connect(m_rows, &QPushButton::clicked, this, [this] { show(m_showRows); });
-    connect(m_grid, &QAbstractItemView::doubleClicked, this, [this] { show(m_showRows); });
+    connect(m_rows, &QPushButton::clicked, this, [this] { showRows(); });
+    connect(m_grid, &QAbstractItemView::doubleClicked, this, [this] { showRows(); });
     connect(m_back, &QPushButton::clicked, this, [this] { takeBack(); });
     connect(m_again, &QPushButton::clicked, this, [this] {
         const BatchInfo *batch = m_model.at(m_grid->currentIndex().row());
         refresh(batch ? batch->number : 0);
     });
-    connect(m_documents, &QPushButton::clicked, this, [this] { show(m_showDocuments); });
+    connect(m_documents, &QPushButton::clicked, this, [this] { showDocuments(); });
     connect(m_close, &QPushButton::clicked, this, &QDialog::reject);
 }
 
@@ -126,6 +119,7 @@ short BatchesForm::iInit() {
         m_error = done.reason();
         return -1;
     }
+    showArchiveSize(m_environment, m_kept);
     m_grid->fitColumns(24);
     m_grid->goTo(0, 0);
     m_grid->setFocus();
@@ -159,11 +153,14 @@ const BatchInfo *BatchesForm::current() {
     return batch;
 }
 
-void BatchesForm::show(const ShowBatch &shown) {
-    if (!shown)
-        return;
+void BatchesForm::showRows() {
     if (const BatchInfo *batch = current())
-        shown(*batch, this);
+        showChangesOf(batch->number, m_environment, m_db, this);
+}
+
+void BatchesForm::showDocuments() {
+    if (const BatchInfo *batch = current())
+        showSent(this, m_environment, m_db, batch->number, batchText(*batch, m_environment.clock.today()));
 }
 
 void BatchesForm::takeBack() {
@@ -181,7 +178,7 @@ void BatchesForm::takeBack() {
 void BatchesForm::keyPressEvent(QKeyEvent *event) {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && focusWidget() == m_grid)
-        show(m_showRows);
+        showRows();
     else
         QDialog::keyPressEvent(event);
 }

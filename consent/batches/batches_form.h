@@ -3,7 +3,6 @@
 #include "consent/batches/batches_model.h"
 
 #include <QDialog>
-#include <functional>
 
 class DateBox;
 class Grid;
@@ -15,13 +14,7 @@ struct Environment;
 /// 処理の一覧: the runs of some days, what each did, and 処理の取消.
 class BatchesForm : public QDialog {
 public:
-    /// Shows something of a run in a window of its own.
-    using ShowBatch = std::function<void(const BatchInfo &batch, QWidget *parent)>;
-
-    /// @param rows shows which rows a run wrote
-    /// @param documents shows what it sent
-    BatchesForm(const Environment &environment, cT_ADODB &db, ShowBatch rows, ShowBatch documents,
-                QWidget *parent = nullptr);
+    BatchesForm(Environment &environment, cT_ADODB &db, QWidget *parent = nullptr);
 
     /// Shows the runs of the last seven days. 0, or −1 with sErrMsg.
     short iInit();
@@ -40,17 +33,17 @@ private:
     Result<> read();
     void refresh(qint32 current);
     const BatchInfo *current();
-    void show(const ShowBatch &shown);
+    void showRows();
+    void showDocuments();
     void takeBack();
 
-    const Environment &m_environment;
+    Environment &m_environment;
     cT_ADODB &m_db;
-    ShowBatch m_showRows, m_showDocuments;
     QString m_error;
     bool m_written = false;
     BatchesModel m_model;
     DateBox *m_from, *m_to;
-    QLabel *m_counts;
+    QLabel *m_counts, *m_kept;
     Grid *m_grid;
     QPushButton *m_rows, *m_back, *m_again, *m_documents, *m_close;
 };

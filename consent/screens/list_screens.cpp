@@ -5,7 +5,6 @@
 #include "app/base/dates.h"
 #include "app/base/environment.h"
 #include "app/base/messages.h"
-#include "archive/sent_form.h"
 #include "consent/answers/answers_form.h"
 #include "consent/batches/batches_form.h"
 #include "consent/entry/entry_form.h"
@@ -325,14 +324,7 @@ bool openAnswers(const ListOpening &opening) {
 }
 
 bool openBatches(const ListOpening &opening) {
-    const BatchesForm::ShowBatch rows = [&](const BatchInfo &batch, QWidget *parent) {
-        showChangesOf(batch.number, opening.environment, opening.db, parent);
-    };
-    const auto documents = [&](const BatchInfo &batch, QWidget *parent) {
-        showSent(parent, opening.environment, opening.db, batch.number,
-                 batchText(batch, opening.environment.clock.today()));
-    };
-    BatchesForm form(opening.environment, opening.db, rows, documents, opening.parent);
+    BatchesForm form(opening.environment, opening.db, opening.parent);
     if (form.iInit() != 0) {
         opening.environment.messages.warn(form.sErrMsg());
         return false;
