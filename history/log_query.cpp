@@ -43,8 +43,8 @@ QStringList sqlTryLog() {
             u"UPDATE DOUISHO_LOG_BATCH SET nRows = nRows WHERE 1 = 0"_s};
 }
 
-QStringList sqlRecord(const QString &write, const QString &computer, const Operation &operation,
-                      const QList<RowChange> &changes) {
+QStringList sqlRecord(const QString &write, qsizetype before, const QString &computer,
+                      const Operation &operation, const QList<RowChange> &changes) {
     const QString head = u"INSERT INTO DOUISHO_LOG (%1) VALUES "_s.arg(logColumns(logTable));
     const QString common = u", GetDate(), "_s + sqlText(computer) + u", "_s + sqlText(operation.name) +
                            u", "_s + numberOrNull(operation.batch) + u", "_s;
@@ -55,7 +55,7 @@ QStringList sqlRecord(const QString &write, const QString &computer, const Opera
             statements += head;
         else
             statements.back() += u", ";
-        statements.back() += u'(' + sqlText(write) + u", "_s + sqlNumber(i + 1) + common +
+        statements.back() += u'(' + sqlText(write) + u", "_s + sqlNumber(before + i + 1) + common +
                              sqlText(change.table) + u", "_s + branchText(change.branch) + u", "_s +
                              numberOrNull(change.patient) + u", "_s + sqlText(change.key) + u", "_s +
                              sqlNumber(qint64(change.kind)) + u", "_s + sqlText(changesText(change.cells)) +

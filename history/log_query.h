@@ -16,5 +16,6 @@ QStringList sqlTryLog();
 
 /// Records of a transaction's changes, many rows a statement.
 /// @param write id of the transaction, 32 characters
-QStringList sqlRecord(const QString &write, const QString &computer, const Operation &operation,
-                      const QList<RowChange> &changes);
+/// @param before how many it has recorded already
+QStringList sqlRecord(const QString &write, qsizetype before, const QString &computer,
+                      const Operation &operation, const QList<RowChange> &changes);

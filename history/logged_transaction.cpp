@@ -4,12 +4,14 @@
 #include "history/log_tables.h"
 
 #include <QRandomGenerator>
-#include <QSet>
 #include <chrono>
 
 using namespace Qt::Literals::StringLiterals;
 
 namespace {
+
+/// Changed rows that are kept until they are written together.
+constexpr qsizetype mostWaiting = 500;
 
 // Why there is no history is nothing to tell where a write fails later, so it comes before m_errors begins.
 cT_ADODB &settled(cT_ADODB &db) {
@@ -75,36 +77,45 @@ const Recordset *LoggedTransaction::lastWatched() const {
     return m_watched.empty() ? nullptr : &m_watched.back().before;
 }
 
-// Two conditions may find the same row: the first one records it.
-Result<QList<RowChange>> LoggedTransaction::changes() {
-    QList<RowChange> all;
-    QSet<QString> recorded;
-    for (const Watched &watched : m_watched) {
-        Recordset after;
-        if (m_db.iOpenRecSet(after, watched.sql) != 0)
-            return failure();
-        QStringList found;
-        for (RowChange &change : rowChanges(*watched.table, watched.before, after)) {
-            found += identity(change);
-            if (!recorded.contains(found.back()))
-                all.append(std::move(change));
-        }
-        recorded += QSet<QString>(found.begin(), found.end());
+Result<> LoggedTransaction::collect(const Watched &watched) {
+    Recordset after;
+    if (m_db.iOpenRecSet(after, watched.sql) != 0)
+        return failure();
+    for (RowChange &change : rowChanges(*watched.table, watched.before, after)) {
+        const QString row = identity(change);
+        if (m_recorded.contains(row))
+            continue;
+        m_recorded.insert(row);
+        m_waiting.append(std::move(change));
     }
-    return all;
+    return {};
 }
 
-Result<> LoggedTransaction::record() {
-    const Result<QList<RowChange>> found = changes();
-    if (!found)
-        return failure();
-    const QStringList statements = sqlRecord(newWriteId(), m_db.csGetComputerName(), m_operation, *found);
+Result<> LoggedTransaction::write() {
+    if (m_waiting.isEmpty())
+        return {};
+    const QStringList statements =
+        sqlRecord(m_id, m_written, m_db.csGetComputerName(), m_operation, m_waiting);
+    m_written += m_waiting.size();
+    m_waiting.clear();
     QList<qint64> affected;
-    if (statements.isEmpty() || m_db.iExecSQLs(statements, affected) == 0)
+    if (m_db.iExecSQLs(statements, affected) == 0)
         return {};
     // Somebody may have taken the tables or the right away: the next write looks anew.
     m_db.history().kind = HistoryState::Unknown;
     return failure();
+}
+
+Result<> LoggedTransaction::record() {
+    m_id = newWriteId();
+    for (const Watched &watched : m_watched) {
+        if (const Result<> collected = collect(watched); !collected)
+            return collected;
+        if (m_waiting.size() >= mostWaiting)
+            if (const Result<> written = write(); !written)
+                return written;
+    }
+    return write();
 }
 
 Result<> LoggedTransaction::commit() {

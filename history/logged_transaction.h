@@ -5,6 +5,7 @@
 #include "history/operation.h"
 #include "history/watched_tables.h"
 
+#include <QSet>
 #include <QStringView>
 #include <vector>
 
@@ -44,8 +45,9 @@ private:
     };
 
     Failure failure(const QString &otherwise = {}) const;
-    Result<QList<RowChange>> changes();
     Result<> record();
+    Result<> collect(const Watched &watched);
+    Result<> write();
 
     cT_ADODB &m_db;
     Operation m_operation;
@@ -53,4 +55,8 @@ private:
     Transaction m_transaction;
     bool m_settled; ///< whether there is history is known
     std::vector<Watched> m_watched;
+    QString m_id;
+    QList<RowChange> m_waiting; ///< to be written together
+    QSet<QString> m_recorded;   ///< two conditions may find the same row: the first one records it
+    qsizetype m_written = 0;
 };

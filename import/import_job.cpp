@@ -14,6 +14,8 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+const QString importOperation = u"データの取込"_s;
+
 ImportOutcome failed(const QString &reason) {
     return {ImportOutcome::Failed, reason.isEmpty() ? u"データベースに書き込めません。"_s : reason, {}, {}};
 }
@@ -116,24 +118,20 @@ private:
     ImportOutcome attempted() { return m_job.kind == ImportKind::Consents ? consents() : masters(); }
 
     ImportOutcome masters() {
-        const ErrorsSince errors(m_db);
-        if (m_db.iConnect() != 0)
-            return failed(errors.text().trimmed());
-        Transaction transaction(m_db);
-        MasterImport import(m_job, m_db);
+        LoggedTransaction transaction(m_db, {importOperation});
+        MasterImport import(m_job, m_db, transaction);
         if (!transaction.begun())
-            return failed(errors.text().trimmed());
+            return failed(transaction.said().trimmed());
         if (const Result<> locked = import.lock(m_shown); !locked)
             return again(locked.reason());
         return carriedOut(
             planned(m_job, m_db, m_folders, &m_shown),
             [&](ImportPlan &plan) { return import.write(plan, m_progress); },
-            [&](ImportPlan &plan) { return import.refuseLost(plan); },
-            [&] { return transaction.commit() == 0 ? Result<>() : Failure{errors.text().trimmed()}; });
+            [&](ImportPlan &plan) { return import.refuseLost(plan); }, [&] { return transaction.commit(); });
     }
 
     ImportOutcome consents() {
-        RecordWrite write(m_db, {u"データの取込"_s});
+        RecordWrite write(m_db, {importOperation});
         ConsentImport import(m_job, m_db, m_folders);
         if (const Result<> locked = write.lock(import.patients(m_shown)); !locked)
             return again(locked.reason());

@@ -88,6 +88,17 @@ QString lockRowsSql(const ImportDescription &description, const Branch &branch, 
            ofBranch(description, branch, description.table) + codesIn(description, codes);
 }
 
+QList<std::pair<QString, QString>> writtenConditions(const ImportDescription &description,
+                                                     const Branch &branch, const QStringList &codes) {
+    QStringList tables{description.table};
+    if (description.kind == ImportKind::Patients)
+        tables += {subTable, u"DOUIKIROKU"_s};
+    QList<std::pair<QString, QString>> conditions;
+    for (const QString &table : tables)
+        conditions.append({table, ofBranch(description, branch, table) + codesIn(description, codes)});
+    return conditions;
+}
+
 QString highestCodeSql(const ImportDescription &description, const Branch &branch) {
     const QString code =
         description.codeColumn == u"cIDNo" ? u"CAST(cIDNo AS NUMERIC(10))"_s : description.codeColumn;

@@ -42,6 +42,10 @@ QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &pat
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
                      const WrittenRow &row, const QString &computer);
 
+/// Tables that are written with rows of a kind, each with the condition of their rows.
+QList<std::pair<QString, QString>> writtenConditions(const ImportDescription &description,
+                                                     const Branch &branch, const QStringList &codes);
+
 /// Some columns of some rows, to be compared with what was written.
 QString writtenRowsSql(const ImportDescription &description, const Branch &branch, const QStringList &columns,
                        const QStringList &codes);

@@ -45,8 +45,8 @@ std::optional<MasterKind> masterOf(ImportKind kind) {
     return {};
 }
 
-MasterImport::MasterImport(const ImportJob &job, cT_ADODB &db)
-    : m_job(job), m_description(job.description()), m_db(db) {
+MasterImport::MasterImport(const ImportJob &job, cT_ADODB &db, LoggedTransaction &transaction)
+    : m_job(job), m_description(job.description()), m_db(db), m_transaction(transaction) {
     for (const ImportField &field : m_description.fields)
         if (field.inSub)
             m_subColumns.insert(field.column);
@@ -69,6 +69,16 @@ Result<> MasterImport::lock(const ImportPlan &plan) {
                 execute({lockRowsSql(m_description, m_job.branch, codes.mid(at, mostRowsAStatement))});
             !locked)
             return locked;
+    return {};
+}
+
+// What stands beside patients is found by their numbers too.
+Result<> MasterImport::watch(const QStringList &codes) {
+    for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
+        for (const auto &[table, where] :
+             writtenConditions(m_description, m_job.branch, codes.mid(at, mostRowsAStatement)))
+            if (const Result<> watched = m_transaction.watch(table, where); !watched)
+                return watched;
     return {};
 }
 
@@ -175,6 +185,9 @@ Result<> MasterImport::updateCopied(const PlannedRow &row) {
         cD_CAREMANE record;
         record.nIDNo = row.code.toInt();
         record.cName = row.values.value(u"cName"_s);
+        const QString named = u"RIYOUSHA.nCareManeCd = "_s + QString::number(record.nIDNo);
+        if (const Result<> watched = m_transaction.watch(u"RIYOUSHA", named); !watched)
+            return watched;
         return table.iDataUpdate_ToRiyousha(&record) == 0 ? Result<>() : Failure{table.sErrMsg()};
     }
     const auto store = makeMasterStore(*masterOf(m_job.kind), m_db);
@@ -186,12 +199,16 @@ Result<> MasterImport::updateCopied(const PlannedRow &row) {
     const Result<std::optional<MasterValues>> now = store->read(row.code);
     if (!now || !*now)
         return Failure{now.reason()};
-    return store->copy(**before, **now);
+    const Result<> watched = store->watchCopies(m_transaction, row.code);
+    return watched ? store->copy(**before, **now) : watched;
 }
 
 Result<> MasterImport::write(ImportPlan &plan, const ImportProgress &progress) {
     if (const Result<> given = giveNumbers(plan); !given)
         return given;
+    for (const auto state : {PlannedRow::New, PlannedRow::Changed})
+        if (const Result<> watched = watch(codesOf(plan, state)); !watched)
+            return watched;
     if (const Result<> done = insert(plan, false, progress); !done)
         return done;
     if (m_description.kind == ImportKind::Patients)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "db/adodb.h"
+#include "history/logged_transaction.h"
 #include "import/import_job.h"
 #include "import/import_query.h"
 #include "masters/master_store.h"
@@ -13,7 +13,8 @@ std::optional<MasterKind> masterOf(ImportKind kind);
 /// Writes planned rows of a master or of patients, in the caller's transaction.
 class MasterImport {
 public:
-    MasterImport(const ImportJob &job, cT_ADODB &db);
+    /// @param transaction the caller's, in which all is written
+    MasterImport(const ImportJob &job, cT_ADODB &db, LoggedTransaction &transaction);
 
     /// Before the rows are read again: one import at a time, and nobody else writes the rows that are to
     /// change.
@@ -27,6 +28,7 @@ public:
 
 private:
     Result<> execute(const QStringList &statements);
+    Result<> watch(const QStringList &codes);
     Result<> giveNumbers(ImportPlan &plan);
     Result<> insert(const ImportPlan &plan, bool sub, const ImportProgress &progress);
     Result<> insertBesidePatients(const ImportPlan &plan, const ImportProgress &progress);
@@ -39,5 +41,6 @@ private:
     const ImportJob &m_job;
     const ImportDescription &m_description;
     cT_ADODB &m_db;
+    LoggedTransaction &m_transaction;
     QSet<QString> m_subColumns;
 };

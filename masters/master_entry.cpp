@@ -1,8 +1,8 @@
 #include "masters/master_entry.h"
 
 #include "app/base/text.h"
-#include "db/adodb.h"
 #include "db/tables/base/consent_layout_columns.h"
+#include "history/logged_transaction.h"
 #include "masters/postal_codes.h"
 
 #include <limits>
@@ -171,18 +171,14 @@ QString MasterEntry::storedOtherwise(const MasterValues &stored) const {
     return fields.join(u"\r\n");
 }
 
-template <class Work> MasterOutcome MasterEntry::inTransaction(const Work &work) {
-    return againAfterDeadlock(m_db, [&] { return once(work); });
+template <class Work> MasterOutcome MasterEntry::inTransaction(const QString &verb, const Work &work) {
+    return againAfterDeadlock(m_db, [&] { return once({m_description.noun + verb}, work); });
 }
 
-template <class Work> MasterOutcome MasterEntry::once(const Work &work) {
-    const ErrorsSince errors(m_db);
-    const auto failed = [&] { return MasterOutcome{MasterOutcome::Failed, errors.text().trimmed()}; };
-    if (m_db.iConnect() != 0)
-        return failed();
-    Transaction transaction(m_db);
+template <class Work> MasterOutcome MasterEntry::once(const Operation &operation, const Work &work) {
+    LoggedTransaction transaction(m_db, operation);
     if (!transaction.begun())
-        return failed();
+        return {MasterOutcome::Failed, transaction.said().trimmed()};
     if (const Result<> locked = m_store->lock(code(), m_isNew); !locked)
         return {MasterOutcome::Failed, locked.reason()};
     if (const Result<> numbered = m_isNew && isNumberProposed() ? takeFreeNumber() : Result<>(); !numbered)
@@ -192,14 +188,18 @@ template <class Work> MasterOutcome MasterEntry::once(const Work &work) {
         return {MasterOutcome::Failed, overtaken.reason()};
     if (!overtaken->text.isEmpty())
         return {MasterOutcome::Refused, overtaken->text};
-    MasterOutcome outcome = work();
-    if (outcome.kind == MasterOutcome::Done && transaction.commit() != 0)
-        return failed();
+    if (const Result<> watched = m_store->watch(transaction, code()); !watched)
+        return {MasterOutcome::Failed, watched.reason()};
+    MasterOutcome outcome = work(transaction);
+    if (outcome.kind == MasterOutcome::Done)
+        if (const Result<> committed = transaction.commit(); !committed)
+            return {MasterOutcome::Failed, committed.reason().trimmed()};
     return outcome;
 }
 
 MasterOutcome MasterEntry::save(bool copy) {
-    return inTransaction([&]() -> MasterOutcome {
+    const QString verb = m_isNew ? u"の登録"_s : u"の修正"_s;
+    return inTransaction(verb, [&](LoggedTransaction &transaction) -> MasterOutcome {
         const Result<> written = m_isNew ? m_store->insert(m_values) : m_store->update(m_values);
         if (!written)
             return {MasterOutcome::Failed, written.reason()};
@@ -210,15 +210,18 @@ MasterOutcome MasterEntry::save(bool copy) {
             return {MasterOutcome::Refused,
                     u"次の項目に、データベースに保存できない文字があるため、登録していません。\r\n"_s +
                         fields};
-        if (copy)
-            if (const Result<> copied = m_store->copy(m_read, m_values); !copied)
-                return {MasterOutcome::Failed, copied.reason()};
+        if (!copy)
+            return {};
+        if (const Result<> watched = m_store->watchCopies(transaction, code()); !watched)
+            return {MasterOutcome::Failed, watched.reason()};
+        if (const Result<> copied = m_store->copy(m_read, m_values); !copied)
+            return {MasterOutcome::Failed, copied.reason()};
         return {};
     });
 }
 
 MasterOutcome MasterEntry::remove(const MasterUses &told) {
-    MasterOutcome outcome = inTransaction([&]() -> MasterOutcome {
+    MasterOutcome outcome = inTransaction(u"の削除"_s, [&](LoggedTransaction &) -> MasterOutcome {
         const Result<MasterUses> now = m_store->uses(code());
         if (!now)
             return {MasterOutcome::Failed, now.reason()};

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "db/tables/consent_layout_settings.h"
+#include "history/operation.h"
 #include "masters/master_description.h"
 #include "print/documents/lost_texts.h"
 
@@ -74,8 +75,8 @@ public:
 private:
     Result<> takeFreeNumber();
     QString storedOtherwise(const MasterValues &stored) const;
-    template <class Work> MasterOutcome inTransaction(const Work &work);
-    template <class Work> MasterOutcome once(const Work &work);
+    template <class Work> MasterOutcome inTransaction(const QString &verb, const Work &work);
+    template <class Work> MasterOutcome once(const Operation &operation, const Work &work);
 
     const MasterDescription &m_description;
     cT_ADODB &m_db;

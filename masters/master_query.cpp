@@ -47,13 +47,31 @@ bool isOfBranch(MasterKind kind) {
     return kind != MasterKind::Doctor && kind != MasterKind::Facility;
 }
 
+/// Of a branch's master; the first one holds the row itself.
+QList<QStringView> tablesOf(MasterKind kind) {
+    if (kind == MasterKind::Patient)
+        return {u"RIYOUSHA", u"RIYOUSHA_SUB", u"DOUIKIROKU"};
+    return {kind == MasterKind::Staff ? u"STAFF" : u"SOUDAN"};
+}
+
 QString tableOf(MasterKind kind) {
-    return kind == MasterKind::Patient ? u"RIYOUSHA"_s : kind == MasterKind::Staff ? u"STAFF"_s : u"SOUDAN"_s;
+    return tablesOf(kind).first().toString();
 }
 
 /// Rows of a branch bear keys like a patient's.
 PatientKey patientOf(const Branch &branch, const QString &code) {
     return {branch.iKyotenCd, branch.iKyotenEb, qint32(code.toLongLong())};
+}
+
+/// Whom copies of a doctor or a facility reach.
+QString reachedPatients(MasterKind kind, const QString &code) {
+    if (kind == MasterKind::Doctor)
+        return namesDoctor(code);
+    return u"(RIYOUSHA.nSisetsuCd = "_s + sqlCode(code) +
+           u" OR EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + sqlCode(code) +
+           u" AND (DOCTOR.cIDNo = CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10))"
+           " OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
+           sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iIsiCd2 = DOCTOR.cIDNo))))"_s;
 }
 
 QString namesStaff(const QString &code) {
@@ -190,14 +208,30 @@ QStringList removePatientSql(const PatientKey &patient) {
 }
 
 QString masterLockPatientsSql(MasterKind kind, const QString &code) {
-    const QString ofFacility =
-        u"RIYOUSHA.nSisetsuCd = "_s + sqlCode(code) +
-        u" OR EXISTS (SELECT 1 FROM DOCTOR WHERE DOCTOR.iSisetsuCode = "_s + sqlCode(code) +
-        u" AND (DOCTOR.cIDNo = CAST(RIYOUSHA.nDouiIsiCd AS VARCHAR(10))"
-        " OR EXISTS (SELECT 1 FROM RIYOUSHA_SUB WHERE "_s +
-        sqlSamePatient(u"RIYOUSHA_SUB", u"RIYOUSHA") + u" AND RIYOUSHA_SUB.iIsiCd2 = DOCTOR.cIDNo)))"_s;
-    return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s +
-           (kind == MasterKind::Doctor ? namesDoctor(code) : ofFacility);
+    return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s + reachedPatients(kind, code);
+}
+
+QList<TouchedRows> masterRows(MasterKind kind, const Branch &branch, const QString &code) {
+    if (kind == MasterKind::Doctor)
+        return {{u"DOCTOR", u"cIDNo = "_s + sqlText(code)}};
+    if (kind == MasterKind::Facility)
+        return {{u"SISETSU", u"nIDNo = "_s + sqlCode(code)}};
+    const PatientKey key = patientOf(branch, code);
+    QList<TouchedRows> rows;
+    for (const QStringView table : tablesOf(kind))
+        rows.append({table, sqlWhere(key, table)});
+    return rows;
+}
+
+QList<TouchedRows> masterCopies(MasterKind kind, const QString &code) {
+    if (isOfBranch(kind))
+        return {};
+    QList<TouchedRows> rows{{u"RIYOUSHA", reachedPatients(kind, code)}};
+    if (kind == MasterKind::Facility)
+        rows += {{u"DOCTOR", u"iSisetsuCode = "_s + sqlCode(code)},
+                 {u"CAREMANE", u"nSisetsuCode = "_s + sqlCode(code)},
+                 {u"SOUDAN", u"nSisetsuCode = "_s + sqlCode(code)}};
+    return rows;
 }
 
 QStringList facilityToDoctorsSql(const MasterValues &before, const MasterValues &now,

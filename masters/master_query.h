@@ -20,6 +20,16 @@ QString masterLockNewSql(MasterKind kind, const Branch &branch);
 /// patients in the order of their keys meanwhile would wait for the copies, and they for him.
 QString masterLockPatientsSql(MasterKind kind, const QString &code);
 
+/// Rows of a table, by a condition.
+struct TouchedRows {
+    QStringView table;
+    QString where;
+};
+/// What is written with a row of a master: the row itself and, of a patient, what stands beside it.
+QList<TouchedRows> masterRows(MasterKind kind, const Branch &branch, const QString &code);
+/// The rows that copies of it reach; copying changes nothing of what they are found by.
+QList<TouchedRows> masterCopies(MasterKind kind, const QString &code);
+
 /// Brings a facility's name, address and telephone to its doctors, each item where the doctor's row repeats
 /// what the facility had before: what a doctor has of his own stays.
 /// @return statements to be run one after the other; none when nothing of that changed

@@ -9,6 +9,7 @@
 #include "db/tables/masters/staff.h"
 #include "db/tables/patient/riyousha.h"
 #include "db/tables/patient/riyousha_sub.h"
+#include "history/logged_transaction.h"
 #include "masters/master_query.h"
 
 #include <QLocale>
@@ -72,10 +73,8 @@ template <class R> R recordOf(const MasterValues &values) {
     return record;
 }
 
-short copyToOthers(cT_ADODB &db, cT_DOCTOR &table, const MasterValues &, const MasterValues &now) {
+short copyToOthers(cT_ADODB &, cT_DOCTOR &table, const MasterValues &, const MasterValues &now) {
     const cD_DOCTOR doctor = recordOf<cD_DOCTOR>(now);
-    if (db.iExecSQL(masterLockPatientsSql(MasterKind::Doctor, doctor.cIDNo)) != 0)
-        return -1;
     return table.iDataUpdate_ToRiyousha(&doctor);
 }
 
@@ -84,11 +83,17 @@ short copyToOthers(cT_ADODB &db, cT_SISETSU &table, const MasterValues &before, 
     for (const QString &sql : facilityToDoctorsSql(before, now, db.csGetComputerName()))
         if (db.iExecSQL(sql) != 0)
             return -1;
-    if (db.iExecSQL(masterLockPatientsSql(MasterKind::Facility, now.value(u"nIDNo"_s))) != 0 ||
-        table.iDataUpdate_ToRiyousha(&facility) != 0 || table.iDataUpdate_ToCareMane(&facility) != 0 ||
+    if (table.iDataUpdate_ToRiyousha(&facility) != 0 || table.iDataUpdate_ToCareMane(&facility) != 0 ||
         table.iDataUpdate_ToSoudan(&facility) != 0)
         return -1;
     return table.iDataUpdate_ToRiyousha_Iryou(&facility);
+}
+
+Result<> watchRows(LoggedTransaction &transaction, const QList<TouchedRows> &all) {
+    for (const TouchedRows &rows : all)
+        if (const Result<> watched = transaction.watch(rows.table, rows.where); !watched)
+            return watched;
+    return {};
 }
 
 /// Others repeat nothing of what a branch keeps for itself.
@@ -135,6 +140,17 @@ public:
             return m_db.iExecSQL(isNew ? masterLockNewSql(kind, m_branch)
                                        : masterLockSql(kind, m_branch, code));
         });
+    }
+
+    Result<> watch(LoggedTransaction &transaction, const QString &code) override {
+        return watchRows(transaction, masterRows(kind, m_branch, code));
+    }
+    Result<> watchCopies(LoggedTransaction &transaction, const QString &code) override {
+        const QList<TouchedRows> copies = masterCopies(kind, code);
+        if (copies.isEmpty())
+            return {};
+        const Result<> locked = done([&] { return m_db.iExecSQL(masterLockPatientsSql(kind, code)); });
+        return locked ? watchRows(transaction, copies) : locked;
     }
 
     Result<MasterUses> uses(const QString &code) override {

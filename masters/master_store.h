@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 
+class LoggedTransaction;
 class cT_ADODB;
 
 /// The masters that are kept here. Patients, counsellors and staff are a branch's own.
@@ -43,8 +44,12 @@ public:
 
     /// Keeps other programs from writing the row until the transaction ends; of a new row, from making one.
     virtual Result<> lock(const QString &code, bool isNew) = 0;
+    /// What is to be written goes into the history: behind the lock, before writing.
+    virtual Result<> watch(LoggedTransaction &transaction, const QString &code) = 0;
+    /// The same of the copies, whose rows are locked as well.
+    virtual Result<> watchCopies(LoggedTransaction &transaction, const QString &code) = 0;
     virtual Result<MasterUses> uses(const QString &code) = 0;
-    /// Brings what other tables repeat of the row up to date.
+    /// Brings what other tables repeat of the row up to date, after watchCopies().
     virtual Result<> copy(const MasterValues &before, const MasterValues &now) = 0;
 };
 

@@ -56,7 +56,7 @@ refuse() {
 
 check_trades() {
     local file
-    local -a cores=() forms=() queries=() rest=() everywhere=()
+    local -a cores=() forms=() queries=() rest=() everywhere=() logged=()
     for file in "${files[@]}"; do
         case "$file" in *.ui) continue ;; esac
         [[ $file == app/base/platform/* || $file == */.rcc/* ]] || everywhere+=("$file")
@@ -69,6 +69,11 @@ check_trades() {
         consent/record/* | db/*) ;;
         *) rest+=("$file") ;;
         esac
+        # Who writes what the history follows: not those who make a database, nor tables that it leaves out.
+        case "$file" in
+        db/* | history/* | setup/* | sample/* | fees/*) ;;
+        *) logged+=("$file") ;;
+        esac
     done
     refuse '# *include *(<Qt(Widgets|Gui|PrintSupport)/|"ui_|"[^"]*_form\.h")' \
         'the core may not name a widget' "${cores[@]}"
@@ -78,6 +83,13 @@ check_trades() {
     refuse '"app/base/messages\.h"' 'a reader of rows may not talk to the user' "${queries[@]}"
     refuse 'u"[^"]*(INSERT INTO|UPDATE|DELETE FROM) RIYOUSHA_DOUI_REC\b' \
         'consent rows are written in consent/record alone' "${rest[@]}"
+    refuse '\bTransaction [a-z]|\biBeginTrans\b|\biData(Insert|Update|削除)\(.*true\)' \
+        'what is written here goes through a LoggedTransaction' "${logged[@]}"
+    for file in "${logged[@]}"; do
+        if grep -qE '\biExecSQLs?\(' "$file" && ! grep -qs LoggedTransaction "$file" "${file%.cpp}.h"; then
+            offence "$file" 'writes past the history'
+        fi
+    done
     refuse '\bcT_RIYOUSHA_DOUI_REC\b' 'consent rows are read and written whole in consent/record alone' "${rest[@]}"
 }
 
@@ -134,6 +146,9 @@ consent/rows/a.cpp #include "nowhere/at_all.h"
 consent/rows/a.cpp #include <QtWidgets/QLabel>
 consent/rows/a.cpp const QString sql = u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = 1"_s;
 consent/entry/a.cpp cT_RIYOUSHA_DOUI_REC table;
+consent/rows/a.cpp Transaction transaction(db);
+consent/rows/a.cpp if (table.iDataUpdate(&row, -1, true) != 0)
+consent/rows/a.cpp db.iExecSQL(sql);
 consent/entry/a_form.cpp const QString sql = u"SELECT 1"_s;
 db/a.cpp #ifdef Q_OS_WIN
 db/a.cpp #include <sys/file.h>

@@ -1,10 +1,10 @@
 #include "consent/settings/period_types_query.h"
 
 #include "app/base/settings.h"
-#include "db/adodb.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 #include "db/tables/patient_text.h"
+#include "history/logged_transaction.h"
 
 #include <QHash>
 #include <algorithm>
@@ -38,16 +38,22 @@ QString typeValue(const QString &text) {
     return text.isEmpty() ? u"Null"_s : sqlText(text);
 }
 
-/// One statement for each few hundred of the patients.
-Result<> update(cT_ADODB &db, const Branch &branch, const QString &set, const std::vector<qint32> &patients) {
+/// Conditions of the patients' months, each of a few hundred patients.
+QStringList monthsOf(const Branch &branch, const std::vector<qint32> &patients) {
+    QStringList conditions;
     for (size_t first = 0; first < patients.size(); first += mostListed) {
         const size_t last = std::min(first + mostListed, patients.size());
         const std::set<qint32> some(patients.begin() + qsizetype(first), patients.begin() + qsizetype(last));
-        const ErrorsSince errors(db);
-        if (db.iExecSQL(u"UPDATE DOUIKIROKU SET "_s + set + u" WHERE "_s + sqlWhere(branch, u"DOUIKIROKU") +
-                        sqlAndAmong(u"DOUIKIROKU.nIDNo", some)) != 0)
-            return Failure{errors.text()};
+        conditions += sqlWhere(branch, u"DOUIKIROKU") + sqlAndAmong(u"DOUIKIROKU.nIDNo", some);
     }
+    return conditions;
+}
+
+Result<> update(cT_ADODB &db, const Branch &branch, const QString &set, const std::vector<qint32> &patients) {
+    const ErrorsSince errors(db);
+    for (const QString &months : monthsOf(branch, patients))
+        if (db.iExecSQL(u"UPDATE DOUIKIROKU SET "_s + set + u" WHERE "_s + months) != 0)
+            return Failure{errors.text()};
     return {};
 }
 
@@ -78,16 +84,16 @@ Result<> write(cT_ADODB &db, const Branch &branch, const std::vector<PatientType
 
 // The file is written before the rows are committed: where it cannot be, they stay; where they cannot be
 // committed, it is put back.
-Result<> commitWithDefaults(Transaction &transaction, cT_ADODB &db, const Folders &folders,
-                            const QString &before, const QString &defaults) {
+Result<> commitWithDefaults(LoggedTransaction &transaction, const Folders &folders, const QString &before,
+                            const QString &defaults) {
     Settings settings(folders);
     const bool writesFile = defaults != before;
     if (writesFile && settings.iWrite(Setting::同意書自動計算デフォルト, defaults) != 0)
         return Failure{settings.sErrMsg() + u"\r\n何も保存されていません。"_s};
-    const ErrorsSince errors(db);
-    if (transaction.commit() == 0)
+    const Result<> committed = transaction.commit();
+    if (committed)
         return {};
-    const QString reason = errors.text();
+    const QString reason = committed.reason();
     if (!writesFile || settings.iWrite(Setting::同意書自動計算デフォルト, before) == 0)
         return Failure{reason};
     return Failure{reason +
@@ -97,7 +103,7 @@ Result<> commitWithDefaults(Transaction &transaction, cT_ADODB &db, const Folder
 }
 
 // Nothing changes by the lock, but others who save wait from then on.
-Result<QStringList> lockAndCompare(cT_ADODB &db, const Branch &branch,
+Result<QStringList> lockAndCompare(LoggedTransaction &transaction, cT_ADODB &db, const Branch &branch,
                                    const std::vector<PatientTypes> &changed) {
     std::vector<qint32> numbers;
     for (const PatientTypes &patient : changed)
@@ -106,6 +112,9 @@ Result<QStringList> lockAndCompare(cT_ADODB &db, const Branch &branch,
         return QStringList();
     if (const Result<> locked = update(db, branch, u"iKikanCalcType = iKikanCalcType"_s, numbers); !locked)
         return Failure{locked.reason()};
+    for (const QString &months : monthsOf(branch, numbers))
+        if (const Result<> watched = transaction.watch(u"DOUIKIROKU", months); !watched)
+            return Failure{watched.reason()};
     const Result<std::vector<PatientTypes>> standing = readPatientTypes(db, branch);
     if (!standing)
         return Failure{standing.reason()};
@@ -132,13 +141,10 @@ Result<std::vector<PatientTypes>> readPatientTypes(cT_ADODB &db, const Branch &b
 static Result<TypesSaved> saveOnce(cT_ADODB &db, const Folders &folders, const Branch &branch,
                                    const PeriodTypeTable &table, const QString &defaults,
                                    const std::vector<PatientTypes> &changed) {
-    const ErrorsSince errors(db);
-    if (db.iConnect() != 0)
-        return Failure{errors.text()};
-    Transaction transaction(db);
+    LoggedTransaction transaction(db, {u"同意管理設定"_s});
     if (!transaction.begun())
-        return Failure{errors.text()};
-    const Result<QStringList> overtaken = lockAndCompare(db, branch, changed);
+        return Failure{transaction.said()};
+    const Result<QStringList> overtaken = lockAndCompare(transaction, db, branch, changed);
     if (!overtaken)
         return Failure{overtaken.reason()};
     const bool defaultsOvertaken =
@@ -148,7 +154,7 @@ static Result<TypesSaved> saveOnce(cT_ADODB &db, const Folders &folders, const B
         return TypesSaved{*overtaken, defaultsOvertaken};
     if (const Result<> written = write(db, branch, changed); !written)
         return Failure{written.reason()};
-    if (const Result<> done = commitWithDefaults(transaction, db, folders, table.defaults, defaults); !done)
+    if (const Result<> done = commitWithDefaults(transaction, folders, table.defaults, defaults); !done)
         return Failure{done.reason()};
     return TypesSaved();
 }

@@ -1,11 +1,11 @@
 #include "print/consent_screens/consent_screens_query.h"
 
-#include "db/adodb.h"
 #include "db/sql_text.h"
 #include "db/tables/base/consent_layout_columns.h"
 #include "db/tables/keys_query.h"
 #include "db/tables/masters/corp_sub.h"
 #include "db/tables/patient/riyousha_sub.h"
+#include "history/logged_transaction.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -76,13 +76,24 @@ ConsentLayoutSettings settingsAt(const Recordset &rows, int first) {
     return settings;
 }
 
-/// Nothing changes, but the row is locked until the transaction ends.
-QString lockSql(const Branch &branch) {
-    return u"UPDATE CORP_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(branch, u"CORP_SUB");
+/// The row in which settings are kept, and in whose name they are written.
+struct Kept {
+    QStringView table;
+    QString where;
+    QString operation;
+};
+
+Kept keptOf(const Branch &branch) {
+    return {u"CORP_SUB", sqlWhere(branch, u"CORP_SUB"), u"会社の同意書式"_s};
 }
 
-QString lockSql(const PatientKey &patient) {
-    return u"UPDATE RIYOUSHA_SUB SET iSaiDouiON = iSaiDouiON WHERE "_s + sqlWhere(patient, u"RIYOUSHA_SUB");
+Kept keptOf(const PatientKey &patient) {
+    return {u"RIYOUSHA_SUB", sqlWhere(patient, u"RIYOUSHA_SUB"), u"利用者の同意書式"_s};
+}
+
+/// Nothing changes, but the row is locked until the transaction ends.
+QString lockSql(const Kept &kept) {
+    return u"UPDATE %1 SET iSaiDouiON = iSaiDouiON WHERE "_s.arg(kept.table) + kept.where;
 }
 
 cD_CORP_SUB keyOf(const Branch &branch) {
@@ -107,9 +118,12 @@ Result<bool> storeOnce(cT_ADODB &db, const Key &of, const ConsentLayoutSettings 
     TableClass table;
     if (db.iConnect() != 0 || table.iInit(db) != 0)
         return Failure{before.text()};
-    Transaction transaction(db);
-    if (!transaction.begun() || db.iExecSQL(lockSql(of)) != 0 || table.iDataRead(&record) != 0)
+    const Kept kept = keptOf(of);
+    LoggedTransaction transaction(db, {kept.operation});
+    if (!transaction.begun() || db.iExecSQL(lockSql(kept)) != 0 || table.iDataRead(&record) != 0)
         return Failure{before.text()};
+    if (const Result<> watched = transaction.watch(kept.table, kept.where); !watched)
+        return Failure{watched.reason()};
     const bool there = table.nデータ数() > 0;
     if (there)
         record = table.records().front();
@@ -118,9 +132,10 @@ Result<bool> storeOnce(cT_ADODB &db, const Key &of, const ConsentLayoutSettings 
     static_cast<ConsentLayoutSettings &>(record) = settings;
     const short written =
         there ? table.iDataUpdate(&record, -1, false) : table.iDataInsert(&record, -1, false);
-    if (written != 0 || transaction.commit() != 0)
+    if (written != 0)
         return Failure{before.text()};
-    return true;
+    const Result<> committed = transaction.commit();
+    return committed ? Result<bool>(true) : Failure{committed.reason()};
 }
 
 template <class TableClass, class Key>
@@ -203,11 +218,15 @@ Result<> writeDoctorLayouts(cT_ADODB &db, const QString &doctor, bool acupunctur
         if (!column.name.endsWith(acupuncture ? u"MasTypeNo" : u"HariTypeNo"))
             sets += column.name.toString() + u" = "_s +
                     sqlNumber(settings.*std::get<ConsentLayoutSettings::Member>(column.member));
-    const ErrorsSince before(db);
-    if (db.iConnect() != 0 || db.iExecSQL(u" update      DOCTOR set "_s + sets.join(u", "_s) +
-                                          u" where    cIDno = "_s + sqlText(doctor)) != 0)
-        return Failure{before.text()};
-    return {};
+    const Kept kept{u"DOCTOR", u"cIDNo = "_s + sqlText(doctor), u"医師の同意書式"_s};
+    LoggedTransaction transaction(db, {kept.operation});
+    if (!transaction.begun() || db.iExecSQL(lockSql(kept)) != 0)
+        return Failure{transaction.said()};
+    if (const Result<> watched = transaction.watch(kept.table, kept.where); !watched)
+        return watched;
+    if (db.iExecSQL(u"UPDATE DOCTOR SET "_s + sets.join(u", "_s) + u" WHERE "_s + kept.where) != 0)
+        return Failure{transaction.said()};
+    return transaction.commit();
 }
 
 Result<ConsentLayoutSettings> readCompanyLayouts(cT_ADODB &db, const Branch &branch) {
