@@ -59,22 +59,24 @@ Failure LoggedTransaction::failure(const QString &otherwise) const {
 }
 
 Result<> LoggedTransaction::watch(QStringView table, const QString &where) {
-    const WatchedTable *watched = watchedTable(table);
-    Q_ASSERT(watched);
     if (m_db.history().kind != HistoryState::Kept)
         return {};
-    if (!begun())
-        return failure();
-    const QString sql = watched->selectSql() + u" WHERE "_s + where;
-    Recordset before;
-    if (m_db.iOpenRecSet(before, sql) != 0)
-        return failure();
-    m_watched.push_back({watched, sql, std::move(before)});
+    Result<Recordset> before = read(table, where);
+    if (!before)
+        return Failure{before.reason()};
+    m_watched.push_back({watchedTable(table), watchedTable(table)->selectSql(where), *std::move(before)});
     return {};
 }
 
-const Recordset *LoggedTransaction::lastWatched() const {
-    return m_watched.empty() ? nullptr : &m_watched.back().before;
+Result<Recordset> LoggedTransaction::read(QStringView table, const QString &where) {
+    const QString sql = watchedTable(table)->selectSql(where);
+    for (const Watched &watched : m_watched)
+        if (watched.sql == sql)
+            return watched.before;
+    Recordset rows;
+    if (!begun() || m_db.iOpenRecSet(rows, sql) != 0)
+        return failure();
+    return rows;
 }
 
 Result<> LoggedTransaction::collect(const Watched &watched) {

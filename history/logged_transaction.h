@@ -30,8 +30,8 @@ public:
     /// made or erased are found by it too
     Result<> watch(QStringView table, const QString &where);
 
-    /// The rows that watch() has read last; nothing where no history is kept.
-    const Recordset *lastWatched() const;
+    /// All columns of the rows as watch() has read them; read now where it has not.
+    Result<Recordset> read(QStringView table, const QString &where);
 
     /// Records what differs from what was watched, and makes everything last. A record that cannot be
     /// written undoes all.

@@ -61,7 +61,7 @@ RowChange changeOf(const WatchedTable &table, const KeyColumns &keys, const Reco
     QStringList rest;
     for (const int column : keys.rest)
         rest += rows.text(row, column);
-    change.key = rest.join(u'/');
+    change.key = rest.isEmpty() ? u""_s : rest.join(u'/');
     return change;
 }
 
@@ -83,8 +83,8 @@ QString wholeKey(const KeyColumns &keys, const Recordset &rows, int row) {
 
 } // namespace
 
-QString WatchedTable::selectSql() const {
-    return u"SELECT "_s + columns.join(u", ") + u" FROM "_s + name.toString();
+QString WatchedTable::selectSql(const QString &where) const {
+    return u"SELECT "_s + columns.join(u", ") + u" FROM "_s + name.toString() + u" WHERE "_s + where;
 }
 
 std::span<const WatchedTable> watchedTables() {
@@ -103,7 +103,8 @@ std::span<const WatchedTable> watchedTables() {
 
 const WatchedTable *watchedTable(QStringView name) {
     const auto found = std::ranges::find(watchedTables(), name, &WatchedTable::name);
-    return found == watchedTables().end() ? nullptr : &*found;
+    Q_ASSERT(found != watchedTables().end());
+    return &*found;
 }
 
 QList<RowChange> rowChanges(const WatchedTable &table, const Recordset &before, const Recordset &after) {

@@ -14,13 +14,12 @@ struct WatchedTable {
     QStringList keys;    ///< among them
     bool ofPatient;      ///< rows are a patient's, by nIDNo
 
-    /// Its rows, without a condition; the columns are those above, in their order.
-    QString selectSql() const;
+    /// Some of its rows; the columns are those above, in their order.
+    QString selectSql(const QString &where) const;
 };
 
 /// All of them.
 std::span<const WatchedTable> watchedTables();
-/// Null for another table.
 const WatchedTable *watchedTable(QStringView name);
 
 /// What differs between two readings of the same rows, row by row of their keys.

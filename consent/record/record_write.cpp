@@ -7,11 +7,20 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+constexpr QStringView tableName = u"RIYOUSHA_DOUI_REC";
+
 /// In one condition: servers refuse statements of some ten thousand literals.
 constexpr size_t mostPatients = 1000;
 
 auto ordered(const PatientKey &patient) {
     return std::tuple(patient.iKyotenCd, patient.iKyotenEb, patient.nIDNo);
+}
+
+std::vector<PatientKey> inOrder(std::vector<PatientKey> patients) {
+    std::ranges::sort(patients, {}, ordered);
+    const auto repeated = std::ranges::unique(patients);
+    patients.erase(repeated.begin(), repeated.end());
+    return patients;
 }
 
 } // namespace
@@ -34,9 +43,7 @@ Failure RecordWrite::failure(const QString &otherwise) const {
 
 // A patient without a row of his own has no consents in any list; there is nothing to wait for.
 Result<> RecordWrite::lock(std::vector<PatientKey> patients) {
-    std::ranges::sort(patients, {}, ordered);
-    const auto repeated = std::ranges::unique(patients);
-    patients.erase(repeated.begin(), repeated.end());
+    patients = inOrder(std::move(patients));
     std::ranges::transform(patients, std::back_inserter(m_waiting), sqlLockPatient);
     const Result<QList<qint64>> locked = send();
     if (!locked)
@@ -44,7 +51,7 @@ Result<> RecordWrite::lock(std::vector<PatientKey> patients) {
     for (size_t first = 0; first < patients.size(); first += mostPatients) {
         const size_t count = std::min(mostPatients, patients.size() - first);
         const std::vector<PatientKey> some(&patients[first], &patients[first] + count);
-        if (const Result<> watched = m_transaction.watch(u"RIYOUSHA_DOUI_REC", sqlOfPatients(some)); !watched)
+        if (const Result<> watched = m_transaction.watch(tableName, sqlOfPatients(some)); !watched)
             return watched;
     }
     return {};
@@ -64,6 +71,10 @@ Result<std::vector<ConsentDraft>> RecordWrite::findAll(const PatientKey &patient
     if (!m_transaction.begun() || table.iDataReadGrid(patient) != 0)
         return failure(table.sErrMsg());
     return table.records();
+}
+
+Result<Recordset> RecordWrite::standing(std::vector<PatientKey> patients) {
+    return m_transaction.read(tableName, sqlOfPatients(inOrder(std::move(patients))));
 }
 
 Result<> RecordWrite::read(Recordset &rows, const QString &sql) {

@@ -42,6 +42,8 @@ public:
     Result<std::optional<ConsentDraft>> find(const ConsentRowKey &key);
     /// All consents of a patient, oldest first.
     Result<std::vector<ConsentDraft>> findAll(const PatientKey &patient);
+    /// All columns of the locked patients' consents as they stood when they were locked.
+    Result<Recordset> standing(std::vector<PatientKey> patients);
     /// Any other look at what is to be written.
     Result<> read(Recordset &rows, const QString &sql);
 

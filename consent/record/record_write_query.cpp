@@ -3,6 +3,7 @@
 #include "db/recordset.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
+#include "history/watched_tables.h"
 
 #include <QStringList>
 
@@ -63,6 +64,10 @@ QString anyOf(const std::vector<ConsentRowKey> &rows, QString (*condition)(const
 }
 
 } // namespace
+
+QString sqlStanding(const std::vector<PatientKey> &patients) {
+    return watchedTable(tableName)->selectSql() + u" WHERE "_s + sqlOfPatients(patients);
+}
 
 QString sqlLockPatient(const PatientKey &patient) {
     return u"UPDATE RIYOUSHA SET iTenki = iTenki WHERE "_s + sqlWhere(patient, u"RIYOUSHA");

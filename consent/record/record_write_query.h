@@ -15,6 +15,9 @@ struct ColumnValue {
     QString value;
 };
 
+/// All columns that are known of the patients' consents.
+QString sqlStanding(const std::vector<PatientKey> &patients);
+
 /// Makes every other program that writes the patient's consents wait for the end of the transaction: the
 /// patient's own row is there whatever becomes of his consents.
 QString sqlLockPatient(const PatientKey &patient);

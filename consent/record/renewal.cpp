@@ -47,11 +47,9 @@ QString claimRefusal(const Nullable<short> &disabled) {
                            "更新する場合は、同意記録の編集で請求に使用する同意にしてください。"_s;
 }
 
-Result<Recordset> readSources(RecordWrite &write, const std::vector<ConsentRowKey> &sources) {
-    Recordset rows;
-    if (const Result<> read = write.read(rows, sqlRenewalSources(sources)); !read)
-        return Failure{read.reason()};
-    return rows;
+Result<RenewalSources> readSources(RecordWrite &write, const std::vector<ConsentRowKey> &sources) {
+    Result<Recordset> rows = write.standing(patientsOf(sources, &ConsentRowKey::patient));
+    return rows ? Result<RenewalSources>(RenewalSources(*std::move(rows))) : Failure{rows.reason()};
 }
 
 QString changeRefusal(const RenewalSource &now, const RenewalRow &seen) {
@@ -157,10 +155,10 @@ short ConsentRenewal::iDataHenkeiDouiMake(const PatientKey &patient, qint32 nDat
         if (const QString reason = periodRefusal(period); !reason.isEmpty())
             return QStringList{reason};
         if (seen) {
-            const Result<Recordset> rows = readSources(write, {seen->key});
+            const Result<RenewalSources> rows = readSources(write, {seen->key});
             if (!rows)
                 return Failure{rows.reason()};
-            const RenewalSource now = renewalSource(*rows, seen->key);
+            const RenewalSource now = rows->find(seen->key);
             if (now.rows == 0 || !isUnchanged(now.read, *seen))
                 return QStringList{now.rows == 0 ? sourceGone() : changedMeanwhile()};
         }
@@ -219,7 +217,7 @@ short ConsentRenewal::copyOne(const Copy &copy) {
 ConsentRenewal::Verdicts ConsentRenewal::copyRows(RecordWrite &write, const std::vector<Copy> &copies) {
     std::vector<ConsentRowKey> sources;
     std::ranges::transform(copies, std::back_inserter(sources), &Copy::source);
-    const Result<Recordset> rows = readSources(write, sources);
+    const Result<RenewalSources> rows = readSources(write, sources);
     if (!rows)
         return Failure{rows.reason()};
     QStringList verdicts(qsizetype(copies.size()));
@@ -227,8 +225,8 @@ ConsentRenewal::Verdicts ConsentRenewal::copyRows(RecordWrite &write, const std:
     std::vector<PatientKey> patients;
     for (const size_t i : inWritingOrder(copies, &Copy::source)) {
         const auto &[source, target, seen] = copies[i];
-        const RenewalSource now = renewalSource(*rows, source);
-        const bool targetIsThere = isThere(*rows, target);
+        const RenewalSource now = rows->find(source);
+        const bool targetIsThere = rows->isThere(target);
         QString &refusal = verdicts[qsizetype(i)];
         refusal = copyRefusal(now, target, seen, targetIsThere);
         if (!refusal.isEmpty())

@@ -62,9 +62,15 @@ QHash<QStringView, QString> changedColumns(const ConsentRowKey &target, ReConsen
             {u"nHenkeiDouiDate", sqlNumber(target.nHenkeiDouiDate)}};
 }
 
-/// The columns of sqlRenewalSources, in their order; the key stands before them.
+/// The columns that count, by their names.
 enum Column {
-    ConsentDay = 6,
+    Branch,
+    SubBranch,
+    Patient,
+    Date,
+    Kind,
+    DeformityDate,
+    ConsentDay,
     PeriodStart,
     PeriodEnd,
     Newest,
@@ -88,36 +94,56 @@ enum Column {
     Answer, ///< date, start and end
     OfDeformity = 5
 };
+constexpr QStringView columnNames =
+    u"iKyotenCd iKyotenEb nIDNo nDate iHenkeiFlg nHenkeiDouiDate tDouiDay tDouiKaryoS tDouiKaryoE iNewestFlg "
+    u"iReceptDisabledFlg tUpDateTime cIsiCd cDouiIsiName cDouiIsiKikan cDouiByoumei iDouiShubetsu "
+    u"iRenrakuFlg iDouiIraiType iDouiHospOutFlg iDouiIsiOutFlg cItiranBikou cKobetuDouiIrai cPcName "
+    u"iOutputFlg iGetFlg tSaiDouiDay tSaiDouiKaryoS tSaiDouiKaryoE iOutputFlgHenkei iGetFlgHenkei "
+    u"tDouiDayTempHenkei tdouiKaryoSTempHenkei tdouiKaryoETempHenkei";
 
-Nullable<short> flagAt(const Recordset &rows, int row, int column) {
-    return rows.isNull(row, column) ? Nullable<short>() : Nullable<short>(short(rows.number(row, column)));
-}
+/// One row by the columns above.
+struct Row {
+    const Recordset &rows;
+    const std::vector<int> &positions;
+    int row;
 
-ReadRow readRow(const Recordset &rows, int row, const ConsentRowKey &key, int marks, int answer) {
-    const auto flag = [&](int column) { return flagAt(rows, row, column); };
-    const auto date = [&](int column) { return rows.date(row, column); };
-    const auto text = [&](int column) { return rows.text(row, column); };
+    int at(int column) const { return positions[size_t(column)]; }
+    qint64 number(int column) const { return rows.number(row, at(column)); }
+    QDate date(int column) const { return rows.date(row, at(column)); }
+    QString text(int column) const { return rows.text(row, at(column)); }
+    Nullable<short> flag(int column) const {
+        return rows.isNull(row, at(column)) ? Nullable<short>() : Nullable<short>(short(number(column)));
+    }
+    ConsentRowKey key() const {
+        return {{short(number(Branch)), short(number(SubBranch)), qint32(number(Patient))},
+                qint32(number(Date)),
+                short(number(Kind)),
+                qint32(number(DeformityDate))};
+    }
+};
+
+ReadRow readRow(const Row &row, const ConsentRowKey &key, int marks, int answer) {
     ReadRow read{.key = key,
-                 .values = {.contact = flag(Contact),
-                            .requested = flag(marks),
-                            .received = flag(marks + 1),
-                            .method = flag(Method),
-                            .hospitalOut = flag(HospitalOut),
-                            .doctorOut = flag(DoctorOut),
-                            .reconsent = date(answer),
-                            .nextStart = date(answer + 1),
-                            .nextEnd = date(answer + 2),
-                            .remark = text(Remark),
-                            .ownRequest = text(OwnRequest)},
-                 .updateTime = text(UpdateTime)};
-    const auto odd = [&](int column) { return date(column).isValid() ? QString() : text(column); };
+                 .values = {.contact = row.flag(Contact),
+                            .requested = row.flag(marks),
+                            .received = row.flag(marks + 1),
+                            .method = row.flag(Method),
+                            .hospitalOut = row.flag(HospitalOut),
+                            .doctorOut = row.flag(DoctorOut),
+                            .reconsent = row.date(answer),
+                            .nextStart = row.date(answer + 1),
+                            .nextEnd = row.date(answer + 2),
+                            .remark = row.text(Remark),
+                            .ownRequest = row.text(OwnRequest)},
+                 .updateTime = row.text(UpdateTime)};
+    const auto odd = [&](int column) { return row.date(column).isValid() ? QString() : row.text(column); };
     read.oddReconsent = odd(answer);
     read.oddStart = odd(answer + 1);
     read.oddEnd = odd(answer + 2);
-    read.running = {date(ConsentDay),  {date(PeriodStart), date(PeriodEnd)},
-                    text(Doctor),      text(DoctorName),
-                    text(Institution), text(Diagnosis),
-                    flag(Procedure),   flag(ClaimsDisabled)};
+    read.running = {row.date(ConsentDay),  {row.date(PeriodStart), row.date(PeriodEnd)},
+                    row.text(Doctor),      row.text(DoctorName),
+                    row.text(Institution), row.text(Diagnosis),
+                    row.flag(Procedure),   row.flag(ClaimsDisabled)};
     return read;
 }
 
@@ -130,52 +156,45 @@ bool isSameRow(const ConsentRowKey &left, const ConsentRowKey &right) {
 
 } // namespace
 
-QString sqlRenewalSources(const std::vector<ConsentRowKey> &sources) {
-    const qint32 from = std::ranges::min(sources, {}, &ConsentRowKey::nDate).nDate;
-    return u"SELECT iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate, tDouiDay, tDouiKaryoS,"
-           " tDouiKaryoE, iNewestFlg, iReceptDisabledFlg, tUpDateTime, cIsiCd, cDouiIsiName,"
-           " cDouiIsiKikan, cDouiByoumei, iDouiShubetsu, iRenrakuFlg, iDouiIraiType, iDouiHospOutFlg,"
-           " iDouiIsiOutFlg, cItiranBikou, cKobetuDouiIrai, cPcName, iOutputFlg, iGetFlg, tSaiDouiDay,"
-           " tSaiDouiKaryoS, tSaiDouiKaryoE, iOutputFlgHenkei, iGetFlgHenkei, tDouiDayTempHenkei,"
-           " tdouiKaryoSTempHenkei, tdouiKaryoETempHenkei FROM RIYOUSHA_DOUI_REC WHERE "_s +
-           sqlOfPatients(patientsOf(sources, &ConsentRowKey::patient)) +
-           u" and RIYOUSHA_DOUI_REC.nDate >= "_s + sqlNumber(from);
+RenewalSources::RenewalSources(Recordset rows) : m_rows(std::move(rows)) {
+    for (const QStringView name : columnNames.split(u' '))
+        m_positions.push_back(m_rows.column(name));
+    for (int row = 0; row < m_rows.rowCount(); ++row)
+        m_keys.push_back(Row{m_rows, m_positions, row}.key());
 }
 
-RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key) {
+RenewalSource RenewalSources::find(const ConsentRowKey &key) const {
     RenewalSource source;
-    for (int row = 0; row < rows.rowCount(); ++row) {
-        const ConsentRowKey found = keyAt(rows, row);
+    for (size_t i = 0; i < m_keys.size(); ++i) {
+        const ConsentRowKey &found = m_keys[i];
         if (found.patient != key.patient || found.iHenkeiFlg != key.iHenkeiFlg)
             continue;
-        if (found.nDate > key.nDate && flagAt(rows, row, ClaimsDisabled).same(short(0)))
+        const Row row{m_rows, m_positions, int(i)};
+        if (found.nDate > key.nDate && row.flag(ClaimsDisabled).same(short(0)))
             source.later = std::max(source.later, found.nDate);
         if (!isSameRow(found, key))
             continue;
         ++source.rows;
         const bool deformity = key.iHenkeiFlg != 0;
         const bool temporary =
-            deformity && !isAnsweredAsMassage(rows.date(row, Answer + OfDeformity), rows.date(row, Answer));
+            deformity && !isAnsweredAsMassage(row.date(Answer + OfDeformity), row.date(Answer));
         const int answer = temporary ? Answer + OfDeformity : Answer;
         source.columns = temporary ? ReConsentColumns::TemporaryHenkei : ReConsentColumns::Own;
-        source.read = readRow(rows, row, key, deformity ? Requested + OfDeformity : Requested, answer);
+        source.read = readRow(row, key, deformity ? Requested + OfDeformity : Requested, answer);
         source.read.answeredAsMassage = deformity && !temporary;
-        source.computer = rows.text(row, Computer);
+        source.computer = row.text(Computer);
         const ConsentRowValues &values = source.read.values;
         source.row = {.key = key,
                       .name = {},
-                      .consentDate = rows.date(row, ConsentDay),
+                      .consentDate = row.date(ConsentDay),
                       .reConsent = {values.reconsent, {values.nextStart, values.nextEnd}},
-                      .newest = rows.number(row, Newest) == 1};
+                      .newest = row.number(Newest) == 1};
     }
     return source;
 }
 
-bool isThere(const Recordset &rows, const ConsentRowKey &key) {
-    for (int row = 0; row < rows.rowCount(); ++row)
-        if (isSameRow(keyAt(rows, row), key))
-            return true;
-    return false;
+bool RenewalSources::isThere(const ConsentRowKey &key) const {
+    return std::ranges::any_of(m_keys, [&](const ConsentRowKey &found) { return isSameRow(found, key); });
 }
 
 QList<ColumnValue> renewedColumns(const ConsentRowKey &source, const ConsentRowKey &target,

@@ -2,8 +2,7 @@
 
 #include "consent/record/record_write_query.h"
 #include "consent/record/renewal.h"
-
-class Recordset;
+#include "db/recordset.h"
 
 /// Where a row keeps the doctor's answer.
 enum class ReConsentColumns { Own, TemporaryHenkei };
@@ -19,11 +18,21 @@ struct RenewalSource {
         0; ///< date of the patient's latest usable consent of the kind, where it lies after the row
 };
 
-/// All that the renewal of some rows depends on: their patients' consents from the earliest row on.
-QString sqlRenewalSources(const std::vector<ConsentRowKey> &sources);
-RenewalSource renewalSource(const Recordset &rows, const ConsentRowKey &key);
-/// Whether a row stands among them.
-bool isThere(const Recordset &rows, const ConsentRowKey &key);
+/// The consents of the patients whose rows are renewed, each looked at by its key.
+class RenewalSources {
+public:
+    /// @param rows with all columns, as RecordWrite::standing() gives them
+    explicit RenewalSources(Recordset rows);
+
+    RenewalSource find(const ConsentRowKey &key) const;
+    /// Whether a row stands among them.
+    bool isThere(const ConsentRowKey &key) const;
+
+private:
+    Recordset m_rows;
+    std::vector<int> m_positions; ///< of the columns that count
+    std::vector<ConsentRowKey> m_keys;
+};
 
 /// What the new row takes: the answer becomes consent date and period, answer and request marks start empty,
 /// all else stays as it is. Deformity correction also leaves the request method and the list remark behind.

@@ -1,5 +1,6 @@
 #include "consent/record/standing_rows.h"
 
+#include "consent/record/record_write.h"
 #include "consent/record/renewal_query.h"
 #include "db/adodb.h"
 
@@ -19,11 +20,12 @@ Result<std::vector<StandingRow>> readStandingRows(cT_ADODB &db, const std::vecto
     for (size_t from = 0; from < keys.size(); from += together) {
         const std::vector<ConsentRowKey> some(keys.begin() + long(from),
                                               keys.begin() + long(std::min(from + together, keys.size())));
-        const Result<Recordset> rows = readRows(db, sqlRenewalSources(some));
+        Result<Recordset> rows = readRows(db, sqlStanding(patientsOf(some, &ConsentRowKey::patient)));
         if (!rows)
             return Failure{rows.reason()};
+        const RenewalSources sources(*std::move(rows));
         for (const ConsentRowKey &key : some)
-            standing.push_back(standingRow(renewalSource(*rows, key)));
+            standing.push_back(standingRow(sources.find(key)));
     }
     return standing;
 }
