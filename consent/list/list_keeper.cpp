@@ -6,7 +6,7 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
-constexpr int delay = 1000; // milliseconds from the first edit on: whoever goes on typing does not put it off
+constexpr int delay = 500; // milliseconds from the first edit on: whoever goes on typing does not put it off
 
 // Paths and servers are no names of files.
 QString nameOf(const QString &database) {

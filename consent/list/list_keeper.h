@@ -9,7 +9,7 @@
 #include <functional>
 
 /// Keeps the list's edits in a file of the user's own while they are unsaved: a crash or a power cut loses no
-/// more than the last second of them. Typing waits for none of it: the file is written beside it.
+/// more than the last half second of them. Typing waits for none of it: the file is written beside it.
 class ListKeeper : public QObject {
     Q_OBJECT
 public:

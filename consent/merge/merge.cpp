@@ -37,7 +37,8 @@ bool MergeRow::collides() const {
 }
 
 bool MergeRow::needsLook() const {
-    return !gone.isEmpty() || std::ranges::any_of(columns, &MergeColumn::isWritten);
+    return !gone.isEmpty() || (std::ranges::any_of(columns, &MergeColumn::isWritten) &&
+                               std::ranges::any_of(columns, &MergeColumn::isTyped));
 }
 
 QString MergeRow::typedText() const {

@@ -45,7 +45,8 @@ struct MergeRow {
     void turnOver(size_t column);
     bool isDecided() const;
     bool collides() const;
-    /// Whether there is anything to look at: a column that they changed, or a row that has gone.
+    /// Whether there is anything to look at: a row that has gone, or columns of either side. What they wrote
+    /// and nobody typed, or what both wrote alike, needs none.
     bool needsLook() const;
     /// "12 山田太郎　再同意日 2026/11/20、受領 あり": what was typed, to be read or copied.
     QString typedText() const;

@@ -58,7 +58,15 @@ void MergeForm::layOut() {
     m_rowsGrid->setObjectName(u"ssGyou"_s);
     m_rowsGrid->setAccessibleName(u"重なった行"_s);
     m_rowsGrid->setModel(&m_rowsModel);
-    m_grid = new Grid(sides);
+    auto *side = new QWidget(sides);
+    auto *oneRow = new QVBoxLayout(side);
+    oneRow->setContentsMargins({});
+    m_written = new QLabel(side);
+    m_written->setObjectName(u"lblWritten"_s);
+    m_written->setTextFormat(Qt::PlainText);
+    m_grid = new Grid(side);
+    oneRow->addWidget(m_written);
+    oneRow->addWidget(m_grid);
     m_grid->setObjectName(u"ssKoumoku"_s);
     m_grid->setAccessibleName(u"変わった項目"_s);
     m_grid->setModel(&m_columnsModel);
@@ -66,8 +74,11 @@ void MergeForm::layOut() {
         grid->setSelectionBehavior(QAbstractItemView::SelectRows);
         grid->installEventFilter(this);
     }
-    m_rowsGrid->fitColumns(14);
+    m_rowsGrid->fitColumns(10);
     m_rowsGrid->horizontalHeader()->setStretchLastSection(true);
+    m_grid->horizontalHeader()->setSectionResizeMode(QHeaderView::Stretch);
+    m_grid->horizontalHeader()->setSectionResizeMode(MergeColumnsModel::Caption,
+                                                     QHeaderView::ResizeToContents);
     sides->setStretchFactor(0, 2);
     sides->setStretchFactor(1, 5);
     layout->addWidget(sides, 1);
@@ -142,9 +153,12 @@ void MergeForm::addWays(QLayout &line, const QString &caption, const QString &sh
 void MergeForm::show(int row) {
     if (row < 0)
         return;
-    m_columnsModel.show(m_rows[size_t(row)]);
-    m_grid->fitColumns(16);
-    m_grid->horizontalHeader()->setStretchLastSection(true);
+    const MergeRow &shown = m_rows[size_t(row)];
+    m_columnsModel.show(shown);
+    const QString what =
+        shown.gone.isEmpty() ? QString() : u"　"_s + shown.gone + u"。入力は保存できません。"_s;
+    m_written->setText(shown.who +
+                       (shown.written.isEmpty() ? QString() : u"　最後の保存："_s + shown.written) + what);
     m_grid->goTo(0, MergeColumnsModel::Result);
     if (m_rowsGrid->currentIndex().row() != row)
         m_rowsGrid->goTo(row, 0);

@@ -47,6 +47,7 @@ private:
     MergeRowsModel m_rowsModel;
     MergeColumnsModel m_columnsModel;
     Grid *m_rowsGrid;
+    QLabel *m_written; ///< whose row it is, and who wrote it last
     Grid *m_grid;
     QLabel *m_whole; ///< the texts of the column under the cursor, uncut
 };

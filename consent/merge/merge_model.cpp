@@ -20,8 +20,7 @@ QVariant bold() {
 } // namespace
 
 MergeRowsModel::MergeRowsModel(const std::vector<MergeRow> &rows, QObject *parent)
-    : TableModel({{u"利用者"_s}, {u"他のＰＣ"_s, u"この行を保存したＰＣと日時"_s}, {u"状態"_s}}, parent),
-      m_rows(rows) {}
+    : TableModel({{u"利用者"_s}, {u"状態"_s}}, parent), m_rows(rows) {}
 
 QString MergeRowsModel::state(const MergeRow &row) const {
     if (!row.gone.isEmpty())
@@ -36,10 +35,10 @@ QVariant MergeRowsModel::data(const QModelIndex &index, int role) const {
         return {};
     const MergeRow &row = m_rows[size_t(index.row())];
     if (role == Qt::FontRole)
-        return index.column() == 2 && (!row.isDecided() || !row.gone.isEmpty()) ? bold() : QVariant();
+        return index.column() == 1 && (!row.isDecided() || !row.gone.isEmpty()) ? bold() : QVariant();
     if (role != Qt::DisplayRole)
         return {};
-    return index.column() == 0 ? row.who : index.column() == 1 ? row.written : state(row);
+    return index.column() == 0 ? row.who : state(row);
 }
 
 MergeColumnsModel::MergeColumnsModel(QObject *parent)

@@ -161,10 +161,12 @@ std::optional<ConsentRowKey> ListRecovery::restore(const std::function<void(cons
         restored += takeBack(left);
     if (restored == 0)
         return std::nullopt;
+    const std::vector<ChangedRow> changed = m_model.changedRows();
     m_environment.messages.note(
-        u"%L1 行の入力を復元しました。まだ保存していません（F5 で保存します）。"_s.arg(restored));
-    return m_model.changedRows().empty() ? std::nullopt
-                                         : std::optional(m_model.changedRows().front().read.key);
+        changed.empty()
+            ? u"復元する入力は残っていません。一覧は他のＰＣの内容です。"_s
+            : u"%L1 行の入力を復元しました。まだ保存していません（F5 で保存します）。"_s.arg(changed.size()));
+    return changed.empty() ? std::nullopt : std::optional(changed.front().read.key);
 }
 
 // What cannot be taken back now, since the list holds other edits of the row or the user put it off, stays in

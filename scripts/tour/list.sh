@@ -10,6 +10,7 @@ tour_list() {
     tour_states
     tour_filter
     tour_conflict
+    tour_crash
     tour_edit
     tour_renew
     tour_changes
@@ -56,20 +57,61 @@ tour_filter() {
     key ctrl+a BackSpace F4
 }
 
-# A colleague writes the rows while they are being edited here.
+# A second program, a colleague's, writes a row that is being edited here.
 tour_conflict() {
-    key ctrl+Home Tab Tab Tab Tab Tab Tab space Down space
-    database "UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '$(date '+%Y/%m/%d %H:%M:%S')'"
+    local ours=$window_id our_program=$program_pid
+    key ctrl+Home Tab Tab Tab Tab Tab Tab Tab
+    write 'FAX 11/20'
+    key Return
+    start_program "$installation" 1
+    window '同意書管理' 30 "$ours"
+    sleep 1
+    key ctrl+Home Tab Tab Tab Tab Tab Tab space Tab
+    write 'TEL 11/19'
+    key Return F5
+    sleep 0.5
+    key Return
+    sleep 1
+    key F12
+    leave_menu
+    wait "$program_pid" || die "The colleague's program ended with an error."
+    program_pid=$our_program
+    xdotool windowactivate --sync "$ours"
+    key F5
+    sleep 0.5
+    key Return
+    window '他のＰＣと重なった行'
+    shot conflict '同じ行を他のＰＣが先に保存していたとき。読んだとき・他のＰＣ・入力を並べ、どちらも失いません' window
+    key space
+    glance conflict-decided
+    key Return
+    gone '他のＰＣと重なった行'
+    window '同意書管理'
+    sleep 1
+    glance conflict-saved
+}
+
+# What was typed survives a program that is killed.
+tour_crash() {
+    key ctrl+Home Tab Tab Tab Tab Tab Tab Tab
+    write 'kept 11/21'
+    key Return
+    sleep 1.5
+    kill -9 "$program_pid"
+    wait "$program_pid" 2>/dev/null || true
+    start_program "$installation" 1
+    window '復元'
+    shot restore '保存しないうちに止まったときは、次に開いたときに入力を元に戻せます' window
+    key Return
+    gone '復元'
+    window '同意書管理'
+    sleep 1
+    glance restored
     key F5
     sleep 0.5
     key Return
     sleep 1
-    shot conflict '同じ行を他の端末が先に変更していたとき。何も失われません'
-    key Return
-    sleep 1
-    glance conflict-read-again
-    key Return
-    window '同意書管理'
+    list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
 }
 
 # A patient whose consents leave months without cover.

@@ -94,13 +94,14 @@ TEST_F(ListSaveTest, AColleaguesChangeIsNeverOverwritten) {
 
         const SaveOutcome outcome = list.save();
         EXPECT_EQ(outcome.kind, SaveOutcome::Conflict) << c.what;
-        EXPECT_EQ(outcome.rows, QStringList{u"1 利用者1"_s}) << c.what;
+        ASSERT_EQ(outcome.overtaken.size(), 1u) << c.what;
+        EXPECT_EQ(outcome.overtaken[0].who, u"1 利用者1"_s) << c.what;
         EXPECT_EQ(stored(2, u"tSaiDouiDay"_s), u"NULL"_s) << c.what << ": all or nothing";
 
-        QStringList dropped;
+        std::vector<TypedRow> dropped;
         ASSERT_EQ(list.iReread(&dropped), 0);
-        EXPECT_EQ(dropped.size(), 1) << c.what;
-        EXPECT_TRUE(dropped[0].startsWith(u"1 利用者1　（入力内容：再同意日 2026/11/19"_s)) << c.what;
+        ASSERT_EQ(dropped.size(), 1u) << c.what;
+        EXPECT_EQ(dropped[0].now.reconsent, QDate(2026, 11, 19)) << c.what;
         EXPECT_EQ(cell(2, ListColumn::Reconsent).data(Qt::EditRole).toDate(), QDate(2026, 11, 20)) << c.what;
         EXPECT_EQ(model.targetRecords().size(), 1u) << c.what;
         EXPECT_EQ(list.save().kind, SaveOutcome::Saved) << c.what;
@@ -164,9 +165,9 @@ TEST_F(ListSaveTest, SavedButNotReadAgainIsSaidAndTheNextEditIsKept) {
 
     EXPECT_TRUE(edit(1, ListColumn::Remark, u"後"_s));
     database.run(u"ALTER TABLE SOUDAN_AWAY RENAME TO SOUDAN"_s);
-    QStringList dropped;
+    std::vector<TypedRow> dropped;
     ASSERT_EQ(list.iReread(&dropped), 0);
-    EXPECT_EQ(dropped, QStringList());
+    EXPECT_TRUE(dropped.empty());
     EXPECT_EQ(list.save().kind, SaveOutcome::Saved);
     EXPECT_EQ(stored(1, u"cItiranBikou"_s), u"後"_s);
 }

@@ -12,8 +12,11 @@
 
 #include <QApplication>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QSettings>
+#include <QTableView>
 #include <QTest>
+#include <QTimer>
 
 #include <cstdio>
 
@@ -49,6 +52,8 @@ public:
         m_form = std::make_unique<frm同意書管理>(m_environment);
         check(m_form->iInit(m_database.db, 0) == 0, "the list opens");
         m_form->show();
+        QObject::connect(&m_decides, &QTimer::timeout, [this] { decide(); });
+        m_decides.start(0);
         m_grid = m_form->findChild<ListGrid *>(u"ssDouiD"_s);
         // From the month before this one, so that renewal is permitted.
         m_form->findChild<DateBox *>(u"imD_KikanFrom"_s)->setDate(m_from);
@@ -311,21 +316,49 @@ private:
         takeNew(stored());
     }
 
-    /// The rows are read anew; edits of rows that a colleague wrote are gone, and named.
+    /// Edits of rows that a colleague wrote: what was typed stays over what he wrote; where it cannot, it is
+    /// gone, and named.
+    void mergeEdits(const Rows &rows, bool readAnew) {
+        for (auto edit = m_edits.begin(); edit != m_edits.end();) {
+            if (!overtaken(edit->first, rows) && (!readAnew || inRange(rows.at(edit->first)))) {
+                ++edit;
+                continue;
+            }
+            forgetSteps();
+            const auto row = rows.find(edit->first);
+            const bool gone = row == rows.end() || row->second.at(u"iNewestFlg"_s) != u"1" ||
+                              (readAnew && !inRange(row->second));
+            check(!gone || m_messages.shown.join(u' ').contains(u"利用者"_s + edit->second.at(u"nIDNo"_s)),
+                  "the lost edit of " + edit->first.toStdString() + " is named");
+            Row merged = gone ? Row() : row->second;
+            for (const auto &[column, value] : edit->second)
+                if (!gone && column != u"tUpDateTime" &&
+                    !sameStored(column, value, m_read.at(edit->first).at(column)))
+                    merged[column] = value;
+            if (!gone)
+                m_read[edit->first] = row->second;
+            if (gone || merged == row->second)
+                edit = m_edits.erase(edit);
+            else
+                (edit++)->second = merged;
+        }
+    }
+
     void takeNew(const Rows &rows) {
         keepSteps(rows);
-        for (auto edit = m_edits.begin(); edit != m_edits.end();) {
-            const auto row = rows.find(edit->first);
-            if (row == rows.end() || !inRange(row->second) || overtaken(edit->first, rows)) {
-                check(!m_messages.shown.isEmpty() &&
-                          m_messages.shown.join(u' ').contains(u"利用者"_s + edit->second.at(u"nIDNo"_s)),
-                      "the lost edit of " + edit->first.toStdString() + " is named");
-                edit = m_edits.erase(edit);
-            } else {
-                ++edit;
-            }
-        }
+        mergeEdits(rows, true);
         m_read = rows;
+    }
+
+    /// A merged period may end before it starts.
+    bool isWrong() const {
+        for (const auto &[key, edit] : m_edits) {
+            const QDate start = day(edit.at(columnOf(edit, ListColumn::NextStart)));
+            const QDate end = day(edit.at(columnOf(edit, ListColumn::NextEnd)));
+            if (start.isValid() && end.isValid() && end < start)
+                return true;
+        }
+        return false;
     }
 
     void search() {
@@ -350,18 +383,15 @@ private:
 
     /// All edits are stored, or none.
     bool afterSave(const Rows &before) {
-        bool conflict = false;
-        for (const auto &[key, edit] : m_edits)
-            conflict = conflict || overtaken(key, before);
+        if (!isWrong())
+            mergeEdits(before, false);
         Rows expected = before;
-        if (!conflict)
+        if (!isWrong())
             for (const auto &[key, edit] : m_edits)
                 expected[key] = edit;
         checkStored(expected, stored());
-        if (conflict) {
-            takeNew(stored());
+        if (isWrong())
             return false;
-        }
         m_edits.clear();
         forgetSteps();
         m_read = stored();
@@ -398,23 +428,38 @@ private:
             return;
         }
         Rows expected = m_before;
-        bool conflict = false;
-        for (const auto &[key, edit] : m_edits)
-            conflict = conflict || overtaken(key, m_before);
-        if (conflict) {
+        const bool edited = !m_edits.empty();
+        if (!isWrong())
+            mergeEdits(m_before, false);
+        if (isWrong()) {
             checkStored(expected, stored());
-            takeNew(stored());
             return;
         }
         for (const auto &[key, edit] : m_edits)
             expected[key] = edit;
         for (const auto &[key, row] : wanted)
-            if (!overtaken(key, m_before) && mayRenew(row) && !m_before.contains(renewedKeyOf(row)))
+            if (!overtaken(key, m_before) && seen(key) == row && mayRenew(row) &&
+                !m_before.contains(renewedKeyOf(row)))
                 addRenewed(expected, key, row);
         checkStored(expected, stored());
-        m_edits.empty() ? keepSteps(stored()) : forgetSteps();
+        edited ? forgetSteps() : keepSteps(stored());
         m_edits.clear();
         m_read = stored();
+    }
+
+    /// Takes what was typed wherever both wrote.
+    void decide() {
+        QWidget *form = QApplication::activeModalWidget();
+        if (!form || form->objectName() != u"frmKasanari")
+            return;
+        for (int row = 0; const auto *rows = form->findChild<QTableView *>(u"ssGyou"_s); ++row) {
+            if (row == rows->model()->rowCount())
+                break;
+            m_messages.shown.append(rows->model()->index(row, 0).data().toString());
+        }
+        auto *all = form->findChild<QPushButton *>(u"cmdTypedAll"_s);
+        (all ? all : form->findChild<QPushButton *>(u"cmdTyped"_s))->click();
+        QTest::keyClick(form, Qt::Key_Return);
     }
 
     // ---- helpers
@@ -457,6 +502,7 @@ private:
     Folders m_folders{m_programFolder.path()};
     FixedClock m_clock{QDate(2026, 11, 21)};
     WalkMessages m_messages;
+    QTimer m_decides;
     RecordedProcesses m_processes;
     Environment m_environment{m_folders, m_clock, m_messages, m_processes, {1, 1}};
     std::unique_ptr<frm同意書管理> m_form;
