@@ -1,7 +1,7 @@
 # changelog CHANGES: the list of changes as Debian writes it. Its headings read "## 0.2.0（2026年11月22日）".
 changelog() {
     local line version='' day=''
-    sign() { [ -z "$version" ] || printf '\n -- The douisho developers <douisho@localhost>  %s\n\n' "$day"; }
+    sign() { [ -z "$version" ] || printf '\n -- The douisho developers <douisho@example.net>  %s\n\n' "$day"; }
     while IFS= read -r line; do
         if [[ $line =~ ^'## '([0-9.]+)[^0-9]+([0-9]+)[^0-9]+([0-9]+)[^0-9]+([0-9]+) ]]; then
             sign

@@ -59,7 +59,7 @@ before=$(files)
 
 say "Installing, working and removing $deb"
 inside dpkg -i /root/douisho.deb
-as_user work
+as_user /usr/local/bin/work
 inside dpkg --purge douisho
 if ! left=$(diff <(echo "$before") <(files)); then
     die "The package leaves or takes: $left"

@@ -30,7 +30,7 @@ mv "build/deb/$deb" dist/
 
 say "Looking it over"
 lintian --fail-on error,warning "dist/$deb"
-appstreamcli validate --no-net "$sources/debian/douisho/usr/share/metainfo/douisho.metainfo.xml"
+appstreamcli validate --no-net "$sources/debian/douisho/usr/share/metainfo/net.example.douisho.metainfo.xml"
 desktop-file-validate "$sources"/debian/douisho/usr/share/applications/*.desktop
 say "dist/$deb, $(($(stat -c %s "dist/$deb") / 1024)) kB"
 

@@ -20,14 +20,17 @@ shows() {
     fail "No window $1."
 }
 
-Xvfb :9 -screen 0 1280x800x24 -nolisten tcp >/dev/null 2>&1 &
-export DISPLAY=:9
-for _ in $(seq 50); do
-    xdotool get_num_desktops >/dev/null 2>&1 && break
-    [ -e /tmp/.X11-unix/X9 ] && break
+Xvfb -displayfd 5 -screen 0 1280x800x24 -nolisten tcp 5>display >/dev/null 2>&1 &
+for _ in $(seq 100); do
+    [ ! -s display ] || break
     sleep 0.1
 done
+export DISPLAY=":$(cat display)"
 openbox >/dev/null 2>&1 &
+for _ in $(seq 100); do
+    ! xdotool get_num_desktops >/dev/null 2>&1 || break
+    sleep 0.1
+done
 
 douisho --version
 [ ! -e .local/share/douisho ] || fail "There is a program folder before anybody has set it up."
@@ -42,7 +45,5 @@ kill $!
 douisho-sample --folder .local/share/douisho --patients 30
 douisho 1 &
 shows '^同意書管理$'
-[ -s .local/share/douisho/DATA/プログラム版.ini ] || sleep 2
-[ -s .local/share/douisho/DATA/プログラム版.ini ] || ls -R .local/share/douisho/DATA
 kill $!
 echo "Set-up offered, sample made, list opened."
