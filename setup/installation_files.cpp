@@ -42,13 +42,6 @@ private:
     Result<> m_done;
 };
 
-Result<> placeProgram(const QString &program, const QString &place) {
-    const auto [source, placed] = platform::placeProgram(program, place);
-    if (!placed)
-        return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(source, place)};
-    return {};
-}
-
 } // namespace
 
 Result<> writeInstallationFiles(const QDir &program, const QList<TextFile> &settings, Existing existing) {
@@ -79,8 +72,9 @@ Result<> placePrograms(const QDir &program, const QString &programs, Existing ex
         const QString place = Folders::file(program.path(), suites.toString());
         if (existing == Existing::Keep && QFile::exists(place))
             continue;
-        if (Result<> done = placeProgram(QDir(programs).absoluteFilePath(name.toString()), place); !done)
-            return done;
+        const QString file = platform::programFile(QDir(programs).absoluteFilePath(name.toString()));
+        if (!platform::placeProgram(file, place))
+            return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(file, place)};
     }
     return {};
 }

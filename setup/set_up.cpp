@@ -213,7 +213,7 @@ Result<bool> setUp(const Folders &folders, const Answers &answers, const QDate &
     Result<> done = writeInstallationFiles(QDir(folders.program()),
                                            settingsFiles({}, {answers.practice.name, {}}), Existing::Keep);
     // Where the suite's own are, or ours are not built, there is nothing to place.
-    if (done && QFile::exists(QDir(programs).filePath(u"douisho-menu"_s)))
+    if (done && QFile::exists(platform::programFile(QDir(programs).filePath(u"douisho-menu"_s))))
         done = placePrograms(QDir(folders.program()), programs, Existing::Keep);
     if (!done)
         return Failure{done.reason()};

@@ -10,8 +10,9 @@
 using namespace Qt::Literals::StringLiterals;
 
 SQLWCHAR *odbcText(const QString &text) {
-    // The interface takes texts as non-const and does not change them.
-    return const_cast<SQLWCHAR *>(text.utf16());
+    // The interface takes texts as non-const and does not change them. What it calls a unit differs between
+    // systems.
+    return static_cast<SQLWCHAR *>(const_cast<void *>(static_cast<const void *>(text.utf16())));
 }
 
 OdbcConnection::~OdbcConnection() {

@@ -14,12 +14,13 @@ constexpr int sizesKept = 64;
 
 /// What the two names that every layout may use stand for, best first. Where the locale is Japanese, some
 /// fonts are known by their Japanese names only.
-constexpr std::array<QStringView, 10> minchoFamilies{
-    u"Noto Serif CJK JP", u"Noto Serif JP", u"IPAexMincho", u"IPAex明朝", u"IPAMincho",
-    u"IPA明朝",           u"Yu Mincho",     u"ＭＳ 明朝",   u"MS Mincho", u"Hiragino Mincho ProN"};
-constexpr std::array<QStringView, 11> gothicFamilies{
-    u"Noto Sans CJK JP", u"Noto Sans JP",  u"IPAexGothic", u"IPAexゴシック", u"IPAGothic",    u"IPAゴシック",
-    u"Yu Gothic",        u"ＭＳ ゴシック", u"MS Gothic",   u"Meiryo",        u"Hiragino Sans"};
+constexpr std::array<QStringView, 11> minchoFamilies{
+    u"Noto Serif CJK JP", u"Noto Serif JP", u"IPAexMincho", u"IPAex明朝", u"IPAMincho",           u"IPA明朝",
+    u"Yu Mincho",         u"游明朝",        u"ＭＳ 明朝",   u"MS Mincho", u"Hiragino Mincho ProN"};
+constexpr std::array<QStringView, 13> gothicFamilies{
+    u"Noto Sans CJK JP", u"Noto Sans JP", u"IPAexGothic",  u"IPAexゴシック", u"IPAGothic",
+    u"IPAゴシック",      u"Yu Gothic",    u"游ゴシック",   u"ＭＳ ゴシック", u"MS Gothic",
+    u"Meiryo",           u"メイリオ",     u"Hiragino Sans"};
 
 template <class Families> QString firstInstalled(const Families &families) {
     for (const QStringView family : families)

@@ -23,13 +23,11 @@ QString moveOver(QFile &file, const QString &place);
 /// Whether a folder's marks say that nothing is to be written into it.
 bool isReadOnlyFolder(const QFileInfo &folder);
 
-/// Puts a program of ours into an installation under the suite's name for it. The program as it was looked
-/// for, which is to be named when that fails.
-struct PlacedProgram {
-    QString source;
-    bool placed = false;
-};
-PlacedProgram placeProgram(const QString &program, const QString &place);
+/// The file of a program by its path without an ending: "…/wfrfv10" may be "…/wfrfv10.exe".
+QString programFile(const QString &program);
+
+/// Puts a program's file into an installation, under the suite's name for it. False when it cannot.
+bool placeProgram(const QString &file, const QString &place);
 
 /// Whether a file lies on another machine, where locks and shared memory of several PCs cannot be trusted.
 bool isOnNetworkDrive(const QString &path);

@@ -45,9 +45,13 @@ bool isReadOnlyFolder(const QFileInfo &folder) {
     return !(folder.permissions() & (QFile::WriteOwner | QFile::WriteGroup | QFile::WriteOther));
 }
 
-PlacedProgram placeProgram(const QString &program, const QString &place) {
+QString programFile(const QString &program) {
+    return program;
+}
+
+bool placeProgram(const QString &file, const QString &place) {
     QFile::remove(place);
-    return {program, QFileInfo::exists(program) && QFile::link(program, place)};
+    return QFileInfo::exists(file) && QFile::link(file, place);
 }
 
 bool isOnNetworkDrive(const QString &path) {

@@ -58,12 +58,15 @@ bool isReadOnlyFolder(const QFileInfo &) {
     return false;
 }
 
-PlacedProgram placeProgram(const QString &program, const QString &place) {
-    const QString source = program + QStringLiteral(".exe");
-    if (QFileInfo(source) == QFileInfo(place)) // installed into the suite's own folder
-        return {source, QFileInfo::exists(source)};
+QString programFile(const QString &program) {
+    return program + QStringLiteral(".exe");
+}
+
+bool placeProgram(const QString &file, const QString &place) {
+    if (QFileInfo(file) == QFileInfo(place)) // installed into the suite's own folder
+        return QFileInfo::exists(file);
     QFile::remove(place);
-    return {source, QFile::copy(source, place)};
+    return QFile::copy(file, place);
 }
 
 bool isOnNetworkDrive(const QString &path) {
