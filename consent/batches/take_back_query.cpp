@@ -3,7 +3,6 @@
 #include "db/recordset.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
-#include "history/watched_tables.h"
 
 #include <QStringList>
 
@@ -51,11 +50,6 @@ std::vector<BatchRecord> batchRecords(const Recordset &records) {
         change.time = read.text(row, afterRow + 2);
         return change;
     });
-}
-
-QString sqlStandingRows(const std::vector<PatientKey> &patients) {
-    constexpr QStringView table = u"RIYOUSHA_DOUI_REC";
-    return watchedTable(table)->selectSql() + u" WHERE "_s + sqlWhere(patients, table);
 }
 
 QString sqlPatientNames(const std::vector<PatientKey> &patients) {

@@ -8,9 +8,6 @@ class Recordset;
 QString sqlRecordsOfBatch(qint32 batch);
 std::vector<BatchRecord> batchRecords(const Recordset &records);
 
-/// All columns of the patients' consents.
-QString sqlStandingRows(const std::vector<PatientKey> &patients);
-
 /// Number and name.
 QString sqlPatientNames(const std::vector<PatientKey> &patients);
 

@@ -64,7 +64,7 @@ Result<StandingRows> standingRows(cT_ADODB &db, const std::vector<PatientKey> &p
     StandingRows standing;
     const Result<> read =
         inParts(patients, mostPatients, [&](const std::vector<PatientKey> &some) -> Result<> {
-            Result<Recordset> rows = readSaying(db, sqlStandingRows(some));
+            Result<Recordset> rows = readSaying(db, sqlStanding(some));
             if (!rows)
                 return Failure{rows.reason()};
             standing.add(*std::move(rows));

@@ -66,7 +66,7 @@ QString anyOf(const std::vector<ConsentRowKey> &rows, QString (*condition)(const
 } // namespace
 
 QString sqlStanding(const std::vector<PatientKey> &patients) {
-    return watchedTable(tableName)->selectSql() + u" WHERE "_s + sqlOfPatients(patients);
+    return watchedTable(tableName)->selectSql(sqlOfPatients(patients));
 }
 
 QString sqlLockPatient(const PatientKey &patient) {

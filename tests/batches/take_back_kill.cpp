@@ -5,6 +5,7 @@
 
 #include "consent/batches/take_back_query.h"
 #include "consent/batches/take_back_run.h"
+#include "consent/record/record_write_query.h"
 #include "tests/batches/renewed_practice.h"
 
 #include <QCoreApplication>
@@ -120,7 +121,7 @@ protected:
         for (qint32 patient = 1; patient <= patients; ++patient)
             all.push_back({1, 1, patient});
         StandingRows standing;
-        standing.add(*readRows(db, sqlStandingRows(all)));
+        standing.add(*readRows(db, sqlStanding(all)));
         const TakeBackPlan plan = planTakeBack(writtenRows(batchRecords(*records)), standing,
                                                [](const QString &) { return false; });
         EXPECT_EQ(plan.goingBack(), isBack ? 0 : renewals);

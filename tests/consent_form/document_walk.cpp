@@ -316,7 +316,8 @@ void Walk::letters() {
         return;
     }
     m_papers.clear();
-    const Result<bool> out = job.output(LetterOutput::Print, [] { return std::make_unique<NoWait>(); });
+    const Result<bool> out = job.output(
+        LetterOutput::Print, [] { return std::make_unique<NoWait>(); }, nullptr);
     ASSERT_TRUE(out) << out.reason().toStdString();
     if (m_papers.empty())
         m_papers = read(m_practice.work(u"WfdCom.dat"_s));
