@@ -24,8 +24,7 @@ HistoryState fit(cT_ADODB &db) {
     if (!version)
         return {HistoryState::Unfit, version.reason().trimmed()};
     if (version->number(0, 0) > logVersion)
-        return {HistoryState::Newer,
-                u"変更履歴の表が、新しい版のプログラムのもの（版 %1）です。"_s.arg(version->number(0, 0))};
+        return {HistoryState::Newer, u"表の版：%1"_s.arg(version->number(0, 0))};
     const ErrorsSince errors(db);
     Transaction trial(db); // undone
     QList<qint64> affected;
@@ -71,10 +70,34 @@ const HistoryState &settleLog(cT_ADODB &db) {
     return lookAtLog(db);
 }
 
+QString historyStateText(const HistoryState &state) {
+    const QString why = state.reason.isEmpty() ? QString() : u"\r\n\r\n"_s + state.reason;
+    switch (state.kind) {
+    case HistoryState::Kept:
+        return u"変更履歴を記録しています。保存・更新・印刷などで書き換えた行は、前後の値とともに残ります。"_s;
+    case HistoryState::Missing:
+        return u"変更履歴の表がデータベースにないため、記録していません。データはこれまでどおり保存されます。"
+               "「表を作成」で作成するか、下の SQL をサーバーの管理者に実行してもらってください。"_s +
+               why;
+    case HistoryState::Unfit:
+        return u"変更履歴の表に書き込めないため、記録していません。データはこれまでどおり保存されます。"
+               "サーバーの管理者に、下の SQL の表への SELECT・INSERT・UPDATE の権限を依頼してください。"_s +
+               why;
+    case HistoryState::Newer:
+        return u"変更履歴の表が新しい版のプログラムのものであるため、記録していません。"
+               "データはこれまでどおり保存されます。このＰＣのプログラムも新しい版にしてください。"_s +
+               why;
+    case HistoryState::Unknown:
+        break;
+    }
+    return u"変更履歴を記録しているかどうかは、まだ分かりません。"_s + why;
+}
+
 QString untoldHistoryState(cT_ADODB &db) {
     HistoryState &state = db.history();
     if (state.told || state.kind == HistoryState::Unknown || state.kind == HistoryState::Kept)
         return {};
     state.told = true;
-    return u"変更履歴は記録されません。「設定」の「変更履歴の準備」に、理由と準備のしかたがあります。"_s;
+    return u"変更履歴は記録されません（データはこれまでどおり保存されます）。"
+           "「設定」の「変更履歴の準備」に、理由と準備のしかたがあります。"_s;
 }

@@ -23,6 +23,9 @@ const HistoryState &lookAtLog(cT_ADODB &db);
 /// Before a transaction, never in it.
 const HistoryState &settleLog(cT_ADODB &db);
 
+/// What it says to the user, with what to do.
+QString historyStateText(const HistoryState &state);
+
 /// The user may be told, once, that no history is kept: why, or nothing where it is, where nobody knows yet,
 /// and where he has been told.
 QString untoldHistoryState(cT_ADODB &db);

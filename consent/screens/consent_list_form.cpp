@@ -18,6 +18,7 @@
 #include "consent/settings/columns_form.h"
 #include "db/adodb.h"
 #include "export/save_grid.h"
+#include "history/log_tables.h"
 #include "print/grid_print/grid_print.h"
 #include "widgets/date_box.h"
 #include "widgets/enter_moves_on.h"
@@ -232,6 +233,8 @@ void frm同意書管理::run(const ListCommand &command) {
         work().showState(*state);
     else if (const auto *range = std::get_if<QuickRange>(&command.does))
         work().showRange(*range);
+    if (const QString untold = untoldHistoryState(*m_db); !untold.isEmpty())
+        m_environment.messages.note(untold);
 }
 
 // The cell's button opens what the command opens for the current row.

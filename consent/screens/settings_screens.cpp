@@ -6,6 +6,7 @@
 #include "check/check_form.h"
 #include "consent/settings/period_settings_form.h"
 #include "fees/fees_form.h"
+#include "history/screens/prepare_form.h"
 #include "import/import_form.h"
 #include "masters/master_list_form.h"
 #include "print/consent_screens/consent_screens.h"
@@ -22,6 +23,16 @@ template <class Form> bool openMaster(const ListOpening &opening) {
     }
     form.exec();
     return form.written();
+}
+
+/// A screen that writes nothing that the list shows.
+template <class Form> bool openAlone(const ListOpening &opening) {
+    Form form(opening.environment, opening.db, opening.parent);
+    if (form.iInit() == 0)
+        form.exec();
+    else
+        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
+    return false;
 }
 
 /// A master that the suite's own program may keep.
@@ -63,21 +74,15 @@ bool openImport(const ListOpening &opening) {
 }
 
 bool openFees(const ListOpening &opening) {
-    FeesForm form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() == 0)
-        form.exec();
-    else
-        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
-    return false;
+    return openAlone<FeesForm>(opening);
 }
 
 bool openDatabaseCheck(const ListOpening &opening) {
-    DatabaseCheckForm form(opening.environment, opening.db, opening.parent);
-    if (form.iInit() == 0)
-        form.exec();
-    else
-        opening.environment.messages.failIn(form.sErrMsg(), u"iInit() でエラー");
-    return false;
+    return openAlone<DatabaseCheckForm>(opening);
+}
+
+bool openHistoryPreparation(const ListOpening &opening) {
+    return openAlone<HistoryPrepareForm>(opening);
 }
 
 bool openBackups(const ListOpening &opening) {

@@ -17,6 +17,8 @@ bool openImport(const ListOpening &opening);
 /// Unit prices and visit fees.
 bool openFees(const ListOpening &opening);
 bool openDatabaseCheck(const ListOpening &opening);
+/// Whether changes are recorded, and the tables that it takes.
+bool openHistoryPreparation(const ListOpening &opening);
 /// Restores a backup of the embedded database into a new file.
 bool openBackups(const ListOpening &opening);
 

@@ -4,6 +4,7 @@
 
 #include "consent/record/renewal_run.h"
 #include "tests/consent/consent_rows.h"
+#include "tests/history/replayed_log.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
@@ -109,6 +110,9 @@ protected:
         database.db.iDisConnect();
         ASSERT_TRUE(QFile::copy(database.path(), pristineFile()));
         pristine = state();
+        database.db.iConnect();
+        log = std::make_unique<ReplayedLog>(database.db);
+        database.db.iDisConnect();
         QElapsedTimer timer;
         Program whole(database.connectionString(), u"forward"_s);
         timer.start();
@@ -157,8 +161,15 @@ protected:
                 " sum(tDouiDay = '2026/05/20') FROM RIYOUSHA_DOUI_REC GROUP BY nDate"_s),
             (QStringList{u"20250510|150|0|0|0"_s, u"20251120|150|0|0|0"_s, u"20260520|150|150|150|150"_s}));
     }
+    // A connection to a file of that name would outlive the file.
+    void expectLogged() {
+        database.db.iConnect();
+        EXPECT_EQ(log->disagreement().toStdString(), "");
+        database.db.iDisConnect();
+    }
     // How many patients and kinds are renewed; every one must be wholly old or wholly renewed.
-    int judge() const {
+    int judge() {
+        expectLogged();
         EXPECT_EQ(database.value(u"PRAGMA integrity_check"_s), u"ok"_s);
         const State now = state();
         EXPECT_EQ(now.keys(), pristine.keys());
@@ -174,6 +185,7 @@ protected:
 
     TestDatabase database;
     State pristine, finished;
+    std::unique_ptr<ReplayedLog> log;
     std::chrono::nanoseconds duration{};
 };
 
@@ -218,6 +230,7 @@ TEST_F(RenewalKill, TwoProgramsRenewTheSameRowsOnceBetweenThem) {
         EXPECT_EQ(renewed, renewedRows);
         EXPECT_EQ(failed, 0);
         EXPECT_EQ(state(), finished);
+        expectLogged();
     }
 }
 

@@ -257,6 +257,7 @@ TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
     };
     fill();
     const QStringList before = rows.all();
+    const auto records = [&] { return database.value(u"SELECT COUNT(*) FROM DOUISHO_LOG"_s); };
     const struct {
         const char *name;
         std::function<short(ConsentRenewal &)> operation;
@@ -281,6 +282,7 @@ TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
     };
     for (const auto &c : cases) {
         int nth = 1;
+        const QString recorded = records();
         for (;; ++nth) {
             FailingConnection failing(database.connectionString(), nth);
             ConsentRenewal onFailing(failing.db);
@@ -291,9 +293,11 @@ TEST_F(Renewal, WhicheverStatementFailsNothingChanges) {
             const bool inMarks = onFailing.sErrMsg().endsWith(u"\r\nsetDouiNewestFlg() でエラー"_s);
             EXPECT_TRUE(inMarks || onFailing.sErrMsg().endsWith(u"\r\n"_s + c.label));
             ASSERT_EQ(rows.all(), before) << c.name << " statement " << nth;
+            ASSERT_EQ(records(), recorded);
         }
         EXPECT_GT(nth, 4) << c.name;
         EXPECT_NE(rows.all(), before) << c.name;
+        EXPECT_NE(records(), recorded);
         fill();
         // Audit times aside, everything stands as at the start.
         ASSERT_EQ(rows.all(), before);
