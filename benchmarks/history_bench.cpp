@@ -1,0 +1,150 @@
+// What the history costs: a renewal of a thousand rows with it beside the same without, on the embedded
+// database and over a line on which a round trip takes 20 ms; and a row's history among a million records.
+
+#include "benchmarks/figures.h"
+#include "consent/record/renewal_run.h"
+#include "db/tables/schema.h"
+#include "history/log_tables.h"
+#include "tests/odbc/postgres_server.h"
+#include "tests/odbc/slow_line.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QTemporaryDir>
+
+using namespace Qt::Literals::StringLiterals;
+
+namespace {
+
+constexpr int rows = 1000; ///< each of another patient, with two older ones
+constexpr int records = 1'000'000;
+constexpr int turns = 5;
+constexpr std::chrono::milliseconds roundTrip(20);
+constexpr double allowedRatio = 1.4;
+constexpr double mostMilliseconds = 50;
+
+void run(cT_ADODB &db, const QString &sql) {
+    if (db.iExecSQL(sql) != 0)
+        stop(db.sErrMsg());
+}
+
+void connect(cT_ADODB &db, const QString &text) {
+    db.iInit(text);
+    if (db.iConnect() != 0)
+        stop(db.sErrMsg());
+}
+
+void makeAll(cT_ADODB &db) {
+    for (const auto &make : {makeSchema, makeLogTables})
+        if (const Result<bool> made = make(db); !made)
+            stop(made.reason());
+}
+
+QString consentsOf(int patient) {
+    QStringList made;
+    for (const auto &[date, day, newest] :
+         {std::tuple(u"20241120"_s, u"2024/11/20"_s, 0), std::tuple(u"20250520"_s, u"2025/05/20"_s, 0),
+          std::tuple(u"20251120"_s, u"2025/11/20"_s, 1)})
+        made += u"(1, 1, %1, %2, 0, 0, %3, 0, %3, '%4', '%4', '2026/05/31', '2026/05/20', '2026/06/01',"
+                " '2026/11/30', '腰痛症による歩行困難', '高橋整形外科', '2026/05/21 10:00:00')"_s.arg(
+                    QString::number(patient), date, QString::number(newest), day);
+    return made.join(u", "_s);
+}
+
+void fill(cT_ADODB &db) {
+    for (const QString &table : {u"RIYOUSHA_DOUI_REC"_s, u"RIYOUSHA"_s, u"DOUISHO_LOG"_s})
+        run(db, u"DELETE FROM "_s + table);
+    QStringList patients, consents;
+    for (int patient = 1; patient <= rows; ++patient) {
+        patients += u"(1, 1, %1, '利用者%1', 0)"_s.arg(patient);
+        consents += consentsOf(patient);
+    }
+    run(db, u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, iTenki) VALUES "_s +
+                patients.join(u", "));
+    run(db, u"INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate,"
+            " iNewestFlg, iReceptDisabledFlg, iGetFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, tSaiDouiDay,"
+            " tSaiDouiKaryoS, tSaiDouiKaryoE, cDouiByoumei, cDouiIsiKikan, tUpDateTime) VALUES "_s +
+                consents.join(u", "));
+}
+
+double renew(cT_ADODB &db, HistoryState::Kind history) {
+    fill(db);
+    db.history().kind = history;
+    QList<RenewalRow> received;
+    for (int patient = 1; patient <= rows; ++patient)
+        received.append({.key = {{1, 1, patient}, 20251120, 0, 0},
+                         .name = {},
+                         .consentDate = {2025, 11, 20},
+                         .reConsent = {{2026, 5, 20}, {{2026, 6, 1}, {2026, 11, 30}}}});
+    QList<RenewalResult> results;
+    const double time = millisecondsOf([&] { results = RenewalRun(db).renew(received); });
+    if (countOutcome(results, RenewalOutcome::Renewed) != rows)
+        stop(u"not all rows were renewed"_s + results.first().reason);
+    return time;
+}
+
+/// In turns, so that a busy machine disturbs both alike.
+void compare(Figures &figures, const char *name, cT_ADODB &db, int repetitions) {
+    std::vector<double> with, without;
+    for (int turn = 0; turn < repetitions; ++turn) {
+        without.push_back(renew(db, HistoryState::Unfit));
+        with.push_back(renew(db, HistoryState::Kept));
+    }
+    const Result<Recordset> logged = readRows(db, u"SELECT COUNT(*) FROM DOUISHO_LOG"_s);
+    if (!logged || logged->number(0, 0) != 2 * rows)
+        stop(u"not all changes were recorded"_s);
+    figures.compare(name, median(with), "without history", median(without), allowedRatio);
+}
+
+void measureOneRow(Figures &figures, cT_ADODB &db) {
+    run(db, u"DELETE FROM DOUISHO_LOG"_s);
+    run(db,
+        u"INSERT INTO DOUISHO_LOG (cWrite, iSeq, tTime, cPcName, cOperation, cTable, iKyotenCd, iKyotenEb,"
+        " nIDNo, cKey, iKind, cChanges) WITH RECURSIVE n(i) AS (VALUES(0) UNION ALL SELECT i + 1 FROM n"
+        " WHERE i < %1) SELECT 'w' || i, 1, GetDate(), 'PC', '一覧の保存', 'RIYOUSHA_DOUI_REC', 1, 1, i % "
+        "20000,"
+        " '20260401/0/0', 2, '{\"iGetFlg\":[\"0\",\"1\"]}' FROM n"_s.arg(records - 1));
+    std::vector<double> times;
+    for (int turn = 0; turn < turns; ++turn)
+        times.push_back(millisecondsOf([&] {
+            const Result<Recordset> found =
+                readRows(db, u"SELECT cWrite, tTime, cOperation, cChanges FROM DOUISHO_LOG WHERE cTable ="
+                             " 'RIYOUSHA_DOUI_REC' AND iKyotenCd = 1 AND iKyotenEb = 1 AND nIDNo = 4711"
+                             " AND cKey = '20260401/0/0' ORDER BY tTime, cWrite, iSeq"_s);
+            if (!found || found->rowCount() != records / 20000)
+                stop(u"the row's records are not found"_s);
+        }));
+    figures.limit("history of a row among 1,000,000 records", median(times), mostMilliseconds);
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    const QCoreApplication application(argc, argv);
+    Figures figures;
+    const QTemporaryDir folder;
+    QFile file(folder.filePath(u"practice.db"_s));
+    if (!file.open(QIODevice::WriteOnly))
+        stop(file.errorString());
+    file.close();
+    cT_ADODB embedded;
+    connect(embedded, u"Provider=SQLite;Data Source="_s + file.fileName());
+    makeAll(embedded);
+    compare(figures, "1,000 rows renewed in the embedded database", embedded, turns);
+    measureOneRow(figures, embedded);
+
+    const PostgresServer server;
+    if (!server.problem().isEmpty())
+        stop(server.problem());
+    cT_ADODB near;
+    connect(near, server.connectionString());
+    makeAll(near);
+    compare(figures, "1,000 rows renewed on a server of this machine", near, turns);
+    const SlowLine line(server.port(), roundTrip);
+    QString text = server.connectionString();
+    text.replace(u"Port=%1;"_s.arg(server.port()), u"Port=%1;"_s.arg(line.port()));
+    cT_ADODB far;
+    connect(far, text);
+    compare(figures, "1,000 rows renewed over the line", far, 2);
+    return figures.exitCode();
+}
