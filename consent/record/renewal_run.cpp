@@ -117,36 +117,40 @@ QList<RenewalResult> RenewalRun::renew(const QList<RenewalRow> &rows, const Prog
     const QString operation = u"同意更新"_s;
     Result<std::optional<Batch>> batch = Batch::begin(m_db, rows.front().key.patient.branch(), operation);
     if (!batch) {
-        for (RenewalResult *result : waiting) {
-            result->outcome = RenewalOutcome::Failed;
-            result->reason = batch.reason();
-        }
+        for (RenewalResult *result : waiting)
+            *result = {result->row, RenewalOutcome::Failed, batch.reason()};
         return results;
     }
     ConsentRenewal renewal(m_db, operationOf(*batch, operation));
+    renewInTurn(renewal, waiting, [&](const RenewalResult *next) {
+        const qsizetype passed = next ? next - results.data() : results.size();
+        return !progress || progress(int(passed), int(results.size()));
+    });
+    // Where even that cannot be written any more, the records of the rows tell.
+    if (*batch)
+        (void)(*batch)->finish(countOutcome(results, RenewalOutcome::Renewed));
+    return results;
+}
+
+void RenewalRun::renewInTurn(ConsentRenewal &renewal, Rows waiting,
+                             const std::function<bool(const RenewalResult *next)> &passed) {
     QString stopped;
     size_t done = 0;
     size_t oneByOne = 0; // where the rows of a failed batch end
     while (done < waiting.size() && stopped.isEmpty()) {
-        const Rows together = firstBatch(Rows(waiting).subspan(done), done < oneByOne ? 1 : mostTogether);
+        const Rows together = firstBatch(waiting.subspan(done), done < oneByOne ? 1 : mostTogether);
         if (!renewTogether(renewal, together)) {
             oneByOne = done + together.size();
             continue;
         }
         done += together.size();
-        const bool isLast = done == waiting.size();
-        const qsizetype passed = isLast ? results.size() : waiting[done] - results.data();
         if (!m_db.isConnected() && m_db.iConnect() != 0)
             stopped = u"データベースとの接続が切れたため、更新していません。"_s;
-        else if (progress && !progress(int(passed), int(results.size())))
+        else if (!passed(done == waiting.size() ? nullptr : waiting[done]))
             stopped = u"中止したため、更新していません。"_s;
     }
     for (; done < waiting.size(); ++done)
         waiting[done]->reason = stopped;
-    // Where even that cannot be written any more, the records of the rows tell.
-    if (*batch)
-        (void)(*batch)->finish(countOutcome(results, RenewalOutcome::Renewed));
-    return results;
 }
 
 qsizetype countOutcome(const QList<RenewalResult> &results, RenewalOutcome outcome) {

@@ -22,9 +22,9 @@ struct RenewalResult {
     QString reason; ///< for the user, unless renewed
 };
 
-/// Renews many rows: examines all before it renews the first, then renews a batch of them after the other,
-/// each in a transaction of its own, so that stopping half-way leaves every row either old or renewed. The
-/// rows of a batch that fails go one by one, so that each meets its own fate.
+/// Renews many rows, as one run of the history: examines all before it renews the first, then renews a batch
+/// of them after the other, each in a transaction of its own, so that stopping half-way leaves every row
+/// either old or renewed. The rows of a batch that fails go one by one, so that each meets its own fate.
 class RenewalRun {
 public:
     /// Rows of a batch: over a line of 20 ms a fifth of a second.
@@ -45,6 +45,9 @@ private:
     using Rows = std::span<RenewalResult *const>;
 
     bool renewTogether(ConsentRenewal &renewal, Rows batch);
+    /// @param passed told the next row, null at the end; false stops
+    void renewInTurn(ConsentRenewal &renewal, Rows waiting,
+                     const std::function<bool(const RenewalResult *next)> &passed);
 
     cT_ADODB &m_db;
 };

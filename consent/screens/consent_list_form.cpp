@@ -325,8 +325,7 @@ void frm同意書管理::saveCsv() {
 void frm同意書管理::printList() {
     if (!readAllLetters())
         return;
-    const GridDocument document =
-        listDocument(*m_grid, *m_panel, work().readFilter(), work().countsText());
+    const GridDocument document = listDocument(*m_grid, *m_panel, work().readFilter(), work().countsText());
     SentRun sent(m_environment, *m_db, u"一覧印刷"_s);
     if (printGrid(m_environment, document, &sent))
         noteUnkept(m_environment.messages, sent.finish(qint64(document.table.rows.size()), 1));
