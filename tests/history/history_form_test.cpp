@@ -1,9 +1,13 @@
 #include "history/screens/history_form.h"
+#include "history/screens/prepare_form.h"
 #include "tests/history/history_fixture.h"
 #include "widgets/grid.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
 
 namespace {
@@ -72,4 +76,27 @@ TEST_F(HistoryFormTest, WhereThereIsNoHistoryALineSaysWhatToDo) {
     ASSERT_EQ(messages.notes.size(), 2);
     EXPECT_TRUE(messages.notes[0].contains(u"新しい版"_s)) << messages.notes[0].toStdString();
     EXPECT_TRUE(messages.notes[1].contains(u"「変更履歴の準備」"_s)) << messages.notes[1].toStdString();
+}
+
+TEST_F(HistoryTest, ThePreparationMakesTheTablesAndHandsOverTheirStatements) {
+    for (const QString &table :
+         {u"DOUISHO_LOG"_s, u"DOUISHO_LOG_BATCH"_s, u"DOUISHO_LOG_DOCUMENT"_s, u"DOUISHO_LOG_INFO"_s})
+        database.run(u"DROP TABLE "_s + table);
+    HistoryPrepareForm form(environment, database.db);
+    ASSERT_EQ(form.iInit(), 0) << form.sErrMsg().toStdString();
+    form.show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+    const auto *state = form.findChild<QLabel *>(u"lblJyotai"_s);
+    EXPECT_TRUE(state->text().contains(u"表がデータベースにない"_s));
+    QTest::keyClick(&form, Qt::Key_F7);
+    EXPECT_TRUE(
+        QTest::qWaitFor([] { return QGuiApplication::clipboard()->text().contains(u"DOUISHO_LOG ("_s); }));
+    QTest::keyClick(&form, Qt::Key_F5);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state->text().startsWith(u"変更履歴を記録しています"_s); }));
+    EXPECT_FALSE(form.findChild<QPushButton *>(u"cmdMake"_s)->isEnabled());
+
+    database.run(u"UPDATE DOUISHO_LOG_INFO SET iVersion = 2"_s);
+    QTest::keyClick(&form, Qt::Key_F4);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return state->text().contains(u"新しい版"_s); }));
+    EXPECT_FALSE(form.findChild<QPushButton *>(u"cmdMake"_s)->isEnabled());
 }
