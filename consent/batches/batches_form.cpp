@@ -78,8 +78,8 @@ void BatchesForm::layOut() {
     m_documents = addButton(*buttons, u"cmdOkutta"_s, u"何を送ったか"_s, u"F9"_s,
                             u"選択した処理で出力した文書を、そのまま表示します"_s);
     m_close = addButton(*buttons, u"cmdEnd"_s, u"閉じる"_s, u"F12"_s, u"一覧に戻ります"_s);
-    (new CsvButton(m_environment, *m_grid, u"処理の一覧"_s))->insert(*buttons, *m_close);
     layout->addLayout(buttons);
+    (new CsvButton(m_environment, *m_grid, u"処理の一覧"_s))->insert(*buttons, *m_close);
     layout->addWidget(new FootLine(this));
     const QSize wanted(m_grid->widthOf(72), fontMetrics().height() * 32);
     resize(wanted.boundedTo(screen()->availableSize() * 9 / 10));

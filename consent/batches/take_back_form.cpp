@@ -11,9 +11,13 @@ using namespace Qt::Literals::StringLiterals;
 
 namespace {
 
+/// Fewer rows are written before a window could be read; one that goes as it comes may take the keys along.
+constexpr qsizetype worthWaiting = 200;
+
 Result<bool> takeWaiting(TakeBack &work, const TakeBackProposal &agreed, QWidget *parent) {
-    frmWaitMsg wait(parent);
-    wait.showProgress(u"処理を取り消しています。"_s);
+    std::optional<frmWaitMsg> wait;
+    if (agreed.plan.goingBack() >= worthWaiting)
+        wait.emplace(parent).showProgress(u"処理を取り消しています。"_s);
     return work.take(agreed);
 }
 

@@ -25,7 +25,7 @@ protected:
     QStringList rows() const {
         return database.rows(u"SELECT * FROM RIYOUSHA_DOUI_REC ORDER BY nIDNo, nDate"_s);
     }
-    // The message of the wait took the keys along.
+    // The message of the renewal's wait took the keys along.
     static void activate(QWidget &window) {
         window.activateWindow();
         EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
