@@ -23,6 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int daysShown = 7;
+constexpr int kindColumn = 3;
 
 } // namespace
 
@@ -121,6 +122,8 @@ short BatchesForm::iInit() {
     }
     showArchiveSize(m_environment, m_kept);
     m_grid->fitColumns(24);
+    // Room for what later runs are called.
+    m_grid->setColumnWidth(kindColumn, qMax(m_grid->columnWidth(kindColumn), m_grid->widthOf(10)));
     m_grid->goTo(0, 0);
     m_grid->setFocus();
     return 0;

@@ -134,6 +134,19 @@ void writeBack(RecordWrite &write, const WrittenRow &row) {
         write.change(sqlWhere(*row.consent), valuesBefore(row), Audit::Untouched);
 }
 
+/// Who wrote a row last with a program that keeps no history, the row itself may say.
+void noteSilentWriters(TakeBackProposal &proposal, const StandingRows &standing) {
+    for (const TakeBackUnit *unit : proposal.plan.left()) {
+        const WrittenRow &row = proposal.plan.rows[unit->because];
+        const auto place = row.consent ? standing.find(*row.consent) : std::nullopt;
+        if (unit->stay != RowStay::Overtaken || !place)
+            continue;
+        const QString time = timeText(standing.value(*place, u"tUpDateTime"_s));
+        if (time > std::max(timeText(row.time), proposal.writers[row.identity()].time))
+            proposal.writers[row.identity()] = {time, standing.value(*place, u"cPcName"_s), {}};
+    }
+}
+
 bool movesMarks(const WrittenRow &row) {
     return row.cameOrWent() || row.values.contains(u"iNewestFlg"_s);
 }
@@ -179,7 +192,6 @@ Result<TakeBackPlan> TakeBack::plan(qint32 batch) {
     return plan;
 }
 
-// What the log does not know a program wrote that keeps none; the row itself may say which PC.
 Result<> TakeBack::readLeft(TakeBackProposal &proposal) {
     const TakeBackPlan &plan = proposal.plan;
     if (plan.taker != 0) {
@@ -187,19 +199,6 @@ Result<> TakeBack::readLeft(TakeBackProposal &proposal) {
         if (!taker)
             return Failure{taker.reason()};
         proposal.taker = *taker;
-    }
-    const std::vector<PatientKey> patients = patientsOfUnits(plan, isLeft);
-    const Result<StandingRows> standing = standingRows(m_db, patients);
-    if (!standing)
-        return Failure{standing.reason()};
-    for (const TakeBackUnit *unit : plan.left()) {
-        const WrittenRow &row = plan.rows[unit->because];
-        const auto place = row.consent ? standing->find(*row.consent) : std::nullopt;
-        if (unit->stay == RowStay::Overtaken &&
-            standing->value(*place, u"tUpDateTime"_s) != row.values[u"tUpDateTime"_s].after)
-            proposal.writers.insert(row.identity(), {timeText(standing->value(*place, u"tUpDateTime"_s)),
-                                                     standing->value(*place, u"cPcName"_s),
-                                                     {}});
     }
     const auto read = [&](const std::vector<PatientKey> &some) -> Result<> {
         const Result<Recordset> names = readSaying(m_db, sqlPatientNames(some));
@@ -214,7 +213,14 @@ Result<> TakeBack::readLeft(TakeBackProposal &proposal) {
                                     {timeText(writer.time), writer.computer, writer.operation});
         return {};
     };
-    return inParts(patients, mostPatients, read);
+    const std::vector<PatientKey> patients = patientsOfUnits(plan, isLeft);
+    if (const Result<> done = inParts(patients, mostPatients, read); !done)
+        return done;
+    const Result<StandingRows> standing = standingRows(m_db, patients);
+    if (!standing)
+        return Failure{standing.reason()};
+    noteSilentWriters(proposal, *standing);
+    return {};
 }
 
 Result<bool> TakeBack::take(const TakeBackProposal &agreed) {

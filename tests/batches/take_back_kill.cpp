@@ -150,9 +150,16 @@ TEST_F(TakeBackKill, EverythingIsOldOrRenewedWhateverTheMoment) {
         const bool isBack = judge();
         back += isBack;
         Program second(database.connectionString(), renewal);
+        QElapsedTimer timer;
+        timer.start();
         second.go();
         EXPECT_EQ(second.finish(), isBack ? "0" : "1");
+        const std::chrono::nanoseconds took(timer.nsecsElapsed());
         EXPECT_TRUE(judge());
+        // Whatever else the machine does, the moments lie in what it takes.
+        if (!isBack)
+            duration = std::min(duration, took);
+        moment.param(std::uniform_int_distribution<qint64>::param_type(0, duration.count()));
     }
     std::printf("%d rounds, seed %u, in %d of them it was done before it was killed; it takes %.1f ms\n",
                 rounds, seed, back, double(duration.count()) / 1e6);
