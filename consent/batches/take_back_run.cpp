@@ -167,6 +167,9 @@ Result<TakeBackProposal> TakeBack::propose(qint32 number) {
     if (!found)
         return Failure{found.reason()};
     TakeBackProposal proposal{.batch = **batch, .taker = {}, .plan = *std::move(found)};
+    // A run that was broken off never said how many rows it came to.
+    if (proposal.batch.rows == 0)
+        proposal.batch.rows = qint32(proposal.plan.units.size());
     if (const Result<> read = readLeft(proposal); !read)
         return Failure{read.reason()};
     return proposal;

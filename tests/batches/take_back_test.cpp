@@ -124,6 +124,14 @@ TEST(TakeBack, ARunHalfOfWhoseRowsWereDeletedGoesBackByHalf) {
     EXPECT_EQ(practice.rows(), kept);
 }
 
+TEST(TakeBack, BesideAConsentThatCameSinceTheNewestMarkIsRight) {
+    Practice practice(1);
+    const qint32 renewal = practice.renew(practice.database.db);
+    practice.consents.insert({{1, 1, 1}, 20261001, 0, 0}, {{u"iNewestFlg"_s, u"1"_s}});
+    practice.takeBack(renewal);
+    EXPECT_EQ(practice.consents.newest({1, 1, 1}), QStringList{u"20261001/0/0"_s});
+}
+
 TEST(TakeBack, MarksOfLettersAndMailsBecomeWhatTheyWere) {
     Practice practice(2);
     const QStringList old = practice.rows();
