@@ -7,10 +7,10 @@
 #include "consent/batches/take_back_run.h"
 #include "consent/record/record_write_query.h"
 #include "tests/batches/renewed_practice.h"
+#include "tests/consent/victim.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <chrono>
 #include <cstdio>
 #include <random>
@@ -44,30 +44,10 @@ int take(const QString &connectionString, qint32 batch) {
 
 // The judge.
 
-class Program {
+class Program : public Victim {
 public:
-    Program(const QString &connectionString, qint32 batch) {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QCoreApplication::applicationFilePath(),
-                        {u"take"_s, connectionString, QString::number(batch)});
-        EXPECT_TRUE(m_process.waitForReadyRead(10000));
-        EXPECT_EQ(m_process.readLine(), QByteArray("ready\n"));
-    }
-    void go() {
-        m_process.write("\n");
-        m_process.waitForBytesWritten();
-    }
-    void kill() {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    QByteArray finish() {
-        m_process.waitForFinished(60000);
-        return m_process.readAllStandardOutput().trimmed();
-    }
-
-private:
-    QProcess m_process;
+    Program(const QString &connectionString, qint32 batch)
+        : Victim({u"take"_s, connectionString, QString::number(batch)}) {}
 };
 
 class TakeBackKill : public testing::Test, protected RenewedPractice {

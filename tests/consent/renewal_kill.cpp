@@ -4,12 +4,12 @@
 
 #include "consent/record/renewal_run.h"
 #include "tests/consent/consent_rows.h"
+#include "tests/consent/victim.h"
 #include "tests/history/replayed_log.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QProcess>
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
@@ -70,30 +70,10 @@ int renewAll(const QString &connectionString, bool backward) {
 
 // The judge.
 
-class Program {
+class Program : public Victim {
 public:
-    Program(const QString &connectionString, const QString &direction) {
-        m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-        m_process.start(QCoreApplication::applicationFilePath(), {u"renew"_s, connectionString, direction});
-        EXPECT_TRUE(m_process.waitForReadyRead(10000));
-        EXPECT_EQ(m_process.readLine(), QByteArray("ready\n"));
-    }
-    void go() {
-        m_process.write("\n");
-        m_process.waitForBytesWritten();
-    }
-    void kill() {
-        m_process.kill();
-        m_process.waitForFinished();
-    }
-    /// Renewed and failed rows, "" when it did not come to its end.
-    QByteArray finish() {
-        m_process.waitForFinished(60000);
-        return m_process.readAllStandardOutput().trimmed();
-    }
-
-private:
-    QProcess m_process;
+    Program(const QString &connectionString, const QString &direction)
+        : Victim({u"renew"_s, connectionString, direction}) {}
 };
 
 // The rows of each patient and kind, audit columns left out.
