@@ -75,7 +75,7 @@ void showKept(Environment &environment, const std::vector<const SentDocument *> 
                                   caption);
     if (found.pages.empty())
         return;
-    if (const Result<> shown = showPages(environment, found.pages, title); !shown)
+    if (const Result<> shown = showPages(environment, found.pages, u"%1：%2"_s.arg(caption, title)); !shown)
         environment.messages.fail(shown.reason(), caption);
 }
 
@@ -171,11 +171,17 @@ QString termText(int months) {
            (months % 12 ? u"%1か月"_s.arg(months % 12) : QString()) + u"分"_s;
 }
 
-QString sizeText(const Archive::Size &size, int months) {
+/// "8 kB", "5.4 MB", "56 MB"
+QString bytesText(qint64 bytes) {
     constexpr double megabyte = 1 << 20;
-    return u"保管している文書：%L1件、%L2 MB（%3）"_s.arg(size.documents)
-        .arg(double(size.bytes) / megabyte, 0, 'f', double(size.bytes) < 10 * megabyte ? 1 : 0)
-        .arg(months > 0 ? termText(months) + u"まで"_s : u"期限なし"_s);
+    const double size = double(bytes) / megabyte;
+    return size < 1 ? u"%L1 kB"_s.arg((bytes + 1023) / 1024)
+                    : u"%L1 MB"_s.arg(size, 0, 'f', size < 10 ? 1 : 0);
+}
+
+QString sizeText(const Archive::Size &size, int months) {
+    return u"保管している文書：%L1件、%2（%3）"_s.arg(size.documents)
+        .arg(bytesText(size.bytes), months > 0 ? termText(months) + u"まで"_s : u"期限なし"_s);
 }
 
 } // namespace

@@ -20,6 +20,7 @@
 #include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <cstdio>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,7 +39,8 @@ public:
 /// The system's programs; of the viewer only what it would be started with is noted.
 class NoViewer : public SystemProcesses {
 public:
-    bool start(const QString &, const QStringList &arguments, const QString &, qint64 *) override {
+    bool start(const QString &, const QStringList &arguments, const QString &, qint64 *,
+               WindowStyle) override {
         commands = arguments.back();
         return true;
     }

@@ -125,7 +125,9 @@ void measureData(Figures &figures, Folders &folders, cT_ADODB &db, const BareDat
 /// The system's programs; the viewer is not started, since it would work beside the image builder.
 class BuilderOnly : public SystemProcesses {
 public:
-    bool start(const QString &, const QStringList &, const QString &, qint64 *) override { return true; }
+    bool start(const QString &, const QStringList &, const QString &, qint64 *, WindowStyle) override {
+        return true;
+    }
     ProcessEnd run(const QString &program, const QStringList &arguments, const QString &folder,
                    std::chrono::milliseconds timeOut, const std::function<bool()> &goOn) override {
         ProcessEnd end;

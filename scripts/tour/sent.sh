@@ -12,6 +12,7 @@ tour_sent() {
     gone '帳票印刷'
     comes "SELECT COUNT(*) > 0 FROM DOUISHO_LOG_DOCUMENT D JOIN DOUISHO_LOG_BATCH USING (nBatch)
         WHERE cKind = '依頼書印刷' AND D.nPages > 0" 1
+    cp -a "$installation/SYS" "$installation/SYS.before"
     sed -i 's/同意依頼書/新しい書式/g' "$installation"/SYS/同意依頼書*.wfd
     window '同意書管理'
     key ctrl+j
@@ -27,4 +28,6 @@ tour_sent() {
     key F12
     gone '処理の一覧'
     window '同意書管理'
+    rm -r "$installation/SYS"
+    mv "$installation/SYS.before" "$installation/SYS"
 }

@@ -266,7 +266,7 @@ TEST_F(Sent, MailsAreReadAndChosenDocumentsShown) {
     QLabel line;
     showArchiveSize(practice.environment, &line);
     EXPECT_TRUE(QTest::qWaitFor([&] { return !line.text().isEmpty(); }));
-    EXPECT_EQ(line.text(), u"保管している文書：3件、0.0 MB（5年分まで）"_s);
+    EXPECT_EQ(line.text(), u"保管している文書：3件、2 kB（5年分まで）"_s);
 }
 
 } // namespace
