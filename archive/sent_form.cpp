@@ -11,6 +11,7 @@
 #include <QApplication>
 #include <QBoxLayout>
 #include <QDialog>
+#include <QHeaderView>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QPointer>
@@ -105,6 +106,8 @@ private:
         m_grid->setAccessibleName(u"送った文書"_s);
         m_grid->setModel(&m_model);
         m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
+        m_grid->setSelectionMode(QAbstractItemView::ExtendedSelection);
+        m_grid->horizontalHeader()->setSectionResizeMode(0, QHeaderView::Stretch);
         m_grid->fitColumns(44);
         m_grid->goTo(0, 0);
         column->addWidget(m_grid, 2);

@@ -102,7 +102,7 @@ void SentRun::keep(const QString &title, const QByteArray &content) {
             const std::optional<FinishedDocument> finished = parseDocumentFile(content, kind, &problem);
             const Document document = finished ? finished->document : Document();
             const QString common = documentKind(document);
-            kept = {(common.isEmpty() ? kind : common) + u'　' + documentPersons(document),
+            kept = {(common.isEmpty() ? kind : common) + u'　' + documentSpan(document),
                     document.pageCount()};
         }
         const Result<> stored = archive.store(content);

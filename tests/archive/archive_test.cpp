@@ -136,7 +136,7 @@ protected:
     void putLayout(const QString &title) const {
         write(at(u"書式.wfd"_s),
               u"<layout version='1' paper='A4' title='%1'><page><text x='10' y='10' w='90' "
-              "h='8'>%1</text><text x='10' y='20' w='90' h='8'>{利用者氏名}</text>"
+              "h='8'>%1</text><text x='10' y='20' w='90' h='8'>{利用者名}</text>"
               "<image x='10' y='40' w='20' h='20' item='印'/></page></layout>"_s.arg(title)
                   .toUtf8());
     }
@@ -146,7 +146,7 @@ protected:
         cls_WfdPrintExe engine(practice.environment, &run);
         engine.iInit(at(u"書式.wfd"_s), u"依頼書"_s);
         const QString file = picture ? *engine.files().write(u"印.png"_s, "picture") : QString();
-        DataFile data({u"利用者ID"_s, u"利用者氏名"_s, u"印"_s});
+        DataFile data({u"利用者ID"_s, u"利用者名"_s, u"印"_s});
         for (const QString &name : names)
             data.add(std::vector<DataValue>{names.indexOf(name) + 1, name, file});
         EXPECT_EQ(engine.iWriteData(1, u"データ"_s, data), 0);
@@ -186,7 +186,7 @@ TEST_F(Sent, ShowsTheVeryPagesAgainWhenLayoutAndDataAreOthers) {
     EXPECT_EQ(database.rows(u"SELECT cKind, nRows, nDocuments, nPages FROM DOUISHO_LOG_BATCH"_s),
               QStringList{u"依頼書印刷|2|2|2"_s});
     EXPECT_EQ(database.rows(u"SELECT nBatch, iNo, cTitle, nPages FROM DOUISHO_LOG_DOCUMENT"_s),
-              QStringList{u"1|1|依頼書　2名|2"_s});
+              QStringList{u"1|1|依頼書　髙橋　花子 ～ 𠮷田、2名|2"_s});
     putLayout(u"新しい書式"_s);
     for (const QString &file : QDir(practice.programFolder.path()).entryList({u"*.csv*"_s}))
         QFile::remove(at(file));

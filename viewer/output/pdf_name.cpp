@@ -39,6 +39,33 @@ template <class Items> QString firstOf(const DataTable &table, int row, const It
     return {};
 }
 
+struct Persons {
+    QSet<QString> numbers; ///< names where they have none
+    QString first, last;   ///< names
+    int records = 0;
+
+    QString text() const {
+        if (numbers.isEmpty())
+            return u"%1件"_s.arg(records);
+        return numbers.size() == 1 && !last.isEmpty() ? last : u"%1名"_s.arg(numbers.size());
+    }
+};
+
+Persons personsOf(const Document &document) {
+    Persons persons;
+    for (const Report &report : document.reports())
+        for (const ReportSource &source : report.sources)
+            for (int row = 0; row < source.table->rowCount(); ++row, ++persons.records) {
+                persons.last = firstOf(*source.table, row, personNameItems);
+                if (persons.records == 0)
+                    persons.first = persons.last;
+                const QString number = firstOf(*source.table, row, personNumberItems);
+                persons.numbers.insert(number.isEmpty() ? persons.last : number);
+            }
+    persons.numbers.remove(QString());
+    return persons;
+}
+
 } // namespace
 
 QString documentKind(const Document &document) {
@@ -49,20 +76,14 @@ QString documentKind(const Document &document) {
 }
 
 QString documentPersons(const Document &document) {
-    QSet<QString> persons; // by number where they have one
-    QString name;
-    int records = 0;
-    for (const Report &report : document.reports())
-        for (const ReportSource &source : report.sources)
-            for (int row = 0; row < source.table->rowCount(); ++row, ++records) {
-                name = firstOf(*source.table, row, personNameItems);
-                const QString number = firstOf(*source.table, row, personNumberItems);
-                persons.insert(number.isEmpty() ? name : number);
-            }
-    persons.remove(QString());
-    if (persons.isEmpty())
-        return u"%1件"_s.arg(records);
-    return persons.size() == 1 && !name.isEmpty() ? name : u"%1名"_s.arg(persons.size());
+    return personsOf(document).text();
+}
+
+QString documentSpan(const Document &document) {
+    const Persons persons = personsOf(document);
+    return persons.numbers.size() > 1 && !persons.first.isEmpty()
+               ? u"%1 ～ %2、%3"_s.arg(persons.first, persons.last, persons.text())
+               : persons.text();
 }
 
 QString pdfNameOf(const Document &document, const QDate &day) {
