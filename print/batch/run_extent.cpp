@@ -10,11 +10,19 @@
 using namespace Qt::Literals::StringLiterals;
 
 void PageCount::add(const QString &layout, const QString &dataName, const DataFile &data) {
-    count(layout, dataName, data.bytes(), 1);
+    add(pagesOf(layout, dataName, data.bytes()));
 }
 
-void PageCount::addSingles(const QString &layout, int documents) {
-    count(layout, {}, "x\r\n1\r\n", documents);
+void PageCount::addSingle(const QString &layout) {
+    auto known = m_singles.constFind(layout);
+    if (known == m_singles.cend())
+        known = m_singles.insert(layout, pagesOf(layout, {}, "x\r\n1\r\n"));
+    add(*known);
+}
+
+void PageCount::add(std::optional<int> pages) {
+    m_known = m_known && pages;
+    m_pages += pages.value_or(0);
 }
 
 std::shared_ptr<const Layout> PageCount::layoutOf(const QString &path) {
@@ -29,14 +37,15 @@ std::shared_ptr<const Layout> PageCount::layoutOf(const QString &path) {
     return m_layouts[path] = layout;
 }
 
-void PageCount::count(const QString &layout, const QString &dataName, const QByteArray &bytes, int times) {
+std::optional<int> PageCount::pagesOf(const QString &layout, const QString &dataName,
+                                      const QByteArray &bytes) {
     Problem problem;
     Report report;
     report.layout = layoutOf(layout);
     report.sources = {{dataName, DataTable::fromBytes(bytes, dataName, {}, &problem)}};
-    m_known = m_known && report.layout && report.sources[0].table;
-    if (m_known)
-        m_pages += times * Document({report}, {}).pageCount();
+    if (!report.layout || !report.sources[0].table)
+        return {};
+    return Document({report}, {}).pageCount();
 }
 
 QString RunExtent::text(PrintWay way) const {

@@ -3,6 +3,7 @@
 #include <QHash>
 #include <QString>
 #include <memory>
+#include <optional>
 
 class DataFile;
 struct Layout;
@@ -15,17 +16,20 @@ public:
     /// @param layout full path
     /// @param dataName under which the layout knows the data
     void add(const QString &layout, const QString &dataName, const DataFile &data);
-    /// The same for so many documents of one record each, whose layouts have no conditions that change pages.
-    void addSingles(const QString &layout, int documents);
+    /// The same for a document of one record.
+    void addSingle(const QString &layout);
 
     /// 0 where a layout is none that can be counted: it is missing, or another engine's.
     int pages() const { return m_known ? m_pages : 0; }
 
 private:
     std::shared_ptr<const Layout> layoutOf(const QString &path);
-    void count(const QString &layout, const QString &dataName, const QByteArray &bytes, int times);
+    /// Nothing where they cannot be counted.
+    std::optional<int> pagesOf(const QString &layout, const QString &dataName, const QByteArray &bytes);
+    void add(std::optional<int> pages);
 
     QHash<QString, std::shared_ptr<const Layout>> m_layouts;
+    QHash<QString, std::optional<int>> m_singles;
     int m_pages = 0;
     bool m_known = true;
 };

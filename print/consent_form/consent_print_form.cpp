@@ -40,7 +40,7 @@ QString batchQuestion(const Environment &environment, const std::vector<ConsentF
         return BatchPrint::previewQuestion(environment, count);
     PageCount pages;
     for (const ConsentForm &form : forms)
-        pages.addSingles(layoutPath(environment.folders, form), 1);
+        pages.addSingle(layoutPath(environment.folders, form));
     return RunExtent{count, u"同意書 %L1 通"_s.arg(count), pages.pages()}.question(way);
 }
 

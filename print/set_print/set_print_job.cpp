@@ -127,14 +127,14 @@ RunExtent SetPrintJob::extent() const {
     for (const Item &item : m_items)
         switch (item.kind) {
         case Kind::Form:
-            pages.addSingles(layoutPath(m_environment.folders, m_forms.forms[item.index]), 1);
+            pages.addSingle(layoutPath(m_environment.folders, m_forms.forms[item.index]));
             break;
         case Kind::Letter:
             pages.add(m_letters.layoutPath(m_letters.letters()[item.index]), dataName,
                       m_letters.data(m_letters.letters()[item.index]));
             break;
         case Kind::Envelope:
-            pages.addSingles(envelopeReport(m_envelopes[item.index]).layout, 1);
+            pages.addSingle(envelopeReport(m_envelopes[item.index]).layout);
             break;
         }
     return {std::ssize(m_rows), u"書類 %L1 通"_s.arg(count()), pages.pages()};

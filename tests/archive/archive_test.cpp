@@ -4,6 +4,7 @@
 #include "archive/sent_documents.h"
 #include "archive/sent_form.h"
 #include "archive/sent_run.h"
+#include "print/batch/run_extent.h"
 #include "print/engine/data_file.h"
 #include "print/engine/wfd_print_exe.h"
 #include "print/mail/mail_message.h"
@@ -149,6 +150,9 @@ protected:
         DataFile data({u"利用者ID"_s, u"利用者名"_s, u"印"_s});
         for (const QString &name : names)
             data.add(std::vector<DataValue>{names.indexOf(name) + 1, name, file});
+        PageCount before;
+        before.add(at(u"書式.wfd"_s), u"データ"_s, data);
+        EXPECT_EQ(before.pages(), names.size()) << "what is told before";
         EXPECT_EQ(engine.iWriteData(1, u"データ"_s, data), 0);
         EXPECT_EQ(engine.iPrintBk(), 0) << engine.sErrMsg().toStdString();
         return run.finish(names.size(), names.size());
