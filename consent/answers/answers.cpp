@@ -169,39 +169,65 @@ QStringList AnswerDesk::questions(int consent, const ReConsent &answer) {
 }
 
 AnswerOutcome AnswerDesk::record(int consent, const ReConsent &answer) {
-    const int record = recordOf(consent);
-    enter(record, answer);
+    enter(recordOf(consent), answer);
+    return write(recordOf(consent));
+}
+
+AnswerOutcome AnswerDesk::write(int record) {
     QString wrong;
     if (m_model.firstWrong(&wrong) >= 0)
         return {AnswerOutcome::Refused, wrong.section(u"\r\n"_s, 1)};
-    const std::vector<ChangedRow> changed = m_model.changedRows();
-    if (changed.empty())
+    const std::vector<TypedRow> typed = m_model.typedRows();
+    if (typed.empty())
         return {AnswerOutcome::Refused, u"この内容はすでに登録されています。"_s};
-    const Result<std::vector<size_t>> saved =
-        saveRows(m_db, {changed.begin(), changed.end()}, {u"返事の入力"_s});
+    const Result<std::vector<size_t>> saved = saveRows(m_db, {typed.begin(), typed.end()}, {u"返事の入力"_s});
     if (!saved)
         return {AnswerOutcome::Failed, saved.reason()};
-    if (!saved->empty()) {
-        const Result<> read = open(m_patient);
-        return {AnswerOutcome::Overtaken, u"他の端末で変更されたため、登録していません。今の内容："_s +
-                                              (read ? allThatStands(m_model.records()) : read.reason())};
-    }
-    m_lastDay = answer.date;
-    keep(changed, record, answer, whatStands(record));
+    m_overtaken.clear();
+    for (const size_t i : *saved)
+        m_overtaken.push_back(typed[i]);
+    if (!m_overtaken.empty())
+        return {AnswerOutcome::Overtaken};
+    m_lastDay = m_model.values(record).reconsent;
+    keep(m_model.changedRows(), record);
     return {};
 }
 
+Result<std::vector<MergeRow>> AnswerDesk::overtakenRows() {
+    const Result<std::vector<StandingRow>> standing = readStandingRows(m_db, m_overtaken);
+    if (!standing)
+        return Failure{standing.reason()};
+    m_standing = *standing;
+    std::vector<MergeRow> rows;
+    for (size_t i = 0; i < m_overtaken.size(); ++i)
+        rows.push_back(mergeRow(m_overtaken[i], m_standing[i], {}));
+    return rows;
+}
+
+AnswerOutcome AnswerDesk::recordMerged(int consent, const std::vector<MergeRow> &merged) {
+    m_model.rebase(mergedEdits(merged, m_overtaken, m_standing));
+    return m_model.hasChanges() ? write(recordOf(consent)) : leaveOvertaken();
+}
+
+AnswerOutcome AnswerDesk::leaveOvertaken() {
+    const Result<> read = open(m_patient);
+    return {AnswerOutcome::Overtaken, u"他の端末で変更されたため、登録していません。今の内容："_s +
+                                          (read ? allThatStands(m_model.records()) : read.reason())};
+}
+
 // What was written is looked at once more for its update times, by which a colleague's change is known.
-void AnswerDesk::keep(const std::vector<ChangedRow> &changed, int record, const ReConsent &answer,
-                      const QString &before) {
+void AnswerDesk::keep(const std::vector<ChangedRow> &changed, int record) {
+    const ConsentRowValues values = m_model.values(record);
     m_model.acceptChanges();
-    RecordedAnswer recorded{m_patient, {}, answer, before, {}};
+    RecordedAnswer recorded{m_patient, {}, {values.reconsent, {values.nextStart, values.nextEnd}}, {}, {}};
     QStringList kinds;
     std::vector<ReadRow> written;
     for (const ChangedRow &row : changed) {
         written.push_back(m_model.seenRow(row.record));
         const QString kind = treatmentText(m_patient.kind, m_model.records().isDeformity(row.record));
         row.record == record ? kinds.prepend(kind) : kinds.append(kind);
+        if (row.record == record)
+            recorded.before = stateText(row.read.values);
     }
     recorded.kind = kinds.join(u"・"_s);
     // Where they cannot be read, the values decide.

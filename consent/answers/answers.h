@@ -3,6 +3,7 @@
 #include "app/base/environment.h"
 #include "consent/answers/answer_patients.h"
 #include "consent/list/list_model.h"
+#include "consent/merge/list_merge.h"
 #include "consent/record/renewal.h"
 #include "consent/rules/list_advisor.h"
 
@@ -72,6 +73,15 @@ public:
     QStringList questions(int consent, const ReConsent &answer);
     /// Writes an answer at once.
     AnswerOutcome record(int consent, const ReConsent &answer);
+    /// @name An answer that was overtaken: its rows beside what stands there now
+    ///@{
+    /// Fails when they cannot be read.
+    Result<std::vector<MergeRow>> overtakenRows();
+    /// Writes the answer as it was decided.
+    AnswerOutcome recordMerged(int consent, const std::vector<MergeRow> &merged);
+    /// Leaves it: reads the consents as they stand now, and says so.
+    AnswerOutcome leaveOvertaken();
+    ///@}
     /// Takes an answer back, unless its rows were changed since.
     AnswerOutcome takeBack(size_t position);
     /// What was written, in the order in which it was.
@@ -81,8 +91,8 @@ private:
     int recordOf(int consent) const { return m_records[size_t(consent)]; }
     QString whatStands(int record) const;
     void enter(int record, const ReConsent &answer);
-    void keep(const std::vector<ChangedRow> &changed, int record, const ReConsent &answer,
-              const QString &before);
+    AnswerOutcome write(int record);
+    void keep(const std::vector<ChangedRow> &changed, int record);
     RowEdit wayBack(const ReadRow &written, const ConsentRowValues &before) const;
 
     const Environment &m_environment;
@@ -96,4 +106,6 @@ private:
     QStringList m_consents;
     QDate m_lastDay; ///< of a pile from one doctor, most bear the same
     std::vector<RecordedAnswer> m_recorded;
+    std::vector<TypedRow> m_overtaken;
+    std::vector<StandingRow> m_standing; ///< in their places
 };

@@ -2,6 +2,7 @@
 
 #include "app/base/clock.h"
 #include "app/base/messages.h"
+#include "consent/merge/merge_form.h"
 #include "widgets/date_box.h"
 #include "widgets/grid.h"
 
@@ -14,6 +15,7 @@
 #include <QPushButton>
 #include <QScreen>
 #include <QSignalBlocker>
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -278,7 +280,9 @@ void AnswersForm::record() {
                                          u"　このまま登録するときは、もう一度 Enter を押してください。"_s))
         return;
     const ConsentRowKey key = m_desk.key(consent);
-    const AnswerOutcome outcome = m_desk.record(consent, typed());
+    AnswerOutcome outcome = m_desk.record(consent, typed());
+    if (outcome.kind == AnswerOutcome::Overtaken)
+        outcome = decideOvertaken(consent);
     m_written =
         m_written || outcome.kind == AnswerOutcome::Written || outcome.kind == AnswerOutcome::Overtaken;
     switch (outcome.kind) {
@@ -298,6 +302,22 @@ void AnswersForm::record() {
     case AnswerOutcome::Failed:
         m_environment.messages.fail(outcome.text, u"DB-error"_s);
         return;
+    }
+}
+
+/// Beside what somebody else wrote meanwhile, until it is written or left.
+AnswerOutcome AnswersForm::decideOvertaken(int consent) {
+    m_written = true;
+    for (;;) {
+        Result<std::vector<MergeRow>> rows = m_desk.overtakenRows();
+        if (!rows)
+            return {AnswerOutcome::Failed, rows.reason()};
+        const bool gone = std::ranges::none_of(*rows, [](const MergeRow &row) { return row.gone.isEmpty(); });
+        if (gone || !decide(m_environment.messages, *rows, MergeForm::Use::Save, this))
+            return m_desk.leaveOvertaken();
+        const AnswerOutcome outcome = m_desk.recordMerged(consent, *rows);
+        if (outcome.kind != AnswerOutcome::Overtaken || !outcome.text.isEmpty())
+            return outcome;
     }
 }
 

@@ -51,6 +51,7 @@ private:
     ReConsent typed() const;
     bool isComplete();
     void record();
+    AnswerOutcome decideOvertaken(int consent);
     void reopen(const ConsentRowKey &key);
     void takeBack(int row);
     void takeBackChosen();

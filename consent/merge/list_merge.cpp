@@ -75,6 +75,22 @@ QString writtenText(const StandingRow &now) {
     return now.computer.isEmpty() ? time : now.computer + u"　"_s + time;
 }
 
+// The values that a row is to hold, over those that stand.
+ConsentRowValues mergedValues(const MergeRow &merged, const ConsentRowValues &typed,
+                              const ConsentRowValues &now) {
+    ConsentRowValues values = now;
+    for (const MergeColumn &column : merged.columns) {
+        if (column.taken != MergeColumn::Typed)
+            continue;
+        ConsentRowValues from = typed;
+        if (const Nullable<short> *tick = tickOf(from, ListColumn(column.id)))
+            *tickOf(values, ListColumn(column.id)) = *tick;
+        else
+            setCellValue(values, ListColumn(column.id), cellEditValue(typed, ListColumn(column.id)));
+    }
+    return values;
+}
+
 } // namespace
 
 MergeRow mergeRow(const TypedRow &typed, const StandingRow &now, const RequestMethods &methods) {
@@ -97,17 +113,19 @@ MergeRow mergeRow(const TypedRow &typed, const StandingRow &now, const RequestMe
     return merged;
 }
 
-ConsentRowValues mergedValues(const MergeRow &merged, const ConsentRowValues &typed,
-                              const ConsentRowValues &now) {
-    ConsentRowValues values = now;
-    for (const MergeColumn &column : merged.columns) {
-        if (column.taken != MergeColumn::Typed)
-            continue;
-        ConsentRowValues from = typed;
-        if (const Nullable<short> *tick = tickOf(from, ListColumn(column.id)))
-            *tickOf(values, ListColumn(column.id)) = *tick;
-        else
-            setCellValue(values, ListColumn(column.id), cellEditValue(typed, ListColumn(column.id)));
+std::vector<RowEdit> mergedEdits(const std::vector<MergeRow> &merged, const std::vector<TypedRow> &typed,
+                                 const std::vector<StandingRow> &now) {
+    std::vector<RowEdit> rows;
+    for (size_t i = 0; i < merged.size(); ++i) {
+        const ReadRow &stands = merged[i].gone.isEmpty() ? *now[i].row : typed[i].read;
+        rows.push_back({stands, mergedValues(merged[i], typed[i].now, stands.values)});
     }
-    return values;
+    return rows;
+}
+
+Result<std::vector<StandingRow>> readStandingRows(cT_ADODB &db, const std::vector<TypedRow> &typed) {
+    std::vector<ConsentRowKey> keys;
+    for (const TypedRow &row : typed)
+        keys.push_back(row.read.key);
+    return readStandingRows(db, keys);
 }

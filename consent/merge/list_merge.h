@@ -8,7 +8,11 @@
 /// A row of the list beside what stands in its place now; taken both ways at first.
 MergeRow mergeRow(const TypedRow &typed, const StandingRow &now, const RequestMethods &methods);
 
-/// The values that a row is to hold as it was decided.
-/// @param now as it stands
-ConsentRowValues mergedValues(const MergeRow &merged, const ConsentRowValues &typed,
-                              const ConsentRowValues &now);
+/// The rows as they stand, over them what they are to hold as it was decided; of a row that has gone nothing
+/// is typed any more.
+/// @param now what stands in the places of `typed`
+std::vector<RowEdit> mergedEdits(const std::vector<MergeRow> &merged, const std::vector<TypedRow> &typed,
+                                 const std::vector<StandingRow> &now);
+
+/// Reads what stands in the places of rows.
+Result<std::vector<StandingRow>> readStandingRows(cT_ADODB &db, const std::vector<TypedRow> &typed);

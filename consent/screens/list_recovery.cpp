@@ -70,18 +70,11 @@ void ListRecovery::setOpen(std::vector<TypedRow> rows) {
     changed();
 }
 
-Result<std::vector<StandingRow>> ListRecovery::standingRows(const std::vector<TypedRow> &typed) const {
-    std::vector<ConsentRowKey> keys;
-    for (const TypedRow &row : typed)
-        keys.push_back(row.read.key);
-    return readStandingRows(m_db, keys);
-}
-
 bool ListRecovery::settle(const std::vector<TypedRow> &typed, MergeForm::Use use) {
     const bool saves = use == MergeForm::Use::Save;
     if (!saves)
         setOpen(typed);
-    Result<std::vector<StandingRow>> standing = standingRows(typed);
+    Result<std::vector<StandingRow>> standing = readStandingRows(m_db, typed);
     if (!standing)
         m_environment.messages.fail(standing.reason(), u"DB-error"_s);
     if (!standing && saves)
@@ -96,12 +89,8 @@ bool ListRecovery::settle(const std::vector<TypedRow> &typed, MergeForm::Use use
             merged[i].leave(u"一覧の条件に合わなくなりました"_s);
     }
     const bool decided = decide(m_environment.messages, merged, use, m_window);
-    std::vector<RowEdit> rows;
-    for (size_t i = 0; decided && i < typed.size(); ++i) {
-        const ReadRow &stands = merged[i].gone.isEmpty() ? *now[i].row : typed[i].read;
-        rows.push_back({stands, mergedValues(merged[i], typed[i].now, stands.values)});
-    }
-    m_model.rebase(rows);
+    if (decided)
+        m_model.rebase(mergedEdits(merged, typed, now));
     setOpen({});
     return decided;
 }

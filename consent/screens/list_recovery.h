@@ -37,7 +37,6 @@ private:
     std::vector<Left> wanted();
     std::optional<UnsavedRows> read(UnsavedFile &file);
     size_t takeBack(const Left &left);
-    Result<std::vector<StandingRow>> standingRows(const std::vector<TypedRow> &typed) const;
     std::vector<StandingRow> shownRows(const std::vector<TypedRow> &typed) const;
     void setOpen(std::vector<TypedRow> rows);
 

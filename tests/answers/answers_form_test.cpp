@@ -13,6 +13,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTest>
+#include <QTimer>
 #include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
@@ -45,6 +46,11 @@ protected:
     // Every key goes where the focus is, as a user's does; a button clicks a moment after its key.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) {
         QTest::keyClick(QApplication::focusWidget(), key, modifiers);
+        // Without a window manager nobody gives the keys back when another window has closed.
+        if (form->isVisible() && !QApplication::focusWidget()) {
+            form->activateWindow();
+            ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::focusWidget() != nullptr; }));
+        }
         const auto buttons = form->findChildren<QPushButton *>();
         EXPECT_TRUE(QTest::qWaitFor([&] { return std::ranges::none_of(buttons, &QPushButton::isDown); }));
     }
@@ -188,6 +194,16 @@ TEST_F(AnswersFormTest, TwoPcsNeverOverwriteEachOther) {
     // Both have the patient before them; the colleague is quicker.
     ASSERT_TRUE(colleague.open(*colleague.find(u"1"_s, 1).front()));
     ASSERT_EQ(colleague.record(0, theirs).kind, AnswerOutcome::Written);
+    // Beside each other first; left, what was typed stays in the line.
+    QString pressed;
+    QTimer decides;
+    QObject::connect(&decides, &QTimer::timeout, [&] {
+        QWidget *window = QApplication::activeModalWidget();
+        if (window && window->objectName() == u"frmKasanari")
+            window->findChild<QPushButton *>(pressed)->click();
+    });
+    decides.start(0);
+    pressed = u"cmdEnd"_s;
     type(u"1120"_s);
     EXPECT_TRUE(said().contains(u"今の内容：マッサ 受領済み：再同意日 2026/11/18"_s)) << said().toStdString();
     EXPECT_TRUE(stored(1).startsWith(u"1|2026/11/18"_s));
@@ -207,6 +223,23 @@ TEST_F(AnswersFormTest, TwoPcsNeverOverwriteEachOther) {
     press(Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(said().contains(u"取り消していません"_s)) << said().toStdString();
     EXPECT_TRUE(stored(1).startsWith(u"1|2026/11/20"_s));
+
+    // Decided for what was typed, the answer is written over theirs, and its taking back gives theirs.
+    type(u"3"_s);
+    ASSERT_TRUE(colleague.open(*colleague.find(u"3"_s, 1).front()));
+    ASSERT_EQ(colleague.record(0, theirs).kind, AnswerOutcome::Written);
+    pressed = u"cmdTyped"_s;
+    QObject::connect(&decides, &QTimer::timeout, [&] {
+        if (QWidget *window = QApplication::activeModalWidget())
+            window->findChild<QPushButton *>(u"cmdSave"_s)->click();
+    });
+    type(u"1120"_s);
+    EXPECT_TRUE(stored(3).startsWith(u"1|2026/11/20"_s)) << said().toStdString();
+    EXPECT_TRUE(logged(0, AnswerLogModel::Before).startsWith(u"受領済み：再同意日 2026/11/18"_s));
+    press(Qt::Key_Z, Qt::ControlModifier);
+    EXPECT_TRUE(stored(3).startsWith(u"1|2026/11/18"_s)) << said().toStdString();
+    decides.stop();
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET iGetFlg = NULL, tSaiDouiDay = NULL WHERE nIDNo = 3"_s);
 
     // Renewed meanwhile: there is nothing left to answer.
     type(u"3"_s);
