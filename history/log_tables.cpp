@@ -24,7 +24,8 @@ HistoryState fit(cT_ADODB &db) {
     if (!version)
         return {HistoryState::Unfit, version.reason().trimmed()};
     if (version->number(0, 0) > logVersion)
-        return {HistoryState::Newer, u"表の版：%1"_s.arg(version->number(0, 0))};
+        return {HistoryState::Newer,
+                u"変更履歴の表が、新しい版のプログラムのもの（版 %1）です。"_s.arg(version->number(0, 0))};
     const ErrorsSince errors(db);
     Transaction trial(db); // undone
     QList<qint64> affected;
@@ -84,9 +85,8 @@ QString historyStateText(const HistoryState &state) {
                "サーバーの管理者に、下の SQL の表への SELECT・INSERT・UPDATE の権限を依頼してください。"_s +
                why;
     case HistoryState::Newer:
-        return u"変更履歴の表が新しい版のプログラムのものであるため、記録していません。"
-               "データはこれまでどおり保存されます。このＰＣのプログラムも新しい版にしてください。"_s +
-               why;
+        return state.reason + u"記録していませんが、データはこれまでどおり保存されます。"
+                              "このＰＣのプログラムも新しい版にしてください。"_s;
     case HistoryState::Unknown:
         break;
     }
