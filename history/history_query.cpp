@@ -1,5 +1,6 @@
 #include "history/history_query.h"
 
+#include "app/base/text.h"
 #include "db/adodb.h"
 #include "db/field_rows.h"
 #include "db/sql_text.h"
@@ -73,14 +74,20 @@ Result<LogRecords> read(cT_ADODB &db, const QString &where, int most) {
     return read;
 }
 
+// Names are typed with and without the blank between their parts.
+QString sqlNamed(const QString &column, const QString &name) {
+    const QString typed = QString(name).removeIf([](QChar sign) { return sign.isSpace(); });
+    return sqlContains(u"replace(replace(NAMED.%1, ' ', ''), '\u3000', '')"_s.arg(column), typed);
+}
+
 QString sqlOfPatient(const Branch &branch, const QString &patient) {
     bool isNumber = false;
-    if (const qint32 number = patient.toInt(&isNumber); isNumber)
+    if (const qint32 number = toHalfWidth(patient).toInt(&isNumber); isNumber)
         return ofPatients + sqlWhere(PatientKey{branch.iKyotenCd, branch.iKyotenEb, number}, u"DOUISHO_LOG");
     return ofPatients + sqlWhere(branch, u"DOUISHO_LOG") +
            u" and DOUISHO_LOG.nIDNo IN (SELECT NAMED.nIDNo FROM RIYOUSHA AS NAMED WHERE "_s +
-           sqlWhere(branch, u"NAMED") + u" and ("_s + sqlContains(u"NAMED.cName"_s, patient) + u" or "_s +
-           sqlContains(u"NAMED.cNameKana"_s, patient) + u"))"_s;
+           sqlWhere(branch, u"NAMED") + u" and ("_s + sqlNamed(u"cName"_s, patient) + u" or "_s +
+           sqlNamed(u"cNameKana"_s, patient) + u"))"_s;
 }
 
 } // namespace

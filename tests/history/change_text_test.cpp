@@ -136,8 +136,9 @@ TEST_F(ChangeTextTest, EachConditionNarrowsAndTheBranchAlways) {
     EXPECT_EQ(found({.to = QDate(2026, 11, 2)}), u"21"_s);
     EXPECT_EQ(found({.pc = u"c2"_s}), u"2"_s);
     EXPECT_EQ(found({.operation = u"更新"_s}), u"1"_s);
-    EXPECT_EQ(found({.patient = u"8"_s}), u"2"_s);
+    EXPECT_EQ(found({.patient = u"８"_s}), u"2"_s);
     EXPECT_EQ(found({.patient = u"やま"_s}), u"1"_s);
+    EXPECT_EQ(found({.patient = u"鈴木 花"_s}), u"2"_s);
     EXPECT_EQ(found({.batch = 12}), u"1"_s);
 }
 

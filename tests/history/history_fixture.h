@@ -19,7 +19,7 @@ protected:
         EXPECT_TRUE(made) << made.reason().toStdString();
         database.run(u"INSERT INTO DOCTOR (cIDNo, cName) VALUES ('1', '阿部'), ('2', '馬場');"
                      "INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana) VALUES"
-                     " (1, 1, 7, '山田', 'ヤマダ'), (1, 1, 8, '鈴木', 'スズキ');"_s);
+                     " (1, 1, 7, '山田', 'ヤマダ'), (1, 1, 8, '鈴木　花子', 'スズキ　ハナコ');"_s);
         QDir(folders.program()).mkpath(u"DATA"_s);
         EXPECT_TRUE(writeRequestMethods(folders, {u"郵送"_s, u"FAX"_s}));
     }

@@ -53,7 +53,7 @@ TEST_F(HistoryFormTest, KeysWidenTheHistoryFromTheRowToEverythingAndEnterNarrows
     QTest::keyClicks(patient, u"8"_s);
     QTest::keyClick(patient, Qt::Key_Return);
     ASSERT_EQ(rows()->rowCount(), 1);
-    EXPECT_EQ(rows()->index(0, 4).data().toString(), u"8 鈴木　同意 2026/04/01"_s);
+    EXPECT_EQ(rows()->index(0, 4).data().toString(), u"8 鈴木　花子　同意 2026/04/01"_s);
 }
 
 TEST_F(HistoryFormTest, TheNewestComeFirstAndTheRestWhenAsked) {
