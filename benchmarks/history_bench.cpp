@@ -4,6 +4,7 @@
 #include "benchmarks/figures.h"
 #include "consent/record/renewal_run.h"
 #include "db/tables/schema.h"
+#include "history/log_entries.h"
 #include "history/log_tables.h"
 #include "tests/odbc/postgres_server.h"
 #include "tests/odbc/slow_line.h"
@@ -107,11 +108,9 @@ void measureOneRow(Figures &figures, cT_ADODB &db) {
     std::vector<double> times;
     for (int turn = 0; turn < turns; ++turn)
         times.push_back(millisecondsOf([&] {
-            const Result<Recordset> found =
-                readRows(db, u"SELECT cWrite, tTime, cOperation, cChanges FROM DOUISHO_LOG WHERE cTable ="
-                             " 'RIYOUSHA_DOUI_REC' AND iKyotenCd = 1 AND iKyotenEb = 1 AND nIDNo = 4711"
-                             " AND cKey = '20260401/0/0' ORDER BY tTime, cWrite, iSeq"_s);
-            if (!found || found->rowCount() != records / 20000)
+            const Result<LogRecords> found = readPatientLog(db, {1, 1, 4711}, 500);
+            if (!found ||
+                entriesOfRow(entriesOf(*found), {{1, 1, 4711}, 20260401, 0, 0}).size() != records / 20000)
                 stop(u"the row's records are not found"_s);
         }));
     figures.limit("history of a row among 1,000,000 records", median(times), mostMilliseconds);

@@ -111,6 +111,7 @@ LogQuestion ChangeHistoryForm::question() const {
 
 void ChangeHistoryForm::narrowTo(qint32 batch) {
     m_ui->txtBatch->setText(QString::number(batch));
+    const QSignalBlocker quiet(m_ui->imD_From);
     m_ui->imD_From->setDate({});
 }
 
