@@ -7,6 +7,7 @@
 #include "consent/record/entry_save.h"
 #include "consent/rules/period_text.h"
 #include "consent/rules/plausibility.h"
+#include "db/tables/patient_text.h"
 
 #include <algorithm>
 
@@ -254,4 +255,18 @@ RowOutcome ConsentEntry::save() {
     if (outcome.kind == RowOutcome::Done)
         m_opened = m_draft;
     return outcome;
+}
+
+Result<MergeRow> ConsentEntry::overtaken() {
+    if (iReadRows() != 0)
+        return Failure{m_error};
+    const auto found = std::ranges::find(m_rows, m_stored->key(), &ConsentDraft::key);
+    m_standing = found == m_rows.end() ? std::nullopt : std::optional(*found);
+    return mergeDraft(patientText(m_patient.key.nIDNo, m_patient.name), *m_stored, m_draft, m_standing,
+                      Compared::Entered);
+}
+
+void ConsentEntry::take(const MergeRow &merged) {
+    m_draft = mergedDraft(merged, m_draft, *m_standing);
+    m_stored = m_opened = *m_standing;
 }

@@ -2,6 +2,7 @@
 
 #include "consent/entry/draft_check.h"
 #include "consent/entry/entry_period.h"
+#include "consent/merge/draft_merge.h"
 #include "consent/record/entry_save.h"
 
 #include <optional>
@@ -51,6 +52,11 @@ public:
 
     /// Registers the draft. Afterwards it is the stored row.
     RowOutcome save();
+    /// The draft of a row that a colleague wrote meanwhile, beside what stands there now. Fails when that
+    /// cannot be read.
+    Result<MergeRow> overtaken();
+    /// The draft becomes what was decided, over the row as it stands.
+    void take(const MergeRow &merged);
     /// The row's key after save.
     const ConsentRowKey &savedKey() const { return m_savedKey; }
 
@@ -80,7 +86,8 @@ private:
     QString m_unread;    ///< why the practice's settings could not be read: nothing is proposed then
     std::vector<ConsentDraft> m_rows; ///< the patient's, oldest first
     std::optional<ConsentDraft> m_stored;
-    ConsentDraft m_opened; ///< the draft as it was first shown
+    std::optional<ConsentDraft> m_standing; ///< in its place when it was overtaken
+    ConsentDraft m_opened;                  ///< the draft as it was first shown
     ConsentDraft m_draft;
     ConsentRowKey m_savedKey;
 };

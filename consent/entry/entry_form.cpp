@@ -5,6 +5,7 @@
 #include "app/desktop/signal_colours.h"
 #include "consent/entry/column_inputs.h"
 #include "consent/entry/diagnosis_form.h"
+#include "consent/merge/merge_form.h"
 #include "history/screens/history_form.h"
 #include "ui_entry_form.h"
 #include "widgets/enter_moves_on.h"
@@ -191,13 +192,32 @@ void frmDouiRecordEdit::registerDraft() {
         return;
     case RowOutcome::Overtaken:
         m_overtaken = true;
-        [[fallthrough]];
+        settleOvertaken(outcome.text);
+        return;
     case RowOutcome::Taken:
         m_environment.messages.warn(outcome.text, u"登録データ：チェック"_s);
         return;
     case RowOutcome::Failed:
         m_environment.messages.fail(outcome.text, outcome.title);
         return;
+    }
+}
+
+// What was typed beside what somebody else wrote; what is decided is checked and registered anew.
+void frmDouiRecordEdit::settleOvertaken(const QString &why) {
+    const Result<MergeRow> row = m_entry->overtaken();
+    if (!row) {
+        m_environment.messages.fail(row.reason(), u"DB-error"_s);
+        return;
+    }
+    std::vector<MergeRow> rows{*row};
+    if (!row->gone.isEmpty()) {
+        m_environment.messages.warn(why, u"登録データ：チェック"_s);
+    } else if (decide(m_environment.messages, rows, MergeForm::Use::Save, this)) {
+        m_entry->take(rows.front());
+        m_doctor->setRow({m_entry->draft().cIsiCd, m_entry->draft().cDouiIsiName});
+        refresh();
+        registerDraft();
     }
 }
 

@@ -42,6 +42,7 @@ private:
     bool checks();
     bool meansDates();
     void registerDraft();
+    void settleOvertaken(const QString &why);
     void addDiagnosis();
     bool holdsInput();
 

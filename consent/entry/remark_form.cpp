@@ -4,8 +4,13 @@
 #include "app/base/environment.h"
 #include "app/base/messages.h"
 #include "consent/entry/entry.h"
+#include "consent/merge/draft_merge.h"
+#include "consent/merge/merge_form.h"
 #include "consent/record/entry_save.h"
+#include "db/tables/patient_text.h"
 #include "ui_remark_form.h"
+
+#include <algorithm>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -38,6 +43,7 @@ short frmEditBikouDoui::iInit(cT_ADODB &db, const ConsentRowKey &key) {
         return -1;
     }
     m_seen = entry.draft();
+    m_who = patientText(key.patient.nIDNo, entry.patient().name);
     m_ui->lblPatient->setText(u"<b>%1　%2 様</b>　同意日 %3"_s.arg(
         QString::number(key.patient.nIDNo), entry.patient().name.toHtmlEscaped(), dateText(m_seen.tDouiDay)));
     m_ui->txtBikou->setPlainText(withoutCr(m_seen.cItiranBikou));
@@ -71,8 +77,30 @@ void frmEditBikouDoui::confirm() {
         accept();
     } else if (outcome.kind == RowOutcome::Failed)
         m_environment.messages.fail(outcome.text, u"DB-error"_s);
-    else
-        m_environment.messages.warn(outcome.text);
+    else if (settleOvertaken(outcome.text))
+        confirm();
+}
+
+// The remark that somebody else wrote meanwhile beside what was typed. False when neither was taken.
+bool frmEditBikouDoui::settleOvertaken(const QString &why) {
+    const Result<std::vector<ConsentDraft>> rows = readConsents(*m_db, m_seen);
+    if (!rows) {
+        m_environment.messages.fail(rows.reason(), u"DB-error"_s);
+        return false;
+    }
+    const auto now = std::ranges::find(*rows, m_seen.key(), &ConsentDraft::key);
+    if (now == rows->end()) {
+        m_environment.messages.warn(why);
+        return false;
+    }
+    ConsentDraft typed = m_seen;
+    typed.cItiranBikou = remark();
+    std::vector<MergeRow> merged{mergeDraft(m_who, m_seen, typed, *now, Compared::Remark)};
+    if (!decide(m_environment.messages, merged, MergeForm::Use::Save, this))
+        return false;
+    m_seen = *now;
+    m_ui->txtBikou->setPlainText(withoutCr(mergedDraft(merged.front(), typed, *now).cItiranBikou));
+    return true;
 }
 
 bool frmEditBikouDoui::isChanged() const {

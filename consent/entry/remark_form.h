@@ -29,6 +29,7 @@ public:
 
 private:
     void confirm();
+    bool settleOvertaken(const QString &why);
     QString remark() const;
     bool isChanged() const;
     void showCount();
@@ -37,6 +38,7 @@ private:
     std::unique_ptr<Ui::frmEditBikouDoui> m_ui;
     cT_ADODB *m_db = nullptr;
     ConsentDraft m_seen;
+    QString m_who;
     QString m_error;
     bool m_overtaken = false;
 };

@@ -143,6 +143,11 @@ void setColumnValue(ConsentDraft &draft, QStringView column, const QVariant &val
         std::visit([&](auto member) { take(draft.*member, value); }, known->member);
 }
 
+bool isCompared(QStringView column, Compared columns) {
+    const TableColumn<Row> *known = columnNamed(column);
+    return known && counts(*known, columns);
+}
+
 bool sameValues(const ConsentDraft &left, const ConsentDraft &right, Compared columns) {
     return std::ranges::all_of(Row::table().columns, [&](const TableColumn<Row> &column) {
         return !counts(column, columns) ||

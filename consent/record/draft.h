@@ -58,6 +58,7 @@ enum class Compared {
     Remark,  ///< the list remark alone
     All      ///< but for the newest mark, which other rows' changes move
 };
+bool isCompared(QStringView column, Compared columns);
 bool sameValues(const ConsentDraft &left, const ConsentDraft &right, Compared columns);
 
 /// A patient's new consent: treatment content, doctor, diagnosis and findings are those of his newest massage

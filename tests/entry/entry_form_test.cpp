@@ -47,7 +47,23 @@ protected:
                                 [](auto *button) { return button->isDown(); });
         }));
     }
+    // Presses these buttons in the window of the row that was overtaken.
+    void decideBy(const QStringList &buttons) {
+        m_decides.disconnect();
+        QObject::connect(&m_decides, &QTimer::timeout, [this, buttons] {
+            QWidget *window = QApplication::activeModalWidget();
+            if (!window || window->objectName() != u"frmKasanari")
+                return;
+            m_decides.stop();
+            for (const QString &button : buttons)
+                in<QPushButton>(*window, button)->click();
+        });
+        m_decides.start(0);
+    }
     QString said() const { return messages.shown.isEmpty() ? QString() : messages.shown.back().text; }
+
+private:
+    QTimer m_decides;
 };
 
 TEST_F(EntryFormTest, AFirstConsentIsEnteredByKeyboard) {
@@ -219,6 +235,25 @@ TEST_F(EntryFormTest, TheHistoryChangesErasesAndKeepsItsRow) {
     EXPECT_EQ(said(), u"削除可能なデータがありません。"_s);
 }
 
+TEST_F(EntryFormTest, AConsentThatAColleagueChangedIsMergedByColumns) {
+    consent(20260520, u"cDouiByoumei = '腰痛症', iSejutuBui1 = 1"_s);
+    frmDouiRecordEdit form(environment);
+    ASSERT_EQ(form.iInit(database.db, key(20260520)), 0) << form.sErrMsg().toStdString();
+    show(form);
+    auto *typed = in<QLineEdit>(form, u"cByoumeiM"_s);
+    typed->setFocus();
+    typed->selectAll();
+    QTest::keyClicks(typed, u"typed"_s);
+    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cDouiByoumei = '脳梗塞', cItiranBikou = 'kept'"_s);
+    decideBy({u"cmdSave"_s});
+    messages.answers = {Answer::Yes};
+    QTest::mouseClick(in<QPushButton>(form, u"btnRegist"_s), Qt::LeftButton);
+    EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
+    EXPECT_EQ(stored(20260520, u"cByoumeiM"_s), u"typed"_s);
+    EXPECT_EQ(stored(20260520, u"cDouiByoumei"_s), u"脳梗塞"_s);
+    EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"kept"_s);
+}
+
 TEST_F(EntryFormTest, TheRemarkIsSavedWithItsLineBreaks) {
     consent(20260520, u"cItiranBikou = 'FAX'"_s);
     frmEditBikouDoui form(environment);
@@ -227,11 +262,12 @@ TEST_F(EntryFormTest, TheRemarkIsSavedWithItsLineBreaks) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     QTest::keyClicks(QApplication::focusWidget(), u"TEL"_s);
     database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = 'mail'"_s);
+    decideBy({u"cmdEnd"_s});
     press(form, Qt::Key_F10);
     EXPECT_TRUE(form.isVisible() && form.isOvertaken()) << "a colleague was quicker";
     EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"mail"_s);
-    database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = 'FAX'"_s);
-    press(form, Qt::Key_F10);
+    decideBy({u"cmdTyped"_s, u"cmdSave"_s});
+    in<QPushButton>(form, u"btnKakutei"_s)->click();
     EXPECT_EQ(form.result(), QDialog::Accepted) << said().toStdString();
     EXPECT_EQ(stored(20260520, u"cItiranBikou"_s), u"FAX\r\nTEL"_s);
 }
