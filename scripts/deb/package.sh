@@ -1,11 +1,12 @@
 #!/usr/bin/env bash
-# ./package deb [--check]: dist/douisho_<version>_<architecture>.deb, built from the sources as they lie here.
+# ./package deb          a package for Debian 12, dist/douisho_<version>_<architecture>.deb, of the sources as they lie here
+# ./package deb --check  installs it on a bare Debian too, works it there and removes it without a trace
 set -euo pipefail
 cd "$(dirname "$0")/../.."
 . scripts/common.sh
 begin_bare SUDO_UID # by which git knows whose folder it is
 
-. scripts/debian/changelog.sh
+. scripts/deb/changelog.sh
 install_packages scripts/packages.deb
 version=$(sed -n 's/^project(douisho VERSION \([0-9.]*\).*/\1/p' CMakeLists.txt)
 deb=douisho_${version}_$(dpkg --print-architecture).deb
@@ -35,5 +36,5 @@ desktop-file-validate "$sources"/debian/douisho/usr/share/applications/*.desktop
 say "dist/$deb, $(($(stat -c %s "dist/$deb") / 1024)) kB"
 
 if [ "${1:-}" = --check ]; then
-    exec scripts/debian/check.sh "dist/$deb"
+    exec scripts/deb/check.sh "dist/$deb"
 fi

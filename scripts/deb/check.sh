@@ -13,6 +13,7 @@ deb=$1
 bare=$PWD/build/bare/debian
 run=$PWD/build/bare/run
 archives=$PWD/build/bare/archives
+log=$PWD/build/bare/apt.log
 
 inside() { chroot "$run" env -i HOME=/root LC_ALL=C.UTF-8 DEBIAN_FRONTEND=noninteractive PATH=/usr/sbin:/usr/bin:/sbin:/bin "$@"; }
 as_user() { inside setpriv --reuid=1000 --regid=1000 --clear-groups env HOME=/home/user "$@"; }
@@ -48,12 +49,11 @@ files() { (cd "$run" && find . -xdev \( -path ./home -o -path ./tmp -o -path ./r
     -o -path ./var/cache -o -path ./var/lib/apt \) -prune -o -printf '%p %l\n' | sort); }
 
 say "Installing what the package depends on, and a screen"
-inside apt-get -q update >/dev/null
-# Like an ordinary system with a screen, a font and a window manager.
-inside apt-get -q install -y --no-install-recommends -o APT::Keep-Downloaded-Packages=true \
-    xvfb xauth xdotool openbox >/dev/null
-inside apt-get -q satisfy -y --no-install-recommends -o APT::Keep-Downloaded-Packages=true \
-    "$(dpkg-deb -f "$deb" Depends)" >/dev/null
+get() { inside apt-get -q -o APT::Keep-Downloaded-Packages=true "$@" >>"$log" 2>&1 || die "apt-get $1 fails, see $log"; }
+: >"$log"
+get update
+get install -y --no-install-recommends xvfb xdotool openbox
+get satisfy -y --no-install-recommends "$(dpkg-deb -f "$deb" Depends)"
 inside useradd --create-home --uid 1000 user
 before=$(files)
 
