@@ -8,7 +8,9 @@
 #include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -73,6 +75,9 @@ TEST_F(ListFormTest, WhatWasEnteredIsTakenBackStepByStep) {
     grid->setFocus();
     QTest::keyClick(form.get(), Qt::Key_Z, Qt::ControlModifier);
     database.run(u"UPDATE RIYOUSHA_DOUI_REC SET cItiranBikou = '同僚', tUpDateTime = '1' WHERE nIDNo = 2"_s);
+    messages.answers = {Answer::Yes};
+    QTimer::singleShot(
+        0, [] { QApplication::activeModalWidget()->findChild<QPushButton *>(u"cmdEnd"_s)->click(); });
     QTest::keyClick(form.get(), Qt::Key_F4, Qt::ShiftModifier);
     for (const Qt::Key key : {Qt::Key_Y, Qt::Key_Z})
         QTest::keyClick(form.get(), key, Qt::ControlModifier);

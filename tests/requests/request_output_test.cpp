@@ -70,7 +70,8 @@ TEST_F(RequestOutputTest, LettersOfOneKindGoToTheViewerAndTheirRowsAreMarked) {
     rows[1].toHospital = true;
     ASSERT_EQ(output(), LetterOutcome::Printed);
     EXPECT_EQ(messages.shown.size(), 1);
-    EXPECT_EQ(said(), u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。"_s);
+    EXPECT_EQ(said(), u"同意手順：口頭の場合は、同意書が印刷されませんので、ご注意ください。\r\n\r\n"
+                      "対象 2 件：依頼書 2 通を印刷します。"_s);
     ASSERT_EQ(processes.started.size(), 1);
     const QString commands = file(u"WfdCom.dat"_s);
     EXPECT_TRUE(commands.contains(u"Title,\"同意書印刷\"\r\nSetDataText,\"同意依頼書\","_s));
@@ -88,7 +89,7 @@ TEST_F(RequestOutputTest, SeveralKindsBecomeOneDocument) {
         return ProcessEnd{ProcessEnd::Exited, 0};
     };
     ASSERT_EQ(output(), LetterOutcome::Printed) << said().toStdString();
-    EXPECT_TRUE(said().endsWith(u"ご注意ください。\r\n\r\n口頭の利用者：\r\n3 利用者3"_s))
+    EXPECT_TRUE(said().contains(u"ご注意ください。\r\n\r\n口頭の利用者：\r\n3 利用者3\r\n\r\n対象 3 件"_s))
         << said().toStdString();
     EXPECT_EQ(processes.started.size(), 2) << "image builder, then viewer";
     EXPECT_EQ(reports.count(u"AddReport"_s), 1);
