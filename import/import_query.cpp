@@ -89,9 +89,10 @@ QString lockRowsSql(const ImportDescription &description, const Branch &branch, 
 }
 
 QList<std::pair<QString, QString>> writtenConditions(const ImportDescription &description,
-                                                     const Branch &branch, const QStringList &codes) {
+                                                     const Branch &branch, const QStringList &codes,
+                                                     bool news) {
     QStringList tables{description.table};
-    if (description.kind == ImportKind::Patients)
+    if (description.kind == ImportKind::Patients && !news)
         tables += {subTable, u"DOUIKIROKU"_s};
     QList<std::pair<QString, QString>> conditions;
     for (const QString &table : tables)

@@ -42,9 +42,11 @@ QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &pat
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
                      const WrittenRow &row, const QString &computer);
 
-/// Tables that are written with rows of a kind, each with the condition of their rows.
+/// Tables whose rows are written with those of a kind, each with their condition.
+/// @param news new rows: what stands beside a new patient says nothing that his own row's record does not
 QList<std::pair<QString, QString>> writtenConditions(const ImportDescription &description,
-                                                     const Branch &branch, const QStringList &codes);
+                                                     const Branch &branch, const QStringList &codes,
+                                                     bool news);
 
 /// Some columns of some rows, to be compared with what was written.
 QString writtenRowsSql(const ImportDescription &description, const Branch &branch, const QStringList &columns,

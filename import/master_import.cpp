@@ -72,11 +72,11 @@ Result<> MasterImport::lock(const ImportPlan &plan) {
     return {};
 }
 
-// What stands beside patients is found by their numbers too.
-Result<> MasterImport::watch(const QStringList &codes) {
+Result<> MasterImport::watch(const ImportPlan &plan, PlannedRow::State state) {
+    const QStringList codes = codesOf(plan, state);
     for (qsizetype at = 0; at < codes.size(); at += mostRowsAStatement)
-        for (const auto &[table, where] :
-             writtenConditions(m_description, m_job.branch, codes.mid(at, mostRowsAStatement)))
+        for (const auto &[table, where] : writtenConditions(
+                 m_description, m_job.branch, codes.mid(at, mostRowsAStatement), state == PlannedRow::New))
             if (const Result<> watched = m_transaction.watch(table, where); !watched)
                 return watched;
     return {};
@@ -207,7 +207,7 @@ Result<> MasterImport::write(ImportPlan &plan, const ImportProgress &progress) {
     if (const Result<> given = giveNumbers(plan); !given)
         return given;
     for (const auto state : {PlannedRow::New, PlannedRow::Changed})
-        if (const Result<> watched = watch(codesOf(plan, state)); !watched)
+        if (const Result<> watched = watch(plan, state); !watched)
             return watched;
     if (const Result<> done = insert(plan, false, progress); !done)
         return done;

@@ -28,7 +28,7 @@ public:
 
 private:
     Result<> execute(const QStringList &statements);
-    Result<> watch(const QStringList &codes);
+    Result<> watch(const ImportPlan &plan, PlannedRow::State state);
     Result<> giveNumbers(ImportPlan &plan);
     Result<> insert(const ImportPlan &plan, bool sub, const ImportProgress &progress);
     Result<> insertBesidePatients(const ImportPlan &plan, const ImportProgress &progress);

@@ -32,6 +32,9 @@ QString functionsOf(SqlDialect dialect) {
 } // namespace
 
 Result<bool> hasTable(cT_ADODB &db, QStringView table) {
+    const ErrorsSince errors(db);
+    if (db.iConnect() != 0) // only then it is known which server it is
+        return Failure{errors.text()};
     const Result<Recordset> tables = readRows(db, sqlOfTable(db.dialect(), table));
     return tables ? Result<bool>(tables->number(0, 0) > 0) : Result<bool>(Failure{tables.reason()});
 }
