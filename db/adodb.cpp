@@ -1,4 +1,3 @@
-#include "db/connection_settings.h"
 #include "db/adodb.h"
 
 #include "app/base/platform/desktop.h"

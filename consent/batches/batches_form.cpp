@@ -56,9 +56,6 @@ void BatchesForm::layOut() {
     days->addWidget(m_to);
     days->addWidget(m_counts);
     days->addStretch();
-    m_kept = new QLabel(this);
-    m_kept->setObjectName(u"lblHokan"_s);
-    days->addWidget(m_kept);
     layout->addLayout(days);
 
     m_grid = new Grid(this);
@@ -68,6 +65,9 @@ void BatchesForm::layOut() {
     m_grid->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_grid->horizontalHeader()->setStretchLastSection(true);
     layout->addWidget(m_grid, 1);
+    m_kept = new QLabel(this);
+    m_kept->setObjectName(u"lblHokan"_s);
+    layout->addWidget(m_kept);
 
     auto *buttons = new QHBoxLayout;
     m_rows = addButton(*buttons, u"cmdNaiyou"_s, u"内容"_s, u"F2"_s,

@@ -37,6 +37,7 @@ void RecordMailClaims::left(const MailRecipient &recipient, const QByteArray &me
 
 void RecordMailClaims::ended() {
     if (m_run)
-        noteUnkept(m_environment.messages, m_run->finish(std::exchange(m_rows, 0), std::exchange(m_mails, 0)));
+        noteUnkept(m_environment.messages,
+                   m_run->finish(std::exchange(m_rows, 0), std::exchange(m_mails, 0)));
     m_run.reset();
 }

@@ -4,8 +4,8 @@
 #include "consent/record/sent_marks.h"
 #include "print/mail/mail_run.h"
 
-/// Mails tell of consent rows: they are claimed and given back where rows are written, and each run of mails is a
-/// batch whose mails are kept.
+/// Mails tell of consent rows: they are claimed and given back where rows are written, and each run of mails
+/// is a batch whose mails are kept.
 class RecordMailClaims : public MailClaims {
 public:
     /// The arguments must outlive the object.

@@ -132,8 +132,8 @@ void frm同意書更新リスト印刷::print(PrintWay way) {
     if (!mayLose(messages, replacedNote(m_environment, file.replaced()), windowTitle()))
         return;
     SentRun sent(m_environment, *m_db, u"更新リスト印刷"_s);
-    if (const Result<> printed = printRenewalList(m_environment, file, options, way,
-                                                  way == PrintWay::Print ? &sent : nullptr);
+    if (const Result<> printed =
+            printRenewalList(m_environment, file, options, way, way == PrintWay::Print ? &sent : nullptr);
         !printed)
         messages.show(printFailed(printed.reason()));
     else
