@@ -2,6 +2,7 @@
 
 #include "app/base/platform/desktop.h"
 #include "db/column_names.h"
+#include "db/connection_settings.h"
 
 #include <algorithm>
 #include <exception>
