@@ -79,6 +79,8 @@ TEST_F(ListFormTest, WhatWasEnteredIsTakenBackStepByStep) {
     QTimer::singleShot(
         0, [] { QApplication::activeModalWidget()->findChild<QPushButton *>(u"cmdEnd"_s)->click(); });
     QTest::keyClick(form.get(), Qt::Key_F4, Qt::ShiftModifier);
+    form->activateWindow(); // so that the keys below reach it
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form.get()));
     for (const Qt::Key key : {Qt::Key_Y, Qt::Key_Z})
         QTest::keyClick(form.get(), key, Qt::ControlModifier);
     EXPECT_EQ(at(1, ListColumn::Remark), u"同僚"_s);
