@@ -416,6 +416,12 @@ private:
         }
     }
 
+    /// What the user decided about an overtaken row may be what he saw before.
+    static bool sameButForTime(Row a, const Row &b) {
+        a[u"tUpDateTime"_s] = b.at(u"tUpDateTime"_s);
+        return a == b;
+    }
+
     void renew() {
         // What is renewed is fixed when the question comes, whatever the colleague does while it is open.
         std::map<QString, Row> wanted;
@@ -438,7 +444,7 @@ private:
         for (const auto &[key, edit] : m_edits)
             expected[key] = edit;
         for (const auto &[key, row] : wanted)
-            if (!overtaken(key, m_before) && seen(key) == row && mayRenew(row) &&
+            if (!overtaken(key, m_before) && sameButForTime(seen(key), row) && mayRenew(row) &&
                 !m_before.contains(renewedKeyOf(row)))
                 addRenewed(expected, key, row);
         checkStored(expected, stored());
