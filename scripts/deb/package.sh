@@ -5,6 +5,8 @@ set -euo pipefail
 cd "$(dirname "$0")/../.."
 . scripts/common.sh
 begin_bare SUDO_UID # by which git knows whose folder it is
+# The build has a home of its own, where a compiler cache is empty.
+unset -v CMAKE_CXX_COMPILER_LAUNCHER
 
 . scripts/deb/changelog.sh
 install_packages scripts/packages.deb
@@ -21,11 +23,6 @@ cp -r packaging/debian "$sources/debian"
 changelog CHANGES.ja.md >"$sources/debian/changelog"
 head -n 1 "$sources/debian/changelog" | grep -qF "($version)" ||
     die "CHANGES.ja.md does not begin with the version $version of CMakeLists.txt."
-# The build has a home of its own, where a compiler cache would be empty.
-if [ -n "${CMAKE_CXX_COMPILER_LAUNCHER:-}" ]; then
-    CCACHE_DIR=$(ccache -k cache_dir)
-    export CCACHE_DIR
-fi
 (cd "$sources" && dpkg-buildpackage -b -nc -us -uc)
 mv "build/deb/$deb" dist/
 
