@@ -26,6 +26,17 @@ gone() {
     die "The window \"$1\" does not close."
 }
 
+# other_active WINDOW: waits until another window than that one has the keys.
+other_active() {
+    local now
+    for _ in $(seq 200); do
+        now=$(xdotool getactivewindow 2>/dev/null) || now=$1
+        [ "$now" = "$1" ] || return 0
+        sleep 0.1
+    done
+    die "No other window takes the keys."
+}
+
 # windows TITLE COUNT: waits until as many windows of that title are shown.
 windows() {
     for _ in $(seq 200); do

@@ -13,14 +13,17 @@ tour_changes() {
     key Return
     gone '利用者検索'
     window '同意書管理'
-    sleep 0.5
+    at_rest
     key ctrl+h
     window '変更履歴'
+    at_rest
     key F3
     at_rest
     key Down Down Down
     shot changes '変更履歴。いつ、どのPCで、何が何に変わったかを、新しい順に表示します' window
-    key F7 alt+s Down
+    key F7
+    at_rest
+    key alt+s Down
     shot changes-of-all 'すべての変更。期間・PC・操作・利用者・処理番号で絞り込みます' window
     key F12
     gone '変更履歴'

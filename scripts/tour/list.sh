@@ -47,7 +47,7 @@ tour_filter() {
     glance choosing-a-doctor
     key Return
     gone '医師検索'
-    sleep 0.5
+    window '同意書管理'
     glance consents-of-a-doctor
     key alt+c
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
@@ -57,29 +57,46 @@ tour_filter() {
     key ctrl+a BackSpace F4
 }
 
+# remarked TEXT: waits until the text stands in one remark of the database.
+remarked() { comes "SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC WHERE cItiranBikou = '$1' COLLATE BINARY" 1; }
+
+# save_list: with yes to the question, which bears the list's own title.
+save_list() {
+    local list
+    list=$(xdotool getactivewindow)
+    key F5
+    other_active "$list"
+    glance asking-to-save
+    key Return
+}
+
+# remark_first TEXT: types a remark into the list's first row.
+remark_first() {
+    key ctrl+Home Tab Tab Tab Tab Tab Tab Tab
+    write "$1"
+    key Return
+}
+
 # A second program, a colleague's, writes a row that is being edited here.
 tour_conflict() {
-    local ours=$window_id our_program=$program_pid
-    key ctrl+Home Tab Tab Tab Tab Tab Tab Tab
-    write 'FAX 11/20'
-    key Return
+    local ours our_program=$program_pid
+    window '同意書管理'
+    ours=$window_id
+    remark_first 'FAX 11/20'
     start_program "$installation" 1
-    window '同意書管理' 30 "$ours"
-    sleep 1
-    key ctrl+Home Tab Tab Tab Tab Tab Tab space Tab
-    write 'TEL 11/19'
-    key Return F5
-    sleep 0.5
-    key Return
-    sleep 1
+    window '同意書管理' 60 "$ours"
+    at_rest
+    # 連絡 too, which is not typed here.
+    key ctrl+Home Tab Tab Tab Tab Tab Tab space
+    remark_first 'TEL 11/19'
+    save_list
+    remarked 'TEL 11/19'
     key F12
     leave_menu
     wait "$program_pid" || die "The colleague's program ended with an error."
     program_pid=$our_program
     xdotool windowactivate --sync "$ours"
-    key F5
-    sleep 0.5
-    key Return
+    save_list
     window '他のＰＣと重なった行'
     shot conflict '同じ行を他のＰＣが先に保存していたとき。読んだとき・他のＰＣ・入力を並べ、どちらも失いません' window
     key space
@@ -87,16 +104,16 @@ tour_conflict() {
     key Return
     gone '他のＰＣと重なった行'
     window '同意書管理'
-    sleep 1
     glance conflict-saved
 }
 
 # What was typed survives a program that is killed.
 tour_crash() {
-    key ctrl+Home Tab Tab Tab Tab Tab Tab Tab
-    write 'kept 11/21'
-    key Return
-    sleep 1.5
+    remark_first 'kept 11/21'
+    for _ in $(seq 100); do
+        [ -z "$(find "$XDG_CONFIG_HOME" -name '*.unsaved')" ] || break
+        sleep 0.1
+    done
     kill -9 "$program_pid"
     wait "$program_pid" 2>/dev/null || true
     start_program "$installation" 1
@@ -105,12 +122,9 @@ tour_crash() {
     key Return
     gone '復元'
     window '同意書管理'
-    sleep 1
     glance restored
-    key F5
-    sleep 0.5
-    key Return
-    sleep 1
+    save_list
+    remarked 'kept 11/21'
     list_range "$(date -d "$(date +%Y-%m-01) -2 months" +%Y%m%d)"
 }
 
@@ -154,21 +168,19 @@ tour_edit() {
     key shift+Tab
     key space
     shot edited '変更した項目には色が付きます。保存するまでデータベースは変わりません'
-    key F5
-    glance asking-to-save
-    key Return
+    save_list
     glance saved
 }
 
 tour_renew() {
+    local before
+    before=$(database "$all_consents")
     key F6
     window '同意更新の確認'
     shot asking-to-renew '受領にチェックした行を、まとめて更新する前の確認'
     key Return
     gone '同意更新の確認'
-    sleep 3
-    glance renewed
-    tour_take_back
+    tour_take_back "$before"
     key alt+k Return
     write "$(date -d '+1 year' +%Y%m%d)"
     key Return F4

@@ -80,7 +80,9 @@ road_find() {
     # 対象 and 連絡
     key space Tab Tab Tab Tab Tab Tab space
     glance ticked
-    key F5 Return
+    save_list
+    window '同意書管理'
+    at_rest
 }
 
 road_letter() {
@@ -127,7 +129,9 @@ road_answer() {
     road_first_cell
     key Tab space
     glance answered
-    key F5 Return
+    save_list
+    window '同意書管理'
+    at_rest
     key F6
     window '同意更新の確認'
     key Return
