@@ -80,11 +80,9 @@ job_answer() {
     leave_list
 }
 
-requested() { database "SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC WHERE iOutputFlg = 1 OR iOutputFlgHenkei = 1"; }
-
 job_letters() {
-    local before
-    before=$(requested)
+    local requested='FROM RIYOUSHA_DOUI_REC WHERE iOutputFlg = 1 OR iOutputFlgHenkei = 1' before
+    before=$(database "SELECT COUNT(*) $requested")
     fresh_list
     job_begins 'letters for those not yet asked' 4 1
     key alt+4 F7 F11
@@ -93,9 +91,7 @@ job_letters() {
     key Return
     job_ends
     keep_printed letters-not-yet-asked '未依頼の利用者の同意依頼書' 同意依頼書.pdf
-    window '同意書管理'
-    sleep 1
-    [ "$(requested)" -gt "$before" ] || die "$job: no row is marked."
+    comes "SELECT COUNT(*) > $before $requested" 1
     leave_list
 }
 
@@ -143,7 +139,7 @@ job_facility() {
 
 job_renewal() {
     local before
-    before=$(database "SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC")
+    before=$(database "$all_consents")
     fresh_list
     job_begins 'renew all that was received this month' 3 1
     key ctrl+5 F6
@@ -151,7 +147,6 @@ job_renewal() {
     key Return
     gone '同意更新の確認'
     job_ends
-    sleep 3
-    [ "$(database "SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC")" -gt "$before" ] || die "$job: nothing is renewed."
+    renewed_since "$before"
     leave_list
 }

@@ -2,6 +2,13 @@
 
 all_consents='SELECT COUNT(*) FROM RIYOUSHA_DOUI_REC'
 
+# renewed_since BEFORE: waits until the installation's only renewal is done; so many consents there were before it.
+renewed_since() {
+    comes "SELECT COUNT(*) FROM DOUISHO_LOG_BATCH WHERE cKind = '同意更新' AND nRows > 0" 1
+    [ "$(database "$all_consents")" -gt "$1" ] || die "Nothing is renewed."
+    window '同意書管理'
+}
+
 # take_back PICTURE CAPTION: answers the question with yes.
 take_back() {
     window '処理の取消'
@@ -13,10 +20,8 @@ take_back() {
 # tour_take_back BEFORE: so many consents there were before the renewal.
 tour_take_back() {
     local after
-    comes "SELECT COUNT(*) FROM DOUISHO_LOG_BATCH WHERE cKind = '同意更新' COLLATE BINARY AND nRows > 0" 1
+    renewed_since "$1"
     after=$(database "$all_consents")
-    [ "$after" -gt "$1" ] || die "Nothing was renewed that could be taken back."
-    window '同意書管理'
     glance renewed
     key ctrl+z
     take_back asking-to-take-back '最後の処理（同意更新）を Ctrl+Z で取り消す前の確認'

@@ -20,7 +20,6 @@ tour_sent() {
     glance runs-with-letters
     key F9
     window '処理番号'
-    sleep 1
     shot sent-again '何を送ったか。印刷したときのままの依頼書。書式が変わっても同じです'
     key F12
     gone '処理番号'
