@@ -108,7 +108,7 @@ QString highestCodeSql(const ImportDescription &description, const Branch &branc
 }
 
 QString insertRowsSql(const ImportDescription &description, const Branch &branch, bool sub,
-                      const QStringList &columns, const std::vector<WrittenRow> &rows,
+                      const QStringList &columns, const std::vector<RowToWrite> &rows,
                       const QString &computer) {
     QString sql = u"INSERT INTO "_s + tableOf(description, sub) + u" ("_s;
     if (description.ofBranch)
@@ -148,7 +148,7 @@ QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &pat
 }
 
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
-                     const WrittenRow &row, const QString &computer) {
+                     const RowToWrite &row, const QString &computer) {
     const QString table = tableOf(description, sub);
     QString sql = u"UPDATE "_s + table + u" SET "_s;
     QStringList columns = row.values.keys();

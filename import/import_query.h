@@ -24,7 +24,7 @@ inline constexpr qsizetype mostRowsAStatement = 200;
 QString highestCodeSql(const ImportDescription &description, const Branch &branch);
 
 /// One row's values by column; a column that is not there becomes Null.
-struct WrittenRow {
+struct RowToWrite {
     QString code;
     QHash<QString, QString> values;
 };
@@ -32,7 +32,7 @@ struct WrittenRow {
 /// Inserts rows, each with the columns given and who wrote it.
 /// @param sub into RIYOUSHA_SUB
 QString insertRowsSql(const ImportDescription &description, const Branch &branch, bool sub,
-                      const QStringList &columns, const std::vector<WrittenRow> &rows,
+                      const QStringList &columns, const std::vector<RowToWrite> &rows,
                       const QString &computer);
 /// What new patients get beside their rows, as the patient's form makes it: the month in which their period
 /// settings are kept, and the second row.
@@ -40,7 +40,7 @@ QString insertRowsSql(const ImportDescription &description, const Branch &branch
 QStringList insertBesidePatientsSql(const Branch &branch, const QStringList &patients, bool sub,
                                     const QString &computer);
 QString updateRowSql(const ImportDescription &description, const Branch &branch, bool sub,
-                     const WrittenRow &row, const QString &computer);
+                     const RowToWrite &row, const QString &computer);
 
 /// Tables whose rows are written with those of a kind, each with their condition.
 /// @param news new rows: what stands beside a new patient says nothing that his own row's record does not

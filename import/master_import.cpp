@@ -96,8 +96,8 @@ Result<> MasterImport::giveNumbers(ImportPlan &plan) {
     return next <= std::numeric_limits<qint32>::max() ? Result<>() : Failure{u"番号が足りません。"_s};
 }
 
-WrittenRow MasterImport::part(const PlannedRow &row, bool sub) const {
-    WrittenRow part{row.code, {}};
+RowToWrite MasterImport::part(const PlannedRow &row, bool sub) const {
+    RowToWrite part{row.code, {}};
     for (const auto &[column, value] : row.values.asKeyValueRange())
         if (isInSub(column) == sub)
             part.values.insert(column, value);
@@ -109,7 +109,7 @@ WrittenRow MasterImport::part(const PlannedRow &row, bool sub) const {
 }
 
 Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProgress &progress) {
-    std::vector<WrittenRow> rows;
+    std::vector<RowToWrite> rows;
     std::set<QString> columns;
     for (const PlannedRow &row : plan.rows) {
         if (row.state != PlannedRow::New)
@@ -118,14 +118,14 @@ Result<> MasterImport::insert(const ImportPlan &plan, bool sub, const ImportProg
         for (const auto &[column, value] : rows.back().values.asKeyValueRange())
             columns.insert(column);
     }
-    const auto number = [](const WrittenRow &row) { return row.code.toLongLong(); };
+    const auto number = [](const RowToWrite &row) { return row.code.toLongLong(); };
     if (!std::ranges::is_sorted(rows, {}, number))
         std::ranges::sort(rows, {}, number);
     const QStringList list(columns.begin(), columns.end());
     const QString computer = m_db.csGetComputerName();
     for (size_t at = 0; at < rows.size(); at += size_t(mostRowsAStatement)) {
         const auto end = std::min(rows.size(), at + size_t(mostRowsAStatement));
-        const std::vector<WrittenRow> some(rows.begin() + qsizetype(at), rows.begin() + qsizetype(end));
+        const std::vector<RowToWrite> some(rows.begin() + qsizetype(at), rows.begin() + qsizetype(end));
         if (const Result<> done =
                 execute({insertRowsSql(m_description, m_job.branch, sub, list, some, computer)});
             !done)
@@ -154,7 +154,7 @@ Result<> MasterImport::insertBesidePatients(const ImportPlan &plan, const Import
 
 QStringList MasterImport::updates(const PlannedRow &row) const {
     const QString computer = m_db.csGetComputerName();
-    const WrittenRow own = part(row, false), sub = part(row, true);
+    const RowToWrite own = part(row, false), sub = part(row, true);
     QStringList statements;
     if (!own.values.isEmpty())
         statements += updateRowSql(m_description, m_job.branch, false, own, computer);

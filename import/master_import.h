@@ -36,7 +36,7 @@ private:
     bool isRepeated(const PlannedRow &row) const;
     Result<> updateCopied(const PlannedRow &row);
     bool isInSub(const QString &column) const { return m_subColumns.contains(column); }
-    WrittenRow part(const PlannedRow &row, bool sub) const;
+    RowToWrite part(const PlannedRow &row, bool sub) const;
 
     const ImportJob &m_job;
     const ImportDescription &m_description;
