@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Checks that includes follow the rooms and that every file keeps to its trade:
+# Checks that includes follow the rooms, that every file keeps to its trade and every type has a name of its own:
 #   rooms.sh TOP LIST     checks the sources under TOP; LIST has a line for each room of the build:
 #                         name|gui or core|rooms that it uses|its files
 #   rooms.sh --self-test  checks that offences are found
@@ -93,6 +93,18 @@ check_trades() {
     refuse '\bcT_RIYOUSHA_DOUI_REC\b' 'consent rows are read and written whole in consent/record alone' "${rest[@]}"
 }
 
+# Two types of one name are one to the linker, which takes either's functions for both without a word.
+check_names() {
+    local file name
+    while read -r file name; do
+        offence "$file" "another header has a $name too"
+    done < <(awk 'FNR == 1 { inside = 0 }
+        /^namespace / { ++inside }
+        /^} \/\/ namespace/ { --inside }
+        !inside && /^(struct|class) [^;]*\{/ { if ($2 in seen) print FILENAME, $2; seen[$2] }' \
+        $(printf '%s\n' "${files[@]}" | grep '\.h$'))
+}
+
 # check TOP LIST
 check() {
     read_rooms "$(realpath -e "$2")"
@@ -101,6 +113,7 @@ check() {
     [ ${#files[@]} -gt 0 ] || { echo "$2 names no sources"; return 1; }
     check_includes
     check_trades
+    check_names
     echo "${#files[@]} files, $offences offences"
     [ "$offences" -eq 0 ]
 }
@@ -127,6 +140,7 @@ entry_forms|core|entry widgets|consent/entry/a_form.cpp
 ROOMS
     while IFS= read -r file; do plant "$file" ''; done < <(sed 's/.*|//' "$top/rooms" | tr ' ' '\n')
     plant db/sound.cpp '#include "app/base/text.h"'
+    plant app/base/text.h 'struct Text {'
     (check "$top" "$top/rooms") >/dev/null || { echo "a sound file is refused"; exit 1; }
     while read -r file line; do
         plant "$file" "$line"
@@ -151,6 +165,7 @@ consent/rows/a.cpp if (table.iDataUpdate(&row, -1, true) != 0)
 consent/rows/a.cpp db.iExecSQL(sql);
 consent/entry/a_form.cpp const QString sql = u"SELECT 1"_s;
 db/a.cpp #ifdef Q_OS_WIN
+db/adodb.h struct Text : Base {
 db/a.cpp #include <sys/file.h>
 consent/rows/a_query.cpp #include "app/base/messages.h"
 LINES
