@@ -32,7 +32,7 @@ tour_period_types() {
     window '同意書管理'
 }
 
-# 病院No is hidden, the treatment's kind is frozen too; then the list is scrolled to its right. Columns that other
+# 依頼ボタン is hidden, columns up to 要加療開始 are frozen; then the list is scrolled to its right. Columns that other
 # parts of the tour count are left alone.
 tour_columns() {
     key ctrl+shift+h
