@@ -38,11 +38,6 @@ const QString columns =
 const QString ofPatients =
     u"DOUISHO_LOG.cTable IN ('RIYOUSHA_DOUI_REC', 'RIYOUSHA', 'RIYOUSHA_SUB', 'DOUIKIROKU') and "_s;
 
-// Servers part a date's numbers with hyphens and tell fractions of a second.
-QString timeText(QString time) {
-    return time.replace(u'-', u'/').left(u"yyyy/mm/dd hh:mm:ss"_s.size());
-}
-
 LogRecord recordAt(const FieldRows<Field> &rows, int row) {
     return {rows.text(row, Field::Write).trimmed(),
             timeText(rows.text(row, Field::Time)),
@@ -111,6 +106,11 @@ Result<LogRecords> readLog(cT_ADODB &db, const Branch &branch, const LogQuestion
 
 Result<LogRecords> readPatientLog(cT_ADODB &db, const PatientKey &patient, int most) {
     return read(db, ofPatients + sqlWhere(patient, u"DOUISHO_LOG"), most);
+}
+
+// Servers part a date's numbers with hyphens and tell fractions of a second.
+QString timeText(QString time) {
+    return time.replace(u'-', u'/').left(u"yyyy/mm/dd hh:mm:ss"_s.size());
 }
 
 QString logKey(const ConsentRowKey &row) {

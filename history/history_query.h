@@ -43,5 +43,8 @@ Result<LogRecords> readLog(cT_ADODB &db, const Branch &branch, const LogQuestion
 /// The records of all that is a patient's.
 Result<LogRecords> readPatientLog(cT_ADODB &db, const PatientKey &patient, int most);
 
+/// A time as the database gives it, in the form of LogRecord::time.
+QString timeText(QString time);
+
 /// What a record calls the row of a consent, beside its patient.
 QString logKey(const ConsentRowKey &row);

@@ -103,11 +103,6 @@ Result<std::optional<BatchInfo>> readLastBatch(cT_ADODB &db, const Branch &branc
     return std::optional<BatchInfo>();
 }
 
-// Servers part a date's numbers with hyphens and tell fractions of a second.
-QString timeText(QString time) {
-    return time.replace(u'-', u'/').left(u"yyyy/mm/dd hh:mm:ss"_s.size());
-}
-
 QString shortTime(const QString &time, const QDate &today) {
     const QString minutes = time.left(u"yyyy/mm/dd hh:mm"_s.size());
     return minutes.startsWith(dateText(today)) ? minutes.mid(u"yyyy/mm/dd "_s.size()) : minutes;

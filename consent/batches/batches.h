@@ -37,9 +37,6 @@ Result<std::optional<BatchInfo>> readBatch(cT_ADODB &db, const Branch &branch, q
 Result<std::optional<BatchInfo>> readLastBatch(cT_ADODB &db, const Branch &branch, const QString &computer,
                                                const QDate &day);
 
-/// As the database gives a time, in the form of BatchInfo::time.
-QString timeText(QString time);
-
 /// "10:32", with the day before it where that is not today.
 QString shortTime(const QString &time, const QDate &today);
 /// "処理番号12 同意更新（10:32、35件）".

@@ -3,6 +3,7 @@
 #include "db/recordset.h"
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
+#include "history/history_query.h"
 
 using namespace Qt::Literals::StringLiterals;
 
