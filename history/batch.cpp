@@ -20,10 +20,15 @@ Result<std::optional<Batch>> Batch::begin(cT_ADODB &db, const Branch &branch, co
                                           std::optional<qint32> takesBack) {
     if (db.iConnect() == 0 && settleLog(db).kind != HistoryState::Kept)
         return std::optional<Batch>();
+    // Somebody may have taken the tables or the right away: the next run looks anew.
+    const auto refused = [&db](const QString &why) {
+        db.history().kind = HistoryState::Unknown;
+        return Failure{why};
+    };
     Result<qint32> highest = highestNumber(db);
     for (;;) {
         if (!highest)
-            return Failure{highest.reason()};
+            return refused(highest.reason());
         const qint32 number = *highest + 1;
         const ErrorsSince errors(db);
         if (db.iExecSQL(sqlBeginBatch(number, db.csGetComputerName(), branch, kind, takesBack)) == 0)
@@ -31,7 +36,7 @@ Result<std::optional<Batch>> Batch::begin(cT_ADODB &db, const Branch &branch, co
         const QString why = errors.text().trimmed();
         highest = highestNumber(db);
         if (highest && *highest < number)
-            return Failure{why};
+            return refused(why);
     }
 }
 

@@ -19,19 +19,26 @@ QString statements() {
     return opened ? QString::fromUtf8(file.readAll()) : QString();
 }
 
+/// A lost connection, or one that had to give way to others, says nothing of the tables.
+HistoryState refused(const cT_ADODB &db, const QString &why) {
+    const bool passes = !db.isConnected() || db.wasDeadlocked();
+    return {passes ? HistoryState::Unknown : HistoryState::Unfit, why.trimmed()};
+}
+
 HistoryState fit(cT_ADODB &db) {
     const Result<Recordset> version = readRows(db, sqlLogVersion());
     if (!version)
-        return {HistoryState::Unfit, version.reason().trimmed()};
+        return refused(db, version.reason());
     if (version->number(0, 0) > logVersion)
         return {HistoryState::Newer,
                 u"変更履歴の表が、新しい版のプログラムのもの（版 %1）です。"_s.arg(version->number(0, 0))};
     const ErrorsSince errors(db);
     Transaction trial(db); // undone
     QList<qint64> affected;
-    if (!trial.begun() || db.iExecSQLs(sqlTryLog(), affected) != 0)
-        return {HistoryState::Unfit, errors.text().trimmed()};
-    return {HistoryState::Kept};
+    if (!trial.begun()) // somebody else is writing, for longer than one waits
+        return {HistoryState::Unknown, errors.text().trimmed()};
+    return db.iExecSQLs(sqlTryLog(), affected) == 0 ? HistoryState{HistoryState::Kept}
+                                                    : refused(db, errors.text());
 }
 
 HistoryState look(cT_ADODB &db) {

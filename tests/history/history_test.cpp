@@ -13,6 +13,7 @@
 #include "tests/consent/consent_rows.h"
 #include "tests/history/replayed_log.h"
 #include "tests/masters/practice.h"
+#include "tests/support/failing_provider.h"
 
 #include <future>
 #include <set>
@@ -184,11 +185,19 @@ TEST_F(History, RowsWrittenByHandAndTablesThatGoMeanwhileBreakNothing) {
     ASSERT_TRUE(batch && *batch) << batch.reason().toStdString();
     EXPECT_EQ((*batch)->number(), 1);
 
-    // The write that finds the table gone fails as a whole; the next one knows.
-    database.run(u"DROP TABLE DOUISHO_LOG"_s);
+    // A look that fails says nothing of the tables: it is taken again.
+    FailingConnection other(database.connectionString(), 3);
+    other.db.history() = {};
+    EXPECT_EQ(lookAtLog(other.db).kind, HistoryState::Unknown);
+    EXPECT_EQ(settleLog(other.db).kind, HistoryState::Kept);
+
+    // The write or run that finds a table gone fails as a whole; the next one knows.
+    database.run(u"DROP TABLE DOUISHO_LOG; DROP TABLE DOUISHO_LOG_BATCH"_s);
     EXPECT_FALSE(saved(u"二"_s));
     EXPECT_EQ(value(u"cItiranBikou"_s), u"一"_s);
     EXPECT_TRUE(saved(u"三"_s));
+    EXPECT_FALSE(Batch::begin(other.db, {1, 1}, u"同意更新"_s));
+    EXPECT_EQ(*Batch::begin(other.db, {1, 1}, u"同意更新"_s), std::nullopt);
 }
 
 TEST_F(History, TwoProgramsMakeTheTablesAndTakeNumbersAtOnce) {
