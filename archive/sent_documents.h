@@ -21,9 +21,12 @@ struct SentDocument {
 /// In the order in which they left.
 Result<std::vector<SentDocument>> readSentDocuments(cT_ADODB &db, qint32 batch);
 
+/// How long the archive's drive may take to answer.
+constexpr std::chrono::milliseconds answerLimit = std::chrono::seconds(10);
+
 /// A document's content, as it went out. Gives up soon where the archive's drive does not answer.
 Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document,
-                               std::chrono::milliseconds limit = std::chrono::seconds(10));
+                               std::chrono::milliseconds limit = answerLimit);
 
 /// Whether a content is pages for the viewer; else it is a mail.
 bool isPages(const QByteArray &content);

@@ -57,8 +57,13 @@ struct Found {
 
 Found findPages(const Archive &archive, const std::vector<const SentDocument *> &documents) {
     Found found;
+    std::chrono::milliseconds limit = answerLimit;
     for (const SentDocument *document : documents) {
-        Result<QByteArray> content = keptContent(archive, *document);
+        const auto asked = std::chrono::steady_clock::now();
+        Result<QByteArray> content = keptContent(archive, *document, limit);
+        // Of a drive that does not answer the others are not waited for.
+        if (!content && std::chrono::steady_clock::now() - asked >= limit)
+            limit = {};
         if (!content)
             found.missing += u"%1：%2"_s.arg(document->title, content.reason());
         else if (isPages(*content))
