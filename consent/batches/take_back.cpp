@@ -1,5 +1,7 @@
 #include "consent/batches/take_back.h"
 
+#include "history/history_query.h"
+
 #include <algorithm>
 #include <iterator>
 
@@ -8,8 +10,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 QString identityOf(const ConsentRowKey &key) {
-    return identityOf({}, key.patient,
-                      u"%1/%2/%3"_s.arg(key.nDate).arg(key.iHenkeiFlg).arg(key.nHenkeiDouiDate));
+    return identityOf({}, key.patient, logKey(key));
 }
 
 ConsentRowKey keyOfRow(const Recordset &rows, int row) {
@@ -99,7 +100,9 @@ TakeBackPlan planTakeBack(std::vector<WrittenRow> rows, const StandingRows &stan
     TakeBackPlan plan{.rows = std::move(rows), .units = {}};
     QHash<QString, size_t> places;
     for (size_t i = 0; i < plan.rows.size(); ++i) {
-        const WrittenRow &row = plan.rows[i];
+        WrittenRow &row = plan.rows[i];
+        if (const auto place = row.consent ? standing.find(*row.consent) : std::nullopt)
+            row.standing = standing.value(*place, u"tUpDateTime"_s);
         const QString name = unitOf(row);
         if (!places.contains(name)) {
             places.insert(name, plan.units.size());

@@ -5,6 +5,7 @@
 #include "db/sql_text.h"
 #include "db/tables/keys_query.h"
 #include "history/batch.h"
+#include "history/history_query.h"
 
 #include <set>
 
@@ -125,13 +126,15 @@ QList<ColumnValue> valuesBefore(const WrittenRow &row) {
     return columns;
 }
 
+// A sibling program, which knows nothing of the lock, may write a row at the last moment: none fits then.
 void writeBack(RecordWrite &write, const WrittenRow &row) {
+    const QString asSeen = sqlWhere(*row.consent) + u" AND "_s + sqlUnchangedSince(row.standing);
     if (!row.wasThere)
-        write.remove(sqlWhere(*row.consent));
+        write.remove(asSeen);
     else if (!row.isThere)
         write.restore(valuesBefore(row));
     else
-        write.change(sqlWhere(*row.consent), valuesBefore(row), Audit::Untouched);
+        write.change(asSeen, valuesBefore(row), Audit::Untouched);
 }
 
 /// Who wrote a row last with a program that keeps no history, the row itself may say.
@@ -271,7 +274,6 @@ Result<> TakeBack::restore(RecordWrite &write, const TakeBackPlan &plan) {
     const Result<QList<qint64>> written = write.send();
     if (!written)
         return Failure{written.reason()};
-    // A sibling program, which knows nothing of the lock, may write a row at the last moment.
     if (std::ranges::any_of(*written, [](qint64 count) { return count != 1; }))
         return Failure{u"取り消しの途中で、同意が他のプログラムに変更されました。何も取り消していません。"
                        "もう一度お試しください。"_s};

@@ -33,6 +33,7 @@ struct WrittenRow {
     bool isThere = false;
     QMap<QString, WrittenValue> values = {}; ///< by column
     QString time = {};                       ///< of the last record
+    QString standing = {};                   ///< update time that the row bears now, empty: none
 
     QString identity() const;
     bool cameOrWent() const { return wasThere != isThere; }

@@ -3,6 +3,7 @@
 #include "consent/record/sent_marks.h"
 #include "history/batch.h"
 #include "tests/batches/renewed_practice.h"
+#include "tests/support/wrapped_provider.h"
 
 using namespace Qt::Literals::StringLiterals;
 
@@ -177,6 +178,27 @@ TEST(TakeBack, OfTwoPcsThatTakeARunBackTheSecondIsToldWhoDid) {
         << refusal.toStdString();
     EXPECT_EQ(readBatches(there, office, {1900, 1, 1}, {9000, 1, 1})->size(), 2u)
         << "a run that did nothing is none";
+}
+
+TEST(TakeBack, WhatASiblingProgramWritesAtTheLastMomentIsNotLost) {
+    Practice practice(2);
+    const qint32 renewal = practice.renew(practice.database.db);
+    const QStringList renewed = practice.rows();
+    cT_ADODB db([](const QString &text) {
+        return std::make_unique<WrappedProvider>(makeProvider(text), [](QString &sql) {
+            if (sql.startsWith(u"DELETE FROM RIYOUSHA_DOUI_REC"_s))
+                sql.prepend(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2099/06/01 10:50:00'"
+                            " WHERE nDate = 20260520; "_s);
+            return true;
+        });
+    });
+    db.iInit(practice.database.connectionString());
+    TakeBack work(db, office);
+    const Result<TakeBackProposal> proposal = work.propose(renewal);
+    ASSERT_TRUE(proposal) << proposal.reason().toStdString();
+    const Result<bool> taken = work.take(*proposal);
+    EXPECT_TRUE(taken.reason().contains(u"他のプログラムに変更されました"_s)) << taken.reason().toStdString();
+    EXPECT_EQ(practice.rows(), renewed);
 }
 
 TEST(TakeBack, RecordsThatAreOfNoUseKeepTheirRowsFromGoingBack) {
