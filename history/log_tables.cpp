@@ -48,6 +48,12 @@ HistoryState look(cT_ADODB &db) {
     return *there ? fit(db) : HistoryState{HistoryState::Missing};
 }
 
+// Tables that were looked for only may yet be made by whoever writes first.
+bool isSettled(const HistoryState &state) {
+    const bool untried = state.kind == HistoryState::Missing && state.reason.isEmpty();
+    return state.kind != HistoryState::Unknown && !untried;
+}
+
 const HistoryState &remembered(cT_ADODB &db, HistoryState state) {
     state.told = db.history().told;
     return db.history() = std::move(state);
@@ -68,7 +74,7 @@ const HistoryState &lookAtLog(cT_ADODB &db) {
 }
 
 const HistoryState &settleLog(cT_ADODB &db) {
-    if (db.history().kind != HistoryState::Unknown || !db.isConnected())
+    if (isSettled(db.history()) || !db.isConnected())
         return db.history();
     if (lookAtLog(db).kind != HistoryState::Missing)
         return db.history();
@@ -102,7 +108,7 @@ QString historyStateText(const HistoryState &state) {
 
 QString untoldHistoryState(cT_ADODB &db) {
     HistoryState &state = db.history();
-    if (state.told || state.kind == HistoryState::Unknown || state.kind == HistoryState::Kept)
+    if (state.told || !isSettled(state) || state.kind == HistoryState::Kept)
         return {};
     state.told = true;
     return u"変更履歴は記録されません（データはこれまでどおり保存されます）。"

@@ -146,8 +146,9 @@ TEST_F(History, EveryKindOfWriteLeavesExactlyWhatItChanged) {
 
 TEST_F(History, TablesAreMadeAtTheFirstWriteAndNoneButOursAreEverTouched) {
     dropTables();
+    // Whoever looks for them first keeps nobody from making them.
     EXPECT_EQ(lookAtLog(database.db).kind, HistoryState::Missing);
-    database.db.history() = {};
+    EXPECT_TRUE(untoldHistoryState(database.db).isEmpty());
     EXPECT_TRUE(saved(u"一"_s));
     EXPECT_EQ(records(), 1);
     EXPECT_TRUE(untoldHistoryState(database.db).isEmpty());
