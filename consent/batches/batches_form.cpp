@@ -23,6 +23,7 @@ using namespace Qt::Literals::StringLiterals;
 namespace {
 
 constexpr int daysShown = 7;
+constexpr int timeColumn = 1;
 constexpr int kindColumn = 3;
 
 } // namespace
@@ -122,8 +123,9 @@ short BatchesForm::iInit() {
     }
     showArchiveSize(m_environment, m_kept);
     m_grid->fitColumns(24);
-    // Room for what later runs are called.
-    m_grid->setColumnWidth(kindColumn, qMax(m_grid->columnWidth(kindColumn), m_grid->widthOf(10)));
+    // Room for what later runs are called, and for the runs of other days where these have none.
+    for (const int column : {timeColumn, kindColumn})
+        m_grid->setColumnWidth(column, qMax(m_grid->columnWidth(column), m_grid->widthOf(10)));
     m_grid->goTo(0, 0);
     m_grid->setFocus();
     return 0;

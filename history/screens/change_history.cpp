@@ -8,8 +8,7 @@ using namespace Qt::Literals::StringLiterals;
 QString ChangeHistory::whyNone() const {
     switch (lookAtLog(m_db).kind) {
     case HistoryState::Missing:
-        return u"変更履歴はまだ記録されていません。次の保存・更新・印刷などから記録します。"
-               "始まらないときは「設定」の「変更履歴の準備」を開いてください。"_s;
+        return u"変更履歴はまだ記録されていません。次の保存・更新・印刷から始まります（「設定」の「変更履歴の準備」）。"_s;
     case HistoryState::Newer:
         return u"変更履歴は新しい版のプログラムのものです。このPCのプログラムも新しくすると、表示できます。"_s;
     default:
