@@ -35,7 +35,8 @@ bool takeBackBatch(const Environment &environment, cT_ADODB &db, qint32 batch, Q
             return false;
         }
         if (proposal->plan.goingBack() == 0) {
-            messages.warn(before + takeBackRefusal(*proposal, today), title);
+            const QString why = before + takeBackRefusal(*proposal, today);
+            proposal->isPart() || !before.isEmpty() ? messages.warn(why, title) : messages.note(why);
             return false;
         }
         if (!messages.ask(before + takeBackQuestion(*proposal, today), title, Answer::No))
