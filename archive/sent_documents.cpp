@@ -9,6 +9,7 @@
 #include "print/engine/viewer_job.h"
 #include "viewer/finished/document_file.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QRegularExpression>
 #include <QStringDecoder>
@@ -43,6 +44,12 @@ QString headerOf(const QByteArray &headers, const QString &name) {
     return at < 0 ? QString() : decodedWords(lines.mid(at + name.size() + 3).section(u'\n', 0, 0));
 }
 
+/// As this PC's clock shows it; as it stands where it is no mail's time.
+QString timeOf(const QString &date) {
+    const QDateTime time = QDateTime::fromString(date, Qt::RFC2822Date).toLocalTime();
+    return time.isValid() ? time.toString(u"yyyy/MM/dd HH:mm:ss"_s) : date;
+}
+
 } // namespace
 
 Result<QByteArray> keptContent(const Archive &archive, const SentDocument &document,
@@ -66,7 +73,7 @@ QString readableMail(const QByteArray &message) {
     const bool coded = headerOf(headers, u"Content-Transfer-Encoding"_s) == u"base64";
     return u"差出人：%1\n宛先：%2\n件名：%3\n日時：%4\n\n"_s.arg(
                headerOf(headers, u"From"_s), headerOf(headers, u"To"_s), headerOf(headers, u"Subject"_s),
-               headerOf(headers, u"Date"_s)) +
+               timeOf(headerOf(headers, u"Date"_s))) +
            decoded(coded ? QByteArray::fromBase64(body) : body, charset.toLatin1()).remove(u'\r');
 }
 

@@ -79,6 +79,9 @@ void showKept(Environment &environment, const std::vector<const SentDocument *> 
     if (!found.missing.isEmpty())
         environment.messages.warn(u"表示できない文書があります。\r\n\r\n"_s + found.missing.join(u"\r\n"_s),
                                   caption);
+    if (found.pages.empty() && found.missing.isEmpty())
+        environment.messages.note(documents.empty() ? u"表示する文書を選択してください。"_s
+                                                    : u"メールの本文は、行を選ぶと下に出ます。"_s);
     if (found.pages.empty())
         return;
     if (const Result<> shown = showPages(environment, found.pages, u"%1：%2"_s.arg(caption, title)); !shown)
@@ -199,7 +202,7 @@ void showSent(QWidget *parent, Environment &environment, cT_ADODB &db, qint32 ba
     if (!documents)
         environment.messages.fail(documents.reason(), caption);
     else if (documents->empty())
-        environment.messages.note(u"この処理で送った文書は保管されていません。"_s);
+        environment.messages.note(u"この処理で送った文書の記録はありません。"_s);
     else if (documents->size() == 1 && (documents->front().pages > 0 || documents->front().name.isEmpty()))
         showKept(environment, {&documents->front()}, title);
     else
