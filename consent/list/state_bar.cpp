@@ -1,5 +1,6 @@
 #include "consent/list/state_bar.h"
 
+#include "widgets/chosen_button.h"
 #include "widgets/flow_layout.h"
 
 #include <QAction>
@@ -54,15 +55,12 @@ void StateBar::addRange(QAction *action) {
 }
 
 void StateBar::showCounts(const StateCounts &counts, RowState chosen) {
-    QPalette marked = palette();
-    marked.setBrush(QPalette::Button, marked.highlight());
-    marked.setBrush(QPalette::ButtonText, marked.highlightedText());
     for (auto [state, tab] : m_states.asKeyValueRange()) {
         const QString caption = rowState(state).caption;
         QAction *action = tab->defaultAction();
         action->setText(action->isEnabled() ? caption + u" %L1"_s.arg(counts[size_t(state)]) : caption);
         action->setChecked(state == chosen);
-        tab->setPalette(state == chosen ? marked : palette());
+        showChosen(*tab, state == chosen);
     }
 }
 

@@ -6,6 +6,7 @@
 #include "export/save_grid.h"
 #include "history/screens/history_models.h"
 #include "ui_history_form.h"
+#include "widgets/chosen_button.h"
 
 #include <QHeaderView>
 #include <QScreen>
@@ -55,7 +56,7 @@ ChangeHistoryForm::ChangeHistoryForm(Environment &environment, cT_ADODB &db,
     m_ui->ssHenkou->setModel(m_lines);
     for (Grid *grid : {m_ui->ssRireki, m_ui->ssHenkou})
         grid->horizontalHeader()->setStretchLastSection(true);
-    setWidths(*m_ui->ssRireki, {11, 7, 8, 5, 18, 3});
+    setWidths(*m_ui->ssRireki, {11, 7, 10, 5, 18, 3});
     setWidths(*m_ui->ssHenkou, {16, 30});
     (new CsvButton(environment, *m_ui->ssRireki, u"変更履歴"_s))->insert(*m_ui->rowButtons, *m_ui->cmdEnd);
     setClock(*this, environment.clock);
@@ -73,6 +74,8 @@ void ChangeHistoryForm::wire() {
          {std::pair(HistoryScope::Row, m_ui->optHani_0), std::pair(HistoryScope::Patient, m_ui->optHani_1),
           std::pair(HistoryScope::All, m_ui->optHani_2)}) {
         button->setVisible(m_history.has(HistoryScope::Patient) && m_history.has(scope));
+        connect(button, &QPushButton::toggled, button,
+                [button](bool chosen) { showChosen(*button, chosen); });
         button->setChecked(scope == m_history.narrowest());
         connect(button, &QPushButton::clicked, this, [this] { search(); });
     }
