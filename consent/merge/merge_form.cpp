@@ -23,9 +23,10 @@ namespace {
 QString introduction(MergeForm::Use use) {
     const QString what =
         u"次の行は、読み込んだ後に他のＰＣで変更されています。まだ何も保存していません。\r\n"_s;
-    return what + (use == MergeForm::Use::Save
-                       ? u"● の付いた項目が変わっています。保存する内容を Space で選び、Enter で保存します。"_s
-                       : u"● の付いた項目が変わっています。内容を Space で選び、Enter で一覧に取り込みます。"_s);
+    return what +
+           (use == MergeForm::Use::Save
+                ? u"● の付いた項目が変わっています。保存する内容を Space で選び、Enter で保存します。"_s
+                : u"● の付いた項目が変わっています。内容を Space で選び、Enter で一覧に取り込みます。"_s);
 }
 
 QPushButton *button(const QString &name, const QString &caption, const QString &key, const QString &hint,
