@@ -44,7 +44,9 @@ QString interfaceFamily(const QString &desktops) {
 
 void speakJapanese(QTranslator &translator) {
     QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
-    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    // The toolkit's own texts: installed with it, or inside of a program that brings the toolkit along.
+    if (translator.load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)) ||
+        translator.load(u"qtbase_ja"_s, u":/translations"_s))
         QCoreApplication::installTranslator(&translator);
     QFont font = QApplication::font();
     const QString desktops = font.family();

@@ -1,9 +1,13 @@
-# test_windows: what Windows does otherwise, asked of Wine.
+# test_windows [ctest's arguments]: what Windows does otherwise, the programs' tests for it, and the main road through
+# their windows; all run by Wine on a virtual screen.
+. scripts/display.sh
 . scripts/windows/wine.sh
 . scripts/windows/compare_ini.sh
+. scripts/windows/road.sh
 
 finish_windows() {
     stop_wine
+    stop_display
     rm -rf "$own_folder"
 }
 
@@ -13,6 +17,11 @@ test_windows() {
     trap finish_windows EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM
+    start_display 1280x800
     start_wine "$own_folder"
     compare_ini "$own_folder/ini"
+    scripts/windows/toolchain.sh
+    build windows
+    DOUISHO_WINE=$own_folder ctest --preset windows "$@"
+    [ $# -gt 0 ] || windows_road "$own_folder/installation"
 }

@@ -2,7 +2,6 @@
 
 #include <QString>
 #include <QTemporaryDir>
-#include <sys/types.h>
 
 /// A PostgreSQL server of the test's own: data in a temporary folder, a free port of the loopback address,
 /// password log-in. It ends with the object, and with the process however that ends.
@@ -39,10 +38,10 @@ private:
     QString m_programs; ///< folder of the server's programs
     QString m_driver;
     QString m_problem;
-    uid_t m_user = 0; ///< the server refuses to run as root
-    gid_t m_group = 0;
+    unsigned m_user = 0; ///< the server refuses to run as root
+    unsigned m_group = 0;
     quint16 m_port = 0;
-    pid_t m_process = 0;
+    int m_process = 0;
 };
 
 /// A port of the loopback address where nothing listens at the moment.

@@ -1,0 +1,21 @@
+# The tour's main road through the windows of the Windows programs.
+
+# windows_road FOLDER: leaves pictures and documents in tour/windows.
+windows_road() {
+    . scripts/installation.sh
+    . scripts/tour.sh
+    start_program() {
+        DOUISHO_RUN="$$" DOUISHO_FOLDER="$(wine_path "$1")" in_wine "$bin/douisho.exe" "$2" &
+        program_pid=$!
+    }
+    bin=build/windows/bin
+    tour_shots=tour/windows
+    mkdir -p "$tour_shots/all"
+    rm -f "$tour_shots"/*.{png,pdf,json,html} "$tour_shots"/all/*.png
+    installation=$1
+    say "Making a sample installation with the Windows program"
+    in_wine "$bin/douisho-sample.exe" --folder "$(wine_path "$installation")" --programs "$(wine_path "$bin")"
+    tour_road
+    write_index
+    say "${#tour_pictures[@]} pictures and ${#tour_documents[@]} documents: see $tour_shots/index.html"
+}
