@@ -185,11 +185,13 @@ TEST(TakeBack, WhatASiblingProgramWritesAtTheLastMomentIsNotLost) {
     const qint32 renewal = practice.renew(practice.database.db);
     const QStringList renewed = practice.rows();
     cT_ADODB db([](const QString &text) {
-        return std::make_unique<WrappedProvider>(makeProvider(text), [](QString &sql) {
-            if (sql.startsWith(u"DELETE FROM RIYOUSHA_DOUI_REC"_s))
-                sql.prepend(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2099/06/01 10:50:00'"
-                            " WHERE nDate = 20260520; "_s);
-            return true;
+        std::unique_ptr<DbProvider> real = makeProvider(text);
+        DbProvider *const at = real.get();
+        return std::make_unique<WrappedProvider>(std::move(real), [at](const QString &sql) {
+            return !sql.startsWith(u"DELETE FROM RIYOUSHA_DOUI_REC"_s) ||
+                   at->execute(u"UPDATE RIYOUSHA_DOUI_REC SET tUpDateTime = '2099/06/01 10:50:00'"
+                               " WHERE nDate = 20260520"_s,
+                               nullptr);
         });
     });
     db.iInit(practice.database.connectionString());
