@@ -73,7 +73,8 @@ TEST_F(History, EveryKindOfWriteLeavesExactlyWhatItChanged) {
         " WHERE nDate = 20260701;"
         "INSERT INTO DOUIKIROKU (iKyotenCd, iKyotenEb, nIDNo, tDouiYM, iDouiNo) VALUES (1, 1, 1, '2026/07', "
         "1);"
-        "INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, nSisetsuCode) VALUES (1, 1, 7, '相談', 5)"_s);
+        "INSERT INTO SOUDAN (iKyotenCd, iKyotenEb, nIDNo, cName, nSisetsuCode) VALUES (1, 1, 7, '相談', 5);"
+        "INSERT INTO CAREMANE (nIDNo, cName, nSisetsuCode) VALUES (9, 'ケアマネ', 5)"_s);
     ReplayedLog log(database.db);
     QStringList done;
     const auto did = [&](const QString &operation, bool good) {

@@ -1,3 +1,4 @@
+#include "tests/history/replayed_log.h"
 #include "tests/import/import_fixture.h"
 
 #include "app/base/settings.h"
@@ -164,6 +165,7 @@ TEST_F(ImportTest, MastersFollowTheirOwnRules) {
             "同じ名前の医師があります（番号 3）"_s,
             u"変更 住所：港1　医療機関「丙医院」は医療機関・施設マスタにないため、名称だけを入れます"_s}));
     database.run(u"UPDATE RIYOUSHA SET nDouiIsiCd = 3 WHERE nIDNo = 7"_s);
+    ReplayedLog log(database.db);
     ASSERT_EQ(written(doctors).kind, ImportOutcome::Done);
     EXPECT_EQ(database.rows(u"SELECT cIDNo, cName, cKikan, cAddress1 FROM DOCTOR ORDER BY 1"_s),
               (QStringList{u"12|森　花|丙医院|港1"_s, u"13|三浦一|丁医院|NULL"_s, u"3|三浦 一|甲病院|新町9"_s,
@@ -175,6 +177,8 @@ TEST_F(ImportTest, MastersFollowTheirOwnRules) {
         ASSERT_EQ(written(some).kind, ImportOutcome::Done) << int(kind);
         EXPECT_EQ(tried(some), (QStringList{u"同じ"_s, u"同じ"_s})) << int(kind);
     }
+    EXPECT_EQ(log.disagreement().toStdString(), "");
+    EXPECT_EQ(log.operations(), QStringList{u"データの取込"_s});
 }
 
 TEST_F(ImportTest, TwoAtOnceGiveNoNumberTwiceAndOverwriteNothing) {
