@@ -1,5 +1,6 @@
 // Nothing that was typed is lost: rows that a colleague wrote meanwhile, and runs that ended without saving.
 
+#include "consent/list/unsaved_rows.h"
 #include "consent/merge/merge_form.h"
 #include "tests/list/list_form_fixture.h"
 
@@ -269,4 +270,38 @@ TEST_F(ListRecoveryTest, WhatIsThrownAwayIsGoneAndADamagedFileIsSetAside) {
     EXPECT_TRUE(QTest::qWaitFor([] { return kept().size() == 1; }));
     QTest::keyClick(form.get(), Qt::Key_Z, Qt::ControlModifier);
     EXPECT_TRUE(kept().isEmpty()) << "nothing is unsaved any more";
+}
+
+TEST(UnsavedRows, ComeBackWithEveryValue) {
+    const ConsentRowValues read{short(1),     {}, short(0), short(2),    {}, short(1),
+                                {2026, 1, 1}, {}, {},       u"改行\n"_s, {}};
+    const ConsentRowValues now{{},           short(1),     short(1),     {}, short(0), {},
+                               {2026, 2, 1}, {2026, 2, 2}, {2026, 2, 3}, {}, u"依頼"_s};
+    const RunningRow running{
+        {2026, 3, 1}, {{2026, 3, 2}, {2026, 3, 3}}, u"12"_s, u"医師"_s, u"病院"_s, u"傷病"_s, short(1),
+        short(2)};
+    const UnsavedRows kept{u"db 1-1"_s,
+                           {{2026, 11, 21}, {9, 0}},
+                           true,
+                           {{{{{{1, 2, 3}, 20251120, 1, 20251121},
+                               read,
+                               u"2026/11/20 10:00:00.123"_s,
+                               u"奇1"_s,
+                               u"奇2"_s,
+                               u"奇3"_s,
+                               true,
+                               running},
+                              now},
+                             u"3 利用者"_s}}};
+    const Result<UnsavedRows> back = unsavedRows(toBytes(kept));
+    ASSERT_TRUE(back && back->rows.size() == 1) << back.reason().toStdString();
+    const TypedRow &row = back->rows.front(), &was = kept.rows.front();
+    EXPECT_TRUE(row.now.same(now) && row.read.values.same(read) && row.read.running.same(running));
+    EXPECT_TRUE(rowIdentity(row.read.key) == rowIdentity(was.read.key) && row.read.answeredAsMassage);
+    const auto texts = [](const TypedRow &of) {
+        return QStringList{of.who, of.read.updateTime, of.read.oddReconsent, of.read.oddStart,
+                           of.read.oddEnd};
+    };
+    EXPECT_EQ(texts(row), texts(was));
+    EXPECT_TRUE(back->database == kept.database && back->time == kept.time && back->ended);
 }
