@@ -1,4 +1,5 @@
 #include "db/adodb.h"
+#include "db/connection_settings.h"
 
 #include "app/base/platform/desktop.h"
 #include "db/column_names.h"
