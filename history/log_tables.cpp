@@ -56,6 +56,10 @@ bool isSettled(const HistoryState &state) {
 
 const HistoryState &remembered(cT_ADODB &db, HistoryState state) {
     state.told = db.history().told;
+    // Looking again makes nobody try again what the server refused.
+    if (state.kind == HistoryState::Missing && state.reason.isEmpty() &&
+        db.history().kind == HistoryState::Missing)
+        state.reason = db.history().reason;
     return db.history() = std::move(state);
 }
 

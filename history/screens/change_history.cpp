@@ -6,9 +6,11 @@ using namespace Qt::Literals::StringLiterals;
 
 // What cannot be written may yet be read.
 QString ChangeHistory::whyNone() const {
-    switch (lookAtLog(m_db).kind) {
+    switch (const HistoryState &state = lookAtLog(m_db); state.kind) {
     case HistoryState::Missing:
-        return u"変更履歴はまだ記録されていません。次の保存・更新・印刷から始まります（「設定」の「変更履歴の準備」）。"_s;
+        return u"変更履歴はまだ記録されていません。"_s +
+               (state.reason.isEmpty() ? u"次の保存・更新・印刷から始まります。"_s
+                                       : u"「設定」の「変更履歴の準備」で始められます。"_s);
     case HistoryState::Newer:
         return u"変更履歴は新しい版のプログラムのものです。このPCのプログラムも新しくすると、表示できます。"_s;
     default:
