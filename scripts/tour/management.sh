@@ -2,15 +2,21 @@
 
 # management_print NAME CAPTION: prints what is chosen, and answers what is asked before.
 management_print() {
+    local form='同意書管理印刷'
     glance "$1-chosen"
     key F11
-    sleep 1
-    if ! xdotool search --onlyvisible --name '帳票印刷' >/dev/null 2>&1; then
-        glance "$1-asked"
-        key Return
-    fi
+    for _ in $(seq 200); do
+        ! xdotool search --onlyvisible --name '帳票印刷' >/dev/null 2>&1 || break
+        # The question bears the form's title.
+        if [ "$(xdotool search --onlyvisible --name "$form" | wc -l)" -eq 2 ]; then
+            glance "$1-asked"
+            key Return
+            break
+        fi
+        sleep 0.1
+    done
     keep_printed "$1" "$2"
-    window '同意書管理印刷'
+    window "$form"
 }
 
 tour_management() {
