@@ -1,5 +1,5 @@
-# test_windows [ctest's arguments]: what Windows does otherwise, the programs' tests for it, and the main road through
-# their windows; all run by Wine on a virtual screen.
+# test_windows [--programs [ctest's arguments]]: what Windows does otherwise; then the programs' tests for it and the main
+# road through their windows, which is in the making. All run by Wine on a virtual screen.
 . scripts/display.sh
 . scripts/windows/wine.sh
 . scripts/windows/compare_ini.sh
@@ -20,6 +20,8 @@ test_windows() {
     start_display 1280x800
     start_wine "$own_folder"
     compare_ini "$own_folder/ini"
+    [ "${1:-}" = --programs ] || return 0
+    shift
     scripts/windows/toolchain.sh
     build windows
     DOUISHO_WINE=$own_folder ctest --preset windows "$@"
