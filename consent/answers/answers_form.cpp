@@ -5,6 +5,7 @@
 #include "consent/merge/merge_form.h"
 #include "widgets/date_box.h"
 #include "widgets/grid.h"
+#include "widgets/key_button.h"
 
 #include <QComboBox>
 #include <QGridLayout>
@@ -24,16 +25,6 @@ namespace {
 constexpr size_t mostHits = 20;
 constexpr int hitsShown = 5;
 
-QPushButton *button(const QString &name, const QString &caption, const QString &key, const QString &hint,
-                    QWidget *parent) {
-    auto *made = new QPushButton(u"%1(%2)"_s.arg(caption, key), parent);
-    made->setObjectName(name);
-    made->setShortcut(QKeySequence(key));
-    made->setToolTip(hint);
-    made->setAutoDefault(false);
-    return made;
-}
-
 } // namespace
 
 AnswersForm::AnswersForm(Environment &environment, cT_ADODB &db, QWidget *parent)
@@ -52,8 +43,8 @@ void AnswersForm::layOut() {
     addInput(*line, 2, u"再同意日(&D)"_s, m_day = new DateBox(this), u"imD_Saidoui"_s);
     addInput(*line, 3, u"要加療開始(&S)"_s, m_start = new DateBox(this), u"imD_KaryoS"_s);
     addInput(*line, 4, u"要加療終了(&E)"_s, m_end = new DateBox(this), u"imD_KaryoE"_s);
-    m_record = button(u"cmdTouroku"_s, u"登録"_s, u"F5"_s,
-                      u"この行の返事を登録します（Enter でも登録します）"_s, this);
+    m_record = keyButton(u"cmdTouroku"_s, u"登録"_s, u"F5"_s,
+                         u"この行の返事を登録します（Enter でも登録します）"_s, this);
     line->addWidget(m_record, 1, 5);
     line->setColumnStretch(0, 3);
     line->setColumnStretch(1, 4);
@@ -85,9 +76,9 @@ void AnswersForm::layOut() {
     auto *foot = new QHBoxLayout;
     m_counts = new QLabel(this);
     m_counts->setObjectName(u"lblCounts"_s);
-    m_back = button(u"cmdTorikeshi"_s, u"取り消し"_s, u"Ctrl+Z"_s,
-                    u"最後に登録した返事（下の表では選んだ行）を取り消します"_s, this);
-    m_close = button(u"cmdEnd"_s, u"閉じる"_s, u"F12"_s, u"一覧に戻ります"_s, this);
+    m_back = keyButton(u"cmdTorikeshi"_s, u"取り消し"_s, u"Ctrl+Z"_s,
+                       u"最後に登録した返事（下の表では選んだ行）を取り消します"_s, this);
+    m_close = keyButton(u"cmdEnd"_s, u"閉じる"_s, u"F12"_s, u"一覧に戻ります"_s, this);
     foot->addWidget(m_counts, 1);
     foot->addWidget(m_back);
     foot->addWidget(m_close);

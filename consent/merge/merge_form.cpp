@@ -3,6 +3,7 @@
 #include "app/base/messages.h"
 #include "app/desktop/foot_line.h"
 #include "widgets/grid.h"
+#include "widgets/key_button.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -27,16 +28,6 @@ QString introduction(MergeForm::Use use) {
            (use == MergeForm::Use::Save
                 ? u"● の付いた項目が変わっています。保存する内容を Space で選び、Enter で保存します。"_s
                 : u"● の付いた項目が変わっています。内容を Space で選び、Enter で一覧に取り込みます。"_s);
-}
-
-QPushButton *button(const QString &name, const QString &caption, const QString &key, const QString &hint,
-                    QWidget *parent) {
-    auto *made = new QPushButton(u"%1(%2)"_s.arg(caption, key), parent);
-    made->setObjectName(name);
-    made->setShortcut(QKeySequence(key));
-    made->setToolTip(hint);
-    made->setAutoDefault(false);
-    return made;
 }
 
 } // namespace
@@ -103,16 +94,16 @@ void MergeForm::layOut() {
     layout->addLayout(ways);
 
     const bool saves = m_use == Use::Save;
-    auto *save = button(u"cmdSave"_s, saves ? u"保存"_s : u"取り込む"_s, u"F5"_s,
-                        u"決めた内容で続けます（Enter でも続けます）"_s, this);
+    auto *save = keyButton(u"cmdSave"_s, saves ? u"保存"_s : u"取り込む"_s, u"F5"_s,
+                           u"決めた内容で続けます（Enter でも続けます）"_s, this);
     save->setDefault(true);
-    auto *leave = button(u"cmdEnd"_s,
-                         saves                ? u"戻る"_s
-                         : m_use == Use::Take ? u"入力を捨てる"_s
-                                              : u"後にする"_s,
-                         u"F12"_s, u"保存しないで閉じます"_s, this);
-    auto *copy = button(u"cmdCopy"_s, u"入力を写す"_s, u"Ctrl+C"_s,
-                        u"この行に入力した内容をクリップボードに写します"_s, this);
+    auto *leave = keyButton(u"cmdEnd"_s,
+                            saves                ? u"戻る"_s
+                            : m_use == Use::Take ? u"入力を捨てる"_s
+                                                 : u"後にする"_s,
+                            u"F12"_s, u"保存しないで閉じます"_s, this);
+    auto *copy = keyButton(u"cmdCopy"_s, u"入力を写す"_s, u"Ctrl+C"_s,
+                           u"この行に入力した内容をクリップボードに写します"_s, this);
     auto *foot = new QHBoxLayout;
     foot->addWidget(copy);
     foot->addWidget(new FootLine(this), 1);
@@ -145,7 +136,7 @@ void MergeForm::addWays(QLayout &line, const QString &caption, const QString &sh
     line.addWidget(new QLabel(caption, this));
     for (const auto &way : ways) {
         QPushButton *made =
-            button(way.name + (all ? u"All"_s : QString()), way.caption, shift + way.key, way.hint, this);
+            keyButton(way.name + (all ? u"All"_s : QString()), way.caption, shift + way.key, way.hint, this);
         line.addWidget(made);
         connect(made, &QPushButton::clicked, this, [this, taken = way.way, all] { take(taken, all); });
     }
