@@ -2,6 +2,7 @@
 // searched over a line on which a round trip takes 20 ms. Beside it the same renewal on a server of this
 // machine, and its statements as one script in the server's own shell.
 
+#include "benchmarks/answered_practice.h"
 #include "benchmarks/figures.h"
 #include "benchmarks/list_screen.h"
 #include "benchmarks/noting_provider.h"
@@ -29,11 +30,6 @@ constexpr double mostMilliseconds = 15'000;
 constexpr double mostTripsOfASearch = 3;
 constexpr double allowedRatio = 3;
 
-void run(cT_ADODB &db, const QString &sql) {
-    if (db.iExecSQL(sql) != 0)
-        stop(db.sErrMsg());
-}
-
 std::unique_ptr<cT_ADODB> connected(const QString &text, QStringList &script) {
     auto db = std::make_unique<cT_ADODB>(
         [&script](const QString &of) { return std::make_unique<NotingProvider>(makeProvider(of), script); });
@@ -41,35 +37,6 @@ std::unique_ptr<cT_ADODB> connected(const QString &text, QStringList &script) {
     if (db->iConnect() != 0)
         stop(db->sErrMsg());
     return db;
-}
-
-/// A patient's consents: two of the history, and the newest, whose answer has come.
-QString consentsOf(int patient) {
-    const QString number = QString::number(patient);
-    QStringList made;
-    for (const auto &[date, day, newest] :
-         {std::tuple(u"20241120"_s, u"2024/11/20"_s, 0), std::tuple(u"20250520"_s, u"2025/05/20"_s, 0),
-          std::tuple(u"20251120"_s, u"2025/11/20"_s, 1)})
-        made += u"(1, 1, %1, %2, 0, 0, %3, 0, %3, '%4', '%4', '2026/05/31', '2026/05/20', '2026/06/01',"
-                " '2026/11/30', '腰痛症による歩行困難', '高橋整形外科', '2026/05/21 10:00:00')"_s.arg(
-                    number, date, QString::number(newest), day);
-    return made.join(u", "_s);
-}
-
-void fill(cT_ADODB &db) {
-    run(db, u"DELETE FROM RIYOUSHA_DOUI_REC"_s);
-    run(db, u"DELETE FROM RIYOUSHA"_s);
-    QStringList patients, consents;
-    for (int patient = 1; patient <= rows; ++patient) {
-        patients += u"(1, 1, %1, '利用者%1', 'リヨウシヤ', 0)"_s.arg(patient);
-        consents += consentsOf(patient);
-    }
-    run(db, u"INSERT INTO RIYOUSHA (iKyotenCd, iKyotenEb, nIDNo, cName, cNameKana, iTenki) VALUES "_s +
-                patients.join(u", "));
-    run(db, u"INSERT INTO RIYOUSHA_DOUI_REC (iKyotenCd, iKyotenEb, nIDNo, nDate, iHenkeiFlg, nHenkeiDouiDate,"
-            " iNewestFlg, iReceptDisabledFlg, iGetFlg, tDouiDay, tDouiKaryoS, tDouiKaryoE, tSaiDouiDay,"
-            " tSaiDouiKaryoS, tSaiDouiKaryoE, cDouiByoumei, cDouiIsiKikan, tUpDateTime) VALUES "_s +
-                consents.join(u", "));
 }
 
 ConsentRowKey keyOf(int patient) {
@@ -127,7 +94,7 @@ void measureLine(Figures &figures, const PostgresServer &server) {
         work();
         return double(line.roundTrips() - before);
     };
-    fill(*db);
+    makeAnswered(*db, rows);
     {
         const QTemporaryDir folder;
         ListScreen screen(folder.path(), {2026, 5, 25}, {1, 1}, *db);
@@ -181,11 +148,11 @@ void measureLocal(Figures &figures, const PostgresServer &server) {
     const std::unique_ptr<cT_ADODB> db = connected(server.connectionString(), script);
     std::vector<double> program, shell;
     for (int turn = 0; turn < 3; ++turn) {
-        fill(*db);
+        makeAnswered(*db, rows);
         script.clear();
         program.push_back(millisecondsOf([&] { renew(*db); }));
         const QStringList statements = script;
-        fill(*db);
+        makeAnswered(*db, rows);
         shell.push_back(byShell(server, statements));
     }
     figures.compare("1,000 rows renewed on a server of this machine", median(program), "the script",
