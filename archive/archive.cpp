@@ -72,7 +72,8 @@ Result<> Archive::store(const QByteArray &content) const {
         return Failure{u"データフォルダ「%1」がありません。"_s.arg(shown(m_data))};
     if (!QDir().mkpath(QFileInfo(path).path()))
         return Failure{u"保管フォルダ「%1」に書き込めません。"_s.arg(shown(m_folder))};
-    return writeFileWhole(path, qCompress(content));
+    constexpr int fast = 1; // the user waits for it, and what is kept is small either way
+    return writeFileWhole(path, qCompress(content, fast));
 }
 
 Result<QByteArray> Archive::read(const QString &name) const {
