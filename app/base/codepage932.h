@@ -36,9 +36,9 @@ bool looksLikeUtf8(QByteArrayView bytes);
 /// Whether every character of the text can be written in code page 932 without replacement.
 bool fits932(QStringView text);
 
-/// Whether the byte opens a two-byte character.
-constexpr bool isLead932(char byte) {
-    const auto b = static_cast<unsigned char>(byte);
+/// Whether a byte opens a two-byte character.
+constexpr bool isLead932(char first) {
+    const auto b = static_cast<unsigned char>(first);
     return (b >= 0x81 && b <= 0x9F) || (b >= 0xE0 && b <= 0xFC);
 }
 

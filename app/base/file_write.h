@@ -52,4 +52,4 @@ Result<> writeFileWhole(const QString &path, const QByteArray &bytes, FileUse us
 Result<> writeFileInPlace(const QString &path, const QByteArray &bytes, FileUse use = FileUse::Common);
 
 /// One of the two.
-using WriteFile = Result<> (*)(const QString &path, const QByteArray &bytes, FileUse use);
+using FileWriter = Result<> (*)(const QString &path, const QByteArray &bytes, FileUse use);

@@ -204,7 +204,7 @@ DataValue hospitalNumber(X x) {
 DataValue diseaseCode(X x) {
     const std::array<bool, 7> marked = diseases(x).marked;
     const auto first = std::ranges::find(marked, true);
-    return first == marked.end() ? qint64(0) : qint64(first - marked.begin() + 1);
+    return first == marked.end() ? qint64(0) : qint64{first - marked.begin() + 1};
 }
 
 /// The seventh disease is another one, told in words elsewhere.

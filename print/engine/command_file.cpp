@@ -31,7 +31,7 @@ QString CommandFile::path(const QString &path) {
     return u'"' + QDir::toNativeSeparators(path) + u'"';
 }
 
-Result<> CommandFile::write(const QString &path, WriteFile how) const {
+Result<> CommandFile::write(const QString &path, FileWriter how) const {
     if (m_unfitPath.isEmpty())
         return how(path, encode932(m_text).bytes, FileUse::Private);
     return Failure{

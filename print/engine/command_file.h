@@ -20,7 +20,7 @@ public:
     QString path(const QString &path);
 
     /// Writes the file for its owner alone. A failure names the file, or the path that cannot be passed on.
-    Result<> write(const QString &path, WriteFile how = writeFileWhole) const;
+    Result<> write(const QString &path, FileWriter how = writeFileWhole) const;
 
 private:
     QString m_text;

@@ -38,7 +38,7 @@ void DataFile::add(std::span<const DataValue> record) {
             text.whose = who;
 }
 
-Result<> DataFile::write(const QString &path, const Folders &folders, WriteFile how) const {
+Result<> DataFile::write(const QString &path, const Folders &folders, FileWriter how) const {
     if (!hasTwin())
         return how(path, m_bytes, FileUse::Private);
     const NearTexts near = NearCharacters::read(folders).texts;

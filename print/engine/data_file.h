@@ -30,7 +30,7 @@ public:
     /// What write() writes, but for near characters.
     const QByteArray &bytes() const { return m_bytes; }
     /// Writes the file with the installation's near characters, and its twin beside it where one is needed.
-    Result<> write(const QString &path, const Folders &folders, WriteFile how = writeFileWhole) const;
+    Result<> write(const QString &path, const Folders &folders, FileWriter how = writeFileWhole) const;
     /// Whether there are characters to keep.
     bool hasTwin() const { return m_hasTwin; }
     /// Texts that the code page cannot hold as they are.

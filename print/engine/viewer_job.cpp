@@ -63,7 +63,7 @@ void ViewerJob::keepFiles() {
 }
 
 Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, const QStringList &arguments,
-                         PrintFiles *left, WriteFile how) {
+                         PrintFiles *left, FileWriter how) {
     if (left)
         m_ticket.folder = left->folder();
     if (const Result<> announced = announce(); !announced)

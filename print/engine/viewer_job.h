@@ -51,7 +51,7 @@ public:
     /// Announces the job, writes the command file and starts the viewer with it.
     /// @param left goes when the viewer has ended; may be null
     Result<> hand(const CommandFile &commands, EngineProgram program, const QStringList &arguments,
-                  PrintFiles *left = nullptr, WriteFile how = writeFileWhole);
+                  PrintFiles *left = nullptr, FileWriter how = writeFileWhole);
 
     /// Waits until the viewer has read the job, or, of a job that is printed at once, until it has left; not
     /// longer than `limit` after it was handed over.

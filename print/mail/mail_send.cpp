@@ -120,7 +120,7 @@ void setServer(CURL *curl, const MailServer &server) {
 
 void setMessage(CURL *curl, Delivery &delivery) {
     curl_easy_setopt(curl, CURLOPT_UPLOAD, 1L);
-    curl_easy_setopt(curl, CURLOPT_INFILESIZE_LARGE, curl_off_t(delivery.rest.size()));
+    curl_easy_setopt(curl, CURLOPT_INFILESIZE_LARGE, curl_off_t{delivery.rest.size()});
     curl_easy_setopt(curl, CURLOPT_READFUNCTION, giveBytes);
     curl_easy_setopt(curl, CURLOPT_READDATA, &delivery);
     curl_easy_setopt(curl, CURLOPT_HEADERFUNCTION, keepReply);

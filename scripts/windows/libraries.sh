@@ -75,9 +75,9 @@ recipe_sqlite3() {
 
 # Mail alone, over the system's own TLS.
 recipe_curl() {
-    local protocol
+    local protocol # HTTP stays, since the mail part of this version does not link without it
     local -a without=()
-    for protocol in DICT FILE FTP GOPHER HTTP IMAP LDAP LDAPS MQTT POP3 RTSP SMB TELNET TFTP; do
+    for protocol in DICT FILE FTP GOPHER IMAP LDAP LDAPS MQTT POP3 RTSP SMB TELNET TFTP; do
         without+=("-DCURL_DISABLE_$protocol=ON")
     done
     cross_cmake . -DBUILD_CURL_EXE=OFF -DBUILD_TESTING=OFF -DCURL_USE_SCHANNEL=ON -DCURL_ZLIB=OFF -DCURL_DISABLE_ALTSVC=ON \
@@ -136,10 +136,11 @@ make_library() {
         return
     fi
     say "Making $name for Windows (all of them take an hour or less, this once)"
-    if [ "$(cat "$work/key" 2>/dev/null)" != "$key" ]; then
+    # What is half done names the tree that it was configured from.
+    if [ "$(cat "$work/key" 2>/dev/null)" != "$key $top" ]; then
         rm -rf "$work"
         mkdir -p "$work"
-        printf '%s\n' "$key" >"$work/key"
+        printf '%s\n' "$key $top" >"$work/key"
     fi
     [ -d "$source/unpacked" ] || fetch_source "$name" "$source"
     local version

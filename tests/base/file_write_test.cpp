@@ -131,7 +131,7 @@ TEST_F(FileWrite, KeepsPermissionsAndLinks) {
 
 TEST_F(FileWrite, KeepsPrivateFilesToTheirOwner) {
     const mode_t old = umask(0);
-    for (const WriteFile write : {writeFileWhole, writeFileInPlace}) {
+    for (const FileWriter write : {writeFileWhole, writeFileInPlace}) {
         const QString made = folder.filePath(u"made.csv"_s);
         EXPECT_TRUE(write(made, "1", FileUse::Private));
         EXPECT_EQ(mode(made), 0600U);

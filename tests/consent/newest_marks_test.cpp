@@ -46,10 +46,10 @@ TEST(NewestMarks, AgreeWithTheRuleAppliedNaively) {
     QStringList inserts;
     for (int number = 1; number <= patients; ++number)
         for (int kind = 0; kind <= 1; ++kind)
-            for (unsigned row = 0, count = unsigned(random() % 5); row < count; ++row)
+            for (int row = 0, count = int(random() % 5); row < count; ++row)
                 inserts.append(
                     u"(1, 1, %1, %2, %3, %4, %5, %6)"_s.arg(number)
-                        .arg(20260000 + row * 100 + random() % 90)
+                        .arg(20260000 + row * 100 + int(random() % 90))
                         .arg(kind)
                         .arg(kind == 0 ? 0 : 20260101 + row)
                         .arg(pick({u"0"_s, u"1"_s, u"NULL"_s}), pick({u"0"_s, u"0"_s, u"1"_s, u"NULL"_s})));

@@ -33,7 +33,3 @@ douisho_test(consent_renewal_tests
   ROOMS douisho_record
   FILES consent/consent_rows.cpp consent/newest_marks_test.cpp consent/renewal_run_test.cpp
     consent/renewal_test.cpp)
-
-add_executable(renewal_kill consent/consent_rows.cpp consent/renewal_kill.cpp)
-target_link_libraries(renewal_kill PRIVATE test_support douisho_record)
-add_test(NAME renewal_kill COMMAND renewal_kill --rounds=20)
