@@ -7,11 +7,14 @@ set(CMAKE_C_COMPILER ${tools}-gcc-posix)
 set(CMAKE_CXX_COMPILER ${tools}-g++-posix)
 set(CMAKE_RC_COMPILER ${tools}-windres)
 
-# Windows 10, and one file a program.
+# Windows 10, and one file a program. A function that several files hold may be taken from another than the caller's, and
+# use registers that the caller's leaves alone: this compiler counts on the latter for this system unless it is told.
 foreach(language C CXX)
-  set(CMAKE_${language}_FLAGS_INIT "-D_WIN32_WINNT=0x0A00 -DWINVER=0x0A00")
+  set(CMAKE_${language}_FLAGS_INIT "-D_WIN32_WINNT=0x0A00 -DWINVER=0x0A00 -fno-ipa-ra")
 endforeach()
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+set(CMAKE_LINK_SEARCH_START_STATIC ON)
+set(CMAKE_LINK_SEARCH_END_STATIC ON)
 
 set(cache $ENV{XDG_CACHE_HOME})
 if(NOT cache)

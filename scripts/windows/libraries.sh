@@ -19,7 +19,7 @@ cross_cmake() {
 
 # One file holds both libraries: the toolkit uses it as well.
 recipe_harfbuzz() {
-    x86_64-w64-mingw32-g++-posix -O2 -fno-exceptions -fno-rtti -c src/harfbuzz-subset.cc -o "$work/harfbuzz.o"
+    x86_64-w64-mingw32-g++-posix -O2 -fno-ipa-ra -fno-exceptions -fno-rtti -c src/harfbuzz-subset.cc -o "$work/harfbuzz.o"
     mkdir -p "$windows_prefix"/{lib/pkgconfig,include/harfbuzz}
     rm -f "$windows_prefix/lib/libharfbuzz.a"
     x86_64-w64-mingw32-ar rcs "$windows_prefix/lib/libharfbuzz.a" "$work/harfbuzz.o"
@@ -46,16 +46,15 @@ recipe_qt6-base() {
 
 # Of the data what Japanese needs: all languages' are 30 MB.
 recipe_icu() {
-    local data=$work/icudt.dat
+    local name # of the package, by which its contents are looked up
+    name=$(basename source/data/in/icudt*l.dat .dat)
     icupkg -l source/data/in/icudt*l.dat >"$work/all"
     # Breaks of lines and words are the toolkit's.
     grep -E '^brkitr/|(^|/)[a-z]{2,3}(_[^/]*)?\.res$|^(unit|zone|region|lang|curr|rbnf)/|\.cnv$' "$work/all" |
         grep -Ev '^([^b][^/]*/|)(root|pool|res_index|ja|ja_JP|en)\.res$|^ibm-943_P15A-2003\.cnv$' >"$work/out.txt"
-    icupkg -r "$work/out.txt" source/data/in/icudt*l.dat "$data"
-    local name
-    name=$(basename source/data/in/icudt*l.dat l.dat)
-    genccode -q -a gcc-mingw64 --skip-dll-export -n "$name" -e "$name" -d "$work" "$data"
-    x86_64-w64-mingw32-gcc-posix -c "$work"/icudt_dat.S -o "$work/data.o"
+    icupkg -r "$work/out.txt" source/data/in/icudt*l.dat "$work/$name.dat"
+    genccode -q -a gcc-mingw64 --skip-dll-export -n "${name%l}" -e "${name%l}" -d "$work" "$work/$name.dat"
+    x86_64-w64-mingw32-gcc-posix -c "$work/${name}_dat.S" -o "$work/data.o"
     cross_cmake "$top/scripts/windows/icu" -DSOURCE="$PWD/source" -DDATA="$work/data.o"
 }
 
@@ -130,8 +129,12 @@ make_library() {
     local name=$1 top=$PWD
     local work=$windows_cache/build/$name source=$windows_cache/source/$name made=$windows_cache/made/$name
     local key
-    key=$({ declare -f "recipe_$name"; x86_64-w64-mingw32-g++-posix -dumpfullversion; } |
-        sha256sum | cut -d' ' -f1)
+    key=$({
+        declare -f "recipe_$name"
+        cat "scripts/windows/$name/CMakeLists.txt" 2>/dev/null || true
+        grep _FLAGS_ cmake/windows.cmake
+        x86_64-w64-mingw32-g++-posix -dumpfullversion
+    } | sha256sum | cut -d' ' -f1)
     if [ "$(cat "$made" 2>/dev/null)" = "$key" ]; then
         return
     fi
