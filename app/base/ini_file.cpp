@@ -26,7 +26,7 @@ Result<QByteArray> bytesOf(const QString &path) {
 }
 
 Failure notFound(const QString &path) {
-    return {u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s};
+    return {u"指定されたIni（"_s + QDir::toNativeSeparators(path) + u"）ファイルが見つかりません。"_s};
 }
 
 bool hasLineBreak(const QString &text) {

@@ -23,6 +23,7 @@ test_windows() {
     [ "${1:-}" = --programs ] || return 0
     shift
     scripts/windows/toolchain.sh
+    build dev lend_server
     build windows
     DOUISHO_WINE=$own_folder ctest --preset windows "$@"
     [ $# -gt 0 ] || windows_road "$own_folder/installation"

@@ -60,12 +60,14 @@ TEST_F(ProgramFolder, LooksFilesUpWithoutCase) {
     put(u"x.ini"_s, {});
     put(u"X.ini"_s, {});
     put(u"MASSAGE.INI"_s, u"SYSTEM_DATA=data\\SUB"_s);
-    EXPECT_EQ(Folders::file(program, u"dATA\\sub\\ａBC.ini"_s), at(u"Data/Sub/Ａbc.INI"_s));
-    EXPECT_EQ(Folders::file(program, u"\\DATA\\new.ini"_s), at(u"Data/new.ini"_s));
+    // Where the system itself finds names without case, they stay as they were given.
+    const auto same = [](const QString &a, const QString &b) { return QFileInfo(a) == QFileInfo(b); };
+    EXPECT_PRED2(same, Folders::file(program, u"dATA\\sub\\ａBC.ini"_s), at(u"Data/Sub/Ａbc.INI"_s));
+    EXPECT_PRED2(same, Folders::file(program, u"\\DATA\\new.ini"_s), at(u"Data/new.ini"_s));
     EXPECT_EQ(Folders::file(program, u"x.ini"_s), at(u"x.ini"_s));
     EXPECT_EQ(Folders::file(program, u"X.ini"_s), at(u"X.ini"_s));
     EXPECT_EQ(Folders::file(program, u"none/y.ini"_s), at(u"none/y.ini"_s));
-    EXPECT_EQ(Folders(program).data(), at(u"Data/Sub"_s));
+    EXPECT_PRED2(same, Folders(program).data(), at(u"Data/Sub"_s));
 }
 
 TEST_F(ProgramFolder, MassageIniWarnsWhenAsked) {
@@ -102,6 +104,7 @@ TEST_F(ProgramFolder, SettingsLiveInTheDataFolder) {
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
     EXPECT_EQ(decode932(file.readAll()), u"[同意記録]\r\n祝日考慮=1\r\n同意書自動計算デフォルト=1,2,1\r\n"
                                          u"[同意書管理]\r\n利用者並び順=1\r\n"_s);
+    file.close(); // or Windows would keep it
 
     put(u"DATA/患者管理設定.ini"_s, u"[同意記録]\n変形連動=-1\n祝日考慮=はい\n前回取得日連動=\n"_s);
     EXPECT_TRUE(settings.isOn(Setting::変形連動));
@@ -110,8 +113,10 @@ TEST_F(ProgramFolder, SettingsLiveInTheDataFolder) {
 
     QFile::remove(at(u"DATA/患者管理設定.ini"_s));
     QDir(at(u"DATA"_s)).mkdir(u"患者管理設定.ini"_s);
-    EXPECT_TRUE(settings.readable(Setting::祝日考慮).reason().contains(at(u"DATA/患者管理設定.ini"_s)));
-    QDir(at(u"DATA"_s)).removeRecursively();
+    EXPECT_TRUE(settings.readable(Setting::祝日考慮)
+                    .reason()
+                    .contains(QDir::toNativeSeparators(at(u"DATA/患者管理設定.ini"_s))));
+    EXPECT_TRUE(QDir(at(u"DATA"_s)).removeRecursively());
     EXPECT_FALSE(settings.readable(Setting::祝日考慮)) << "the share is gone";
     EXPECT_EQ(settings.iSwitch(Setting::変形連動, true), -1);
     EXPECT_TRUE(settings.sErrMsg().contains(u"患者管理設定.ini"_s)) << settings.sErrMsg().toStdString();

@@ -106,7 +106,7 @@ TEST_F(IniFile, AFailedWriteSaysWhereAndLeavesNothingBehind) {
     const auto failsAt = [this](const QString &where, const QString &why) {
         ini.iInit(where);
         EXPECT_EQ(ini.iWriteProfileString(u"s"_s, u"k"_s, u"2"_s), -1) << where.toStdString();
-        EXPECT_TRUE(ini.sErrMsg().contains(where) && ini.sErrMsg().contains(why))
+        EXPECT_TRUE(ini.sErrMsg().contains(QDir::toNativeSeparators(where)) && ini.sErrMsg().contains(why))
             << ini.sErrMsg().toStdString();
     };
     failsAt(folder.filePath(u"無い/x.ini"_s), u"フォルダがありません。"_s);
@@ -114,10 +114,12 @@ TEST_F(IniFile, AFailedWriteSaysWhereAndLeavesNothingBehind) {
     QFile::setPermissions(path, QFile::ReadOwner | QFile::ReadGroup);
     failsAt(path, u"読み取り専用のファイルです。"_s);
     QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner);
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
-    failsAt(path, u"読み取り専用のフォルダです。"_s);
-    failsAt(folder.filePath(u"new.ini"_s), u"読み取り専用のフォルダです。"_s);
-    QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    if (!onWindows()) { // which has no such folders
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::ExeOwner);
+        failsAt(path, u"読み取り専用のフォルダです。"_s);
+        failsAt(folder.filePath(u"new.ini"_s), u"読み取り専用のフォルダです。"_s);
+        QFile::setPermissions(folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    }
     EXPECT_EQ(ini.iInit({}), -1);
     EXPECT_EQ(ini.iWriteProfileString(u"s"_s, u"k"_s, u"2"_s), -1);
     EXPECT_EQ(bytes(), "[s]\r\nk=1\r\n");

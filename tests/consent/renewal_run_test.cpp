@@ -140,6 +140,8 @@ TEST_F(RenewalRuns, RowsOfABatchThatFailsGoOneByOne) {
 }
 
 TEST_F(RenewalRuns, ABatchWhoseConnectionIsLostIsUntouchedUnlessTheServerIsBackAtOnce) {
+    if (onWindows())
+        GTEST_SKIP() << "no file that is in use can be moved away";
     const QList<RenewalRow> ticked = insertMany(120);
     const QString away = database.path() + u".away"_s;
     for (const bool back : {false, true}) {

@@ -11,7 +11,7 @@ public:
         m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
         m_process.start(QCoreApplication::applicationFilePath(), arguments);
         EXPECT_TRUE(m_process.waitForReadyRead(10000));
-        EXPECT_EQ(m_process.readLine(), QByteArray("ready\n"));
+        EXPECT_EQ(m_process.readLine().trimmed(), QByteArray("ready"));
     }
     void go() {
         m_process.write("\n");

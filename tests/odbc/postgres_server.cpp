@@ -176,8 +176,3 @@ void PostgresServer::kill() {
     ::waitpid(m_process, nullptr, 0);
     m_process = 0;
 }
-
-QString PostgresServer::connectionString(const QString &password, const QString &database) const {
-    return u"Provider=PostgreSQL;Server=127.0.0.1;Port=%1;Database=%2;User ID=douisho;Password=%3"_s.arg(
-        QString::number(m_port), database, password);
-}

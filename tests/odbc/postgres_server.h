@@ -21,7 +21,11 @@ public:
 
     quint16 port() const { return m_port; }
     QString connectionString(const QString &password = QString(QLatin1String(rightPassword)),
-                             const QString &database = QStringLiteral("postgres")) const;
+                             const QString &database = QStringLiteral("postgres")) const {
+        return QStringLiteral(
+                   "Provider=PostgreSQL;Server=127.0.0.1;Port=%1;Database=%2;User ID=douisho;Password=%3")
+            .arg(QString::number(m_port), database, password);
+    }
 
     /// Path of one of the programs that come with the server.
     QString program(const QString &name) const { return m_programs + u'/' + name; }

@@ -1,3 +1,5 @@
+#include "tests/support/test_environment.h"
+
 #include <QApplication>
 #include <QSettings>
 #include <QTemporaryDir>
@@ -5,8 +7,8 @@
 
 int main(int argc, char **argv) {
     testing::InitGoogleTest(&argc, argv);
-    // Without a display, unless one is asked for; with the same fonts on every machine.
-    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+    // Without a display, unless one is asked for or always there; with the same fonts on every machine.
+    if (!onWindows() && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("FONTCONFIG_FILE", DOUISHO_FONTS);
     // Windows' widths that a person at this machine keeps are neither read nor changed.

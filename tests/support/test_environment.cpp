@@ -1,8 +1,13 @@
 #include "tests/support/test_environment.h"
 
 #include <QFileInfo>
+#include <QOperatingSystemVersion>
 #include <ostream>
 #include <utility>
+
+bool onWindows() {
+    return QOperatingSystemVersion::currentType() == QOperatingSystemVersion::Windows;
+}
 
 void PrintTo(const QString &text, std::ostream *out) {
     *out << (text.isNull() ? "(null)" : '"' + text.toStdString() + '"');

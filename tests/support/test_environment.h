@@ -19,6 +19,9 @@ void PrintTo(const QStringList &texts, std::ostream *out);
 void PrintTo(const QByteArray &bytes, std::ostream *out);
 void PrintTo(const QDate &date, std::ostream *out);
 
+/// Whether this is Windows or what stands in for it.
+bool onWindows();
+
 /// A clock that stands still until it is set.
 class FixedClock : public Clock {
 public:
