@@ -54,11 +54,11 @@ int main(int argc, char **argv) {
     QCoreApplication::setApplicationName(u"douisho"_s);
     // Between two message boxes no window is open; the run ends by itself, not by that.
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new DarkOutlines); // before the font, which a style sets back for some parts
     QTranslator translator;
     speakJapanese(translator);
     showIcon(u"douisho"_s, u"douisho"_s);
     const KeyHelp help;
-    QApplication::setStyle(new DarkOutlines);
     try {
         return runProgram(messages);
     } catch (const std::exception &error) {

@@ -10,7 +10,8 @@
 #include "sample/server_database.h"
 #include "setup/set_up_form.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QScreen>
 
 namespace {
 
@@ -58,6 +59,8 @@ QtScreens::~QtScreens() = default;
 void QtScreens::showBackground() {
     const Folders &folders = m_environment.folders;
     m_back = std::make_unique<frmBack>(frmBack::findPicture({folders.program(), folders.icons()}));
+    // Shown without being activated it would stay as small as it is on Windows.
+    m_back->setGeometry(QGuiApplication::primaryScreen()->availableGeometry());
     m_back->showMaximized();
 }
 

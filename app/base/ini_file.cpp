@@ -90,10 +90,11 @@ QString clsOplIniFile::csGetProfileString(const QString &section, const QString 
 short clsOplIniFile::iWriteProfileString(const QString &section, const QString &key, const QString &value) {
     m_error.clear();
     m_touched = false;
+    const QString native = QDir::toNativeSeparators(m_path);
     if (!isWritableSection(section) || !isWritableKey(key))
-        return fail(u"「%1」の項目名［%2］%3が正しくありません。"_s.arg(m_path, section, key));
+        return fail(u"「%1」の項目名［%2］%3が正しくありません。"_s.arg(native, section, key));
     if (hasLineBreak(value))
-        return fail(u"「%1」の項目［%2］%3の値に改行は使えません。"_s.arg(m_path, section, key));
+        return fail(u"「%1」の項目［%2］%3の値に改行は使えません。"_s.arg(native, section, key));
     const Result<QByteArray> bytes = bytesForChange();
     if (!bytes)
         return fail(bytes.reason());

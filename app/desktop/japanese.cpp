@@ -6,6 +6,7 @@
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
+#include <algorithm>
 #include <array>
 
 using namespace Qt::Literals::StringLiterals;
@@ -29,6 +30,9 @@ bool isJapanese(const QString &family) {
            QFontDatabase::writingSystems(family).contains(QFontDatabase::Japanese);
 }
 
+/// Where desktops have fonts of their own for parts of windows.
+constexpr std::array partsWithFonts = {"QMenu", "QMenuBar", "QAbstractItemView", "QHeaderView"};
+
 } // namespace
 
 QString interfaceFamily(const QString &desktops) {
@@ -51,7 +55,11 @@ void speakJapanese(QTranslator &translator) {
     QFont font = QApplication::font();
     const QString desktops = font.family();
     const QString family = interfaceFamily(desktops);
-    if (family == desktops)
+    const auto isReadable = [&](const char *part) {
+        const QString own = QApplication::font(part).family();
+        return own == desktops || isJapanese(own);
+    };
+    if (family == desktops && std::ranges::all_of(partsWithFonts, isReadable))
         return;
     // The desktop's font stays behind it, for signs that the Japanese one lacks.
     font.setFamilies({family, desktops});

@@ -4,6 +4,8 @@
 #include "app/base/folders.h"
 #include "consent/entry/diagnosis_list.h"
 
+#include <QDir>
+
 using namespace Qt::Literals::StringLiterals;
 
 DiagnosisForm::DiagnosisForm(Environment &environment, QWidget *parent)
@@ -19,5 +21,5 @@ Result<Recordset> DiagnosisForm::readList() {
 }
 
 QString DiagnosisForm::emptyText() const {
-    return u"傷病名の一覧「%1」に傷病名がありません。"_s.arg(m_path);
+    return u"傷病名の一覧「%1」に傷病名がありません。"_s.arg(QDir::toNativeSeparators(m_path));
 }

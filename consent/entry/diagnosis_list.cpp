@@ -2,6 +2,7 @@
 
 #include "app/base/codepage932.h"
 
+#include <QDir>
 #include <QFile>
 #include <algorithm>
 
@@ -23,7 +24,8 @@ bool isReadable(const QString &name) {
 Result<Recordset> readDiagnoses(const QString &path) {
     QFile file(path);
     if (!file.open(QIODevice::ReadOnly))
-        return Failure{u"傷病名の一覧「%1」を読み込めません。"_s.arg(path) + file.errorString()};
+        return Failure{u"傷病名の一覧「%1」を読み込めません。"_s.arg(QDir::toNativeSeparators(path)) +
+                       file.errorString()};
     Recordset rows;
     rows.open({u"number"_s, u"name"_s}, Recordset::Encoding::Utf16);
     qint64 number = 0;
@@ -34,10 +36,10 @@ Result<Recordset> readDiagnoses(const QString &path) {
         if (name.isEmpty())
             continue;
         if (!isReadable(name))
-            return Failure{
-                u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
-                "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s.arg(path)
-                    .arg(lineNumber)};
+            return Failure{u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
+                           "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s
+                               .arg(QDir::toNativeSeparators(path))
+                               .arg(lineNumber)};
         rows.appendInteger(++number);
         rows.appendText(name.utf16(), size_t(name.size()) * sizeof(char16_t));
     }

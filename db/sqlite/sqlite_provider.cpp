@@ -5,6 +5,7 @@
 #include "db/dialect/dialect.h"
 #include "db/sqlite/sqlite_errors.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QUrl>
 #include <algorithm>
@@ -107,9 +108,9 @@ bool SqliteProvider::open(const QString &connectionString) {
     m_path = *source;
     const QFileInfo file(m_path);
     if (!file.exists())
-        return refuse(u"データベースファイルがありません。（%1）"_s.arg(m_path));
+        return refuse(u"データベースファイルがありません。（%1）"_s.arg(QDir::toNativeSeparators(m_path)));
     if (!file.isFile())
-        return refuse(u"データベースファイルではありません。（%1）"_s.arg(m_path));
+        return refuse(u"データベースファイルではありません。（%1）"_s.arg(QDir::toNativeSeparators(m_path)));
     bool given = false;
     const int busy = parsed.value(u"Busy Timeout").toInt(&given);
     m_busyMilliseconds = given ? busy : defaultBusyTimeout;

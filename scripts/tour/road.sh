@@ -49,6 +49,7 @@ tour_road() {
     start_mail_server
     start_program "$installation" 1
     window '同意書管理'
+    at_rest
     road_find "$patient"
     road_letter
     road_mail
