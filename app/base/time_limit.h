@@ -17,10 +17,16 @@ template <class T> class Apart {
 public:
     explicit Apart(std::function<T()> work) : m_shared(std::make_shared<Shared>()) {
         try {
-            std::thread([shared = m_shared, call = work]() mutable { shared->run(call); }).detach();
-        } catch (const std::system_error &) {
-            m_shared->run(work);
+            // It lets itself go: on Windows a thread that is let go before it runs may never do so.
+            const std::lock_guard lock(m_shared->mutex);
+            m_shared->thread = std::thread([shared = m_shared, call = work]() mutable {
+                shared->letGo();
+                shared->run(call);
+            });
+            return;
+        } catch (const std::system_error &) { // below, where nobody holds the lock
         }
+        m_shared->run(work);
     }
 
     /// What the work gives, if it does so by `end`; what it throws is thrown here. Asked once.
@@ -49,6 +55,12 @@ private:
         std::condition_variable done;
         std::optional<T> result;
         std::exception_ptr thrown;
+        std::thread thread;
+
+        void letGo() {
+            const std::lock_guard lock(mutex);
+            thread.detach();
+        }
 
         void run(std::function<T()> &call) {
             std::optional<T> given;

@@ -3,7 +3,6 @@
 compare_ini() {
     local cases=tests/windows/ini_cases.txt
     mkdir -p "$1/files"
-    build dev ini_ours
     x86_64-w64-mingw32-g++-posix -std=c++20 -static -I. tests/windows/ini_native.cpp -o "$1/ini_native.exe"
     in_wine "$1/ini_native.exe" "$(wine_path $cases)" "$(wine_path "$1/files")" | tr -d '\r' >"$1/native"
     build/dev/bin/ini_ours $cases "$1/files" >"$1/ours"

@@ -1,5 +1,5 @@
-# test_windows [--programs [ctest's arguments]]: what Windows does otherwise; then the programs' tests for it and the main
-# road through their windows, which is in the making. All run by Wine on a virtual screen.
+# test_windows [ctest's arguments]: what Windows does otherwise; then the programs' tests for it and, without arguments, the
+# main road through their windows. All run by Wine on a virtual screen.
 . scripts/display.sh
 . scripts/windows/wine.sh
 . scripts/windows/compare_ini.sh
@@ -13,6 +13,9 @@ finish_windows() {
 
 test_windows() {
     install_packages scripts/packages.port scripts/packages.windows
+    scripts/windows/toolchain.sh
+    build dev ini_ours lend_server
+    build windows
     own_folder=$(mktemp -d)
     trap finish_windows EXIT
     trap 'exit 130' INT
@@ -20,11 +23,7 @@ test_windows() {
     start_display 1280x800
     start_wine "$own_folder"
     compare_ini "$own_folder/ini"
-    [ "${1:-}" = --programs ] || return 0
-    shift
-    scripts/windows/toolchain.sh
-    build dev lend_server
-    build windows
-    DOUISHO_WINE=$own_folder ctest --preset windows "$@"
+    # The road first: ctest says its figures last, as with the other tests.
     [ $# -gt 0 ] || windows_road "$own_folder/installation"
+    DOUISHO_WINE=$own_folder ctest --preset windows "$@"
 }

@@ -33,7 +33,8 @@ TEST_F(IniFile, SaysWhyItCannotBeBound) {
     EXPECT_EQ(ini.iInit({}), -1);
     EXPECT_EQ(ini.sErrMsg(), u"Iniファイル名を指定してください。"_s);
     EXPECT_EQ(ini.iInit(path), -1);
-    EXPECT_EQ(ini.sErrMsg(), u"指定されたIni（"_s + path + u"）ファイルが見つかりません。"_s);
+    EXPECT_EQ(ini.sErrMsg(),
+              u"指定されたIni（"_s + QDir::toNativeSeparators(path) + u"）ファイルが見つかりません。"_s);
     EXPECT_EQ(ini.iInit(folder.path()), -1); // a folder is no file
     put({});
     EXPECT_EQ(ini.iInit(path), 0);
