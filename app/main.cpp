@@ -1,4 +1,5 @@
 #include "app/base/folders.h"
+#include "app/base/platform/desktop.h"
 #include "app/base/version.h"
 #include "app/check_command.h"
 #include "app/desktop/dark_outlines.h"
@@ -40,7 +41,9 @@ private:
 } // namespace
 
 int main(int argc, char **argv) {
+    platform::useCallersConsole();
     QTextStream out(stdout);
+    out.setEncoding(QStringConverter::System); // what consoles and their commands read
     if (argc > 1 && qstrcmp(argv[1], "--version") == 0) {
         out << u"douisho "_s << ownVersion() << Qt::endl;
         return 0;

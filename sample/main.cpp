@@ -15,7 +15,9 @@ namespace {
 constexpr int mostPatients = 1000000;
 
 void say(FILE *to, const QString &sentence) {
-    QTextStream(to) << sentence << Qt::endl;
+    QTextStream out(to);
+    out.setEncoding(QStringConverter::System); // as the console has it
+    out << sentence << Qt::endl;
 }
 
 void describeOptions(QCommandLineParser &parser) {

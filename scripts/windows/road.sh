@@ -16,7 +16,8 @@ windows_road() {
     rm -f "$tour_shots"/*.{png,pdf,json,html} "$tour_shots"/all/*.png
     installation=$1
     say "Making a sample installation with the Windows program"
-    in_wine "$bin/douisho-sample.exe" --folder "$(wine_path "$installation")" --programs "$(wine_path "$bin")"
+    in_wine "$bin/douisho-sample.exe" --folder "$(wine_path "$installation")" --programs "$(wine_path "$bin")" |
+        iconv -f CP932 -t UTF-8
     tour_road
     write_index
     say "${#tour_pictures[@]} pictures and ${#tour_documents[@]} documents: see $tour_shots/index.html"

@@ -73,7 +73,11 @@ void paintPage(QPainter &painter, const Document &document, int page, const Prin
 } // namespace
 
 void choosePaper(QPrinter &printer, QSizeF size) {
-    printer.setPageLayout(sheetFor(size));
+    const QPageLayout sheet = sheetFor(size);
+    // Another paper than the printer's own lies in another tray, which the printer finds by the paper.
+    if (!printer.pageLayout().pageSize().isEquivalentTo(sheet.pageSize()))
+        printer.setPaperSource(QPrinter::Auto);
+    printer.setPageLayout(sheet);
 }
 
 Result<PagesEnd> printPages(const Document &document, QPrinter &printer, const PrintAdjustment &adjustment,

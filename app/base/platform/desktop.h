@@ -13,6 +13,9 @@ QString computerName();
 /// Whether windows would be seen by somebody.
 bool hasDisplay();
 
+/// Lets a program that has no console of its own speak to the one that it was started from.
+void useCallersConsole();
+
 /// Whether the desktop knows a program for PDF files. What opens a file tells nothing of it.
 bool opensPdf();
 

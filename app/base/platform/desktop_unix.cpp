@@ -16,6 +16,8 @@ bool hasDisplay() {
     return !qEnvironmentVariableIsEmpty("DISPLAY") || !qEnvironmentVariableIsEmpty("WAYLAND_DISPLAY");
 }
 
+void useCallersConsole() {}
+
 bool opensPdf() {
     const QString query = QStandardPaths::findExecutable(u"xdg-mime"_s);
     if (query.isEmpty())

@@ -3,6 +3,7 @@
 #include "app/base/platform/native.h"
 
 #include <array>
+#include <cstdio>
 #include <shlwapi.h>
 
 using namespace Qt::Literals::StringLiterals;
@@ -18,6 +19,13 @@ QString computerName() {
 
 bool hasDisplay() {
     return true;
+}
+
+void useCallersConsole() {
+    // What the caller gave, a file or a pipe, stays.
+    if (GetFileType(GetStdHandle(STD_OUTPUT_HANDLE)) == FILE_TYPE_UNKNOWN &&
+        AttachConsole(ATTACH_PARENT_PROCESS))
+        std::freopen("CONOUT$", "w", stdout); // NOLINT: it stays open as long as the program
 }
 
 bool opensPdf() {
