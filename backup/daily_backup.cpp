@@ -9,6 +9,7 @@
 #include "backup/backups.h"
 #include "db/connection_settings.h"
 
+#include <QDir>
 #include <QTimer>
 #include <algorithm>
 #include <array>
@@ -24,7 +25,8 @@ constexpr int betweenLooks = 3'600'000;
 QString networkText(const QString &file) {
     return platform::isOnNetworkDrive(file)
                ? u"データベースがネットワークドライブにあります。何台かで同時に使うと壊れることがあります。"
-                 "このPCのディスクに移すか、PostgreSQLかSQL Serverを使ってください。（%1）"_s.arg(file)
+                 "このPCのディスクに移すか、PostgreSQLかSQL Serverを使ってください。（%1）"_s.arg(
+                     QDir::toNativeSeparators(file))
                : QString();
 }
 

@@ -53,7 +53,7 @@ Result<> makeDatabase(const QString &path, const SampleOptions &options) {
     for (const QString &old : {path + u"-wal"_s, path + u"-shm"_s, path})
         QFile::remove(old);
     if (!QFile::rename(beside, path))
-        return Failure{u"データベース「%1」を作成できません。"_s.arg(path)};
+        return Failure{u"データベース「%1」を作成できません。"_s.arg(QDir::toNativeSeparators(path))};
     return {};
 }
 

@@ -74,7 +74,8 @@ Result<> placePrograms(const QDir &program, const QString &programs, Existing ex
             continue;
         const QString file = platform::programFile(QDir(programs).absoluteFilePath(name.toString()));
         if (!platform::placeProgram(file, place))
-            return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(file, place)};
+            return Failure{u"プログラム「%1」を「%2」に置けません。"_s.arg(QDir::toNativeSeparators(file),
+                                                                           QDir::toNativeSeparators(place))};
     }
     return {};
 }

@@ -110,7 +110,7 @@ Result<> WholeFile::open() {
     constexpr auto mode = QIODevice::WriteOnly | QIODevice::NewOnly;
     for (int attempt = 0; attempt < 10 && !m_file.isOpen(); ++attempt) {
         m_file.setFileName(besideName(m_place));
-        m_use == FileUse::Private ? m_file.open(mode, ownerOnly) : m_file.open(mode);
+        m_use == FileUse::Private ? platform::openOwn(m_file, mode) : m_file.open(mode);
     }
     if (!m_file.isOpen())
         return failure(m_file.errorString());
@@ -149,7 +149,7 @@ Result<> writeFileInPlace(const QString &path, const QByteArray &bytes, FileUse 
     // The common case by far, thousands of times a run: there is no file yet, so that nothing is to be asked
     // first.
     if (use == FileUse::Private &&
-        file.open(QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered, ownerOnly))
+        platform::openOwn(file, QIODevice::WriteOnly | QIODevice::NewOnly | QIODevice::Unbuffered))
         return file.write(bytes) == bytes.size() ? Result<>() : cannotWrite(path, whyCutShort(file));
     if (const QString why = obstacle(QFileInfo(path)); !why.isEmpty())
         return cannotWrite(path, why);

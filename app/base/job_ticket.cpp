@@ -1,5 +1,7 @@
 #include "app/base/job_ticket.h"
 
+#include "app/base/platform/files.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -53,8 +55,8 @@ void JobTicket::wasRead(const QString &commandFile) const {
         return;
     for (const QString &file : files)
         if (liesBeside(commandFile, file))
-            QFile::remove(file);
-    QFile::remove(pathFor(commandFile));
+            platform::removeFile(file);
+    platform::removeFile(pathFor(commandFile));
 }
 
 void JobTicket::hasEnded(const QString &commandFile) const {

@@ -4,6 +4,7 @@
 #include "db/sqlite/functions.h"
 #include "db/sqlite/sqlite_errors.h"
 
+#include <QDir>
 #include <memory>
 #include <sqlite3.h>
 
@@ -117,7 +118,7 @@ Result<> fill(const QString &from, const QString &to, const std::stop_token &sto
 
 Result<> copyDatabase(const QString &from, const QString &to, const std::stop_token &stop) {
     if (!QFile::exists(from))
-        return Failure{u"データベースファイルがありません。（%1）"_s.arg(from)};
+        return Failure{u"データベースファイルがありません。（%1）"_s.arg(QDir::toNativeSeparators(from))};
     WholeFile file(to);
     if (Result<> opened = file.open(); !opened)
         return opened;

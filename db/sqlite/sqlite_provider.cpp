@@ -139,7 +139,11 @@ bool SqliteProvider::openFile() {
 bool SqliteProvider::fallBackToImmutable() {
     if (QFileInfo(m_path + u"-wal"_s).size() > 0)
         return false;
-    const QByteArray uri = QUrl::fromLocalFile(m_path).toEncoded() + "?immutable=1";
+    // A share's name is no authority, which the engine would refuse.
+    QByteArray uri = QUrl::fromLocalFile(m_path).toEncoded();
+    if (m_path.startsWith(u"//"))
+        uri = QByteArray("file://") + QUrl::toPercentEncoding(m_path, "/");
+    uri += "?immutable=1";
     sqlite3 *db = nullptr;
     const int result = sqlite3_open_v2(uri.constData(), &db,
                                        SQLITE_OPEN_READONLY | SQLITE_OPEN_URI | SQLITE_OPEN_NOMUTEX, nullptr);

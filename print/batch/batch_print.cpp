@@ -1,6 +1,7 @@
 #include "print/batch/batch_print.h"
 
 #include "app/base/environment.h"
+#include "app/base/platform/files.h"
 #include "print/batch/batch_documents.h"
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
@@ -204,7 +205,7 @@ private:
             return State::FolderBusy;
         }
         const QString file = m_work + m_order.commandFile;
-        QFile::remove(file);
+        platform::removeFile(file);
         const Result<> written = commands.write(file, writeFileInPlace);
         const Result<QString> document = written ? m_documents.next() : Failure{written.reason()};
         if (!document) {

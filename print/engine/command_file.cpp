@@ -36,5 +36,5 @@ Result<> CommandFile::write(const QString &path, FileWriter how) const {
         return how(path, encode932(m_text).bytes, FileUse::Private);
     return Failure{
         u"「%1」の名前には、帳票エンジンに渡せない文字があります。\r\nフォルダ名とファイル名を変更してください。"_s
-            .arg(m_unfitPath)};
+            .arg(QDir::toNativeSeparators(m_unfitPath))};
 }

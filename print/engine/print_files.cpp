@@ -2,6 +2,7 @@
 
 #include "app/base/environment.h"
 #include "app/base/file_write.h"
+#include "app/base/platform/files.h"
 #include "print/engine/data_file.h"
 #include "print/engine/engine_programs.h"
 #include "print/engine/work_folder.h"
@@ -69,9 +70,8 @@ Result<> PrintFiles::makeFolder() {
     if (!m_folder.isEmpty())
         return {};
     // A number that an earlier process of the same number left is passed over.
-    const auto owner = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
     QString folder = m_work + folderStart() + m_run;
-    while (!QDir().mkdir(folder, owner)) {
+    while (!platform::makeOwnFolder(folder)) {
         if (!QFile::exists(folder))
             return Failure{u"作業フォルダ「%1」にフォルダを作成できません。"_s.arg(m_work)};
         m_run = nextRunName();

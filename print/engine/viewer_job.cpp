@@ -1,6 +1,7 @@
 #include "print/engine/viewer_job.h"
 
 #include "app/base/environment.h"
+#include "app/base/platform/files.h"
 #include "print/engine/command_file.h"
 #include "print/engine/engine_programs.h"
 #include "print/engine/folder_clock.h"
@@ -34,7 +35,7 @@ void ViewerJob::takeOver() {
     for (const QString &file : JobTicket::read(m_commandFile).files)
         if (!m_ticket.files.contains(file))
             m_ticket.files += file;
-    QFile::remove(JobTicket::pathFor(m_commandFile));
+    platform::removeFile(JobTicket::pathFor(m_commandFile));
 }
 
 Result<> ViewerJob::putTicket(qint64 viewer) {
@@ -69,7 +70,7 @@ Result<> ViewerJob::hand(const CommandFile &commands, EngineProgram program, con
     if (const Result<> announced = announce(); !announced)
         return announced;
     if (how == writeFileInPlace)
-        QFile::remove(m_commandFile); // another user's may be written by him alone
+        platform::removeFile(m_commandFile); // another user's may be written by him alone
     Result<> written = commands.write(m_commandFile, how);
     if (written && m_sent)
         m_sent->read(m_commandFile);
@@ -110,7 +111,7 @@ bool ViewerJob::isTaken(std::chrono::milliseconds limit, FolderClock &clock) con
     if (!m_ticket.id.isEmpty() && ticket.id != m_ticket.id)
         return true;                               // another job's by now
     if (ticket.id.isEmpty() && !ticket.unreadable) // its writer was killed over it
-        return QFile::remove(place.filePath());
+        return platform::removeFile(place.filePath());
     if (viewerHasEnded(m_environment.processes, ticket)) {
         ticket.wasRead(m_commandFile);
         return true;

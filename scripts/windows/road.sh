@@ -1,5 +1,13 @@
 # The tour's main road through the windows of the Windows programs.
 
+# road_document NAME TEXT: a PDF that Windows programs wrote can be searched and carries its fonts.
+road_document() {
+    local pdf=$tour_shots/$1.pdf fonts
+    pdftotext "$pdf" - | grep -q "$2" || die "There is no \"$2\" in $pdf."
+    fonts=$(pdffonts "$pdf" | tail -n +3)
+    [ -n "$fonts" ] && ! grep -qv ' yes yes yes ' <<<"$fonts" || die "$pdf does not carry its fonts: $fonts"
+}
+
 # windows_road FOLDER: leaves pictures and documents in tour/windows.
 windows_road() {
     . scripts/installation.sh
@@ -19,6 +27,8 @@ windows_road() {
     in_wine "$bin/douisho-sample.exe" --folder "$(wine_path "$installation")" --programs "$(wine_path "$bin")" |
         iconv -f CP932 -t UTF-8
     tour_road
+    road_document request-letter '再同意書ご交付のお願い'
+    road_document new-consent-form 'あん摩マッサージ指圧療養費用'
     write_index
     say "${#tour_pictures[@]} pictures and ${#tour_documents[@]} documents: see $tour_shots/index.html"
 }

@@ -91,6 +91,25 @@ TEST_F(WindowsFiles, AFileThatStaysOpenIsToldAndKept) {
     EXPECT_EQ(bytesOf(written.fileName()), "new");
 }
 
+TEST_F(WindowsFiles, AFileIsRemovedWhenItsReaderLeaves) {
+    auto reader = std::make_unique<QFile>(place);
+    ASSERT_TRUE(reader->open(QIODevice::ReadOnly));
+    std::thread leaving([&] {
+        QThread::msleep(200);
+        reader.reset();
+    });
+    EXPECT_TRUE(platform::removeFile(place));
+    leaving.join();
+    EXPECT_FALSE(QFile::exists(place));
+    EXPECT_TRUE(platform::removeFile(place)) << "gone already";
+    EXPECT_FALSE(platform::removeFile(folder.path())) << "no file";
+}
+
+TEST(WindowsDrives, AShareIsToldByItsName) {
+    EXPECT_TRUE(platform::isOnNetworkDrive(u"//server/share/無い/x.db"_s));
+    EXPECT_FALSE(platform::isOnNetworkDrive(u"C:/無い/x.db"_s));
+}
+
 TEST_F(WindowsFiles, APlacedProgramIsACopyAndNeverItsOwnEnd) {
     const QString program = platform::programFile(folder.filePath(u"wfrfv10"_s));
     EXPECT_FALSE(platform::placeProgram(program, folder.filePath(u"x.exe"_s)));

@@ -38,7 +38,8 @@ douisho_test(consent_renewal_tests
 function(douisho_on_lent_server name filter)
   add_test(NAME ${name}.on_postgres COMMAND ${CMAKE_SOURCE_DIR}/build/dev/bin/lend_server
     ${CMAKE_CROSSCOMPILING_EMULATOR} $<TARGET_FILE:${name}> --gtest_filter=${filter})
-  set_tests_properties(${name}.on_postgres PROPERTIES ENVIRONMENT DOUISHO_TEST_ENGINE=PostgreSQL TIMEOUT 300)
+  set_tests_properties(${name}.on_postgres PROPERTIES ENVIRONMENT DOUISHO_TEST_ENGINE=PostgreSQL TIMEOUT 300
+    PASS_REGULAR_EXPRESSION "PASSED  ] [1-9]" FAIL_REGULAR_EXPRESSION "FAILED")
 endfunction()
 
 douisho_on_lent_server(db_tests Dialect.*:Japanese.*)

@@ -2,6 +2,7 @@
 #include "app/base/unicode_twin.h"
 #include "app/desktop/japanese.h"
 #include "app/desktop/key_help.h"
+#include "app/desktop/message_form.h"
 #include "app/desktop/program_icon.h"
 #include "viewer/programs/viewer_program.h"
 
@@ -40,6 +41,9 @@ public:
             return QApplication::notify(receiver, event);
         } catch (const std::exception &error) {
             std::fprintf(stderr, "%s\n", error.what());
+            if (!hasNoDisplay())
+                QtMessages().fail(u"予期しないエラーが発生しました。帳票の画面を閉じます。\r\n"_s +
+                                  QString::fromLocal8Bit(error.what()));
             exit(EXIT_FAILURE);
         }
         return true;

@@ -17,6 +17,14 @@ void claim(QFile &file);
 enum class Claimed { No, Yes, Unknown };
 Claimed claimOf(const QString &path);
 
+/// Opens a new file that other users are to leave alone, and makes such a folder. Where folders hand their
+/// own rights down, these hold.
+bool openOwn(QFile &file, QIODevice::OpenMode mode);
+bool makeOwnFolder(const QString &path);
+
+/// Removes a file, also one that another program looks at for a moment. Whether it is gone.
+bool removeFile(const QString &path);
+
 /// Moves an open file over another in one step. The system's reason when it refuses, empty when it is done.
 QString moveOver(QFile &file, const QString &place);
 

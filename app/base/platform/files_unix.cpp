@@ -1,5 +1,6 @@
 #include "app/base/platform/files.h"
 
+#include <QDir>
 #include <QStorageInfo>
 #include <cerrno>
 #include <filesystem>
@@ -32,6 +33,18 @@ Claimed claimOf(const QString &path) {
     if (flock(file.handle(), LOCK_EX | LOCK_NB) == 0)
         return Claimed::No;
     return errno == EWOULDBLOCK ? Claimed::Yes : Claimed::Unknown;
+}
+
+bool openOwn(QFile &file, QIODevice::OpenMode mode) {
+    return file.open(mode, QFile::ReadOwner | QFile::WriteOwner);
+}
+
+bool makeOwnFolder(const QString &path) {
+    return QDir().mkdir(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+bool removeFile(const QString &path) {
+    return QFile::remove(path) || !QFile::exists(path);
 }
 
 QString moveOver(QFile &file, const QString &place) {

@@ -3,7 +3,7 @@
 #include "app/base/platform/native.h"
 
 #include <QDir>
-#include <QStorageInfo>
+#include <array>
 #include <io.h>
 
 namespace platform {
@@ -17,6 +17,19 @@ LPCWSTR wide(const QString &text) {
 /// Another program looks at the file just now: a reader, a virus scanner, an indexer.
 bool passes(DWORD error) {
     return error == ERROR_SHARING_VIOLATION || error == ERROR_ACCESS_DENIED || error == ERROR_LOCK_VIOLATION;
+}
+
+/// Tries for a second until nobody looks. The system's error, 0 when it is done.
+template <class Attempt> DWORD whenNobodyLooks(const Attempt &attempt) {
+    constexpr int tries = 20;
+    constexpr DWORD betweenMs = 50;
+    for (int i = 1; !attempt(); ++i) {
+        const DWORD error = GetLastError();
+        if (i == tries || !passes(error))
+            return error;
+        Sleep(betweenMs);
+    }
+    return 0;
 }
 
 } // namespace
@@ -37,20 +50,29 @@ Claimed claimOf(const QString &) {
     return Claimed::No;
 }
 
+// A colleague has to be able to replace what this user left in a folder of both: who may read it is said
+// there.
+bool openOwn(QFile &file, QIODevice::OpenMode mode) {
+    return file.open(mode);
+}
+
+bool makeOwnFolder(const QString &path) {
+    return QDir().mkdir(path);
+}
+
+bool removeFile(const QString &path) {
+    const QString native = QDir::toNativeSeparators(path);
+    const DWORD error = whenNobodyLooks([&] { return DeleteFileW(wide(native)) != 0; });
+    return error == 0 || error == ERROR_FILE_NOT_FOUND || error == ERROR_PATH_NOT_FOUND;
+}
+
 QString moveOver(QFile &file, const QString &place) {
     file.close(); // no open file is moved here
     const QString from = QDir::toNativeSeparators(file.fileName());
     const QString to = QDir::toNativeSeparators(place);
-    constexpr int tries = 20;
-    constexpr DWORD betweenMs = 50;
-    for (int i = 1; !MoveFileExW(wide(from), wide(to), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
-         ++i) {
-        const DWORD error = GetLastError();
-        if (i == tries || !passes(error))
-            return qt_error_string(int(error));
-        Sleep(betweenMs);
-    }
-    return {};
+    constexpr DWORD how = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
+    const DWORD error = whenNobodyLooks([&] { return MoveFileExW(wide(from), wide(to), how) != 0; });
+    return error == 0 ? QString() : qt_error_string(int(error));
 }
 
 /// A folder's read-only mark says here that it looks of its own: the user's documents bear it.
@@ -70,9 +92,12 @@ bool placeProgram(const QString &file, const QString &place) {
 }
 
 bool isOnNetworkDrive(const QString &path) {
-    const QString root = QDir::toNativeSeparators(QStorageInfo(path).rootPath());
-    return QDir::fromNativeSeparators(path).startsWith(QStringLiteral("//")) ||
-           GetDriveTypeW(wide(root)) == DRIVE_REMOTE;
+    // Of a folder that is not there yet, too.
+    std::array<wchar_t, MAX_PATH> root{};
+    const QString native = QDir::toNativeSeparators(path);
+    return native.startsWith(QStringLiteral("\\\\")) ||
+           (GetVolumePathNameW(wide(native), root.data(), root.size()) &&
+            GetDriveTypeW(root.data()) == DRIVE_REMOTE);
 }
 
 } // namespace platform
