@@ -91,37 +91,50 @@ recipe_googletest() {
     cross_cmake .
 }
 
+# Apt with lists of our own: the system's stay as they are.
+source_apt() {
+    local apt=$windows_cache/apt
+    apt-get -q -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$apt/sources" \
+        -o "Dir::State::Lists=$apt/lists" "$@"
+}
+
+read_sources() {
+    local apt=$windows_cache/apt
+    rm -f "$apt/read"
+    mkdir -p "$apt/lists/partial" "$apt/sources"
+    local place
+    for place in "debian bookworm bookworm-updates" "debian-security bookworm-security"; do
+        printf '%s\n' "Types: deb-src" "URIs: http://deb.debian.org/${place%% *}" "Suites: ${place#* }" "Components: main" \
+            "Signed-By: /usr/share/keyrings/debian-archive-keyring.gpg" ""
+    done >"$apt/sources/debian.sources"
+    source_apt -o APT::Update::Error-Mode=any update || return
+    touch "$apt/read"
+}
+
 # fetch_source NAME FOLDER: Debian's source of a package with Debian's own patches, checked by apt, unpacked.
 fetch_source() {
-    local apt=$windows_cache/apt
-    mkdir -p "$apt/lists/partial" "$apt/sources"
-    local -a private=(-q -o Dir::Etc::SourceList=/dev/null -o "Dir::Etc::SourceParts=$apt/sources"
-        -o "Dir::State::Lists=$apt/lists")
-    if [ ! -f "$apt/read" ]; then
-        # A list of our own: the system's stays as it is.
-        printf '%s\n' "Types: deb-src" "URIs: http://deb.debian.org/debian" "Suites: bookworm" "Components: main" \
-            "Signed-By: /usr/share/keyrings/debian-archive-keyring.gpg" >"$apt/sources/debian.sources"
-        apt-get "${private[@]}" update
-        touch "$apt/read"
+    if [ -z "$(find "$windows_cache/apt/read" -mmin -1440 2>/dev/null)" ]; then
+        read_sources || die "The list of Debian's sources cannot be read."
     fi
     rm -rf "$2" "$2.new"
     mkdir -p "$2.new"
-    (
-        cd "$2.new"
-        if apt-get "${private[@]}" source "$1"; then
-            rm -f -- *.dsc *.tar.* # leaves the folder
-        else
-            say "Only the author's own archive of $1 is to be had"
-            rm -rf -- *
-            apt-get "${private[@]}" source --tar-only "$1"
-            for archive in *.orig.tar.*z*; do
-                case $archive in *.asc) ;; *) tar -xf "$archive" ;; esac
-            done
-            rm -f -- *.tar.*
-        fi
-        mv -- */ unpacked
-    )
+    # A list of yesterday may name what a fix has replaced since.
+    unpack_source "$1" "$2.new" || { read_sources && unpack_source "$1" "$2.new"; } || unpack_authors "$1" "$2.new" ||
+        die "Debian's source of $1 is not to be had."
     mv "$2.new" "$2"
+}
+
+unpack_source() {
+    rm -rf -- "$2"/*
+    (cd "$2" && source_apt source "$1" && rm -f -- *.dsc *.tar.* && mv -- */ unpacked)
+}
+
+# Not every mirror has Debian's part of this package; any other would lose its fixes.
+unpack_authors() {
+    [ "$1" = qrencode ] || return
+    say "Only the author's own archive of $1 is to be had"
+    rm -rf -- "$2"/*
+    (cd "$2" && source_apt source --tar-only "$1" && tar -xf *.orig.tar.bz2 && rm -f -- *.tar.* && mv -- */ unpacked)
 }
 
 # make_library NAME: unless it is there, made by this recipe and compiler.
