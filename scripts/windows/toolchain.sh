@@ -10,6 +10,12 @@ cd "$(dirname "$0")/../.."
 begin_bare XDG_CACHE_HOME
 
 install_packages scripts/packages.port scripts/packages.windows
+mkdir -p "$windows_cache"
+exec {lock}>"$windows_cache/lock"
+flock -n "$lock" || {
+    say "Waiting for another run that makes libraries for Windows"
+    flock "$lock"
+}
 [ $# -gt 0 ] || set -- "${windows_libraries[@]}"
 for library in "$@"; do
     make_library "$library"
