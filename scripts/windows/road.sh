@@ -20,6 +20,7 @@ windows_road() {
     database() { sqlite3 -readonly "$installation/DATA/douisho.db" "$1"; }
     bin=build/windows/bin
     tour_shots=tour/windows
+    tour_all=1
     mkdir -p "$tour_shots/all"
     rm -f "$tour_shots"/*.{png,pdf,json,html} "$tour_shots"/all/*.png
     installation=$1
