@@ -138,7 +138,10 @@ road_answer() {
     key Return
     gone '同意更新の確認'
     comes "$consents" $((before + 1))
+    # The rows are read again, and meanwhile no key is taken.
     sleep 2
+    window '同意書管理'
+    at_rest
     glance renewal-done
     glance renewed-consent
 }
