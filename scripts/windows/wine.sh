@@ -16,6 +16,8 @@ start_wine() {
             localedef -i ja_JP -f UTF-8 "$folder/locale/ja_JP.UTF-8"
             # What stays behind of it would hold the lock.
             in_wine wineboot -i >/dev/null 2>&1 9>&-
+            # Nobody is there to close a box about a crash, and its text belongs to the output.
+            in_wine reg add 'HKCU\Software\Wine\WineDbg' /v ShowCrashDialog /t REG_DWORD /d 0 /f >/dev/null 2>&1 9>&-
             touch "$folder/started"
         fi
     ) 9>"$folder/lock"

@@ -10,6 +10,11 @@ namespace platform {
 
 namespace {
 
+/// Here, in what every program is linked with, and before the first regular expression: compiled ones leave
+/// each thread a stack of its own, which the compiler's run-time library frees at the thread's end when its
+/// memory may be gone already.
+[[maybe_unused]] const bool regularExpressionsAreNotCompiled = qputenv("QT_ENABLE_REGEXP_JIT", "0");
+
 LPCWSTR wide(const QString &text) {
     return reinterpret_cast<LPCWSTR>(text.utf16());
 }
