@@ -37,9 +37,8 @@ Result<Recordset> readDiagnoses(const QString &path) {
             continue;
         if (!isReadable(name))
             return Failure{u"傷病名の一覧「%1」の %2行目に読めない文字があります。"
-                           "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s
-                               .arg(QDir::toNativeSeparators(path))
-                               .arg(lineNumber)};
+                           "文字コードをシフトJIS（ANSI）またはUTF-8にして保存しなおしてください。"_s.arg(
+                               QDir::toNativeSeparators(path), QString::number(lineNumber))};
         rows.appendInteger(++number);
         rows.appendText(name.utf16(), size_t(name.size()) * sizeof(char16_t));
     }
